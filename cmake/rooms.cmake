@@ -1,0 +1,68 @@
+# Rooms as targets: one static library per room, the same warnings everywhere.
+
+add_library(funkhaus_options INTERFACE)
+target_compile_options(funkhaus_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+if(FUNKHAUS_SANITIZE)
+  target_compile_options(funkhaus_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                         -fno-omit-frame-pointer)
+  target_link_options(funkhaus_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(FUNKHAUS_FUZZ)
+  target_compile_options(funkhaus_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+# funkhaus_ports(NAME DIR): the headers of a room without code.
+function(funkhaus_ports name directory)
+  file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${directory}/*.h)
+  add_library(funkhaus_${name} INTERFACE)
+  target_sources(funkhaus_${name} INTERFACE FILE_SET HEADERS BASE_DIRS ${CMAKE_SOURCE_DIR} FILES ${headers})
+  target_include_directories(funkhaus_${name} INTERFACE ${CMAKE_SOURCE_DIR})
+endfunction()
+
+# funkhaus_room(NAME DIR [LINKS room-or-target ...]): the sources directly in DIR as one static library.
+# A link name without "::" is another room.
+function(funkhaus_room name directory)
+  cmake_parse_arguments(ROOM "" "" "LINKS" ${ARGN})
+  file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${directory}/*.h)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${directory}/*.cpp)
+  set(kind PUBLIC)
+  if(sources)
+    add_library(funkhaus_${name} STATIC ${sources})
+    target_link_libraries(funkhaus_${name} PRIVATE funkhaus_options)
+  else()
+    add_library(funkhaus_${name} INTERFACE)
+    set(kind INTERFACE)
+  endif()
+  if(headers)
+    target_sources(funkhaus_${name} ${kind} FILE_SET HEADERS BASE_DIRS ${CMAKE_SOURCE_DIR} FILES ${headers})
+  endif()
+  target_include_directories(funkhaus_${name} ${kind} ${CMAKE_SOURCE_DIR})
+  foreach(link IN LISTS ROOM_LINKS)
+    if(link MATCHES "::")
+      target_link_libraries(funkhaus_${name} ${kind} ${link})
+    else()
+      target_link_libraries(funkhaus_${name} ${kind} funkhaus_${link})
+    endif()
+  endforeach()
+endfunction()
+
+# funkhaus_test(NAME DIR [LINKS room-or-target ...] [PROPERTIES key value ...]): every *_test.cpp directly
+# in DIR as one GoogleTest program whose cases CTest knows one by one.
+function(funkhaus_test name directory)
+  cmake_parse_arguments(TEST "" "" "LINKS;PROPERTIES" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${directory}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(test_${name} ${sources})
+  target_link_libraries(test_${name} PRIVATE funkhaus_options GTest::gmock GTest::gtest_main)
+  foreach(link IN LISTS TEST_LINKS)
+    if(link MATCHES "::")
+      target_link_libraries(test_${name} PRIVATE ${link})
+    else()
+      target_link_libraries(test_${name} PRIVATE funkhaus_${link})
+    endif()
+  endforeach()
+  gtest_discover_tests(test_${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 120
+                       PROPERTIES TIMEOUT 120 ${TEST_PROPERTIES})
+endfunction()

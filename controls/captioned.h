@@ -1,0 +1,76 @@
+#pragma once
+// Controls that carry a caption and little else: label, frame, command button, check box.
+// Not for controls whose text the user edits (controls/text_box.h).
+
+#include <utility>
+
+#include "controls/control.h"
+
+namespace controls {
+
+/// A control with a caption.
+class Captioned : public Control {
+ public:
+  [[nodiscard]] const Text& Caption() const { return caption_; }
+  void SetCaption(Text caption) { Set(caption_, std::move(caption)); }
+
+ protected:
+  ~Captioned() = default;
+
+ private:
+  Text caption_;
+};
+
+class Label final : public Captioned {};
+
+/// A box with a caption that holds other controls; hiding it hides them.
+class Frame final : public Captioned {};
+
+/// How a button's caption is drawn: as text, or as the glyph that the caption stands for in a symbol font.
+enum class Glyph { kNone, kCheckMark, kLoudspeaker, kClose };
+
+class CommandButton final : public Captioned {
+ public:
+  /// The user's click; a disabled button takes none.
+  void Click() {
+    if (Enabled()) Clicked.Raise();
+  }
+  /// The secondary action (context click, menu key).
+  void ContextClick() {
+    if (Enabled()) ContextClicked.Raise();
+  }
+
+  [[nodiscard]] Glyph GetGlyph() const { return glyph_; }
+  void SetGlyph(Glyph glyph) { Set(glyph_, glyph); }
+
+  Event<> Clicked;
+  Event<> ContextClicked;
+
+ private:
+  Glyph glyph_ = Glyph::kNone;
+};
+
+enum class CheckValue { kUnchecked = 0, kChecked = 1 };
+
+class CheckBox final : public Captioned {
+ public:
+  [[nodiscard]] CheckValue Value() const { return value_; }
+  [[nodiscard]] bool Checked() const { return value_ == CheckValue::kChecked; }
+
+  /// Raises Clicked when the value changes, as the user's click does.
+  void SetValue(CheckValue value) {
+    if (Set(value_, value)) Clicked.Raise();
+  }
+
+  /// The user's click: the other value. A disabled box takes none.
+  void Click() {
+    if (Enabled()) SetValue(Checked() ? CheckValue::kUnchecked : CheckValue::kChecked);
+  }
+
+  Event<> Clicked;
+
+ private:
+  CheckValue value_ = CheckValue::kUnchecked;
+};
+
+}  // namespace controls

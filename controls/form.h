@@ -1,0 +1,45 @@
+#pragma once
+// A window as the program sees it: caption, inner size, the events of its life. Not its controls.
+
+#include <utility>
+
+#include "controls/captioned.h"
+
+namespace controls {
+
+/// The inner size is that of Control::GetPlace (twips). Closing a window raises QueryUnload, Unloaded and
+/// Closed, once each and in this order; asking again meanwhile does nothing.
+class Form final : public Captioned {
+ public:
+  /// The user or the system gave the window another inner size.
+  void Resize(int width, int height) {
+    Place place = GetPlace();
+    place.width = width;
+    place.height = height;
+    if (Move(place)) Resized.Raise();
+  }
+
+  /// Closes the window: asks (QueryUnload), then unloads. Once only.
+  void Close() {
+    if (std::exchange(closing_, true)) return;
+    QueryUnload.Raise();
+    Unloaded.Raise();
+    closed_ = true;
+    Closed.Raise();
+  }
+
+  /// True from the moment closing was asked for.
+  [[nodiscard]] bool Closing() const { return closing_; }
+  [[nodiscard]] bool IsClosed() const { return closed_; }
+
+  Event<> Resized;
+  Event<> QueryUnload;
+  Event<> Unloaded;
+  Event<> Closed;
+
+ private:
+  bool closing_ = false;
+  bool closed_ = false;
+};
+
+}  // namespace controls

@@ -1,0 +1,118 @@
+#include "controls/list_view.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace controls {
+
+void ListView::AddColumn(ListColumn column) {
+  columns_.push_back(std::move(column));
+  Changed.Raise();
+}
+
+void ListView::SetColumnCaption(std::size_t column, Text caption) {
+  if (column < columns_.size()) Set(columns_[column].caption, std::move(caption));
+}
+
+RowId ListView::RowAt(std::size_t index) const {
+  return index < rows_.size() ? rows_[index].id : RowId::kNone;
+}
+
+std::optional<std::size_t> ListView::IndexOf(RowId id) const {
+  const auto found = positions_.find(id);
+  if (found == positions_.end()) return std::nullopt;
+  return found->second;
+}
+
+const Text& ListView::Cell(RowId id, std::size_t cell) const {
+  static const Text kEmpty;
+  const auto index = IndexOf(id);
+  if (!index || cell >= ListRow::kCells) return kEmpty;
+  return rows_[*index].cells[cell];
+}
+
+void ListView::SetCell(RowId id, std::size_t cell, Text text) {
+  const auto index = IndexOf(id);
+  if (!index || cell >= ListRow::kCells) return;
+  Text& place = rows_[*index].cells[cell];
+  if (place == text) return;
+  place = std::move(text);
+  RowChanged.Raise(*index);
+}
+
+RowId ListView::AddRow(ListRow row) {
+  row.id = RowId{++last_id_};
+  const RowId id = row.id;
+  positions_[id] = rows_.size();
+  rows_.push_back(std::move(row));
+  RowsAdded.Raise(rows_.size() - 1, 1);
+  return id;
+}
+
+void ListView::AddRows(std::vector<ListRow> rows) {
+  if (rows.empty()) return;
+  const std::size_t first = rows_.size();
+  for (ListRow& row : rows) {
+    row.id = RowId{++last_id_};
+    positions_[row.id] = rows_.size();
+    rows_.push_back(std::move(row));
+  }
+  RowsAdded.Raise(first, rows.size());
+}
+
+bool ListView::RemoveRow(RowId id) {
+  const auto index = IndexOf(id);
+  if (!index) return false;
+  rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(*index));
+  positions_.erase(id);
+  Reindex(*index);
+  const bool was_selected = selected_ == id;
+  if (was_selected) selected_ = RowId::kNone;
+  RowRemoved.Raise(*index);
+  if (was_selected) SelectionChanged.Raise();
+  return true;
+}
+
+void ListView::Clear() {
+  if (rows_.empty()) return;
+  rows_.clear();
+  positions_.clear();
+  const bool was_selected = std::exchange(selected_, RowId::kNone) != RowId::kNone;
+  RowsReset.Raise();
+  if (was_selected) SelectionChanged.Raise();
+}
+
+bool ListView::Select(RowId id) {
+  if (id != RowId::kNone && !Contains(id)) return false;
+  if (Set(selected_, id)) SelectionChanged.Raise();
+  return true;
+}
+
+void ListView::EnsureVisible(RowId id) {
+  if (Contains(id)) ScrollWanted.Raise(id);
+}
+
+void ListView::Sort(int column, SortDirection direction, const Comparison& comparison) {
+  sort_column_ = column;
+  sort_direction_ = direction;
+  std::stable_sort(rows_.begin(), rows_.end(), [&](const ListRow& first, const ListRow& second) {
+    return comparison(first, second) < 0;
+  });
+  Reindex(0);
+  RowsReset.Raise();
+}
+
+void ListView::ClickHeader(int column) {
+  if (column < 0 || static_cast<std::size_t>(column) >= columns_.size()) return;
+  HeaderClicked.Raise(column);
+}
+
+void ListView::DoubleClick(RowId id) {
+  if (Contains(id)) DoubleClicked.Raise(id);
+}
+
+void ListView::Reindex(std::size_t from) {
+  for (std::size_t index = from; index < rows_.size(); ++index) positions_[rows_[index].id] = index;
+}
+
+}  // namespace controls

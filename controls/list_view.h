@@ -1,0 +1,125 @@
+#pragma once
+// A list in report form: columns, rows with sub-items, selection, sorting. Not the stations themselves.
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+#include "controls/control.h"
+
+namespace controls {
+
+/// Names a row for as long as it exists, whatever happens to the rows round it. Never used twice.
+enum class RowId : std::uint64_t { kNone = 0 };
+
+enum class SortDirection { kAscending, kDescending };
+
+struct ListColumn {
+  Text caption;
+  int width = 0;      ///< pixels at 100 %
+  int sort_kind = 0;  ///< 1 numbers, 2 dates, else natural string order
+};
+
+/// One row: cell 0 is the row's text, cells 1 and up its sub-items.
+struct ListRow {
+  static constexpr std::size_t kCells = 6;
+  RowId id = RowId::kNone;
+  int icon = -1;  ///< position in the image list, -1 for none
+  std::array<Text, kCells> cells;
+};
+
+/// Rows stand in display order and are addressed by RowId, so that nothing goes wrong when they are
+/// sorted, removed or replaced while somebody waits. An unknown id reads as empty texts, and writing to
+/// it does nothing.
+class ListView final : public Control {
+ public:
+  // Columns
+  [[nodiscard]] const std::vector<ListColumn>& Columns() const { return columns_; }
+  void AddColumn(ListColumn column);
+  /// Nothing happens when there is no such column.
+  void SetColumnCaption(std::size_t column, Text caption);
+  /// The image list whose positions the rows' icons are; 0 for none.
+  [[nodiscard]] std::uint32_t ImageList() const { return image_list_; }
+  void SetImageList(std::uint32_t image_list) { Set(image_list_, image_list); }
+
+  // Rows
+  [[nodiscard]] std::size_t Count() const { return rows_.size(); }
+  /// The row at a position of the display order, kNone when there is none.
+  [[nodiscard]] RowId RowAt(std::size_t index) const;
+  /// The position of a row; nothing when it is gone.
+  [[nodiscard]] std::optional<std::size_t> IndexOf(RowId id) const;
+  [[nodiscard]] bool Contains(RowId id) const { return IndexOf(id).has_value(); }
+  /// All rows in display order; the reference is good until the next change.
+  [[nodiscard]] const std::vector<ListRow>& Rows() const { return rows_; }
+  /// The text of a cell: 0 the row's text, 1 to 5 its sub-items.
+  [[nodiscard]] const Text& Cell(RowId id, std::size_t cell) const;
+  void SetCell(RowId id, std::size_t cell, Text text);
+  /// Appends a row and gives its id; the ids of `row` are ignored.
+  RowId AddRow(ListRow row);
+  /// Appends many rows with one announcement.
+  void AddRows(std::vector<ListRow> rows);
+  bool RemoveRow(RowId id);
+  /// Removes all rows, and the selection with them.
+  void Clear();
+
+  // Selection: at most one row.
+  [[nodiscard]] RowId SelectedRow() const { return selected_; }
+  /// Selects a row (kNone: no row). SelectionChanged comes when it is another row than before. False when
+  /// there is no such row.
+  bool Select(RowId id);
+  /// Asks that the row be scrolled into view.
+  void EnsureVisible(RowId id);
+
+  // Sorting
+  /// The column that the list is sorted by, -1 before the first sorting.
+  [[nodiscard]] int SortColumn() const { return sort_column_; }
+  [[nodiscard]] SortDirection GetSortDirection() const { return sort_direction_; }
+  /// Negative when `first` is to stand before `second`; the direction is the comparison's own business.
+  using Comparison = std::function<int(const ListRow& first, const ListRow& second)>;
+  /// Sorts the rows with `comparison` (rows that compare equal keep their order) and shows the arrow in
+  /// the column's header. Selection and ids stay with their rows.
+  void Sort(int column, SortDirection direction, const Comparison& comparison);
+
+  // The user's hand
+  void ClickHeader(int column);
+  void DoubleClick(RowId id);
+
+  // Events for the program
+  Event<> SelectionChanged;
+  Event<int> HeaderClicked;
+  Event<RowId> DoubleClicked;
+
+  // Announcements for a widget, made after the change. Clearing and sorting announce RowsReset.
+  Event<> RowsReset;
+  Event<std::size_t, std::size_t> RowsAdded;  ///< first position, count
+  Event<std::size_t> RowRemoved;              ///< the position it had
+  Event<std::size_t> RowChanged;              ///< position
+  Event<RowId> ScrollWanted;
+
+ private:
+  void Reindex(std::size_t from);
+
+  std::vector<ListColumn> columns_;
+  std::vector<ListRow> rows_;
+  std::unordered_map<RowId, std::size_t> positions_;
+  RowId selected_ = RowId::kNone;
+  std::uint64_t last_id_ = 0;
+  std::uint32_t image_list_ = 0;
+  int sort_column_ = -1;
+  SortDirection sort_direction_ = SortDirection::kAscending;
+};
+
+/// The two lists that share one place: exactly one of them is visible. Features act on that one.
+struct ListPair {
+  ListView& full;
+  ListView& filtered;
+
+  /// The filtered list while it is visible, otherwise the full one.
+  [[nodiscard]] ListView& Active() const { return filtered.Visible() ? filtered : full; }
+};
+
+}  // namespace controls

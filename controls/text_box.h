@@ -1,0 +1,76 @@
+#pragma once
+// Controls with a text that the user edits: text box, text box with arrows, combo box.
+// Not for fixed texts (controls/captioned.h).
+
+#include <charconv>
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "controls/control.h"
+
+namespace controls {
+
+/// A control with an editable text. TextChanged comes with every other text, typed or set.
+class TextControl : public Control {
+ public:
+  [[nodiscard]] const Text& GetText() const { return text_; }
+  void SetText(Text text) {
+    if (Set(text_, std::move(text))) TextChanged.Raise();
+  }
+
+  Event<> TextChanged;
+
+ protected:
+  ~TextControl() = default;
+
+ private:
+  Text text_;
+};
+
+class TextBox final : public TextControl {};
+
+/// A text box with two arrows that count a whole number up and down.
+class UpDownTextBox final : public TextControl {
+ public:
+  static constexpr int kMinimum = 0;
+  static constexpr int kMaximum = 99999;
+};
+
+/// A text box with a list of choices. Choosing from the list, by hand or by SetListIndex, sets the text
+/// and raises Clicked; typing only changes the text.
+class ComboBox final : public TextControl {
+ public:
+  [[nodiscard]] const std::vector<Text>& Items() const { return items_; }
+  void AddItem(Text item) {
+    items_.push_back(std::move(item));
+    Changed.Raise();
+  }
+
+  /// The chosen entry, -1 for none or a typed text.
+  [[nodiscard]] int ListIndex() const { return list_index_; }
+
+  /// Chooses an entry. False, and nothing changes, when there is no such entry.
+  bool SetListIndex(int index) {
+    if (index < 0 || static_cast<std::size_t>(index) >= items_.size()) return false;
+    const bool chosen = Set(list_index_, index);
+    SetText(items_[static_cast<std::size_t>(index)]);
+    if (chosen) Clicked.Raise();
+    return true;
+  }
+
+  /// The user's typing: the text is no chosen entry any more.
+  void Type(Text text) {
+    Set(list_index_, -1);
+    SetText(std::move(text));
+  }
+
+  Event<> Clicked;
+
+ private:
+  std::vector<Text> items_;
+  int list_index_ = -1;
+};
+
+}  // namespace controls

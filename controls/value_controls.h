@@ -1,0 +1,68 @@
+#pragma once
+// Controls that show or set a number or a picture: progress bar, scroll bar, image. Not for texts.
+
+#include <algorithm>
+#include <cstdint>
+
+#include "controls/control.h"
+
+namespace controls {
+
+/// A bar between two ends; values outside are taken to the nearer end.
+class ProgressBar final : public Control {
+ public:
+  [[nodiscard]] int Minimum() const { return minimum_; }
+  [[nodiscard]] int Maximum() const { return maximum_; }
+  [[nodiscard]] int Value() const { return value_; }
+  void SetRange(int minimum, int maximum) {
+    minimum_ = minimum;
+    maximum_ = std::max(minimum, maximum);
+    Changed.Raise();
+  }
+  void SetValue(int value) { Set(value_, std::clamp(value, minimum_, maximum_)); }
+
+ private:
+  int minimum_ = 0;
+  int maximum_ = 100;
+  int value_ = 0;
+};
+
+/// A slider. ValueChanged comes when the value changes, Scrolled while the user drags.
+class ScrollBar final : public Control {
+ public:
+  [[nodiscard]] int Minimum() const { return minimum_; }
+  [[nodiscard]] int Maximum() const { return maximum_; }
+  [[nodiscard]] int Value() const { return value_; }
+  void SetRange(int minimum, int maximum) {
+    minimum_ = minimum;
+    maximum_ = std::max(minimum, maximum);
+    Changed.Raise();
+  }
+  void SetValue(int value) {
+    if (Set(value_, std::clamp(value, minimum_, maximum_))) ValueChanged.Raise();
+  }
+  /// The user drags the slider and has not let go yet.
+  void Scroll(int value) {
+    if (Set(value_, std::clamp(value, minimum_, maximum_))) Scrolled.Raise();
+  }
+
+  Event<> ValueChanged;
+  Event<> Scrolled;
+
+ private:
+  int minimum_ = 0;
+  int maximum_ = 100;
+  int value_ = 0;
+};
+
+/// A picture, by the handle of whoever decoded it; 0 is none. The control does not own it.
+class Image final : public Control {
+ public:
+  [[nodiscard]] std::uint32_t Picture() const { return picture_; }
+  void SetPicture(std::uint32_t picture) { Set(picture_, picture); }
+
+ private:
+  std::uint32_t picture_ = 0;
+};
+
+}  // namespace controls

@@ -1,0 +1,31 @@
+#pragma once
+// Port: the times that the program's rules ask for. Not for timers or waiting.
+
+#include <cstdint>
+
+namespace platform {
+
+/// Local calendar time in whole seconds.
+struct DateTime {
+  std::int32_t year = 0;
+  std::int32_t month = 0;  ///< 1 to 12
+  std::int32_t day = 0;    ///< 1 to 31
+  std::int32_t hour = 0;
+  std::int32_t minute = 0;
+  std::int32_t second = 0;
+};
+
+class Clock {
+ public:
+  virtual ~Clock() = default;
+
+  /// Seconds since local midnight with their fraction, 0 up to 86400; starts again at midnight.
+  virtual double SecondsSinceMidnight() = 0;
+
+  /// The date-time clock, counted in whole seconds from a fixed point.
+  virtual std::int64_t WholeSeconds() = 0;
+
+  virtual DateTime LocalTime() = 0;
+};
+
+}  // namespace platform

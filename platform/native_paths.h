@@ -1,0 +1,23 @@
+#pragma once
+// Port: carries paths between the program's text and the system's own file names, without loss.
+// Not for taking paths apart; that is app/text_utilities.h.
+
+#include <string>
+
+#include "platform/text.h"
+
+namespace platform {
+
+class NativePaths {
+ public:
+  virtual ~NativePaths() = default;
+
+  /// A system file name as text. What the text form could not tell apart from its own "\" separator, or
+  /// could not decode, is carried in code units that ToNative turns back.
+  virtual Text FromNative(const std::string& native) = 0;
+
+  /// The system's file name for a path: "\" becomes the system's separator.
+  virtual std::string ToNative(const Text& path) = 0;
+};
+
+}  // namespace platform

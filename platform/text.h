@@ -1,0 +1,13 @@
+#pragma once
+// Text as the program holds it: UTF-16, so that positions, lengths and limits count 16-bit units.
+// Not for bytes: what comes from a file or a server is std::string until it has been decoded.
+
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+using Text = std::u16string;
+using TextView = std::u16string_view;
+
+}  // namespace platform

@@ -1,0 +1,157 @@
+#!/usr/bin/env python3
+"""Holds the code to the table of allowed includes between rooms, and rejects include circles.
+
+Usage: check_includes.py SOURCE_ROOT
+       check_includes.py --self-test
+"""
+import pathlib
+import re
+import sys
+
+# Room -> rooms that it may include. A room may always include itself.
+ALLOWED = {
+    "main": {"platform/posix", "platform/icu", "platform/values", "platform/curl", "platform/gstreamer",
+             "platform/qt", "app/window", "ports"},
+    "app/window": {"ui", "catalogue", "playlist", "stream", "player", "app", "controls", "ports"},
+    "ui": {"stream", "player", "app", "controls", "ports"},
+    "catalogue": {"stream", "playlist", "app", "controls", "ports"},
+    "playlist": {"app", "controls", "ports"},
+    "stream": {"app", "ports"},
+    "player": {"app", "ports"},
+    "app": {"ports"},
+    "controls": set(),
+    "ports": set(),
+    "platform/posix": {"ports"},
+    "platform/icu": {"ports"},
+    "platform/values": {"ports"},
+    "platform/curl": {"ports"},
+    "platform/gstreamer": {"ports"},
+    "platform/qt": {"ports", "controls"},
+}
+# The adapter of the windows sees the inventories of the two forms and nothing else of their rooms.
+INVENTORIES = {"app/window/form1.h", "catalogue/form2.h"}
+# Rooms whose code may use no system, toolkit or library header: the standard library only.
+PLAIN = {"app/window", "ui", "catalogue", "playlist", "stream", "player", "app", "controls", "ports"}
+STANDARD = set("""algorithm any array atomic bit bitset cassert cctype cerrno cfloat charconv chrono cinttypes
+climits cmath compare complex concepts condition_variable csignal cstdarg cstddef cstdint cstdio cstdlib cstring
+ctime deque exception filesystem forward_list fstream functional future initializer_list iomanip ios iosfwd
+iostream istream iterator limits list locale map memory memory_resource mutex new numbers numeric optional
+ostream queue random ranges ratio regex scoped_allocator set shared_mutex source_location span sstream stack
+stdexcept streambuf string string_view thread tuple type_traits typeindex typeinfo unordered_map unordered_set
+utility valarray variant vector version""".split())
+# Of the standard library, what would reach the system or the clock behind the ports' back.
+BEHIND_PORTS = {"filesystem", "fstream", "thread", "mutex", "chrono", "iostream", "cstdio", "ctime", "csignal"}
+
+INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.M)
+
+
+def room_of(path):
+    """The room of a project path, or None for what belongs to no room (tests, tools)."""
+    parts = pathlib.PurePosixPath(path).parts
+    if len(parts) == 1:
+        return "main" if path == "main.cpp" else None
+    if parts[0] == "platform":
+        return "ports" if len(parts) == 2 else "platform/" + parts[1]
+    if parts[:2] == ("app", "window"):
+        return "app/window"
+    return parts[0] if parts[0] in ALLOWED else None
+
+
+def check(files):
+    """files: project path -> text. Returns the list of violations."""
+    errors, graph = [], {}
+    for path, text in sorted(files.items()):
+        room = room_of(path)
+        if room is None:
+            continue
+        if path.endswith(".h") and "#pragma once" not in text:
+            errors.append(f"{path}: no #pragma once")
+        for kind, target in INCLUDE.findall(text):
+            if kind == "<":
+                if room in PLAIN and target not in STANDARD:
+                    errors.append(f"{path}: <{target}> is not the standard library")
+                if room in PLAIN and target in BEHIND_PORTS:
+                    errors.append(f"{path}: <{target}> reaches the system behind the ports")
+                continue
+            if target not in files:
+                errors.append(f'{path}: "{target}" is no file of the project (includes start at its root)')
+                continue
+            graph.setdefault(path, []).append(target)
+            other = room_of(target)
+            if other == room:
+                continue
+            if room == "platform/qt" and target in INVENTORIES:
+                continue
+            if other is None or other not in ALLOWED[room]:
+                errors.append(f"{path}: room {room} may not include {target}")
+    return errors + circles(graph)
+
+
+def circles(graph):
+    errors, done, open_ = [], set(), []
+
+    def visit(node):
+        if node in open_:
+            errors.append("circle: " + " -> ".join(open_[open_.index(node):] + [node]))
+            return
+        if node in done:
+            return
+        open_.append(node)
+        for target in graph.get(node, []):
+            visit(target)
+        open_.pop()
+        done.add(node)
+
+    for node in sorted(graph):
+        visit(node)
+    return errors
+
+
+def read_tree(root):
+    root = pathlib.Path(root)
+    files = {}
+    for pattern in ("*.h", "*.cpp"):
+        for path in root.rglob(pattern):
+            name = path.relative_to(root).as_posix()
+            if not name.startswith(("build", ".")):
+                files[name] = path.read_text(encoding="utf-8")
+    return files
+
+
+def self_test():
+    good = {"app/a.h": '#pragma once\n#include "platform/text.h"\n#include <string>\n',
+            "platform/text.h": "#pragma once\n"}
+    assert check(good) == [], check(good)
+    cases = {
+        "app may not see ui": {"app/a.h": '#pragma once\n#include "ui/b.h"\n', "ui/b.h": "#pragma once\n"},
+        "no system header in the logic": {"stream/a.cpp": "#include <unistd.h>\n"},
+        "no toolkit in the logic": {"ui/a.cpp": "#include <QString>\n"},
+        "no clock behind the ports": {"player/a.cpp": "#include <chrono>\n"},
+        "adapters do not see each other": {"platform/qt/a.cpp": '#include "platform/icu/b.h"\n',
+                                           "platform/icu/b.h": "#pragma once\n"},
+        "the window adapter sees inventories only": {
+            "platform/qt/a.cpp": '#include "app/window/start_up.h"\n',
+            "app/window/start_up.h": "#pragma once\n"},
+        "ui and catalogue do not see each other": {"ui/a.h": '#pragma once\n#include "catalogue/b.h"\n',
+                                                   "catalogue/b.h": "#pragma once\n"},
+        "no circles": {"app/a.h": '#pragma once\n#include "app/b.h"\n',
+                       "app/b.h": '#pragma once\n#include "app/a.h"\n'},
+        "no unknown file": {"app/a.h": '#pragma once\n#include "missing.h"\n'},
+        "include guard": {"app/a.h": "\n"},
+    }
+    for name, files in cases.items():
+        assert check(files), name
+    print(f"{len(cases)} forbidden trees rejected")
+
+
+def main():
+    if sys.argv[1:] == ["--self-test"]:
+        self_test()
+        return 0
+    errors = check(read_tree(sys.argv[1]))
+    print("\n".join(errors) or "every include follows the table")
+    return 1 if errors else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
