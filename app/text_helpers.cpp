@@ -1,0 +1,36 @@
+#include "app/text_helpers.h"
+
+#include <cstddef>
+
+namespace app {
+
+TextView Trim(TextView text) {
+  const auto first = text.find_first_not_of(u' ');
+  if (first == TextView::npos) return {};
+  return text.substr(first, text.find_last_not_of(u' ') - first + 1);
+}
+
+std::vector<Text> Split(TextView text, TextView separator) {
+  std::vector<Text> pieces;
+  if (text.empty()) return pieces;
+  std::size_t from = 0;
+  if (!separator.empty()) {
+    for (auto found = text.find(separator); found != TextView::npos; found = text.find(separator, from)) {
+      pieces.emplace_back(text.substr(from, found - from));
+      from = found + separator.size();
+    }
+  }
+  pieces.emplace_back(text.substr(from));
+  return pieces;
+}
+
+Text Join(std::span<const Text> pieces, TextView separator) {
+  Text joined;
+  for (std::size_t index = 0; index < pieces.size(); ++index) {
+    if (index > 0) joined.append(separator);
+    joined.append(pieces[index]);
+  }
+  return joined;
+}
+
+}  // namespace app

@@ -1,0 +1,50 @@
+#include "app/text_helpers.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace app {
+namespace {
+
+using Pieces = std::vector<Text>;
+
+TEST(Trim, DropsBlanksAtBothEndsAndNothingElse) {
+  EXPECT_EQ(Trim(u"  a b  "), u"a b");
+  EXPECT_EQ(Trim(u"\t a\r\n"), u"\t a\r\n");
+  EXPECT_EQ(Trim(u" \u00A0 "), u"\u00A0");
+  EXPECT_EQ(Trim(u"   "), u"");
+  EXPECT_EQ(Trim(u""), u"");
+}
+
+TEST(Split, KeepsEmptyPieces) {
+  EXPECT_EQ(Split(u";a;;b;", u";"), (Pieces{u"", u"a", u"", u"b", u""}));
+  EXPECT_EQ(Split(u";", u";"), (Pieces{u"", u""}));
+}
+
+TEST(Split, SeparatesAtTheWholeSeparatorOnly) {
+  EXPECT_EQ(Split(u"a\r\nb\nc\r\r\nd", u"\r\n"), (Pieces{u"a", u"b\nc\r", u"d"}));
+  EXPECT_EQ(Split(u"aaa", u"aa"), (Pieces{u"", u"a"}));
+}
+
+TEST(Split, AnEmptyTextHasNoPieces) { EXPECT_EQ(Split(u"", u";"), Pieces{}); }
+
+TEST(Split, AnEmptySeparatorGivesTheWholeText) { EXPECT_EQ(Split(u"ab", u""), Pieces{u"ab"}); }
+
+TEST(Join, IsTheCounterpartOfSplit) {
+  const Pieces pieces = {u"", u"a", u"", u"b"};
+  EXPECT_EQ(Join(pieces, u"; "), u"; a; ; b");
+  EXPECT_EQ(Split(Join(pieces, u"; "), u"; "), pieces);
+  EXPECT_EQ(Join(Pieces{}, u";"), u"");
+  EXPECT_EQ(Join(Pieces{u"a"}, u";"), u"a");
+}
+
+TEST(StartsWith, DistinguishesLetterCase) {
+  EXPECT_TRUE(StartsWith(u"http://a", u"http"));
+  EXPECT_FALSE(StartsWith(u"HTTP://a", u"http"));
+  EXPECT_FALSE(StartsWith(u"htt", u"http"));
+  EXPECT_TRUE(StartsWith(u"a", u""));
+}
+
+}  // namespace
+}  // namespace app
