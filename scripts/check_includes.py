@@ -37,7 +37,7 @@ climits cmath compare complex concepts condition_variable csignal cstdarg cstdde
 ctime deque exception filesystem forward_list fstream functional future initializer_list iomanip ios iosfwd
 iostream istream iterator limits list locale map memory memory_resource mutex new numbers numeric optional
 ostream queue random ranges ratio regex scoped_allocator set shared_mutex source_location span sstream stack
-stdexcept streambuf string string_view thread tuple type_traits typeindex typeinfo unordered_map unordered_set
+stdexcept streambuf string string_view system_error thread tuple type_traits typeindex typeinfo unordered_map unordered_set
 utility valarray variant vector version""".split())
 # Of the standard library, what would reach the system or the clock behind the ports' back.
 BEHIND_PORTS = {"filesystem", "fstream", "thread", "mutex", "chrono", "iostream", "cstdio", "ctime", "csignal"}
