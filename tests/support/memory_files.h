@@ -1,0 +1,56 @@
+#pragma once
+// Files and folders in memory, by the texts of their paths. Not a file system: no parents, no rights.
+
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/files.h"
+
+namespace test_support {
+
+/// A folder is known by its path with the "\" at its end; it is found with and without it.
+class MemoryFiles : public platform::Files {
+ public:
+  bool PathFileExistsW(const platform::Text& path) override {
+    existence_questions.push_back(path);
+    return files.contains(path) || folders.contains(WithBackslash(path));
+  }
+  bool CreateDirectoryW(const platform::Text& path) override {
+    created_folders.push_back(path);
+    return can_create_folders && folders.insert(WithBackslash(path)).second;
+  }
+  platform::FindHandle FindFirstFileW(const platform::Text&, platform::FoundFile&) override {
+    return platform::FindHandle::kNone;
+  }
+  bool FindNextFileW(platform::FindHandle, platform::FoundFile&) override { return false; }
+  void FindClose(platform::FindHandle) override {}
+  std::optional<std::string> ReadWholeFile(const platform::Text& path, std::size_t limit) override {
+    const auto file = files.find(path);
+    if (file == files.end() || file->second.size() > limit) return std::nullopt;
+    return file->second;
+  }
+  bool WriteWholeFile(const platform::Text& path, const std::string& bytes) override {
+    if (!can_write) return false;
+    files[path] = bytes;
+    return true;
+  }
+
+  std::map<platform::Text, std::string> files;
+  std::set<platform::Text> folders;
+  bool can_write = true;
+  bool can_create_folders = true;
+  std::vector<platform::Text> existence_questions;
+  std::vector<platform::Text> created_folders;
+
+ private:
+  static platform::Text WithBackslash(platform::Text path) {
+    if (!path.empty() && path.back() != u'\\') path.push_back(u'\\');
+    return path;
+  }
+};
+
+}  // namespace test_support
