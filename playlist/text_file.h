@@ -1,0 +1,44 @@
+#pragma once
+// Text files in the ANSI code page, as wholes and line by line.
+// Not for what the lines mean (playlist/m3u_export.h, playlist/m3u_import.h).
+
+#include <cstddef>
+#include <optional>
+
+#include "app/text.h"
+#include "platform/files.h"
+#include "platform/text_conversion.h"
+
+namespace playlist {
+
+using app::Text;
+using app::TextView;
+
+/// The largest file that is read, in bytes.
+inline constexpr std::size_t kLargestTextFile = std::size_t{64} << 20U;
+
+/// Creates or replaces a file with the text and CR LF behind it. What the code page lacks becomes "?".
+/// False when the file could not be written; an existing file is then as it was.
+[[nodiscard]] bool WriteTextFile(platform::Files& files, platform::TextConversion& conversion,
+                                 const Text& path, const Text& text);
+
+/// The whole file. Nothing when it is no readable file or larger than kLargestTextFile.
+[[nodiscard]] std::optional<Text> ReadTextFile(platform::Files& files, platform::TextConversion& conversion,
+                                               const Text& path);
+
+/// Walks through the lines of a text, which has to outlive it, and of the lines that it gives.
+class LineReader {
+ public:
+  /// `separator` must not be empty.
+  LineReader(TextView text, TextView separator) : rest_(text), separator_(separator) {}
+
+  /// The next line without its separator; nothing after the last. A text that ends in a separator has an
+  /// empty last line.
+  std::optional<TextView> Next();
+
+ private:
+  std::optional<TextView> rest_;
+  TextView separator_;
+};
+
+}  // namespace playlist
