@@ -1,0 +1,51 @@
+#pragma once
+// "M3U erstellen...": writes the stations of the visible list into an M3U file.
+// Not for reading one (playlist/m3u_import.h).
+
+#include <optional>
+
+#include "app/text.h"
+#include "controls/captioned.h"
+#include "controls/form.h"
+#include "controls/list_view.h"
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+#include "platform/message_loop.h"
+#include "platform/text_conversion.h"
+
+namespace playlist {
+
+/// The file holds "#EXTM3U", then per station "#EXTINF:-1,", its name and its link, each line ended by LF,
+/// and CR LF at the very end; in the ANSI code page, without a mark, names and links as they stand.
+class M3uExport {
+ public:
+  struct Parts {
+    controls::Form& form;
+    controls::ListPair lists;
+    controls::CommandButton& Command4;
+  };
+
+  M3uExport(Parts parts, platform::Dialogs& dialogs, platform::Files& files,
+            platform::TextConversion& conversion, platform::MessageLoop& messages, platform::Clock& clock);
+
+  /// Asks for the file, writes the rows of the visible list in display order and says where they are.
+  /// Escape ends the list early; what was listed until then is written. Without a message: a cancelled
+  /// dialog, a file that cannot be written, and a window that closes meanwhile, which leaves the file alone.
+  void Command4_Click();
+
+ private:
+  [[nodiscard]] app::Text AskForPath() const;
+  [[nodiscard]] app::Text DefaultFileName() const;
+  [[nodiscard]] std::optional<app::Text> PlaylistText() const;
+
+  Parts parts_;
+  platform::Dialogs& dialogs_;
+  platform::Files& files_;
+  platform::TextConversion& conversion_;
+  platform::MessageLoop& messages_;
+  platform::Clock& clock_;
+  controls::Subscriptions subscriptions_;
+};
+
+}  // namespace playlist
