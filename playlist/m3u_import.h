@@ -1,0 +1,43 @@
+#pragma once
+// "M3U laden...": turns the entries of an M3U file into rows of the visible list.
+// Not for playlists from a server.
+
+#include "app/text.h"
+#include "controls/captioned.h"
+#include "controls/form.h"
+#include "controls/list_view.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+#include "platform/text_conversion.h"
+
+namespace playlist {
+
+class M3uImport {
+ public:
+  struct Parts {
+    controls::Form& form;
+    controls::ListPair lists;
+    controls::CommandButton& Command5;
+  };
+
+  M3uImport(Parts parts, platform::Dialogs& dialogs, platform::Files& files,
+            platform::TextConversion& conversion);
+
+  /// Asks for a file and imports it.
+  void Command5_Click();
+
+  /// Asks whether to append, then adds a row for each "#EXTINF:" line, with the text between its first two
+  /// commas as name and the last "http" line before the next such line as link. The answer No empties the
+  /// list first; Yes and Cancel append. A "#EXTINF:" line without a comma ends the import, the rows before
+  /// it stay. Ends without a message when the file cannot be read.
+  void ImportM3uFile(const app::Text& path);
+
+ private:
+  Parts parts_;
+  platform::Dialogs& dialogs_;
+  platform::Files& files_;
+  platform::TextConversion& conversion_;
+  controls::Subscriptions subscriptions_;
+};
+
+}  // namespace playlist
