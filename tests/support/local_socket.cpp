@@ -85,14 +85,19 @@ Wake WaitFor(int fd, short events, const StopSignal& stop, std::optional<millise
   }
 }
 
-Descriptor ListenLocally(std::uint16_t port) {
+Descriptor ReserveLocally(std::uint16_t port) {
   Descriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
   if (!socket.IsOpen()) Fail("socket");
-  // A station that comes back on its old port must not wait for the remains of its old connections.
+  // So a server that comes back on its old port need not wait for the remains of its old connections.
   const int on = 1;
   ::setsockopt(socket.Get(), SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
   const sockaddr_in address = LocalAddress(port);
   if (::bind(socket.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) Fail("bind");
+  return socket;
+}
+
+Descriptor ListenLocally(std::uint16_t port) {
+  Descriptor socket = ReserveLocally(port);
   if (::listen(socket.Get(), 64) != 0) Fail("listen");
   return socket;
 }

@@ -50,6 +50,10 @@ enum class Wake { kReady, kStopped, kTimeout };
 Wake WaitFor(int fd, short events, const StopSignal& stop,
              std::optional<std::chrono::milliseconds> timeout = std::nullopt);
 
+/// Keeps a port of 127.0.0.1 for this process without listening: whoever connects is refused, and no other
+/// program is given the port, but ListenLocally may take it. Port 0 chooses a free one. Throws
+/// std::runtime_error when the port is taken.
+Descriptor ReserveLocally(std::uint16_t port = 0);
 /// Listens on 127.0.0.1; port 0 takes a free one. Throws std::runtime_error when the port is taken.
 Descriptor ListenLocally(std::uint16_t port);
 /// The port on this side of a bound socket.

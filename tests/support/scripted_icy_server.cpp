@@ -4,7 +4,6 @@
 #include <sys/socket.h>
 
 #include <algorithm>
-#include <cctype>
 #include <utility>
 
 namespace test_support {
@@ -12,43 +11,10 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// Far more than any client of the tests sends; it bounds what garbage can make the server keep.
-constexpr std::size_t kLongestRequest = 256 * 1024;
 // How often a wait for the test's signal looks whether the client is still there.
 constexpr milliseconds kLook{5};
 
-std::string_view Trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t\r");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
-
-bool SameIgnoringCase(std::string_view left, std::string_view right) {
-  return std::ranges::equal(
-      left, right, [](unsigned char a, unsigned char b) { return std::tolower(a) == std::tolower(b); });
-}
-
-std::string TargetOf(const std::string& line) {
-  const auto start = line.find(' ');
-  if (start == std::string::npos) return {};
-  return line.substr(start + 1, line.find(' ', start + 1) - start - 1);
-}
-
 }  // namespace
-
-std::optional<std::string> ScriptedIcyServer::Request::Header(std::string_view name) const {
-  std::string_view rest = headers;
-  while (!rest.empty()) {
-    const auto end = std::min(rest.find('\n'), rest.size());
-    const std::string_view header = rest.substr(0, end);
-    rest.remove_prefix(std::min(end + 1, rest.size()));
-    const auto colon = header.find(':');
-    if (colon == std::string_view::npos || !SameIgnoringCase(Trimmed(header.substr(0, colon)), name))
-      continue;
-    return std::string(Trimmed(header.substr(colon + 1)));
-  }
-  return std::nullopt;
-}
 
 ScriptedIcyServer::ScriptedIcyServer() : ScriptedIcyServer(0) {}
 
@@ -173,16 +139,11 @@ void ScriptedIcyServer::Serve(Descriptor socket, int connection) {
 void ScriptedIcyServer::ServeRequests(Descriptor& socket, int connection) {
   std::string received;
   Then then = Then::kNextRequest;
-  while (then == Then::kNextRequest && ReadHeader(socket, received)) {
-    const auto end = received.find("\r\n\r\n");
-    const std::size_t request = Record(received.substr(0, end + 2), connection);
-    received.erase(0, end + 4);
-    std::string target;
-    {
-      const std::lock_guard lock(mutex_);
-      target = requests_[request].target;
-    }
-    then = Run(ScriptFor(target), socket, request);
+  while (then == Then::kNextRequest) {
+    const auto head = ReadRequest(socket, received, stop_);
+    if (!head) break;
+    const std::size_t request = Record(*head, connection);
+    then = Run(ScriptFor(head->target), socket, request);
     const std::lock_guard lock(mutex_);
     requests_[request].finished = true;
     changed_.notify_all();
@@ -190,22 +151,9 @@ void ScriptedIcyServer::ServeRequests(Descriptor& socket, int connection) {
   if (socket.IsOpen() && then == Then::kEnd) socket.Close();
 }
 
-bool ScriptedIcyServer::ReadHeader(const Descriptor& socket, std::string& received) {
-  while (received.find("\r\n\r\n") == std::string::npos) {
-    if (received.size() > kLongestRequest || !Receive(socket, received, stop_)) return false;
-  }
-  return true;
-}
-
-std::size_t ScriptedIcyServer::Record(const std::string& header, int connection) {
-  const auto line_end = header.find("\r\n");
-  Request request;
-  request.line = header.substr(0, line_end);
-  request.target = TargetOf(request.line);
-  request.headers = header.substr(line_end + 2);
-  request.connection = connection;
+std::size_t ScriptedIcyServer::Record(HttpRequest head, int connection) {
   const std::lock_guard lock(mutex_);
-  requests_.push_back(std::move(request));
+  requests_.push_back({std::move(head), connection});
   changed_.notify_all();
   return requests_.size() - 1;
 }

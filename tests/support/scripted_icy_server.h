@@ -15,6 +15,7 @@
 #include <thread>
 #include <vector>
 
+#include "tests/support/http_request.h"
 #include "tests/support/icy_script.h"
 #include "tests/support/local_socket.h"
 
@@ -25,16 +26,10 @@ namespace test_support {
 class ScriptedIcyServer {
  public:
   /// One request, and what became of its answer so far.
-  struct Request {
-    std::string line;              ///< "GET /a?b HTTP/1.1", without the line end.
-    std::string target;            ///< "/a?b".
-    std::string headers;           ///< The raw header lines with their line ends, without the empty line.
+  struct Request : HttpRequest {
     int connection = 0;            ///< Which connection of the server it came on, from 1.
     std::uint64_t bytes_sent = 0;  ///< Bytes of the answer, header too, that the system has taken.
     bool finished = false;         ///< The script is through or the client is gone.
-
-    /// The value of a header, its name in any case, without the blanks around it.
-    [[nodiscard]] std::optional<std::string> Header(std::string_view name) const;
   };
   /// What happens to a connection before it has said anything.
   enum class Welcome { kReadRequest, kClose, kReset, kSilence };
@@ -87,8 +82,7 @@ class ScriptedIcyServer {
   void AcceptConnections();
   void Serve(Descriptor socket, int connection);
   void ServeRequests(Descriptor& socket, int connection);
-  bool ReadHeader(const Descriptor& socket, std::string& received);
-  std::size_t Record(const std::string& header, int connection);
+  std::size_t Record(HttpRequest head, int connection);
   Script ScriptFor(const std::string& target);
   Then Run(const Script& script, Descriptor& socket, std::size_t request);
   Then RunStep(const Script::Step& step, Descriptor& socket, std::size_t request);
