@@ -51,19 +51,24 @@ class ComboBox final : public TextControl {
   /// The chosen entry, -1 for none or a typed text.
   [[nodiscard]] int ListIndex() const { return list_index_; }
 
-  /// Chooses an entry. False, and nothing changes, when there is no such entry.
+  /// Chooses an entry; Clicked comes when that changes the entry or the text. False, and nothing changes,
+  /// when there is no such entry.
   bool SetListIndex(int index) {
     if (index < 0 || static_cast<std::size_t>(index) >= items_.size()) return false;
-    const bool chosen = Set(list_index_, index);
-    SetText(items_[static_cast<std::size_t>(index)]);
-    if (chosen) Clicked.Raise();
+    const Text& item = items_[static_cast<std::size_t>(index)];
+    if (index == list_index_ && item == GetText()) return true;
+    list_index_ = index;
+    TextControl::SetText(item);
+    Changed.Raise();
+    Clicked.Raise();
     return true;
   }
 
-  /// The user's typing: the text is no chosen entry any more.
-  void Type(Text text) {
-    Set(list_index_, -1);
-    SetText(std::move(text));
+  /// Sets or types a text; it is no chosen entry any more.
+  void SetText(Text text) {
+    if (text == GetText()) return;
+    list_index_ = -1;
+    TextControl::SetText(std::move(text));
   }
 
   Event<> Clicked;
