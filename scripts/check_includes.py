@@ -49,7 +49,7 @@ def room_of(path):
     """The room of a project path, or None for what belongs to no room (tests, tools)."""
     parts = pathlib.PurePosixPath(path).parts
     if len(parts) == 1:
-        return "main" if path == "main.cpp" else None
+        return "main"
     if parts[0] == "platform":
         return "ports" if len(parts) == 2 else "platform/" + parts[1]
     if parts[:2] == ("app", "window"):
