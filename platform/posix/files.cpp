@@ -1,0 +1,113 @@
+#include "platform/posix/files.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <exception>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+#include "platform/posix/native_paths.h"
+#include "platform/posix/whole_file.h"
+
+namespace platform::posix {
+namespace {
+
+constexpr mode_t kNewFolder = 0777;
+
+struct FolderCloser {
+  void operator()(DIR* folder) const { ::closedir(folder); }
+};
+
+/// The folder of a pattern "folder\*.*", with its separator; nothing for any other pattern.
+std::optional<Text> FolderOfPattern(const Text& pattern) {
+  const auto separator = pattern.find_last_of(u"\\/");
+  const auto name_begin = separator == Text::npos ? 0 : separator + 1;
+  const TextView name = TextView(pattern).substr(name_begin);
+  if (name != u"*.*" && name != u"*") return std::nullopt;
+  return name_begin == 0 ? Text(u".") : pattern.substr(0, name_begin);
+}
+
+void ReadKind(int folder, const char* name, FoundFile& found) {
+  struct stat status {};
+  if (::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0) return;
+  found.is_reparse_point = S_ISLNK(status.st_mode);
+  if (found.is_reparse_point && ::fstatat(folder, name, &status, 0) != 0) return;
+  found.is_directory = S_ISDIR(status.st_mode);
+}
+
+}  // namespace
+
+PosixFiles::PosixFiles(NativePaths& paths) : paths_(paths) {}
+
+bool PosixFiles::PathFileExistsW(const Text& path) {
+  const std::string native = paths_.ToNative(path);
+  struct stat status {};
+  return IsUsablePath(native) && ::stat(native.c_str(), &status) == 0;
+}
+
+bool PosixFiles::CreateDirectoryW(const Text& path) {
+  const std::string native = paths_.ToNative(path);
+  return IsUsablePath(native) && ::mkdir(native.c_str(), kNewFolder) == 0;
+}
+
+std::vector<FoundFile> PosixFiles::List(const std::string& folder) {
+  std::vector<FoundFile> entries;
+  const std::unique_ptr<DIR, FolderCloser> opened(::opendir(folder.c_str()));
+  if (!opened) return entries;
+  while (const dirent* const entry = ::readdir(opened.get())) {
+    const std::string name = entry->d_name;
+    if (name == "." || name == "..") continue;
+    FoundFile found{paths_.FromNative(name)};
+    ReadKind(::dirfd(opened.get()), name.c_str(), found);
+    entries.push_back(std::move(found));
+  }
+  std::sort(entries.begin(), entries.end(),
+            [](const FoundFile& left, const FoundFile& right) { return left.name < right.name; });
+  return entries;
+}
+
+FindHandle PosixFiles::FindFirstFileW(const Text& pattern, FoundFile& found) {
+  const auto folder = FolderOfPattern(pattern);
+  if (!folder) return FindHandle::kNone;
+  const std::string native = paths_.ToNative(*folder);
+  if (!IsUsablePath(native)) return FindHandle::kNone;
+  Search search{List(native)};
+  if (search.entries.empty()) return FindHandle::kNone;
+  found = search.entries[search.next++];
+  const FindHandle handle{++last_search_};
+  searches_.emplace(handle, std::move(search));
+  return handle;
+}
+
+bool PosixFiles::FindNextFileW(FindHandle search, FoundFile& found) {
+  const auto open = searches_.find(search);
+  if (open == searches_.end() || open->second.next == open->second.entries.size()) return false;
+  found = open->second.entries[open->second.next++];
+  return true;
+}
+
+void PosixFiles::FindClose(FindHandle search) { searches_.erase(search); }
+
+std::optional<std::string> PosixFiles::ReadWholeFile(const Text& path, std::size_t limit) {
+  const std::string native = paths_.ToNative(path);
+  if (!IsUsablePath(native)) return std::nullopt;
+  try {
+    ReadResult result = ReadRegularFile(native, limit);
+    if (!result.file) return std::nullopt;
+    return std::move(result.file->bytes);
+  } catch (const std::exception&) {
+    return std::nullopt;
+  }
+}
+
+bool PosixFiles::WriteWholeFile(const Text& path, const std::string& bytes) {
+  const std::string native = paths_.ToNative(path);
+  return IsUsablePath(native) && ReplaceFile(native, bytes).has_value();
+}
+
+}  // namespace platform::posix

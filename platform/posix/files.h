@@ -1,0 +1,39 @@
+#pragma once
+// Adapter: files and folders as wholes, on the disk. Not for recordings or INI files.
+
+#include <map>
+#include <vector>
+
+#include "platform/files.h"
+#include "platform/native_paths.h"
+
+namespace platform::posix {
+
+/// A search gives a folder's entries as they were when it began, ordered by name, without "." and "..".
+/// Patterns other than "folder\*.*" and "folder\*" find nothing. WriteWholeFile replaces regular files only,
+/// keeps their permissions, and replaces the target of a symbolic link. The paths must outlive the object.
+class PosixFiles final : public Files {
+ public:
+  explicit PosixFiles(NativePaths& paths);
+
+  bool PathFileExistsW(const Text& path) override;
+  bool CreateDirectoryW(const Text& path) override;
+  FindHandle FindFirstFileW(const Text& pattern, FoundFile& found) override;
+  bool FindNextFileW(FindHandle search, FoundFile& found) override;
+  void FindClose(FindHandle search) override;
+  std::optional<std::string> ReadWholeFile(const Text& path, std::size_t limit) override;
+  bool WriteWholeFile(const Text& path, const std::string& bytes) override;
+
+ private:
+  struct Search {
+    std::vector<FoundFile> entries;
+    std::size_t next = 0;
+  };
+  [[nodiscard]] std::vector<FoundFile> List(const std::string& folder);
+
+  NativePaths& paths_;
+  std::map<FindHandle, Search> searches_;
+  std::uint32_t last_search_ = 0;
+};
+
+}  // namespace platform::posix

@@ -1,0 +1,29 @@
+#pragma once
+// Keeps two programs from reading, changing and replacing the files of one folder at the same time.
+// Advisory: only programs that ask for this lock wait for one another. Not for recordings.
+
+#include <string>
+
+#include "platform/posix/file_descriptor.h"
+
+namespace platform::posix {
+
+/// Held from construction to destruction. A file cannot carry the lock itself, because replacing it puts
+/// another file under its name. Where the file system has no locks, the work goes on without one.
+class FolderLock {
+ public:
+  enum class State {
+    kHeld,
+    kNoFolder,  ///< there is no such folder
+    kBusy       ///< another program did not give it up within five seconds
+  };
+
+  explicit FolderLock(const std::string& folder);
+  [[nodiscard]] State Get() const { return state_; }
+
+ private:
+  FileDescriptor folder_;
+  State state_;
+};
+
+}  // namespace platform::posix

@@ -1,0 +1,134 @@
+#include "platform/posix/ini_document.h"
+
+#include <utility>
+
+#include "platform/posix/ini_line.h"
+
+namespace platform::posix {
+IniDocument::IniDocument(TextConversion& conversion, std::string bytes)
+    : conversion_(&conversion), codec_(conversion, bytes), buffer_(std::move(bytes)), size_(buffer_.size()) {
+  FindSections();
+}
+
+void IniDocument::FindSections() {
+  sections_.emplace_back();
+  std::size_t at = codec_.MarkSize();
+  sections_.back().header.begin = static_cast<std::uint32_t>(at);
+  while (const std::size_t line_size = codec_.LineSize(buffer_, at)) {
+    const Piece line{static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(line_size)};
+    at += line_size;
+    if (line_end_.empty()) {
+      line_end_ = View(line).substr(line_size - codec_.LineEndSize(View(line)));
+    }
+    if (codec_.StartsWithBracket(View(line))) {
+      const Text content = Content(line);
+      const IniLine header = ReadIniLine(content);
+      if (header.kind == IniLineKind::kSection) {
+        sections_.emplace_back().header = line;
+        Link(names_, codec_.Fold(header.name), sections_, sections_.size() - 1);
+        continue;
+      }
+    }
+    sections_.back().body_size += line.size;
+  }
+  if (line_end_.empty()) line_end_ = codec_.Encode(u"\r\n");
+}
+
+IniDocument::Body& IniDocument::LoadBody(Section& section) {
+  if (section.body) return *section.body;
+  auto body = std::make_unique<Body>();
+  std::size_t at = section.header.begin + section.header.size;
+  const std::string_view bytes = std::string_view(buffer_).substr(0, at + section.body_size);
+  while (const std::size_t line_size = codec_.LineSize(bytes, at)) {
+    AddLine(*body, {static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(line_size)});
+    at += line_size;
+  }
+  section.body_size = 0;
+  section.body = std::move(body);
+  return *section.body;
+}
+
+void IniDocument::AddLine(Body& body, Piece line) const {
+  const Text content = Content(line);
+  const IniLine read = ReadIniLine(content);
+  if (read.kind == IniLineKind::kKey) {
+    body.items.push_back({line, kNoIndex, ItemKind::kKey});
+    Link(body.keys, codec_.Fold(read.name), body.items, body.items.size() - 1);
+    return;
+  }
+  const ItemKind kind = read.kind == IniLineKind::kBlank ? ItemKind::kBlank : ItemKind::kOther;
+  if (!body.items.empty() && body.items.back().kind == kind) {
+    body.items.back().piece.size += line.size;
+  } else {
+    body.items.push_back({line, kNoIndex, kind});
+  }
+}
+
+IniDocument::Section* IniDocument::FindSection(const Text& name) {
+  const auto place = names_.find(codec_.Fold(name));
+  return place == names_.end() ? nullptr : &sections_[place->second.first];
+}
+
+IniDocument::Item* IniDocument::FindKey(Section& section, const Text& key) {
+  Body& body = LoadBody(section);
+  const auto place = body.keys.find(codec_.Fold(key));
+  return place == body.keys.end() ? nullptr : &body.items[place->second.first];
+}
+
+/// The part of a text that one line can hold.
+Text IniDocument::OneLine(TextView text) {
+  Text line(text.substr(0, text.find(u'\0')));
+  std::erase_if(line, [](char16_t unit) { return unit == u'\r' || unit == u'\n'; });
+  return line;
+}
+
+Text IniDocument::Name(TextView asked) const {
+  const Text line = OneLine(asked);
+  return codec_.AsStored(TrimBlanks(line));
+}
+
+std::optional<Text> IniDocument::Value(TextView section, TextView key) {
+  Section* const found = FindSection(Name(section));
+  if (found == nullptr) return std::nullopt;
+  const Item* const item = FindKey(*found, Name(key));
+  if (item == nullptr) return std::nullopt;
+  const Text content = Content(item->piece);
+  return Text(RemoveQuotes(ReadIniLine(content).value));
+}
+
+std::vector<Text> IniDocument::SectionNames() const {
+  std::vector<Text> names;
+  for (std::size_t index = 1; index < sections_.size(); ++index) {
+    const Piece header = sections_[index].header;
+    if (header.size == 0) continue;
+    const Text content = Content(header);
+    names.emplace_back(ReadIniLine(content).name);
+  }
+  return names;
+}
+
+std::string IniDocument::Bytes() const {
+  std::string bytes;
+  bytes.reserve(size_);
+  bytes.append(buffer_, 0, codec_.MarkSize());
+  for (const Section& section : sections_) {
+    bytes.append(View(section.header));
+    if (!section.body) {
+      bytes.append(buffer_, section.header.begin + section.header.size, section.body_size);
+      continue;
+    }
+    for (const Item& item : section.body->items) bytes.append(View(item.piece));
+  }
+  return bytes;
+}
+
+std::string_view IniDocument::View(Piece piece) const {
+  return std::string_view(buffer_).substr(piece.begin, piece.size);
+}
+
+Text IniDocument::Content(Piece line) const {
+  const std::string_view bytes = View(line);
+  return codec_.Decode(bytes.substr(0, bytes.size() - codec_.LineEndSize(bytes)));
+}
+
+}  // namespace platform::posix

@@ -1,0 +1,154 @@
+// The changing half of IniDocument; finding and reading are in ini_document.cpp.
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/posix/ini_document.h"
+#include "platform/posix/ini_line.h"
+
+namespace platform::posix {
+namespace {
+
+/// The buffer is rebuilt when replaced lines have made it this large, long before its 32-bit offsets end.
+constexpr std::size_t kWastefulBuffer = 4 * kLargestIniFile;
+
+TextView DropLeadingBlanks(TextView text) {
+  return text.substr(std::min(text.find_first_not_of(u" \t"), text.size()));
+}
+
+}  // namespace
+
+IniChange IniDocument::SetValue(TextView section, TextView key, TextView value) {
+  CompactIfWasteful();
+  const Text section_name = Name(section);
+  const Text key_name = Name(key);
+  const Text stored = codec_.AsStored(DropLeadingBlanks(OneLine(value)));
+  Section* const found = FindSection(section_name);
+  Item* const item = found == nullptr ? nullptr : FindKey(*found, key_name);
+  if (item != nullptr) return ReplaceValue(*item, stored);
+
+  const Text line = key_name + u"=" + stored;
+  const IniLine read_back = ReadIniLine(line);
+  if (read_back.kind != IniLineKind::kKey || read_back.name != key_name) return IniChange::kRefused;
+  if (!HasRoomFor(section_name.size() + line.size())) return IniChange::kRefused;
+  AddKey(found == nullptr ? AddSection(section_name) : *found, key_name, line);
+  return IniChange::kMade;
+}
+
+IniChange IniDocument::ReplaceValue(Item& item, const Text& value) {
+  const Text content = Content(item.piece);
+  const IniLine before = ReadIniLine(content);
+  if (RemoveQuotes(before.value) == RemoveQuotes(TrimBlanks(value))) return IniChange::kNone;
+
+  const std::string_view old_line = View(item.piece);
+  std::string line(codec_.KeyPart(old_line));
+  line += codec_.Encode(u"=" + value);
+  const Text new_content = codec_.Decode(line);
+  const IniLine after = ReadIniLine(new_content);
+  if (after.kind != IniLineKind::kKey || after.name != before.name) return IniChange::kRefused;
+  if (!HasRoomFor(value.size())) return IniChange::kRefused;
+  line += old_line.substr(old_line.size() - codec_.LineEndSize(old_line));
+  Replace(item.piece, line);
+  return IniChange::kMade;
+}
+
+void IniDocument::AddKey(Section& section, const Text& key, const Text& line) {
+  Body& body = LoadBody(section);
+  const std::optional<Item> blank_tail = TakeBlankTail(body);
+  EndLine(body.items.empty() ? section.header : body.items.back().piece);
+  body.items.push_back({Store(codec_.Encode(line) + line_end_), kNoIndex, ItemKind::kKey});
+  size_ += body.items.back().piece.size;
+  Link(body.keys, codec_.Fold(key), body.items, body.items.size() - 1);
+  if (blank_tail) body.items.push_back(*blank_tail);
+}
+
+/// Takes the blank lines (and what was deleted among them) off a section's end. They come back as one item,
+/// so that the next key finds the end again at once.
+std::optional<IniDocument::Item> IniDocument::TakeBlankTail(Body& body) {
+  std::vector<Item> blanks;
+  while (!body.items.empty()) {
+    const Item& last = body.items.back();
+    if (last.kind != ItemKind::kBlank && last.kind != ItemKind::kGone) break;
+    if (last.kind == ItemKind::kBlank) blanks.push_back(last);
+    body.items.pop_back();
+  }
+  if (blanks.empty()) return std::nullopt;
+  if (blanks.size() == 1) return blanks.front();
+  std::string bytes;
+  for (auto blank = blanks.rbegin(); blank != blanks.rend(); ++blank) bytes += View(blank->piece);
+  return Item{Store(bytes), kNoIndex, ItemKind::kBlank};
+}
+
+IniDocument::Section& IniDocument::AddSection(const Text& name) {
+  while (sections_.size() > 1 && sections_.back().header.size == 0) sections_.pop_back();
+  EndLastLine(sections_.back());
+  Section& section = sections_.emplace_back();
+  section.header = Store(codec_.Encode(u"[" + name + u"]") + line_end_);
+  section.body = std::make_unique<Body>();
+  size_ += section.header.size;
+  Link(names_, codec_.Fold(name), sections_, sections_.size() - 1);
+  return section;
+}
+
+void IniDocument::EndLastLine(Section& section) {
+  Body& body = LoadBody(section);
+  const auto last = std::find_if(body.items.rbegin(), body.items.rend(),
+                                 [](const Item& item) { return item.kind != ItemKind::kGone; });
+  EndLine(last == body.items.rend() ? section.header : last->piece);
+}
+
+/// Gives a line that lacks it a line end; in a torn UTF-16 file the lone byte becomes a unit first.
+void IniDocument::EndLine(Piece& piece) {
+  std::string line(View(piece));
+  if (line.empty() || codec_.LineEndSize(line) > 0) return;
+  if (line.size() % codec_.UnitSize() != 0) line.push_back('\0');
+  Replace(piece, line + line_end_);
+}
+
+IniChange IniDocument::DeleteKey(TextView section, TextView key) {
+  const Text key_name = Name(key);
+  Section* const found = FindSection(Name(section));
+  Item* const item = found == nullptr ? nullptr : FindKey(*found, key_name);
+  if (item == nullptr) return IniChange::kNone;
+  UnlinkFirst(found->body->keys, codec_.Fold(key_name), found->body->items);
+  size_ -= item->piece.size;
+  *item = {{}, kNoIndex, ItemKind::kGone};
+  return IniChange::kMade;
+}
+
+IniChange IniDocument::DeleteSection(TextView section) {
+  const Text name = Name(section);
+  Section* const found = FindSection(name);
+  if (found == nullptr) return IniChange::kNone;
+  UnlinkFirst(names_, codec_.Fold(name), sections_);
+  size_ -= found->header.size + found->body_size;
+  if (found->body) {
+    for (const Item& item : found->body->items) size_ -= item.piece.size;
+  }
+  *found = {};
+  return IniChange::kMade;
+}
+
+bool IniDocument::HasRoomFor(std::size_t units) const {
+  constexpr std::size_t kMostBytesOfAUnit = 3;
+  constexpr std::size_t kBracketsAndLineEnds = 16;
+  return units < kLargestIniFile &&
+         size_ + kMostBytesOfAUnit * units + kBracketsAndLineEnds <= kLargestIniFile;
+}
+
+IniDocument::Piece IniDocument::Store(std::string_view bytes) {
+  const Piece piece{static_cast<std::uint32_t>(buffer_.size()), static_cast<std::uint32_t>(bytes.size())};
+  buffer_ += bytes;
+  return piece;
+}
+
+void IniDocument::Replace(Piece& piece, std::string_view bytes) {
+  size_ = size_ - piece.size + bytes.size();
+  piece = Store(bytes);
+}
+
+void IniDocument::CompactIfWasteful() {
+  if (buffer_.size() > kWastefulBuffer) *this = IniDocument(*conversion_, Bytes());
+}
+
+}  // namespace platform::posix

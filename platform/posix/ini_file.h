@@ -1,0 +1,64 @@
+#pragma once
+// One INI file on the disk: parsed once, read again when it changed, replaced in one step.
+// Not for the rules of the format (platform/posix/ini_document.h).
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/posix/ini_document.h"
+#include "platform/posix/whole_file.h"
+#include "platform/text.h"
+#include "platform/text_conversion.h"
+
+namespace platform::posix {
+
+/// One change: no value deletes the key, no key deletes the section.
+struct IniEdit {
+  Text section;
+  std::optional<Text> key;
+  std::optional<Text> value;
+};
+
+/// A missing file, one that cannot be read and one larger than kLargestIniFile read as empty; only the
+/// missing one can be written. The conversion must outlive the file.
+class IniFile {
+ public:
+  IniFile(TextConversion& conversion, std::string path);
+
+  /// What the file says now, with the changes that were collected.
+  IniDocument& Read();
+
+  /// Makes a change in memory and remembers it for Write. False when the file cannot say so.
+  bool Collect(IniEdit edit);
+
+  [[nodiscard]] bool HasCollected() const { return !edits_.empty(); }
+
+  /// Brings the collected changes to the disk, on top of what other programs wrote meanwhile. False when
+  /// that failed; the file is then what it was, and the changes are forgotten.
+  bool Write();
+
+ private:
+  enum class State { kUnknown, kMissing, kUnreadable, kRead };
+
+  [[nodiscard]] bool IsCurrent();
+  void Load();
+  void Forget();
+  bool Apply(const IniEdit& edit);
+  bool WriteTogether(const std::vector<IniEdit>& edits);
+  bool MergeWithDisk(const std::vector<IniEdit>& edits);
+  bool Replace();
+
+  TextConversion& conversion_;
+  std::string path_;
+  State state_ = State::kUnknown;
+  IniDocument document_;
+  FileStamp stamp_;
+  std::size_t hash_ = 0;      ///< of the bytes on the disk
+  bool is_fresh_ = false;     ///< the file was so new when read that its stamp may not show the next change
+  bool has_changes_ = false;  ///< the document differs from the file
+  std::vector<IniEdit> edits_;
+};
+
+}  // namespace platform::posix

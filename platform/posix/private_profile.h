@@ -1,0 +1,43 @@
+#pragma once
+// Adapter: the private-profile operations on INI files of the disk.
+// Not for the format or the disk themselves (platform/posix/ini_document.h, platform/posix/ini_file.h).
+
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "platform/native_paths.h"
+#include "platform/posix/ini_file.h"
+#include "platform/private_profile.h"
+#include "platform/text_conversion.h"
+
+namespace platform::posix {
+
+/// A file that begins with FF FE is UTF-16LE, one that begins with EF BB BF is UTF-8, any other and every new
+/// one is code page 1252. Names and values end at a NUL. Both ports must outlive the object.
+class IniPrivateProfile final : public PrivateProfile {
+ public:
+  IniPrivateProfile(NativePaths& paths, TextConversion& conversion);
+
+  std::uint32_t GetPrivateProfileStringW(const Text& section, const Text& key, const Text& default_value,
+                                         std::span<char16_t> buffer, const Text& path) override;
+  bool WritePrivateProfileStringW(const Text& section, const std::optional<Text>& key,
+                                  const std::optional<Text>& value, const Text& path) override;
+  std::uint32_t GetPrivateProfileSectionNamesA(std::span<char> buffer, const Text& path) override;
+  void BeginWriteGroup() override;
+  bool EndWriteGroup() override;
+
+ private:
+  [[nodiscard]] IniFile* FileOf(const Text& path);
+  bool WriteCollected();
+  std::optional<Text> Value(const Text& section, const Text& key, const Text& path);
+  std::string JoinedNames(const Text& path);
+
+  NativePaths& paths_;
+  TextConversion& conversion_;
+  std::map<std::string, IniFile> files_;
+  int open_groups_ = 0;
+};
+
+}  // namespace platform::posix

@@ -1,0 +1,64 @@
+#pragma once
+// Reads a regular file at once and replaces one in a single step. Names are the system's own.
+// Not for files that grow while they are written, nor for the meaning of their bytes.
+
+#include <sys/types.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+struct stat;
+
+namespace platform::posix {
+
+/// What tells one state of a file from another: which file it is, its size and its times in nanoseconds.
+struct FileStamp {
+  dev_t device = 0;
+  ino_t inode = 0;
+  off_t size = 0;
+  std::int64_t modified = 0;
+  std::int64_t changed = 0;
+
+  friend bool operator==(const FileStamp&, const FileStamp&) = default;
+};
+
+FileStamp StampOf(const struct stat& status);
+
+struct WholeFile {
+  std::string bytes;
+  FileStamp stamp;
+};
+
+enum class ReadFailure {
+  kMissing,    ///< there is nothing under this name
+  kUnreadable  ///< there is something, but no readable regular file within the limit
+};
+
+struct ReadResult {
+  std::optional<WholeFile> file;
+  ReadFailure failure = ReadFailure::kUnreadable;  ///< has a meaning when there is no file
+};
+
+/// The bytes of a regular file of at most `limit` bytes. Never waits for the other end of a pipe.
+ReadResult ReadRegularFile(const std::string& path, std::size_t limit);
+
+/// The file that `path` means once symbolic links in its last part are followed; it need not exist. Nothing
+/// when the links go in a circle.
+std::optional<std::string> FollowLinks(const std::string& path);
+
+/// The folder part of a path, "." when it has none.
+std::string FolderOf(const std::string& path);
+
+/// Creates the file or replaces its contents in one step: a temporary file beside it is written, brought to
+/// the disk and renamed. Of an existing file the permissions stay, the owner where the system allows it, and
+/// a symbolic link (its target is replaced). Nothing when it failed (no such folder, read-only file or
+/// folder, no regular file, full disk); the file is then what it was.
+std::optional<FileStamp> ReplaceFile(const std::string& path, std::string_view bytes);
+
+/// Writes all of `bytes`; false when the system took only a part of them, whose size is added to `written`.
+bool WriteAll(int file, std::string_view bytes, std::size_t& written);
+
+}  // namespace platform::posix

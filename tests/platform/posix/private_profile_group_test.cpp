@@ -1,0 +1,171 @@
+// Many writes in one replacement, and two programs that write the same file.
+
+#include <sys/stat.h>
+
+#include <chrono>
+#include <filesystem>
+
+#include "platform/posix/private_profile.h"
+#include "tests/platform/posix/child_process.h"
+#include "tests/platform/posix/ini_fixture.h"
+
+namespace platform::posix {
+namespace {
+
+Text Number(int number) {
+  const std::string digits = std::to_string(number);
+  return {digits.begin(), digits.end()};
+}
+
+class PrivateProfileGroup : public IniFixture {
+ protected:
+  /// Writes 200 keys of its own, one by one, through an object of its own.
+  static bool WriteKeys(const Text& prefix, const Text& path) {
+    PosixNativePaths native_paths;
+    icu::IcuTextConversion text_conversion;
+    IniPrivateProfile other(native_paths, text_conversion);
+    for (int number = 0; number < 200; ++number) {
+      if (!other.WritePrivateProfileStringW(u"a", prefix + Number(number), prefix, path)) return false;
+    }
+    return true;
+  }
+};
+
+TEST_F(PrivateProfileGroup, ReadsSeeWhatIsCollectedAndTheDiskOnlyTheEnd) {
+  Given("[a]\r\nk=1\r\n");
+  WriteGroup group(profile);
+  EXPECT_TRUE(Write(u"a", u"k", u"2"));
+  EXPECT_TRUE(Write(u"b", u"l", u"3"));
+  EXPECT_EQ(Read(u"a", u"k"), u"2");
+  EXPECT_EQ(Names(), "a|b|");
+  EXPECT_EQ(Bytes(), "[a]\r\nk=1\r\n");
+  EXPECT_TRUE(group.End());
+  EXPECT_EQ(Bytes(), "[a]\r\nk=2\r\n[b]\r\nl=3\r\n");
+}
+
+TEST_F(PrivateProfileGroup, OnlyTheOutermostEndWrites) {
+  profile.BeginWriteGroup();
+  profile.BeginWriteGroup();
+  EXPECT_TRUE(Write(u"a", u"k", u"1"));
+  EXPECT_TRUE(profile.EndWriteGroup());
+  EXPECT_EQ(Bytes(), "<missing>");
+  EXPECT_TRUE(profile.EndWriteGroup());
+  EXPECT_EQ(Bytes(), "[a]\r\nk=1\r\n");
+  EXPECT_TRUE(profile.EndWriteGroup());
+}
+
+TEST_F(PrivateProfileGroup, EachTouchedFileIsReplacedOnce) {
+  Given("[a]\r\nk=1\r\n");
+  folder.Write("other.ini", "[b]\r\nl=1\r\n");
+  WriteGroup group(profile);
+  EXPECT_TRUE(Write(u"a", u"k", u"2"));
+  EXPECT_TRUE(profile.WritePrivateProfileStringW(u"b", u"l", u"2", folder.TextPath("other.ini")));
+  EXPECT_TRUE(group.End());
+  EXPECT_EQ(Bytes(), "[a]\r\nk=2\r\n");
+  EXPECT_EQ(folder.Read("other.ini"), "[b]\r\nl=2\r\n");
+}
+
+TEST_F(PrivateProfileGroup, OneFileThatCannotBeReplacedDoesNotKeepTheOtherFromIt) {
+  Given("[a]\r\nk=1\r\n");
+  WriteGroup group(profile);
+  EXPECT_TRUE(profile.WritePrivateProfileStringW(u"b", u"l", u"2", folder.TextPath() + u"\\missing\\x.ini"));
+  EXPECT_TRUE(Write(u"a", u"k", u"2"));
+  EXPECT_FALSE(group.End());
+  EXPECT_EQ(Bytes(), "[a]\r\nk=2\r\n");
+}
+
+TEST_F(PrivateProfileGroup, AFailedGroupIsForgotten) {
+  std::filesystem::create_directory(folder.Path() / "test.ini");
+  {
+    WriteGroup group(profile);
+    EXPECT_TRUE(Write(u"a", u"k", u"2"));
+    EXPECT_EQ(Read(u"a", u"k"), u"2");
+    EXPECT_FALSE(group.End());
+  }
+  EXPECT_EQ(Read(u"a", u"k"), u"(default)");
+  std::filesystem::remove(folder.Path() / "test.ini");
+  EXPECT_TRUE(Write(u"a", u"l", u"3"));
+  EXPECT_EQ(Bytes(), "[a]\r\nl=3\r\n");
+}
+
+TEST_F(PrivateProfileGroup, AGroupThatChangesNothingDoesNotTouchTheFile) {
+  Given("[a]\r\nk=1\r\n");
+  struct stat before {};
+  ASSERT_EQ(::stat((folder.Path() / "test.ini").c_str(), &before), 0);
+  WriteGroup group(profile);
+  EXPECT_TRUE(Write(u"a", u"k", u"1"));
+  EXPECT_TRUE(DeleteSection(u"b"));
+  EXPECT_TRUE(group.End());
+  struct stat after {};
+  ASSERT_EQ(::stat((folder.Path() / "test.ini").c_str(), &after), 0);
+  EXPECT_EQ(before.st_ino, after.st_ino);
+}
+
+TEST_F(PrivateProfileGroup, WhatAnotherProgramWroteMeanwhileStays) {
+  Given("[a]\r\nk=1\r\n");
+  WriteGroup group(profile);
+  EXPECT_TRUE(Write(u"a", u"k", u"2"));
+  EXPECT_TRUE(DeleteSection(u"old"));
+  Given("[a]\r\nk=1\r\nother=5\r\n[old]\r\nx=1\r\n");
+  EXPECT_TRUE(group.End());
+  EXPECT_EQ(Bytes(), "[a]\r\nk=2\r\nother=5\r\n");
+}
+
+TEST_F(PrivateProfileGroup, ManyKeysOfOneSectionAndManyDeletionsStayFast) {
+  const auto start = std::chrono::steady_clock::now();
+  WriteGroup group(profile);
+  for (const char16_t* const value : {u"1", u"2"}) {
+    for (int number = 0; number < 50000; ++number) EXPECT_TRUE(Write(u"a", Number(number), value));
+  }
+  for (int number = 0; number < 50000; ++number) EXPECT_TRUE(DeleteKey(u"a", Number(number)));
+  for (int number = 0; number < 50000; ++number) EXPECT_TRUE(Write(u"a", Number(number), u"3"));
+  EXPECT_TRUE(group.End());
+  EXPECT_EQ(Read(u"a", u"49999"), u"3");
+  // Quadratic work would take minutes; the bound leaves room for sanitizers and a busy machine.
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
+}
+
+TEST_F(PrivateProfileGroup, ACatalogueOfTwentyThousandStationsIsWrittenAndReadQuickly) {
+  const Text keys[] = {u"Station", u"Link", u"Genre", u"Favorit", u"M3uNr"};
+  const auto start = std::chrono::steady_clock::now();
+  WriteGroup group(profile);
+  for (int station = 0; station < 20000; ++station) {
+    for (const Text& key : keys)
+      EXPECT_TRUE(Write(u"Radio Größe " + Number(station), key, key + Number(station)));
+  }
+  EXPECT_TRUE(group.End());
+  const auto written = std::chrono::steady_clock::now();
+  IniPrivateProfile reader(paths, conversion);
+  std::vector<char16_t> buffer(1024);
+  for (int station = 0; station < 20000; ++station) {
+    for (const Text& key : keys) {
+      const Text name = u"Radio Größe " + Number(station);
+      const auto count = reader.GetPrivateProfileStringW(name, key, u"", buffer, Path());
+      ASSERT_EQ(Text(buffer.data(), count), key + Number(station));
+    }
+  }
+  const auto read = std::chrono::steady_clock::now();
+  using Milliseconds = std::chrono::duration<double, std::milli>;
+  RecordProperty("written_ms", std::to_string(Milliseconds(written - start).count()));
+  RecordProperty("read_ms", std::to_string(Milliseconds(read - written).count()));
+  EXPECT_LT(read - start, std::chrono::seconds(30));
+}
+
+TEST_F(PrivateProfileGroup, TwoProgramsWritingDifferentKeysAtTheSameTimeBothSucceed) {
+  Given("[a]\r\n");
+  const pid_t other = ::fork();
+  ASSERT_GE(other, 0);
+  if (other == 0) ::_exit(WriteKeys(u"child", Path()) ? 0 : 1);
+  EXPECT_TRUE(WriteKeys(u"parent", Path()));
+  int status = 0;
+  ASSERT_EQ(::waitpid(other, &status, 0), other);
+  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+  for (int number = 0; number < 200; ++number) {
+    EXPECT_EQ(Read(u"a", u"child" + Number(number)), u"child");
+    EXPECT_EQ(Read(u"a", u"parent" + Number(number)), u"parent");
+  }
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
+}
+
+}  // namespace
+}  // namespace platform::posix
