@@ -13,6 +13,7 @@ Form2::Form2() {
     Label2[row].Move({150, top, 1100, 375});
     TextBox1[row].Move({1300, top, 5100, 375});
     CommandButton3[row].Move({6500, top, 525, 375});
+    CommandButton3[row].SetGlyph(controls::Glyph::kPaste);
     CommandButton3[row].SetToolTip(u"Text aus der Zwischenablage einfügen");
   }
   Label2[2].Move({150, 1140, 1100, 375});

@@ -46,16 +46,20 @@ function(funkhaus_room name directory)
   endforeach()
 endfunction()
 
-# funkhaus_test(NAME DIR [LINKS room-or-target ...] [PROPERTIES key value ...]): every *_test.cpp directly
-# in DIR as one GoogleTest program whose cases CTest knows one by one.
+# funkhaus_test(NAME DIR [OWN_MAIN] [LINKS room-or-target ...] [PROPERTIES key value ...]): every *.cpp
+# directly in DIR as one GoogleTest program whose cases CTest knows one by one. With OWN_MAIN one of the
+# files has the main function.
 function(funkhaus_test name directory)
-  cmake_parse_arguments(TEST "" "" "LINKS;PROPERTIES" ${ARGN})
+  cmake_parse_arguments(TEST "OWN_MAIN" "" "LINKS;PROPERTIES" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${directory}/*.cpp)
   if(NOT sources)
     return()
   endif()
   add_executable(test_${name} ${sources})
-  target_link_libraries(test_${name} PRIVATE funkhaus_options GTest::gmock GTest::gtest_main)
+  target_link_libraries(test_${name} PRIVATE funkhaus_options GTest::gmock GTest::gtest)
+  if(NOT TEST_OWN_MAIN)
+    target_link_libraries(test_${name} PRIVATE GTest::gtest_main)
+  endif()
   foreach(link IN LISTS TEST_LINKS)
     if(link MATCHES "::")
       target_link_libraries(test_${name} PRIVATE ${link})

@@ -27,7 +27,7 @@ class Label final : public Captioned {};
 class Frame final : public Captioned {};
 
 /// How a button's caption is drawn: as text, or as the glyph that the caption stands for in a symbol font.
-enum class Glyph { kNone, kCheckMark, kLoudspeaker, kClose };
+enum class Glyph { kNone, kCheckMark, kLoudspeaker, kClose, kPaste };
 
 class CommandButton final : public Captioned {
  public:

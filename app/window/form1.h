@@ -70,6 +70,13 @@ struct Form1 {
   controls::Timer tmPlay;  // position, every 500 ms
   controls::Timer Timer1;  // peak bars, every 20 ms
   controls::Timer Timer2;  // title, every 5000 ms
+
+ private:
+  void MakePanels();
+  void MakePlaying();
+  void MakeEditor();
+  void MakeViews();
+  void MakeInformation();
 };
 
 }  // namespace app

@@ -1,0 +1,79 @@
+#include "platform/qt/captioned_bindings.h"
+
+#include "platform/qt/text.h"
+
+namespace platform::qt {
+
+LabelBinding::LabelBinding(controls::Label& label, QLabel& widget, const TwipScale& scale)
+    : WidgetBinding(label, widget, scale), label_(label), widget_(widget) {
+  widget_.setTextFormat(Qt::PlainText);
+  subscriptions_ += label.Changed.Subscribe([this] { Follow(); });
+  Follow();
+}
+
+void LabelBinding::Follow() {
+  // Only beside a field does a label read "&" as the mark of a shortcut.
+  const QString text =
+      widget_.buddy() != nullptr ? WithoutMnemonics(label_.Caption()) : ToQt(label_.Caption());
+  if (widget_.text() != text) widget_.setText(text);
+}
+
+FittedLabelBinding::FittedLabelBinding(controls::Label& label, FittedLabel& widget, const TwipScale& scale)
+    : WidgetBinding(label, widget, scale), label_(label), widget_(widget) {
+  subscriptions_ += label.Changed.Subscribe([this] { Follow(); });
+  Follow();
+}
+
+void FittedLabelBinding::Follow() {
+  const QString text = ToQt(label_.Caption());
+  if (widget_.text() != text) widget_.ShowText(text);
+}
+
+FrameBinding::FrameBinding(controls::Frame& frame, QGroupBox& widget, const TwipScale& scale)
+    : WidgetBinding(frame, widget, scale), frame_(frame), widget_(widget) {
+  subscriptions_ += frame.Changed.Subscribe([this] { Follow(); });
+  Follow();
+}
+
+void FrameBinding::Follow() {
+  const QString title = WithoutMnemonics(frame_.Caption());
+  if (widget_.title() != title) widget_.setTitle(title);
+}
+
+CommandButtonBinding::CommandButtonBinding(controls::CommandButton& button, CommandButtonWidget& widget,
+                                           const TwipScale& scale)
+    : WidgetBinding(button, widget, scale), button_(button), widget_(widget) {
+  subscriptions_ += button.Changed.Subscribe([this] { Follow(); });
+  QObject::connect(&widget_, &QPushButton::clicked, &context_, [this] { button_.Click(); });
+  widget_.on_context_click = [this] { button_.ContextClick(); };
+  Follow();
+  const bool drawn = button.GetGlyph() != controls::Glyph::kNone;
+  if (drawn && !button.ToolTip().empty()) widget_.setAccessibleName(ToQt(button.ToolTip()));
+}
+
+void CommandButtonBinding::Follow() {
+  const QString text = WithoutMnemonics(button_.Caption());
+  if (widget_.text() != text) widget_.setText(text);
+  widget_.SetGlyph(button_.GetGlyph());
+}
+
+CheckBoxBinding::CheckBoxBinding(controls::CheckBox& box, QCheckBox& widget, const TwipScale& scale)
+    : WidgetBinding(box, widget, scale), box_(box), widget_(widget) {
+  subscriptions_ += box.Changed.Subscribe([this] { Follow(); });
+  QObject::connect(&widget_, &QCheckBox::toggled, &context_,
+                   [this](bool checked) { TakeUsersChoice(checked); });
+  Follow();
+}
+
+void CheckBoxBinding::Follow() {
+  const QString text = WithoutMnemonics(box_.Caption());
+  if (widget_.text() != text) widget_.setText(text);
+  if (widget_.isChecked() != box_.Checked()) widget_.setChecked(box_.Checked());
+}
+
+void CheckBoxBinding::TakeUsersChoice(bool checked) {
+  if (checked == box_.Checked()) return;  // the box came first
+  box_.Click();
+}
+
+}  // namespace platform::qt

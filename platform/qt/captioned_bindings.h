@@ -1,0 +1,70 @@
+#pragma once
+// Binds the controls that carry a caption to their widgets: label, frame, command button, check box.
+// Not the bindings of controls whose text the user edits (platform/qt/text_bindings.h).
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+
+#include "controls/captioned.h"
+#include "platform/qt/command_button_widget.h"
+#include "platform/qt/fitted_label.h"
+#include "platform/qt/widget_binding.h"
+
+namespace platform::qt {
+
+/// A short fixed caption, usually beside a field.
+class LabelBinding final : public WidgetBinding {
+ public:
+  LabelBinding(controls::Label& label, QLabel& widget, const TwipScale& scale);
+
+ private:
+  void Follow();
+  controls::Label& label_;
+  QLabel& widget_;
+};
+
+/// A text that may be longer than its place.
+class FittedLabelBinding final : public WidgetBinding {
+ public:
+  FittedLabelBinding(controls::Label& label, FittedLabel& widget, const TwipScale& scale);
+
+ private:
+  void Follow();
+  controls::Label& label_;
+  FittedLabel& widget_;
+};
+
+class FrameBinding final : public WidgetBinding {
+ public:
+  FrameBinding(controls::Frame& frame, QGroupBox& widget, const TwipScale& scale);
+
+ private:
+  void Follow();
+  controls::Frame& frame_;
+  QGroupBox& widget_;
+};
+
+class CommandButtonBinding final : public WidgetBinding {
+ public:
+  CommandButtonBinding(controls::CommandButton& button, CommandButtonWidget& widget, const TwipScale& scale);
+  ~CommandButtonBinding() override { widget_.on_context_click = nullptr; }
+
+ private:
+  void Follow();
+  controls::CommandButton& button_;
+  CommandButtonWidget& widget_;
+};
+
+class CheckBoxBinding final : public WidgetBinding {
+ public:
+  CheckBoxBinding(controls::CheckBox& box, QCheckBox& widget, const TwipScale& scale);
+
+ private:
+  void Follow();
+  void TakeUsersChoice(bool checked);
+  controls::CheckBox& box_;
+  QCheckBox& widget_;
+};
+
+}  // namespace platform::qt

@@ -1,0 +1,13 @@
+#pragma once
+// The clipboard's text by Qt. Not other kinds of content.
+
+#include "platform/shell.h"
+
+namespace platform::qt {
+
+class QtClipboard final : public Clipboard {
+ public:
+  Text GetText() override;
+};
+
+}  // namespace platform::qt

@@ -1,0 +1,71 @@
+#include "platform/qt/close_requests.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <QGuiApplication>
+#include <QSessionManager>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <utility>
+
+namespace platform::qt {
+namespace {
+
+constexpr std::array kSignals = {SIGTERM, SIGHUP, SIGINT};
+
+// A signal handler has no other way to reach anything than what is known program-wide.
+volatile std::sig_atomic_t wake_descriptor = -1;
+std::array<int, 2> descriptors = {-1, -1};
+std::array<struct sigaction, kSignals.size()> former{};
+
+void OnSignal(int /*signal*/) {
+  const int error = errno;
+  const char byte = 1;
+  [[maybe_unused]] const ssize_t written = ::write(wake_descriptor, &byte, 1);
+  errno = error;
+}
+
+bool OpenPipe() { return ::pipe2(descriptors.data(), O_CLOEXEC | O_NONBLOCK) == 0; }
+
+}  // namespace
+
+CloseRequests::CloseRequests(controls::Form& form) : form_(form) {
+  connect(qGuiApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& manager) {
+    // Closing may ask whether to save, which the session has to allow first.
+    const bool asked = manager.allowsInteraction();
+    form_.Close();
+    if (asked) manager.release();
+  });
+  if (!OpenPipe()) return;
+  wake_descriptor = descriptors[1];
+  notifier_ = std::make_unique<QSocketNotifier>(descriptors[0], QSocketNotifier::Read);
+  connect(notifier_.get(), &QSocketNotifier::activated, this, [this] { Arrived(); });
+  struct sigaction action {};
+  action.sa_handler = OnSignal;
+  action.sa_flags = SA_RESTART;
+  sigemptyset(&action.sa_mask);
+  for (std::size_t index = 0; index < kSignals.size(); ++index) {
+    ::sigaction(kSignals[index], &action, &former[index]);
+  }
+}
+
+CloseRequests::~CloseRequests() {
+  if (!notifier_) return;
+  for (std::size_t index = 0; index < kSignals.size(); ++index) {
+    ::sigaction(kSignals[index], &former[index], nullptr);
+  }
+  notifier_.reset();
+  wake_descriptor = -1;
+  for (int& descriptor : descriptors) ::close(std::exchange(descriptor, -1));
+}
+
+void CloseRequests::Arrived() {
+  std::array<char, 16> bytes{};
+  while (::read(descriptors[0], bytes.data(), bytes.size()) > 0) {
+  }
+  form_.Close();
+}
+
+}  // namespace platform::qt

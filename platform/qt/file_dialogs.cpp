@@ -1,0 +1,92 @@
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include "platform/qt/dialogs.h"
+#include "platform/qt/text.h"
+
+namespace platform::qt {
+namespace {
+
+/// The pairs of description and pattern as Qt's name filters, "description (pattern pattern)".
+QStringList NameFilters(const Text& filter) {
+  const QStringList parts = ToQt(filter).split(QChar(u'\0'));
+  QStringList filters;
+  for (qsizetype pair = 0; pair + 1 < parts.size(); pair += 2) {
+    QString pattern = parts[pair + 1];
+    if (parts[pair].isEmpty() || pattern.isEmpty()) break;
+    pattern.replace(QLatin1Char(';'), QLatin1Char(' '));
+    const QString in_brackets = QLatin1Char('(') + pattern + QLatin1Char(')');
+    const bool names_pattern = parts[pair].endsWith(in_brackets);
+    filters << (names_pattern ? parts[pair] : parts[pair] + QLatin1Char(' ') + in_brackets);
+  }
+  return filters;
+}
+
+Text UpToNul(const Text& text) { return text.substr(0, text.find(u'\0')); }
+
+std::string NativeName(const QString& name) { return QFile::encodeName(name).toStdString(); }
+
+void NameParts(QFileDialog& dialog, Language language, bool save) {
+  const auto text = [&](const char16_t* german, const char16_t* english) {
+    return InLanguage(language, german, english);
+  };
+  dialog.setLabelText(QFileDialog::Accept, save ? text(u"&Speichern", u"&Save") : text(u"&Öffnen", u"&Open"));
+  dialog.setLabelText(QFileDialog::Reject, text(u"Abbrechen", u"Cancel"));
+  dialog.setLabelText(QFileDialog::LookIn, text(u"Suchen in:", u"Look in:"));
+  dialog.setLabelText(QFileDialog::FileName, text(u"Datei&name:", u"File &name:"));
+  dialog.setLabelText(QFileDialog::FileType, text(u"Dateityp:", u"Files of type:"));
+  if (dialog.windowTitle().isEmpty()) {
+    dialog.setWindowTitle(save ? text(u"Speichern unter", u"Save As") : text(u"Öffnen", u"Open"));
+  }
+}
+
+}  // namespace
+
+bool QtDialogs::GetOpenFileNameW(OpenFileName& dialog) { return Choose(dialog, Direction::kOpen); }
+
+bool QtDialogs::GetSaveFileNameW(OpenFileName& dialog) { return Choose(dialog, Direction::kSave); }
+
+QString QtDialogs::StartFolder(const OpenFileName& dialog) {
+  const auto usable = [](const QString& folder) { return !folder.isEmpty() && QFileInfo(folder).isDir(); };
+  const QString wanted =
+      QFile::decodeName(QByteArray::fromStdString(paths_.ToNative(UpToNul(dialog.initial_folder))));
+  if (usable(wanted)) return wanted;
+  if (usable(last_folder_)) return last_folder_;
+  const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  return usable(documents) ? documents : QDir::homePath();
+}
+
+bool QtDialogs::Choose(OpenFileName& dialog, Direction direction) {
+  const bool save = direction == Direction::kSave;
+  QFileDialog window(Owner(), ToQt(UpToNul(dialog.title)), StartFolder(dialog));
+  window.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  const bool must_exist = !save && (dialog.flags & kOfnFileMustExist) != 0;
+  window.setFileMode(must_exist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+  window.setOption(QFileDialog::DontConfirmOverwrite, (dialog.flags & kOfnOverwritePrompt) == 0);
+  const QStringList filters = NameFilters(dialog.filter);
+  if (!filters.isEmpty()) window.setNameFilters(filters);
+  const QString extension = ToQt(UpToNul(dialog.default_extension));
+  // The dialog has to know the extension before it asks whether to replace an existing file.
+  if (save) window.setDefaultSuffix(extension);
+  NameParts(window, language_, save);
+  const Text name = UpToNul(dialog.file);
+  if (!name.empty()) window.selectFile(QFile::decodeName(QByteArray::fromStdString(paths_.ToNative(name))));
+  if (window.exec() != QDialog::Accepted || window.selectedFiles().isEmpty()) return false;
+
+  QString chosen = window.selectedFiles().first();
+  const bool no_extension = !QFileInfo(chosen).fileName().contains(QLatin1Char('.'));
+  if (no_extension && !extension.isEmpty() && !QFileInfo::exists(chosen)) {
+    chosen += QLatin1Char('.') + extension;
+  }
+  last_folder_ = QFileInfo(chosen).absolutePath();
+  const Text path = paths_.FromNative(NativeName(chosen));
+  if (path.empty() || path.size() >= dialog.file.size()) return false;
+  dialog.file.replace(0, path.size(), path);
+  dialog.file[path.size()] = u'\0';
+  return true;
+}
+
+}  // namespace platform::qt

@@ -1,0 +1,40 @@
+#pragma once
+// The rows of a list as Qt's views read them. Not a copy of the rows: texts are read when they are painted.
+
+#include <QAbstractTableModel>
+#include <vector>
+
+#include "controls/list_view.h"
+#include "platform/qt/icons.h"
+
+namespace platform::qt {
+
+/// The list announces its changes after they were made. The model therefore keeps the number of rows that
+/// the views know of, and answers empty for a row that is gone already.
+class ListModel final : public QAbstractTableModel {
+ public:
+  ListModel(const controls::ListView& list, const QtIcons& icons);
+
+  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+  [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+  // The announcements of the list
+  void TakeAllRows();
+  void TakeAddedRows(std::size_t first, std::size_t count);
+  void TakeRemovedRow(std::size_t position);
+  void TakeChangedRow(std::size_t position);
+  /// True when the columns or their captions are others than before.
+  bool TakeColumns();
+
+ private:
+  [[nodiscard]] QVariant Icon(const controls::ListRow& row) const;
+
+  const controls::ListView& list_;
+  const QtIcons& icons_;
+  int rows_ = 0;
+  std::vector<Text> captions_;
+};
+
+}  // namespace platform::qt

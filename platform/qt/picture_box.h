@@ -1,0 +1,26 @@
+#pragma once
+// Shows one picture scaled to the widget's place. Not for icons in lists or on buttons.
+
+#include <QImage>
+#include <QPixmap>
+#include <QWidget>
+
+namespace platform::qt {
+
+class PictureBox final : public QWidget {
+ public:
+  explicit PictureBox(QWidget* parent);
+
+  /// A null image shows nothing.
+  void SetPicture(const QImage& picture);
+  [[nodiscard]] const QImage& Picture() const { return picture_; }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QImage picture_;
+  QPixmap scaled_;  // the picture at the size in which it was painted last
+};
+
+}  // namespace platform::qt

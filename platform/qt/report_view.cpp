@@ -1,0 +1,162 @@
+#include "platform/qt/report_view.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QStyledItemDelegate>
+#include <QToolTip>
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+#include "platform/qt/text.h"
+
+namespace platform::qt {
+namespace {
+
+constexpr int kIconSide = 32;
+
+/// Gives all rows the same height, with room round text and icon.
+class RowDelegate final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    constexpr int kSpacing = 6;
+    const QSize size = QStyledItemDelegate::sizeHint(option, index);
+    return {size.width(), std::max(size.height(), option.fontMetrics.height() + kSpacing)};
+  }
+};
+
+qint64 Milliseconds() {
+  using std::chrono::duration_cast;
+  using std::chrono::milliseconds;
+  return duration_cast<milliseconds>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+}  // namespace
+
+ReportView::ReportView(QWidget* parent) : QTreeView(parent) {
+  setRootIsDecorated(false);
+  setItemsExpandable(false);
+  setUniformRowHeights(true);
+  setAllColumnsShowFocus(true);
+  setAlternatingRowColors(true);
+  setSelectionMode(QAbstractItemView::SingleSelection);
+  setSelectionBehavior(QAbstractItemView::SelectRows);
+  setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+  setTextElideMode(Qt::ElideRight);
+  setIconSize(QSize(kIconSide, kIconSide));
+  setItemDelegate(new RowDelegate(this));
+  header()->setSectionsClickable(true);
+  header()->setSectionsMovable(false);
+  header()->setStretchLastSection(false);
+  header()->setHighlightSections(false);
+}
+
+std::optional<int> ReportView::SelectedRow() const {
+  const QModelIndexList rows = selectionModel()->selectedRows();
+  if (rows.isEmpty()) return std::nullopt;
+  return rows.first().row();
+}
+
+void ReportView::ScrollTo(int row) {
+  if (!isVisible()) {
+    scroll_when_shown_ = row;
+    return;
+  }
+  scrollTo(model()->index(row, 0));
+}
+
+void ReportView::showEvent(QShowEvent* event) {
+  QTreeView::showEvent(event);
+  const auto row = std::exchange(scroll_when_shown_, std::nullopt);
+  if (row) scrollTo(model()->index(*row, 0));
+}
+
+bool ReportView::StartsWith(int row, const QString& text) const {
+  return model()->index(row, 0).data().toString().startsWith(text, Qt::CaseInsensitive);
+}
+
+void ReportView::keyboardSearch(const QString& search) {
+  const int rows = model()->rowCount();
+  if (rows == 0 || search.isEmpty()) return;
+  const qint64 now = Milliseconds();
+  if (now - searched_at_ > QApplication::keyboardInputInterval()) searched_.clear();
+  searched_at_ = now;
+  searched_ += search;
+  // The same letter again and again goes from row to row.
+  const bool repeated = searched_.count(searched_.at(0)) == searched_.size();
+  const QString wanted = repeated ? searched_.left(1) : searched_;
+  const int current = currentIndex().isValid() ? currentIndex().row() : -1;
+  const int start = repeated ? current + 1 : std::max(current, 0);
+  for (int step = 0; step < rows; ++step) {
+    const int row = (start + step) % rows;
+    if (!StartsWith(row, wanted)) continue;
+    setCurrentIndex(model()->index(row, 0));
+    return;
+  }
+}
+
+void ReportView::keyPressEvent(QKeyEvent* event) {
+  const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+  if (plain && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+    if (!event->isAutoRepeat()) EnterPressed.Raise();
+    return;
+  }
+  if (plain && event->key() == Qt::Key_Delete) {
+    if (!event->isAutoRepeat()) DeletePressed.Raise();
+    return;
+  }
+  QTreeView::keyPressEvent(event);
+  UserMoved.Raise(event->isAutoRepeat() ? Movement::kMoving : Movement::kRested);
+}
+
+void ReportView::keyReleaseEvent(QKeyEvent* event) {
+  QTreeView::keyReleaseEvent(event);
+  if (!event->isAutoRepeat()) UserMoved.Raise(Movement::kRested);
+}
+
+void ReportView::mousePressEvent(QMouseEvent* event) {
+  QTreeView::mousePressEvent(event);
+  // A press beside the rows takes the selection away, so that a new entry can be made.
+  if (!indexAt(event->position().toPoint()).isValid()) selectionModel()->clearSelection();
+  UserMoved.Raise(Movement::kRested);
+}
+
+void ReportView::mouseReleaseEvent(QMouseEvent* event) {
+  QTreeView::mouseReleaseEvent(event);
+  UserMoved.Raise(Movement::kRested);
+}
+
+void ReportView::mouseDoubleClickEvent(QMouseEvent* event) {
+  QTreeView::mouseDoubleClickEvent(event);
+  const QModelIndex index = indexAt(event->position().toPoint());
+  if (event->button() == Qt::LeftButton && index.isValid()) RowDoubleClicked.Raise(index.row());
+}
+
+void ReportView::focusOutEvent(QFocusEvent* event) {
+  QTreeView::focusOutEvent(event);
+  UserMoved.Raise(Movement::kRested);
+}
+
+bool ReportView::viewportEvent(QEvent* event) {
+  if (event->type() == QEvent::ToolTip) {
+    const auto* help = static_cast<QHelpEvent*>(event);
+    ShowCellToolTip(help->pos(), help->globalPos());
+    return true;
+  }
+  return QTreeView::viewportEvent(event);
+}
+
+void ReportView::ShowCellToolTip(const QPoint& place, const QPoint& screen_place) {
+  const QModelIndex index = indexAt(place);
+  if (index.isValid() && sizeHintForIndex(index).width() > header()->sectionSize(index.column())) {
+    QToolTip::showText(screen_place, PlainToolTip(index.data().toString()), viewport());
+  } else {
+    QToolTip::hideText();
+  }
+}
+
+}  // namespace platform::qt

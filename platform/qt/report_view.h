@@ -1,0 +1,52 @@
+#pragma once
+// A list in report form with the habits of a station list: one row at a time, type-ahead in the first
+// column, Enter and Delete. Not bound to a list by itself.
+
+#include <QTreeView>
+#include <optional>
+
+#include "controls/event.h"
+
+namespace platform::qt {
+
+class ReportView final : public QTreeView {
+ public:
+  explicit ReportView(QWidget* parent);
+
+  /// The user's gestures, raised after the view has finished its own part, because what follows may take
+  /// long and pump. `UserMoved`: the selection may be another; auto-repeated keys come as kMoving, and
+  /// their end as kRested.
+  enum class Movement { kMoving, kRested };
+  controls::Event<Movement> UserMoved;
+  controls::Event<> EnterPressed;
+  controls::Event<> DeletePressed;
+  controls::Event<int> RowDoubleClicked;
+
+  /// The selected row.
+  [[nodiscard]] std::optional<int> SelectedRow() const;
+
+  /// Scrolls so far that the row is seen; later, when the view is not shown yet.
+  void ScrollTo(int row);
+
+  void keyboardSearch(const QString& search) override;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
+
+ private:
+  [[nodiscard]] bool StartsWith(int row, const QString& text) const;
+  void ShowCellToolTip(const QPoint& place, const QPoint& screen_place);
+
+  QString searched_;
+  qint64 searched_at_ = 0;
+  std::optional<int> scroll_when_shown_;
+};
+
+}  // namespace platform::qt

@@ -1,0 +1,30 @@
+#include "platform/qt/timer_binding.h"
+
+namespace platform::qt {
+namespace {
+
+// Below this a timer that may be five percent off is visibly uneven.
+constexpr int kNeedsPrecision = 100;
+
+}  // namespace
+
+TimerBinding::TimerBinding(controls::Timer& timer, const QtMessageLoop& loop) : timer_(timer), loop_(loop) {
+  subscription_ = timer.Changed.Subscribe([this] { Follow(); });
+  QObject::connect(&clock_, &QTimer::timeout, &clock_, [this] {
+    if (!loop_.PaintingOnly()) timer_.Fire();
+  });
+  Follow();
+}
+
+void TimerBinding::Follow() {
+  const int interval = timer_.Interval();
+  if (!timer_.Enabled() || interval <= 0) {
+    clock_.stop();
+    return;
+  }
+  if (clock_.isActive() && clock_.interval() == interval) return;
+  clock_.setTimerType(interval < kNeedsPrecision ? Qt::PreciseTimer : Qt::CoarseTimer);
+  clock_.start(interval);
+}
+
+}  // namespace platform::qt

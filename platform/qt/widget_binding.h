@@ -1,0 +1,55 @@
+#pragma once
+// What every widget shares with its control: place, visibility, whether it takes input, tooltip, focus.
+// Not the properties of one kind of control; those are in the bindings that derive from this.
+
+#include <QWidget>
+
+#include "controls/control.h"
+#include "platform/qt/twip_scale.h"
+#include "platform/text.h"
+
+namespace platform::qt {
+
+/// Follows one control with one widget. The widget belongs to its parent widget, the control to its form;
+/// both outlive the binding.
+class WidgetBinding {
+ public:
+  WidgetBinding(controls::Control& control, QWidget& widget, const TwipScale& scale);
+  virtual ~WidgetBinding() = default;
+  WidgetBinding(const WidgetBinding&) = delete;
+  WidgetBinding& operator=(const WidgetBinding&) = delete;
+
+  /// Takes the place over anew; to be called when the scale has changed.
+  virtual void FollowScale() { FollowPlace(); }
+
+ protected:
+  [[nodiscard]] const TwipScale& Scale() const { return scale_; }
+
+  controls::Subscriptions subscriptions_;
+  QObject context_;  // ends the connections to the widget's signals
+
+ private:
+  void Follow();
+  void FollowPlace();
+
+  controls::Control& control_;
+  QWidget& widget_;
+  const TwipScale& scale_;
+  Text shown_tool_tip_;
+};
+
+/// Marks the time in which a widget follows its control, so that the widget's own signals are known for
+/// echoes.
+class Following {
+ public:
+  explicit Following(bool& flag) : flag_(flag), outer_(flag) { flag_ = true; }
+  ~Following() { flag_ = outer_; }
+  Following(const Following&) = delete;
+  Following& operator=(const Following&) = delete;
+
+ private:
+  bool& flag_;
+  const bool outer_;
+};
+
+}  // namespace platform::qt
