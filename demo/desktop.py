@@ -1,0 +1,161 @@
+"""A desktop without hardware for the demonstration: a virtual screen, a silent sound card that can be listened
+to, real mouse events. Not a test framework, and nothing that the program itself uses."""
+import array
+import ctypes
+import math
+import os
+import pathlib
+import select
+import subprocess
+import time
+
+
+class Failure(Exception):
+    """Something that the demonstration needs did not happen."""
+
+
+def wait_for(what, condition, seconds, pause=0.1):
+    """Asks until the condition gives something true and returns that; fails after the time."""
+    end = time.monotonic() + seconds
+    while True:
+        result = condition()
+        if result:
+            return result
+        if time.monotonic() >= end:
+            raise Failure(f"waited {seconds} s for {what}")
+        time.sleep(pause)
+
+
+class Children:
+    """The processes that were started; all are ended together, last first."""
+
+    def __init__(self, log_folder):
+        self.log_folder = pathlib.Path(log_folder)
+        self.running = []
+
+    def start(self, name, command, **options):
+        log = open(self.log_folder / f"{name}.log", "wb")
+        options.setdefault("stdin", subprocess.DEVNULL)
+        options.setdefault("stdout", log)
+        child = subprocess.Popen(command, stderr=log, **options)
+        log.close()
+        self.running.append(child)
+        return child
+
+    def end(self):
+        for child in reversed(self.running):
+            if child.poll() is None:
+                child.terminate()
+            try:
+                child.wait(timeout=5)
+            except subprocess.TimeoutExpired:
+                child.kill()
+                child.wait()
+        self.running.clear()
+
+
+def start_screen(children, size="1400x900"):
+    """Starts a virtual screen and returns its display name. The server chooses the number, so that several
+    can run at once."""
+    reading, writing = os.pipe()
+    server = children.start("xvfb", ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{size}x24", "-nolisten",
+                                     "tcp"], pass_fds=[writing])
+    os.close(writing)
+    with os.fdopen(reading, "rb") as pipe:
+        ready, _, _ = select.select([pipe], [], [], 20)
+        number = pipe.readline().decode().strip() if ready else ""
+    if not number or server.poll() is not None:
+        raise Failure("the virtual screen did not start")
+    return f":{number}"
+
+
+class NullSink:
+    """A private sound server whose only card is silent; what is played can be recorded from its monitor."""
+
+    def __init__(self, children, folder):
+        folder = pathlib.Path(folder)
+        folder.mkdir(mode=0o700, parents=True)
+        socket = folder / "native"
+        self.environment = {"PULSE_SERVER": f"unix:{socket}", "PULSE_RUNTIME_PATH": str(folder),
+                            "PULSE_COOKIE": str(folder / "cookie")}
+        # Without "norewinds" playing sometimes stalls at its beginning.
+        server = children.start("pulseaudio", [
+            "pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "--log-target=stderr",
+            "--load=module-null-sink sink_name=demo rate=48000 norewinds=1",
+            f"--load=module-native-protocol-unix auth-anonymous=1 socket={socket}"],
+            env={**os.environ, **self.environment, "XDG_RUNTIME_DIR": str(folder), "HOME": str(folder)})
+        wait_for("the sound server", lambda: server.poll() is not None or socket.exists(), 20)
+        if server.poll() is not None:
+            raise Failure("the sound server did not start")
+
+    def loudness(self, seconds=1.0):
+        """The root mean square of what is heard now, in dB below full scale; -120 is silence."""
+        rate = 48000
+        wanted = int(rate * seconds) * 4
+        recorder = subprocess.Popen(["parec", "-d", "demo.monitor", "--format=s16le", f"--rate={rate}", "--channels=2",
+                                     "--latency-msec=50"], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                                    env={**os.environ, **self.environment})
+        recorded = b""
+        end = time.monotonic() + seconds + 10
+        try:
+            while len(recorded) < wanted and time.monotonic() < end:
+                if select.select([recorder.stdout], [], [], 0.5)[0]:
+                    piece = os.read(recorder.stdout.fileno(), 65536)
+                    if not piece:
+                        break
+                    recorded += piece
+        finally:
+            recorder.terminate()
+            recorder.wait()
+            recorder.stdout.close()
+        if len(recorded) < wanted:
+            raise Failure("the sound server's monitor could not be recorded")
+        samples = array.array("h", recorded[:wanted])
+        mean = sum(sample * sample for sample in samples) / len(samples)
+        return max(-120.0, 20 * math.log10(math.sqrt(mean) / 32768)) if mean else -120.0
+
+
+class Mouse:
+    """Moves and clicks the real pointer of a display."""
+
+    def __init__(self, display):
+        self.environment = {**os.environ, "DISPLAY": display}
+
+    def click(self, x, y, times=1):
+        subprocess.run(["xdotool", "mousemove", "--sync", str(x), str(y), "click", "--repeat", str(times), "--delay",
+                        "60", "1"], check=True, env=self.environment)
+
+
+def screenshot(display, path):
+    subprocess.run(["import", "-display", display, "-window", "root", str(path)], check=True)
+
+
+def close_window(display, process_id):
+    """Asks the main window of a process to close, as the cross in a title bar does: there is no window manager on
+    the virtual screen that could. See ICCCM, section 4.2.8.1, "Window Deletion"."""
+    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(process_id), "--name", "."],
+                           stdout=subprocess.PIPE, env={**os.environ, "DISPLAY": display}, check=False).stdout.split()
+    if not found:
+        raise Failure("the window to close is not there")
+
+    class ClientMessage(ctypes.Structure):
+        _fields_ = [("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("send_event", ctypes.c_int),
+                    ("display", ctypes.c_void_p), ("window", ctypes.c_ulong), ("message_type", ctypes.c_ulong),
+                    ("format", ctypes.c_int), ("data", ctypes.c_long * 5), ("room", ctypes.c_long * 24)]
+
+    x11 = ctypes.CDLL("libX11.so.6")
+    x11.XOpenDisplay.restype = ctypes.c_void_p
+    x11.XInternAtom.argtypes = [ctypes.c_void_p, ctypes.c_char_p, ctypes.c_int]
+    x11.XInternAtom.restype = ctypes.c_ulong
+    x11.XSendEvent.argtypes = [ctypes.c_void_p, ctypes.c_ulong, ctypes.c_int, ctypes.c_long, ctypes.c_void_p]
+    x11.XCloseDisplay.argtypes = [ctypes.c_void_p]
+    connection = x11.XOpenDisplay(display.encode())
+    if not connection:
+        raise Failure("no connection to the screen")
+    client_message = 33
+    for window in map(int, found):
+        event = ClientMessage(type=client_message, window=window, format=32,
+                              message_type=x11.XInternAtom(connection, b"WM_PROTOCOLS", 0))
+        event.data[0] = x11.XInternAtom(connection, b"WM_DELETE_WINDOW", 0)
+        x11.XSendEvent(connection, window, 0, 0, ctypes.byref(event))
+    x11.XCloseDisplay(connection)

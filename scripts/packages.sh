@@ -1,0 +1,65 @@
+# The Debian 12 packages that the scripts install, by purpose. Sourced by scripts/lib.sh.
+# shellcheck shell=bash disable=SC2034
+
+# To run the program. ca-certificates must be named because nothing below brings it along; fonts-dejavu-core
+# gives the window a font with umlauts on a machine that has none.
+packages_run=(
+    ca-certificates
+    fonts-dejavu-core
+    gstreamer1.0-alsa
+    gstreamer1.0-plugins-bad
+    gstreamer1.0-plugins-base
+    gstreamer1.0-plugins-good
+    libcurl4
+    libicu72
+    libqt6widgets6
+    qt6-translations-l10n
+)
+
+# To build it. python3 runs the check of the include table.
+packages_build=(
+    build-essential
+    cmake
+    libcurl4-openssl-dev
+    libgstreamer-plugins-base1.0-dev
+    libgstreamer1.0-dev
+    libicu-dev
+    ninja-build
+    pkg-config
+    python3
+    qt6-base-dev
+)
+
+# To test it: servers, a sound card and a screen that need no hardware.
+packages_test=(
+    ffmpeg
+    icecast2
+    imagemagick
+    libgmock-dev
+    libgtest-dev
+    procps
+    pulseaudio
+    pulseaudio-utils
+    xauth
+    xdotool
+    xvfb
+)
+
+# To see and hear the demonstration without a screen and a sound card.
+packages_demo=(
+    imagemagick
+    pulseaudio
+    pulseaudio-utils
+    python3
+    xdotool
+    xvfb
+)
+
+# For the checks round the tests: the second compiler, its run-time library for fuzzing, the formatter.
+packages_check=(
+    clang
+    clang-format
+    clang-tidy
+    libclang-rt-14-dev
+    llvm
+)
