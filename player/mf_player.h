@@ -1,0 +1,175 @@
+#pragma once
+// The media player: opens one item at a time, plays it, and reports volume, level, position and metadata.
+// Not for titles, which the stream client reads, and not for the window's controls.
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "platform/clock.h"
+#include "platform/environment.h"
+#include "platform/interface_call.h"
+#include "platform/media_framework.h"
+#include "platform/message_loop.h"
+#include "platform/property_value.h"
+#include "platform/text.h"
+#include "player/interface_caller.h"
+#include "player/interface_ref.h"
+#include "player/program_duration.h"
+
+namespace player {
+
+/// The states of the presentation clock, as PlayState gives them.
+inline constexpr std::int32_t kPlayStateInvalid = 0;
+inline constexpr std::int32_t kPlayStateRunning = 1;
+inline constexpr std::int32_t kPlayStateStopped = 2;
+inline constexpr std::int32_t kPlayStatePaused = 3;
+
+/// No operation raises an error: what fails gives false, 0 or "" and leaves its output as it was.
+///
+/// Order of calls: MediaFileFromUrl (or MediaFileFromIStream), then CreateService once, then everything
+/// else. Opening closes the previous item first. Without an item every operation fails.
+///
+/// Re-entry: the events and the wait of CreateService run foreign code, which may open another item or let
+/// go of the player. The newest opening wins: a call that finds its item overtaken, or its player without
+/// an owner, ends quietly and touches nothing more. A player that is owned by a std::shared_ptr stays
+/// alive until its own calls have returned; whoever calls on after such a call holds a pointer of its own.
+class clsMFPlayer : public std::enable_shared_from_this<clsMFPlayer> {
+ public:
+  struct Ports {
+    platform::MediaFramework& framework;
+    platform::InterfaceCalls& calls;
+    platform::PropertyValues& values;
+    platform::Environment& environment;
+    platform::Clock& clock;
+    platform::MessageLoop& loop;
+  };
+
+  /// Starts the media framework. A framework that does not start leaves a player whose openings fail.
+  clsMFPlayer(const Ports& ports, ProgramDuration& duration);
+  /// Closes the item and, when the framework was started, shuts it down.
+  ~clsMFPlayer();
+  clsMFPlayer(const clsMFPlayer&) = delete;
+  clsMFPlayer& operator=(const clsMFPlayer&) = delete;
+
+  /// Event: false at the beginning of an opening. After a successful one true for a stream object, but
+  /// false again for an address: whoever opened an address starts the playback itself.
+  /// Who sets a handler takes it away again before it goes.
+  std::function<void(bool IsReady)> MediaFileIsReady;
+  /// Event: the result of opening an address: 0, or 0x80070002 (file not found), or 0xC00D36C4
+  /// (unsupported type) as a signed number. Other failures raise nothing.
+  std::function<void(std::int32_t lngIsOk)> IsCreateOK;
+
+  /// The window of a video stream; zero is ignored.
+  void VideoRenderHwnd(platform::WindowHandle window);
+  /// Whether a media session exists.
+  [[nodiscard]] bool IsMediaReady() const;
+
+  /// Opens a stream address; opening is bounded by the framework (10 s).
+  void MediaFileFromUrl(Text address);
+  void MediaFileFromIStream(platform::StreamObject stream);
+
+  /// Starts from the current position; true when the session accepted.
+  bool PlayMedia();
+  /// Always false, whatever the session answered.
+  bool PauseMedia();
+  bool StopMedia();
+  /// 0 invalid, 1 running, 2 stopped, 3 paused.
+  std::int32_t PlayState();
+
+  /// Attaches volume, metadata and peak meter to the session. Waits half a second first, while the window
+  /// pumps, and asks for each once. True when volume or metadata were found.
+  bool CreateService();
+
+  /// Makes an object of a class seen through an interface, both as GUID texts of 38 characters. True on
+  /// S_OK; the object is then released by its receiver (IUnknown Release).
+  bool CreateInterface(const Text& sCLSID, const Text& sIID, InterfaceHandle& pInterface);
+
+  /// The level of all channels together, 0.0 to 1.0.
+  bool GetAudioPeak(float& sngAudioPeakValue);
+  std::int32_t GetAudioChannelCount();
+  /// The levels of the first `channels` channels, 0.0 to 1.0 each. False for a count
+  /// below 1 or above 65535.
+  bool GetAudioChannelsPeakValues(std::int32_t channels, std::vector<float>& peaks);
+  /// 1 muted, 0 not.
+  std::int32_t GetAudioSimpleMute();
+  bool SetAudioSimpleMute(bool bolMute);
+  /// The volume in hundredths, 0 (silent) to 100, ties rounded to the even number.
+  std::int16_t GetAudioSimpleAudioVolume();
+  /// 0.0 (silent) to 1.0 (full); handed on as it is.
+  bool SetAudioAudioVolume(float sngVolume);
+
+  /// Times are counts of 100-nanosecond units; their texts have the form hh:mm:ss.
+  std::int64_t CurrentPlayPosition();
+  Text CurrentPlayPositionHMS();
+  [[nodiscard]] std::int64_t Duration() const;
+  [[nodiscard]] Text DurationHMS() const;
+  /// Rounded to whole seconds, ties to the even one; 100 hours give "100:00:00".
+  static Text CurrencyTime2HMS(std::int64_t time);
+
+  /// The names of the item's properties, and their number. Without metadata 0. When the metadata refuse,
+  /// the result is 1 although `names` stays as it was.
+  std::int32_t GetAllMetadataNames(std::vector<Text>& names);
+  /// The text of a property; 1 when the item has it, otherwise 0 and `strWert` stays as it was.
+  std::int32_t GetMetadata(const Text& StrName, Text& strWert);
+  /// The text of a number, boolean, text or GUID, or a vector of texts joined by ";"; "" for every other
+  /// type and on failure. Clears `value`.
+  void PropVariantToText(platform::PropertyValue& value, Text& text);
+
+ private:
+  /// Held by a call that runs foreign code: keeps the player alive, and knows which item it works for.
+  struct OwnCall {
+    std::shared_ptr<clsMFPlayer> alive;
+    std::uint32_t opening = 0;
+  };
+  OwnCall BeginCall();
+  /// Whether the call's item is still the newest and anybody still wants it.
+  [[nodiscard]] bool MayGoOn(const OwnCall& call) const;
+  void RaiseMediaFileIsReady(bool IsReady);
+  void RaiseIsCreateOK(std::int32_t lngIsOk);
+
+  /// From here on this opening is the newest.
+  OwnCall BeginOpening();
+  /// The common beginning of both openings; false when the opening was overtaken.
+  bool ClosePrevious(const OwnCall& call);
+  bool CreateSourceFromUrl(const Text& address, const OwnCall& call);
+  bool CreateSourceFromStream(platform::StreamObject stream);
+  bool KeepSource(std::int32_t object_type, const InterfaceRef& object);
+  void FreeMedia();
+  void ReleaseWhatStayed();
+
+  bool BuildSession(InterfaceHandle source);
+  bool AddStreamBranches(InterfaceHandle source, InterfaceHandle topology);
+  bool AddStreamBranch(InterfaceHandle source, std::int32_t index, InterfaceHandle descriptor,
+                       InterfaceHandle topology);
+  bool ConnectBranch(InterfaceHandle topology, InterfaceHandle source_node, InterfaceHandle output_node);
+  bool CreateSourceStreamNode(InterfaceHandle source, InterfaceHandle descriptor,
+                              InterfaceHandle stream_descriptor, InterfaceRef& node);
+  bool CreateOutputNode(InterfaceHandle stream_descriptor, InterfaceRef& node);
+  bool CreateRendererActivate(const Guid& major_type, InterfaceRef& activation);
+  bool ConfigureSession(InterfaceHandle topology);
+  void ReadDuration();
+
+  bool AttachVolume();
+  bool AttachMetadata();
+  bool SetupAudioMeter(InterfaceRef& meter);
+  bool FindOwnMeter(InterfaceHandle sessions, InterfaceRef& meter);
+  bool MeterOfOwnSession(InterfaceHandle sessions, std::int32_t index, InterfaceRef& meter);
+
+  Ports ports_;
+  ProgramDuration& duration_;
+  InterfaceCaller caller_;
+  bool started_ = false;
+  std::uint32_t openings_ = 0;
+  platform::WindowHandle video_window_ = platform::WindowHandle::kNone;
+  InterfaceRef clock_{caller_};
+  InterfaceRef metadata_{caller_};
+  InterfaceRef source_{caller_};
+  InterfaceRef session_{caller_};
+  InterfaceRef simple_volume_{caller_};
+  InterfaceRef presentation_descriptor_{caller_};
+  InterfaceRef audio_meter_{caller_};
+};
+
+}  // namespace player

@@ -1,0 +1,55 @@
+#include "player/interface_ref.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+
+#include "tests/player/player_fixture.h"
+
+namespace player {
+namespace {
+
+class InterfaceRefTest : public testing::Test {
+ protected:
+  InterfaceRef NewTopology() {
+    InterfaceRef topology(caller_);
+    media_.MFCreateTopology(topology.Receive());
+    return topology;
+  }
+  RecordingMedia media_;
+  platform::values::PortablePropertyValues values_;
+  InterfaceCaller caller_{media_, values_};
+};
+
+TEST_F(InterfaceRefTest, ReleasesItsObjectWhenItGoes) {
+  {
+    const InterfaceRef topology = NewTopology();
+    EXPECT_TRUE(topology);
+    EXPECT_EQ(media_.LiveHandles(), (Strings{"topology"}));
+  }
+  EXPECT_EQ(media_.LiveHandles(), Strings{});
+}
+
+TEST_F(InterfaceRefTest, MovingHandsTheObjectOnAndReleasesTheOneThatWasHeld) {
+  InterfaceRef first = NewTopology();
+  InterfaceRef second = NewTopology();
+  first = std::move(second);
+  EXPECT_EQ(media_.LiveHandles(), (Strings{"topology#2"}));
+  first.Release();
+  EXPECT_FALSE(first);
+  EXPECT_EQ(media_.LiveHandles(), Strings{});
+  EXPECT_EQ(media_.Misuses(), Strings{});
+}
+
+TEST_F(InterfaceRefTest, ObjectWhoseReleaseCannotBeMadeIsLeftBehind) {
+  media_.faults["IUnknown::Release"] = RecordingMedia::kImpossible;
+  { const InterfaceRef topology = NewTopology(); }
+  EXPECT_EQ(media_.LiveHandles(), (Strings{"topology"}));
+  media_.faults.clear();
+  caller_.ReleaseLeftBehind();
+  EXPECT_EQ(media_.LiveHandles(), Strings{});
+  EXPECT_EQ(media_.Misuses(), Strings{});
+}
+
+}  // namespace
+}  // namespace player
