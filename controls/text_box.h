@@ -48,27 +48,33 @@ class ComboBox final : public TextControl {
     Changed.Raise();
   }
 
-  /// The chosen entry, -1 for none or a typed text.
-  [[nodiscard]] int ListIndex() const { return list_index_; }
+  /// The chosen entry, -1 for none; a text that is not the entry's, typed or set, is none.
+  [[nodiscard]] int ListIndex() const {
+    const bool shown = list_index_ >= 0 && items_[static_cast<std::size_t>(list_index_)] == GetText();
+    return shown ? list_index_ : -1;
+  }
 
-  /// Chooses an entry; Clicked comes when that changes the entry or the text. False, and nothing changes,
-  /// when there is no such entry.
+  /// Chooses an entry. False, and nothing changes, when there is no such entry.
   bool SetListIndex(int index) {
     if (index < 0 || static_cast<std::size_t>(index) >= items_.size()) return false;
+    if (ListIndex() == index) return true;
     const Text& item = items_[static_cast<std::size_t>(index)];
-    if (index == list_index_ && item == GetText()) return true;
+    const bool same_text = GetText() == item;
+    // Index and text change together, so that nobody is told of the one without the other.
     list_index_ = index;
-    TextControl::SetText(item);
-    Changed.Raise();
+    if (same_text) {
+      Changed.Raise();
+    } else {
+      SetText(item);
+    }
     Clicked.Raise();
     return true;
   }
 
-  /// Sets or types a text; it is no chosen entry any more.
-  void SetText(Text text) {
-    if (text == GetText()) return;
-    list_index_ = -1;
-    TextControl::SetText(std::move(text));
+  /// The user's typing: the text is no chosen entry any more.
+  void Type(Text text) {
+    Set(list_index_, -1);
+    SetText(std::move(text));
   }
 
   Event<> Clicked;
