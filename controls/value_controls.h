@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "controls/control.h"
 
@@ -14,9 +15,11 @@ class ProgressBar final : public Control {
   [[nodiscard]] int Minimum() const { return minimum_; }
   [[nodiscard]] int Maximum() const { return maximum_; }
   [[nodiscard]] int Value() const { return value_; }
+  /// The value is taken along into the new range.
   void SetRange(int minimum, int maximum) {
     minimum_ = minimum;
     maximum_ = std::max(minimum, maximum);
+    value_ = std::clamp(value_, minimum_, maximum_);
     Changed.Raise();
   }
   void SetValue(int value) { Set(value_, std::clamp(value, minimum_, maximum_)); }
@@ -33,10 +36,14 @@ class ScrollBar final : public Control {
   [[nodiscard]] int Minimum() const { return minimum_; }
   [[nodiscard]] int Maximum() const { return maximum_; }
   [[nodiscard]] int Value() const { return value_; }
+  /// The value is taken along into the new range.
   void SetRange(int minimum, int maximum) {
     minimum_ = minimum;
     maximum_ = std::max(minimum, maximum);
+    const int value = std::clamp(value_, minimum_, maximum_);
+    const bool moved = std::exchange(value_, value) != value;
     Changed.Raise();
+    if (moved) ValueChanged.Raise();
   }
   void SetValue(int value) {
     if (Set(value_, std::clamp(value, minimum_, maximum_))) ValueChanged.Raise();
