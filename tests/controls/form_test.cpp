@@ -1,0 +1,59 @@
+#include "controls/form.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace controls {
+namespace {
+
+class FormTest : public testing::Test {
+ protected:
+  FormTest() {
+    subscriptions_ += form_.QueryUnload.Subscribe([this] { Note("query"); });
+    subscriptions_ += form_.Unloaded.Subscribe([this] { Note("unloaded"); });
+    subscriptions_ += form_.Closed.Subscribe([this] { Note("closed"); });
+    subscriptions_ += form_.Resized.Subscribe([this] { Note("resized"); });
+  }
+  void Note(const std::string& what) {
+    log_.push_back(what + (form_.Closing() ? ", closing" : "") + (form_.IsClosed() ? ", is closed" : ""));
+  }
+
+  Form form_;
+  std::vector<std::string> log_;
+  Subscriptions subscriptions_;
+};
+
+using Log = std::vector<std::string>;
+
+TEST_F(FormTest, ClosingAsksThenUnloadsThenIsClosed) {
+  EXPECT_FALSE(form_.Closing());
+  form_.Close();
+  EXPECT_TRUE(form_.IsClosed());
+  EXPECT_EQ(log_, (Log{"query, closing", "unloaded, closing", "closed, closing, is closed"}));
+}
+
+TEST_F(FormTest, ClosingAgainMeanwhileOrAfterwardsDoesNothing) {
+  const auto again = form_.QueryUnload.Subscribe([this] { form_.Close(); });
+  form_.Close();
+  form_.Close();
+  EXPECT_EQ(log_.size(), 3U);
+}
+
+TEST_F(FormTest, ResizingKeepsThePlaceAndTellsOfTheNewSize) {
+  form_.Move({10, 20, 300, 400});
+  form_.Resize(500, 600);
+  EXPECT_EQ(form_.GetPlace(), (Place{10, 20, 500, 600}));
+  EXPECT_EQ(log_, Log{"resized"});
+}
+
+TEST_F(FormTest, ANegativeSizeIsRefused) {
+  form_.Move({10, 20, 300, 400});
+  form_.Resize(-1, 600);
+  EXPECT_EQ(form_.GetPlace(), (Place{10, 20, 300, 400}));
+  EXPECT_EQ(log_, Log{});
+}
+
+}  // namespace
+}  // namespace controls
