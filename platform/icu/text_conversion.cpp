@@ -4,6 +4,7 @@
 #include <unicode/ustring.h>
 #include <unicode/utf16.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <limits>
@@ -32,23 +33,26 @@ char AnsiByte(char16_t unit) {
 }
 
 std::string ToAnsi(TextView text) {
-  std::string bytes;
-  bytes.reserve(text.size());
+  std::string bytes(text.size(), '\0');
+  char* byte = bytes.data();
   for (std::size_t index = 0; index < text.size(); ++index) {
-    bytes.push_back(AnsiByte(text[index]));
-    const bool pair = U16_IS_LEAD(text[index]) && index + 1 < text.size() && U16_IS_TRAIL(text[index + 1]);
+    const char16_t unit = text[index];
+    *byte++ = AnsiByte(unit);
+    const bool pair = U16_IS_LEAD(unit) && index + 1 < text.size() && U16_IS_TRAIL(text[index + 1]);
     if (pair) ++index;
   }
+  bytes.resize(static_cast<std::size_t>(byte - bytes.data()));
   return bytes;
 }
 
+char16_t AnsiCharacter(char byte) {
+  const auto number = static_cast<unsigned char>(byte);
+  return IsItsOwnByte(number) ? char16_t{number} : kUpperControls[number - 0x80U];
+}
+
 Text FromAnsi(std::string_view bytes) {
-  Text text;
-  text.reserve(bytes.size());
-  for (const char byte : bytes) {
-    const auto number = static_cast<unsigned char>(byte);
-    text.push_back(IsItsOwnByte(number) ? char16_t{number} : kUpperControls[number - 0x80U]);
-  }
+  Text text(bytes.size(), u'\0');
+  std::transform(bytes.data(), bytes.data() + bytes.size(), text.data(), AnsiCharacter);
   return text;
 }
 
