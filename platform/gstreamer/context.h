@@ -1,0 +1,25 @@
+#pragma once
+// What the objects of one adapter share on the caller's thread.
+// Not what the items' threads share; that is ItemServices.
+
+#include <chrono>
+#include <memory>
+
+#include "platform/gstreamer/media_item.h"
+#include "platform/gstreamer/object.h"
+#include "platform/message_loop.h"
+#include "platform/native_paths.h"
+
+namespace platform::gstreamer {
+
+struct Context {
+  MessageLoop& message_loop;
+  NativePaths& native_paths;
+  std::chrono::milliseconds open_deadline;
+  std::shared_ptr<ItemServices> services;
+  HandleTable handles;
+  /// The item whose session was set up last: the program's own entry among the audio sessions.
+  std::weak_ptr<MediaItem> sounding;
+};
+
+}  // namespace platform::gstreamer

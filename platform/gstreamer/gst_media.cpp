@@ -1,0 +1,147 @@
+#include "platform/gstreamer/gst_media.h"
+
+#include <gst/gst.h>
+
+#include <iostream>
+#include <map>
+#include <utility>
+
+#include "platform/gstreamer/context.h"
+#include "platform/gstreamer/endpoint_objects.h"
+#include "platform/gstreamer/identifiers.h"
+#include "platform/gstreamer/media_objects.h"
+#include "platform/gstreamer/session_objects.h"
+#include "platform/gstreamer/topology_objects.h"
+#include "platform/media_interfaces.h"
+
+namespace platform::gstreamer {
+namespace {
+
+GstMediaOptions WithLog(GstMediaOptions options) {
+  if (!options.log) options.log = [](const std::string& line) { std::cerr << "sound: " << line << '\n'; };
+  return options;
+}
+
+}  // namespace
+
+struct GstMedia::Impl {
+  Impl(MessageLoop& message_loop, NativePaths& native_paths, const GstMediaOptions& options)
+      : context{message_loop,
+                native_paths,
+                options.open_deadline,
+                std::make_shared<ItemServices>(options),
+                {},
+                {}} {}
+
+  /// Hands a new object out once the framework has been started.
+  template <typename Type, typename... Arguments>
+  HResult Make(InterfaceHandle& out, Arguments&&... arguments) {
+    if (started == 0) return kMfEPlatformNotInitialized;
+    return context.handles.Hand(std::make_shared<Type>(std::forward<Arguments>(arguments)...), &out);
+  }
+
+  Context context;
+  int started = 0;
+  std::map<std::uint32_t, std::shared_ptr<StreamReader>> streams;
+  std::uint32_t last_stream = 0;
+};
+
+GstMedia::GstMedia(MessageLoop& message_loop, NativePaths& native_paths, GstMediaOptions options)
+    : impl_(std::make_unique<Impl>(message_loop, native_paths, WithLog(std::move(options)))) {}
+
+GstMedia::~GstMedia() = default;
+
+StreamObject GstMedia::RegisterStream(std::shared_ptr<StreamReader> reader) {
+  if (!reader) return StreamObject::kNone;
+  impl_->streams.emplace(++impl_->last_stream, std::move(reader));
+  return StreamObject{impl_->last_stream};
+}
+
+void GstMedia::UnregisterStream(StreamObject stream) {
+  impl_->streams.erase(static_cast<std::uint32_t>(stream));
+}
+
+HResult GstMedia::MFStartup(std::int32_t, std::int32_t) {
+  if (!gst_init_check(nullptr, nullptr, nullptr)) return kEFail;
+  ++impl_->started;
+  return kSOk;
+}
+
+HResult GstMedia::MFShutdown() {
+  if (impl_->started > 0) --impl_->started;
+  if (impl_->started > 0) return kSOk;
+  if (const auto item = impl_->context.sounding.lock()) item->ShutDown();
+  return kSOk;
+}
+
+HResult GstMedia::MFCreateSourceResolver(InterfaceHandle& out) {
+  return impl_->Make<SourceResolver>(out, impl_->context);
+}
+
+HResult GstMedia::MFCreateMFByteStreamOnStream(StreamObject stream, InterfaceHandle& out) {
+  const auto found = impl_->streams.find(static_cast<std::uint32_t>(stream));
+  if (found == impl_->streams.end()) return kEInvalidArg;
+  return impl_->Make<ByteStream>(out, found->second);
+}
+
+HResult GstMedia::MFCreateTopology(InterfaceHandle& out) {
+  return impl_->Make<Topology>(out, impl_->context);
+}
+
+HResult GstMedia::MFCreateTopologyNode(std::int32_t type, InterfaceHandle& out) {
+  using Kind = TopologyNode::Kind;
+  if (type == kMfTopologyOutputNode) return impl_->Make<TopologyNode>(out, impl_->context, Kind::kOutput);
+  if (type == kMfTopologySourceStreamNode) {
+    return impl_->Make<TopologyNode>(out, impl_->context, Kind::kSource);
+  }
+  return kEInvalidArg;
+}
+
+HResult GstMedia::MFCreateMediaSession(InterfaceHandle& out) {
+  return impl_->Make<MediaSession>(out, impl_->context);
+}
+
+HResult GstMedia::MFCreateAudioRendererActivate(InterfaceHandle& out) {
+  return impl_->Make<RendererActivate>(out, Renderer::kAudio);
+}
+
+HResult GstMedia::MFCreateVideoRendererActivate(WindowHandle, InterfaceHandle& out) {
+  return impl_->Make<RendererActivate>(out, Renderer::kVideo);
+}
+
+HResult GstMedia::MFGetService(InterfaceHandle object, const Guid& service, const Guid& iid,
+                               InterfaceHandle& out) {
+  if (impl_->started == 0) return kMfEPlatformNotInitialized;
+  const auto session = impl_->context.handles.FindAs<MediaSession>(object);
+  return session ? session->GetService(service, iid, &out) : kEInvalidArg;
+}
+
+std::optional<HResult> GstMedia::DispCallFunc(InterfaceHandle object, std::int32_t slot,
+                                              std::span<const Argument> arguments) {
+  // The reference keeps the object alive inside its own call, whatever the caller does in a repaint.
+  const auto target = impl_->context.handles.Find(object);
+  if (!target) return std::nullopt;
+  OperationTable common;
+  common.Bind(IUnknown::QueryInterface, [this, &target](const Guid* iid, InterfaceHandle* out) {
+    if (iid == nullptr) return kEPointer;
+    const auto view = target->As(*iid);
+    return view ? impl_->context.handles.Hand(view, out) : kENoInterface;
+  });
+  common.Bind(IUnknown::Release, [this, object] {
+    impl_->context.handles.Release(object);
+    return kSOk;
+  });
+  if (slot == IUnknown::QueryInterface.slot || slot == IUnknown::Release.slot) {
+    return common.Call(slot, arguments);
+  }
+  return target->Call(slot, arguments);
+}
+
+HResult GstMedia::CoCreateInstance(const Guid& clsid, InterfaceHandle, std::int32_t, const Guid& iid,
+                                   InterfaceHandle& out) {
+  if (clsid != kClsidMMDeviceEnumerator) return kClassNotRegistered;
+  const auto view = std::make_shared<DeviceEnumerator>(impl_->context)->As(iid);
+  return view ? impl_->context.handles.Hand(view, &out) : kENoInterface;
+}
+
+}  // namespace platform::gstreamer

@@ -1,0 +1,101 @@
+#pragma once
+// The media framework and the audio sessions on Linux: answers both ports with GStreamer.
+// Not the player: the order of calls and what they mean to the user is the logic's business.
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "platform/interface_call.h"
+#include "platform/media_framework.h"
+#include "platform/message_loop.h"
+#include "platform/native_paths.h"
+
+namespace platform::gstreamer {
+
+/// Where the sound goes.
+enum class SoundOutput : std::uint8_t {
+  kAutomatic,  ///< the sound server, else the sound card, else nowhere (said once in the log)
+  kNowhere,    ///< played in time, but not heard
+};
+
+struct GstMediaOptions {
+  /// The name of the program's entry in the sound server's mixer.
+  std::string application_name = "Funkhausplayer";
+  std::string user_agent = "Funkhausplayer";
+  /// How long opening an address may take.
+  std::chrono::milliseconds open_deadline{10000};
+  SoundOutput output = SoundOutput::kAutomatic;
+  /// The PulseAudio server's address; empty is the user's own.
+  std::string sound_server;
+  /// A PEM file whose certificates are trusted instead of the system's; empty is the system's.
+  std::string certificate_file;
+  /// Receives one line per event worth knowing; empty writes to the standard error stream. May be called
+  /// from any thread.
+  std::function<void(const std::string&)> log;
+};
+
+/// What a registered stream object supplies. Every call comes from one thread of the adapter at a time,
+/// never from the user-interface thread. A call should return soon: stopping waits for it.
+class StreamReader {
+ public:
+  virtual ~StreamReader() = default;
+  /// Fills the front of `buffer`; the number of bytes read, 0 at the end.
+  virtual std::size_t Read(std::span<std::byte> buffer) = 0;
+  /// Goes on reading at `position` bytes from the start; false when that is not possible.
+  virtual bool Seek(std::uint64_t position) = 0;
+  /// The length in bytes, when known.
+  virtual std::optional<std::uint64_t> Size() = 0;
+};
+
+/// Both ports in one object, since their handles are the same. All calls belong to the user-interface
+/// thread, except RegisterStream's readers. An opened item is looked after by a thread of its own: it
+/// pauses a buffer that ran dry until there is enough, and opens a lost live stream again until it is
+/// stopped; no call waits for a server except opening an address, which is bounded.
+///
+/// Every item has one stream, its first audio stream. Pictures in it are not shown: there is no window
+/// that they could appear in before the streams are chosen.
+///
+/// Properties of an item's metadata, each present when known: "Title", "Author", "Album", "Genre",
+/// "StationName", "StationUrl", "Comment", "Copyright" (wide strings), "AudioCodec" (wide string), "BitRate"
+/// (bits per second), "SampleRate" (Hz) and "Channels" (32-bit unsigned integers).
+class GstMedia : public MediaFramework, public InterfaceCalls {
+ public:
+  GstMedia(MessageLoop& message_loop, NativePaths& native_paths, GstMediaOptions options = {});
+  ~GstMedia() override;
+  GstMedia(const GstMedia&) = delete;
+  GstMedia& operator=(const GstMedia&) = delete;
+
+  /// A stream object for MFCreateMFByteStreamOnStream; valid until UnregisterStream. Items made on it keep
+  /// the reader alive.
+  StreamObject RegisterStream(std::shared_ptr<StreamReader> reader);
+  void UnregisterStream(StreamObject stream);
+
+  HResult MFStartup(std::int32_t version, std::int32_t flags) override;
+  HResult MFShutdown() override;
+  HResult MFCreateSourceResolver(InterfaceHandle& out) override;
+  HResult MFCreateMFByteStreamOnStream(StreamObject stream, InterfaceHandle& out) override;
+  HResult MFCreateTopology(InterfaceHandle& out) override;
+  HResult MFCreateTopologyNode(std::int32_t type, InterfaceHandle& out) override;
+  HResult MFCreateMediaSession(InterfaceHandle& out) override;
+  HResult MFCreateAudioRendererActivate(InterfaceHandle& out) override;
+  HResult MFCreateVideoRendererActivate(WindowHandle window, InterfaceHandle& out) override;
+  HResult MFGetService(InterfaceHandle object, const Guid& service, const Guid& iid,
+                       InterfaceHandle& out) override;
+
+  std::optional<HResult> DispCallFunc(InterfaceHandle object, std::int32_t slot,
+                                      std::span<const Argument> arguments) override;
+  HResult CoCreateInstance(const Guid& clsid, InterfaceHandle outer, std::int32_t class_context,
+                           const Guid& iid, InterfaceHandle& out) override;
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace platform::gstreamer

@@ -1,0 +1,146 @@
+#include "platform/gstreamer/item_state.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace platform::gstreamer {
+
+void ItemState::OnPipelineEvent(const PipelineEvent& event) {
+  const std::lock_guard lock(mutex_);
+  events_.push_back(event);
+  supervisor_wakes_.notify_one();
+}
+
+void ItemState::OnTags(const GstTagList& tags) {
+  const std::lock_guard lock(mutex_);
+  MergeTags(tags, properties_);
+}
+
+void ItemState::Request(Wanted wanted) {
+  const std::lock_guard lock(mutex_);
+  if (wanted_ == Wanted::kShutDown) return;
+  wanted_ = wanted;
+  ended_ = false;
+  ++request_;
+  supervisor_wakes_.notify_one();
+}
+
+void ItemState::Wake() {
+  const std::lock_guard lock(mutex_);
+  woken_ = true;
+  supervisor_wakes_.notify_one();
+}
+
+Wanted ItemState::Requested() const {
+  const std::lock_guard lock(mutex_);
+  return wanted_;
+}
+
+bool ItemState::WaitCarriedOut(std::chrono::milliseconds limit) {
+  std::unique_lock lock(mutex_);
+  return caller_wakes_.wait_for(lock, limit, [this] { return carried_out_ == request_; });
+}
+
+std::optional<HResult> ItemState::WaitOpened(std::chrono::milliseconds limit) {
+  std::unique_lock lock(mutex_);
+  caller_wakes_.wait_for(lock, limit, [this] { return opened_.has_value(); });
+  return opened_;
+}
+
+bool ItemState::Ended() const {
+  const std::lock_guard lock(mutex_);
+  return ended_;
+}
+
+std::int64_t ItemState::PlayedTime() {
+  std::shared_ptr<Pipeline> pipeline;
+  std::int64_t played = 0;
+  {
+    const std::lock_guard lock(mutex_);
+    pipeline = current_;
+    played = played_before_;
+  }
+  if (pipeline) played += pipeline->PlayedTime();
+  const std::lock_guard lock(mutex_);
+  latest_played_ = std::max(latest_played_, played);
+  return latest_played_;
+}
+
+std::int64_t ItemState::Duration() const {
+  const std::lock_guard lock(mutex_);
+  return duration_;
+}
+
+std::shared_ptr<Pipeline> ItemState::Current() const {
+  const std::lock_guard lock(mutex_);
+  return current_;
+}
+
+Properties ItemState::GetProperties() const {
+  const std::lock_guard lock(mutex_);
+  Properties properties = properties_;
+  const int rate = current_ ? current_->SampleRate() : last_sample_rate_;
+  const int channels = current_ ? current_->Channels() : last_channels_;
+  if (rate > 0) properties[u"SampleRate"] = NumberProperty(static_cast<std::uint32_t>(rate));
+  if (channels > 0) properties[u"Channels"] = NumberProperty(static_cast<std::uint32_t>(channels));
+  return properties;
+}
+
+int ItemState::Channels() const {
+  const std::lock_guard lock(mutex_);
+  return current_ ? current_->Channels() : last_channels_;
+}
+
+ItemState::Work ItemState::WaitForWork(std::optional<Clock::time_point> until) {
+  std::unique_lock lock(mutex_);
+  const auto has_work = [this] { return !events_.empty() || request_ != carried_out_ || woken_; };
+  if (until) {
+    supervisor_wakes_.wait_until(lock, *until, has_work);
+  } else {
+    supervisor_wakes_.wait(lock, has_work);
+  }
+  woken_ = false;
+  return {std::exchange(events_, {}), wanted_, request_};
+}
+
+void ItemState::CarriedOut(std::uint64_t request) {
+  const std::lock_guard lock(mutex_);
+  carried_out_ = request;
+  caller_wakes_.notify_all();
+}
+
+void ItemState::SetOpened(HResult result) {
+  const std::lock_guard lock(mutex_);
+  if (!opened_) opened_ = result;
+  caller_wakes_.notify_all();
+}
+
+void ItemState::SetEnded() {
+  const std::lock_guard lock(mutex_);
+  ended_ = true;
+}
+
+void ItemState::SetDuration(std::int64_t nanoseconds) {
+  const std::lock_guard lock(mutex_);
+  duration_ = nanoseconds;
+}
+
+void ItemState::SetCurrent(std::shared_ptr<Pipeline> pipeline) {
+  const std::shared_ptr<Pipeline> old = Current();
+  const std::int64_t played = old ? old->PlayedTime() : 0;
+  const std::lock_guard lock(mutex_);
+  if (old) {
+    last_channels_ = old->Channels();
+    last_sample_rate_ = old->SampleRate();
+  }
+  played_before_ += played;
+  current_ = std::move(pipeline);
+}
+
+void ItemState::RestartTime() {
+  const std::lock_guard lock(mutex_);
+  played_before_ = 0;
+  latest_played_ = 0;
+}
+
+}  // namespace platform::gstreamer

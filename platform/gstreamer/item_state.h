@@ -1,0 +1,85 @@
+#pragma once
+// What the two threads of an item share: the caller's wishes, the pipeline's events, and how things stand.
+// Not the decisions; those are media_supervisor.h.
+
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+#include "platform/gstreamer/metadata.h"
+#include "platform/gstreamer/pipeline.h"
+
+namespace platform::gstreamer {
+
+enum class Wanted : std::uint8_t { kOpened, kRunning, kPaused, kStopped, kShutDown };
+
+/// Safe to use from any thread. The lock is only ever held for a few assignments.
+class ItemState final : public PipelineListener {
+ public:
+  using Clock = std::chrono::steady_clock;
+
+  // Pipeline's threads.
+  void OnPipelineEvent(const PipelineEvent& event) override;
+  void OnTags(const GstTagList& tags) override;
+
+  // Caller's side.
+  void Request(Wanted wanted);
+  /// Wakes the supervisor after a change of the process's volume.
+  void Wake();
+  [[nodiscard]] Wanted Requested() const;
+  /// True once the last request was carried out; waits for that at most `limit`.
+  bool WaitCarriedOut(std::chrono::milliseconds limit);
+  /// The result of opening; nothing when it is still under way after `limit`.
+  std::optional<HResult> WaitOpened(std::chrono::milliseconds limit);
+  /// A running item whose end was heard has ended.
+  [[nodiscard]] bool Ended() const;
+  /// Nanoseconds played since the last start from the beginning; never runs backwards meanwhile.
+  std::int64_t PlayedTime();
+  [[nodiscard]] std::int64_t Duration() const;
+  [[nodiscard]] std::shared_ptr<Pipeline> Current() const;
+  /// A snapshot, with the present format.
+  [[nodiscard]] Properties GetProperties() const;
+  /// The channel count, also of the last pipeline while there is none.
+  [[nodiscard]] int Channels() const;
+
+  // Supervisor's side.
+  struct Work {
+    std::vector<PipelineEvent> events;
+    Wanted wanted = Wanted::kOpened;
+    std::uint64_t request = 0;
+  };
+  /// Waits for an event, a request or a wake, at most until `until`.
+  Work WaitForWork(std::optional<Clock::time_point> until);
+  void CarriedOut(std::uint64_t request);
+  void SetOpened(HResult result);
+  void SetEnded();
+  void SetDuration(std::int64_t nanoseconds);
+  /// Makes `pipeline` (or none) the one that is heard; the time played before it counts on.
+  void SetCurrent(std::shared_ptr<Pipeline> pipeline);
+  void RestartTime();
+
+ private:
+  mutable std::mutex mutex_;
+  std::condition_variable supervisor_wakes_;
+  std::condition_variable caller_wakes_;
+  std::vector<PipelineEvent> events_;
+  Wanted wanted_ = Wanted::kOpened;
+  std::uint64_t request_ = 0;
+  std::uint64_t carried_out_ = 0;
+  bool woken_ = false;
+  std::optional<HResult> opened_;
+  bool ended_ = false;
+  std::int64_t duration_ = 0;
+  std::int64_t played_before_ = 0;
+  std::int64_t latest_played_ = 0;
+  std::shared_ptr<Pipeline> current_;
+  int last_channels_ = 0;
+  int last_sample_rate_ = 0;
+  Properties properties_;
+};
+
+}  // namespace platform::gstreamer

@@ -1,0 +1,36 @@
+#pragma once
+// The measured levels of the last seconds by running time, so that what is shown is what is heard.
+// Not the measuring; GStreamer's level element does that, somewhat ahead of the sound.
+
+#include <cstdint>
+#include <deque>
+#include <mutex>
+#include <vector>
+
+namespace platform::gstreamer {
+
+/// Safe to use from any thread; no call blocks for longer than it takes to copy a few numbers.
+class LevelHistory {
+ public:
+  /// The levels of the interval that starts at running time `start` and lasts `duration` (nanoseconds), one
+  /// linear peak of 0 to 1 per channel.
+  void Add(std::int64_t start, std::int64_t duration, std::vector<float> peaks);
+
+  /// The peaks of the interval that `running_time` falls into; empty when there is none, since nothing is
+  /// heard then.
+  [[nodiscard]] std::vector<float> At(std::int64_t running_time) const;
+
+ private:
+  struct Interval {
+    std::int64_t start;
+    std::int64_t end;
+    std::vector<float> peaks;
+  };
+  mutable std::mutex mutex_;
+  std::deque<Interval> intervals_;
+};
+
+/// A level in decibels as a linear value of 0 to 1.
+float LinearFromDecibels(double decibels);
+
+}  // namespace platform::gstreamer

@@ -1,0 +1,276 @@
+#include "platform/gstreamer/media_supervisor.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/gstreamer/results.h"
+
+namespace platform::gstreamer {
+namespace {
+
+using std::chrono::seconds;
+
+/// A live stream that sends nothing for so long is opened again.
+constexpr seconds kStallLimit{15};
+/// While a sound server that was there restarts, playing on without sound would not come back by itself.
+constexpr seconds kWaitForOutput{30};
+constexpr std::int64_t kFirstRefill = 400'000'000;
+constexpr std::int64_t kLargestRefill = 5'000'000'000;
+
+}  // namespace
+
+ItemServices::ItemServices(const GstMediaOptions& options)
+    : output(options),
+      pipeline{options.user_agent, options.certificate_file},
+      open_deadline(options.open_deadline),
+      log(options.log) {}
+
+MediaSupervisor::MediaSupervisor(PipelineInput input, std::shared_ptr<ItemState> state,
+                                 std::shared_ptr<ItemServices> services)
+    : input_(std::move(input)), state_(std::move(state)), services_(std::move(services)) {}
+
+void MediaSupervisor::Run() {
+  OpenNext();
+  while (wanted_ != Wanted::kShutDown) {
+    const ItemState::Work work = state_->WaitForWork(NextWake());
+    for (const PipelineEvent& event : work.events) OnEvent(event);
+    if (work.request != request_) {
+      request_ = work.request;
+      OnRequest(work.wanted);
+    }
+    CheckTimers();
+    ApplyVolume();
+    AdjustPlaying();
+    state_->CarriedOut(request_);
+  }
+}
+
+void MediaSupervisor::OpenNext() {
+  const auto now = Clock::now();
+  schedule_.AttemptStarted(now);
+  opening_ = {};
+  const bool insist = output_lost_ && now - schedule_.LostAt() < kWaitForOutput;
+  auto output =
+      services_->output.Choose(insist ? OutputChooser::Silence::kRefused : OutputChooser::Silence::kAllowed);
+  opening_.pipeline = Pipeline::Create(input_, services_->pipeline, std::move(output), *state_, ++serial_);
+  if (!opening_.pipeline) return OnOpenFailed(kEFail);
+  opening_.deadline = now + services_->open_deadline;
+  opening_.refill = kFirstRefill;
+  const auto wanted = services_->sound.Get();
+  if (wanted.volume) opening_.pipeline->SetVolume(*wanted.volume);
+  if (wanted.mute) opening_.pipeline->SetMute(*wanted.mute);
+  opening_.pipeline->Preroll();
+}
+
+void MediaSupervisor::OnEvent(const PipelineEvent& event) {
+  if (opening_.pipeline && event.serial == opening_.pipeline->Serial()) return OnOpeningEvent(event);
+  if (playing_.pipeline && event.serial == playing_.pipeline->Serial()) return OnPlayingEvent(event);
+}
+
+void MediaSupervisor::OnOpeningEvent(const PipelineEvent& event) {
+  using Kind = PipelineEvent::Kind;
+  switch (event.kind) {
+    case Kind::kPrerolled:
+      opening_.prerolled = true;
+      return OnOpened();
+    case Kind::kBuffering:
+      opening_.filled = event.percent >= 100;
+      return;
+    case Kind::kSourceEnded:
+      opening_.source_gone = true;
+      return;
+    case Kind::kFailed:
+      return OnOpenFailed(event.result);
+    default:
+      return;
+  }
+}
+
+void MediaSupervisor::OnPlayingEvent(const PipelineEvent& event) {
+  using Kind = PipelineEvent::Kind;
+  switch (event.kind) {
+    case Kind::kBuffering:
+      return OnBuffering(event.percent);
+    case Kind::kSourceEnded:
+      return LoseSource();
+    case Kind::kEnded:
+      if (!live_) return Finish();
+      LoseSource();
+      return DropPlaying();
+    case Kind::kFailed:
+      return OnPlayingFailed(event);
+    case Kind::kDurationChanged:
+      return OnDuration();
+    case Kind::kVolumeChanged:
+      volume_moved_ = true;
+      return;
+    case Kind::kLatencyChanged:
+      return playing_.pipeline->RecalculateLatency();
+    default:
+      return;
+  }
+}
+
+void MediaSupervisor::OnOpened() {
+  if (!playing_.pipeline) Promote();
+}
+
+void MediaSupervisor::Promote() {
+  playing_ = std::exchange(opening_, {});
+  const bool lost_meanwhile = std::exchange(playing_.source_gone, false);
+  state_->SetCurrent(playing_.pipeline);
+  output_lost_ = false;
+  if (!ever_opened_) {
+    ever_opened_ = true;
+    live_ = !input_.local_file && !input_.reader;
+    volume_moved_ = true;
+  }
+  OnDuration();
+  if (lost_meanwhile) LoseSource();
+  state_->SetOpened(kSOk);
+}
+
+void MediaSupervisor::OnDuration() {
+  const auto duration = playing_.pipeline->Duration();
+  if (!duration) return;
+  live_ = false;
+  state_->SetDuration(*duration);
+}
+
+void MediaSupervisor::OnBuffering(int percent) {
+  playing_.filled = percent >= 100;
+  if (playing_.filled) {
+    playing_.was_filled = true;
+    return;
+  }
+  if (playing_.source_gone) return DropPlaying();
+  if (!std::exchange(playing_.was_filled, false)) return;
+  // A connection that could not keep up gets a larger reserve each time.
+  playing_.refill = std::min(playing_.refill * 2, kLargestRefill);
+  playing_.pipeline->SetRefill(playing_.refill);
+}
+
+void MediaSupervisor::OnOpenFailed(HResult result) {
+  if (opening_.pipeline) opening_.pipeline->Stop();
+  opening_ = {};
+  if (!ever_opened_) {
+    finished_ = true;
+    state_->SetOpened(result);
+  } else if (!live_) {
+    Finish();
+  }
+}
+
+void MediaSupervisor::OnPlayingFailed(const PipelineEvent& event) {
+  if (!live_) return Finish();
+  LoseSource();
+  output_lost_ = event.output_failed && playing_.pipeline->Heard();
+  if (event.output_failed || !playing_.filled) DropPlaying();
+}
+
+void MediaSupervisor::LoseSource() {
+  if (!live_ || playing_.source_gone) return;
+  playing_.source_gone = true;
+  schedule_.Lose(Clock::now(), playing_.played_since);
+  services_->log("the stream broke off and is opened again");
+}
+
+void MediaSupervisor::DropPlaying() {
+  state_->SetCurrent(nullptr);
+  playing_.pipeline->Stop();
+  playing_ = {};
+  if (opening_.prerolled) Promote();
+}
+
+void MediaSupervisor::Finish() {
+  finished_ = true;
+  DropAll();
+  state_->SetEnded();
+}
+
+void MediaSupervisor::DropAll() {
+  state_->SetCurrent(nullptr);
+  state_->RestartTime();
+  if (playing_.pipeline) playing_.pipeline->Stop();
+  if (opening_.pipeline) opening_.pipeline->Stop();
+  playing_ = {};
+  opening_ = {};
+  schedule_.Reset();
+  output_lost_ = false;
+}
+
+void MediaSupervisor::OnRequest(Wanted wanted) {
+  wanted_ = wanted;
+  switch (wanted) {
+    case Wanted::kRunning:
+      if (ever_opened_) finished_ = false;
+      return;
+    case Wanted::kStopped:
+    case Wanted::kShutDown:
+      return DropAll();
+    default:
+      return;
+  }
+}
+
+bool MediaSupervisor::WantsAttempt() const {
+  const bool idle = !opening_.pipeline && (!playing_.pipeline || playing_.source_gone);
+  return wanted_ == Wanted::kRunning && !finished_ && idle;
+}
+
+bool MediaSupervisor::MayStall() const {
+  return live_ && playing_.pipeline && !playing_.filled && !playing_.source_gone &&
+         wanted_ == Wanted::kRunning;
+}
+
+MediaSupervisor::Clock::time_point MediaSupervisor::StallTime() const {
+  // GLib's monotonic time and steady_clock are the same clock on Linux (CLOCK_MONOTONIC).
+  return Clock::time_point(std::chrono::microseconds(playing_.pipeline->LastDataMicroseconds())) +
+         kStallLimit;
+}
+
+std::optional<MediaSupervisor::Clock::time_point> MediaSupervisor::NextWake() const {
+  std::optional<Clock::time_point> wake;
+  const auto consider = [&wake](Clock::time_point time) { wake = wake ? std::min(*wake, time) : time; };
+  if (opening_.pipeline && !opening_.prerolled) consider(opening_.deadline);
+  if (WantsAttempt()) consider(schedule_.NextAttempt());
+  if (MayStall()) consider(StallTime());
+  return wake;
+}
+
+void MediaSupervisor::CheckTimers() {
+  const auto now = Clock::now();
+  if (opening_.pipeline && !opening_.prerolled && now >= opening_.deadline) OnOpenFailed(kMfENetTimeout);
+  if (MayStall() && now >= StallTime()) {
+    LoseSource();
+    DropPlaying();
+  }
+  if (WantsAttempt() && now >= schedule_.NextAttempt()) OpenNext();
+}
+
+void MediaSupervisor::AdjustPlaying() {
+  if (!playing_.pipeline) return;
+  const bool play = wanted_ == Wanted::kRunning && playing_.filled;
+  if (play == playing_.playing) return;
+  playing_.playing = play;
+  if (play && !playing_.played_since) playing_.played_since = Clock::now();
+  play ? playing_.pipeline->Play() : playing_.pipeline->Pause();
+}
+
+void MediaSupervisor::ApplyVolume() {
+  const auto wanted = services_->sound.Get();
+  if (wanted.version != volume_version_) {
+    volume_version_ = wanted.version;
+    for (const Line* line : {&playing_, &opening_}) {
+      if (line->pipeline && wanted.volume) line->pipeline->SetVolume(*wanted.volume);
+      if (line->pipeline && wanted.mute) line->pipeline->SetMute(*wanted.mute);
+    }
+  }
+  if (std::exchange(volume_moved_, false)) ObserveVolume();
+}
+
+void MediaSupervisor::ObserveVolume() {
+  if (playing_.pipeline) services_->sound.Observe(playing_.pipeline->ReadVolume(), volume_version_);
+}
+
+}  // namespace platform::gstreamer

@@ -1,0 +1,26 @@
+#pragma once
+// The properties of an item by public name, made from the tags that GStreamer finds.
+// Not their conversion to text; that is the port PropertyValues.
+
+#include <gst/gst.h>
+
+#include <map>
+#include <vector>
+
+#include "platform/property_value.h"
+#include "platform/text.h"
+
+namespace platform::gstreamer {
+
+using Properties = std::map<Text, PropertyValue>;
+
+/// Takes over what `tags` says; what it does not mention stays as it was.
+void MergeTags(const GstTagList& tags, Properties& properties);
+
+/// The names in the order in which they are shown: what is playing, the station, the format.
+std::vector<Text> OrderedNames(const Properties& properties);
+
+/// A 32-bit unsigned value.
+PropertyValue NumberProperty(std::uint32_t number);
+
+}  // namespace platform::gstreamer

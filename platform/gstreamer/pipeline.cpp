@@ -1,0 +1,324 @@
+#include "platform/gstreamer/pipeline.h"
+
+#include <gio/gio.h>
+
+#include <string_view>
+#include <utility>
+
+#include "platform/gstreamer/open_error.h"
+#include "platform/gstreamer/reader_source.h"
+
+namespace platform::gstreamer {
+namespace {
+
+/// The buffer's size: so much decoded sound, or so many bytes of it.
+constexpr std::int64_t kBufferTime = 10 * GST_SECOND;
+constexpr guint kBufferBytes = 24U << 20U;
+constexpr std::int64_t kFirstRefill = 400 * GST_MSECOND;
+constexpr std::int64_t kLevelInterval = 20 * GST_MSECOND;
+/// A server that sends nothing for so many seconds counts as gone.
+constexpr guint kSilenceLimit = 15;
+
+std::string_view FactoryName(GstElement* element) {
+  GstElementFactory* factory = gst_element_get_factory(element);
+  return factory == nullptr ? std::string_view() : GST_OBJECT_NAME(factory);
+}
+
+bool IsAudio(GstPad* pad) {
+  CapsPointer caps(gst_pad_get_current_caps(pad));
+  if (!caps) caps.reset(gst_pad_query_caps(pad, nullptr));
+  if (gst_caps_is_empty(caps.get()) || gst_caps_is_any(caps.get())) return false;
+  return g_str_has_prefix(gst_structure_get_name(gst_caps_get_structure(caps.get(), 0)), "audio/") != 0;
+}
+
+}  // namespace
+
+std::shared_ptr<Pipeline> Pipeline::Create(const PipelineInput& input, const PipelineSettings& settings,
+                                           OutputChooser::Output output, PipelineListener& listener,
+                                           int serial) {
+  std::shared_ptr<Pipeline> pipeline(new Pipeline(input, settings, listener, serial));
+  if (!output.sink || !pipeline->Build(std::move(output))) return nullptr;
+  pipeline->ConnectSignals();
+  return pipeline;
+}
+
+Pipeline::Pipeline(const PipelineInput& input, const PipelineSettings& settings, PipelineListener& listener,
+                   int serial)
+    : input_(input), settings_(settings), listener_(listener), serial_(serial) {
+  last_data_ = g_get_monotonic_time();
+}
+
+Pipeline::~Pipeline() {
+  if (!pipeline_) return;
+  Stop();
+  const BusPointer bus(gst_element_get_bus(pipeline_.get()));
+  gst_bus_set_sync_handler(bus.get(), nullptr, nullptr, nullptr);
+}
+
+bool Pipeline::Build(OutputChooser::Output output) {
+  pipeline_.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
+  heard_ = output.heard;
+  sink_ = output.sink.get();
+  gst_bin_add(GST_BIN(pipeline_.get()), sink_);
+  const bool own_volume = !HasStreamVolume(sink_);
+  std::vector<GstElement*> chain;
+  std::vector<const char*> factories = {"queue2", "audioconvert", "level", "audioconvert", "audioresample"};
+  if (own_volume) factories.push_back("volume");
+  for (const char* factory : factories) {
+    GstElement* element = gst_element_factory_make(factory, nullptr);
+    if (element == nullptr) return false;
+    gst_bin_add(GST_BIN(pipeline_.get()), element);
+    chain.push_back(element);
+  }
+  buffer_ = chain[0];
+  level_ = chain[2];
+  volume_ = own_volume ? chain.back() : sink_;
+  chain.push_back(sink_);
+  decoder_ = gst_element_factory_make("uridecodebin", nullptr);
+  if (decoder_ == nullptr) return false;
+  gst_bin_add(GST_BIN(pipeline_.get()), decoder_);
+  return LinkChain(chain);
+}
+
+bool Pipeline::LinkChain(const std::vector<GstElement*>& chain) {
+  for (std::size_t at = 1; at < chain.size(); ++at) {
+    if (!gst_element_link(chain[at - 1], chain[at])) return false;
+  }
+  // Decoded sound is buffered, not bytes: its time is exact whatever the format and the server's burst.
+  g_object_set(buffer_, "use-buffering", TRUE, "use-rate-estimate", FALSE, "max-size-buffers", 0U,
+               "max-size-bytes", kBufferBytes, "max-size-time", static_cast<guint64>(kBufferTime), nullptr);
+  SetRefill(kFirstRefill);
+  g_object_set(level_, "interval", static_cast<guint64>(kLevelInterval), nullptr);
+  return true;
+}
+
+void Pipeline::ConnectSignals() {
+  // Raw pointers are safe here: no signal comes once the pipeline has reached its NULL state.
+  g_signal_connect(decoder_, "pad-added", G_CALLBACK(+[](GstElement*, GstPad* pad, gpointer self) {
+                     static_cast<Pipeline*>(self)->OnPadAdded(pad);
+                   }),
+                   this);
+  g_signal_connect(
+      decoder_, "no-more-pads",
+      G_CALLBACK(+[](GstElement*, gpointer self) { static_cast<Pipeline*>(self)->OnNoMorePads(); }), this);
+  g_signal_connect(decoder_, "source-setup", G_CALLBACK(+[](GstElement*, GstElement* source, gpointer self) {
+                     static_cast<Pipeline*>(self)->OnSourceSetup(source);
+                   }),
+                   this);
+  g_signal_connect(pipeline_.get(), "deep-element-added",
+                   G_CALLBACK(+[](GstBin*, GstBin*, GstElement* element, gpointer self) {
+                     static_cast<Pipeline*>(self)->OnElementAdded(element);
+                   }),
+                   this);
+  const CapsPointer sound(gst_caps_new_empty_simple("audio/x-raw"));
+  const std::string uri = input_.reader ? "appsrc://" : input_.uri;
+  g_object_set(decoder_, "uri", uri.c_str(), "caps", sound.get(), "expose-all-streams", FALSE, nullptr);
+  const PadPointer input(gst_element_get_static_pad(buffer_, "sink"));
+  gst_pad_add_probe(
+      input.get(),
+      static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM),
+      [](GstPad*, GstPadProbeInfo* info, gpointer self) {
+        return static_cast<Pipeline*>(self)->OnBufferInput(info);
+      },
+      this, nullptr);
+  const PadPointer format(gst_element_get_static_pad(level_, "sink"));
+  gst_pad_add_probe(
+      format.get(), GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM,
+      [](GstPad*, GstPadProbeInfo* info, gpointer self) {
+        return static_cast<Pipeline*>(self)->OnFormat(info);
+      },
+      this, nullptr);
+  g_signal_connect(volume_, "notify::volume", G_CALLBACK(+[](GObject*, GParamSpec*, gpointer self) {
+                     static_cast<Pipeline*>(self)->Notify({PipelineEvent::Kind::kVolumeChanged, 0});
+                   }),
+                   this);
+  const BusPointer bus(gst_element_get_bus(pipeline_.get()));
+  gst_bus_set_sync_handler(
+      bus.get(),
+      [](GstBus*, GstMessage* message, gpointer self) {
+        static_cast<Pipeline*>(self)->OnMessage(message);
+        gst_message_unref(message);
+        return GST_BUS_DROP;
+      },
+      this, nullptr);
+}
+
+void Pipeline::Notify(PipelineEvent event) {
+  event.serial = serial_;
+  listener_.OnPipelineEvent(event);
+}
+
+void Pipeline::OnMessage(GstMessage* message) {
+  using Kind = PipelineEvent::Kind;
+  switch (GST_MESSAGE_TYPE(message)) {
+    case GST_MESSAGE_ERROR:
+      return OnError(message);
+    case GST_MESSAGE_EOS:
+      return Notify({Kind::kEnded, serial_});
+    case GST_MESSAGE_ASYNC_DONE:
+      if (GST_MESSAGE_SRC(message) == GST_OBJECT(pipeline_.get())) Notify({Kind::kPrerolled, serial_});
+      return;
+    case GST_MESSAGE_BUFFERING: {
+      // The elements inside the decoder report their own buffers too; only the decoded sound counts.
+      if (GST_MESSAGE_SRC(message) != GST_OBJECT(buffer_)) return;
+      gint percent = 0;
+      gst_message_parse_buffering(message, &percent);
+      return Notify({Kind::kBuffering, serial_, percent});
+    }
+    case GST_MESSAGE_DURATION_CHANGED:
+      return Notify({Kind::kDurationChanged, serial_});
+    case GST_MESSAGE_LATENCY:
+      return Notify({Kind::kLatencyChanged, serial_});
+    case GST_MESSAGE_ELEMENT:
+      return OnElementMessage(message);
+    case GST_MESSAGE_TAG:
+      return OnTagMessage(message);
+    default:
+      return;
+  }
+}
+
+void Pipeline::OnError(GstMessage* message) {
+  GstObject* source = GST_MESSAGE_SRC(message);
+  PipelineEvent event{PipelineEvent::Kind::kFailed, serial_};
+  event.result = ResultOfError(message, input_.local_file);
+  event.output_failed = source != nullptr && (source == GST_OBJECT(sink_) ||
+                                              gst_object_has_as_ancestor(source, GST_OBJECT(sink_)) != 0);
+  Notify(event);
+}
+
+void Pipeline::OnElementMessage(GstMessage* message) {
+  if (GST_MESSAGE_SRC(message) != GST_OBJECT(level_)) return;
+  const GstStructure* structure = gst_message_get_structure(message);
+  guint64 start = 0;
+  guint64 duration = 0;
+  const GValue* peak = gst_structure_get_value(structure, "peak");
+  const bool complete = gst_structure_get_uint64(structure, "running-time", &start) &&
+                        gst_structure_get_uint64(structure, "duration", &duration) && peak != nullptr;
+  if (!complete || start == GST_CLOCK_TIME_NONE || duration == GST_CLOCK_TIME_NONE) return;
+  const auto* decibels = static_cast<const GValueArray*>(g_value_get_boxed(peak));
+  std::vector<float> peaks;
+  for (guint channel = 0; channel < decibels->n_values; ++channel) {
+    peaks.push_back(LinearFromDecibels(g_value_get_double(&decibels->values[channel])));
+  }
+  levels_.Add(static_cast<std::int64_t>(start), static_cast<std::int64_t>(duration), std::move(peaks));
+}
+
+void Pipeline::OnTagMessage(GstMessage* message) {
+  GstTagList* raw = nullptr;
+  gst_message_parse_tag(message, &raw);
+  const TagListPointer tags(raw);
+  listener_.OnTags(*tags);
+}
+
+void Pipeline::OnPadAdded(GstPad* pad) {
+  // The next part of a chained stream comes as a new pad, after the old one has gone. A further audio
+  // stream beside the first stays unconnected.
+  const PadPointer input(gst_element_get_static_pad(buffer_, "sink"));
+  if (gst_pad_is_linked(input.get()) || !IsAudio(pad)) return;
+  gst_pad_link(pad, input.get());
+}
+
+void Pipeline::OnNoMorePads() {
+  const PadPointer input(gst_element_get_static_pad(buffer_, "sink"));
+  if (gst_pad_is_linked(input.get())) return;
+  PipelineEvent event{PipelineEvent::Kind::kFailed, serial_};
+  event.result = kMfEUnsupportedByteStreamType;
+  Notify(event);
+}
+
+void Pipeline::OnElementAdded(GstElement* element) {
+  const std::string_view factory = FactoryName(element);
+  if (factory == "icydemux") station_ = true;
+  if (factory != "souphttpsrc") return;
+  g_object_set(element, "user-agent", settings_.user_agent.c_str(), "timeout", kSilenceLimit, nullptr);
+  if (settings_.certificate_file.empty()) return;
+  GTlsDatabase* trusted = g_tls_file_database_new(settings_.certificate_file.c_str(), nullptr);
+  if (trusted == nullptr) return;
+  g_object_set(element, "tls-database", trusted, nullptr);
+  g_object_unref(trusted);
+}
+
+void Pipeline::OnSourceSetup(GstElement* source) {
+  if (input_.reader) FeedFromReader(source, input_.reader);
+}
+
+GstPadProbeReturn Pipeline::OnBufferInput(GstPadProbeInfo* info) {
+  if ((GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_BUFFER) != 0) {
+    last_data_ = g_get_monotonic_time();
+  } else if (GST_EVENT_TYPE(GST_PAD_PROBE_INFO_EVENT(info)) == GST_EVENT_EOS) {
+    Notify({PipelineEvent::Kind::kSourceEnded, serial_});
+  }
+  return GST_PAD_PROBE_OK;
+}
+
+GstPadProbeReturn Pipeline::OnFormat(GstPadProbeInfo* info) {
+  GstEvent* event = GST_PAD_PROBE_INFO_EVENT(info);
+  if (GST_EVENT_TYPE(event) != GST_EVENT_CAPS) return GST_PAD_PROBE_OK;
+  GstCaps* caps = nullptr;
+  gst_event_parse_caps(event, &caps);
+  const GstStructure* structure = gst_caps_get_structure(caps, 0);
+  gint value = 0;
+  if (gst_structure_get_int(structure, "channels", &value)) channels_ = value;
+  if (gst_structure_get_int(structure, "rate", &value)) sample_rate_ = value;
+  return GST_PAD_PROBE_OK;
+}
+
+void Pipeline::Preroll() {
+  if (gst_element_set_state(pipeline_.get(), GST_STATE_PAUSED) != GST_STATE_CHANGE_FAILURE) return;
+  PipelineEvent event{PipelineEvent::Kind::kFailed, serial_};
+  event.result = kEFail;
+  Notify(event);
+}
+
+void Pipeline::Play() { gst_element_set_state(pipeline_.get(), GST_STATE_PLAYING); }
+
+void Pipeline::Pause() { gst_element_set_state(pipeline_.get(), GST_STATE_PAUSED); }
+
+void Pipeline::Stop() { gst_element_set_state(pipeline_.get(), GST_STATE_NULL); }
+
+void Pipeline::SetRefill(std::int64_t nanoseconds) {
+  g_object_set(buffer_, "high-watermark", static_cast<double>(nanoseconds) / static_cast<double>(kBufferTime),
+               nullptr);
+}
+
+void Pipeline::SetVolume(double linear) { g_object_set(volume_, "volume", linear, nullptr); }
+
+void Pipeline::SetMute(bool mute) { g_object_set(volume_, "mute", static_cast<gboolean>(mute), nullptr); }
+
+StreamVolume Pipeline::ReadVolume() const {
+  gdouble volume = 1.0;
+  gboolean mute = FALSE;
+  g_object_get(volume_, "volume", &volume, "mute", &mute, nullptr);
+  return {volume, mute != FALSE};
+}
+
+std::optional<std::int64_t> Pipeline::Duration() const {
+  // A station may claim a length, which only says how long it would like to be listened to.
+  gint64 duration = 0;
+  if (station_ || !gst_element_query_duration(pipeline_.get(), GST_FORMAT_TIME, &duration)) return {};
+  if (duration <= 0) return {};
+  return duration;
+}
+
+void Pipeline::RecalculateLatency() { gst_bin_recalculate_latency(GST_BIN(pipeline_.get())); }
+
+bool Pipeline::IsPlaying() const {
+  GstState state = GST_STATE_NULL;
+  GstState pending = GST_STATE_VOID_PENDING;
+  gst_element_get_state(pipeline_.get(), &state, &pending, 0);
+  return state == GST_STATE_PLAYING && (pending == GST_STATE_VOID_PENDING || pending == GST_STATE_PLAYING);
+}
+
+std::int64_t Pipeline::PlayedTime() const {
+  const GstClockTime now = IsPlaying() ? gst_element_get_current_running_time(pipeline_.get())
+                                       : gst_element_get_start_time(pipeline_.get());
+  return now == GST_CLOCK_TIME_NONE ? 0 : static_cast<std::int64_t>(now);
+}
+
+std::vector<float> Pipeline::Peaks() const {
+  if (!IsPlaying()) return {};
+  return levels_.At(PlayedTime());
+}
+
+}  // namespace platform::gstreamer

@@ -1,0 +1,141 @@
+#pragma once
+// One opened item as a GStreamer pipeline: address to sink, with its buffer, level and stream volume.
+// Not its supervision: what to do when it runs dry, ends or fails is media_supervisor.h's business.
+
+#include <gst/gst.h>
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/gstreamer/gst_pointers.h"
+#include "platform/gstreamer/level_history.h"
+#include "platform/gstreamer/sound_output.h"
+
+namespace platform::gstreamer {
+
+/// What a pipeline plays: an address, or a stream object when there is a reader.
+struct PipelineInput {
+  std::string uri;
+  bool local_file = false;
+  std::shared_ptr<StreamReader> reader;
+};
+
+struct PipelineSettings {
+  std::string user_agent;
+  std::string certificate_file;
+};
+
+struct PipelineEvent {
+  enum class Kind : std::uint8_t {
+    kPrerolled,        ///< opened; the first sound is decoded
+    kBuffering,        ///< `percent` of what is wanted before the sound goes on
+    kSourceEnded,      ///< no more data arrives; what is buffered is still to be heard
+    kEnded,            ///< everything was heard
+    kFailed,           ///< `result` says why; `output_failed` when it was the sink
+    kDurationChanged,  ///< ask for the duration again
+    kVolumeChanged,    ///< somebody moved the stream's volume in the mixer
+    kLatencyChanged,
+  };
+  Kind kind;
+  int serial;
+  int percent = 0;
+  HResult result = kSOk;
+  bool output_failed = false;
+};
+
+/// Hears a pipeline; called from any thread, so it only notes what it hears.
+class PipelineListener {
+ public:
+  virtual ~PipelineListener() = default;
+  virtual void OnPipelineEvent(const PipelineEvent& event) = 0;
+  virtual void OnTags(const GstTagList& tags) = 0;
+};
+
+struct StreamVolume {
+  double volume = 1.0;  ///< linear
+  bool mute = false;
+};
+
+/// Create, Preroll, then Play and Pause by turns, Stop. These belong to one thread, the supervisor's; the
+/// functions marked so may be called from any.
+class Pipeline {
+ public:
+  /// Null when an element is missing from the installation.
+  static std::shared_ptr<Pipeline> Create(const PipelineInput& input, const PipelineSettings& settings,
+                                          OutputChooser::Output output, PipelineListener& listener,
+                                          int serial);
+  ~Pipeline();
+  Pipeline(const Pipeline&) = delete;
+  Pipeline& operator=(const Pipeline&) = delete;
+
+  [[nodiscard]] int Serial() const { return serial_; }
+
+  void Preroll();
+  void Play();
+  void Pause();
+  void Stop();
+
+  /// How much sound has to be buffered before a pipeline that ran dry goes on.
+  void SetRefill(std::int64_t nanoseconds);
+  void SetVolume(double linear);
+  void SetMute(bool mute);
+  [[nodiscard]] StreamVolume ReadVolume() const;
+  /// Length in nanoseconds; nothing for a live stream or when it is not known.
+  [[nodiscard]] std::optional<std::int64_t> Duration() const;
+  void RecalculateLatency();
+
+  /// True when the sink is a device that can be heard.
+  [[nodiscard]] bool Heard() const { return heard_; }
+  /// Any thread: the time played so far in nanoseconds; it stands still while paused.
+  [[nodiscard]] std::int64_t PlayedTime() const;
+  /// Any thread: linear peaks of what is heard now, before the volume; empty while paused.
+  [[nodiscard]] std::vector<float> Peaks() const;
+  /// Any thread: zero when not known yet.
+  [[nodiscard]] int Channels() const { return channels_.load(); }
+  [[nodiscard]] int SampleRate() const { return sample_rate_.load(); }
+  /// Any thread: when the last data arrived in the buffer (g_get_monotonic_time), the creation at first.
+  [[nodiscard]] std::int64_t LastDataMicroseconds() const { return last_data_.load(); }
+
+ private:
+  Pipeline(const PipelineInput& input, const PipelineSettings& settings, PipelineListener& listener,
+           int serial);
+  bool Build(OutputChooser::Output output);
+  bool LinkChain(const std::vector<GstElement*>& chain);
+  void ConnectSignals();
+  void Notify(PipelineEvent event);
+  void OnMessage(GstMessage* message);
+  void OnError(GstMessage* message);
+  void OnElementMessage(GstMessage* message);
+  void OnTagMessage(GstMessage* message);
+  void OnPadAdded(GstPad* pad);
+  void OnNoMorePads();
+  void OnElementAdded(GstElement* element);
+  void OnSourceSetup(GstElement* source);
+  GstPadProbeReturn OnBufferInput(GstPadProbeInfo* info);
+  GstPadProbeReturn OnFormat(GstPadProbeInfo* info);
+  [[nodiscard]] bool IsPlaying() const;
+
+  PipelineInput input_;
+  PipelineSettings settings_;
+  PipelineListener& listener_;
+  const int serial_;
+  ElementPointer pipeline_;
+  // Owned by the pipeline.
+  GstElement* decoder_ = nullptr;
+  GstElement* buffer_ = nullptr;
+  GstElement* level_ = nullptr;
+  GstElement* volume_ = nullptr;
+  GstElement* sink_ = nullptr;
+  bool heard_ = false;
+  LevelHistory levels_;
+  std::atomic<bool> station_{false};
+  std::atomic<int> channels_{0};
+  std::atomic<int> sample_rate_{0};
+  std::atomic<std::int64_t> last_data_{0};
+};
+
+}  // namespace platform::gstreamer

@@ -1,0 +1,51 @@
+#pragma once
+// The volume and mute of the program's own sound, shared by its items one after the other.
+// Not the sink that carries them out; the supervisor of an item hands them on.
+
+#include <cstdint>
+#include <mutex>
+#include <optional>
+
+#include "platform/gstreamer/pipeline.h"
+
+namespace platform::gstreamer {
+
+/// Safe to use from any thread. A setting outlives the item for which it was made: the mixer has one entry
+/// for the program.
+class ProcessSound {
+ public:
+  struct Wanted {
+    std::optional<double> volume;  ///< linear; nothing: what the sound server remembers
+    std::optional<bool> mute;
+    std::uint64_t version = 0;  ///< changes with every setting
+  };
+
+  void SetVolume(double linear) {
+    const std::lock_guard lock(mutex_);
+    wanted_.volume = linear;
+    ++wanted_.version;
+  }
+  void SetMute(bool mute) {
+    const std::lock_guard lock(mutex_);
+    wanted_.mute = mute;
+    ++wanted_.version;
+  }
+  [[nodiscard]] Wanted Get() const {
+    const std::lock_guard lock(mutex_);
+    return wanted_;
+  }
+  [[nodiscard]] StreamVolume Current() const {
+    const std::lock_guard lock(mutex_);
+    return {wanted_.volume.value_or(1.0), wanted_.mute.value_or(false)};
+  }
+
+  /// The mixer shows `observed`, after setting number `version` was carried out. A newer setting and a mere
+  /// rounding of the mixer's are not overwritten.
+  void Observe(const StreamVolume& observed, std::uint64_t version);
+
+ private:
+  mutable std::mutex mutex_;
+  Wanted wanted_;
+};
+
+}  // namespace platform::gstreamer

@@ -1,0 +1,57 @@
+#include "platform/gstreamer/sound_output.h"
+
+#include <gst/audio/streamvolume.h>
+
+#include "platform/gstreamer/gst_pointers.h"
+
+namespace platform::gstreamer {
+namespace {
+
+void SetIfPresent(GstElement* element, const char* property, const std::string& value) {
+  GObjectClass* type = G_OBJECT_GET_CLASS(element);
+  if (value.empty() || g_object_class_find_property(type, property) == nullptr) return;
+  g_object_set(element, property, value.c_str(), nullptr);
+}
+
+ElementPointer MakeElement(const char* factory) {
+  GstElement* element = gst_element_factory_make(factory, nullptr);
+  if (element == nullptr) return nullptr;
+  return ElementPointer(GST_ELEMENT(gst_object_ref_sink(element)));
+}
+
+}  // namespace
+
+OutputChooser::OutputChooser(const GstMediaOptions& options)
+    : output_(options.output),
+      application_name_(options.application_name),
+      sound_server_(options.sound_server),
+      log_(options.log) {}
+
+ElementPointer OutputChooser::TryDevice(const char* factory) {
+  ElementPointer sink = MakeElement(factory);
+  if (!sink) return nullptr;
+  // A sink's own clock made one run in ten stand still after a pause; the system's clock never did.
+  g_object_set(sink.get(), "provide-clock", FALSE, nullptr);
+  SetIfPresent(sink.get(), "client-name", application_name_);
+  SetIfPresent(sink.get(), "server", sound_server_);
+  if (gst_element_set_state(sink.get(), GST_STATE_READY) == GST_STATE_CHANGE_SUCCESS) return sink;
+  gst_element_set_state(sink.get(), GST_STATE_NULL);
+  return nullptr;
+}
+
+OutputChooser::Output OutputChooser::Choose(Silence silence) {
+  if (output_ == SoundOutput::kAutomatic) {
+    for (const char* factory : {"pulsesink", "alsasink"}) {
+      if (ElementPointer sink = TryDevice(factory)) return {std::move(sink), true};
+    }
+    if (silence == Silence::kRefused) return {};
+    if (!said_.exchange(true)) log_("no sound server and no sound card: playing without sound");
+  }
+  ElementPointer sink = MakeElement("fakesink");
+  if (sink) g_object_set(sink.get(), "sync", TRUE, nullptr);
+  return {std::move(sink), false};
+}
+
+bool HasStreamVolume(GstElement* sink) { return GST_IS_STREAM_VOLUME(sink); }
+
+}  // namespace platform::gstreamer

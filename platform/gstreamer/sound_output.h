@@ -1,0 +1,44 @@
+#pragma once
+// Chooses where the sound goes and reaches the stream's own volume there.
+// Not the pipeline in front of it.
+
+#include <gst/gst.h>
+
+#include <atomic>
+#include <functional>
+#include <string>
+
+#include "platform/gstreamer/gst_media.h"
+#include "platform/gstreamer/gst_pointers.h"
+
+namespace platform::gstreamer {
+
+/// Makes sinks; safe to use from any thread.
+class OutputChooser {
+ public:
+  explicit OutputChooser(const GstMediaOptions& options);
+
+  struct Output {
+    ElementPointer sink;  ///< floating reference taken; null when none may be had
+    bool heard = false;   ///< a real device
+  };
+  enum class Silence : std::uint8_t { kAllowed, kRefused };
+
+  /// The sound server when there is one, else the sound card, else a sink that plays in time without sound
+  /// (unless that is refused).
+  Output Choose(Silence silence);
+
+ private:
+  ElementPointer TryDevice(const char* factory);
+
+  SoundOutput output_;
+  std::string application_name_;
+  std::string sound_server_;
+  std::function<void(const std::string&)> log_;
+  std::atomic<bool> said_{false};
+};
+
+/// True when the sink keeps a volume of its own for this stream.
+bool HasStreamVolume(GstElement* sink);
+
+}  // namespace platform::gstreamer

@@ -1,0 +1,28 @@
+#include "tests/support/media_files.h"
+
+#include <sstream>
+#include <stdexcept>
+
+#include "tests/support/child_process.h"
+
+namespace test_support {
+
+std::string MakeTone(const TempFolder& folder, const std::string& name, const std::string& codec,
+                     const Tone& tone, const std::string& more) {
+  const std::string path = (folder.Path() / name).string();
+  std::ostringstream wave;
+  wave << "aevalsrc=exprs=";
+  for (int channel = 0; channel < tone.channels; ++channel) {
+    wave << (channel > 0 ? "|" : "") << tone.amplitude << "*sin(2*PI*" << tone.hertz << "*t)";
+  }
+  wave << ":s=" << tone.rate << ":d=" << tone.seconds;
+  ChildProcess::Arguments arguments = {"ffmpeg", "-y", "-loglevel", "error", "-f",
+                                       "lavfi",  "-i", wave.str(),  "-c:a",  codec};
+  std::istringstream words(more);
+  for (std::string word; words >> word;) arguments.push_back(word);
+  arguments.push_back(path);
+  if (RunProgram(arguments).exit_code != 0) throw std::runtime_error("ffmpeg cannot make " + name);
+  return path;
+}
+
+}  // namespace test_support

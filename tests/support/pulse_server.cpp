@@ -1,0 +1,89 @@
+#include "tests/support/pulse_server.h"
+
+#include <sys/stat.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <sstream>
+#include <stdexcept>
+#include <utility>
+
+namespace test_support {
+namespace {
+
+/// The text between `before` and the end of its line; empty when `before` does not occur.
+std::string After(const std::string& text, const std::string& before) {
+  const auto at = text.find(before);
+  if (at == std::string::npos) return {};
+  const auto start = at + before.size();
+  return text.substr(start, text.find('\n', start) - start);
+}
+
+/// The entry of `application` in the list of streams; empty when there is none.
+std::string Entry(const std::string& list, const std::string& application) {
+  const std::string head = "Sink Input #";
+  for (auto at = list.find(head); at != std::string::npos;) {
+    const auto next = list.find(head, at + 1);
+    std::string entry = list.substr(at, next == std::string::npos ? next : next - at);
+    if (entry.find("application.name = \"" + application + "\"") != std::string::npos) return entry;
+    at = next;
+  }
+  return {};
+}
+
+}  // namespace
+
+PulseServer::PulseServer() : address_("unix:" + (folder_.Path() / "native").string()) {
+  chmod(folder_.Path().c_str(), 0700);
+  Start();
+}
+
+ChildProcess::Environment PulseServer::Variables() const {
+  const std::string folder = folder_.Path().string();
+  return {{"XDG_RUNTIME_DIR", folder},
+          {"HOME", folder},
+          {"PULSE_SERVER", address_},
+          {"LC_ALL", "C"},
+          {"DBUS_SESSION_BUS_ADDRESS", "unix:path=" + folder + "/no-bus"}};
+}
+
+void PulseServer::Start() {
+  auto variables = Variables();
+  variables.erase("PULSE_SERVER");
+  // Without "norewinds" playback stalls at its start on a null sink.
+  server_ = ChildProcess(
+      {"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
+       "--load=module-null-sink sink_name=ci rate=48000 norewinds=1",
+       "--load=module-native-protocol-unix auth-anonymous=1 socket=" + (folder_.Path() / "native").string()},
+      variables);
+  const auto answers = [this] { return RunProgram({"pactl", "info"}, Variables()).exit_code == 0; };
+  if (!WaitUntil(answers, std::chrono::seconds(15))) {
+    throw std::runtime_error("the private PulseAudio server does not answer");
+  }
+}
+
+std::string PulseServer::ListStreams() const {
+  return RunProgram({"pactl", "list", "sink-inputs"}, Variables()).output;
+}
+
+std::optional<PulseServer::Stream> PulseServer::FindStream(const std::string& application) const {
+  const std::string entry = Entry(ListStreams(), application);
+  if (entry.empty()) return std::nullopt;
+  Stream stream;
+  const std::string volume = After(entry, "Volume:");
+  stream.volume_percent = std::atoi(After(volume, "/").c_str());
+  stream.decibels = std::strtod(After(volume.substr(volume.find('%')), "/").c_str(), nullptr);
+  stream.mute = After(entry, "Mute: ") == "yes";
+  stream.corked = After(entry, "Corked: ") == "yes";
+  std::istringstream specification(After(entry, "Sample Specification: "));
+  std::string format;
+  specification >> format >> stream.channels;
+  return stream;
+}
+
+void PulseServer::MoveSlider(const std::string& application, int percent) const {
+  const std::string index = After(Entry(ListStreams(), application), "Sink Input #");
+  RunProgram({"pactl", "set-sink-input-volume", index, std::to_string(percent) + "%"}, Variables());
+}
+
+}  // namespace test_support

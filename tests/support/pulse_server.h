@@ -1,0 +1,44 @@
+#pragma once
+// A private PulseAudio server with a null sink, so that a test can hear and look at the mixer.
+// Not the user's sound server, which is never touched.
+
+#include <optional>
+#include <string>
+
+#include "tests/support/child_process.h"
+#include "tests/support/temp_folder.h"
+
+namespace test_support {
+
+class PulseServer {
+ public:
+  /// Starts the server and waits until it answers; throws when it does not.
+  PulseServer();
+
+  /// The address for PULSE_SERVER.
+  [[nodiscard]] const std::string& Address() const { return address_; }
+  [[nodiscard]] ChildProcess::Environment Variables() const;
+
+  /// What the mixer says about the one stream of `application`; nothing while there is no such stream.
+  struct Stream {
+    int volume_percent = 0;  ///< on the mixer's own scale
+    double decibels = 0;     ///< 0 at full volume
+    bool mute = false;
+    bool corked = false;  ///< paused
+    int channels = 0;
+  };
+  [[nodiscard]] std::optional<Stream> FindStream(const std::string& application) const;
+  /// Moves the slider of the application's stream, as a user does in the mixer.
+  void MoveSlider(const std::string& application, int percent) const;
+
+  void Stop() { server_.Stop(); }
+  void Start();
+
+ private:
+  [[nodiscard]] std::string ListStreams() const;
+  TempFolder folder_;
+  std::string address_;
+  ChildProcess server_;
+};
+
+}  // namespace test_support
