@@ -32,17 +32,17 @@ class FakeClock : public platform::Clock {
   platform::DateTime local_time{2026, 11, 15, 23, 35, 36};
 };
 
-/// Runs `on_pump` in every pump, so that a test can act in the middle of a wait.
+/// Runs `on_pump` in every pump, so that a test can act in the middle of a wait. It may replace itself.
 class FakeMessageLoop : public platform::MessageLoop {
  public:
   void ProcessPendingMessages() override {
     ++pumps;
-    if (on_pump) on_pump();
+    if (const auto action = on_pump) action();
   }
   void ProcessPaintMessages() override { ++paints; }
   void Sleep(std::uint32_t milliseconds) override {
     slept += milliseconds;
-    if (on_sleep) on_sleep(milliseconds);
+    if (const auto action = on_sleep) action(milliseconds);
   }
   std::int16_t GetAsyncKeyState(std::int32_t virtual_key) override { return keys[virtual_key]; }
 
