@@ -1,0 +1,139 @@
+#include "stream/cls_funkhaus.h"
+
+#include <optional>
+#include <utility>
+
+#include "app/numbers.h"
+#include "app/text_helpers.h"
+#include "stream/header_lines.h"
+#include "stream/header_query.h"
+#include "stream/metadata_readers.h"
+#include "stream/playlist_fetch.h"
+#include "stream/playlist_text.h"
+#include "stream/record_name.h"
+#include "stream/recorders.h"
+#include "stream/stream_address.h"
+
+namespace stream {
+
+// Every call that waits holds a share of the core and touches nothing of `this` after its first wait.
+struct clsFunkhaus::Core : StreamState {
+  Core(const Ports& system, Options chosen, clsFunkhaus* object)
+      : StreamState(system), options(std::move(chosen)), owner(object) {}
+
+  [[nodiscard]] Text RecordFolder() const {
+    return options.record_folder.empty() ? ports.environment.ProgramFolder() : options.record_folder;
+  }
+
+  // A handler may replace itself or destroy the object, so a copy of it is run.
+  void RaiseQueryStream(bool bQueryOk) const {
+    if (!owner || !owner->QueryStream) return;
+    const auto handler = owner->QueryStream;
+    handler(bQueryOk);
+  }
+
+  void RaiseCurrentPlaying(const Text& sStreamTitle, const Text& sStreamUrl, const Text& sRaw) const {
+    if (!owner || !owner->RecStreamCurrentPlaying) return;
+    const auto handler = owner->RecStreamCurrentPlaying;
+    handler(sStreamTitle, sStreamUrl, sRaw);
+  }
+
+  const Options options;
+  clsFunkhaus* owner;  ///< null once the object is gone
+};
+
+clsFunkhaus::clsFunkhaus(const Ports& ports, Options options)
+    : core_(std::make_shared<Core>(ports, std::move(options), this)) {}
+
+clsFunkhaus::~clsFunkhaus() {
+  core_->owner = nullptr;
+  core_->stop_flag = true;
+  core_->abort_flag = true;
+}
+
+void clsFunkhaus::StreamUrl(const Text& sUrl) {
+  if (sUrl.empty()) return;
+  const auto core = core_;
+  core->address = app::Trim(sUrl);
+  if (const auto flags = OpenFlagsOf(core->address)) core->open_flags = *flags;
+  if (core->address.empty()) return;
+  auto lines = QueryStreamHeaders(core->ports.internet, Text(core->address));
+  const bool bQueryOk = lines.has_value();
+  if (bQueryOk) core->header_lines = std::move(*lines);
+  core->RaiseQueryStream(bQueryOk);
+}
+
+Text clsFunkhaus::StreamUrl() const { return core_->address; }
+
+bool clsFunkhaus::IsUrlPlaylist(const Text& sUrl) {
+  const Text address(app::Trim(sUrl));
+  if (address.empty()) return false;
+  const auto core = core_;
+  const std::optional<Text> response = FetchPlaylistText(*core, address);
+  if (!response || core->abort_flag) return false;
+  auto lines = PlaylistLinesFromResponse(*response);
+  if (!lines) return false;
+  core->playlist_lines = std::move(*lines);
+  return true;
+}
+
+std::int32_t clsFunkhaus::GetPlaylistNumberOfEntries() const {
+  return AnnouncedEntries(core_->playlist_lines);
+}
+
+void clsFunkhaus::GetPlaylistEntry(std::int32_t lEntryIndex, Text& sStreamUrl, Text& sStreamTitle) const {
+  PlaylistEntry entry = FindPlaylistEntry(core_->playlist_lines, lEntryIndex);
+  sStreamUrl = std::move(entry.address);
+  sStreamTitle = std::move(entry.title);
+}
+
+Text clsFunkhaus::GetPlaylistInfoRawCrLf() const { return app::Join(core_->playlist_lines, kCrLf); }
+
+Text clsFunkhaus::GetStreamQueryInfo(std::int32_t eQueryData) const {
+  return HeaderValues(core_->header_lines, eQueryData);
+}
+
+Text clsFunkhaus::GetStreamQueryInfoRawCrLf() const { return app::Join(core_->header_lines, kCrLf); }
+
+Text clsFunkhaus::ReadStreamMetaData(std::int32_t lMetaInt) {
+  const auto core = core_;
+  return ReadLongTitle(*core, lMetaInt);
+}
+
+Text clsFunkhaus::ReadStreamMetaData2(std::int32_t lMetaInt) {
+  const auto core = core_;
+  return ReadFirstBlockTitle(*core, lMetaInt);
+}
+
+Text clsFunkhaus::GetActiveMeta(const Text& /*sContentType*/, std::int32_t lMetaInt) {
+  const auto core = core_;
+  return ReadActiveTitle(*core, lMetaInt);
+}
+
+void clsFunkhaus::StartGetInfoSong(const Text& sContentType, const Text& sMetaInt) {
+  core_->stop_flag = false;
+  if (const auto lMetaInt = app::ToInt32(sMetaInt)) GetActiveMeta(sContentType, *lMetaInt);
+}
+
+void clsFunkhaus::StartRecStream(const Text& sContentType, const Text& sMetaInt) {
+  const auto core = core_;
+  core->stop_flag = false;
+  const Text folder = core->RecordFolder();
+  const Text extension = ExtensionOf(sContentType);
+  if (sMetaInt.empty()) {
+    RecordPlain(*core, folder, extension);
+    return;
+  }
+  const std::optional<std::int32_t> lMetaInt = app::ToInt32(sMetaInt);
+  if (!lMetaInt) return;
+  RecordByTitle(*core, folder, extension, *lMetaInt,
+                [core](const Text& sStreamTitle, const Text& sStreamUrl, const Text& sRaw) {
+                  core->RaiseCurrentPlaying(sStreamTitle, sStreamUrl, sRaw);
+                });
+}
+
+void clsFunkhaus::StopRecStream() { core_->stop_flag = true; }
+
+void clsFunkhaus::FreeRecStream() { core_->stop_flag = false; }
+
+}  // namespace stream

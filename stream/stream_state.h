@@ -1,0 +1,45 @@
+#pragma once
+// What clsFunkhaus remembers, in a place that outlives it while one of its calls still runs.
+// Not for what a single call keeps: that is local to the call, because calls nest.
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/clock.h"
+#include "platform/environment.h"
+#include "platform/internet.h"
+#include "platform/message_loop.h"
+#include "platform/record_files.h"
+#include "platform/text_conversion.h"
+#include "platform/xml_http_request.h"
+#include "stream/text_pieces.h"
+
+namespace stream {
+
+/// What the stream client asks of the system. All of it outlives the client and its running calls.
+struct Ports {
+  platform::Internet& internet;
+  platform::XmlHttpRequests& xml_http_requests;
+  platform::RecordFiles& record_files;
+  platform::Environment& environment;
+  platform::Clock& clock;
+  platform::MessageLoop& message_loop;
+  platform::TextConversion& text_conversion;
+};
+
+struct StreamState {
+  explicit StreamState(const Ports& system) : ports(system) {}
+
+  const Ports ports;
+  Text address;
+  std::uint32_t open_flags = 0;
+  std::vector<Text> playlist_lines;
+  std::vector<Text> header_lines;
+  /// Ends a recording and GetActiveMeta after their current read.
+  bool stop_flag = false;
+  /// Ends the timed readers and a playlist fetch after their current look. No operation sets it; it is
+  /// set only when the owner has let go of the client.
+  bool abort_flag = false;
+};
+
+}  // namespace stream

@@ -1,0 +1,289 @@
+#include "stream/cls_funkhaus.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+
+#include "tests/stream/stream_rig.h"
+
+namespace stream {
+namespace {
+
+const std::string kAudio(8, 'A');
+
+class ClsFunkhaus : public testing::Test {
+ protected:
+  void AnswerWith(TextView headers) { rig_.internet.answer.raw_headers = Text(headers); }
+  bool Playlist(TextView body) {
+    rig_.requests.request = {{4}, Text(body)};
+    return client_->IsUrlPlaylist(u"http://h/list");
+  }
+  // Runs `action` once, in the next pump.
+  void InTheNextPump(const std::function<void()>& action) {
+    rig_.loop.on_pump = [this, action] {
+      rig_.loop.on_pump = nullptr;
+      action();
+    };
+  }
+
+  StreamRig rig_;
+  std::unique_ptr<clsFunkhaus> client_ = std::make_unique<clsFunkhaus>(rig_.Through());
+};
+
+TEST_F(ClsFunkhaus, ANewObjectKnowsNothing) {
+  EXPECT_EQ(client_->StreamUrl(), u"");
+  EXPECT_EQ(client_->GetPlaylistNumberOfEntries(), 0);
+  EXPECT_EQ(client_->GetPlaylistInfoRawCrLf(), u"");
+  EXPECT_EQ(client_->GetStreamQueryInfoRawCrLf(), u"");
+  EXPECT_EQ(client_->GetStreamQueryInfo(9), u"");
+  Text address = u"x", title = u"y";
+  client_->GetPlaylistEntry(0, address, title);
+  EXPECT_EQ(address, u"");
+  EXPECT_EQ(title, u"");
+}
+
+TEST_F(ClsFunkhaus, SettingTheAddressTrimsItAndAsksForTheHeaders) {
+  AnswerWith(u"ICY 200 OK\r\nicy-metaint:8192\r\nicy-name:K\u00FCche\r\n\r\n");
+  std::vector<bool> outcomes;
+  client_->QueryStream = [&](bool bQueryOk) { outcomes.push_back(bQueryOk); };
+  client_->StreamUrl(u"  http://radio.example/;  ");
+  EXPECT_EQ(client_->StreamUrl(), u"http://radio.example/;");
+  EXPECT_EQ(client_->GetStreamQueryInfo(9), u"8192");
+  EXPECT_EQ(client_->GetStreamQueryInfo(0), u"K\u00FCche");
+  EXPECT_EQ(client_->GetStreamQueryInfoRawCrLf(),
+            u"ICY 200 OK\r\nicy-metaint:8192\r\nicy-name:K\u00FCche\r\n\r\n");
+  EXPECT_EQ(outcomes, std::vector<bool>{true});
+}
+
+TEST_F(ClsFunkhaus, AnEmptyAddressChangesAndAsksNothing) {
+  client_->StreamUrl(u"http://h/");
+  rig_.internet.calls.clear();
+  client_->StreamUrl(u"");
+  EXPECT_EQ(client_->StreamUrl(), u"http://h/");
+  EXPECT_TRUE(rig_.internet.calls.empty());
+}
+
+TEST_F(ClsFunkhaus, AnAddressOfBlanksIsStoredAsEmpty) {
+  client_->StreamUrl(u"http://h/");
+  rig_.internet.calls.clear();
+  client_->StreamUrl(u"   ");
+  EXPECT_EQ(client_->StreamUrl(), u"");
+  EXPECT_TRUE(rig_.internet.calls.empty());
+}
+
+TEST_F(ClsFunkhaus, AFailedQueryKeepsTheEarlierHeaderLines) {
+  AnswerWith(u"HTTP/1.1 200 OK\r\nicy-metaint:16000\r\n\r\n");
+  client_->StreamUrl(u"http://h/");
+  rig_.internet.answer.status = u"404";
+  AnswerWith(u"HTTP/1.1 404 Not Found\r\n\r\n");
+  bool outcome = true;
+  client_->QueryStream = [&](bool bQueryOk) { outcome = bQueryOk; };
+  client_->StreamUrl(u"http://other/");
+  EXPECT_EQ(client_->GetStreamQueryInfo(9), u"16000");
+  EXPECT_EQ(client_->StreamUrl(), u"http://other/");
+  EXPECT_FALSE(outcome);
+}
+
+TEST_F(ClsFunkhaus, AnAddressWithNeitherPrefixKeepsTheEarlierOpenFlags) {
+  rig_.ReadsTake(10);
+  client_->StreamUrl(u"mms://h/");
+  client_->ReadStreamMetaData2(8);
+  EXPECT_THAT(rig_.internet.calls, testing::Contains(testing::HasSubstr("mms://h/, Icy-MetaData:1, 0)")));
+  client_->StreamUrl(u"https://h/");
+  client_->StreamUrl(u"mms://h/");
+  client_->ReadStreamMetaData2(8);
+  EXPECT_THAT(rig_.internet.calls,
+              testing::Contains(testing::HasSubstr("mms://h/, Icy-MetaData:1, 2155872256)")));
+}
+
+TEST_F(ClsFunkhaus, AResolvedPlaylistIsAnsweredUntilTheNextSuccess) {
+  EXPECT_TRUE(Playlist(u"[playlist]\r\nTitle1=T\r\nFile1=http://a/b\r\nNumberOfEntries=1"));
+  EXPECT_FALSE(Playlist(u"<html>"));
+  EXPECT_EQ(client_->GetPlaylistNumberOfEntries(), 1);
+  Text address, title;
+  client_->GetPlaylistEntry(0, address, title);
+  EXPECT_EQ(address, u"http://a/b");
+  EXPECT_EQ(title, u"T");
+  EXPECT_EQ(client_->GetPlaylistInfoRawCrLf(),
+            u"[playlist]\r\nTitle1=T\r\nFile1=http://a/b\r\nNumberOfEntries=1");
+  EXPECT_EQ(client_->StreamUrl(), u"") << "the stream address is another matter";
+}
+
+TEST_F(ClsFunkhaus, AnEmptyPlaylistAddressMakesNoRequest) {
+  EXPECT_FALSE(client_->IsUrlPlaylist(u""));
+  EXPECT_FALSE(client_->IsUrlPlaylist(u"   "));
+  EXPECT_TRUE(rig_.requests.calls.empty());
+}
+
+TEST_F(ClsFunkhaus, ThePlaylistAddressIsTrimmed) {
+  client_->IsUrlPlaylist(u" http://h/x ");
+  EXPECT_THAT(rig_.requests.calls, testing::Contains("Open(GET, http://h/x, True)"));
+}
+
+TEST_F(ClsFunkhaus, PlaylistFetchesNest) {
+  rig_.requests.requests[u"http://outer/"] = {{1, 4}, u"http://outer/stream"};
+  rig_.requests.requests[u"http://inner/"] = {{1, 4}, u"http://inner/stream"};
+  bool inner = false;
+  InTheNextPump([&] { inner = client_->IsUrlPlaylist(u"http://inner/"); });
+  EXPECT_TRUE(client_->IsUrlPlaylist(u"http://outer/"));
+  EXPECT_TRUE(inner);
+  Text address, title;
+  client_->GetPlaylistEntry(0, address, title);
+  EXPECT_EQ(address, u"http://outer/stream") << "the outer one ended last";
+}
+
+TEST_F(ClsFunkhaus, NoOperationSetsTheAbortFlag) {
+  rig_.StationSends(kAudio + Block("StreamTitle='Song';"), 4);
+  client_->StreamUrl(u"http://h/");
+  InTheNextPump([&] {
+    client_->StopRecStream();
+    client_->FreeRecStream();
+    client_->StopRecStream();
+  });
+  EXPECT_EQ(client_->ReadStreamMetaData2(8), u"Song");
+}
+
+TEST_F(ClsFunkhaus, AnotherAddressMayBeSetInsideAReader) {
+  rig_.StationSends(kAudio + Block("StreamTitle='Song';"), 4);
+  client_->StreamUrl(u"http://h/");
+  InTheNextPump([&] { client_->StreamUrl(u"http://other/"); });
+  EXPECT_EQ(client_->ReadStreamMetaData2(8), u"Song");
+  EXPECT_EQ(client_->StreamUrl(), u"http://other/");
+}
+
+TEST_F(ClsFunkhaus, StartGetInfoSongRunsTheActiveReaderAndThrowsItsResultAway) {
+  rig_.StationSends(kAudio + Block("StreamTitle='Song';"));
+  client_->StreamUrl(u"http://h/");
+  rig_.internet.calls.clear();
+  client_->StopRecStream();
+  client_->StartGetInfoSong(u"audio/mpeg", u"8");
+  EXPECT_THAT(rig_.internet.calls, testing::Contains(testing::StartsWith("InternetOpenUrlW")));
+  EXPECT_EQ(rig_.internet.OpenHandles(), 0U);
+}
+
+TEST_F(ClsFunkhaus, StartGetInfoSongWithoutAnIntervalOnlyClearsTheStopFlag) {
+  client_->StreamUrl(u"http://h/");
+  rig_.internet.calls.clear();
+  client_->StartGetInfoSong(u"audio/mpeg");
+  client_->StartGetInfoSong(u"audio/mpeg", u"x");
+  EXPECT_TRUE(rig_.internet.calls.empty());
+}
+
+TEST_F(ClsFunkhaus, GetActiveMetaEndsAtOnceWhenTheStopFlagIsStillSet) {
+  client_->StreamUrl(u"http://h/");
+  client_->StopRecStream();
+  EXPECT_EQ(client_->GetActiveMeta(u"audio/mpeg", 8), u"");
+  EXPECT_EQ(rig_.internet.reads.size(), 1U);
+  client_->FreeRecStream();
+  rig_.StationSends(kAudio + Block("StreamTitle='Song';"));
+  EXPECT_EQ(client_->GetActiveMeta(u"audio/mpeg", 8), u"Song");
+}
+
+TEST_F(ClsFunkhaus, RecordsIntoTheProgramFolder) {
+  client_->StreamUrl(u"http://h/");
+  InTheNextPump([&] { client_->StopRecStream(); });
+  client_->StartRecStream(u"Audio/MPEG");
+  EXPECT_THAT(rig_.files.opened, testing::ElementsAre(u"C:\\Programme\\Funkhaus\\record.mp3"));
+}
+
+TEST_F(ClsFunkhaus, RecordsIntoAnotherFolderWhenOneIsChosen) {
+  clsFunkhaus client(rig_.Through(), {u"D:\\Musik"});
+  client.StreamUrl(u"http://h/");
+  InTheNextPump([&] { client.StopRecStream(); });
+  client.StartRecStream(u"audio/x-scpls");
+  EXPECT_THAT(rig_.files.opened, testing::ElementsAre(u"D:\\Musik\\record"));
+}
+
+TEST_F(ClsFunkhaus, AnIntervalMakesTheRecordingSplitByTitle) {
+  rig_.StationSends(kAudio + Block("StreamTitle='One';StreamUrl='http://x';") + "1234");
+  client_->StreamUrl(u"http://h/");
+  Text playing;
+  client_->RecStreamCurrentPlaying = [&](const Text& sStreamTitle, const Text& sStreamUrl, const Text&) {
+    playing = sStreamTitle + u" " + sStreamUrl;
+    client_->StopRecStream();
+  };
+  client_->StartRecStream(u"audio/mpeg", u"8");
+  EXPECT_EQ(playing, u"One http://x");
+  EXPECT_EQ(rig_.files.files[u"One.mp3"], "1234");
+}
+
+TEST_F(ClsFunkhaus, AnIntervalThatIsNoNumberRecordsNothing) {
+  client_->StreamUrl(u"http://h/");
+  client_->StartRecStream(u"audio/mpeg", u"none");
+  EXPECT_TRUE(rig_.files.opened.empty());
+}
+
+TEST_F(ClsFunkhaus, AStopBeforeTheStartDoesNotKeepTheRecordingFromRunning) {
+  rig_.StationSends(std::string(1024, 'a'), 512);
+  client_->StreamUrl(u"http://h/");
+  client_->StopRecStream();
+  rig_.loop.on_pump = [this] {
+    if (rig_.internet.reads.size() == 2) client_->StopRecStream();
+  };
+  client_->StartRecStream(u"audio/mpeg");
+  EXPECT_EQ(rig_.files.files[u"record.mp3"].size(), 1024U);
+}
+
+// The owner lets go of the object in the middle of one of its calls.
+
+TEST_F(ClsFunkhaus, LettingGoInsideATimedReaderEndsItWithinOneSlice) {
+  client_->StreamUrl(u"http://h/");
+  for (const bool first_block : {false, true}) {
+    client_ = std::make_unique<clsFunkhaus>(rig_.Through());
+    client_->StreamUrl(u"http://h/");
+    rig_.internet.reads.clear();
+    InTheNextPump([&] { client_.reset(); });
+    EXPECT_EQ(first_block ? client_->ReadStreamMetaData2(8) : client_->ReadStreamMetaData(8), u"");
+    EXPECT_EQ(rig_.internet.reads.size(), 1U);
+    EXPECT_EQ(rig_.internet.OpenHandles(), 0U);
+  }
+}
+
+TEST_F(ClsFunkhaus, LettingGoInsideGetActiveMetaSetsTheStopFlag) {
+  client_->StreamUrl(u"http://h/");
+  InTheNextPump([&] { client_.reset(); });
+  EXPECT_EQ(client_->GetActiveMeta(u"", 8), u"");
+  EXPECT_EQ(rig_.internet.OpenHandles(), 0U);
+}
+
+TEST_F(ClsFunkhaus, LettingGoInsideAPlaylistFetchEndsIt) {
+  rig_.requests.request = {{3}, u""};
+  InTheNextPump([&] { client_.reset(); });
+  EXPECT_FALSE(client_->IsUrlPlaylist(u"http://h/"));
+  EXPECT_EQ(rig_.requests.live_objects, 0);
+}
+
+TEST_F(ClsFunkhaus, LettingGoInsideARecordingClosesItsFile) {
+  rig_.StationSends(std::string(512, 'a'));
+  client_->StreamUrl(u"http://h/");
+  InTheNextPump([&] { client_.reset(); });
+  client_->StartRecStream(u"audio/mpeg");
+  EXPECT_EQ(rig_.files.files[u"record.mp3"], std::string(512, 'a'));
+  EXPECT_EQ(rig_.files.OpenFiles(), 0U);
+  EXPECT_EQ(rig_.internet.OpenHandles(), 0U);
+}
+
+TEST_F(ClsFunkhaus, LettingGoInsideAnEventRaisesNoFurtherOne) {
+  rig_.StationSends(kAudio + Block("StreamTitle='One';") + kAudio + Block("StreamTitle='Two';"));
+  client_->StreamUrl(u"http://h/");
+  int events = 0;
+  client_->RecStreamCurrentPlaying = [&, kept = std::string("captured")](const Text&, const Text&,
+                                                                         const Text&) {
+    client_.reset();
+    events += kept == "captured" ? 1 : 100;
+  };
+  client_->StartRecStream(u"audio/mpeg", u"8");
+  EXPECT_EQ(events, 1);
+  EXPECT_EQ(rig_.files.OpenFiles(), 0U);
+}
+
+TEST_F(ClsFunkhaus, LettingGoInsideTheQueryEventIsSafe) {
+  client_->QueryStream = [&](bool) { client_.reset(); };
+  client_->StreamUrl(u"http://h/");
+  EXPECT_EQ(client_, nullptr);
+}
+
+}  // namespace
+}  // namespace stream

@@ -1,0 +1,83 @@
+#include "stream/header_query.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/scripted_internet.h"
+
+namespace stream {
+namespace {
+
+using testing::ElementsAre;
+using Lines = std::vector<Text>;
+
+class HeaderQuery : public testing::Test {
+ protected:
+  std::optional<Lines> Query(const Text& address) { return QueryStreamHeaders(internet_, address); }
+
+  test_support::ScriptedInternet internet_;
+};
+
+TEST_F(HeaderQuery, RunsTheOperationsInOrderAndClosesThemFromTheInside) {
+  internet_.answer.raw_headers = u"ICY 200 OK\r\n\r\n";
+  ASSERT_TRUE(Query(u"https://radio.example:8443/live?a=b"));
+  EXPECT_THAT(
+      internet_.calls,
+      ElementsAre("InternetOpenW(WinampMPEG/5.09, 1) = 1", "InternetConnectW(1, radio.example, 8443, 3) = 2",
+                  "HttpOpenRequestW(2, GET, /live?a=b, HTTP/1.1, 2155872256) = 3",
+                  "HttpSendRequestW(3, Icy-MetaData:1) = 1", "HttpQueryInfoW(3, 19, 0) = 0",
+                  "HttpQueryInfoW(3, 19, 6) = 1", "HttpQueryInfoW(3, 22, 0) = 0",
+                  "HttpQueryInfoW(3, 22, 28) = 1", "InternetCloseHandle(3)", "InternetCloseHandle(2)",
+                  "InternetCloseHandle(1)"));
+  EXPECT_TRUE(internet_.reads.empty()) << "the query reads no audio";
+}
+
+TEST_F(HeaderQuery, GivesTheLinesWithTheStatusLineFirstAndTheEmptyOnesLast) {
+  internet_.answer.raw_headers = u"ICY 200 OK\r\nicy-name:X\r\n\r\n";
+  EXPECT_EQ(Query(u"http://h/"), (Lines{u"ICY 200 OK", u"icy-name:X", u"", u""}));
+}
+
+TEST_F(HeaderQuery, TakesOnlyTheStatus200) {
+  for (const Text status : {u"404", u"206", u"2000", u" 200", u""}) {
+    internet_.answer.status = status;
+    EXPECT_EQ(Query(u"http://h/"), std::nullopt) << test_support::Ascii(status);
+  }
+}
+
+TEST_F(HeaderQuery, AnEmptyHeaderBlockIsAFailure) {
+  internet_.answer.raw_headers = u"";
+  EXPECT_EQ(Query(u"http://h/"), std::nullopt);
+  EXPECT_EQ(internet_.OpenHandles(), 0U);
+}
+
+TEST_F(HeaderQuery, EveryFailingStepClosesWhatWasOpenedBefore) {
+  for (const std::string step :
+       {"InternetOpenW", "InternetConnectW", "HttpOpenRequestW", "HttpSendRequestW"}) {
+    internet_.failing = {step};
+    internet_.calls.clear();
+    EXPECT_EQ(Query(u"http://h/x"), std::nullopt) << step;
+    EXPECT_EQ(internet_.OpenHandles(), 0U) << step;
+  }
+  EXPECT_THAT(internet_.calls, testing::Contains(testing::StartsWith("HttpSendRequestW")).Times(1));
+}
+
+TEST_F(HeaderQuery, AnAddressWithoutAHostFailsInTheConnection) {
+  EXPECT_EQ(Query(u"http://radio.example"), std::nullopt);
+  EXPECT_THAT(internet_.calls, ElementsAre("InternetOpenW(WinampMPEG/5.09, 1) = 1",
+                                           "InternetConnectW(1, , 80, 3) = 0", "InternetCloseHandle(1)"));
+}
+
+TEST_F(HeaderQuery, APortThatIsNoNumberOpensNothing) {
+  EXPECT_EQ(Query(u"http://radio.example:http/"), std::nullopt);
+  EXPECT_TRUE(internet_.calls.empty());
+}
+
+TEST_F(HeaderQuery, HeaderTextOfAQuarterMebibyteComesThrough) {
+  internet_.answer.raw_headers = u"HTTP/1.1 200 OK\r\nx:" + Text(256 * 1024 - 23, u'x') + u"\r\n";
+  const auto lines = Query(u"http://h/");
+  ASSERT_TRUE(lines);
+  EXPECT_EQ(lines->at(1).size(), 256U * 1024 - 21);
+}
+
+}  // namespace
+}  // namespace stream
