@@ -1,0 +1,26 @@
+#pragma once
+// Addresses on their way from the program's text to the bytes of a request.
+// Not for deciding what is a station's address; that is the stream client's.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "platform/text_conversion.h"
+
+namespace platform::curl {
+
+/// An http or https address as ASCII bytes, but for the host, which stays UTF-8: blanks, control
+/// characters and everything outside ASCII behind the host become percent-encoded UTF-8 (RFC 3986, section
+/// 2.1); what is encoded already stays as it is. Nothing for any other scheme, an empty host, or a host
+/// part that holds blanks or control characters.
+std::optional<std::string> RequestAddress(TextConversion& conversion, TextView url);
+
+enum class Security { kPlain, kTls };
+
+/// The address of a path on a host. Port 0 is the scheme's own; a path without a leading "/" gets one.
+/// Nothing when `host` holds what cannot be part of a host name.
+std::optional<std::string> RequestAddress(TextConversion& conversion, TextView host, std::uint16_t port,
+                                          TextView path, Security security);
+
+}  // namespace platform::curl

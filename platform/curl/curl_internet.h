@@ -1,0 +1,78 @@
+#pragma once
+// Adapter: the internet library's operations on libcurl.
+// Not for playlists fetched in the background (platform/curl/curl_xml_http_request.h).
+
+#include <chrono>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "platform/curl/transfer.h"
+#include "platform/internet.h"
+#include "platform/message_loop.h"
+#include "platform/text_conversion.h"
+
+namespace platform::curl {
+
+/// The time limits of the internet operations, and whom they trust.
+struct InternetSettings {
+  milliseconds connect_limit{10'000};  ///< name look-up, connecting, TLS; for each hop of a redirect
+  milliseconds answer_limit{10'000};   ///< a connected server that does not get its header out; each hop
+  milliseconds whole_limit{30'000};    ///< all of it, redirects included
+  milliseconds read_slice{20};         ///< the longest wait of one InternetReadFile
+  /// InternetReadFile fills the whole buffer. Only when the server has ended, or when nothing has come for
+  /// this long, it gives less.
+  milliseconds quiet_before_short_read{500};
+  std::string trusted_certificates;  ///< a PEM file in place of the system's; empty: the system's
+};
+
+/// A request carries the lines "Host", "User-Agent" (the session's agent), the caller's header lines as
+/// they came, and with the reload flag "Cache-Control: no-cache" (RFC 9111, section 5.2.1.4). Nothing is
+/// kept between requests: no cache, no cookies, no open connections.
+class CurlInternet final : public Internet {
+ public:
+  /// `loop` is only asked to paint, in every slice of at most 10 ms of a wait for an answer.
+  CurlInternet(MessageLoop& loop, TextConversion& conversion, InternetSettings settings = {});
+  ~CurlInternet() override;
+  CurlInternet(const CurlInternet&) = delete;
+  CurlInternet& operator=(const CurlInternet&) = delete;
+
+  InternetHandle InternetOpenW(const Text& agent, std::uint32_t access_type) override;
+  InternetHandle InternetConnectW(InternetHandle session, const Text& host, std::uint16_t port,
+                                  std::uint32_t service) override;
+  InternetHandle HttpOpenRequestW(InternetHandle connection, const Text& verb, const Text& path,
+                                  const Text& version, std::uint32_t flags) override;
+  bool HttpSendRequestW(InternetHandle request, const Text& headers) override;
+  bool HttpQueryInfoW(InternetHandle request, std::uint32_t info_level, std::span<std::byte> buffer,
+                      std::uint32_t& size) override;
+  InternetHandle InternetOpenUrlW(InternetHandle session, const Text& url, const Text& headers,
+                                  std::uint32_t flags) override;
+  InternetRead InternetReadFile(InternetHandle request, std::span<std::byte> buffer) override;
+  bool InternetCloseHandle(InternetHandle handle) override;
+
+ private:
+  enum class Kind { kSession, kConnection, kRequest };
+  struct Node {
+    Kind kind = Kind::kSession;
+    std::string agent;
+    Text host;                // of a connection
+    std::uint16_t port = 0;   // of a connection
+    std::string address;      // of a request
+    std::uint32_t flags = 0;  // of a request
+    std::unique_ptr<Transfer> transfer;
+  };
+
+  InternetHandle Keep(Node node);
+  Node* Find(InternetHandle handle, Kind kind);
+  bool Send(Node& request, const Text& headers);
+  bool AwaitAnswer(Transfer& transfer);
+
+  MessageLoop& loop_;
+  TextConversion& conversion_;
+  const InternetSettings settings_;
+  std::map<InternetHandle, Node> nodes_;
+  std::uint32_t last_handle_ = 0;
+};
+
+}  // namespace platform::curl

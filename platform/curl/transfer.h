@@ -1,0 +1,72 @@
+#pragma once
+// One GET over libcurl: started, worked on in slices, read piece by piece, ended at any time.
+// Not for the time limits of an answer and not for what its callers make of the bytes.
+
+#include <chrono>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/curl/answer_header.h"
+
+namespace platform::curl {
+
+using std::chrono::milliseconds;
+
+enum class Certificates { kChecked, kIgnored };
+
+/// What is sent, and on which terms. Nothing else is added but what HTTP/1.1 demands ("Host").
+struct TransferOptions {
+  std::string address;                    ///< as made by RequestAddress
+  std::string agent;                      ///< no "User-Agent" line when empty
+  std::vector<std::string> header_lines;  ///< as they are to be sent, without line ends
+  Certificates certificates = Certificates::kChecked;
+  std::string trusted_certificates;  ///< a PEM file in place of the system's; empty: the system's
+  milliseconds connect_limit{10'000};
+};
+
+/// Goes straight to the server, never through a proxy. Redirects are followed, at most ten, to http and
+/// https only. "ICY 200" counts as status 200.
+/// Bodies are read on demand: at most 64 KiB, and what libcurl itself holds (16 KiB), are taken from the
+/// server ahead of Take, then the server has to wait.
+class Transfer {
+ public:
+  /// The transfer begins with the first Work. Without memory or with an unusable address it has failed.
+  explicit Transfer(const TransferOptions& options);
+  ~Transfer();
+  Transfer(const Transfer&) = delete;
+  Transfer& operator=(const Transfer&) = delete;
+
+  /// Lets the transfer go on. Waits at most `slice`, and that only while nothing happens; after the end
+  /// too, so that a caller that goes on asking does not spin.
+  void Work(milliseconds slice);
+
+  /// The header of the final answer is there.
+  [[nodiscard]] bool IsAnswered() const;
+  [[nodiscard]] const AnswerHeader& Header() const;
+
+  /// For how long the server that is connected now owes its header; nothing while there is no connection.
+  [[nodiscard]] std::optional<milliseconds> AnswerOwedFor() const;
+
+  /// Nothing more will come; what is buffered can still be taken.
+  [[nodiscard]] bool HasEnded() const;
+  /// It ended too early: refused, cut, timed out, more redirects than allowed, header too long.
+  [[nodiscard]] bool HasFailed() const;
+
+  /// Bytes that wait to be taken.
+  [[nodiscard]] std::size_t Buffered() const;
+  /// For how long no byte of the body has come.
+  [[nodiscard]] milliseconds QuietFor() const;
+  /// Moves up to the buffer's size of waiting bytes into it and says how many.
+  std::size_t Take(std::span<std::byte> buffer);
+
+ private:
+  struct State;
+  std::unique_ptr<State> state_;
+};
+
+}  // namespace platform::curl
