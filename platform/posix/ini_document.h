@@ -39,7 +39,8 @@ class IniDocument {
   std::optional<Text> Value(TextView section, TextView key);
 
   /// Replaces the value, or adds the key after the section's last line that is not blank, or adds the
-  /// section at the end. Refused for a key that the line would not give back (with "=" in it, say).
+  /// section at the end. Refused for a key that the line would not give back (with "=" in it, say), and when
+  /// the file could become too large.
   IniChange SetValue(TextView section, TextView key, TextView value);
 
   /// Deletes the first such key; its section's header stays.

@@ -9,9 +9,6 @@
 namespace platform::posix {
 namespace {
 
-/// The buffer is rebuilt when replaced lines have made it this large, long before its 32-bit offsets end.
-constexpr std::size_t kWastefulBuffer = 4 * kLargestIniFile;
-
 TextView DropLeadingBlanks(TextView text) {
   return text.substr(std::min(text.find_first_not_of(u" \t"), text.size()));
 }
@@ -19,6 +16,7 @@ TextView DropLeadingBlanks(TextView text) {
 }  // namespace
 
 IniChange IniDocument::SetValue(TextView section, TextView key, TextView value) {
+  if (!HasRoomFor(section.size() + key.size() + value.size())) return IniChange::kRefused;
   CompactIfWasteful();
   const Text section_name = Name(section);
   const Text key_name = Name(key);
@@ -30,7 +28,6 @@ IniChange IniDocument::SetValue(TextView section, TextView key, TextView value) 
   const Text line = key_name + u"=" + stored;
   const IniLine read_back = ReadIniLine(line);
   if (read_back.kind != IniLineKind::kKey || read_back.name != key_name) return IniChange::kRefused;
-  if (!HasRoomFor(section_name.size() + line.size())) return IniChange::kRefused;
   AddKey(found == nullptr ? AddSection(section_name) : *found, key_name, line);
   return IniChange::kMade;
 }
@@ -46,7 +43,6 @@ IniChange IniDocument::ReplaceValue(Item& item, const Text& value) {
   const Text new_content = codec_.Decode(line);
   const IniLine after = ReadIniLine(new_content);
   if (after.kind != IniLineKind::kKey || after.name != before.name) return IniChange::kRefused;
-  if (!HasRoomFor(value.size())) return IniChange::kRefused;
   line += old_line.substr(old_line.size() - codec_.LineEndSize(old_line));
   Replace(item.piece, line);
   return IniChange::kMade;
@@ -147,8 +143,14 @@ void IniDocument::Replace(Piece& piece, std::string_view bytes) {
   piece = Store(bytes);
 }
 
+/// Replaced lines stay in the buffer. It is made anew before they outweigh the document, and long before its
+/// 32-bit offsets end; the more there is to copy, the rarer this is.
 void IniDocument::CompactIfWasteful() {
-  if (buffer_.size() > kWastefulBuffer) *this = IniDocument(*conversion_, Bytes());
+  constexpr std::size_t kSmall = std::size_t{1024} * 1024;
+  if (buffer_.size() <= 3 * size_ + kSmall) return;
+  const std::string line_end = line_end_;
+  *this = IniDocument(*conversion_, Bytes());
+  line_end_ = line_end;
 }
 
 }  // namespace platform::posix

@@ -2,7 +2,7 @@
 
 #include <sys/stat.h>
 
-#include <chrono>
+#include <ctime>
 #include <filesystem>
 
 #include "platform/posix/private_profile.h"
@@ -16,6 +16,8 @@ Text Number(int number) {
   const std::string digits = std::to_string(number);
   return {digits.begin(), digits.end()};
 }
+
+double ProcessorSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 
 class PrivateProfileGroup : public IniFixture {
  protected:
@@ -111,44 +113,51 @@ TEST_F(PrivateProfileGroup, WhatAnotherProgramWroteMeanwhileStays) {
   EXPECT_EQ(Bytes(), "[a]\r\nk=2\r\nother=5\r\n");
 }
 
-TEST_F(PrivateProfileGroup, ManyKeysOfOneSectionAndManyDeletionsStayFast) {
-  const auto start = std::chrono::steady_clock::now();
-  WriteGroup group(profile);
-  for (const char16_t* const value : {u"1", u"2"}) {
-    for (int number = 0; number < 50000; ++number) EXPECT_TRUE(Write(u"a", Number(number), value));
-  }
-  for (int number = 0; number < 50000; ++number) EXPECT_TRUE(DeleteKey(u"a", Number(number)));
-  for (int number = 0; number < 50000; ++number) EXPECT_TRUE(Write(u"a", Number(number), u"3"));
-  EXPECT_TRUE(group.End());
-  EXPECT_EQ(Read(u"a", u"49999"), u"3");
-  // Quadratic work would take minutes; the bound leaves room for sanitizers and a busy machine.
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
+TEST_F(PrivateProfileGroup, TheWorkForManyKeysOfOneSectionGrowsWithTheirNumberOnly) {
+  const auto seconds_for = [this](int keys) {
+    const double start = ProcessorSeconds();
+    WriteGroup group(profile);
+    bool all = true;
+    for (const char16_t* const value : {u"1", u"2"}) {
+      for (int number = 0; number < keys; ++number) all = Write(u"a", Number(number), value) && all;
+    }
+    for (int number = 0; number < keys; ++number) all = DeleteKey(u"a", Number(number)) && all;
+    for (int number = 0; number < keys; ++number) all = Write(u"a", Number(number), u"3") && all;
+    EXPECT_TRUE(group.End() && all);
+    return ProcessorSeconds() - start;
+  };
+  const double few = seconds_for(2000);
+  const double many = seconds_for(20000);
+  EXPECT_EQ(Read(u"a", u"19999"), u"3");
+  // Ten times the keys: ten times the work, or a hundred times if every write looked at all the others.
+  EXPECT_LT(many, 40 * few);
 }
 
-TEST_F(PrivateProfileGroup, ACatalogueOfTwentyThousandStationsIsWrittenAndReadQuickly) {
+TEST_F(PrivateProfileGroup, ACatalogueOfTwentyThousandStationsIsParsedOnceAndReplacedOnce) {
   const Text keys[] = {u"Station", u"Link", u"Genre", u"Favorit", u"M3uNr"};
-  const auto start = std::chrono::steady_clock::now();
+  const double start = ProcessorSeconds();
   WriteGroup group(profile);
+  bool all = true;
   for (int station = 0; station < 20000; ++station) {
-    for (const Text& key : keys)
-      EXPECT_TRUE(Write(u"Radio Größe " + Number(station), key, key + Number(station)));
+    const Text name = u"Radio Größe " + Number(station);
+    for (const Text& key : keys) all = Write(name, key, key + Number(station)) && all;
   }
-  EXPECT_TRUE(group.End());
-  const auto written = std::chrono::steady_clock::now();
+  EXPECT_TRUE(group.End() && all);
   IniPrivateProfile reader(paths, conversion);
   std::vector<char16_t> buffer(1024);
+  int wrong = 0;
   for (int station = 0; station < 20000; ++station) {
+    const Text name = u"Radio Größe " + Number(station);
     for (const Text& key : keys) {
-      const Text name = u"Radio Größe " + Number(station);
       const auto count = reader.GetPrivateProfileStringW(name, key, u"", buffer, Path());
-      ASSERT_EQ(Text(buffer.data(), count), key + Number(station));
+      if (TextView(buffer.data(), count) != key + Number(station)) ++wrong;
     }
   }
-  const auto read = std::chrono::steady_clock::now();
-  using Milliseconds = std::chrono::duration<double, std::milli>;
-  RecordProperty("written_ms", std::to_string(Milliseconds(written - start).count()));
-  RecordProperty("read_ms", std::to_string(Milliseconds(read - written).count()));
-  EXPECT_LT(read - start, std::chrono::seconds(30));
+  EXPECT_EQ(wrong, 0);
+  const double seconds = ProcessorSeconds() - start;
+  RecordProperty("processor_seconds", std::to_string(seconds));
+  // Parsing the file for each value would take hours; unoptimised and with sanitizers this takes seconds.
+  EXPECT_LT(seconds, 60);
 }
 
 TEST_F(PrivateProfileGroup, TwoProgramsWritingDifferentKeysAtTheSameTimeBothSucceed) {
