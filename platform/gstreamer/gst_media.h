@@ -25,6 +25,8 @@ enum class SoundOutput : std::uint8_t {
 };
 
 struct GstMediaOptions {
+  /// A live stream that sends nothing for so long is opened again; at least 1 s.
+  std::chrono::seconds stall_limit{15};
   /// The name of the program's entry in the sound server's mixer.
   std::string application_name = "Funkhausplayer";
   std::string user_agent = "Funkhausplayer";

@@ -10,8 +10,6 @@ namespace {
 
 using std::chrono::seconds;
 
-/// A live stream that sends nothing for so long is opened again.
-constexpr seconds kStallLimit{15};
 /// While a sound server that was there restarts, playing on without sound would not come back by itself.
 constexpr seconds kWaitForOutput{30};
 constexpr std::int64_t kFirstRefill = 400'000'000;
@@ -21,8 +19,10 @@ constexpr std::int64_t kLargestRefill = 5'000'000'000;
 
 ItemServices::ItemServices(const GstMediaOptions& options)
     : output(options),
-      pipeline{options.user_agent, options.certificate_file},
+      pipeline{options.user_agent, options.certificate_file,
+               static_cast<unsigned>(std::max<seconds::rep>(1, options.stall_limit.count()))},
       open_deadline(options.open_deadline),
+      stall_limit(std::max(seconds(1), options.stall_limit)),
       log(options.log) {}
 
 MediaSupervisor::MediaSupervisor(PipelineInput input, std::shared_ptr<ItemState> state,
@@ -134,6 +134,7 @@ void MediaSupervisor::OnDuration() {
   const auto duration = playing_.pipeline->Duration();
   if (!duration) return;
   live_ = false;
+  playing_.pipeline->AllowResuming();
   state_->SetDuration(*duration);
 }
 
@@ -226,7 +227,7 @@ bool MediaSupervisor::MayStall() const {
 MediaSupervisor::Clock::time_point MediaSupervisor::StallTime() const {
   // GLib's monotonic time and steady_clock are the same clock on Linux (CLOCK_MONOTONIC).
   return Clock::time_point(std::chrono::microseconds(playing_.pipeline->LastDataMicroseconds())) +
-         kStallLimit;
+         services_->stall_limit;
 }
 
 std::optional<MediaSupervisor::Clock::time_point> MediaSupervisor::NextWake() const {

@@ -24,6 +24,7 @@ struct ItemServices {
   ProcessSound sound;
   PipelineSettings pipeline;
   std::chrono::milliseconds open_deadline;
+  std::chrono::seconds stall_limit;
   std::function<void(const std::string&)> log;
 };
 

@@ -15,9 +15,9 @@ namespace {
 constexpr std::int64_t kBufferTime = 10 * GST_SECOND;
 constexpr guint kBufferBytes = 24U << 20U;
 constexpr std::int64_t kFirstRefill = 400 * GST_MSECOND;
+/// How often a file on a server is asked for its rest after a broken connection.
+constexpr int kResumeTries = 3;
 constexpr std::int64_t kLevelInterval = 20 * GST_MSECOND;
-/// A server that sends nothing for so many seconds counts as gone.
-constexpr guint kSilenceLimit = 15;
 
 std::string_view FactoryName(GstElement* element) {
   GstElementFactory* factory = gst_element_get_factory(element);
@@ -231,7 +231,13 @@ void Pipeline::OnElementAdded(GstElement* element) {
   const std::string_view factory = FactoryName(element);
   if (factory == "icydemux") station_ = true;
   if (factory != "souphttpsrc") return;
-  g_object_set(element, "user-agent", settings_.user_agent.c_str(), "timeout", kSilenceLimit, nullptr);
+  // Asking again for the rest of a live stream is of no use: the supervisor opens it anew.
+  if (GST_OBJECT_PARENT(element) == GST_OBJECT(decoder_)) {
+    g_object_set(element, "retries", 0, nullptr);
+    web_source_.reset(GST_ELEMENT(gst_object_ref(element)));
+  }
+  g_object_set(element, "user-agent", settings_.user_agent.c_str(), "timeout", settings_.silence_limit,
+               nullptr);
   if (settings_.certificate_file.empty()) return;
   GTlsDatabase* trusted = g_tls_file_database_new(settings_.certificate_file.c_str(), nullptr);
   if (trusted == nullptr) return;
@@ -299,6 +305,10 @@ std::optional<std::int64_t> Pipeline::Duration() const {
   if (station_ || !gst_element_query_duration(pipeline_.get(), GST_FORMAT_TIME, &duration)) return {};
   if (duration <= 0) return {};
   return duration;
+}
+
+void Pipeline::AllowResuming() {
+  if (web_source_) g_object_set(web_source_.get(), "retries", kResumeTries, nullptr);
 }
 
 void Pipeline::RecalculateLatency() { gst_bin_recalculate_latency(GST_BIN(pipeline_.get())); }

@@ -27,6 +27,7 @@ struct PipelineInput {
 struct PipelineSettings {
   std::string user_agent;
   std::string certificate_file;
+  unsigned silence_limit = 15;  ///< a server that sends nothing for so many seconds counts as gone
 };
 
 struct PipelineEvent {
@@ -87,6 +88,8 @@ class Pipeline {
   /// Length in nanoseconds; nothing for a live stream or when it is not known.
   [[nodiscard]] std::optional<std::int64_t> Duration() const;
   void RecalculateLatency();
+  /// Lets a file on a server, which has a length, go on where its connection broke. After kPrerolled.
+  void AllowResuming();
 
   /// True when the sink is a device that can be heard.
   [[nodiscard]] bool Heard() const { return heard_; }
@@ -130,6 +133,7 @@ class Pipeline {
   GstElement* level_ = nullptr;
   GstElement* volume_ = nullptr;
   GstElement* sink_ = nullptr;
+  ElementPointer web_source_;
   bool heard_ = false;
   LevelHistory levels_;
   std::atomic<bool> station_{false};

@@ -1,5 +1,7 @@
 #include "tests/support/media_files.h"
 
+#include <fstream>
+#include <iterator>
 #include <sstream>
 #include <stdexcept>
 
@@ -23,6 +25,12 @@ std::string MakeTone(const TempFolder& folder, const std::string& name, const st
   arguments.push_back(path);
   if (RunProgram(arguments).exit_code != 0) throw std::runtime_error("ffmpeg cannot make " + name);
   return path;
+}
+
+std::string ReadBytes(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file) throw std::runtime_error("cannot read " + path);
+  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 }  // namespace test_support

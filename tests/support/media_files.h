@@ -23,4 +23,7 @@ struct Tone {
 std::string MakeTone(const TempFolder& folder, const std::string& name, const std::string& codec,
                      const Tone& tone = {}, const std::string& more = "");
 
+/// The bytes of a file; throws when there is none.
+std::string ReadBytes(const std::string& path);
+
 }  // namespace test_support
