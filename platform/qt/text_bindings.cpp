@@ -99,7 +99,16 @@ ComboBoxBinding::ComboBoxBinding(controls::ComboBox& box, QComboBox& widget, con
   subscriptions_ += box.Changed.Subscribe([this] { Follow(); });
   QObject::connect(&widget_, &QComboBox::activated, &context_, [this](int index) { TakeUsersChoice(index); });
   QObject::connect(widget_.lineEdit(), &QLineEdit::textEdited, &context_,
-                   [this](const QString& text) { box_.Type(FromQt(text)); });
+                   [this](const QString& text) { TakeTyping(text); });
+  Follow();
+}
+
+void ComboBoxBinding::TakeTyping(const QString& text) {
+  {
+    // The control loses its chosen entry before it has the new text; what lies between is not shown.
+    const Following guard(typing_);
+    box_.Type(FromQt(text));
+  }
   Follow();
 }
 
@@ -119,6 +128,7 @@ int ComboBoxBinding::ShownIndex() const {
 }
 
 void ComboBoxBinding::Follow() {
+  if (typing_) return;
   FollowItems();
   // The widget's own index always belongs to its text: otherwise it would choose the entry of that text by
   // itself as soon as the field loses the focus.

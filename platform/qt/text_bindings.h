@@ -58,10 +58,12 @@ class ComboBoxBinding final : public WidgetBinding {
  private:
   void Follow();
   void FollowItems();
+  void TakeTyping(const QString& text);
   void TakeUsersChoice(int index);
   [[nodiscard]] int ShownIndex() const;
   controls::ComboBox& box_;
   QComboBox& widget_;
+  bool typing_ = false;
 };
 
 }  // namespace platform::qt
