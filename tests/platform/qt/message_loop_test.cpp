@@ -1,0 +1,116 @@
+#include "platform/qt/message_loop.h"
+
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <QPushButton>
+
+#include "platform/qt/timer_binding.h"
+#include "tests/platform/qt/window_fixture.h"
+
+namespace platform::qt {
+namespace {
+
+constexpr std::int16_t kDown = static_cast<std::int16_t>(0x8000);
+
+class PaintedWidget final : public QPushButton {
+ public:
+  int paints = 0;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    ++paints;
+    QPushButton::paintEvent(event);
+  }
+};
+
+class MessageLoopTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    widget_.show();
+    widget_.setFocus();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&widget_));
+  }
+  QtMessageLoop loop_;
+  PaintedWidget widget_;
+};
+
+TEST_F(MessageLoopTest, PumpHandlesWhatIsPendingAndReturnsAtOnce) {
+  int handled = 0;
+  QMetaObject::invokeMethod(
+      &widget_, [&] { ++handled; }, Qt::QueuedConnection);
+  QElapsedTimer clock;
+  clock.start();
+  loop_.ProcessPendingMessages();
+  loop_.ProcessPendingMessages();
+  EXPECT_EQ(handled, 1);
+  EXPECT_LT(clock.elapsed(), 1000);
+}
+
+TEST_F(MessageLoopTest, PaintingOnlyRepaints) {
+  loop_.ProcessPendingMessages();
+  const int before = widget_.paints;
+  widget_.update();
+  EXPECT_TRUE(WaitFor([&] {
+    loop_.ProcessPaintMessages();
+    return widget_.paints > before;
+  }));
+}
+
+TEST_F(MessageLoopTest, PaintingOnlyFiresNoTimers) {
+  controls::Timer timer;
+  const TimerBinding binding(timer, loop_);
+  const Counter ticks(timer.Ticked);
+  timer.SetInterval(1);
+  timer.SetEnabled(true);
+  QElapsedTimer clock;
+  clock.start();
+  while (clock.elapsed() < 50) loop_.ProcessPaintMessages();
+  EXPECT_EQ(ticks.Count(), 0);
+  EXPECT_TRUE(WaitFor([&] { return ticks.Count() > 0; }));
+}
+
+TEST_F(MessageLoopTest, EscapeIsRememberedUntilAskedFor) {
+  EXPECT_EQ(loop_.GetAsyncKeyState(kVkEscape), 0);
+  QTest::keyClick(&widget_, Qt::Key_Escape);
+  EXPECT_EQ(loop_.GetAsyncKeyState(kVkEscape), 1);
+  EXPECT_EQ(loop_.GetAsyncKeyState(kVkEscape), 0);
+}
+
+TEST_F(MessageLoopTest, EscapeHeldDownStaysDown) {
+  QTest::keyPress(&widget_, Qt::Key_Escape);
+  EXPECT_NE(loop_.GetAsyncKeyState(kVkEscape) & kDown, 0);
+  EXPECT_NE(loop_.GetAsyncKeyState(kVkEscape) & kDown, 0);
+  QTest::keyRelease(&widget_, Qt::Key_Escape);
+  EXPECT_EQ(loop_.GetAsyncKeyState(kVkEscape), 0);
+}
+
+TEST_F(MessageLoopTest, OtherKeysAreNotEscape) {
+  QTest::keyClick(&widget_, Qt::Key_A);
+  EXPECT_EQ(loop_.GetAsyncKeyState(kVkEscape), 0);
+  EXPECT_EQ(loop_.GetAsyncKeyState('A'), 0);
+}
+
+TEST_F(MessageLoopTest, SleepTakesItsTime) {
+  QElapsedTimer clock;
+  clock.start();
+  loop_.Sleep(30);
+  EXPECT_GE(clock.elapsed(), 29);
+}
+
+TEST_F(MessageLoopTest, PumpInsideAPaintingWaitIsAWholeOne) {
+  int seen_inside = -1;
+  QMetaObject::invokeMethod(
+      &widget_,
+      [&] {
+        loop_.ProcessPendingMessages();
+        seen_inside = loop_.PaintingOnly() ? 1 : 0;
+      },
+      Qt::QueuedConnection);
+  loop_.ProcessPaintMessages();
+  EXPECT_EQ(seen_inside, 1);  // after the inner pump the outer wait is what it was
+  EXPECT_FALSE(loop_.PaintingOnly());
+}
+
+}  // namespace
+}  // namespace platform::qt
