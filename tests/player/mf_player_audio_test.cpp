@@ -1,5 +1,8 @@
 // Volume, mute and peak levels.
+#include <cstdint>
 #include <limits>
+#include <utility>
+#include <vector>
 
 #include "tests/player/player_fixture.h"
 

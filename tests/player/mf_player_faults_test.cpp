@@ -1,5 +1,9 @@
 // Every single call going wrong in turn, once or always: described results, and nothing lost.
+#include <cstddef>
+#include <ostream>
 #include <set>
+#include <string>
+#include <vector>
 
 #include "tests/player/player_fixture.h"
 
@@ -108,6 +112,10 @@ struct Consequence {
   bool served;
   bool played;
   Strings events;
+
+  friend std::ostream& operator<<(std::ostream& out, const Consequence& consequence) {
+    return out << consequence.operation;
+  }
 };
 
 class PlayerConsequenceTest : public PlayerFaultsTest, public testing::WithParamInterface<Consequence> {};

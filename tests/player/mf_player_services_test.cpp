@@ -1,4 +1,10 @@
 // Attaching volume, metadata and the meter of this program's sound.
+#include <algorithm>
+#include <cstddef>
+#include <initializer_list>
+#include <ostream>
+#include <string>
+
 #include "platform/media_interfaces.h"
 #include "player/media_ids.h"
 #include "tests/player/player_fixture.h"
@@ -146,6 +152,8 @@ struct EarlyEnd {
   std::string operation;
   std::size_t calls_made;
   Strings released;
+
+  friend std::ostream& operator<<(std::ostream& out, const EarlyEnd& end) { return out << end.operation; }
 };
 
 class MeterSearchTest : public PlayerTest, public testing::WithParamInterface<EarlyEnd> {};

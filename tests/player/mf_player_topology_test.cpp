@@ -1,4 +1,7 @@
 // From a source to a session: which streams get a branch, which renderer, and what decides.
+#include <algorithm>
+#include <cstddef>
+
 #include "tests/player/player_fixture.h"
 
 namespace player {
@@ -43,7 +46,7 @@ TEST_F(PlayerTopologyTest, EveryStreamGetsABranch) {
   EXPECT_TRUE(player_->IsMediaReady());
 }
 
-TEST_F(PlayerTopologyTest, LastStreamDecidesAlone_DeselectedFailsTheWholeBuild) {
+TEST_F(PlayerTopologyTest, LastStreamDecidesAloneSoADeselectedOneFailsTheBuild) {
   media_.streams = {{1, kAudioType}, {0, kAudioType}};
   const Strings calls = Open();
   EXPECT_EQ(Count(calls, "topology.AddNode(source node)"), 1);
@@ -51,7 +54,7 @@ TEST_F(PlayerTopologyTest, LastStreamDecidesAlone_DeselectedFailsTheWholeBuild) 
   EXPECT_THAT(calls, Not(Contains("MFCreateMediaSession()")));
 }
 
-TEST_F(PlayerTopologyTest, LastStreamDecidesAlone_SelectedMakesUpForEveryOther) {
+TEST_F(PlayerTopologyTest, LastStreamDecidesAloneSoASelectedOneMakesUpForTheOthers) {
   media_.streams = {{0, kAudioType}, {2, kAudioType}, {1, kAudioType}};
   Open();
   EXPECT_TRUE(player_->IsMediaReady());
@@ -137,7 +140,9 @@ TEST_F(PlayerTopologyTest, NodesAreAddedAndConnectedOnlyAsLongAsEachStepSucceeds
 }
 
 TEST_F(PlayerTopologyTest, SessionThatRefusesTheTopologyIsReleasedWithoutAClock) {
-  duration_.value = 5;
+  media_.on_call = [this](const std::string& call) {
+    if (call == "MFCreateMediaSession()") duration_.value = 5;
+  };
   media_.faults["IMFMediaSession::SetTopology"] = platform::kEFail;
   const Strings calls = Open();
   EXPECT_EQ(Strings(calls.end() - 4, calls.end()),

@@ -2,10 +2,12 @@
 // A media framework for tests: keeps every call in order, can fail each of them, and counts references.
 // Not a player of anything; what it answers is what the test has set.
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
