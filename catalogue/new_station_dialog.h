@@ -1,0 +1,48 @@
+#pragma once
+// The new-station dialog's behaviour. Not its controls (catalogue/form2.h), not saving.
+
+#include <cstddef>
+#include <functional>
+
+#include "app/language.h"
+#include "app/settings.h"
+#include "catalogue/form2.h"
+#include "controls/list_view.h"
+#include "platform/dialogs.h"
+#include "platform/shell.h"
+
+namespace catalogue {
+
+/// Adds one row to the full list and marks the catalogue as changed; writes nothing to a file. Made for
+/// one use: load, show modally, forget.
+class NewStationDialog {
+ public:
+  NewStationDialog(controls::ListView& SymbolListview, app::Settings& settings, const app::Language& language,
+                   platform::Clipboard& clipboard, platform::Dialogs& dialogs);
+
+  /// Fills the genres and translates the captions. `show_modal` shows the form until it is closed.
+  void Show(const std::function<void(Form2&)>& show_modal);
+
+  /// Accept: with a name, appends the row and closes; without one, tells so and stays open.
+  void CommandButton1_Click();
+  /// Cancel.
+  void CommandButton2_Click();
+  /// Paste: the clipboard's text takes the place of the text box's.
+  void CommandButton3_Click(std::size_t Index);
+
+  Form2& Controls() { return form_; }
+
+ private:
+  void Load();
+  void Translate();
+
+  controls::ListView& SymbolListview;
+  app::Settings& settings_;
+  const app::Language& language_;
+  platform::Clipboard& clipboard_;
+  platform::Dialogs& dialogs_;
+  Form2 form_;
+  controls::Subscriptions subscriptions_;
+};
+
+}  // namespace catalogue

@@ -1,0 +1,116 @@
+#include "catalogue/station_details.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "app/numbers.h"
+#include "app/text_utilities.h"
+#include "catalogue/station_row.h"
+#include "controls/picture_place.h"
+#include "playlist/local_playlist.h"
+
+namespace catalogue {
+
+using controls::CheckValue;
+using controls::ListView;
+using controls::RowId;
+using platform::Text;
+
+StationDetails::StationDetails(Parts parts, Ports ports, app::WindowState& state,
+                               app::StationPicture& picture,
+                               const std::shared_ptr<stream::clsFunkhaus>& funkhaus, Actions actions)
+    : parts_(parts),
+      ports_(ports),
+      state_(state),
+      picture_(picture),
+      cFunkhaus(funkhaus),
+      actions_(std::move(actions)) {}
+
+void StationDetails::ShowStationDetails() {
+  const ListView& list = parts_.lists.Active();
+  const RowId row = list.SelectedRow();
+  if (row == RowId::kNone) return;
+  const std::uint64_t run = ++latest_run_;
+  state_.reselect = true;
+
+  FillFields(list, row);
+  const Text name = list.Cell(row, kName);
+  const Text link = list.Cell(row, kLink);
+  state_.current_station_name = name;
+
+  const bool is_playlist_file = IsPlaylistFileName(link);
+  if (!is_playlist_file) parts_.UpDownTextBox1.SetText(u"0");
+  ShowNumberField(is_playlist_file);
+  if (is_playlist_file && parts_.UpDownTextBox1.GetText().empty()) parts_.UpDownTextBox1.SetText(u"1");
+
+  const Text address = AddressOf(link, EntryNumber());
+  if (run != latest_run_ || actions_.closing()) return;
+  state_.current_stream_address = address;
+  state_.reselect = false;
+
+  actions_.fetch_title();
+  if (run != latest_run_ || actions_.closing()) return;
+  ShowPicture(name);
+}
+
+void StationDetails::FillFields(const ListView& list, RowId row) {
+  state_.filling_fields = true;
+  parts_.TextBox1[0].SetText(list.Cell(row, kName));
+  parts_.TextBox1[1].SetText(list.Cell(row, kLink));
+  parts_.Combo1.SetText(list.Cell(row, kGenre));
+  parts_.Check2.SetValue(list.Cell(row, kFavourite) == u"1" ? CheckValue::kChecked : CheckValue::kUnchecked);
+  parts_.UpDownTextBox1.SetText(list.Cell(row, kM3uNumber));
+  state_.filling_fields = false;
+}
+
+bool StationDetails::IsPlaylistFileName(const Text& link) const {
+  const std::optional<Text> extension = app::GetFileExt(ports_.conversion, link);
+  return extension == u"M3U" || extension == u"TXT";
+}
+
+void StationDetails::ShowNumberField(bool shown) {
+  parts_.UpDownTextBox1.SetVisible(shown);
+  parts_.Label2.SetVisible(shown);
+  parts_.Command8_0.SetVisible(shown);
+}
+
+std::int32_t StationDetails::EntryNumber() const {
+  const std::int32_t number = app::ToInt32(parts_.UpDownTextBox1.GetText()).value_or(0);
+  return number == 0 ? 1 : number;
+}
+
+Text StationDetails::AddressOf(const Text& link, std::int32_t number) {
+  if (IsPlaylistFileName(link) && ports_.files.PathFileExistsW(link)) {
+    return playlist::GetLocalPlaylistEntry(ports_.files, ports_.conversion, link, number);
+  }
+  if (!cFunkhaus || !cFunkhaus->IsUrlPlaylist(link)) return link;
+  // The window may have let go of the stream client while it waited.
+  if (!cFunkhaus || cFunkhaus->GetPlaylistNumberOfEntries() <= 0) return link;
+  Text entry;
+  Text ignored_title;
+  cFunkhaus->GetPlaylistEntry(number < 1 ? 0 : number - 1, entry, ignored_title);
+  const auto line_end = entry.find(u'\n');
+  return line_end == Text::npos ? entry : entry.substr(0, line_end);
+}
+
+void StationDetails::ShowPicture(const Text& station_name) {
+  if (!picture_.Exists(station_name)) {
+    parts_.Label3.SetCaption(u"");
+    parts_.Image1.SetVisible(false);
+    parts_.Image1.SetPicture(0);
+    picture_.Clear();
+    return;
+  }
+  parts_.Frame3.SetVisible(true);
+  parts_.Label3.SetCaption(u"");
+  parts_.Image1.SetVisible(true);
+  const platform::LoadedPicture picture = picture_.Load(station_name);
+  if (picture.handle == platform::PictureHandle::kNone) return;
+  parts_.Image1.SetPicture(static_cast<std::uint32_t>(picture.handle));
+  const controls::Place& title = parts_.Label4.GetPlace();
+  parts_.Image1.Move(controls::FitLowerRight(picture.width, picture.height, parts_.Frame3.GetPlace(),
+                                             title.top + title.height));
+}
+
+}  // namespace catalogue

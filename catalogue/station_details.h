@@ -1,0 +1,73 @@
+#pragma once
+// What a selected station shows: the editor's fields, the address to play, its title and its picture.
+// Not playing it (ui), nor editing it (catalogue/station_editor.h).
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+#include "app/station_picture.h"
+#include "app/window_state.h"
+#include "controls/captioned.h"
+#include "controls/list_view.h"
+#include "controls/text_box.h"
+#include "controls/value_controls.h"
+#include "platform/files.h"
+#include "platform/text_conversion.h"
+#include "stream/cls_funkhaus.h"
+
+namespace catalogue {
+
+class StationDetails {
+ public:
+  struct Parts {
+    std::array<controls::TextBox, 2>& TextBox1;
+    controls::ComboBox& Combo1;
+    controls::CheckBox& Check2;
+    controls::UpDownTextBox& UpDownTextBox1;
+    controls::Label& Label2;
+    controls::CommandButton& Command8_0;
+    controls::Frame& Frame3;
+    controls::Label& Label3;
+    controls::Label& Label4;
+    controls::Image& Image1;
+    controls::ListPair lists;
+  };
+
+  struct Ports {
+    platform::Files& files;
+    platform::TextConversion& conversion;
+  };
+
+  /// `closing` tells whether the window is closing; `fetch_title` fetches the title of the current address.
+  struct Actions {
+    std::function<void()> fetch_title;
+    std::function<bool()> closing;
+  };
+
+  StationDetails(Parts parts, Ports ports, app::WindowState& state, app::StationPicture& picture,
+                 const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus, Actions actions);
+
+  /// Runs for the active list's selected row; without one nothing happens. It waits for playlist and title
+  /// while the window goes on; a selection that arrives meanwhile wins, and the earlier one ends unseen.
+  void ShowStationDetails();
+
+ private:
+  void FillFields(const controls::ListView& list, controls::RowId row);
+  void ShowNumberField(bool shown);
+  [[nodiscard]] std::int32_t EntryNumber() const;
+  [[nodiscard]] platform::Text AddressOf(const platform::Text& link, std::int32_t number);
+  [[nodiscard]] bool IsPlaylistFileName(const platform::Text& link) const;
+  void ShowPicture(const platform::Text& station_name);
+
+  Parts parts_;
+  Ports ports_;
+  app::WindowState& state_;
+  app::StationPicture& picture_;
+  const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus;
+  Actions actions_;
+  std::uint64_t latest_run_ = 0;
+};
+
+}  // namespace catalogue

@@ -1,0 +1,106 @@
+#include "catalogue/station_lists.h"
+
+#include <utility>
+
+#include "app/numbers.h"
+#include "catalogue/sort_dates.h"
+#include "catalogue/station_row.h"
+
+namespace catalogue {
+
+using controls::ListRow;
+using controls::ListView;
+using controls::SortDirection;
+
+namespace {
+
+constexpr std::u16string_view kParentRow = u"..";
+
+std::int32_t Sign(double first, double second) {
+  if (first < second) return -1;
+  return first > second ? 1 : 0;
+}
+
+}  // namespace
+
+StationLists::StationLists(controls::ListPair lists, platform::StringOrder& order, app::WindowState& state,
+                           Actions actions)
+    : lists_(lists), order_(order), state_(state), actions_(std::move(actions)) {
+  Bind(lists_.full);
+  Bind(lists_.filtered);
+}
+
+void StationLists::Bind(ListView& list) {
+  subscriptions_ += list.HeaderClicked.Subscribe([this, &list](int column) { HeaderClicked(list, column); });
+  subscriptions_ += list.SelectionChanged.Subscribe([this, &list] {
+    if (list.SelectedRow() != controls::RowId::kNone) actions_.show_station_details();
+  });
+  subscriptions_ += list.DoubleClicked.Subscribe([this](controls::RowId) { actions_.start_playing(); });
+}
+
+void StationLists::CreateColumns(ListView& list) {
+  list.AddColumn({u"Station", 300, static_cast<int>(SortKind::kNatural)});
+  list.AddColumn({u"Genre", 120, static_cast<int>(SortKind::kNatural)});
+  list.AddColumn({u"WebLink", 120, static_cast<int>(SortKind::kNatural)});
+  list.AddColumn({u"Favorit", 120, static_cast<int>(SortKind::kNatural)});
+  list.AddColumn({u"Titel", 200, static_cast<int>(SortKind::kNatural)});
+  list.AddColumn({u"M3U Nr.", 120, static_cast<int>(SortKind::kNatural)});
+}
+
+void StationLists::SaveListindex() {
+  if (const auto index = lists_.full.IndexOf(lists_.full.SelectedRow())) saved_list_index_ = *index + 1;
+}
+
+void StationLists::RestoreListindex() {
+  if (saved_list_index_ == 0) return;
+  const controls::RowId row = lists_.full.RowAt(saved_list_index_ - 1);
+  if (row == controls::RowId::kNone) return;
+  lists_.full.Select(row);
+  lists_.full.EnsureVisible(row);
+}
+
+void StationLists::HeaderClicked(ListView& list, int column) {
+  const bool flips = list.SortColumn() == column && list.GetSortDirection() == SortDirection::kAscending;
+  Sort(list, column, flips ? SortDirection::kDescending : SortDirection::kAscending);
+}
+
+void StationLists::SortAgain(ListView& list) {
+  const int column = list.SortColumn() < 0 ? static_cast<int>(kName) : list.SortColumn();
+  Sort(list, column, list.GetSortDirection());
+}
+
+void StationLists::Sort(ListView& list, int column, SortDirection direction) {
+  const auto cell = static_cast<std::size_t>(column);
+  list.Sort(column, direction, [&](const ListRow& first, const ListRow& second) {
+    return CompareForDisplay(list, first, second, cell, direction);
+  });
+  state_.reselect = true;
+}
+
+int StationLists::CompareForDisplay(const ListView& list, const ListRow& first, const ListRow& second,
+                                    std::size_t column, SortDirection direction) const {
+  const bool first_is_parent = first.cells[kName] == kParentRow;
+  const bool second_is_parent = second.cells[kName] == kParentRow;
+  if (first_is_parent || second_is_parent) {
+    return static_cast<int>(second_is_parent) - static_cast<int>(first_is_parent);
+  }
+  const std::int32_t order = CompareListItems2(list, first, second, column);
+  return direction == SortDirection::kAscending ? order : -order;
+}
+
+std::int32_t StationLists::CompareListItems2(const ListView& list, const ListRow& FirstItem,
+                                             const ListRow& secondItem, std::size_t sortColumn) const {
+  const auto& first = FirstItem.cells[sortColumn];
+  const auto& second = secondItem.cells[sortColumn];
+  switch (SortKind{list.Columns()[sortColumn].sort_kind}) {
+    case SortKind::kNumbers:
+      return Sign(app::ToNumber(first).value_or(0), app::ToNumber(second).value_or(0));
+    case SortKind::kDates:
+      return Sign(DateOf(first), DateOf(second));
+    case SortKind::kNatural:
+      break;
+  }
+  return order_.StrCmpLogicalW(first, second);
+}
+
+}  // namespace catalogue

@@ -1,0 +1,65 @@
+#pragma once
+// The two station lists: columns, order, selection memory and what their events start.
+// Not their filling (catalogue/station_store.h), nor which of them is shown (catalogue/station_views.h).
+
+#include <cstdint>
+#include <functional>
+
+#include "app/window_state.h"
+#include "controls/list_view.h"
+#include "platform/string_order.h"
+
+namespace catalogue {
+
+/// What a list's sort kind says of its column's texts.
+enum class SortKind : int { kNatural = 0, kNumbers = 1, kDates = 2 };
+
+class StationLists {
+ public:
+  /// What the lists start elsewhere.
+  struct Actions {
+    std::function<void()> show_station_details;  ///< a row was clicked or the selection changed
+    std::function<void()> start_playing;         ///< a row was double-clicked
+  };
+
+  StationLists(controls::ListPair lists, platform::StringOrder& order, app::WindowState& state,
+               Actions actions);
+
+  /// Creates the six columns; once per list.
+  static void CreateColumns(controls::ListView& list);
+
+  /// Remembers the selected row's index of the full list; without a selection the memory stays.
+  void SaveListindex();
+  /// Selects the remembered row of the full list and scrolls it into view, if it is there.
+  void RestoreListindex();
+  /// The index remembered, counted from 1; 0: none yet.
+  [[nodiscard]] std::size_t SavedListIndex() const { return saved_list_index_; }
+
+  /// Sorts the list again by its remembered column and direction, by name upwards before the first click.
+  void SortAgain(controls::ListView& list);
+
+  /// Negative, zero or positive as FirstItem sorts before, with or after secondItem in ascending order of
+  /// `sortColumn`: by number, by date or in natural order, as the column's sort kind says. A text that is
+  /// no number or no date counts as 0.
+  [[nodiscard]] std::int32_t CompareListItems2(const controls::ListView& list,
+                                               const controls::ListRow& FirstItem,
+                                               const controls::ListRow& secondItem,
+                                               std::size_t sortColumn) const;
+
+ private:
+  void Bind(controls::ListView& list);
+  void HeaderClicked(controls::ListView& list, int column);
+  void Sort(controls::ListView& list, int column, controls::SortDirection direction);
+  [[nodiscard]] int CompareForDisplay(const controls::ListView& list, const controls::ListRow& first,
+                                      const controls::ListRow& second, std::size_t column,
+                                      controls::SortDirection direction) const;
+
+  controls::ListPair lists_;
+  platform::StringOrder& order_;
+  app::WindowState& state_;
+  Actions actions_;
+  std::size_t saved_list_index_ = 0;
+  controls::Subscriptions subscriptions_;
+};
+
+}  // namespace catalogue

@@ -1,0 +1,68 @@
+#pragma once
+// The station store: reads the station file into the two lists, writes rows back to it.
+// Not the editor's rules about when to write (catalogue/station_editor.h).
+
+#include <cstdint>
+#include <functional>
+#include <set>
+#include <vector>
+
+#include "app/ini_procedures.h"
+#include "app/settings.h"
+#include "app/window_state.h"
+#include "catalogue/row_origins.h"
+#include "catalogue/station_icons.h"
+#include "controls/list_view.h"
+#include "platform/private_profile.h"
+#include "platform/text_conversion.h"
+
+namespace catalogue {
+
+/// The station file: one INI section per station, named after it; keys "Station" (the name once more,
+/// never read), "Link", "Genre", "Favorit" ("1" or empty), "M3uNr" (a whole number or empty), written in
+/// this order.
+class StationStore {
+ public:
+  struct Ports {
+    platform::PrivateProfile& profile;
+    platform::TextConversion& conversion;
+  };
+
+  /// The list of all names, each followed by NUL, is read into a buffer of this many characters; names
+  /// beyond it are silently missing.
+  static constexpr std::size_t kNameListCapacity = 8192;
+
+  /// `sort_again` puts a list that was just filled into the order that the user chose.
+  StationStore(Ports ports, app::IniProcedures& ini, const app::Settings& settings, const StationIcons& icons,
+               app::WindowState& state, controls::ListPair lists,
+               std::function<void(controls::ListView&)> sort_again);
+
+  /// Fills a list from the file: "" all stations into the full list, "1" the favourites, any other text the
+  /// stations of that genre (without regard to letter case) into the filtered list. The list is emptied
+  /// first; rows of the full list that the file does not hold yet are kept and stand after the loaded ones.
+  /// A missing file or key gives no rows or empty cells, never a message.
+  void LoadStations(const platform::Text& Filter);
+
+  RowOrigins& Origins() { return origins_; }
+
+ private:
+  enum class Match { kEvery, kFavourites, kGenre };
+
+  [[nodiscard]] std::vector<platform::Text> SectionNames() const;
+  [[nodiscard]] std::vector<controls::ListRow> ReadRows(const platform::Text& filter) const;
+  [[nodiscard]] bool Matches(const platform::Text& name, Match match, const platform::Text& wanted) const;
+  [[nodiscard]] controls::ListRow ReadRow(const platform::Text& name) const;
+  [[nodiscard]] platform::Text ReadKey(const platform::Text& name, const platform::Text& key) const;
+  void FillFullList(std::vector<controls::ListRow> loaded);
+
+  Ports ports_;
+  app::IniProcedures& ini_;
+  const app::Settings& settings_;
+  const StationIcons& icons_;
+  app::WindowState& state_;
+  controls::ListPair lists_;
+  std::function<void(controls::ListView&)> sort_again_;
+  RowOrigins origins_;
+};
+
+}  // namespace catalogue

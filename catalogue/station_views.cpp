@@ -1,0 +1,109 @@
+#include "catalogue/station_views.h"
+
+#include "catalogue/station_row.h"
+
+namespace catalogue {
+
+using controls::CheckValue;
+using platform::Text;
+
+namespace {
+
+/// Sets a flag for a scope; whoever meets it set stays out.
+class SwitchGuard {
+ public:
+  explicit SwitchGuard(bool& flag) : flag_(flag) { flag_ = true; }
+  ~SwitchGuard() { flag_ = false; }
+  SwitchGuard(const SwitchGuard&) = delete;
+  SwitchGuard& operator=(const SwitchGuard&) = delete;
+
+ private:
+  bool& flag_;
+};
+
+}  // namespace
+
+StationViews::StationViews(Parts parts, StationStore& store, StationLists& station_lists,
+                           app::IniProcedures& ini, const app::WindowState& state, platform::Dialogs& dialogs)
+    : parts_(parts),
+      store_(store),
+      station_lists_(station_lists),
+      ini_(ini),
+      state_(state),
+      dialogs_(dialogs) {
+  subscriptions_ += parts_.Check1.Clicked.Subscribe([this] { Check1_Click(); });
+  subscriptions_ += parts_.Check2.Clicked.Subscribe([this] {
+    if (!state_.filling_fields) Check2_Click();
+  });
+  subscriptions_ += parts_.Check3.Clicked.Subscribe([this] { Check3_Click(); });
+  subscriptions_ += parts_.Combo1.Clicked.Subscribe([this] { Combo1_Click(); });
+}
+
+void StationViews::Check1_Click() {
+  if (InViewSwitch) return;
+  const SwitchGuard guard(InViewSwitch);
+  if (parts_.Check1.Checked()) {
+    ShowFiltered(parts_.Combo1.GetText(), GenreCaption());
+    parts_.Check3.SetValue(CheckValue::kUnchecked);
+  } else {
+    parts_.Check3.SetValue(CheckValue::kUnchecked);
+    ShowAll();
+  }
+}
+
+void StationViews::Check3_Click() {
+  if (InViewSwitch) return;
+  const SwitchGuard guard(InViewSwitch);
+  if (parts_.Check3.Checked()) {
+    ShowFiltered(u"1", u"Favoriten");
+    parts_.Check1.SetValue(CheckValue::kUnchecked);
+  } else {
+    parts_.Check1.SetValue(CheckValue::kUnchecked);
+    ShowAll();
+  }
+}
+
+void StationViews::Combo1_Click() {
+  if (!parts_.Check1.Checked()) return;
+  station_lists_.SaveListindex();
+  store_.LoadStations(parts_.Combo1.GetText());
+  parts_.Frame2.SetCaption(GenreCaption());
+}
+
+void StationViews::Check2_Click() {
+  controls::ListView& list = parts_.lists.Active();
+  const controls::RowId row = list.SelectedRow();
+  if (row == controls::RowId::kNone) {
+    dialogs_.MessageBoxW(u"Bitte zuerst eine Radiostation markieren!", u"", platform::kMbIconInformation);
+    return;
+  }
+  const Text value = parts_.Check2.Checked() ? u"1" : u"";
+  list.SetCell(row, kFavourite, value);
+  ini_.WriteStationIni(list.Cell(row, kName), u"Favorit", value);
+  if (&list == &parts_.lists.full) store_.Origins().MarkKeyWritten(row);
+}
+
+void StationViews::ShowFiltered(const Text& filter, const Text& caption) {
+  station_lists_.SaveListindex();
+  store_.LoadStations(filter);
+  parts_.Frame2.SetCaption(caption);
+  parts_.CommandButton1.SetVisible(false);
+  parts_.CommandButton2.SetVisible(false);
+  parts_.lists.full.SetVisible(false);
+  parts_.lists.filtered.SetVisible(true);
+}
+
+void StationViews::ShowAll() {
+  store_.LoadStations(u"");
+  parts_.Frame2.SetCaption(u"Gespeicherte Radiostationen");
+  // The full list is the active one before a row of it is selected: what the selection starts acts on it.
+  parts_.lists.filtered.SetVisible(false);
+  parts_.lists.full.SetVisible(true);
+  parts_.CommandButton1.SetVisible(true);
+  parts_.CommandButton2.SetVisible(true);
+  station_lists_.RestoreListindex();
+}
+
+Text StationViews::GenreCaption() const { return u"Genre-Filter: " + parts_.Combo1.GetText(); }
+
+}  // namespace catalogue

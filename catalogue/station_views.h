@@ -1,0 +1,51 @@
+#pragma once
+// The three views of the catalogue - all stations, one genre, the favourites - and the favourite mark.
+// Not the lists' order or selection (catalogue/station_lists.h).
+
+#include "app/ini_procedures.h"
+#include "app/window_state.h"
+#include "catalogue/station_lists.h"
+#include "catalogue/station_store.h"
+#include "controls/captioned.h"
+#include "controls/text_box.h"
+#include "platform/dialogs.h"
+
+namespace catalogue {
+
+class StationViews {
+ public:
+  struct Parts {
+    controls::CheckBox& Check1;  ///< genre view
+    controls::CheckBox& Check2;  ///< favourite mark of the selected station
+    controls::CheckBox& Check3;  ///< favourites view
+    controls::ComboBox& Combo1;
+    controls::Frame& Frame2;
+    controls::CommandButton& CommandButton1;
+    controls::CommandButton& CommandButton2;
+    controls::ListPair lists;
+  };
+
+  StationViews(Parts parts, StationStore& store, StationLists& station_lists, app::IniProcedures& ini,
+               const app::WindowState& state, platform::Dialogs& dialogs);
+
+  void Check1_Click();
+  void Check2_Click();
+  void Check3_Click();
+  void Combo1_Click();
+
+ private:
+  void ShowFiltered(const platform::Text& filter, const platform::Text& caption);
+  void ShowAll();
+  [[nodiscard]] platform::Text GenreCaption() const;
+
+  Parts parts_;
+  StationStore& store_;
+  StationLists& station_lists_;
+  app::IniProcedures& ini_;
+  const app::WindowState& state_;
+  platform::Dialogs& dialogs_;
+  bool InViewSwitch = false;
+  controls::Subscriptions subscriptions_;
+};
+
+}  // namespace catalogue
