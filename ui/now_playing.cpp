@@ -1,0 +1,104 @@
+#include "ui/now_playing.h"
+
+#include <utility>
+#include <vector>
+
+#include "app/numbers.h"
+#include "app/text_utilities.h"
+#include "platform/text_conversion.h"
+
+namespace ui {
+
+using controls::RowId;
+using platform::Text;
+
+namespace {
+
+constexpr std::int32_t kMetaInt = 9;  // icy-metaint in the stream client's table of header names
+constexpr std::size_t kLinkCell = 2;
+constexpr std::size_t kTitleCell = 4;
+constexpr std::int32_t kBytesExamined = 2048;
+
+}  // namespace
+
+NowPlaying::NowPlaying(Parts parts, Ports ports, const app::WindowState& state,
+                       const std::shared_ptr<stream::clsFunkhaus>& funkhaus, std::function<bool()> closing)
+    : parts_(parts), ports_(ports), state_(state), cFunkhaus(funkhaus), closing_(std::move(closing)) {
+  subscriptions_ += parts_.Command3.Clicked.Subscribe([this] { Command3_Click(); });
+  subscriptions_ += parts_.Command3.ContextClicked.Subscribe([this] { Command3_ContextClick(); });
+  subscriptions_ += parts_.Timer2.Ticked.Subscribe([this] { Timer2_Timer(); });
+}
+
+void NowPlaying::CheckAktuellerSong() {
+  const std::uint64_t fetch = ++latest_fetch_;
+  const auto superseded = [&] { return fetch != latest_fetch_ || closing_(); };
+
+  ports_.message_loop.ProcessPendingMessages();
+  if (superseded()) return;
+  if (cFunkhaus) cFunkhaus->StreamUrl(state_.current_stream_address);
+  ports_.message_loop.ProcessPendingMessages();
+  if (!cFunkhaus || superseded()) return;
+
+  Text interval = cFunkhaus->GetStreamQueryInfo(kMetaInt);
+  if (interval.empty()) return;
+  interval = cFunkhaus->GetStreamQueryInfo(kMetaInt);
+  if (interval.empty()) return parts_.Label4.SetCaption(u"Keine Info!");
+
+  const Text title = cFunkhaus->ReadStreamMetaData2(app::ToInt32(interval).value_or(0));
+  if (superseded()) return;
+  if (title.empty()) return parts_.Label4.SetCaption(u"Keine Info!");
+  parts_.Frame3.SetVisible(true);
+  parts_.Label4.SetCaption(RepairTitle(title));
+}
+
+Text NowPlaying::RepairTitle(const Text& title) const {
+  const std::string bytes = ports_.conversion.WideCharToMultiByte(platform::CodePage::kAnsi, title);
+  if (!app::IsUTF8(bytes, kBytesExamined)) return title;
+  return app::Utf8ByteStringToText(ports_.conversion, title);
+}
+
+void NowPlaying::Timer2_Timer() { CheckAktuellerSong(); }
+
+void NowPlaying::Command3_ContextClick() {
+  CheckAktuellerSong();
+  parts_.Timer2.SetEnabled(!parts_.Timer2.Enabled());
+}
+
+void NowPlaying::Command3_Click() {
+  const auto answer = ports_.dialogs.MessageBoxW(
+      u"Die Funktion listet alle aktuellen Songtitel auf und ist sehr zeitintensiv. Abbruch durch ESC-Taste!",
+      u"", platform::kMbOkCancel | platform::kMbIconInformation);
+  if (answer != platform::MessageBoxAnswer::kOk) return;
+
+  // The rows are remembered by their names for the program: sorting, deleting and replacing rows in the
+  // middle of the run neither repeats nor mixes any.
+  controls::ListView& list = parts_.lists.Active();
+  std::vector<RowId> rows;
+  for (const controls::ListRow& row : list.Rows()) rows.push_back(row.id);
+  for (const RowId row : rows) {
+    if (FetchRowTitle(list, row) == RunState::kEnd) return;
+  }
+}
+
+NowPlaying::RunState NowPlaying::FetchRowTitle(controls::ListView& list, RowId row) {
+  ports_.message_loop.ProcessPendingMessages();
+  if (closing_() || ports_.message_loop.GetAsyncKeyState(platform::kVkEscape) != 0) return RunState::kEnd;
+  if (!cFunkhaus) return RunState::kEnd;
+  if (!list.Contains(row)) return RunState::kGoOn;
+
+  cFunkhaus->StreamUrl(list.Cell(row, kLinkCell));
+  ports_.message_loop.ProcessPendingMessages();
+  if (closing_()) return RunState::kEnd;
+  if (cFunkhaus->GetStreamQueryInfo(kMetaInt).empty()) return RunState::kGoOn;
+  list.SetCell(row, kTitleCell, u"Hole Info...");
+  const Text interval = cFunkhaus->GetStreamQueryInfo(kMetaInt);
+  if (interval.empty()) return RunState::kGoOn;
+  const Text title = cFunkhaus->ReadStreamMetaData2(app::ToInt32(interval).value_or(0));
+  if (closing_()) return RunState::kEnd;
+  list.SetCell(row, kTitleCell, title.empty() ? Text(u"--") : RepairTitle(title));
+  return RunState::kGoOn;
+}
+
+void NowPlaying::cFunkhaus_QueryStream(bool) {}
+
+}  // namespace ui

@@ -1,0 +1,225 @@
+#include "ui/playback_control.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+#include <vector>
+
+#include "controls/picture_place.h"
+
+namespace ui {
+
+using controls::CheckValue;
+using platform::Text;
+using player::clsMFPlayer;
+
+namespace {
+
+constexpr std::int32_t kInvalid = 0;
+constexpr std::int32_t kRunning = 1;
+constexpr std::int32_t kStopped = 2;
+
+/// A public directory of internet radio stations.
+constexpr std::u16string_view kStationDirectory = u"https://www.radio-browser.info/";
+
+/// A peak of 0 to 1 on the scale of the bars, halves to the even number.
+int BarValue(float peak) { return static_cast<int>(std::nearbyint(peak * 10000.0F)); }
+
+}  // namespace
+
+PlaybackControl::PlaybackControl(Parts parts, Ports ports, app::WindowState& state,
+                                 app::StationPicture& picture, const std::shared_ptr<clsMFPlayer>& player,
+                                 const std::shared_ptr<stream::clsFunkhaus>& funkhaus, Actions actions)
+    : parts_(parts),
+      ports_(ports),
+      state_(state),
+      picture_(picture),
+      cPlayer(player),
+      cFunkhaus(funkhaus),
+      actions_(std::move(actions)) {
+  subscriptions_ += parts_.Command1.Clicked.Subscribe([this] { Command1_Click(); });
+  subscriptions_ += parts_.Command2.Clicked.Subscribe([this] { Command2_Click(); });
+  subscriptions_ += parts_.Command6.Clicked.Subscribe([this] { Command6_Click(); });
+  subscriptions_ += parts_.Command7.Clicked.Subscribe([this] { Command7_Click(); });
+  subscriptions_ += parts_.CmdInfoClose.Clicked.Subscribe([this] { CmdInfoClose_Click(); });
+  subscriptions_ += parts_.ckSavMute.Clicked.Subscribe([this] { ckSavMute_Click(); });
+  subscriptions_ += parts_.hscSavVolume.ValueChanged.Subscribe([this] { hscSavVolume_Change(); });
+  subscriptions_ += parts_.hscSavVolume.Scrolled.Subscribe([this] { hscSavVolume_Scroll(); });
+  subscriptions_ += parts_.tmPlay.Ticked.Subscribe([this] { tmPlay_Timer(); });
+  subscriptions_ += parts_.Timer1.Ticked.Subscribe([this] { Timer1_Timer(); });
+}
+
+void PlaybackControl::Command1_Click() {
+  if (state_.current_stream_address.empty()) {
+    ports_.dialogs.MessageBoxW(u"Bitte zuerst eine Radiostation markieren!", u"",
+                               platform::kMbIconInformation);
+    return;
+  }
+  if (state_.reselect) RefreshSelection();
+  if (actions_.closing()) return;
+  parts_.Timer2.SetEnabled(true);
+  PlayStation(true, state_.current_stream_address);
+}
+
+void PlaybackControl::RefreshSelection() {
+  const auto has_selection = [](const controls::ListView& list) {
+    return list.SelectedRow() != controls::RowId::kNone;
+  };
+  if (parts_.lists.filtered.Visible() && has_selection(parts_.lists.filtered)) {
+    Command6_Click();
+    actions_.show_station_details();
+  } else if (has_selection(parts_.lists.full)) {
+    Command6_Click();
+    actions_.show_station_details();
+    state_.reselect = false;
+  }
+}
+
+void PlaybackControl::PlayStation(bool bStart, const Text& sLink) {
+  // Both objects stay alive over the waits below even when the window lets go of them meanwhile.
+  const std::shared_ptr<clsMFPlayer> player = cPlayer;
+  if (!player) return;
+  const std::uint64_t run = ++latest_run_;
+  const Text station_name = state_.current_station_name;
+  state_.current_stream_address = sLink;
+  player->MediaFileFromUrl(state_.current_stream_address);
+  if (state_.last_create_result != 0) {
+    ports_.dialogs.MessageBoxW(SystemErrorText(state_.last_create_result), u"", platform::kMbIconCritical);
+    return;
+  }
+  if (player->CreateService()) ShowServiceValues(*player);
+  if (run != latest_run_ || actions_.closing()) return;
+
+  const std::optional<Text> information = InformationText(*player);
+  if (!information) return;
+  ShowPicture(station_name);
+  parts_.Frame3.SetVisible(true);
+  parts_.Label3.SetCaption(*information);
+  if (!bStart) return;
+  parts_.Timer1.SetEnabled(true);
+  cPlayer_MediaFileIsReady(true);
+}
+
+void PlaybackControl::ShowServiceValues(clsMFPlayer& player) {
+  parts_.ckSavMute.SetValue(player.GetAudioSimpleMute() == 1 ? CheckValue::kChecked : CheckValue::kUnchecked);
+  parts_.hscSavVolume.SetValue(player.GetAudioSimpleAudioVolume());
+}
+
+std::optional<Text> PlaybackControl::InformationText(clsMFPlayer& player) const {
+  std::vector<Text> names;
+  const std::int32_t count = player.GetAllMetadataNames(names);
+  Text information;
+  for (std::int32_t index = 0; index < count; ++index) {
+    if (static_cast<std::size_t>(index) >= names.size()) return std::nullopt;
+    const Text& name = names[static_cast<std::size_t>(index)];
+    Text value;
+    player.GetMetadata(name, value);
+    information += name + u": " + value + u"\r\n";
+  }
+  return information;
+}
+
+void PlaybackControl::ShowPicture(const Text& station_name) {
+  if (!picture_.Exists(station_name)) return;
+  parts_.Image1.SetVisible(true);
+  const platform::LoadedPicture picture = picture_.Load(station_name);
+  if (picture.handle == platform::PictureHandle::kNone) return;
+  parts_.Image1.SetPicture(static_cast<std::uint32_t>(picture.handle));
+  const controls::Place& title = parts_.Label4.GetPlace();
+  parts_.Image1.Move(controls::FitLowerRight(picture.width, picture.height, parts_.Frame3.GetPlace(),
+                                             title.top + title.height));
+}
+
+void PlaybackControl::cPlayer_MediaFileIsReady(bool IsReady) {
+  if (!IsReady || !cPlayer) return;
+  const std::shared_ptr<clsMFPlayer> player = cPlayer;
+  const std::int32_t play_state = player->PlayState();
+  if (play_state != kStopped && play_state != kInvalid) return;
+  if (!player->PlayMedia()) return;
+  parts_.tmPlay.SetEnabled(true);
+  parts_.Label1.SetCaption(PositionText(*player) + u" Dauer: " + player->DurationHMS());
+}
+
+void PlaybackControl::cPlayer_IsCreateOK(std::int32_t lngIsOk) { state_.last_create_result = lngIsOk; }
+
+void PlaybackControl::Command6_Click() {
+  ++latest_run_;
+  parts_.Timer2.SetEnabled(false);
+  if (cFunkhaus) cFunkhaus->StopRecStream();
+  const std::shared_ptr<clsMFPlayer> player = cPlayer;
+  if (!player || player->PlayState() != kRunning) return;
+  parts_.tmPlay.SetEnabled(false);
+  player->StopMedia();
+  parts_.Frame3.SetVisible(false);
+  parts_.Label3.SetCaption(u"");
+  parts_.Timer1.SetEnabled(false);
+  for (controls::ProgressBar& bar : parts_.ProgressBar1) HideBar(bar);
+  parts_.Label1.SetCaption(u"");
+}
+
+void PlaybackControl::HideBar(controls::ProgressBar& bar) {
+  bar.SetVisible(false);
+  bar.SetValue(0);
+}
+
+void PlaybackControl::tmPlay_Timer() {
+  const std::shared_ptr<clsMFPlayer> player = cPlayer;
+  if (!player) return;
+  Text caption = PositionText(*player);
+  if (player->Duration() != 0) caption += u" Dauer: " + player->DurationHMS();
+  parts_.Label1.SetCaption(std::move(caption));
+}
+
+Text PlaybackControl::PositionText(clsMFPlayer& player) const {
+  return u"Pos: " + player.CurrentPlayPositionHMS();
+}
+
+void PlaybackControl::Timer1_Timer() {
+  const std::shared_ptr<clsMFPlayer> player = cPlayer;
+  if (!player) return;
+  auto& bars = parts_.ProgressBar1;
+  const std::int32_t channels = player->GetAudioChannelCount();
+  if (channels <= 1) {
+    bars[0].SetVisible(true);
+    bars[1].SetVisible(false);
+    float peak = 0;
+    if (player->GetAudioPeak(peak)) bars[0].SetValue(BarValue(peak));
+    return;
+  }
+  bars[1].SetVisible(true);
+  bars[0].SetVisible(true);
+  std::vector<float> peaks;
+  if (player->GetAudioChannelsPeakValues(channels, peaks) && peaks.size() >= 2) {
+    bars[0].SetValue(BarValue(peaks[0]));
+    bars[1].SetValue(BarValue(peaks[1]));
+  }
+  ports_.message_loop.ProcessPendingMessages();
+}
+
+void PlaybackControl::hscSavVolume_Change() { hscSavVolume_Scroll(); }
+
+void PlaybackControl::hscSavVolume_Scroll() {
+  if (!cPlayer) return;
+  const float volume = static_cast<float>(parts_.hscSavVolume.Value()) / 100.0F;
+  cPlayer->SetAudioAudioVolume(std::clamp(volume, 0.0F, 1.0F));
+}
+
+void PlaybackControl::ckSavMute_Click() {
+  if (cPlayer) cPlayer->SetAudioSimpleMute(parts_.ckSavMute.Checked());
+}
+
+void PlaybackControl::Command7_Click() {
+  ports_.shell.ShellExecuteW(0, u"open", u"sndvol.exe", u"", u"", platform::kSwShowNormal);
+}
+
+void PlaybackControl::Command2_Click() {
+  ports_.shell.ShellExecuteW(0, u"open", Text(kStationDirectory), u"", u"", platform::kSwShowNormal);
+}
+
+void PlaybackControl::CmdInfoClose_Click() { parts_.Frame3.SetVisible(false); }
+
+Text PlaybackControl::SystemErrorText(std::int32_t code) const {
+  return ports_.system_messages.FormatMessageA(code);
+}
+
+}  // namespace ui

@@ -1,0 +1,33 @@
+#include "ui/recorder_launch.h"
+
+#include "app/text_utilities.h"
+
+namespace ui {
+
+using controls::RowId;
+using platform::Text;
+
+namespace {
+
+constexpr std::size_t kLinkCell = 2;
+constexpr std::size_t kM3uNumberCell = 5;
+
+}  // namespace
+
+void RecorderLaunch::Launch() {
+  controls::ListView& list = lists_.Active();
+  const RowId row = list.SelectedRow();
+  Text command_line;
+  if (row == RowId::kNone) {
+    ports_.dialogs.MessageBoxW(u"Bitte Eintrag markieren oder neu erstellen!", u"",
+                               platform::kMbIconExclamation);
+  } else {
+    list.SetCell(row, kM3uNumberCell, UpDownTextBox1.GetText());
+    command_line = list.Cell(row, kLinkCell);
+  }
+  ports_.shell.ShellExecuteW(kMainWindow, u"",
+                             app::AddBackslash(ports_.environment.ProgramFolder()) + u"OZRecordFunkhaus.exe",
+                             command_line, u"", platform::kSwShowNormal);
+}
+
+}  // namespace ui
