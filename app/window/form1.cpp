@@ -55,6 +55,7 @@ void Form1::MakePlaying() {
   lblSav.SetCaption(u"Lautstärke");
   lblSav.Move({0, 0, 1140, kRowHeight});
   hscSavVolume.SetRange(0, 100);
+  hscSavVolume.SetValue(100);
   hscSavVolume.Move({1170, 0, 1860, kRowHeight});
   ckSavMute.SetCaption(u"Mute");
   ckSavMute.Move({3120, 0, 960, kRowHeight});

@@ -1,0 +1,136 @@
+#include "app/window/main_window.h"
+
+#include <utility>
+
+#include "app/genre_list.h"
+#include "app/settings_folder.h"
+#include "app/text_helpers.h"
+#include "app/text_utilities.h"
+#include "app/window/translation.h"
+#include "catalogue/new_station_dialog.h"
+
+namespace app {
+
+using controls::CheckValue;
+using platform::Text;
+
+MainWindow::MainWindow(Platform platform, std::function<void(catalogue::Form2&)> show_modal)
+    : platform_(platform),
+      show_modal_(std::move(show_modal)),
+      ini_(settings_, platform.profile, platform.files, platform.environment),
+      language_(settings_, ini_, platform.profile, platform.files, platform.environment),
+      picture_(platform.environment, platform.files, platform.icons),
+      layout_(form1_),
+      icons_({platform.icons, platform.files, platform.conversion, platform.dialogs}, Lists()),
+      station_lists_(Lists(), platform.string_order, state_,
+                     {[this] { details_.ShowStationDetails(); }, [this] { playback_.Command1_Click(); }}),
+      store_({platform.profile, platform.conversion}, ini_, settings_, icons_, state_, Lists(),
+             [this](controls::ListView& list) { station_lists_.SortAgain(list); }),
+      views_({form1_.Check1, form1_.Check2, form1_.Check3, form1_.Combo1, form1_.Frame2,
+              form1_.CommandButton1, form1_.CommandButton2, Lists()},
+             store_, station_lists_, ini_, state_, platform.dialogs),
+      recorder_launch_(Lists(), form1_.UpDownTextBox1,
+                       {platform.environment, platform.dialogs, platform.shell}),
+      editor_({form1_.TextBox1, form1_.Combo1, form1_.Check1, form1_.Check2, form1_.UpDownTextBox1,
+               form1_.Command8, form1_.CommandButton1, form1_.CommandButton2, Lists()},
+              store_, icons_, ini_, platform.profile, settings_, state_, platform.dialogs,
+              {[this] { recorder_launch_.Launch(); }, [this] { ShowNewStationDialog(); }}),
+      now_playing_({form1_.Command3, form1_.Timer2, form1_.Frame3, form1_.Label4, Lists()},
+                   {platform.dialogs, platform.message_loop, platform.conversion}, state_, cFunkhaus,
+                   Closing()),
+      details_({form1_.TextBox1, form1_.Combo1, form1_.Check2, form1_.UpDownTextBox1, form1_.Label2,
+                form1_.Command8[0], form1_.Frame3, form1_.Label3, form1_.Label4, form1_.Image1, Lists()},
+               {platform.files, platform.conversion}, state_, picture_, cFunkhaus,
+               {[this] { now_playing_.CheckAktuellerSong(); }, Closing()}),
+      playback_({form1_.Command1, form1_.Command2, form1_.Command6, form1_.Command7, form1_.CmdInfoClose,
+                 form1_.hscSavVolume, form1_.ckSavMute, form1_.tmPlay, form1_.Timer1, form1_.Timer2,
+                 form1_.ProgressBar1, form1_.Frame3, form1_.Label1, form1_.Label3, form1_.Label4,
+                 form1_.Image1, Lists()},
+                {platform.dialogs, platform.message_loop, platform.shell, platform.system_messages}, state_,
+                picture_, cPlayer, cFunkhaus, {[this] { details_.ShowStationDetails(); }, Closing()}),
+      m3u_export_({form1_.form, Lists(), form1_.Command4}, platform.dialogs, platform.files,
+                  platform.conversion, platform.message_loop, platform.clock),
+      m3u_import_({form1_.form, Lists(), form1_.Command5}, platform.dialogs, platform.files,
+                  platform.conversion) {
+  ChooseSettingsFolder(settings_, ini_, platform_.files, platform_.environment);
+  subscriptions_ += form1_.form.QueryUnload.Subscribe([this] { Form_QueryUnload(); });
+  subscriptions_ += form1_.form.Unloaded.Subscribe([this] { Form_Unload(); });
+}
+
+MainWindow::~MainWindow() { icons_.Destroy(); }
+
+std::function<bool()> MainWindow::Closing() {
+  return [this] { return form1_.form.Closing(); };
+}
+
+void MainWindow::Load() {
+  CreateStreamClient();
+  for (Text& genre : Split(GenreList, u";")) form1_.Combo1.AddItem(std::move(genre));
+  form1_.Combo1.SetListIndex(0);
+  catalogue::StationLists::CreateColumns(form1_.SymbolListview);
+  icons_.LoadStationIcons(AddBackslash(platform_.environment.ProgramFolder()) + u"RadioIco");
+  catalogue::StationLists::CreateColumns(form1_.ExplorerListFilter);
+  store_.LoadStations(u"");
+  form1_.tmPlay.SetEnabled(false);
+  form1_.tmPlay.SetInterval(500);
+  CreatePlayer();
+  RestoreView();
+  language_.ChooseLanguage();
+  if (language_.Translates()) TranslateForm(form1_, language_);
+}
+
+void MainWindow::CreateStreamClient() {
+  cFunkhaus = std::make_shared<stream::clsFunkhaus>(
+      stream::Ports{platform_.internet, platform_.requests, platform_.record_files, platform_.environment,
+                    platform_.clock, platform_.message_loop, platform_.conversion});
+  cFunkhaus->QueryStream = [this](bool ok) { now_playing_.cFunkhaus_QueryStream(ok); };
+  cFunkhaus->RecStreamCurrentPlaying = [this](const Text& title, const Text&, const Text&) {
+    form1_.form.SetCaption(u"Playing: " + title);
+  };
+}
+
+void MainWindow::CreatePlayer() {
+  cPlayer = std::make_shared<player::clsMFPlayer>(
+      player::clsMFPlayer::Ports{platform_.media, platform_.interface_calls, platform_.property_values,
+                                 platform_.environment, platform_.clock, platform_.message_loop},
+      duration_);
+  cPlayer->MediaFileIsReady = [this](bool ready) { playback_.cPlayer_MediaFileIsReady(ready); };
+  cPlayer->IsCreateOK = [this](std::int32_t result) { playback_.cPlayer_IsCreateOK(result); };
+}
+
+void MainWindow::RestoreView() {
+  const Text view = ini_.ReadIni(u"Pfad3", u"FunkhausFavorit", u"0", u"Opt.ini");
+  if (view == u"1") form1_.Check3.SetValue(CheckValue::kChecked);
+  if (view == u"2") form1_.Check1.SetValue(CheckValue::kChecked);
+}
+
+void MainWindow::ShowNewStationDialog() {
+  catalogue::NewStationDialog dialog(form1_.SymbolListview, settings_, language_, platform_.clipboard,
+                                     platform_.dialogs);
+  dialog.Show(show_modal_);
+}
+
+void MainWindow::Form_QueryUnload() {
+  form1_.Timer1.SetEnabled(false);
+  if (settings_.CatalogueChanged) {
+    const auto answer = platform_.dialogs.MessageBoxW(u"Sollen die Änderungen gespeichert werden?", u"",
+                                                      platform::kMbYesNo | platform::kMbIconQuestion);
+    if (answer == platform::MessageBoxAnswer::kYes) {
+      settings_.CatalogueChanged = false;
+      editor_.CommandButton1_Click();
+    }
+  }
+  const Text view = form1_.Check3.Checked() ? u"1" : (form1_.Check1.Checked() ? u"2" : u"0");
+  ini_.WriteOptIni(u"Pfad3", u"FunkhausFavorit", view);
+}
+
+void MainWindow::Form_Unload() {
+  if (cFunkhaus) cFunkhaus->StopRecStream();
+  platform_.message_loop.ProcessPendingMessages();
+  cFunkhaus.reset();
+  form1_.tmPlay.SetEnabled(false);
+  form1_.Timer2.SetEnabled(false);
+  cPlayer.reset();
+}
+
+}  // namespace app

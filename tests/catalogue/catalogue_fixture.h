@@ -1,0 +1,126 @@
+#pragma once
+// The catalogue over doubles of its surroundings: lists, store, views and editor of one window.
+// Not the whole window; that is what the journeys start.
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+
+#include "app/ini_procedures.h"
+#include "app/settings.h"
+#include "app/window_state.h"
+#include "catalogue/station_editor.h"
+#include "catalogue/station_icons.h"
+#include "catalogue/station_lists.h"
+#include "catalogue/station_row.h"
+#include "catalogue/station_store.h"
+#include "catalogue/station_views.h"
+#include "platform/icu/string_order.h"
+#include "platform/icu/text_conversion.h"
+#include "tests/support/fakes.h"
+#include "tests/support/memory_profile.h"
+
+namespace catalogue {
+
+using platform::Text;
+
+inline constexpr char16_t kStationFile[] = u"C:\\Cfg\\Funkhaus.ini";
+
+class CatalogueTest : public ::testing::Test {
+ protected:
+  CatalogueTest() {
+    settings.SettingsFolder = u"C:\\Cfg\\";
+    settings.StationFileName = u"Funkhaus.ini";
+    ExplorerListFilter.SetVisible(false);
+    StationLists::CreateColumns(SymbolListview);
+    StationLists::CreateColumns(ExplorerListFilter);
+    for (const char16_t* genre : {u"80er/90er", u"Pop & Hits", u"Electro,Black Music", u"Dance", u"Dance"}) {
+      Combo1.AddItem(genre);
+    }
+    Combo1.SetListIndex(0);
+    Frame2.SetCaption(u"Gespeicherte Radiostationen");
+  }
+
+  void AddStation(const Text& name, const Text& genre = u"", const Text& link = u"",
+                  const Text& favourite = u"", const Text& number = u"") {
+    profile.Set(kStationFile, name, u"Link", link);
+    profile.Set(kStationFile, name, u"Genre", genre);
+    profile.Set(kStationFile, name, u"Favorit", favourite);
+    profile.Set(kStationFile, name, u"M3uNr", number);
+  }
+
+  static std::vector<Text> Names(const controls::ListView& list) {
+    std::vector<Text> names;
+    for (const controls::ListRow& row : list.Rows()) names.push_back(row.cells[kName]);
+    return names;
+  }
+
+  static controls::RowId RowNamed(const controls::ListView& list, const Text& name) {
+    for (const controls::ListRow& row : list.Rows()) {
+      if (row.cells[kName] == name) return row.id;
+    }
+    return controls::RowId::kNone;
+  }
+
+  static controls::RowId AddRow(controls::ListView& list, const Text& name, const Text& genre = u"",
+                                const Text& link = u"", const Text& favourite = u"",
+                                const Text& number = u"") {
+    controls::ListRow row;
+    row.cells = {name, genre, link, favourite, u"", number};
+    return list.AddRow(row);
+  }
+
+  test_support::MemoryProfile profile;
+  test_support::MemoryFiles files;
+  test_support::FakeEnvironment environment;
+  test_support::FakeIcons icon_port;
+  test_support::FakeDialogs dialogs;
+  platform::icu::IcuTextConversion conversion;
+  platform::icu::IcuStringOrder order;
+
+  app::Settings settings;
+  app::WindowState state;
+  app::IniProcedures ini{settings, profile, files, environment};
+
+  controls::ListView SymbolListview;
+  controls::ListView ExplorerListFilter;
+  controls::CheckBox Check1, Check2, Check3;
+  controls::ComboBox Combo1;
+  controls::Frame Frame2;
+  controls::CommandButton CommandButton1, CommandButton2;
+  std::array<controls::TextBox, 2> TextBox1;
+  controls::UpDownTextBox UpDownTextBox1;
+  std::array<controls::CommandButton, 6> Command8;
+  controls::ListPair lists{SymbolListview, ExplorerListFilter};
+
+  int details_shown = 0;
+  int started = 0;
+  int recorder_launches = 0;
+  std::function<void()> new_station_dialog = [] {};
+
+  StationIcons icons{{icon_port, files, conversion, dialogs}, lists};
+  StationLists station_lists{lists, order, state, {[this] { ++details_shown; }, [this] { ++started; }}};
+  StationStore store{
+      {profile, conversion}, ini, settings, icons, state, lists, [this](controls::ListView& list) {
+        station_lists.SortAgain(list);
+      }};
+  StationViews views{{Check1, Check2, Check3, Combo1, Frame2, CommandButton1, CommandButton2, lists},
+                     store,
+                     station_lists,
+                     ini,
+                     state,
+                     dialogs};
+  StationEditor editor{
+      {TextBox1, Combo1, Check1, Check2, UpDownTextBox1, Command8, CommandButton1, CommandButton2, lists},
+      store,
+      icons,
+      ini,
+      profile,
+      settings,
+      state,
+      dialogs,
+      {[this] { ++recorder_launches; }, [this] { new_station_dialog(); }}};
+};
+
+}  // namespace catalogue

@@ -1,0 +1,177 @@
+#include "catalogue/station_lists.h"
+
+#include "tests/catalogue/catalogue_fixture.h"
+
+namespace catalogue {
+namespace {
+
+using StationListsTest = CatalogueTest;
+
+TEST_F(StationListsTest, ColumnsStandInTheirOrderWithTheirWidths) {
+  for (const controls::ListView* list : {&SymbolListview, &ExplorerListFilter}) {
+    std::vector<std::pair<Text, int>> columns;
+    for (const controls::ListColumn& column : list->Columns())
+      columns.emplace_back(column.caption, column.width);
+    EXPECT_EQ(columns, (std::vector<std::pair<Text, int>>{{u"Station", 300},
+                                                          {u"Genre", 120},
+                                                          {u"WebLink", 120},
+                                                          {u"Favorit", 120},
+                                                          {u"Titel", 200},
+                                                          {u"M3U Nr.", 120}}));
+  }
+}
+
+TEST_F(StationListsTest, NamesSortInNaturalOrder) {
+  for (const char16_t* name : {u"Radio 10", u"Radio 2", u"radio 1"}) AddRow(SymbolListview, name);
+  SymbolListview.ClickHeader(0);
+  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"radio 1", u"Radio 2", u"Radio 10"}));
+}
+
+TEST_F(StationListsTest, SecondClickOnAHeaderSortsDescendingAndAnotherColumnStartsAscending) {
+  AddRow(SymbolListview, u"B", u"Dance");
+  AddRow(SymbolListview, u"A", u"Rock");
+  SymbolListview.ClickHeader(1);
+  EXPECT_EQ(SymbolListview.GetSortDirection(), controls::SortDirection::kAscending);
+  SymbolListview.ClickHeader(1);
+  EXPECT_EQ(SymbolListview.SortColumn(), 1);
+  EXPECT_EQ(SymbolListview.GetSortDirection(), controls::SortDirection::kDescending);
+  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"A", u"B"}));
+  SymbolListview.ClickHeader(0);
+  EXPECT_EQ(SymbolListview.SortColumn(), 0);
+  EXPECT_EQ(SymbolListview.GetSortDirection(), controls::SortDirection::kAscending);
+  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"A", u"B"}));
+}
+
+TEST_F(StationListsTest, EachListHasItsOwnOrder) {
+  AddRow(SymbolListview, u"A");
+  AddRow(SymbolListview, u"B");
+  AddRow(ExplorerListFilter, u"B");
+  AddRow(ExplorerListFilter, u"A");
+  ExplorerListFilter.ClickHeader(0);
+  ExplorerListFilter.ClickHeader(0);
+  EXPECT_EQ(Names(ExplorerListFilter), (std::vector<Text>{u"B", u"A"}));
+  EXPECT_EQ(SymbolListview.SortColumn(), -1);
+}
+
+TEST_F(StationListsTest, ParentRowsSortFirstWhateverTheDirection) {
+  for (const char16_t* name : {u"B", u"..", u"A", u".."}) AddRow(SymbolListview, name);
+  SymbolListview.ClickHeader(0);
+  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"..", u"..", u"A", u"B"}));
+  SymbolListview.ClickHeader(0);
+  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"..", u"..", u"B", u"A"}));
+}
+
+TEST_F(StationListsTest, RowsThatCompareEqualKeepTheirOrder) {
+  AddRow(SymbolListview, u"B", u"Rock");
+  AddRow(SymbolListview, u"A", u"rock");
+  SymbolListview.ClickHeader(1);
+  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"B", u"A"}));
+}
+
+controls::ListRow RowOf(const Text& text) {
+  controls::ListRow row;
+  row.cells[0] = text;
+  return row;
+}
+
+class SortKindTest : public CatalogueTest {
+ protected:
+  std::int32_t Compare(SortKind kind, const Text& first, const Text& second) {
+    controls::ListView list;
+    list.AddColumn({u"x", 10, static_cast<int>(kind)});
+    return station_lists.CompareListItems2(list, RowOf(first), RowOf(second), 0);
+  }
+};
+
+TEST_F(SortKindTest, NumbersCompareByTheirValue) {
+  EXPECT_EQ(Compare(SortKind::kNumbers, u"9", u"10"), -1);
+  EXPECT_EQ(Compare(SortKind::kNumbers, u"1,50", u"1.5"), 0);
+  EXPECT_EQ(Compare(SortKind::kNumbers, u"3", u"-3"), 1);
+}
+
+TEST_F(SortKindTest, TextThatIsNoNumberCountsAsZero) {
+  EXPECT_EQ(Compare(SortKind::kNumbers, u"abc", u"0"), 0);
+  EXPECT_EQ(Compare(SortKind::kNumbers, u"abc", u"1"), -1);
+}
+
+TEST_F(SortKindTest, DatesCompareByTheirTime) {
+  EXPECT_EQ(Compare(SortKind::kDates, u"02.01.2024", u"10.01.2023"), 1);
+  EXPECT_EQ(Compare(SortKind::kDates, u"2024-02-29", u"01.03.2024"), -1);
+  EXPECT_EQ(Compare(SortKind::kDates, u"01.01.2024 10:00", u"2024-01-01 10:00:00"), 0);
+  EXPECT_EQ(Compare(SortKind::kDates, u"kein Datum", u"01.01.0001"), -1);
+}
+
+TEST_F(SortKindTest, AnyOtherKindComparesInNaturalOrder) {
+  EXPECT_LT(Compare(SortKind{7}, u"Radio 2", u"Radio 10"), 0);
+  EXPECT_LT(Compare(SortKind::kNatural, u"Äpfel", u"Zebra"), 0);
+  EXPECT_EQ(Compare(SortKind::kNatural, u"radio 2", u"RADIO 2"), 0);
+}
+
+TEST_F(StationListsTest, SaveListindexCountsFromOneAndKeepsItsMemoryWithoutASelection) {
+  AddRow(SymbolListview, u"A");
+  const auto second = AddRow(SymbolListview, u"B");
+  station_lists.SaveListindex();
+  EXPECT_EQ(station_lists.SavedListIndex(), 0U);
+  SymbolListview.Select(second);
+  station_lists.SaveListindex();
+  EXPECT_EQ(station_lists.SavedListIndex(), 2U);
+  SymbolListview.Select(controls::RowId::kNone);
+  station_lists.SaveListindex();
+  EXPECT_EQ(station_lists.SavedListIndex(), 2U);
+}
+
+TEST_F(StationListsTest, RestoringSelectsTheRememberedRowAndScrollsToIt) {
+  AddRow(SymbolListview, u"A");
+  const auto second = AddRow(SymbolListview, u"B");
+  SymbolListview.Select(second);
+  station_lists.SaveListindex();
+  SymbolListview.Select(controls::RowId::kNone);
+  controls::RowId scrolled{};
+  const auto subscription =
+      SymbolListview.ScrollWanted.Subscribe([&](controls::RowId row) { scrolled = row; });
+  station_lists.RestoreListindex();
+  EXPECT_EQ(SymbolListview.SelectedRow(), second);
+  EXPECT_EQ(scrolled, second);
+}
+
+TEST_F(StationListsTest, RestoringARowThatIsGoneDoesNothing) {
+  const auto only = AddRow(SymbolListview, u"A");
+  SymbolListview.Select(only);
+  station_lists.SaveListindex();
+  SymbolListview.Clear();
+  station_lists.RestoreListindex();
+  EXPECT_EQ(SymbolListview.SelectedRow(), controls::RowId::kNone);
+}
+
+TEST_F(StationListsTest, SelectionInEitherListShowsTheDetailsAndLosingItDoesNot) {
+  const auto row = AddRow(SymbolListview, u"A");
+  const auto filtered = AddRow(ExplorerListFilter, u"A");
+  SymbolListview.Select(row);
+  ExplorerListFilter.Select(filtered);
+  EXPECT_EQ(details_shown, 2);
+  SymbolListview.Clear();
+  EXPECT_EQ(details_shown, 2);
+}
+
+TEST_F(StationListsTest, DoubleClickInEitherListStartsPlaying) {
+  SymbolListview.DoubleClick(AddRow(SymbolListview, u"A"));
+  ExplorerListFilter.DoubleClick(AddRow(ExplorerListFilter, u"A"));
+  EXPECT_EQ(started, 2);
+}
+
+TEST_F(StationListsTest, SortingMakesTheDetailsDoubtful) {
+  SymbolListview.ClickHeader(0);
+  EXPECT_TRUE(state.reselect);
+}
+
+TEST_F(StationListsTest, SelectionStaysWithItsRowWhenTheListIsSorted) {
+  const auto b = AddRow(SymbolListview, u"B");
+  AddRow(SymbolListview, u"A");
+  SymbolListview.Select(b);
+  SymbolListview.ClickHeader(0);
+  EXPECT_EQ(SymbolListview.SelectedRow(), b);
+  EXPECT_EQ(SymbolListview.IndexOf(b), 1U);
+}
+
+}  // namespace
+}  // namespace catalogue

@@ -1,0 +1,166 @@
+#include "catalogue/station_store.h"
+
+#include "tests/catalogue/catalogue_fixture.h"
+
+namespace catalogue {
+namespace {
+
+using StationStoreTest = CatalogueTest;
+
+TEST_F(StationStoreTest, LoadsEveryStationWithAllItsFieldsIntoTheFullList) {
+  AddStation(u"Radio Beispiel", u"Pop & Hits", u"http://radio.example/live", u"1", u"3");
+  store.LoadStations(u"");
+  ASSERT_EQ(SymbolListview.Count(), 1U);
+  const controls::ListRow& row = SymbolListview.Rows()[0];
+  EXPECT_EQ(row.cells, (std::array<Text, 6>{u"Radio Beispiel", u"Pop & Hits", u"http://radio.example/live",
+                                            u"1", u"", u"3"}));
+  EXPECT_EQ(row.icon, -1);
+  EXPECT_EQ(ExplorerListFilter.Count(), 0U);
+}
+
+TEST_F(StationStoreTest, SectionNameRulesOverTheStationKey) {
+  AddStation(u"Name");
+  profile.Set(kStationFile, u"Name", u"Station", u"Anderer");
+  store.LoadStations(u"");
+  EXPECT_EQ(Names(SymbolListview), std::vector<Text>{u"Name"});
+}
+
+TEST_F(StationStoreTest, FileWithoutSectionsLeavesBothViewsEmptyAndShowsNothing) {
+  store.LoadStations(u"");
+  store.LoadStations(u"1");
+  EXPECT_EQ(SymbolListview.Count(), 0U);
+  EXPECT_EQ(ExplorerListFilter.Count(), 0U);
+  EXPECT_TRUE(dialogs.boxes.empty());
+}
+
+TEST_F(StationStoreTest, GenreIsComparedWithoutRegardToCase) {
+  AddStation(u"A", u"pop & hits");
+  AddStation(u"B", u"Rock");
+  AddStation(u"C", u"POP & HITS");
+  store.LoadStations(u"Pop & Hits");
+  EXPECT_EQ(Names(ExplorerListFilter), (std::vector<Text>{u"A", u"C"}));
+}
+
+TEST_F(StationStoreTest, GenreWithUmlautIsComparedWithoutRegardToCase) {
+  AddStation(u"A", u"Österreich");
+  store.LoadStations(u"öSTERREICH");
+  EXPECT_EQ(ExplorerListFilter.Count(), 1U);
+}
+
+TEST_F(StationStoreTest, OnlyTheMarkOneIsAFavourite) {
+  AddStation(u"A", u"", u"", u"1");
+  AddStation(u"B", u"", u"", u"0");
+  AddStation(u"C", u"", u"", u"ja");
+  AddStation(u"D");
+  store.LoadStations(u"1");
+  EXPECT_EQ(Names(ExplorerListFilter), std::vector<Text>{u"A"});
+}
+
+TEST_F(StationStoreTest, GenreNamedOneCanNeverBeFilteredFor) {
+  AddStation(u"A", u"1");
+  store.LoadStations(u"1");
+  EXPECT_EQ(ExplorerListFilter.Count(), 0U);
+}
+
+TEST_F(StationStoreTest, FilteredListIsEmptiedBeforeItIsFilled) {
+  AddStation(u"A", u"Rock");
+  AddRow(ExplorerListFilter, u"alt");
+  store.LoadStations(u"Rock");
+  EXPECT_EQ(Names(ExplorerListFilter), std::vector<Text>{u"A"});
+}
+
+TEST_F(StationStoreTest, NamesBeyondTheNameListAreSilentlyMissing) {
+  // 82 names of 99 characters and their NULs fill 8,200 characters: the last one is cut in its middle.
+  for (int index = 100; index < 182; ++index) {
+    AddStation(Text(96, u'x') + Text(1, char16_t(u'0' + index / 100)) +
+               Text(1, char16_t(u'0' + index / 10 % 10)) + Text(1, char16_t(u'0' + index % 10)));
+  }
+  store.LoadStations(u"");
+  EXPECT_EQ(profile.section_buffers, std::vector<std::size_t>{8192});
+  EXPECT_EQ(SymbolListview.Count(), 82U);
+  const Text last = SymbolListview.Rows().front().cells[kName];
+  EXPECT_EQ(last.size(), 90U) << "a name cut by the limit stands for itself only";
+}
+
+TEST_F(StationStoreTest, StationsThatFitTheNameListExactlyAreAllLoaded) {
+  for (int index = 0; index < 81; ++index) {
+    AddStation(Text(98, u'x') + Text(1, char16_t(u'0' + index % 10)) + Text(1, char16_t(u'a' + index / 10)));
+  }
+  ASSERT_EQ(81 * 101, 8181);
+  store.LoadStations(u"");
+  EXPECT_EQ(SymbolListview.Count(), 81U);
+}
+
+TEST_F(StationStoreTest, NameOutsideTheCodePageComesBackWithSubstitutesAndEmptyCells) {
+  AddStation(u"Радио", u"Rock", u"http://x");
+  store.LoadStations(u"");
+  ASSERT_EQ(SymbolListview.Count(), 1U);
+  EXPECT_EQ(SymbolListview.Rows()[0].cells[kName], u"?????");
+  EXPECT_EQ(SymbolListview.Rows()[0].cells[kLink], u"");
+}
+
+TEST_F(StationStoreTest, RowsCarryTheirStationsIcon) {
+  files.listing = {{u"Radio Beispiel.ICO", false, false}};
+  icons.LoadStationIcons(u"C:\\Prog\\RadioIco");
+  AddStation(u"radio beispiel");
+  AddStation(u"Ohne");
+  store.LoadStations(u"");
+  EXPECT_EQ(SymbolListview.Rows()[0].icon, -1);
+  EXPECT_EQ(SymbolListview.Rows()[1].icon, 0);
+}
+
+TEST_F(StationStoreTest, ReloadKeepsTheOrderThatTheUserChose) {
+  AddStation(u"A", u"Rock");
+  AddStation(u"B", u"Dance");
+  store.LoadStations(u"");
+  SymbolListview.ClickHeader(1);
+  SymbolListview.ClickHeader(1);
+  ASSERT_EQ(Names(SymbolListview), (std::vector<Text>{u"A", u"B"}));
+  AddStation(u"C", u"Schlager");
+  store.LoadStations(u"");
+  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"C", u"A", u"B"}));
+}
+
+TEST_F(StationStoreTest, ReloadEmptiesTheFullListFirst) {
+  AddStation(u"A");
+  store.LoadStations(u"");
+  store.LoadStations(u"");
+  EXPECT_EQ(Names(SymbolListview), std::vector<Text>{u"A"});
+}
+
+TEST_F(StationStoreTest, RowsThatTheFileDoesNotHoldYetStandAfterTheLoadedOnes) {
+  AddStation(u"Z");
+  store.LoadStations(u"");
+  AddRow(SymbolListview, u"A neu", u"Rock", u"http://neu");
+  store.LoadStations(u"");
+  store.LoadStations(u"");
+  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"Z", u"A neu"}));
+  EXPECT_EQ(SymbolListview.Rows()[1].cells[kLink], u"http://neu");
+}
+
+TEST_F(StationStoreTest, RowOfWhichTheFileHoldsSingleKeysStaysWhole) {
+  store.LoadStations(u"");
+  const auto row = AddRow(SymbolListview, u"Neu", u"Rock", u"http://neu");
+  SymbolListview.Select(row);
+  Check2.SetValue(controls::CheckValue::kChecked);
+  store.LoadStations(u"");
+  ASSERT_EQ(Names(SymbolListview), std::vector<Text>{u"Neu"});
+  EXPECT_EQ(SymbolListview.Rows()[0].cells[kLink], u"http://neu");
+  EXPECT_EQ(SymbolListview.Rows()[0].cells[kFavourite], u"1");
+}
+
+TEST_F(StationStoreTest, SavedRowsAreNotKeptBesideTheLoadedOnes) {
+  AddRow(SymbolListview, u"Neu");
+  editor.CommandButton1_Click();
+  store.LoadStations(u"");
+  EXPECT_EQ(Names(SymbolListview), std::vector<Text>{u"Neu"});
+}
+
+TEST_F(StationStoreTest, LoadingMakesTheDetailsDoubtful) {
+  state.reselect = false;
+  store.LoadStations(u"");
+  EXPECT_TRUE(state.reselect);
+}
+
+}  // namespace
+}  // namespace catalogue

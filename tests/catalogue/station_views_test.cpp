@@ -1,0 +1,161 @@
+#include "catalogue/station_views.h"
+
+#include "tests/catalogue/catalogue_fixture.h"
+
+namespace catalogue {
+namespace {
+
+using controls::CheckValue;
+
+class StationViewsTest : public CatalogueTest {
+ protected:
+  StationViewsTest() {
+    AddStation(u"A", u"Rock", u"http://a", u"1");
+    AddStation(u"B", u"80er/90er", u"http://b");
+    AddStation(u"C", u"Electro,Black Music", u"http://c");
+    AddStation(u"D", u"Dance", u"http://d", u"1");
+    store.LoadStations(u"");
+    profile.writes.clear();
+  }
+
+  void ExpectFullView() {
+    EXPECT_TRUE(SymbolListview.Visible());
+    EXPECT_FALSE(ExplorerListFilter.Visible());
+    EXPECT_TRUE(CommandButton1.Visible());
+    EXPECT_TRUE(CommandButton2.Visible());
+    EXPECT_EQ(Frame2.Caption(), u"Gespeicherte Radiostationen");
+  }
+  void ExpectFilteredView() {
+    EXPECT_FALSE(SymbolListview.Visible());
+    EXPECT_TRUE(ExplorerListFilter.Visible());
+    EXPECT_FALSE(CommandButton1.Visible());
+    EXPECT_FALSE(CommandButton2.Visible());
+  }
+};
+
+TEST_F(StationViewsTest, GenreViewShowsTheChosenGenreAndNamesIt) {
+  Check1.Click();
+  ExpectFilteredView();
+  EXPECT_EQ(Frame2.Caption(), u"Genre-Filter: 80er/90er");
+  EXPECT_EQ(Names(ExplorerListFilter), std::vector<Text>{u"B"});
+}
+
+TEST_F(StationViewsTest, FavouritesViewShowsTheFavourites) {
+  Check3.Click();
+  ExpectFilteredView();
+  EXPECT_EQ(Frame2.Caption(), u"Favoriten");
+  EXPECT_EQ(Names(ExplorerListFilter), (std::vector<Text>{u"A", u"D"}));
+}
+
+TEST_F(StationViewsTest, CheckingFavouritesUnchecksTheGenreViewAndBackAgain) {
+  Check1.Click();
+  Check3.Click();
+  EXPECT_FALSE(Check1.Checked());
+  EXPECT_EQ(Frame2.Caption(), u"Favoriten");
+  EXPECT_EQ(Names(ExplorerListFilter), (std::vector<Text>{u"A", u"D"}));
+  Check1.Click();
+  EXPECT_FALSE(Check3.Checked());
+  EXPECT_EQ(Frame2.Caption(), u"Genre-Filter: 80er/90er");
+  ExpectFilteredView();
+}
+
+TEST_F(StationViewsTest, UncheckingReturnsToTheFullListWithTheSelectedRowSelectedAgain) {
+  for (controls::CheckBox* box : {&Check1, &Check3}) {
+    SymbolListview.Select(RowNamed(SymbolListview, u"C"));
+    box->Click();
+    box->Click();
+    ExpectFullView();
+    EXPECT_EQ(SymbolListview.Cell(SymbolListview.SelectedRow(), kName), u"C");
+  }
+}
+
+TEST_F(StationViewsTest, ProgrammaticUncheckingDoesNotRunTheOtherBoxesBehaviour) {
+  Check1.Click();
+  int captions = 0;
+  const auto subscription = Frame2.Changed.Subscribe([&] { ++captions; });
+  Check3.Click();
+  EXPECT_EQ(captions, 1) << "only the favourites view names itself";
+}
+
+TEST_F(StationViewsTest, ClickInTheMiddleOfASwitchDoesNothing) {
+  bool clicked = false;
+  const auto subscription = Frame2.Changed.Subscribe([&] {
+    if (!std::exchange(clicked, true)) Check3.Click();
+  });
+  Check1.Click();
+  EXPECT_EQ(Frame2.Caption(), u"Genre-Filter: 80er/90er");
+  EXPECT_FALSE(Check3.Checked());
+}
+
+TEST_F(StationViewsTest, ChoosingAGenreReloadsTheGenreView) {
+  Check1.Click();
+  Combo1.SetListIndex(2);
+  EXPECT_EQ(Frame2.Caption(), u"Genre-Filter: Electro,Black Music");
+  EXPECT_EQ(Names(ExplorerListFilter), std::vector<Text>{u"C"});
+}
+
+TEST_F(StationViewsTest, ChoosingAGenreWithoutTheGenreViewChangesNothingElse) {
+  Combo1.SetListIndex(2);
+  ExpectFullView();
+  EXPECT_EQ(ExplorerListFilter.Count(), 0U);
+}
+
+TEST_F(StationViewsTest, BothEntriesOfAGenreListedTwiceFilterTheSameStations) {
+  Check1.Click();
+  Combo1.SetListIndex(3);
+  EXPECT_EQ(Names(ExplorerListFilter), std::vector<Text>{u"D"});
+  Combo1.SetListIndex(4);
+  EXPECT_EQ(Names(ExplorerListFilter), std::vector<Text>{u"D"});
+}
+
+TEST_F(StationViewsTest, GenreWithoutStationsGivesAnEmptyListWithoutAMessage) {
+  Check1.Click();
+  Combo1.SetListIndex(1);
+  EXPECT_EQ(ExplorerListFilter.Count(), 0U);
+  EXPECT_TRUE(dialogs.boxes.empty());
+}
+
+TEST_F(StationViewsTest, FavouriteMarkWithoutASelectionTellsSoAndChangesNothing) {
+  Check2.Click();
+  EXPECT_EQ(
+      dialogs.boxes,
+      (std::vector<test_support::FakeDialogs::Box>{{u"Bitte zuerst eine Radiostation markieren!", u"", 64}}));
+  EXPECT_TRUE(profile.writes.empty());
+}
+
+TEST_F(StationViewsTest, FavouriteMarkIsWrittenAtOnceAndIsNoUnsavedChange) {
+  const auto row = RowNamed(SymbolListview, u"B");
+  SymbolListview.Select(row);
+  Check2.Click();
+  EXPECT_EQ(SymbolListview.Cell(row, kFavourite), u"1");
+  EXPECT_EQ(profile.Get(kStationFile, u"B", u"Favorit"), u"1");
+  EXPECT_FALSE(settings.CatalogueChanged);
+}
+
+TEST_F(StationViewsTest, UnmarkingInTheFavouritesViewEmptiesTheCellAndKeepsTheRow) {
+  Check3.Click();
+  Check2.SetValue(CheckValue::kUnchecked);
+  state.filling_fields = true;
+  Check2.SetValue(CheckValue::kChecked);
+  state.filling_fields = false;
+  const auto row = RowNamed(ExplorerListFilter, u"A");
+  ExplorerListFilter.Select(row);
+  Check2.Click();
+  EXPECT_EQ(ExplorerListFilter.Cell(row, kFavourite), u"");
+  EXPECT_EQ(profile.Get(kStationFile, u"A", u"Favorit"), u"");
+  EXPECT_EQ(ExplorerListFilter.Count(), 2U);
+  Check3.Click();
+  Check3.Click();
+  EXPECT_EQ(Names(ExplorerListFilter), std::vector<Text>{u"D"});
+}
+
+TEST_F(StationViewsTest, FillingTheEditorWritesNoFavouriteMark) {
+  SymbolListview.Select(RowNamed(SymbolListview, u"B"));
+  state.filling_fields = true;
+  Check2.SetValue(CheckValue::kChecked);
+  state.filling_fields = false;
+  EXPECT_TRUE(profile.writes.empty());
+}
+
+}  // namespace
+}  // namespace catalogue

@@ -1,0 +1,186 @@
+#pragma once
+// Test doubles of the INI and file ports, in memory, that keep what was asked of them in order.
+// Not the INI format; tests of that use the real adapter and real files.
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/files.h"
+#include "platform/private_profile.h"
+
+namespace test_support {
+
+/// Every path is one file; sections and keys in the order in which they came, ASCII case folded.
+class MemoryProfile : public platform::PrivateProfile {
+ public:
+  using Text = platform::Text;
+  struct Write {
+    Text section;
+    std::optional<Text> key;
+    std::optional<Text> value;
+    Text path;
+    friend bool operator==(const Write&, const Write&) = default;
+  };
+  struct Section {
+    Text name;
+    std::vector<std::pair<Text, Text>> keys;
+  };
+
+  std::uint32_t GetPrivateProfileStringW(const Text& section, const Text& key, const Text& default_value,
+                                         std::span<char16_t> buffer, const Text& path) override {
+    reads.push_back(path);
+    const Text* value = Find(section, key, path);
+    const Text& result = value != nullptr ? *value : default_value;
+    const std::size_t count = std::min(result.size(), buffer.size() - 1);
+    std::copy_n(result.begin(), count, buffer.begin());
+    buffer[count] = u'\0';
+    return static_cast<std::uint32_t>(count);
+  }
+
+  bool WritePrivateProfileStringW(const Text& section, const std::optional<Text>& key,
+                                  const std::optional<Text>& value, const Text& path) override {
+    writes.push_back({section, key, value, path});
+    if (fail_writes) return false;
+    auto& sections = files[path];
+    const auto found = std::find_if(sections.begin(), sections.end(),
+                                    [&](const Section& entry) { return Fold(entry.name) == Fold(section); });
+    if (!key) {
+      if (found != sections.end()) sections.erase(found);
+      return true;
+    }
+    Section& target = found != sections.end() ? *found : sections.emplace_back(Section{section, {}});
+    const auto entry = std::find_if(target.keys.begin(), target.keys.end(),
+                                    [&](const auto& pair) { return Fold(pair.first) == Fold(*key); });
+    if (entry != target.keys.end()) {
+      entry->second = value.value_or(u"");
+    } else {
+      target.keys.emplace_back(*key, value.value_or(u""));
+    }
+    return true;
+  }
+
+  std::uint32_t GetPrivateProfileSectionNamesA(std::span<char> buffer, const Text& path) override {
+    section_buffers.push_back(buffer.size());
+    std::string names;
+    for (const Section& section : files[path]) {
+      for (const char16_t unit : section.name) names.push_back(unit < 256 ? static_cast<char>(unit) : '?');
+      names.push_back('\0');
+    }
+    const bool cut = names.size() + 1 > buffer.size();
+    const std::size_t count = cut ? buffer.size() - 2 : names.size();
+    std::copy_n(names.begin(), count, buffer.begin());
+    return static_cast<std::uint32_t>(count);
+  }
+
+  void BeginWriteGroup() override { ++open_groups; }
+  bool EndWriteGroup() override {
+    --open_groups;
+    ++ended_groups;
+    return !fail_writes;
+  }
+
+  /// Sets up a station or any other key without a trace in `writes`.
+  void Set(const Text& path, const Text& section, const Text& key, const Text& value) {
+    WritePrivateProfileStringW(section, key, value, path);
+    writes.clear();
+  }
+  /// The value of a key; nothing when it is absent.
+  std::optional<Text> Get(const Text& path, const Text& section, const Text& key) {
+    const Text* value = Find(section, key, path);
+    return value != nullptr ? std::optional<Text>(*value) : std::nullopt;
+  }
+  bool HasSection(const Text& path, const Text& section) {
+    const auto& sections = files[path];
+    return std::any_of(sections.begin(), sections.end(),
+                       [&](const Section& entry) { return Fold(entry.name) == Fold(section); });
+  }
+
+  std::map<Text, std::vector<Section>> files;
+  std::vector<Write> writes;
+  std::vector<Text> reads;
+  std::vector<std::size_t> section_buffers;
+  bool fail_writes = false;
+  int open_groups = 0;
+  int ended_groups = 0;
+
+ private:
+  static Text Fold(Text text) {
+    for (char16_t& unit : text) {
+      if (unit >= u'A' && unit <= u'Z') unit = static_cast<char16_t>(unit + 32);
+    }
+    return text;
+  }
+  const Text* Find(const Text& section, const Text& key, const Text& path) {
+    for (const Section& entry : files[path]) {
+      if (Fold(entry.name) != Fold(section)) continue;
+      for (const auto& [name, value] : entry.keys) {
+        if (Fold(name) == Fold(key)) return &value;
+      }
+      return nullptr;
+    }
+    return nullptr;
+  }
+};
+
+/// Files by path, folders by path without a trailing "\".
+class MemoryFiles : public platform::Files {
+ public:
+  using Text = platform::Text;
+
+  bool PathFileExistsW(const Text& path) override {
+    asked.push_back(path);
+    return files.contains(path) || folders.contains(Plain(path));
+  }
+  bool CreateDirectoryW(const Text& path) override {
+    created.push_back(path);
+    if (!folders_can_be_made) return false;
+    return folders.insert(Plain(path)).second;
+  }
+  platform::FindHandle FindFirstFileW(const Text& pattern, platform::FoundFile& found) override {
+    patterns.push_back(pattern);
+    next_ = 0;
+    if (listing.empty()) return platform::FindHandle::kNone;
+    found = listing[next_++];
+    ++open_searches;
+    return platform::FindHandle{1};
+  }
+  bool FindNextFileW(platform::FindHandle, platform::FoundFile& found) override {
+    if (next_ >= listing.size()) return false;
+    found = listing[next_++];
+    return true;
+  }
+  void FindClose(platform::FindHandle) override { --open_searches; }
+  std::optional<std::string> ReadWholeFile(const Text& path, std::size_t limit) override {
+    const auto file = files.find(path);
+    if (file == files.end() || file->second.size() > limit) return std::nullopt;
+    return file->second;
+  }
+  bool WriteWholeFile(const Text& path, const std::string& bytes) override {
+    if (!writable) return false;
+    files[path] = bytes;
+    return true;
+  }
+
+  std::map<Text, std::string> files;
+  std::set<Text> folders;
+  std::vector<platform::FoundFile> listing;
+  std::vector<Text> asked, created, patterns;
+  bool folders_can_be_made = true;
+  bool writable = true;
+  int open_searches = 0;
+
+ private:
+  static Text Plain(Text path) {
+    if (!path.empty() && path.back() == u'\\') path.pop_back();
+    return path;
+  }
+  std::size_t next_ = 0;
+};
+
+}  // namespace test_support

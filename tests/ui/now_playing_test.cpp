@@ -1,0 +1,280 @@
+#include "ui/now_playing.h"
+
+#include "tests/window/window_fixture.h"
+
+namespace app {
+namespace {
+
+using platform::MessageBoxAnswer;
+using test_support::ScriptedAnswer;
+
+/// A metadata block after eight bytes of sound.
+std::string StreamWith(const std::string& title) {
+  std::string block = "StreamTitle='" + title + "';";
+  block.resize((block.size() + 15) / 16 * 16, '\0');
+  return "AAAAAAAA" + std::string(1, static_cast<char>(block.size() / 16)) + block;
+}
+
+ScriptedAnswer StationPlaying(const std::string& title) {
+  ScriptedAnswer answer;
+  answer.raw_headers = u"ICY 200 OK\r\nicy-metaint:8\r\n\r\n";
+  answer.reads = {{true, StreamWith(title)}};
+  return answer;
+}
+
+class NowPlayingTest : public WindowTest {
+ protected:
+  NowPlayingTest() {
+    internet.answer.status = u"404";
+    requests.request.body = u"kein Verzeichnis";
+  }
+
+  void AddPlayingStation(const Text& name, const std::string& title) {
+    const Text host = name;
+    AddStation(name, u"http://" + host + u"/s");
+    internet.answers[u"http://" + host + u"/s"] = StationPlaying(title);
+    internet.answers[host + u":80/s"] = StationPlaying(title);
+  }
+  Text TitleOf(const Text& name) {
+    return Form().SymbolListview.Cell(RowNamed(Form().SymbolListview, name), catalogue::kTitle);
+  }
+  void RunAllTitles() { Form().Command3.Click(); }
+};
+
+TEST_F(NowPlayingTest, SelectedStationsTitleIsShown) {
+  AddPlayingStation(u"a", "Artist - Song");
+  Start();
+  Select(u"a");
+  EXPECT_EQ(Form().Label4.Caption(), u"Artist - Song");
+  EXPECT_TRUE(Form().Frame3.Visible());
+}
+
+TEST_F(NowPlayingTest, TitleInUtf8IsRepaired) {
+  AddPlayingStation(u"a", "K\xC3\xBCnstler - Lied");
+  Start();
+  Select(u"a");
+  EXPECT_EQ(Form().Label4.Caption(), u"Künstler - Lied");
+}
+
+TEST_F(NowPlayingTest, TitleInTheCodePageStaysAsItIs) {
+  AddPlayingStation(u"a", "K\xFCnstler - Lied");
+  Start();
+  Select(u"a");
+  EXPECT_EQ(Form().Label4.Caption(), u"Künstler - Lied");
+}
+
+TEST_F(NowPlayingTest, EverySingleByteComesThroughAsItsCharacterOfTheCodePage) {
+  Start();
+  for (int value = 1; value < 256; ++value) {
+    if (value == '\n' || value == ';' || value == '=' || value == '\'') continue;
+    const std::string bytes = "x" + std::string(1, static_cast<char>(value)) + "y";
+    const Text expected = conversion.MultiByteToWideChar(platform::CodePage::kAnsi, bytes);
+    AddPlayingStation(u"a", bytes);
+    window->Controls().SymbolListview.Clear();
+    controls::ListRow row;
+    row.cells = {u"a", u"", u"http://a/s", u"", u"", u""};
+    Form().SymbolListview.Select(Form().SymbolListview.AddRow(row));
+    EXPECT_EQ(Form().Label4.Caption(), expected) << value;
+  }
+}
+
+TEST_F(NowPlayingTest, Utf8FormsWithBytesThatTheCodePageLacksAreRepaired) {
+  // Á, Í and Ý carry the bytes 81, 8D and 9D, curly quotation marks 9D again, the dotless i and emoji more.
+  const std::string title = "\xC3\x81\xC3\x8D\xC3\x9D \xE2\x80\x9Cx\xE2\x80\x9D \xC4\xB1 \xF0\x9F\x98\x80";
+  AddPlayingStation(u"a", title);
+  Start();
+  Select(u"a");
+  EXPECT_EQ(Form().Label4.Caption(), u"ÁÍÝ “x” ı 😀");
+}
+
+TEST_F(NowPlayingTest, StationWithoutAnIntervalLeavesTheLabelAndThePanel) {
+  AddStation(u"a", u"http://a/s");
+  Start();
+  Select(u"a");
+  EXPECT_EQ(Form().Label4.Caption(), u"Titel:");
+  EXPECT_FALSE(Form().Frame3.Visible());
+}
+
+TEST_F(NowPlayingTest, StationWithoutATitleSaysSo) {
+  AddPlayingStation(u"a", "");
+  Start();
+  Select(u"a");
+  EXPECT_EQ(Form().Label4.Caption(), u"Keine Info!");
+  EXPECT_FALSE(Form().Frame3.Visible());
+}
+
+TEST_F(NowPlayingTest, TimeOutIsShownAsIfItWereATitle) {
+  AddPlayingStation(u"a", "x");
+  internet.answers[u"http://a/s"].reads.clear();
+  Start();
+  Select(u"a");
+  EXPECT_EQ(Form().Label4.Caption(), u"TimeOut");
+  EXPECT_TRUE(Form().Frame3.Visible());
+}
+
+TEST_F(NowPlayingTest, FailedHeaderQueryUsesTheIntervalOfTheStationBefore) {
+  AddPlayingStation(u"a", "Lied");
+  AddPlayingStation(u"b", "Anderes");
+  internet.answers[u"b:80/s"].status = u"500";
+  Start();
+  Select(u"a");
+  Select(u"b");
+  EXPECT_EQ(Form().Label4.Caption(), u"Anderes");
+}
+
+TEST_F(NowPlayingTest, TimerFetchesTheTitleAgain) {
+  AddPlayingStation(u"a", "Eins");
+  Start();
+  Select(u"a");
+  internet.answers[u"http://a/s"] = StationPlaying("Zwei");
+  Form().Timer2.SetEnabled(true);
+  Form().Timer2.Fire();
+  EXPECT_EQ(Form().Label4.Caption(), u"Zwei");
+}
+
+TEST_F(NowPlayingTest, SecondActionFetchesOnceAndSwitchesPolling) {
+  AddPlayingStation(u"a", "Eins");
+  Start();
+  Select(u"a");
+  internet.answers[u"http://a/s"] = StationPlaying("Zwei");
+  Form().Command3.ContextClick();
+  EXPECT_EQ(Form().Label4.Caption(), u"Zwei");
+  EXPECT_TRUE(Form().Timer2.Enabled());
+  Form().Command3.ContextClick();
+  EXPECT_FALSE(Form().Timer2.Enabled());
+  EXPECT_TRUE(dialogs.boxes.empty());
+}
+
+TEST_F(NowPlayingTest, SelectionDuringAFetchWinsAndNothingIsMixed) {
+  AddPlayingStation(u"a", "Titel A");
+  AddPlayingStation(u"b", "Titel B");
+  files.files[u"C:\\Programme\\Funkhaus\\RadioJPG\\a.jpg"] = "jpg";
+  Start();
+  bool selected = false;
+  internet.before_read = [&] {
+    if (!std::exchange(selected, true)) Select(u"b");
+  };
+  Select(u"a");
+  EXPECT_EQ(Form().Label4.Caption(), u"Titel B");
+  EXPECT_EQ(Form().TextBox1[0].GetText(), u"b");
+  EXPECT_EQ(window->State().current_stream_address, u"http://b/s");
+  EXPECT_FALSE(Form().Image1.Visible());
+}
+
+TEST_F(NowPlayingTest, RunWarnsFirstAndCancelEndsIt) {
+  AddPlayingStation(u"a", "Lied");
+  Start();
+  dialogs.answers = {MessageBoxAnswer::kCancel};
+  RunAllTitles();
+  ASSERT_EQ(dialogs.boxes.size(), 1U);
+  EXPECT_EQ(dialogs.boxes[0].text,
+            u"Die Funktion listet alle aktuellen Songtitel auf und ist sehr zeitintensiv. Abbruch durch "
+            u"ESC-Taste!");
+  EXPECT_EQ(dialogs.boxes[0].style, 65U);
+  EXPECT_EQ(TitleOf(u"a"), u"");
+}
+
+TEST_F(NowPlayingTest, RunWritesEveryRowsTitleAndTouchesNothingElse) {
+  AddPlayingStation(u"a", "Lied A");
+  AddPlayingStation(u"b", "");
+  AddPlayingStation(u"c", "K\xC3\xBCnstler");
+  AddStation(u"d", u"http://d/s");
+  Start();
+  // Without an answer of its own a station keeps the interval of the one before: the last row stands first.
+  Form().SymbolListview.ClickHeader(0);
+  RunAllTitles();
+  EXPECT_EQ(TitleOf(u"a"), u"Lied A");
+  EXPECT_EQ(TitleOf(u"b"), u"--");
+  EXPECT_EQ(TitleOf(u"c"), u"Künstler");
+  EXPECT_EQ(TitleOf(u"d"), u"") << "a station without an interval is passed over";
+  EXPECT_EQ(Form().Label4.Caption(), u"Titel:");
+  EXPECT_EQ(Form().SymbolListview.SelectedRow(), controls::RowId::kNone);
+}
+
+TEST_F(NowPlayingTest, RowSaysThatItIsBeingFetched) {
+  AddPlayingStation(u"a", "Lied");
+  Start();
+  Text meanwhile;
+  internet.before_read = [&] { meanwhile = TitleOf(u"a"); };
+  RunAllTitles();
+  EXPECT_EQ(meanwhile, u"Hole Info...");
+}
+
+TEST_F(NowPlayingTest, RunWorksOnTheFilteredListWhileItIsShown) {
+  AddPlayingStation(u"a", "Lied");
+  profile.Set(kStationFilePath, u"a", u"Favorit", u"1");
+  Start();
+  Form().Check3.Click();
+  RunAllTitles();
+  EXPECT_EQ(Form().ExplorerListFilter.Cell(RowNamed(Form().ExplorerListFilter, u"a"), catalogue::kTitle),
+            u"Lied");
+  EXPECT_EQ(TitleOf(u"a"), u"");
+}
+
+TEST_F(NowPlayingTest, EscapeAtTheStartEndsTheRunBeforeTheFirstRow) {
+  AddPlayingStation(u"a", "Lied");
+  Start();
+  message_loop.keys[platform::kVkEscape] = 1;
+  RunAllTitles();
+  EXPECT_EQ(TitleOf(u"a"), u"");
+  EXPECT_TRUE(internet.calls.empty());
+}
+
+TEST_F(NowPlayingTest, EscapeBetweenRowsKeepsWhatIsThere) {
+  AddPlayingStation(u"a", "Lied A");
+  AddPlayingStation(u"b", "Lied B");
+  Start();
+  internet.before_read = [this] { message_loop.keys[platform::kVkEscape] = -32768; };
+  RunAllTitles();
+  EXPECT_EQ(TitleOf(u"a"), u"Lied A");
+  EXPECT_EQ(TitleOf(u"b"), u"");
+}
+
+TEST_F(NowPlayingTest, EmptyListRunsOverNothing) {
+  Start();
+  RunAllTitles();
+  EXPECT_EQ(dialogs.boxes.size(), 1U);
+  EXPECT_TRUE(internet.calls.empty());
+}
+
+TEST_F(NowPlayingTest, RunCopesWithRowsThatAreSortedDeletedAndReplacedMeanwhile) {
+  AddPlayingStation(u"a", "Lied A");
+  AddPlayingStation(u"b", "Lied B");
+  AddPlayingStation(u"c", "Lied C");
+  Start();
+  bool done = false;
+  internet.before_read = [&] {
+    if (std::exchange(done, true)) return;
+    Form().SymbolListview.ClickHeader(0);
+    Form().SymbolListview.ClickHeader(0);
+    Form().SymbolListview.RemoveRow(RowNamed(Form().SymbolListview, u"b"));
+  };
+  RunAllTitles();
+  EXPECT_EQ(TitleOf(u"a"), u"Lied A");
+  EXPECT_EQ(TitleOf(u"c"), u"Lied C");
+  EXPECT_EQ(Form().SymbolListview.Count(), 2U);
+
+  internet.before_read = [&] { Form().SymbolListview.Clear(); };
+  RunAllTitles();
+  EXPECT_EQ(Form().SymbolListview.Count(), 0U);
+}
+
+TEST_F(NowPlayingTest, RunEndsWhenTheWindowCloses) {
+  AddPlayingStation(u"a", "Lied A");
+  AddPlayingStation(u"b", "Lied B");
+  Start();
+  internet.before_read = [this] { Form().form.Close(); };
+  RunAllTitles();
+  EXPECT_TRUE(Form().form.IsClosed());
+  EXPECT_EQ(TitleOf(u"a"), u"Hole Info...");
+  EXPECT_EQ(TitleOf(u"b"), u"");
+}
+
+TEST_F(NowPlayingTest, QueryEventDoesNothing) {
+  Start();
+  window->StreamClient()->QueryStream(true);
+  EXPECT_EQ(Form().Label4.Caption(), u"Titel:");
+}
+
+}  // namespace
+}  // namespace app

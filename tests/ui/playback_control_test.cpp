@@ -1,0 +1,350 @@
+#include "ui/playback_control.h"
+
+#include "tests/window/window_fixture.h"
+
+namespace app {
+namespace {
+
+using controls::CheckValue;
+using platform::kErrorFileNotFound;
+using platform::kMfEUnsupportedByteStreamType;
+using Box = test_support::FakeDialogs::Box;
+
+class PlaybackControlTest : public WindowTest {
+ protected:
+  PlaybackControlTest() {
+    AddStation(u"A", u"http://a/");
+    AddStation(u"B", u"http://b/");
+    // The stations send no titles, so that playing is all that happens.
+    internet.answer.status = u"404";
+    media.SetMetadata({{u"Title", u"Lied"}, {u"Genre", u"Rock"}});
+  }
+
+  void StartAndPlay() {
+    Start();
+    Select(u"A");
+    Form().Command1.Click();
+    media.play_state = player::kPlayStateRunning;
+    media.TakeCalls();
+  }
+
+  std::size_t CountCalls(const std::string& part) const {
+    std::size_t count = 0;
+    for (const std::string& call : media.Calls()) count += call.find(part) != std::string::npos ? 1U : 0U;
+    return count;
+  }
+};
+
+TEST_F(PlaybackControlTest, StartWithoutAStationOnlyTellsSo) {
+  Start();
+  Form().Command1.Click();
+  EXPECT_EQ(dialogs.boxes, (std::vector<Box>{{u"Bitte zuerst eine Radiostation markieren!", u"", 64}}));
+  EXPECT_FALSE(Form().tmPlay.Enabled() || Form().Timer1.Enabled() || Form().Timer2.Enabled());
+  EXPECT_EQ(CountCalls("CreateObjectFromURL"), 0U);
+}
+
+TEST_F(PlaybackControlTest, StartOpensTheCurrentAddressAndPlays) {
+  Start();
+  Select(u"A");
+  Form().Command1.Click();
+  EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://a/\""), 1U);
+  EXPECT_EQ(CountCalls(".Start("), 1U);
+  EXPECT_TRUE(Form().tmPlay.Enabled() && Form().Timer1.Enabled() && Form().Timer2.Enabled());
+  EXPECT_TRUE(Form().Frame3.Visible());
+  EXPECT_EQ(Form().Label3.Caption(), u"Title: Lied\r\nGenre: Rock\r\n");
+  EXPECT_EQ(Form().Label1.Caption(), u"Pos: 00:00:00 Dauer: 00:00:00");
+  EXPECT_TRUE(dialogs.boxes.empty());
+}
+
+TEST_F(PlaybackControlTest, DoubleClickStartsExactlyAsTheStartButtonDoes) {
+  Start();
+  Select(u"B");
+  Form().SymbolListview.DoubleClick(Form().SymbolListview.SelectedRow());
+  EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://b/\""), 1U);
+  EXPECT_EQ(CountCalls(".Start("), 1U);
+}
+
+TEST_F(PlaybackControlTest, ReportedFailureShowsThePlatformsTextAndLeavesPanelAndTimers) {
+  for (const std::int32_t code : {kErrorFileNotFound, kMfEUnsupportedByteStreamType}) {
+    dialogs.boxes.clear();
+    system_messages.messages[code] = u"Das ging nicht.\r\n";
+    media.open_result = code;
+    Start();
+    Select(u"A");
+    Form().Command1.Click();
+    EXPECT_EQ(dialogs.boxes, (std::vector<Box>{{u"Das ging nicht.\r\n", u"", 16}}));
+    EXPECT_FALSE(Form().Frame3.Visible());
+    EXPECT_FALSE(Form().tmPlay.Enabled() || Form().Timer1.Enabled());
+    EXPECT_TRUE(Form().Timer2.Enabled()) << "the title timer was started before";
+    media.open_result = platform::kSOk;
+  }
+}
+
+TEST_F(PlaybackControlTest, UnreportedFailureKeepsTheLastResultAndShowsThePanel) {
+  media.open_result = platform::kEFail;
+  Start();
+  Select(u"A");
+  Form().Command1.Click();
+  EXPECT_TRUE(dialogs.boxes.empty());
+  EXPECT_EQ(window->State().last_create_result, 0);
+  EXPECT_TRUE(Form().Frame3.Visible());
+  EXPECT_FALSE(Form().tmPlay.Enabled());
+}
+
+TEST_F(PlaybackControlTest, AfterAReportedFailureAnUnreportedOneShowsTheEarlierText) {
+  system_messages.messages[kErrorFileNotFound] = u"weg";
+  Start();
+  Select(u"A");
+  media.open_result = kErrorFileNotFound;
+  Form().Command1.Click();
+  media.open_result = platform::kEFail;
+  Form().Command1.Click();
+  EXPECT_EQ(BoxTexts(), (std::vector<Text>{u"weg", u"weg"}));
+}
+
+TEST_F(PlaybackControlTest, SliderAndMuteBoxTakeTheSessionsValuesAndWriteThemBack) {
+  media.volume = 0.25F;
+  media.mute = 1;
+  Start();
+  Select(u"A");
+  Form().Command1.Click();
+  EXPECT_EQ(Form().hscSavVolume.Value(), 25);
+  EXPECT_TRUE(Form().ckSavMute.Checked());
+  EXPECT_EQ(CountCalls("SetMasterVolume(0.25"), 1U);
+  EXPECT_EQ(CountCalls("SetMute(1)"), 1U);
+}
+
+TEST_F(PlaybackControlTest, WithoutServicesSliderAndBoxStayAndPlayingGoesOn) {
+  media.has_volume = false;
+  media.has_metadata = false;
+  Start();
+  Form().hscSavVolume.SetValue(40);
+  Select(u"A");
+  Form().Command1.Click();
+  EXPECT_EQ(Form().hscSavVolume.Value(), 40);
+  EXPECT_EQ(Form().Label3.Caption(), u"");
+  EXPECT_TRUE(Form().tmPlay.Enabled());
+}
+
+TEST_F(PlaybackControlTest, NamesThatCannotBeReadEndTheRoutineBeforePanelTimerAndSound) {
+  media.faults["IMFMetadata::GetAllPropertyNames"] = platform::kEFail;
+  Start();
+  Select(u"A");
+  Form().Command1.Click();
+  EXPECT_FALSE(Form().Frame3.Visible());
+  EXPECT_FALSE(Form().Timer1.Enabled());
+  EXPECT_EQ(CountCalls(".Start("), 0U);
+  EXPECT_TRUE(Form().Timer2.Enabled());
+}
+
+TEST_F(PlaybackControlTest, PictureStandsInTheLowerRightOfThePanel) {
+  files.files[u"C:\\Programme\\Funkhaus\\RadioJPG\\A.jpg"] = "jpg";
+  Start();
+  Select(u"A");
+  Form().Image1.SetVisible(false);
+  Form().Command1.Click();
+  EXPECT_TRUE(Form().Image1.Visible());
+  EXPECT_NE(Form().Image1.Picture(), 0U);
+  const controls::Place picture = Form().Image1.GetPlace();
+  const controls::Place panel = Form().Frame3.GetPlace();
+  EXPECT_EQ(picture.left, panel.width - picture.width);
+  EXPECT_EQ(picture.top, panel.height - picture.height - 30);
+}
+
+TEST_F(PlaybackControlTest, StationWithoutAPictureLeavesTheImageAsItWas) {
+  Start();
+  Select(u"A");
+  Form().Image1.SetVisible(true);
+  Form().Image1.SetPicture(99);
+  Form().Command1.Click();
+  EXPECT_TRUE(Form().Image1.Visible());
+  EXPECT_EQ(Form().Image1.Picture(), 99U);
+}
+
+TEST_F(PlaybackControlTest, StopEndsARunningPlayerAndClearsTheDisplay) {
+  StartAndPlay();
+  Form().Timer1.Fire();
+  Form().Command6.Click();
+  EXPECT_EQ(CountCalls(".Stop()"), 1U);
+  EXPECT_FALSE(Form().tmPlay.Enabled() || Form().Timer1.Enabled() || Form().Timer2.Enabled());
+  EXPECT_FALSE(Form().Frame3.Visible());
+  EXPECT_EQ(Form().Label3.Caption(), u"");
+  EXPECT_EQ(Form().Label1.Caption(), u"");
+  for (const auto& bar : Form().ProgressBar1) {
+    EXPECT_FALSE(bar.Visible());
+    EXPECT_EQ(bar.Value(), 0);
+  }
+}
+
+TEST_F(PlaybackControlTest, StopWhilePausedOnlyStopsTheTitleTimer) {
+  StartAndPlay();
+  media.play_state = player::kPlayStatePaused;
+  Form().Command6.Click();
+  EXPECT_EQ(CountCalls(".Stop()"), 0U);
+  EXPECT_FALSE(Form().Timer2.Enabled());
+  EXPECT_TRUE(Form().tmPlay.Enabled() && Form().Timer1.Enabled());
+  EXPECT_TRUE(Form().Frame3.Visible());
+  EXPECT_NE(Form().Label1.Caption(), u"");
+}
+
+TEST_F(PlaybackControlTest, StopInTheMiddleOfAStartEndsIt) {
+  Start();
+  Select(u"A");
+  message_loop.on_sleep = [this](std::uint32_t milliseconds) {
+    clock.seconds_since_midnight += milliseconds / 1000.0;
+    Form().Command6.Click();
+  };
+  Form().Command1.Click();
+  EXPECT_EQ(CountCalls(".Start("), 0U);
+  EXPECT_FALSE(Form().Timer2.Enabled());
+}
+
+TEST_F(PlaybackControlTest, ReadyEventStartsOnlyAStoppedOrUnknownPlayer) {
+  StartAndPlay();
+  for (const auto& [state, starts] : std::vector<std::pair<std::int32_t, std::size_t>>{
+           {player::kPlayStateRunning, 0}, {player::kPlayStatePaused, 0}, {player::kPlayStateStopped, 1}}) {
+    media.on_call = [this, state = state](const std::string& call) {
+      if (call.find(".GetState(") != std::string::npos) media.play_state = state;
+    };
+    const std::size_t before = CountCalls(".Start(");
+    Form().Command1.Click();
+    EXPECT_EQ(CountCalls(".Start(") - before, starts) << state;
+  }
+}
+
+TEST_F(PlaybackControlTest, PositionTimerShowsTheDurationOnlyWhenThereIsOne) {
+  StartAndPlay();
+  media.position = 610'000'000;
+  Form().tmPlay.Fire();
+  EXPECT_EQ(Form().Label1.Caption(), u"Pos: 00:01:01");
+  Form().Command6.Click();
+  media.duration = 36'000'000'000;
+  media.play_state = player::kPlayStateStopped;
+  Form().Command1.Click();
+  EXPECT_EQ(Form().Label1.Caption(), u"Pos: 00:01:01 Dauer: 01:00:00");
+  media.position = 620'000'000;
+  Form().tmPlay.Fire();
+  EXPECT_EQ(Form().Label1.Caption(), u"Pos: 00:01:02 Dauer: 01:00:00");
+}
+
+TEST_F(PlaybackControlTest, StereoShowsTwoBarsWithTheirOwnPeaksAndPumps) {
+  media.channel_peaks = {0.5F, 0.12345F};
+  StartAndPlay();
+  const int pumps = message_loop.pumps;
+  Form().Timer1.Fire();
+  EXPECT_TRUE(Form().ProgressBar1[0].Visible() && Form().ProgressBar1[1].Visible());
+  EXPECT_EQ(Form().ProgressBar1[0].Value(), 5000);
+  EXPECT_EQ(Form().ProgressBar1[1].Value(), 1234);
+  EXPECT_EQ(message_loop.pumps, pumps + 1);
+}
+
+TEST_F(PlaybackControlTest, MonoShowsOneBar) {
+  media.channel_peaks = {0.5F};
+  media.peak = 0.75F;
+  StartAndPlay();
+  Form().Timer1.Fire();
+  EXPECT_TRUE(Form().ProgressBar1[0].Visible());
+  EXPECT_FALSE(Form().ProgressBar1[1].Visible());
+  EXPECT_EQ(Form().ProgressBar1[0].Value(), 7500);
+}
+
+TEST_F(PlaybackControlTest, WithoutAMeterOneBarStandsAtRest) {
+  media.audio_sessions.clear();
+  StartAndPlay();
+  Form().Timer1.Fire();
+  EXPECT_TRUE(Form().ProgressBar1[0].Visible());
+  EXPECT_FALSE(Form().ProgressBar1[1].Visible());
+  EXPECT_EQ(Form().ProgressBar1[0].Value(), 0);
+}
+
+TEST_F(PlaybackControlTest, SliderSetsTheVolumeWhenItChangesAndWhileItIsDragged) {
+  StartAndPlay();
+  Form().hscSavVolume.SetValue(0);
+  Form().hscSavVolume.Scroll(50);
+  Form().hscSavVolume.SetValue(100);
+  EXPECT_EQ(CountCalls("SetMasterVolume(0.00"), 1U);
+  EXPECT_EQ(CountCalls("SetMasterVolume(0.5"), 1U);
+  EXPECT_GE(CountCalls("SetMasterVolume(1.0"), 1U);
+  EXPECT_EQ(Form().hscSavVolume.Maximum(), 100);
+}
+
+TEST_F(PlaybackControlTest, MuteBoxMutes) {
+  StartAndPlay();
+  Form().ckSavMute.Click();
+  Form().ckSavMute.Click();
+  EXPECT_EQ(CountCalls("SetMute(1)"), 1U);
+  EXPECT_GE(CountCalls("SetMute(0)"), 1U);
+}
+
+TEST_F(PlaybackControlTest, MixerAndDirectoryButtonsOpenThem) {
+  Start();
+  Form().Command7.Click();
+  Form().Command2.Click();
+  ASSERT_EQ(shell.launches.size(), 2U);
+  EXPECT_EQ(shell.launches[0].verb, u"open");
+  EXPECT_EQ(shell.launches[0].file, u"sndvol.exe");
+  EXPECT_EQ(shell.launches[0].parameters, u"");
+  EXPECT_EQ(shell.launches[0].show, 1);
+  EXPECT_EQ(shell.launches[1].verb, u"open");
+  EXPECT_TRUE(shell.launches[1].file.starts_with(u"https://"));
+}
+
+TEST_F(PlaybackControlTest, InformationPanelCanBeClosed) {
+  StartAndPlay();
+  Form().CmdInfoClose.Click();
+  EXPECT_FALSE(Form().Frame3.Visible());
+}
+
+TEST_F(PlaybackControlTest, DoubtfulDetailsAreWorkedOutAgainBeforeTheStart) {
+  StartAndPlay();
+  Form().TextBox1[1].SetText(u"http://neu/");
+  Form().Command8[2].Click();
+  ASSERT_TRUE(window->State().reselect);
+  Form().Command1.Click();
+  EXPECT_EQ(CountCalls(".Stop()"), 2U) << "stopped before the new start, and by the opening";
+  EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://neu/\""), 1U);
+  EXPECT_FALSE(window->State().reselect);
+}
+
+TEST_F(PlaybackControlTest, KnownDetailsAreNotFetchedTwice) {
+  Start();
+  Select(u"A");
+  const std::size_t requests_before = requests.calls.size();
+  Form().Command1.Click();
+  EXPECT_EQ(requests.calls.size(), requests_before);
+}
+
+TEST_F(PlaybackControlTest, StartInTheMiddleOfASelectionPlaysTheSelectedStation) {
+  Start();
+  Select(u"A");
+  requests.request.states = {1, 4};
+  bool started = false;
+  message_loop.on_pump = [&] {
+    if (!std::exchange(started, true)) Form().Command1.Click();
+  };
+  Select(u"B");
+  EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://b/\""), 1U);
+  EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://a/\""), 0U);
+}
+
+TEST_F(PlaybackControlTest, DoubtfulDetailsOfTheFilteredListAreThoseOfItsSelectedRow) {
+  Start();
+  Select(u"A");
+  Form().Check1.Click();
+  Form().Combo1.SetListIndex(2);
+  SelectIn(Form().ExplorerListFilter, u"B");
+  Form().ExplorerListFilter.ClickHeader(0);
+  ASSERT_TRUE(window->State().reselect);
+  Form().Command1.Click();
+  EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://b/\""), 1U);
+}
+
+TEST_F(PlaybackControlTest, RecordedTitleStandsInTheWindowsCaption) {
+  Start();
+  EXPECT_EQ(Form().form.Caption(), u"Funkhausplayer");
+  window->StreamClient()->RecStreamCurrentPlaying(u"Lied", u"", u"");
+  EXPECT_EQ(Form().form.Caption(), u"Playing: Lied");
+}
+
+}  // namespace
+}  // namespace app

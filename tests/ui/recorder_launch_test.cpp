@@ -1,0 +1,71 @@
+#include "ui/recorder_launch.h"
+
+#include "tests/window/window_fixture.h"
+
+namespace app {
+namespace {
+
+using Box = test_support::FakeDialogs::Box;
+
+class RecorderLaunchTest : public WindowTest {
+ protected:
+  RecorderLaunchTest() { internet.answer.status = u"404"; }
+};
+
+TEST_F(RecorderLaunchTest, StartsTheToolOfTheProgramFolderWithTheLinkAsItStands) {
+  AddStation(u"A", u"http://a/x y");
+  Start();
+  Select(u"A");
+  Form().Command8[5].Click();
+  ASSERT_EQ(shell.launches.size(), 1U);
+  EXPECT_EQ(shell.launches[0].owner, 1U);
+  EXPECT_EQ(shell.launches[0].verb, u"");
+  EXPECT_EQ(shell.launches[0].file, u"C:\\Programme\\Funkhaus\\OZRecordFunkhaus.exe");
+  EXPECT_EQ(shell.launches[0].parameters, u"http://a/x y");
+  EXPECT_EQ(shell.launches[0].folder, u"");
+  EXPECT_EQ(shell.launches[0].show, 1);
+  EXPECT_TRUE(dialogs.boxes.empty());
+}
+
+TEST_F(RecorderLaunchTest, ProgramFolderThatEndsInASeparatorGetsNoSecondOne) {
+  environment.program_folder = u"C:\\";
+  Start();
+  Form().Command8[5].Click();
+  EXPECT_EQ(shell.launches[0].file, u"C:\\OZRecordFunkhaus.exe");
+}
+
+TEST_F(RecorderLaunchTest, WithoutASelectionItTellsSoAndStartsAllTheSame) {
+  AddStation(u"A", u"http://a/");
+  Start();
+  Form().Command8[5].Click();
+  EXPECT_EQ(dialogs.boxes, (std::vector<Box>{{u"Bitte Eintrag markieren oder neu erstellen!", u"", 48}}));
+  ASSERT_EQ(shell.launches.size(), 1U);
+  EXPECT_EQ(shell.launches[0].parameters, u"");
+}
+
+TEST_F(RecorderLaunchTest, NumberFieldGoesIntoTheRowOnly) {
+  AddStation(u"A", u"http://a/liste.m3u");
+  Start();
+  Select(u"A");
+  Form().UpDownTextBox1.SetText(u"7");
+  profile.writes.clear();
+  Form().Command8[5].Click();
+  EXPECT_EQ(Form().SymbolListview.Rows()[0].cells[catalogue::kM3uNumber], u"7");
+  EXPECT_TRUE(profile.writes.empty());
+  EXPECT_FALSE(window->GetSettings().CatalogueChanged);
+}
+
+TEST_F(RecorderLaunchTest, ActsOnTheFilteredListWhileItIsShown) {
+  AddStation(u"A", u"http://a/", u"Rock", u"1");
+  Start();
+  Select(u"A");
+  Form().Check3.Click();
+  Form().Command8[5].Click();
+  EXPECT_EQ(shell.launches[0].parameters, u"") << "the filtered list has no selected row";
+  SelectIn(Form().ExplorerListFilter, u"A");
+  Form().Command8[5].Click();
+  EXPECT_EQ(shell.launches[1].parameters, u"http://a/");
+}
+
+}  // namespace
+}  // namespace app

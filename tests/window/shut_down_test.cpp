@@ -1,0 +1,166 @@
+#include "tests/window/window_fixture.h"
+
+namespace app {
+namespace {
+
+using controls::CheckValue;
+using platform::MessageBoxAnswer;
+
+class ShutDownTest : public WindowTest {
+ protected:
+  std::optional<Text> WrittenView() { return profile.Get(kOptIniPath, u"Pfad3", u"FunkhausFavorit"); }
+
+  /// Adds a station through the dialog and answers the question after it with No.
+  void AddUnsavedStation() {
+    on_new_station = [](catalogue::Form2& form) {
+      form.TextBox1[0].SetText(u"Neu");
+      form.CommandButton1.Click();
+    };
+    dialogs.answers = {MessageBoxAnswer::kNo};
+    Form().CommandButton2.Click();
+    dialogs.boxes.clear();
+  }
+};
+
+TEST_F(ShutDownTest, WithoutChangesNothingIsAsked) {
+  Start();
+  Form().form.Close();
+  EXPECT_TRUE(dialogs.boxes.empty());
+  EXPECT_TRUE(Form().form.IsClosed());
+}
+
+TEST_F(ShutDownTest, ViewIsWrittenBack) {
+  Start();
+  Form().form.Close();
+  EXPECT_EQ(WrittenView(), u"0");
+
+  Start();
+  Form().Check1.Click();
+  Form().form.Close();
+  EXPECT_EQ(WrittenView(), u"2");
+
+  profile.Set(kOptIniPath, u"Pfad3", u"FunkhausFavorit", u"0");
+  Start();
+  Form().Check3.Click();
+  Form().form.Close();
+  EXPECT_EQ(WrittenView(), u"1");
+}
+
+TEST_F(ShutDownTest, FavouritesWinWhenBothBoxesAreChecked) {
+  Start();
+  // Both boxes can be checked only while a switch is under way.
+  const auto both = Form().Frame2.Changed.Subscribe([this] {
+    if (Form().Frame2.Caption() != u"Favoriten") return;
+    Form().Check1.SetValue(CheckValue::kChecked);
+    Form().form.Close();
+  });
+  Form().Check3.Click();
+  EXPECT_EQ(WrittenView(), u"1");
+}
+
+TEST_F(ShutDownTest, YesSavesOnceAndIsNotAskedAgain) {
+  Start();
+  AddUnsavedStation();
+  dialogs.answers = {MessageBoxAnswer::kYes};
+  Form().form.Close();
+  EXPECT_EQ(BoxTexts(),
+            (std::vector<Text>{u"Sollen die Änderungen gespeichert werden?", u"Änderungen gespeichert!"}));
+  EXPECT_EQ(dialogs.boxes[0].style, 36U);
+  EXPECT_TRUE(profile.HasSection(kStationFilePath, u"Neu"));
+  EXPECT_EQ(WrittenView(), u"0");
+}
+
+TEST_F(ShutDownTest, NoSavesNothingAndTheViewIsWrittenAllTheSame) {
+  Start();
+  AddUnsavedStation();
+  dialogs.answers = {MessageBoxAnswer::kNo};
+  Form().form.Close();
+  EXPECT_EQ(dialogs.boxes.size(), 1U);
+  EXPECT_FALSE(profile.HasSection(kStationFilePath, u"Neu"));
+  EXPECT_EQ(WrittenView(), u"0");
+  EXPECT_TRUE(Form().form.IsClosed());
+}
+
+TEST_F(ShutDownTest, PeakTimerStopsBeforeTheQuestionAndTheOthersWhenUnloading) {
+  Start();
+  AddUnsavedStation();
+  for (controls::Timer* timer : {&Form().tmPlay, &Form().Timer1, &Form().Timer2}) timer->SetEnabled(true);
+  dialogs.on_box = [this] {
+    EXPECT_FALSE(Form().Timer1.Enabled());
+    EXPECT_TRUE(Form().tmPlay.Enabled());
+  };
+  dialogs.answers = {MessageBoxAnswer::kNo};
+  Form().form.Close();
+  EXPECT_FALSE(Form().tmPlay.Enabled() || Form().Timer1.Enabled() || Form().Timer2.Enabled());
+}
+
+TEST_F(ShutDownTest, PendingMessagesRunOnceBeforeThePlayerIsReleased) {
+  Start();
+  const int before = message_loop.pumps;
+  bool framework_was_up = false;
+  message_loop.on_pump = [&] {
+    framework_was_up = std::count(media.Calls().begin(), media.Calls().end(), "MFShutdown()") == 0;
+  };
+  Form().form.Close();
+  EXPECT_EQ(message_loop.pumps, before + 1);
+  EXPECT_TRUE(framework_was_up);
+  EXPECT_EQ(media.Calls().back(), "MFShutdown()");
+  EXPECT_TRUE(media.LiveHandles().empty());
+}
+
+TEST_F(ShutDownTest, ClosingWhileTheWindowClosesDoesNothingMore) {
+  Start();
+  message_loop.on_pump = [this] { Form().form.Close(); };
+  int closed = 0;
+  const auto subscription = Form().form.Closed.Subscribe([&] { ++closed; });
+  Form().form.Close();
+  EXPECT_EQ(closed, 1);
+}
+
+TEST_F(ShutDownTest, ImageListIsDestroyedAtTheEnd) {
+  Start();
+  Form().form.Close();
+  EXPECT_EQ(icons.destroyed_lists, 0);
+  window.reset();
+  EXPECT_EQ(icons.destroyed_lists, 1);
+}
+
+TEST_F(ShutDownTest, ClosingInsideATitleFetchEndsItAndTouchesNothingMore) {
+  AddStation(u"A", u"http://a/");
+  internet.answer.raw_headers = u"HTTP/1.1 200 OK\r\nicy-metaint:8\r\n\r\n";
+  Start();
+  const Text title_before = Form().Label4.Caption();
+  internet.before_read = [this] { Form().form.Close(); };
+  Select(u"A");
+  EXPECT_TRUE(Form().form.IsClosed());
+  EXPECT_EQ(internet.OpenHandles(), 0U);
+  EXPECT_EQ(Form().Label4.Caption(), title_before);
+}
+
+TEST_F(ShutDownTest, ClosingInsideThePlaylistFetchEndsIt) {
+  AddStation(u"A", u"http://a/");
+  Start();
+  requests.request.states = {1};
+  message_loop.on_pump = [this] { Form().form.Close(); };
+  Select(u"A");
+  EXPECT_TRUE(Form().form.IsClosed());
+  EXPECT_EQ(requests.live_objects, 0);
+  EXPECT_EQ(window->State().current_stream_address, u"");
+}
+
+TEST_F(ShutDownTest, ClosingInsideTheWaitForThePlayersServicesStartsNothing) {
+  AddStation(u"A", u"http://a/");
+  Start();
+  Select(u"A");
+  message_loop.on_sleep = [this](std::uint32_t) { Form().form.Close(); };
+  Form().Command1.Click();
+  EXPECT_TRUE(Form().form.IsClosed());
+  EXPECT_FALSE(Form().Timer1.Enabled());
+  EXPECT_FALSE(Form().tmPlay.Enabled());
+  window.reset();
+  EXPECT_TRUE(media.LiveHandles().empty());
+  EXPECT_TRUE(media.Misuses().empty());
+}
+
+}  // namespace
+}  // namespace app

@@ -1,0 +1,135 @@
+#include "tests/window/window_fixture.h"
+
+namespace app {
+namespace {
+
+using StartUpTest = WindowTest;
+
+TEST_F(StartUpTest, SettingsFolderIsKnownBeforeLoading) {
+  Construct();
+  EXPECT_EQ(window->GetSettings().SettingsFolder, u"C:\\Daten\\Ordnerzentrale\\");
+  EXPECT_EQ(window->GetSettings().StationFileName, u"Funkhaus.ini");
+  EXPECT_EQ(Form().Combo1.Items().size(), 0U);
+}
+
+TEST_F(StartUpTest, GenresFillTheChoiceInOrderAndTheFirstIsChosen) {
+  Start();
+  ASSERT_EQ(Form().Combo1.Items().size(), 17U);
+  EXPECT_EQ(Form().Combo1.Items()[7], u"Electro,Black Music");
+  EXPECT_EQ(std::count(Form().Combo1.Items().begin(), Form().Combo1.Items().end(), u"Dance"), 2);
+  EXPECT_EQ(Form().Combo1.ListIndex(), 0);
+}
+
+TEST_F(StartUpTest, BothListsGetTheirSixColumnsOnce) {
+  Start();
+  EXPECT_EQ(Form().SymbolListview.Columns().size(), 6U);
+  EXPECT_EQ(Form().ExplorerListFilter.Columns().size(), 6U);
+}
+
+TEST_F(StartUpTest, IconsComeFromTheFolderBesideTheProgramBeforeTheStations) {
+  files.listing = {{u"A.ico", false, false}};
+  AddStation(u"A", u"http://a/");
+  Start();
+  EXPECT_EQ(files.patterns, (std::vector<Text>{u"C:\\Programme\\Funkhaus\\RadioIco\\*.*"}));
+  EXPECT_EQ(Form().SymbolListview.Rows()[0].icon, 0);
+}
+
+TEST_F(StartUpTest, WholeCatalogueIsLoaded) {
+  AddStation(u"B", u"http://b/");
+  AddStation(u"A", u"http://a/");
+  Start();
+  EXPECT_EQ(Names(Form().SymbolListview), (std::vector<Text>{u"A", u"B"}));
+  EXPECT_TRUE(Form().SymbolListview.Visible());
+  EXPECT_EQ(Form().Frame2.Caption(), u"Gespeicherte Radiostationen");
+}
+
+TEST_F(StartUpTest, TimersAreOffWithTheirIntervals) {
+  Start();
+  EXPECT_EQ(Form().tmPlay.Interval(), 500);
+  EXPECT_EQ(Form().Timer1.Interval(), 20);
+  EXPECT_EQ(Form().Timer2.Interval(), 5000);
+  EXPECT_FALSE(Form().tmPlay.Enabled() || Form().Timer1.Enabled() || Form().Timer2.Enabled());
+}
+
+TEST_F(StartUpTest, PlayerStartsTheFramework) {
+  Start();
+  ASSERT_FALSE(media.Calls().empty());
+  EXPECT_EQ(media.Calls()[0], "MFStartup(1, 0)");
+}
+
+TEST_F(StartUpTest, ViewOneRestoresTheFavourites) {
+  AddStation(u"A", u"http://a/", u"Rock", u"1");
+  AddStation(u"B", u"http://b/");
+  profile.Set(kOptIniPath, u"Pfad3", u"FunkhausFavorit", u"1");
+  Start();
+  EXPECT_TRUE(Form().Check3.Checked());
+  EXPECT_FALSE(Form().Check1.Checked());
+  EXPECT_EQ(Form().Frame2.Caption(), u"Favoriten");
+  EXPECT_EQ(Names(Form().ExplorerListFilter), std::vector<Text>{u"A"});
+}
+
+TEST_F(StartUpTest, ViewTwoRestoresTheGenreViewWithTheFirstGenre) {
+  AddStation(u"A", u"http://a/", u"80er/90er");
+  AddStation(u"B", u"http://b/");
+  profile.Set(kOptIniPath, u"Pfad3", u"FunkhausFavorit", u"2");
+  Start();
+  EXPECT_TRUE(Form().Check1.Checked());
+  EXPECT_EQ(Form().Frame2.Caption(), u"Genre-Filter: 80er/90er");
+  EXPECT_EQ(Names(Form().ExplorerListFilter), std::vector<Text>{u"A"});
+}
+
+TEST_F(StartUpTest, AnyOtherViewShowsAllStations) {
+  for (const char16_t* view : {u"3", u"0", u"", u"11"}) {
+    profile.Set(kOptIniPath, u"Pfad3", u"FunkhausFavorit", view);
+    Start();
+    EXPECT_FALSE(Form().Check1.Checked() || Form().Check3.Checked());
+    EXPECT_TRUE(Form().SymbolListview.Visible());
+  }
+}
+
+TEST_F(StartUpTest, NothingIsToldAndNothingWrittenWhenEverythingIsMissing) {
+  files.folders.clear();
+  files.files.clear();
+  Start();
+  EXPECT_TRUE(dialogs.boxes.empty());
+  EXPECT_TRUE(profile.writes.empty());
+  EXPECT_EQ(Form().SymbolListview.Count(), 0U);
+}
+
+TEST_F(StartUpTest, LoadingGoesOnWhenTheMediaFrameworkDoesNotStart) {
+  media.faults["MFStartup"] = platform::kEFail;
+  profile.Set(kOptIniPath, u"Pfad3", u"FunkhausFavorit", u"1");
+  Start();
+  EXPECT_TRUE(Form().Check3.Checked());
+}
+
+TEST_F(StartUpTest, LanguageFileThatIsMissingLeavesTheGermanTexts) {
+  profile.Set(kOptIniPath, u"Pfad1", u"Languages", u"Klingon");
+  Start();
+  EXPECT_EQ(window->GetSettings().LanguageName, u"default");
+  EXPECT_EQ(Form().CommandButton1.Caption(), u"Liste speichern");
+}
+
+TEST_F(StartUpTest, LanguageFileTranslatesColumnsAndControls) {
+  const Text file = u"C:\\Programme\\Funkhaus\\Languages\\English.lng";
+  files.files[file] = "";
+  profile.Set(kOptIniPath, u"Pfad1", u"Languages", u"English");
+  profile.Set(file, u"Common", u"Funkhausplayer", u"Radio House");
+  profile.Set(file, u"Common", u"WebLink", u"Link");
+  profile.Set(file, u"Common", u"Liste speichern", u"Save list");
+  profile.Set(file, u"Common", u"Gespeicherte Radiostationen", u"Saved radio stations");
+  profile.Set(file, u"Common", u"80er/90er", u"80s/90s");
+  profile.Set(file, u"Common", u"Sender suchen", u"");
+  Start();
+  EXPECT_EQ(Form().form.Caption(), u"Radio House");
+  EXPECT_EQ(Form().SymbolListview.Columns()[2].caption, u"Link");
+  EXPECT_EQ(Form().ExplorerListFilter.Columns()[2].caption, u"Link");
+  EXPECT_EQ(Form().CommandButton1.Caption(), u"Save list");
+  EXPECT_EQ(Form().Frame2.Caption(), u"Saved radio stations");
+  EXPECT_EQ(Form().Combo1.GetText(), u"80s/90s");
+  EXPECT_EQ(Form().Command2.Caption(), u"Sender suchen") << "an empty translation is none";
+  EXPECT_EQ(Form().Command1.Caption(), u"Start") << "a missing key keeps the German text";
+}
+
+}  // namespace
+}  // namespace app
