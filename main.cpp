@@ -1,3 +1,5 @@
-// The Linux program: makes the platform, makes the main window, runs.
+// The Linux program's entry.
 
-int main() { return 0; }
+#include "program.h"
+
+int main(int argc, char** argv) { return Program(argc, argv).Run(); }

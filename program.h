@@ -1,0 +1,33 @@
+#pragma once
+// The program on Linux: makes the platform's adapters and the main window over them, and runs it.
+// Not for the program's behaviour; that is the main window's.
+
+#include <memory>
+
+namespace app {
+class MainWindow;
+}
+namespace platform::qt {
+class MainWindow;
+}
+
+/// One per process. Order: construct, Run.
+class Program {
+ public:
+  /// `argc` and `argv` belong to the toolkit; the program itself has no options. They outlive the object.
+  Program(int& argc, char** argv);
+  ~Program();
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+
+  /// Loads the catalogue, shows the window and returns the exit code when it has been closed.
+  int Run();
+
+  [[nodiscard]] app::MainWindow& Logic();
+  /// The window on the screen; made by the constructor, shown by Run.
+  [[nodiscard]] platform::qt::MainWindow& Window();
+
+ private:
+  struct Parts;
+  std::unique_ptr<Parts> parts_;
+};
