@@ -196,11 +196,12 @@ TEST_F(PrivateProfileReading, AFileWithTheMarkEfbbbfIsUtf8) {
 }
 
 TEST_F(PrivateProfileReading, NulBytesDoNoHarm) {
-  Given(std::string("[a]\r\nk=x\0y\r\n\0\0\r\nl=2\r\n[n\0m]\r\n", 31));
-  EXPECT_EQ(Read(u"a", u"k"), Text(u"x\0y", 3));
+  using namespace std::string_literals;
+  Given("[a]\r\nk=x\0y\r\n\0\0\r\nl=2\r\n[n\0m]\r\n"s);
+  EXPECT_EQ(Read(u"a", u"k"), u"x\0y"s);
   EXPECT_EQ(Read(u"a", u"l"), u"2");
   EXPECT_EQ(Names(), "a|n?m|");
-  EXPECT_EQ(Read(Text(u"a\0b", 3), Text(u"l\0", 2)), u"2");
+  EXPECT_EQ(Read(u"a\0b"s, u"l\0"s), u"2");
 }
 
 TEST_F(PrivateProfileReading, LinesOfAMegabyteDoNoHarm) {
