@@ -1,5 +1,6 @@
 #include "platform/qt/message_loop.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QEventLoop>
@@ -35,6 +36,9 @@ void QtMessageLoop::ProcessPaintMessages() {
   const bool outer = std::exchange(painting_only_, true);
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
   painting_only_ = outer;
+  // Input that was left in the queue does not wake the loop by itself: without this it would wait there
+  // until the display sends something else.
+  if (QAbstractEventDispatcher* dispatcher = QAbstractEventDispatcher::instance()) dispatcher->wakeUp();
 }
 
 void QtMessageLoop::Sleep(std::uint32_t milliseconds) { QThread::msleep(milliseconds); }
