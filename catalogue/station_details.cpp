@@ -38,6 +38,8 @@ void StationDetails::ShowStationDetails() {
   const Text name = list.Cell(row, kName);
   const Text link = list.Cell(row, kLink);
   state_.current_station_name = name;
+  // Until a playlist says otherwise; a Start that comes meanwhile works it out again.
+  state_.current_stream_address = link;
 
   const bool is_playlist_file = IsPlaylistFileName(link);
   if (!is_playlist_file) parts_.UpDownTextBox1.SetText(u"0");

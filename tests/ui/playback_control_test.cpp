@@ -327,6 +327,18 @@ TEST_F(PlaybackControlTest, StartInTheMiddleOfASelectionPlaysTheSelectedStation)
   EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://a/\""), 0U);
 }
 
+TEST_F(PlaybackControlTest, StartInTheMiddleOfTheFirstSelectionPlaysItToo) {
+  Start();
+  requests.request.states = {1, 4};
+  bool started = false;
+  message_loop.on_pump = [&] {
+    if (!std::exchange(started, true)) Form().Command1.Click();
+  };
+  Select(u"B");
+  EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://b/\""), 1U);
+  EXPECT_TRUE(dialogs.boxes.empty());
+}
+
 TEST_F(PlaybackControlTest, DoubtfulDetailsOfTheFilteredListAreThoseOfItsSelectedRow) {
   Start();
   Select(u"A");
