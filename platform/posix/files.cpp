@@ -107,7 +107,11 @@ std::optional<std::string> PosixFiles::ReadWholeFile(const Text& path, std::size
 
 bool PosixFiles::WriteWholeFile(const Text& path, const std::string& bytes) {
   const std::string native = paths_.ToNative(path);
-  return IsUsablePath(native) && ReplaceFile(native, bytes).has_value();
+  try {
+    return IsUsablePath(native) && ReplaceFile(native, bytes).has_value();
+  } catch (const std::exception&) {
+    return false;
+  }
 }
 
 }  // namespace platform::posix

@@ -77,9 +77,10 @@ void IniFile::Forget() {
 
 bool IniFile::Collect(IniEdit edit) {
   Read();
-  if (!Apply(edit)) return false;
   edits_.push_back(std::move(edit));
-  return true;
+  if (Apply(edits_.back())) return true;
+  edits_.pop_back();
+  return false;
 }
 
 bool IniFile::Apply(const IniEdit& edit) {
