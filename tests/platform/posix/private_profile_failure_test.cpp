@@ -79,6 +79,7 @@ TEST_F(PrivateProfileFailure, AFileThatMayNotBeReadIsNotReplaced) {
   GivenForNobody(kBefore);
   SetMode("test.ini", 0200);
   EXPECT_EQ(RunWithoutRights([&] { return Write(u"a", u"k", u"2"); }), ChildResult::kFalse);
+  SetMode("test.ini", 0644);
   EXPECT_EQ(Bytes(), kBefore);
 }
 
