@@ -17,7 +17,7 @@ struct HomeVariables {
 };
 
 /// $XDG_CONFIG_HOME when it is an absolute path, otherwise ".config" in the home folder.
-/// Public reference: the XDG Base Directory Specification.
+/// Public reference: the XDG base directories of freedesktop.org.
 std::string ConfigurationFolder(const HomeVariables& variables);
 
 /// Values are carried as native paths are, so that a folder in a variable can be used at once. When APPDATA
