@@ -37,7 +37,7 @@ void Form1::MakePanels() {
   SymbolListview.Move({45, 330, 15150, 6480});
   ExplorerListFilter.Move({45, 330, 15150, 6480});
   ExplorerListFilter.SetVisible(false);
-  Frame1.Move({150, 6900, 9150, 3480});
+  Frame1.Move({150, 6900, 9165, 3480});
 }
 
 void Form1::MakePlaying() {
@@ -62,7 +62,7 @@ void Form1::MakePlaying() {
   Command7.SetCaption(u"8");
   Command7.SetGlyph(controls::Glyph::kLoudspeaker);
   Command7.SetToolTip(u"Lautstärkeregelung");
-  Command7.Move({4110, 0, kTakeOverWidth, kRowHeight});
+  Command7.Move({4095, 0, kTakeOverWidth, kRowHeight});
 }
 
 void Form1::MakeEditor() {
@@ -119,10 +119,10 @@ void Form1::MakeViews() {
 void Form1::MakeInformation() {
   for (controls::ProgressBar& bar : ProgressBar1) {
     bar.SetRange(0, 10000);
-    bar.Move({9330, 6960, 180, 3360});
+    bar.Move({9345, 6960, 180, 3360});
     bar.SetVisible(false);
   }
-  Frame3.Move({9780, 6930, 3600, 3420});
+  Frame3.Move({9795, 6930, 3600, 3420});
   Frame3.SetVisible(false);
   Label4.SetCaption(u"Titel:");
   Label4.Move({150, 120, 2955, 735});

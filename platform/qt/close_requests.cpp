@@ -13,6 +13,7 @@
 namespace platform::qt {
 namespace {
 
+constexpr int kRetryMilliseconds = 20;
 constexpr std::array kSignals = {SIGTERM, SIGHUP, SIGINT};
 
 // A signal handler has no other way to reach anything than what is known program-wide.
@@ -31,17 +32,20 @@ bool OpenPipe() { return ::pipe2(descriptors.data(), O_CLOEXEC | O_NONBLOCK) == 
 
 }  // namespace
 
-CloseRequests::CloseRequests(controls::Form& form) : form_(form) {
+CloseRequests::CloseRequests(controls::Form& form, const QtMessageLoop& loop) : form_(form), loop_(loop) {
+  again_.setSingleShot(true);
+  again_.setInterval(kRetryMilliseconds);
+  connect(&again_, &QTimer::timeout, this, [this] { CloseForm(); });
   connect(qGuiApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& manager) {
     // Closing may ask whether to save, which the session has to allow first.
     const bool asked = manager.allowsInteraction();
-    form_.Close();
+    CloseForm();
     if (asked) manager.release();
   });
   if (!OpenPipe()) return;
   wake_descriptor = descriptors[1];
   notifier_ = std::make_unique<QSocketNotifier>(descriptors[0], QSocketNotifier::Read);
-  connect(notifier_.get(), &QSocketNotifier::activated, this, [this] { Arrived(); });
+  connect(notifier_.get(), &QSocketNotifier::activated, this, [this] { ReadSignals(); });
   struct sigaction action {};
   action.sa_handler = OnSignal;
   action.sa_flags = SA_RESTART;
@@ -61,11 +65,20 @@ CloseRequests::~CloseRequests() {
   for (int& descriptor : descriptors) ::close(std::exchange(descriptor, -1));
 }
 
-void CloseRequests::Arrived() {
+void CloseRequests::ReadSignals() {
   std::array<char, 16> bytes{};
   while (::read(descriptors[0], bytes.data(), bytes.size()) > 0) {
   }
-  form_.Close();
+  CloseForm();
+}
+
+void CloseRequests::CloseForm() {
+  // Some event loops bring such requests although only painting was asked for.
+  if (loop_.PaintingOnly()) {
+    again_.start();
+  } else {
+    form_.Close();
+  }
 }
 
 }  // namespace platform::qt

@@ -4,23 +4,28 @@
 
 #include <QObject>
 #include <QSocketNotifier>
+#include <QTimer>
 #include <memory>
 
 #include "controls/form.h"
+#include "platform/qt/message_loop.h"
 
 namespace platform::qt {
 
-/// One at a time. The form is closed from the event loop, never inside the signal handler; the signals'
-/// former handling is back when this ends.
+/// One at a time. The form is closed from the event loop, never inside the signal handler and not while
+/// only painting is allowed; the signals' former handling is back when this ends.
 class CloseRequests final : public QObject {
  public:
-  explicit CloseRequests(controls::Form& form);
+  CloseRequests(controls::Form& form, const QtMessageLoop& loop);
   ~CloseRequests() override;
 
  private:
-  void Arrived();
+  void ReadSignals();
+  void CloseForm();
 
   controls::Form& form_;
+  const QtMessageLoop& loop_;
+  QTimer again_;
   std::unique_ptr<QSocketNotifier> notifier_;
 };
 

@@ -68,7 +68,7 @@ void MainWindow::BuildEditor(QWidget& panel) {
   widgets_.Add(form_.Label5, panel, "Label5", &name);
   widgets_.Add(form_.Label6, panel, "Label6", &link);
   widgets_.Add(form_.Label7, panel, "Label7", &genre);
-  widgets_.Add(form_.Label2, panel, "Label2", &number);
+  widgets_.Add(form_.Label2, panel, "Label2", &number).setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   auto& favourite = widgets_.Add(form_.Check2, panel, "Check2");
   static constexpr std::array kNames = {"Command8_0", "Command8_1", "Command8_2",
                                         "Command8_3", "Command8_4", "Command8_5"};

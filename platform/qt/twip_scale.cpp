@@ -10,7 +10,7 @@ namespace {
 // The largest font that the design-time places hold without cutting a text, by height and by the width of
 // one of their captions.
 constexpr double kDesignFontHeight = 17.0;
-constexpr double kDesignSampleWidth = 126.0;
+constexpr double kDesignSampleWidth = 120.0;
 constexpr double kLargestFactor = 4.0;
 
 }  // namespace
