@@ -30,7 +30,7 @@ packages_build=(
     qt6-base-dev
 )
 
-# To test it: servers, a sound card and a screen that need no hardware.
+# To test it (openssl, for certificates, comes with ca-certificates): servers, a sound card and a screen that need no hardware.
 packages_test=(
     ffmpeg
     icecast2
@@ -59,7 +59,6 @@ packages_demo=(
 packages_check=(
     clang
     clang-format
-    clang-tidy
     libclang-rt-14-dev
     llvm
 )
