@@ -1,0 +1,60 @@
+#include "platform/curl/address.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/icu/text_conversion.h"
+
+namespace platform::curl {
+namespace {
+
+class Address : public testing::Test {
+ protected:
+  std::string Of(TextView url) { return RequestAddress(conversion_, url).value_or("<none>"); }
+  std::string Of(TextView host, std::uint16_t port, TextView path, Security security = Security::kPlain) {
+    return RequestAddress(conversion_, host, port, path, security).value_or("<none>");
+  }
+
+  icu::IcuTextConversion conversion_;
+};
+
+TEST_F(Address, AnOrdinaryAddressStaysAsItIs) {
+  EXPECT_EQ(Of(u"http://radio.example:8000/live?a=b&c=%20d;e"),
+            "http://radio.example:8000/live?a=b&c=%20d;e");
+  EXPECT_EQ(Of(u"HTTPS://radio.example/;"), "HTTPS://radio.example/;");
+}
+
+TEST_F(Address, BlanksControlsAndLettersBehindTheHostAreEncoded) {
+  EXPECT_EQ(Of(u"http://h/a b\u00FC\u20AC\r\nX: y"), "http://h/a%20b%C3%BC%E2%82%AC%0D%0AX:%20y");
+}
+
+TEST_F(Address, OnlyHttpAndHttpsWithAHost) {
+  EXPECT_EQ(Of(u""), "<none>");
+  EXPECT_EQ(Of(u"ftp://h/"), "<none>");
+  EXPECT_EQ(Of(u"file:///etc/passwd"), "<none>");
+  EXPECT_EQ(Of(u"radio.example/live"), "<none>");
+  EXPECT_EQ(Of(u"http://"), "<none>");
+  EXPECT_EQ(Of(u"http:///x"), "<none>");
+  EXPECT_EQ(Of(u"http://a b/x"), "<none>");
+  EXPECT_EQ(Of(u"http://a\r\nb/x"), "<none>");
+}
+
+TEST_F(Address, IsMadeFromHostPortAndPath) {
+  EXPECT_EQ(Of(u"radio.example", 8000, u"/live"), "http://radio.example:8000/live");
+  EXPECT_EQ(Of(u"radio.example", 443, u"/", Security::kTls), "https://radio.example:443/");
+}
+
+TEST_F(Address, APathWithoutASlashGetsOne) {
+  EXPECT_EQ(Of(u"h", 80, u"radio.example:8000"), "http://h:80/radio.example:8000");
+  EXPECT_EQ(Of(u"h", 80, u""), "http://h:80/");
+}
+
+TEST_F(Address, PortZeroIsTheSchemesOwn) { EXPECT_EQ(Of(u"h", 0, u"/x"), "http://h/x"); }
+
+TEST_F(Address, AHostThatIsNoHostFails) {
+  for (const TextView host : {u"", u"user@h", u"h/x", u"h?x", u"h#x", u"h:1", u"h\\x", u"h%41", u"a b"}) {
+    EXPECT_EQ(Of(host, 80, u"/"), "<none>");
+  }
+}
+
+}  // namespace
+}  // namespace platform::curl

@@ -1,0 +1,70 @@
+#include "platform/curl/body_text.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/icu/text_conversion.h"
+
+namespace platform::curl {
+namespace {
+
+Text Decode(std::string_view body, std::string_view content_type) {
+  icu::IcuTextConversion conversion;
+  return DecodeBody(conversion, body, content_type);
+}
+
+TEST(BodyText, IsUtf8WhenNothingElseIsNamed) {
+  EXPECT_EQ(Decode("K\xC3\xBC", ""), u"K\u00FC");
+  EXPECT_EQ(Decode("K\xC3\xBC", "audio/x-scpls"), u"K\u00FC");
+  EXPECT_EQ(Decode("K\xC3\xBC", "text/plain; charset=\"UTF-8\""), u"K\u00FC");
+  EXPECT_EQ(Decode("K\xFC!", ""), u"K\uFFFD!");
+}
+
+TEST(BodyText, FollowsTheNamedCharset) {
+  EXPECT_EQ(Decode("K\xFC\x80", "text/plain; charset=ISO-8859-1"), u"K\u00FC\u20AC");
+  EXPECT_EQ(Decode("\xCF\xF0", "text/plain;charset=windows-1251; x=y"), u"\u041F\u0440");
+  EXPECT_EQ(Decode("\xA4", "text/plain; Charset='iso-8859-15'"), u"\u20AC");
+  EXPECT_EQ(Decode(std::string_view("a\0\xAC\x20", 4), "text/plain; charset=utf-16le"), u"a\u20AC");
+  EXPECT_EQ(Decode(std::string_view("\0a\x20\xAC", 4), "text/plain; charset=utf-16be"), u"a\u20AC");
+}
+
+TEST(BodyText, AByteOrderMarkDecidesFirst) {
+  EXPECT_EQ(Decode("\xEF\xBB\xBF"
+                   "K\xC3\xBC",
+                   "text/plain; charset=iso-8859-1"),
+            u"K\u00FC");
+  EXPECT_EQ(Decode(std::string_view("\xFF\xFE"
+                                    "a\0",
+                                    4),
+                   "text/plain"),
+            u"a");
+  EXPECT_EQ(Decode(std::string_view("\xFE\xFF"
+                                    "\0a",
+                                    4),
+                   "text/plain"),
+            u"a");
+}
+
+TEST(BodyText, AnUnknownCharsetIsUtf8) {
+  EXPECT_EQ(Decode("\xC3\xBC", "text/plain; charset=no-such-thing"), u"\u00FC");
+  EXPECT_EQ(Decode("\xC3\xBC", "text/plain; charset="), u"\u00FC");
+  EXPECT_EQ(Decode("\xC3\xBC", "text/plain; charset=" + std::string(500, 'x')), u"\u00FC");
+  EXPECT_EQ(Decode("\xC3\xBC", "text/plain; charset=//IGNORE"), u"\u00FC");
+}
+
+TEST(BodyText, MalformedBytesOfAnyCharsetBecomeReplacements) {
+  EXPECT_EQ(Decode("a\xFF"
+                   "b",
+                   "text/plain; charset=euc-jp"),
+            u"a\uFFFDb");
+  EXPECT_EQ(Decode("\xFF\xFE"
+                   "a",
+                   ""),
+            u"\uFFFD");
+}
+
+TEST(BodyText, ALongBodyIsDecodedWhole) {
+  EXPECT_EQ(Decode(std::string(100'000, '\xE4'), "x; charset=koi8-r"), Text(100'000, u'\u0414'));
+}
+
+}  // namespace
+}  // namespace platform::curl

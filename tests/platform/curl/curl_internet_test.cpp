@@ -1,0 +1,300 @@
+#include "platform/curl/curl_internet.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "tests/platform/curl/curl_rig.h"
+
+namespace platform::curl {
+namespace {
+
+using test_support::Redirect;
+using test_support::ScriptedIcyServer;
+
+class CurlInternetTest : public testing::Test {
+ protected:
+  // The header query's operations for a path of the server; kNone when one fails.
+  InternetHandle Ask(const Text& path, const Text& headers = u"Icy-MetaData:1") {
+    const InternetHandle session = rig_.internet.InternetOpenW(u"WinampMPEG/5.09", kInternetOpenTypeDirect);
+    const InternetHandle connection =
+        rig_.internet.InternetConnectW(session, u"127.0.0.1", rig_.server.Port(), kInternetServiceHttp);
+    const InternetHandle request =
+        rig_.internet.HttpOpenRequestW(connection, u"GET", path, u"HTTP/1.1", kReload);
+    return rig_.internet.HttpSendRequestW(request, headers) ? request : InternetHandle::kNone;
+  }
+  std::string Host() { return "127.0.0.1:" + std::to_string(rig_.server.Port()); }
+
+  CurlRig rig_;
+};
+
+TEST_F(CurlInternetTest, SendsAgentAndHeaderAsGivenAndNothingNeedless) {
+  rig_.server.OnAny(Script().Send(kOk));
+  ASSERT_NE(Ask(u"/live?a=b"), InternetHandle::kNone);
+  const auto requests = rig_.server.Requests();
+  EXPECT_EQ(requests.at(0).line, "GET /live?a=b HTTP/1.1");
+  EXPECT_EQ(requests.at(0).headers, "Host: " + Host() +
+                                        "\r\nUser-Agent: WinampMPEG/5.09\r\nIcy-MetaData:1\r\n"
+                                        "Cache-Control: no-cache\r\n");
+}
+
+TEST_F(CurlInternetTest, AnAddressIsOpenedWithTheSameLines) {
+  rig_.server.OnAny(Script().Send(kOk));
+  rig_.OpenUrl(rig_.server.Url("/;"), u"A:1\r\nB: 2\r\n\r\nC:", 0);
+  const auto requests = rig_.server.Requests();
+  EXPECT_EQ(requests.at(0).line, "GET /; HTTP/1.1");
+  EXPECT_EQ(requests.at(0).headers, "Host: " + Host() + "\r\nUser-Agent: Agent/1\r\nA:1\r\nB: 2\r\nC:\r\n");
+}
+
+TEST_F(CurlInternetTest, APathIsSentAsItIsButForWhatNoRequestMayHold) {
+  rig_.server.OnAny(Script().Send(kOk));
+  Ask(u"radio.example:8000");
+  Ask(u"/a/../b/./c?x=/../y");
+  Ask(u"/\u00FC b\r\nInjected: yes");
+  const auto requests = rig_.server.Requests();
+  EXPECT_EQ(requests.at(0).target, "/radio.example:8000");
+  EXPECT_EQ(requests.at(1).target, "/a/../b/./c?x=/../y");
+  EXPECT_EQ(requests.at(2).target, "/%C3%BC%20b%0D%0AInjected:%20yes");
+}
+
+TEST_F(CurlInternetTest, ProxiesOfTheEnvironmentAreNotUsed) {
+  rig_.server.OnAny(Script().Send(kOk));
+  ::setenv("http_proxy", "http://127.0.0.1:1", 1);
+  const InternetHandle request = rig_.Open();
+  ::unsetenv("http_proxy");
+  EXPECT_EQ(rig_.Status(request), u"200");
+}
+
+TEST_F(CurlInternetTest, TheStatusLineComesFirstAsTheServerSentIt) {
+  rig_.server.On("/icy", Script().Send("ICY 200 OK\r\nicy-metaint:8192\r\n\r\n"));
+  rig_.server.On("/old", Script().Send("HTTP/1.0 200 Alles gut\r\n\r\n"));
+  rig_.server.On("/lf", Script().Send("HTTP/1.1 200 OK\nicy-br:128\n\n"));
+  const InternetHandle icy = Ask(u"/icy");
+  EXPECT_EQ(rig_.Status(icy), u"200");
+  EXPECT_EQ(rig_.Headers(icy), "ICY 200 OK\r\nicy-metaint:8192\r\n\r\n");
+  EXPECT_EQ(rig_.Headers(Ask(u"/old")), "HTTP/1.0 200 Alles gut\r\n\r\n");
+  EXPECT_EQ(rig_.Headers(Ask(u"/lf")), "HTTP/1.1 200 OK\r\nicy-br:128\r\n\r\n");
+}
+
+TEST_F(CurlInternetTest, HeaderBytesComeThroughTheCodePage) {
+  rig_.server.OnAny(Script().Send("ICY 200 OK\r\nicy-name:K\xFC\x80\x81\r\n\r\n"));
+  EXPECT_EQ(rig_.Query(Ask(u"/"), kHttpQueryRawHeadersCrLf),
+            u"ICY 200 OK\r\nicy-name:K\u00FC\u20AC\u0081\r\n\r\n");
+}
+
+TEST_F(CurlInternetTest, AnyStatusIsAnAnswer) {
+  rig_.server.OnAny(Script().Send(Header("HTTP/1.1 404 Not Found", {"Content-Length: 0"})));
+  EXPECT_EQ(rig_.Status(Ask(u"/")), u"404");
+  EXPECT_EQ(rig_.Status(rig_.Open()), u"404");
+}
+
+TEST_F(CurlInternetTest, AnIcyStatusOtherThan200IsNoAnswer) {
+  rig_.server.OnAny(Script().Send("ICY 404 Not Found\r\n\r\n"));
+  EXPECT_EQ(Ask(u"/"), InternetHandle::kNone);
+}
+
+TEST_F(CurlInternetTest, AnInterimAnswerIsPassedOver) {
+  rig_.server.OnAny(Script().Send("HTTP/1.1 100 Continue\r\nX: 1\r\n\r\n").Send(kOk));
+  EXPECT_EQ(rig_.Headers(Ask(u"/")), "HTTP/1.1 200 OK\r\n\r\n");
+}
+
+TEST_F(CurlInternetTest, TheQueryTellsTheSizeThatIsNeeded) {
+  rig_.server.OnAny(Script().Send(kOk));
+  const InternetHandle request = Ask(u"/");
+  std::uint32_t size = 0;
+  EXPECT_FALSE(rig_.internet.HttpQueryInfoW(request, kHttpQueryStatusCode, {}, size));
+  EXPECT_EQ(size, 6U);
+  std::vector<std::byte> buffer(size - 1);
+  EXPECT_FALSE(rig_.internet.HttpQueryInfoW(request, kHttpQueryStatusCode, buffer, size));
+  buffer.resize(100);
+  EXPECT_TRUE(rig_.internet.HttpQueryInfoW(request, kHttpQueryStatusCode, buffer, size));
+  EXPECT_EQ(size, 6U);
+  EXPECT_EQ(rig_.Query(request, 9999), u"");
+}
+
+TEST_F(CurlInternetTest, EveryRedirectIsFollowedAndTheLastAnswerCounts) {
+  for (const std::string status : {"301 Moved Permanently", "302 Found", "303 See Other",
+                                   "307 Temporary Redirect", "308 Permanent Redirect"}) {
+    ScriptedIcyServer other;
+    other.OnAny(Script().Send(Header("ICY 200 OK", {"icy-name:Ziel"})).Hold());
+    rig_.server.OnAny(Redirect(status, other.Url("/live?token=a%20b&x=1;")));
+    const InternetHandle request = Ask(u"/go");
+    EXPECT_EQ(rig_.Status(request), u"200") << status;
+    EXPECT_EQ(rig_.Headers(request), "ICY 200 OK\r\nicy-name:Ziel\r\n\r\n") << status;
+    ASSERT_EQ(other.Requests().size(), 1U) << status;
+    EXPECT_EQ(other.Requests()[0].line, "GET /live?token=a%20b&x=1; HTTP/1.1");
+    EXPECT_EQ(other.Requests()[0].Header("Icy-MetaData"), "1");
+    EXPECT_EQ(other.Requests()[0].Header("User-Agent"), "WinampMPEG/5.09");
+    rig_.internet.InternetCloseHandle(request);
+  }
+}
+
+TEST_F(CurlInternetTest, ARelativeRedirectStaysOnTheServer) {
+  rig_.server.On("/a/go", Redirect("302 Found", "live?x=1"));
+  rig_.server.On("/a/live", Script().Send(kOk));
+  EXPECT_EQ(rig_.Status(Ask(u"/a/go")), u"200");
+}
+
+TEST_F(CurlInternetTest, TenRedirectsAreFollowedAndNoMore) {
+  for (int i = 0; i < 11; ++i) {
+    rig_.server.On("/" + std::to_string(i), Redirect("302 Found", "/" + std::to_string(i + 1)));
+  }
+  rig_.server.On("/11", Script().Send(kOk));
+  EXPECT_EQ(rig_.Status(Ask(u"/1")), u"200");
+  EXPECT_EQ(Ask(u"/0"), InternetHandle::kNone);
+}
+
+TEST_F(CurlInternetTest, ARedirectIsFollowedBeforeItsBodyEnds) {
+  rig_.server.On("/go", Script().Send(Header("HTTP/1.1 302 Found", {"Location: /live"})).Send("body").Hold());
+  rig_.server.On("/live", Script().Send(kOk));
+  EXPECT_EQ(rig_.Status(Ask(u"/go")), u"200");
+}
+
+TEST_F(CurlInternetTest, ARedirectToAnotherSchemeFails) {
+  rig_.server.On("/file", Redirect("302 Found", "file:///etc/passwd"));
+  rig_.server.On("/ftp", Redirect("302 Found", "ftp://127.0.0.1/x"));
+  EXPECT_EQ(Ask(u"/file"), InternetHandle::kNone);
+  EXPECT_EQ(Ask(u"/ftp"), InternetHandle::kNone);
+}
+
+TEST_F(CurlInternetTest, AHeaderThatComesByteByByteIsWhole) {
+  rig_.server.OnAny(Script().SendInPieces(Header("ICY 200 OK", {"icy-name:X"}), 1, 1ms).Hold());
+  EXPECT_EQ(rig_.Headers(Ask(u"/")), "ICY 200 OK\r\nicy-name:X\r\n\r\n");
+}
+
+TEST_F(CurlInternetTest, AHeaderIsTakenUpToItsLimit) {
+  const std::string line = "X: " + std::string(1020, 'x') + "\r\n";
+  const auto header_of = [&](int lines) {
+    std::string header = "HTTP/1.1 200 OK\r\n";
+    for (int i = 0; i < lines; ++i) header += line;
+    return header + "\r\n";
+  };
+  rig_.server.On("/fits", Script().Send(header_of(255)).Hold());
+  rig_.server.On("/too-long", Script().Send(header_of(257)).Hold());
+  rig_.server.On("/one-line", Script().Send("HTTP/1.1 200 OK\r\nX:" + std::string(1 << 20, 'x')).Hold());
+  rig_.server.On("/endless", Script().Send("HTTP/1.1 200 OK\r\n").Flood("X: y\r\n"));
+  rig_.server.On("/endless-line", Script().Send("HTTP/1.1 200 OK\r\n").Flood("x"));
+  EXPECT_EQ(rig_.Headers(Ask(u"/fits")).size(), header_of(255).size());
+  EXPECT_EQ(Ask(u"/too-long"), InternetHandle::kNone);
+  EXPECT_EQ(Ask(u"/one-line"), InternetHandle::kNone);
+  EXPECT_EQ(Ask(u"/endless"), InternetHandle::kNone);
+  EXPECT_EQ(Ask(u"/endless-line"), InternetHandle::kNone);
+}
+
+TEST_F(CurlInternetTest, AServerThatGoesAwayIsAFailure) {
+  rig_.server.On("/cut", Script().Send("HTTP/1.1 200 OK\r\nicy-na").Reset());
+  rig_.server.On("/reset", Script().Reset());
+  rig_.server.On("/closed", Script());
+  EXPECT_EQ(Ask(u"/cut"), InternetHandle::kNone);
+  EXPECT_EQ(Ask(u"/reset"), InternetHandle::kNone);
+  EXPECT_EQ(Ask(u"/closed"), InternetHandle::kNone);
+}
+
+TEST_F(CurlInternetTest, GarbageIsNoAnswer) {
+  rig_.server.OnAny(Script().Send("\x16\x03\x01 nonsense\r\n\r\n"));
+  EXPECT_EQ(Ask(u"/"), InternetHandle::kNone);
+}
+
+TEST_F(CurlInternetTest, NobodyListeningIsAFailure) {
+  std::uint16_t port = 0;
+  {
+    const ScriptedIcyServer gone;
+    port = gone.Port();
+  }
+  EXPECT_EQ(rig_.OpenUrl("http://127.0.0.1:" + std::to_string(port) + "/"), InternetHandle::kNone);
+}
+
+TEST_F(CurlInternetTest, WhatCannotBeAskedForFailsAtOnce) {
+  auto& internet = rig_.internet;
+  EXPECT_EQ(internet.InternetOpenW(u"Agent", 0), InternetHandle::kNone) << "only direct access";
+  EXPECT_EQ(internet.InternetOpenW(u"Agent\r\nX: y", kInternetOpenTypeDirect), InternetHandle::kNone);
+  const InternetHandle session = internet.InternetOpenW(u"Agent", kInternetOpenTypeDirect);
+  EXPECT_EQ(internet.InternetConnectW(session, u"", 80, kInternetServiceHttp), InternetHandle::kNone);
+  EXPECT_EQ(internet.InternetConnectW(session, u"h", 80, 1), InternetHandle::kNone);
+  EXPECT_EQ(internet.InternetOpenUrlW(session, u"", u"", 0), InternetHandle::kNone);
+  EXPECT_EQ(internet.InternetOpenUrlW(session, u"mms://h/", u"", 0), InternetHandle::kNone);
+  const InternetHandle connection = internet.InternetConnectW(session, u"a b", 80, kInternetServiceHttp);
+  EXPECT_EQ(internet.HttpOpenRequestW(connection, u"GET", u"/", u"HTTP/1.1", 0), InternetHandle::kNone);
+}
+
+TEST_F(CurlInternetTest, AHandleIsClosedOnceAndMeansOneThing) {
+  auto& internet = rig_.internet;
+  const InternetHandle session = internet.InternetOpenW(u"Agent", kInternetOpenTypeDirect);
+  EXPECT_FALSE(internet.HttpSendRequestW(session, u""));
+  EXPECT_EQ(internet.HttpOpenRequestW(session, u"GET", u"/", u"HTTP/1.1", 0), InternetHandle::kNone);
+  std::uint32_t size = 7;
+  EXPECT_FALSE(internet.HttpQueryInfoW(session, kHttpQueryStatusCode, {}, size));
+  EXPECT_EQ(rig_.Read(session), "<failed>");
+  EXPECT_TRUE(internet.InternetCloseHandle(session));
+  EXPECT_FALSE(internet.InternetCloseHandle(session));
+  EXPECT_FALSE(internet.InternetCloseHandle(InternetHandle::kNone));
+  EXPECT_EQ(internet.InternetOpenUrlW(session, u"http://h/", u"", 0), InternetHandle::kNone);
+}
+
+// Time limits. What a user waits for by default is written down here once.
+
+TEST(InternetSettings, ADeadServerCostsAtMostTenSecondsAStep) {
+  const InternetSettings settings;
+  EXPECT_EQ(settings.connect_limit, 10s);
+  EXPECT_EQ(settings.answer_limit, 10s);
+  EXPECT_EQ(settings.whole_limit, 30s);
+  EXPECT_LE(settings.read_slice, 100ms);
+}
+
+class CurlInternetLimits : public testing::Test {
+ protected:
+  static InternetSettings Short() {
+    InternetSettings settings;
+    settings.connect_limit = 400ms;
+    settings.answer_limit = 400ms;
+    settings.whole_limit = 1500ms;
+    return settings;
+  }
+  // Fails to open, and says how long that took.
+  std::chrono::milliseconds FailToOpen(const std::string& url) {
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(rig_.OpenUrl(url), InternetHandle::kNone);
+    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
+  }
+
+  CurlRig rig_{Short()};
+};
+
+TEST_F(CurlInternetLimits, ASilentServerIsGivenUpWhileTheWindowIsPainted) {
+  rig_.server.OnAny(Script().Hold());
+  EXPECT_GE(FailToOpen(rig_.server.Url()), 400ms);
+  EXPECT_GE(rig_.loop.paints, 20);
+  EXPECT_EQ(rig_.loop.pumps, 0) << "this wait takes no input";
+  EXPECT_TRUE(rig_.server.WaitForAllClosed(kDeadline));
+}
+
+TEST_F(CurlInternetLimits, AHeaderThatNeverEndsIsGivenUp) {
+  rig_.server.OnAny(Script().Send("HTTP/1.1 200 OK\r\n").SendInPieces(std::string(5000, 'x'), 1, 20ms));
+  EXPECT_GE(FailToOpen(rig_.server.Url()), 400ms);
+}
+
+TEST_F(CurlInternetLimits, InterimAnswersDoNotProlongTheWait) {
+  Script script;
+  for (int i = 0; i < 500; ++i) script.Send("HTTP/1.1 102 Processing\r\n\r\n").Stall(20ms);
+  rig_.server.OnAny(script);
+  EXPECT_LT(FailToOpen(rig_.server.Url()), 5s);
+}
+
+TEST_F(CurlInternetLimits, SlowRedirectsAreGivenUpTogether) {
+  Script slow = Script().Stall(300ms);
+  slow.Send(Header("HTTP/1.1 302 Found", {"Location: /again", "Content-Length: 0"}));
+  rig_.server.OnAny(slow);
+  const auto time = FailToOpen(rig_.server.Url());
+  EXPECT_GE(time, 1400ms);
+  EXPECT_LT(time, 5s);
+}
+
+TEST_F(CurlInternetLimits, AnUnknownHostAndAnUnreachableOneAreGivenUp) {
+  // The first name is reserved never to exist (RFC 6761), the second address never to be used (RFC 5737).
+  EXPECT_LT(FailToOpen("http://station.invalid/"), 5s);
+  EXPECT_LT(FailToOpen("http://192.0.2.1/"), 5s);
+}
+
+}  // namespace
+}  // namespace platform::curl

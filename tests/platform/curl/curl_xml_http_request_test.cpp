@@ -1,0 +1,173 @@
+#include "platform/curl/curl_xml_http_request.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/icu/text_conversion.h"
+#include "tests/platform/curl/curl_rig.h"
+
+namespace platform::curl {
+namespace {
+
+using test_support::Page;
+using test_support::Redirect;
+
+class CurlXmlHttp : public testing::Test {
+ protected:
+  std::unique_ptr<XmlHttpRequest> Create() { return requests_.CreateObject(u"MSXML2.ServerXMLHTTP.6.0"); }
+  std::unique_ptr<XmlHttpRequest> Ask(const std::string& target) {
+    auto request = Create();
+    EXPECT_TRUE(request->Open(u"GET", Wide(server_.Url(target)), true));
+    EXPECT_EQ(request->ReadyState(), 1);
+    EXPECT_TRUE(request->Send());
+    return request;
+  }
+  static bool Reaches(XmlHttpRequest& request, std::int32_t state) {
+    const auto deadline = std::chrono::steady_clock::now() + kDeadline;
+    while (request.ReadyState() != state) {
+      if (std::chrono::steady_clock::now() > deadline) return false;
+    }
+    return true;
+  }
+  // The text of a request that completes.
+  Text Fetch(const std::string& target) {
+    const auto request = Ask(target);
+    EXPECT_TRUE(Reaches(*request, 4));
+    return request->ResponseText();
+  }
+
+  test_support::ScriptedIcyServer server_;
+  icu::IcuTextConversion conversion_;
+  CurlXmlHttpRequests requests_{conversion_};
+};
+
+TEST_F(CurlXmlHttp, KnowsOneClassInAnyCase) {
+  EXPECT_NE(requests_.CreateObject(u"msxml2.serverxmlhttp.6.0"), nullptr);
+  EXPECT_EQ(requests_.CreateObject(u"MSXML2.ServerXMLHTTP.3.0"), nullptr);
+  EXPECT_EQ(requests_.CreateObject(u""), nullptr);
+}
+
+TEST_F(CurlXmlHttp, GoesThroughItsStates) {
+  server_.OnAny(
+      Script().AwaitSignal("header").Send(kOk).AwaitSignal("body").Send("one").AwaitSignal("end").Send(
+          "two"));
+  const auto request = Create();
+  EXPECT_EQ(request->ReadyState(), 0);
+  EXPECT_TRUE(request->Open(u"GET", Wide(server_.Url()), true));
+  EXPECT_TRUE(request->Send());
+  EXPECT_EQ(request->ReadyState(), 1);
+  server_.Signal("header");
+  EXPECT_TRUE(Reaches(*request, 2));
+  server_.Signal("body");
+  EXPECT_TRUE(Reaches(*request, 3));
+  EXPECT_EQ(request->ResponseText(), u"") << "not before it is complete";
+  server_.Signal("end");
+  EXPECT_TRUE(Reaches(*request, 4));
+  EXPECT_EQ(request->ResponseText(), u"onetwo");
+  EXPECT_EQ(request->ReadyState(), 4);
+}
+
+TEST_F(CurlXmlHttp, SendsNothingNeedless) {
+  server_.OnAny(Page("text/plain", ""));
+  Fetch("/list.pls?x=1");
+  EXPECT_EQ(server_.Requests().at(0).line, "GET /list.pls?x=1 HTTP/1.1");
+  EXPECT_EQ(server_.Requests().at(0).headers,
+            "Host: 127.0.0.1:" + std::to_string(server_.Port()) + "\r\nUser-Agent: Funkhausplayer\r\n");
+}
+
+TEST_F(CurlXmlHttp, DecodesByCharset) {
+  server_.On("/utf8", Page("audio/x-scpls", "K\xC3\xBC"));
+  server_.On("/latin1", Page("text/plain; charset=iso-8859-1", "K\xFC"));
+  server_.On("/mark", Page("text/plain", "\xEF\xBB\xBF[playlist]"));
+  EXPECT_EQ(Fetch("/utf8"), u"K\u00FC");
+  EXPECT_EQ(Fetch("/latin1"), u"K\u00FC");
+  EXPECT_EQ(Fetch("/mark"), u"[playlist]");
+}
+
+TEST_F(CurlXmlHttp, FollowsRedirectsAndTakesAnyStatus) {
+  server_.On("/go", Redirect("302 Found", "/gone"));
+  server_.On("/gone", Script().Send(Header("HTTP/1.1 404 Not Found")).Send("page"));
+  EXPECT_EQ(Fetch("/go"), u"page");
+}
+
+TEST_F(CurlXmlHttp, AFailedTransferIsCompleteWithoutText) {
+  server_.On("/cut", Script().Send(Header("HTTP/1.1 200 OK", {"Content-Length: 100"})).Send("[playlist]"));
+  server_.On("/reset", Script().Send(kOk).Send("[playlist]").Reset());
+  server_.On("/closed", Script());
+  EXPECT_EQ(Fetch("/cut"), u"");
+  EXPECT_EQ(Fetch("/reset"), u"");
+  EXPECT_EQ(Fetch("/closed"), u"");
+}
+
+TEST_F(CurlXmlHttp, AnAddressThatCannotBeAskedForIsNotOpened) {
+  const auto request = Create();
+  EXPECT_FALSE(request->Open(u"GET", u"C:\\Radio\\liste.m3u", true));
+  EXPECT_FALSE(request->Open(u"GET", u"", true));
+  EXPECT_FALSE(request->Open(u"POST", u"http://h/", true));
+  EXPECT_FALSE(request->Open(u"GET", u"http://h/", false));
+  EXPECT_FALSE(request->Send());
+  EXPECT_EQ(request->ReadyState(), 0);
+}
+
+TEST_F(CurlXmlHttp, AskingTakesAFewMillisecondsOnly) {
+  server_.OnAny(Script().Hold());
+  const auto request = Ask("/");
+  const auto start = std::chrono::steady_clock::now();
+  for (int i = 0; i < 20; ++i) EXPECT_EQ(request->ReadyState(), 1);
+  const auto time = std::chrono::steady_clock::now() - start;
+  EXPECT_GE(time, 60ms) << "so that whoever asks in a loop does not spin";
+  EXPECT_LE(time, 2s);
+}
+
+TEST_F(CurlXmlHttp, AbortEndsItAtAnyTime) {
+  server_.OnAny(Script().Send(kOk).Flood("x"));
+  const auto request = Create();
+  request->Abort();
+  request->Open(u"GET", Wide(server_.Url()), true);
+  request->Abort();
+  request->Open(u"GET", Wide(server_.Url()), true);
+  request->Send();
+  EXPECT_TRUE(Reaches(*request, 3));
+  request->Abort();
+  EXPECT_EQ(request->ReadyState(), 0);
+  EXPECT_EQ(request->ResponseText(), u"");
+  EXPECT_TRUE(server_.WaitForAllClosed(kDeadline));
+}
+
+TEST_F(CurlXmlHttp, ItsEndEndsTheRequest) {
+  server_.OnAny(Script().Send(kOk).Hold());
+  auto request = Ask("/");
+  EXPECT_TRUE(Reaches(*request, 2));
+  request.reset();
+  EXPECT_TRUE(server_.WaitForAllClosed(kDeadline));
+}
+
+TEST_F(CurlXmlHttp, AMebibyteIsTheMostThatCompletes) {
+  const std::string most(CurlXmlHttpRequests::kLongestBody, 'x');
+  server_.On("/most", Page("text/plain", most));
+  server_.On("/more", Page("text/plain", most + "x"));
+  EXPECT_EQ(Fetch("/most").size(), most.size());
+  const auto request = Ask("/more");
+  EXPECT_TRUE(Reaches(*request, 3));
+  EXPECT_TRUE(server_.WaitForRequests(2, kDeadline));
+  const auto until = std::chrono::steady_clock::now() + 1s;
+  while (std::chrono::steady_clock::now() < until) EXPECT_EQ(request->ReadyState(), 3);
+}
+
+TEST_F(CurlXmlHttp, AnEndlessStreamIsLetGoOfAndNeverCompletes) {
+  server_.OnAny(Script().Send(kOk).Flood("0123456789abcdef"));
+  const auto request = Ask("/");
+  EXPECT_TRUE(Reaches(*request, 3));
+  std::int32_t highest = 0;
+  const auto deadline = std::chrono::steady_clock::now() + kDeadline;
+  while (server_.OpenConnections() > 0 && std::chrono::steady_clock::now() < deadline) {
+    highest = std::max(highest, request->ReadyState());
+  }
+  EXPECT_EQ(server_.OpenConnections(), 0);
+  EXPECT_EQ(highest, 3);
+  EXPECT_EQ(request->ReadyState(), 3);
+  EXPECT_LT(server_.BytesSent(), 8U * 1024 * 1024);
+}
+
+}  // namespace
+}  // namespace platform::curl
