@@ -27,13 +27,15 @@ class RecordFiles {
   /// written stays.
   virtual bool WriteBytes(RecordFile file, std::span<const std::byte> bytes) = 0;
 
-  /// Makes everything written so far visible to readers of the file. False when that failed.
+  /// Makes everything written so far visible to readers of the file. False when that failed, and when the
+  /// file is not there any more (removed, or its folder with it).
   virtual bool Flush(RecordFile file) = 0;
 
   /// Flushes and closes. kNone is allowed and does nothing.
   virtual void Close(RecordFile file) = 0;
 
-  /// The longest file name, in bytes of the system's own encoding, that `folder` can take.
+  /// The longest file name, counted in bytes of UTF-8 whatever the system's own encoding, that `folder` can
+  /// take.
   virtual std::size_t LongestFileName(const Text& folder) = 0;
 };
 

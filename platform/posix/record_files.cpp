@@ -27,6 +27,12 @@ bool IsRecording(const struct stat& status) {
   return S_ISREG(status.st_mode) && status.st_nlink == 1 && (status.st_mode & kAnyExecution) == 0;
 }
 
+/// The system goes on taking bytes for a file that has been removed, but nobody can find them any more.
+bool HasName(const FileDescriptor& file) {
+  struct stat status {};
+  return ::fstat(file.Get(), &status) == 0 && status.st_nlink > 0;
+}
+
 /// Looks before it opens, because opening a device can already have an effect, and again afterwards, because
 /// the entry may have changed in between.
 FileDescriptor OpenExisting(int folder, const char* name) {
@@ -87,7 +93,7 @@ bool PosixRecordFiles::WriteBytes(RecordFile file, std::span<const std::byte> by
 
 bool PosixRecordFiles::Flush(RecordFile file) {
   const auto found = recordings_.find(file);
-  return found != recordings_.end() && FlushBuffer(found->second);
+  return found != recordings_.end() && FlushBuffer(found->second) && HasName(found->second.file);
 }
 
 void PosixRecordFiles::Close(RecordFile file) {

@@ -54,6 +54,16 @@ TEST_F(RecordFilesTest, FlushMakesSingleBytesVisible) {
   files.Close(file);
 }
 
+TEST_F(RecordFilesTest, FlushFailsOnceTheFileIsRemoved) {
+  const RecordFile file = Open(u"a");
+  EXPECT_TRUE(WriteText(file, "abc"));
+  EXPECT_TRUE(files.Flush(file));
+  std::filesystem::remove(folder.Path() / "a");
+  EXPECT_TRUE(WriteText(file, "def"));
+  EXPECT_FALSE(files.Flush(file));
+  files.Close(file);
+}
+
 TEST_F(RecordFilesTest, MoreThanTheBufferIsWrittenInOrder) {
   std::string all;
   const RecordFile file = Open(u"a");
