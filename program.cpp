@@ -93,7 +93,7 @@ Program::Program(int& argc, char** argv) : parts_(std::make_unique<Parts>(argc, 
 Program::~Program() = default;
 
 int Program::Run() {
-  const platform::qt::CloseRequests close_requests(parts_->logic.Controls().form);
+  const platform::qt::CloseRequests close_requests(parts_->logic.Controls().form, parts_->message_loop);
   return parts_->window->Run();
 }
 

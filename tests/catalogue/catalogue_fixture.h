@@ -19,6 +19,7 @@
 #include "platform/icu/string_order.h"
 #include "platform/icu/text_conversion.h"
 #include "tests/support/fakes.h"
+#include "tests/support/memory_files.h"
 #include "tests/support/memory_profile.h"
 
 namespace catalogue {

@@ -23,11 +23,19 @@ class MemoryFiles : public platform::Files {
     created_folders.push_back(path);
     return can_create_folders && folders.insert(WithBackslash(path)).second;
   }
-  platform::FindHandle FindFirstFileW(const platform::Text&, platform::FoundFile&) override {
-    return platform::FindHandle::kNone;
+  platform::FindHandle FindFirstFileW(const platform::Text& pattern, platform::FoundFile& found) override {
+    patterns.push_back(pattern);
+    next_listed_ = 0;
+    if (!FindNextFileW(platform::FindHandle::kNone, found)) return platform::FindHandle::kNone;
+    ++open_searches;
+    return platform::FindHandle{1};
   }
-  bool FindNextFileW(platform::FindHandle, platform::FoundFile&) override { return false; }
-  void FindClose(platform::FindHandle) override {}
+  bool FindNextFileW(platform::FindHandle, platform::FoundFile& found) override {
+    if (next_listed_ >= listing.size()) return false;
+    found = listing[next_listed_++];
+    return true;
+  }
+  void FindClose(platform::FindHandle) override { --open_searches; }
   std::optional<std::string> ReadWholeFile(const platform::Text& path, std::size_t limit) override {
     const auto file = files.find(path);
     if (file == files.end() || file->second.size() > limit) return std::nullopt;
@@ -46,11 +54,18 @@ class MemoryFiles : public platform::Files {
   std::vector<platform::Text> existence_questions;
   std::vector<platform::Text> created_folders;
 
+  /// What every search finds, and the searches so far.
+  std::vector<platform::FoundFile> listing;
+  std::vector<platform::Text> patterns;
+  int open_searches = 0;
+
  private:
   static platform::Text WithBackslash(platform::Text path) {
     if (!path.empty() && path.back() != u'\\') path.push_back(u'\\');
     return path;
   }
+
+  std::size_t next_listed_ = 0;
 };
 
 }  // namespace test_support

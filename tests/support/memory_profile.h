@@ -1,17 +1,15 @@
 #pragma once
-// Test doubles of the INI and file ports, in memory, that keep what was asked of them in order.
+// INI files in memory, section by section and key by key, with the order in which keys were written.
 // Not the INI format; tests of that use the real adapter and real files.
 
 #include <algorithm>
 #include <cstdint>
 #include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "platform/files.h"
 #include "platform/private_profile.h"
 
 namespace test_support {
@@ -126,61 +124,6 @@ class MemoryProfile : public platform::PrivateProfile {
     }
     return nullptr;
   }
-};
-
-/// Files by path, folders by path without a trailing "\".
-class MemoryFiles : public platform::Files {
- public:
-  using Text = platform::Text;
-
-  bool PathFileExistsW(const Text& path) override {
-    asked.push_back(path);
-    return files.contains(path) || folders.contains(Plain(path));
-  }
-  bool CreateDirectoryW(const Text& path) override {
-    created.push_back(path);
-    if (!folders_can_be_made) return false;
-    return folders.insert(Plain(path)).second;
-  }
-  platform::FindHandle FindFirstFileW(const Text& pattern, platform::FoundFile& found) override {
-    patterns.push_back(pattern);
-    next_ = 0;
-    if (listing.empty()) return platform::FindHandle::kNone;
-    found = listing[next_++];
-    ++open_searches;
-    return platform::FindHandle{1};
-  }
-  bool FindNextFileW(platform::FindHandle, platform::FoundFile& found) override {
-    if (next_ >= listing.size()) return false;
-    found = listing[next_++];
-    return true;
-  }
-  void FindClose(platform::FindHandle) override { --open_searches; }
-  std::optional<std::string> ReadWholeFile(const Text& path, std::size_t limit) override {
-    const auto file = files.find(path);
-    if (file == files.end() || file->second.size() > limit) return std::nullopt;
-    return file->second;
-  }
-  bool WriteWholeFile(const Text& path, const std::string& bytes) override {
-    if (!writable) return false;
-    files[path] = bytes;
-    return true;
-  }
-
-  std::map<Text, std::string> files;
-  std::set<Text> folders;
-  std::vector<platform::FoundFile> listing;
-  std::vector<Text> asked, created, patterns;
-  bool folders_can_be_made = true;
-  bool writable = true;
-  int open_searches = 0;
-
- private:
-  static Text Plain(Text path) {
-    if (!path.empty() && path.back() == u'\\') path.pop_back();
-    return path;
-  }
-  std::size_t next_ = 0;
 };
 
 }  // namespace test_support

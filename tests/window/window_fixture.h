@@ -15,6 +15,7 @@
 #include "platform/icu/text_conversion.h"
 #include "platform/values/portable_property_values.h"
 #include "tests/support/fakes.h"
+#include "tests/support/memory_files.h"
 #include "tests/support/memory_profile.h"
 #include "tests/support/memory_record_files.h"
 #include "tests/support/recording_media.h"
@@ -29,7 +30,7 @@ class WindowTest : public ::testing::Test {
  protected:
   WindowTest() {
     environment.variables[u"APPDATA"] = u"C:\\Daten";
-    files.folders = {u"C:\\Daten", u"C:\\Daten\\Ordnerzentrale"};
+    files.folders = {u"C:\\Daten\\", u"C:\\Daten\\Ordnerzentrale\\"};
     files.files[kOptIniPath] = "";
     message_loop.on_sleep = [this](std::uint32_t milliseconds) {
       clock.seconds_since_midnight += milliseconds / 1000.0;
