@@ -43,7 +43,8 @@ std::optional<double> Days(std::int32_t year, std::int32_t month, std::int32_t d
   const std::int32_t shifted_year = month > 2 ? year : year - 1;
   const std::int32_t shifted_month = month > 2 ? month - 3 : month + 9;
   const std::int32_t leap_days = shifted_year / 4 - shifted_year / 100 + shifted_year / 400;
-  return 365.0 * shifted_year + leap_days + (153 * shifted_month + 2) / 5 + day;
+  const std::int32_t days_before_month = (153 * shifted_month + 2) / 5;
+  return 365 * shifted_year + leap_days + days_before_month + day;
 }
 
 std::optional<double> Calendar(std::string_view text) {

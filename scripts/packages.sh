@@ -30,7 +30,8 @@ packages_build=(
     qt6-base-dev
 )
 
-# To test it (openssl, for certificates, comes with ca-certificates): servers, a sound card and a screen that need no hardware.
+# To test it: servers, a sound card and a screen that need no hardware (openssl, for certificates, comes with
+# ca-certificates).
 packages_test=(
     ffmpeg
     icecast2
@@ -55,10 +56,11 @@ packages_demo=(
     xvfb
 )
 
-# For the checks round the tests: the second compiler, its run-time library for fuzzing, the formatter.
+# For the checks round the tests: the second compiler, its run-time library for fuzzing, the formatter, the linter.
 packages_check=(
     clang
     clang-format
+    clang-tidy
     libclang-rt-14-dev
     llvm
 )
