@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QEventLoop>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QThread>
 #include <utility>
@@ -21,6 +22,9 @@ int QtKey(std::int32_t virtual_key) { return virtual_key == kVkEscape ? int{Qt::
 QtMessageLoop::QtMessageLoop() {
   keys_[Qt::Key_Escape] = {};
   QCoreApplication::instance()->installEventFilter(this);
+  // The program ends with its main form, not with whichever window is closed last: a message box that is
+  // answered before the main window opens would end it otherwise.
+  QGuiApplication::setQuitOnLastWindowClosed(false);
 }
 
 QtMessageLoop::~QtMessageLoop() = default;
@@ -51,6 +55,8 @@ std::int16_t QtMessageLoop::GetAsyncKeyState(std::int32_t virtual_key) {
 }
 
 bool QtMessageLoop::eventFilter(QObject* watched, QEvent* event) {
+  // A slider or an arrow that is held down repeats itself by a timer of its widget, which comes again.
+  if (painting_only_ && event->type() == QEvent::Timer && watched->isWidgetType()) return true;
   switch (event->type()) {
     case QEvent::KeyPress:
     case QEvent::ShortcutOverride: {

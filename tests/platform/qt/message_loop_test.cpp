@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QPushButton>
+#include <QSlider>
 
 #include "platform/qt/timer_binding.h"
 #include "tests/platform/qt/window_fixture.h"
@@ -68,6 +69,22 @@ TEST_F(MessageLoopTest, PaintingOnlyFiresNoTimers) {
   while (clock.elapsed() < 50) loop_.ProcessPaintMessages();
   EXPECT_EQ(ticks.Count(), 0);
   EXPECT_TRUE(WaitFor([&] { return ticks.Count() > 0; }));
+}
+
+TEST_F(MessageLoopTest, PaintingOnlyDoesNotRepeatWhatIsHeldDown) {
+  QSlider slider(Qt::Horizontal);
+  slider.resize(400, 30);
+  slider.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&slider));
+  slider.setPageStep(1);
+  QTest::mousePress(&slider, Qt::LeftButton, {}, QPoint(380, 15));
+  const int before = slider.value();
+  QElapsedTimer clock;
+  clock.start();
+  while (clock.elapsed() < 700) loop_.ProcessPaintMessages();
+  EXPECT_EQ(slider.value(), before);
+  EXPECT_TRUE(WaitFor([&] { return slider.value() > before; }));
+  QTest::mouseRelease(&slider, Qt::LeftButton, {}, QPoint(380, 15));
 }
 
 TEST_F(MessageLoopTest, EscapeIsRememberedUntilAskedFor) {
