@@ -42,6 +42,8 @@ struct clsFunkhaus::Core : StreamState {
   clsFunkhaus* owner;  ///< null once the object is gone
 };
 
+clsFunkhaus::clsFunkhaus(const Ports& ports) : clsFunkhaus(ports, Options{}) {}
+
 clsFunkhaus::clsFunkhaus(const Ports& ports, Options options)
     : core_(std::make_shared<Core>(ports, std::move(options), this)) {}
 
@@ -121,15 +123,17 @@ void clsFunkhaus::StartRecStream(const Text& sContentType, const Text& sMetaInt)
   const Text folder = core->RecordFolder();
   const Text extension = ExtensionOf(sContentType);
   if (sMetaInt.empty()) {
-    RecordPlain(*core, folder, extension);
+    RecordPlain(*core, folder, extension, core->options.recording);
     return;
   }
   const std::optional<std::int32_t> lMetaInt = app::ToInt32(sMetaInt);
   if (!lMetaInt) return;
-  RecordByTitle(*core, folder, extension, *lMetaInt,
-                [core](const Text& sStreamTitle, const Text& sStreamUrl, const Text& sRaw) {
-                  core->RaiseCurrentPlaying(sStreamTitle, sStreamUrl, sRaw);
-                });
+  RecordByTitle(
+      *core, folder, extension, *lMetaInt,
+      [core](const Text& sStreamTitle, const Text& sStreamUrl, const Text& sRaw) {
+        core->RaiseCurrentPlaying(sStreamTitle, sStreamUrl, sRaw);
+      },
+      core->options.recording);
 }
 
 void clsFunkhaus::StopRecStream() { core_->stop_flag = true; }

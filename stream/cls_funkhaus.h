@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 
+#include "stream/record_options.h"
 #include "stream/stream_state.h"
 
 namespace stream {
@@ -23,9 +24,11 @@ class clsFunkhaus {
   struct Options {
     /// Receives the recorded files; empty stands for the program folder.
     Text record_folder;
+    RecordOptions recording = {};
   };
 
-  explicit clsFunkhaus(const Ports& ports, Options options = {});
+  explicit clsFunkhaus(const Ports& ports);
+  clsFunkhaus(const Ports& ports, Options options);
   ~clsFunkhaus();
   clsFunkhaus(const clsFunkhaus&) = delete;
   clsFunkhaus& operator=(const clsFunkhaus&) = delete;

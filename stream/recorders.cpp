@@ -6,6 +6,7 @@
 #include <span>
 #include <utility>
 
+#include "app/text_utilities.h"
 #include "stream/block_rules.h"
 #include "stream/icy_demultiplexer.h"
 #include "stream/internet_handles.h"
@@ -54,8 +55,12 @@ class RecordingFile {
 // Sorts the bytes of a stream into files by title.
 class TitleSplitter {
  public:
-  TitleSplitter(RecordingFile& file, std::int32_t lMetaInt, const CurrentPlaying& playing)
-      : file_(file), demultiplexer_(lMetaInt), playing_(playing) {}
+  /// Gives the characters of a block's bytes.
+  using Characters = std::function<Text(const std::string& block)>;
+
+  TitleSplitter(RecordingFile& file, std::int32_t lMetaInt, const CurrentPlaying& playing,
+                Characters characters)
+      : file_(file), demultiplexer_(lMetaInt), playing_(playing), characters_(std::move(characters)) {}
 
   Progress Take(std::byte byte) {
     switch (demultiplexer_.Take(byte)) {
@@ -81,7 +86,7 @@ class TitleSplitter {
   }
 
   Progress EvaluateBlock() {
-    const Text block = RemoveAll(CharactersOfSameCode(demultiplexer_.Block()), u"\n");
+    const Text block = RemoveAll(characters_(demultiplexer_.Block()), u"\n");
     for (const BlockField& field : FieldsOf(block)) {
       if (field.value.empty()) continue;
       if (field.kind == BlockField::Kind::kWebAddress) {
@@ -99,36 +104,51 @@ class TitleSplitter {
   RecordingFile& file_;
   IcyDemultiplexer demultiplexer_;
   const CurrentPlaying& playing_;
+  Characters characters_;
   Text title_;
   Text web_address_;
   int empty_blocks_ = 0;
 };
 
+Text DecodedBlock(platform::TextConversion& conversion, const std::string& block) {
+  const bool is_utf8 = app::IsUTF8(block, static_cast<std::int32_t>(block.size()));
+  const platform::CodePage page = is_utf8 ? platform::CodePage::kUtf8 : platform::CodePage::kAnsi;
+  return conversion.MultiByteToWideChar(page, block);
+}
+
+TitleSplitter::Characters CharactersBy(const RecordOptions& options, platform::TextConversion& conversion) {
+  if (options.title_characters == RecordOptions::TitleCharacters::kByteValues) return CharactersOfSameCode;
+  return [&conversion](const std::string& block) { return DecodedBlock(conversion, block); };
+}
+
 }  // namespace
 
-void RecordPlain(StreamState& state, const Text& folder, const Text& extension) {
+void RecordPlain(StreamState& state, const Text& folder, const Text& extension,
+                 const RecordOptions& options) {
   if (state.address.empty()) return;
   OpenedStream opened(state.ports.internet, state.address, {}, OpenFlagsOf(state.address).value_or(0));
   if (!opened) return;
   RecordingFile file(state.ports.record_files, folder, extension);
   if (file.Open(u"record") == Progress::kFailed) return;
   ReadBuffer buffer{};
+  const bool whole_buffer = options.plain_writes == RecordOptions::PlainWrites::kWholeBuffer;
   while (!state.stop_flag) {
-    if (!opened.Read(buffer).empty()) {
-      if (file.Write(buffer) == Progress::kFailed || file.Flush() == Progress::kFailed) return;
+    if (const auto came = opened.Read(buffer); !came.empty()) {
+      const std::span<const std::byte> bytes = whole_buffer ? std::span<const std::byte>(buffer) : came;
+      if (file.Write(bytes) == Progress::kFailed || file.Flush() == Progress::kFailed) return;
     }
     state.ports.message_loop.ProcessPendingMessages();
   }
 }
 
 void RecordByTitle(StreamState& state, const Text& folder, const Text& extension, std::int32_t lMetaInt,
-                   const CurrentPlaying& playing) {
+                   const CurrentPlaying& playing, const RecordOptions& options) {
   if (state.address.empty()) return;
   OpenedStream opened(state.ports.internet, state.address, kIcyMetaDataHeader,
                       OpenFlagsOf(state.address).value_or(0));
   if (!opened) return;
   RecordingFile file(state.ports.record_files, folder, extension);
-  TitleSplitter splitter(file, lMetaInt, playing);
+  TitleSplitter splitter(file, lMetaInt, playing, CharactersBy(options, state.ports.text_conversion));
   ReadBuffer buffer{};
   do {
     for (const std::byte byte : opened.Read(buffer)) {

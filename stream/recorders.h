@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 
+#include "stream/record_options.h"
 #include "stream/stream_state.h"
 
 namespace stream {
@@ -13,8 +14,9 @@ namespace stream {
 /// file cannot be opened or written any more; what was written stays. `folder` receives the files.
 
 /// Everything goes into one file, "record" and the extension. Every read that brings bytes appends the
-/// whole 512-byte buffer, stale bytes of earlier reads included.
-void RecordPlain(StreamState& state, const Text& folder, const Text& extension);
+/// whole 512-byte buffer, stale bytes of earlier reads included, unless `options` say otherwise.
+void RecordPlain(StreamState& state, const Text& folder, const Text& extension,
+                 const RecordOptions& options = {});
 
 /// Told at every block that is not empty: title, web address, the block without line feeds.
 using CurrentPlaying =
@@ -24,6 +26,6 @@ using CurrentPlaying =
 /// same title opens its file again and writes from its start. Two empty blocks without a file open the
 /// file "unknown".
 void RecordByTitle(StreamState& state, const Text& folder, const Text& extension, std::int32_t lMetaInt,
-                   const CurrentPlaying& playing);
+                   const CurrentPlaying& playing, const RecordOptions& options = {});
 
 }  // namespace stream

@@ -290,5 +290,30 @@ TEST_F(TitleRecorder, AStopInsideTheEventEndsAfterTheRunningRead) {
   EXPECT_EQ(rig_.internet.reads.size(), 1U);
 }
 
+TEST_F(PlainRecorder, WritesJustTheBytesThatCameWhenItsHolderAsksForThat) {
+  rig_.StationSends(AudioBytes(700), 100);
+  RecordOptions options;
+  options.plain_writes = RecordOptions::PlainWrites::kBytesRead;
+  RecordPlain(state_, u"C:\\Rec", u".mp3", options);
+  EXPECT_EQ(File(u"record.mp3"), AudioBytes(700));
+}
+
+TEST_F(TitleRecorder, DecodesTitlesWhenItsHolderAsksForThat) {
+  rig_.StationSends("1234" +
+                    Block("StreamTitle='Stra\xC3\x9F"
+                          "e \xE2\x80\x93 \xF0\x9F\x8E\xB5';") +
+                    "abcd" +
+                    Block("StreamTitle='K\xFC"
+                          "che \x96 Bad';") +
+                    "efgh" + Block("StreamTitle='Plain';") + "ijkl");
+  RecordOptions options;
+  options.title_characters = RecordOptions::TitleCharacters::kDecoded;
+  RecordByTitle(
+      state_, u"C:\\Rec", u".mp3", 4, [](const Text&, const Text&, const Text&) {}, options);
+  EXPECT_EQ(File(u"Stra\u00DFe \u2013 \U0001F3B5.mp3"), "abcd");
+  EXPECT_EQ(File(u"K\u00FCche \u2013 Bad.mp3"), "efgh");
+  EXPECT_EQ(File(u"Plain.mp3"), "ijkl");
+}
+
 }  // namespace
 }  // namespace stream
