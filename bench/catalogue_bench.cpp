@@ -1,0 +1,131 @@
+// Large catalogues: loading, sorting, saving, exporting and importing them over the real INI engine.
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+#include <string>
+
+#include "app/ini_procedures.h"
+#include "app/settings.h"
+#include "app/window_state.h"
+#include "catalogue/station_icons.h"
+#include "catalogue/station_lists.h"
+#include "catalogue/station_store.h"
+#include "platform/icu/string_order.h"
+#include "platform/icu/text_conversion.h"
+#include "platform/posix/environment.h"
+#include "platform/posix/files.h"
+#include "platform/posix/native_paths.h"
+#include "platform/posix/private_profile.h"
+#include "playlist/m3u_export.h"
+#include "playlist/m3u_import.h"
+#include "tests/support/fakes.h"
+#include "tests/support/temp_folder.h"
+
+namespace {
+
+using platform::Text;
+
+Text Name(std::int64_t index) {
+  const std::string digits = std::to_string(index * 7919 % 100003);
+  return u"S" + Text(digits.begin(), digits.end());
+}
+
+/// A catalogue over real files in a scratch folder, without a window.
+struct Catalogue {
+  explicit Catalogue(std::int64_t stations) {
+    settings.SettingsFolder = folder.TextPath() + u"\\";
+    settings.StationFileName = u"Funkhaus.ini";
+    catalogue::StationLists::CreateColumns(full);
+    catalogue::StationLists::CreateColumns(filtered);
+    filtered.SetVisible(false);
+    std::vector<controls::ListRow> rows;
+    for (std::int64_t index = 0; index < stations; ++index) {
+      controls::ListRow row;
+      row.cells = {Name(index), u"Pop & Hits", u"http://radio.example/" + Name(index), u"1", u"", u""};
+      rows.push_back(std::move(row));
+    }
+    full.AddRows(std::move(rows));
+  }
+
+  void Save() {
+    platform::WriteGroup group(profile);
+    for (const controls::ListRow& row : full.Rows()) {
+      ini.WriteStationIni(row.cells[0], u"Genre", row.cells[1]);
+      ini.WriteStationIni(row.cells[0], u"Link", row.cells[2]);
+      ini.WriteStationIni(row.cells[0], u"Favorit", row.cells[3]);
+      ini.WriteStationIni(row.cells[0], u"M3uNr", row.cells[5]);
+    }
+    group.End();
+  }
+
+  test_support::TempFolder folder;
+  platform::icu::IcuTextConversion conversion;
+  platform::icu::IcuStringOrder order;
+  platform::posix::PosixNativePaths paths;
+  platform::posix::IniPrivateProfile profile{paths, conversion};
+  platform::posix::PosixFiles files{paths};
+  platform::posix::PosixEnvironment environment{paths};
+  test_support::FakeIcons icon_port;
+  test_support::FakeDialogs dialogs;
+  test_support::FakeMessageLoop message_loop;
+  test_support::FakeClock clock;
+  app::Settings settings;
+  app::WindowState state;
+  app::IniProcedures ini{settings, profile, files, environment};
+  controls::Form form;
+  controls::ListView full, filtered;
+  controls::ListPair lists{full, filtered};
+  controls::CommandButton export_button, import_button;
+  catalogue::StationIcons icons{{icon_port, files, conversion, dialogs}, lists};
+  catalogue::StationLists station_lists{lists, order, state, {[] {}, [] {}}};
+  catalogue::StationStore store{
+      {profile, conversion}, ini, settings, icons, state, lists, [this](controls::ListView& list) {
+        station_lists.SortAgain(list);
+      }};
+  playlist::M3uExport m3u_export{
+      {form, lists, export_button}, dialogs, files, conversion, message_loop, clock};
+  playlist::M3uImport m3u_import{{form, lists, import_button}, dialogs, files, conversion};
+};
+
+/// The list of names holds 8,191 characters, so a real catalogue has some hundreds of stations.
+void LoadCatalogue(benchmark::State& state) {
+  Catalogue catalogue(state.range(0));
+  catalogue.Save();
+  for (auto _ : state) catalogue.store.LoadStations(u"1");
+}
+BENCHMARK(LoadCatalogue)->Arg(300)->Arg(1000)->Unit(benchmark::kMillisecond);
+
+void SaveCatalogue(benchmark::State& state) {
+  Catalogue catalogue(state.range(0));
+  std::int64_t round = 0;
+  for (auto _ : state) {
+    state.PauseTiming();
+    const Text link = u"http://neu.example/" + Name(++round);
+    const controls::RowId last = catalogue.full.RowAt(catalogue.full.Count() - 1);
+    catalogue.full.SetCell(last, 2, link);
+    state.ResumeTiming();
+    catalogue.Save();
+  }
+}
+BENCHMARK(SaveCatalogue)->Arg(300)->Arg(20000)->Unit(benchmark::kMillisecond);
+
+void SortByName(benchmark::State& state) {
+  Catalogue catalogue(state.range(0));
+  for (auto _ : state) catalogue.full.ClickHeader(0);
+}
+BENCHMARK(SortByName)->Arg(300)->Arg(20000)->Unit(benchmark::kMillisecond);
+
+void ExportAndImport(benchmark::State& state) {
+  Catalogue catalogue(state.range(0));
+  catalogue.dialogs.chosen_file = catalogue.folder.TextPath("liste.m3u");
+  for (auto _ : state) {
+    catalogue.export_button.Click();
+    catalogue.dialogs.answers = {platform::MessageBoxAnswer::kNo};
+    catalogue.import_button.Click();
+    catalogue.dialogs.boxes.clear();
+  }
+}
+BENCHMARK(ExportAndImport)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+}  // namespace
