@@ -101,12 +101,15 @@ class Visitor:
         loudness = wait_for(f"sound of {name}", lambda: self.audible(self.sink.loudness()), 40, pause=0)
         position = wait_for(f"the position of {name}", lambda: self.running_position(), 20)
         title = wait_for(f"the title of {name}", self.shown_title, 30)
-        screenshot(self.display, self.output / f"{name.replace(' ', '-')}.png")
+        screenshot(self.display, self.picture_of(name))
         self.press("Command6")
         wait_for(f"silence after {name}", lambda: self.sink.loudness(0.5) < SILENT, 15, pause=0)
         wait_for("an empty position", lambda: not self.report.text("Label1"), 10)
         served = len(self.station.lines("title ")) - titles_before
         return f"{name}: {loudness:.1f} dB, {position}, \"{title}\" ({served} titles served)"
+
+    def picture_of(self, name):
+        return self.output / f"{name.replace(' ', '-')}.png"
 
     @staticmethod
     def audible(loudness):
@@ -132,9 +135,10 @@ class Visitor:
         loudness = self.sink.loudness(2.0)
         if loudness > SILENT:
             raise Failure(f"{name} was heard at {loudness:.1f} dB")
+        screenshot(self.display, self.picture_of(name))
         answer = ""
         if self.report.find("box"):
-            answer = f', box "{self.report.text("box")}"'
+            answer = f', box "{self.report.text("box").strip()}"'
             self.press("box[0]")
             wait_for("the box to close", lambda: not self.report.find("box"), 10)
         self.press("Command6")
