@@ -98,10 +98,13 @@ class Visitor:
         titles_before = len(self.station.lines("title "))
         self.select(name)
         self.press("Command1")
-        loudness = wait_for(f"sound of {name}", lambda: self.audible(self.sink.loudness()), 40, pause=0)
+        wait_for(f"sound of {name}", lambda: self.sink.loudness() > AUDIBLE, 40, pause=0)
         position = wait_for(f"the position of {name}", lambda: self.running_position(), 20)
         title = wait_for(f"the title of {name}", self.shown_title, 30)
         screenshot(self.display, self.picture_of(name))
+        loudness = self.sink.loudness(2.0)
+        if loudness < AUDIBLE:
+            raise Failure(f"{name} fell silent, {loudness:.1f} dB")
         self.press("Command6")
         wait_for(f"silence after {name}", lambda: self.sink.loudness(0.5) < SILENT, 15, pause=0)
         wait_for("an empty position", lambda: not self.report.text("Label1"), 10)
@@ -110,10 +113,6 @@ class Visitor:
 
     def picture_of(self, name):
         return self.output / f"{name.replace(' ', '-')}.png"
-
-    @staticmethod
-    def audible(loudness):
-        return loudness if loudness > AUDIBLE else None
 
     def running_position(self):
         """The text of the position once it has moved."""
@@ -128,36 +127,39 @@ class Visitor:
         title = self.report.text("Label4")
         return title if title and title in self.station.lines("title ") else None
 
-    def meet_dead(self, name):
-        """Selects and starts a station that is not there: the window must stay alive, and silent."""
+    def meet_dead(self, name, box):
+        """Selects and starts a station that is not there: the window says what it has to say (`box`, None for
+        nothing), stays alive and silent."""
         self.select(name)
         self.press("Command1")
+        if box:
+            wait_for(f"the box of {name}", lambda: (self.report.text("box") or "").strip() == box, 20)
         loudness = self.sink.loudness(2.0)
         if loudness > SILENT:
             raise Failure(f"{name} was heard at {loudness:.1f} dB")
         screenshot(self.display, self.picture_of(name))
-        answer = ""
-        if self.report.find("box"):
-            answer = f', box "{self.report.text("box").strip()}"'
+        if bool(box) != bool(self.report.find("box")):
+            raise Failure(f'{name} was answered by "{self.report.text("box")}"')
+        if box:
             self.press("box[0]")
             wait_for("the box to close", lambda: not self.report.find("box"), 10)
         self.press("Command6")
-        return f"{name}: silent{answer}"
+        return f"{name}: silent" + (f', "{box}"' if box else "")
 
 
-def visit(player, visitor, stations):
+def visit(player, visitor):
     quiet = visitor.sink.loudness()
     if quiet > SILENT:
         raise Failure(f"{quiet:.1f} dB before anything is played")
     wait_for("the window", lambda: visitor.report.find("window") or player.poll() is not None, 30)
     if player.poll() is not None:
         raise Failure(f"the program ended at once, with {player.returncode}")
-    for name, *_ in stations[:3]:
+    for name in ("Radio Lichtung", "Küstenfunk Süd", "Blaue Stunde"):
         print(visitor.hear(name), flush=True)
-    for name, *_ in stations[3:]:
-        print(visitor.meet_dead(name), flush=True)
-    # One more time the first, so that the window is known to have come through.
-    print(visitor.hear(stations[0][0]), flush=True)
+    print(visitor.meet_dead("Stilles Haus", box=None), flush=True)
+    print(visitor.meet_dead("Verzogen", box="Das System kann die angegebene Datei nicht finden."), flush=True)
+    # The window has come through and still plays.
+    print(visitor.hear("Radio Lichtung"), flush=True)
     close_window(visitor.display, player.pid)
     try:
         code = player.wait(timeout=15)
@@ -190,7 +192,7 @@ def run(arguments, children, scratch):
                            FUNKHAUS_DEMO_REPORT=str(report.path))
         player = children.start("player", [program], env=environment)
         try:
-            visit(player, Visitor(display, sink, report, station, output), stations)
+            visit(player, Visitor(display, sink, report, station, output))
         except Failure:
             screenshot(display, output / "failure.png")
             if report.path.exists():
