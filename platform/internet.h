@@ -62,8 +62,11 @@ class Internet {
   virtual InternetHandle InternetOpenUrlW(InternetHandle session, const Text& url, const Text& headers,
                                           std::uint32_t flags) = 0;
 
-  /// At most the buffer's size, waiting no longer than a short slice (at most 100 ms). A server is never
-  /// read ahead by more than a fixed buffer.
+  /// Fills the buffer, waiting no longer than a short slice (at most 100 ms); a slice in which it cannot be
+  /// filled brings nothing. Only when the server has ended, or has sent nothing for a while, the read is a
+  /// short one, with what there is. After the end every read brings nothing, still taking its slice: as a
+  /// success after a clean end, as a failure after a cut. A server is never read ahead by more than a fixed
+  /// buffer.
   virtual InternetRead InternetReadFile(InternetHandle request, std::span<std::byte> buffer) = 0;
 
   virtual bool InternetCloseHandle(InternetHandle handle) = 0;

@@ -152,13 +152,17 @@ InternetRead CurlInternet::InternetReadFile(InternetHandle request, std::span<st
   Node* node = Find(request, Kind::kRequest);
   if (!node || !node->transfer) return {};
   Transfer& transfer = *node->transfer;
+  const std::size_t wanted = std::min(buffer.size(), Transfer::kBufferLimit / 2);
   const Clock::time_point deadline = Clock::now() + settings_.read_slice;
-  while (transfer.Buffered() < buffer.size()) {
-    const bool waited_enough = transfer.QuietFor() >= settings_.quiet_before_short_read;
-    if (transfer.Buffered() > 0 && (transfer.HasEnded() || waited_enough)) break;
+  while (transfer.Buffered() < wanted) {
+    if (transfer.HasEnded() && transfer.Buffered() > 0) break;
     const milliseconds left = Until(deadline);
-    if (left == milliseconds(0)) return {!transfer.HasFailed(), 0};
+    // Looks at the network before it judges, so that a program that was held up itself does not take
+    // the server for quiet.
     transfer.Work(left);
+    const bool is_quiet = transfer.QuietFor() >= settings_.quiet_before_short_read;
+    if (transfer.Buffered() > 0 && is_quiet) break;
+    if (left == milliseconds(0) && transfer.Buffered() < wanted) return {!transfer.HasFailed(), 0};
   }
   return {true, transfer.Take(buffer)};
 }

@@ -21,8 +21,8 @@ struct InternetSettings {
   milliseconds answer_limit{10'000};   ///< a connected server that does not get its header out; each hop
   milliseconds whole_limit{30'000};    ///< all of it, redirects included
   milliseconds read_slice{20};         ///< the longest wait of one InternetReadFile
-  /// InternetReadFile fills the whole buffer. Only when the server has ended, or when nothing has come for
-  /// this long, it gives less.
+  /// InternetReadFile fills the whole buffer (32 KiB of it when it is larger). Only when the server has
+  /// ended, or when nothing has come for this long, it gives less; until then it brings nothing.
   milliseconds quiet_before_short_read{500};
   std::string trusted_certificates;  ///< a PEM file in place of the system's; empty: the system's
 };

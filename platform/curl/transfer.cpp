@@ -10,7 +10,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::size_t kBufferLimit = 64 * 1024;
 constexpr long kMostRedirects = 10;
 
 struct FreeEasy {

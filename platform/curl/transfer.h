@@ -31,10 +31,12 @@ struct TransferOptions {
 
 /// Goes straight to the server, never through a proxy. Redirects are followed, at most ten, to http and
 /// https only. "ICY 200" counts as status 200.
-/// Bodies are read on demand: at most 64 KiB, and what libcurl itself holds (16 KiB), are taken from the
-/// server ahead of Take, then the server has to wait.
+/// Bodies are read on demand: at most kBufferLimit, and what libcurl itself holds (16 KiB), are taken from
+/// the server ahead of Take, then the server has to wait.
 class Transfer {
  public:
+  static constexpr std::size_t kBufferLimit = 64 * 1024;
+
   /// The transfer begins with the first Work. Without memory or with an unusable address it has failed.
   explicit Transfer(const TransferOptions& options);
   ~Transfer();

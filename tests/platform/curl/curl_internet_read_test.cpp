@@ -92,16 +92,10 @@ TEST_F(CurlInternetRead, BytesStayInOrderWhileTheServerHasToWait) {
   EXPECT_TRUE(rig_.ReadAll(request, kSize, 1000) == body);
 }
 
-TEST_F(CurlInternetRead, AServerIsNotReadAheadOfItsReader) {
+TEST_F(CurlInternetRead, ALargeBufferIsNotWaitedForUntilItIsFull) {
   rig_.server.OnAny(Script().Send(kOk).Flood(AudioBytes(1024)));
   const InternetHandle request = rig_.Open();
-  constexpr std::size_t kTaken = 2'000'000;
-  EXPECT_EQ(rig_.ReadAll(request, kTaken, 512).size(), kTaken);
-  // Reads of no bytes let the transfer work, but nothing is taken from it.
-  for (int i = 0; i < 50; ++i) rig_.internet.InternetReadFile(request, {});
-  const std::uint64_t ahead = rig_.server.BytesSent() - kTaken;
-  EXPECT_LT(ahead, 1'000'000U) << "the buffers of the two sockets and of the adapter";
-  EXPECT_EQ(rig_.ReadAll(request, 100'000, 512).size(), 100'000U) << "and it goes on";
+  EXPECT_GE(rig_.ReadSomething(request, 1'000'000).size(), 32U * 1024);
 }
 
 TEST_F(CurlInternetRead, ClosingTheHandleLetsTheServerGo) {
