@@ -7,8 +7,14 @@
 
 namespace controls {
 
+/// On whose behalf a window is closed.
+enum class CloseReason {
+  kUser,        ///< the user or the program itself: there is somebody to answer a question
+  kSessionEnd,  ///< the system ends the program: nobody answers any more
+};
+
 /// The inner size is that of Control::GetPlace (twips). Closing a window raises QueryUnload, Unloaded and
-/// Closed, once each and in this order; asking again meanwhile does nothing.
+/// Closed, once each and in this order; asking again meanwhile does nothing but take over kSessionEnd.
 class Form final : public Captioned {
  public:
   /// The user or the system gave the window another inner size.
@@ -20,7 +26,9 @@ class Form final : public Captioned {
   }
 
   /// Closes the window: asks (QueryUnload), then unloads. Once only.
-  void Close() {
+  void Close(CloseReason reason = CloseReason::kUser) {
+    // The end of the session may come while the user is still being asked.
+    if (reason == CloseReason::kSessionEnd) reason_ = reason;
     if (std::exchange(closing_, true)) return;
     QueryUnload.Raise();
     Unloaded.Raise();
@@ -31,6 +39,8 @@ class Form final : public Captioned {
   /// True from the moment closing was asked for.
   [[nodiscard]] bool Closing() const { return closing_; }
   [[nodiscard]] bool IsClosed() const { return closed_; }
+  /// Of the closing under way; may turn into kSessionEnd during QueryUnload.
+  [[nodiscard]] CloseReason Reason() const { return reason_; }
 
   Event<> Resized;
   Event<> QueryUnload;
@@ -40,6 +50,7 @@ class Form final : public Captioned {
  private:
   bool closing_ = false;
   bool closed_ = false;
+  CloseReason reason_ = CloseReason::kUser;
 };
 
 }  // namespace controls

@@ -41,6 +41,26 @@ TEST_F(FormTest, ClosingAgainMeanwhileOrAfterwardsDoesNothing) {
   EXPECT_EQ(log_.size(), 3U);
 }
 
+TEST_F(FormTest, ReasonIsTheUserUnlessTheSessionEnds) {
+  Form by_user;
+  by_user.Close();
+  EXPECT_EQ(by_user.Reason(), CloseReason::kUser);
+
+  const auto look = form_.QueryUnload.Subscribe(
+      [this] { EXPECT_EQ(form_.Reason(), CloseReason::kSessionEnd) << "readable while asking"; });
+  form_.Close(CloseReason::kSessionEnd);
+  EXPECT_EQ(form_.Reason(), CloseReason::kSessionEnd);
+}
+
+TEST_F(FormTest, SessionEndWhileTheUserIsAskedTakesOverWithoutClosingTwice) {
+  const auto end = form_.QueryUnload.Subscribe([this] { form_.Close(CloseReason::kSessionEnd); });
+  form_.Close();
+  EXPECT_EQ(form_.Reason(), CloseReason::kSessionEnd);
+  EXPECT_EQ(log_.size(), 3U);
+  form_.Close();
+  EXPECT_EQ(form_.Reason(), CloseReason::kSessionEnd) << "a later request of the user changes nothing";
+}
+
 TEST_F(FormTest, ResizingKeepsThePlaceAndTellsOfTheNewSize) {
   form_.Move({10, 20, 300, 400});
   form_.Resize(500, 600);
