@@ -1,6 +1,8 @@
 #include "catalogue/station_editor.h"
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "app/numbers.h"
 #include "catalogue/station_row.h"
@@ -152,6 +154,21 @@ void StationEditor::WriteFullList() {
   }
   if (!group.End()) return;
   for (const ListRow& row : parts_.lists.full.Rows()) store_.Origins().MarkSaved(row.id);
+}
+
+void StationEditor::SaveUnsavedRows() {
+  if (!settings_.CatalogueChanged && !HasUnsavedRows()) return;
+  // The file may be newer than the loaded rows: what was taken over or deleted in a filter view stands in
+  // the file only, and an entry number of a new entry is in no column. Unsaved rows survive the loading.
+  store_.LoadStations(u"");
+  WriteFullList();
+  settings_.CatalogueChanged = false;
+}
+
+bool StationEditor::HasUnsavedRows() const {
+  const std::vector<ListRow>& rows = parts_.lists.full.Rows();
+  return std::any_of(rows.begin(), rows.end(),
+                     [this](const ListRow& row) { return store_.Origins().Of(row.id) != RowOrigin::kSaved; });
 }
 
 void StationEditor::CommandButton2_Click() {

@@ -53,6 +53,10 @@ class StationEditor {
   /// Writes every row of the full list, in list order, to the station file, without any message.
   void WriteFullList();
 
+  /// For the end of the session, when nobody can answer: writes the full list without any message, also in
+  /// a filter view, when the catalogue counts as changed or the station file lacks one of its rows.
+  void SaveUnsavedRows();
+
  private:
   void TakeOverField(std::size_t cell, const platform::Text& key, const platform::Text& value);
   void TakeOverAll();
@@ -63,6 +67,7 @@ class StationEditor {
   void WriteCommonKeys(const platform::Text& name);
   [[nodiscard]] platform::Text FavouriteMark() const;
   void MarkSaved(const controls::ListView& list, controls::RowId row);
+  [[nodiscard]] bool HasUnsavedRows() const;
 
   Parts parts_;
   StationStore& store_;
