@@ -112,16 +112,20 @@ void MainWindow::ShowNewStationDialog() {
 
 void MainWindow::Form_QueryUnload() {
   form1_.Timer1.SetEnabled(false);
-  if (settings_.CatalogueChanged) {
-    const auto answer = platform_.dialogs.MessageBoxW(u"Sollen die Änderungen gespeichert werden?", u"",
-                                                      platform::kMbYesNo | platform::kMbIconQuestion);
-    if (answer == platform::MessageBoxAnswer::kYes) {
-      settings_.CatalogueChanged = false;
-      editor_.CommandButton1_Click();
-    }
-  }
+  const auto session_ends = [this] { return form1_.form.Reason() == controls::CloseReason::kSessionEnd; };
+  if (!session_ends() && settings_.CatalogueChanged) OfferToSave();
+  // Asked again, because the session may have ended while the question stood open.
+  if (session_ends()) editor_.SaveUnsavedRows();
   const Text view = form1_.Check3.Checked() ? u"1" : (form1_.Check1.Checked() ? u"2" : u"0");
   ini_.WriteOptIni(u"Pfad3", u"FunkhausFavorit", view);
+}
+
+void MainWindow::OfferToSave() {
+  const auto answer = platform_.dialogs.MessageBoxW(u"Sollen die Änderungen gespeichert werden?", u"",
+                                                    platform::kMbYesNo | platform::kMbIconQuestion);
+  if (answer != platform::MessageBoxAnswer::kYes) return;
+  settings_.CatalogueChanged = false;
+  editor_.CommandButton1_Click();
 }
 
 void MainWindow::Form_Unload() {

@@ -89,6 +89,7 @@ class MainWindow {
  private:
   void Form_QueryUnload();
   void Form_Unload();
+  void OfferToSave();
   void RestoreView();
   void CreateStreamClient();
   void CreatePlayer();

@@ -81,6 +81,58 @@ TEST_F(ShutDownTest, NoSavesNothingAndTheViewIsWrittenAllTheSame) {
   EXPECT_TRUE(Form().form.IsClosed());
 }
 
+TEST_F(ShutDownTest, EndOfTheSessionSavesWithoutAQuestion) {
+  Start();
+  AddUnsavedStation();
+  Form().form.Close(controls::CloseReason::kSessionEnd);
+  EXPECT_TRUE(dialogs.boxes.empty());
+  EXPECT_TRUE(profile.HasSection(kStationFilePath, u"Neu"));
+  EXPECT_FALSE(window->GetSettings().CatalogueChanged);
+  EXPECT_EQ(WrittenView(), u"0");
+  EXPECT_TRUE(Form().form.IsClosed());
+}
+
+TEST_F(ShutDownTest, EndOfTheSessionSavesInAFilterViewTooAndWritesThatView) {
+  Start();
+  AddUnsavedStation();
+  Form().Check3.Click();
+  Form().form.Close(controls::CloseReason::kSessionEnd);
+  EXPECT_TRUE(dialogs.boxes.empty());
+  EXPECT_TRUE(profile.HasSection(kStationFilePath, u"Neu"));
+  EXPECT_EQ(WrittenView(), u"1");
+}
+
+TEST_F(ShutDownTest, EndOfTheSessionSavesAnImportAboutWhichClosingDoesNotAsk) {
+  Start();
+  controls::ListRow row;
+  row.cells[catalogue::kName] = u"Import";
+  Form().SymbolListview.AddRow(row);
+  Form().form.Close(controls::CloseReason::kSessionEnd);
+  EXPECT_TRUE(dialogs.boxes.empty());
+  EXPECT_TRUE(profile.HasSection(kStationFilePath, u"Import"));
+}
+
+TEST_F(ShutDownTest, EndOfTheSessionWithoutUnsavedRowsLeavesTheStationFileAlone) {
+  AddStation(u"A", u"http://a/");
+  Start();
+  profile.writes.clear();
+  Form().form.Close(controls::CloseReason::kSessionEnd);
+  ASSERT_EQ(profile.writes.size(), 1U) << "the view";
+  EXPECT_EQ(profile.writes[0].path, kOptIniPath);
+}
+
+TEST_F(ShutDownTest, EndOfTheSessionWhileTheQuestionStandsOpenSavesAfterAll) {
+  Start();
+  AddUnsavedStation();
+  dialogs.on_box = [this] { Form().form.Close(controls::CloseReason::kSessionEnd); };
+  dialogs.answers = {MessageBoxAnswer::kNo};  // what a dismissed box answers
+  Form().form.Close();
+  EXPECT_EQ(BoxTexts(), std::vector<Text>{u"Sollen die Änderungen gespeichert werden?"});
+  EXPECT_TRUE(profile.HasSection(kStationFilePath, u"Neu"));
+  EXPECT_EQ(WrittenView(), u"0");
+  EXPECT_TRUE(Form().form.IsClosed());
+}
+
 TEST_F(ShutDownTest, PeakTimerStopsBeforeTheQuestionAndTheOthersWhenUnloading) {
   Start();
   AddUnsavedStation();
