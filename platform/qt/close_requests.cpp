@@ -35,12 +35,12 @@ bool OpenPipe() { return ::pipe2(descriptors.data(), O_CLOEXEC | O_NONBLOCK) == 
 CloseRequests::CloseRequests(controls::Form& form, const QtMessageLoop& loop) : form_(form), loop_(loop) {
   again_.setSingleShot(true);
   again_.setInterval(kRetryMilliseconds);
-  connect(&again_, &QTimer::timeout, this, [this] { CloseForm(); });
+  connect(&again_, &QTimer::timeout, this, [this] { CloseForm(reason_); });
   connect(qGuiApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& manager) {
     // Closing may ask whether to save, which the session has to allow first.
-    const bool asked = manager.allowsInteraction();
-    CloseForm();
-    if (asked) manager.release();
+    const bool may_ask = manager.allowsInteraction();
+    CloseForm(may_ask ? controls::CloseReason::kUser : controls::CloseReason::kSessionEnd);
+    if (may_ask) manager.release();
   });
   if (!OpenPipe()) return;
   wake_descriptor = descriptors[1];
@@ -69,16 +69,21 @@ void CloseRequests::ReadSignals() {
   std::array<char, 16> bytes{};
   while (::read(descriptors[0], bytes.data(), bytes.size()) > 0) {
   }
-  CloseForm();
+  CloseForm(controls::CloseReason::kSessionEnd);
 }
 
-void CloseRequests::CloseForm() {
+void CloseRequests::CloseForm(controls::CloseReason reason) {
   // Some event loops bring such requests although only painting was asked for.
   if (loop_.PaintingOnly()) {
+    if (reason_ != controls::CloseReason::kSessionEnd) reason_ = reason;
     again_.start();
-  } else {
-    form_.Close();
+    return;
   }
+  form_.Close(reason);
+  const bool stuck = !form_.IsClosed() && reason == controls::CloseReason::kSessionEnd;
+  // The form is being closed further up and waits there for an answer. Leaving every event loop dismisses
+  // whatever stands open, and the closing goes on.
+  if (stuck) QCoreApplication::exit();
 }
 
 }  // namespace platform::qt

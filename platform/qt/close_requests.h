@@ -12,8 +12,11 @@
 
 namespace platform::qt {
 
-/// One at a time. The form is closed from the event loop, never inside the signal handler and not while
-/// only painting is allowed; the signals' former handling is back when this ends.
+/// One at a time. A signal ends the program without a question: the form is told that the session ends, and a
+/// message box or dialog that stands open is dismissed. A session that is about to end closes the form for
+/// the user when it allows questions, otherwise as a signal does. The form is closed from the event loop,
+/// never inside the signal handler and not while only painting is allowed; the signals' former handling is
+/// back when this ends.
 class CloseRequests final : public QObject {
  public:
   CloseRequests(controls::Form& form, const QtMessageLoop& loop);
@@ -21,11 +24,12 @@ class CloseRequests final : public QObject {
 
  private:
   void ReadSignals();
-  void CloseForm();
+  void CloseForm(controls::CloseReason reason);
 
   controls::Form& form_;
   const QtMessageLoop& loop_;
   QTimer again_;
+  controls::CloseReason reason_ = controls::CloseReason::kUser;  // of a request that waits
   std::unique_ptr<QSocketNotifier> notifier_;
 };
 
