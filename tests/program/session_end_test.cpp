@@ -1,0 +1,107 @@
+// The whole program, without a screen, whose session ends while it asks whether to save.
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPointer>
+#include <QTimer>
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "app/window/main_window.h"
+#include "program.h"
+#include "tests/support/temp_folder.h"
+
+namespace {
+
+class SessionEndProgramTest : public ::testing::Test {
+ protected:
+  SessionEndProgramTest() {
+    folder_.Write("Ordnerzentrale/Funkhaus.ini", kStations);
+    ::setenv("APPDATA", folder_.Path().c_str(), 1);
+    ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    program_ = std::make_unique<Program>(count_, arguments_.data());
+  }
+
+  /// Acts on each modal dialog once it is shown: the new-station dialog, then each message box.
+  void Watch(QTimer& poll, const std::function<void(QWidget&)>& act) {
+    QObject::connect(&poll, &QTimer::timeout, &poll, [this, act] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      if (dialog == nullptr || !dialog->isVisible() || dialog == last_dialog_) return;
+      last_dialog_ = dialog;
+      act(*dialog);
+    });
+    poll.start(5);
+  }
+  static void AcceptNewStation(QWidget& dialog) {
+    dialog.findChild<QLineEdit*>(QStringLiteral("TextBox1_0"))->setText(QStringLiteral("Grüner Hügel"));
+    dialog.findChild<QLineEdit*>(QStringLiteral("TextBox1_1"))->setText(QStringLiteral("http://127.0.0.1/x"));
+    dialog.findChild<QAbstractButton*>(QStringLiteral("CommandButton1"))->click();
+  }
+
+  static constexpr const char* kStations =
+      "; von Hand\r\n[Radio Beispiel]\r\nStation=Radio Beispiel\r\nLink=http://127.0.0.1/a\r\n"
+      "Genre=Rock\r\nFavorit=1\r\nM3uNr=\r\n";
+  static constexpr const char* kNewStation =
+      "[Gr\xFCner H\xFCgel]\r\nGenre=80er/90er\r\nLink=http://127.0.0.1/x\r\nFavorit=\r\nM3uNr=\r\n";
+
+  test_support::TempFolder folder_;
+  std::string name_ = "funkhausplayer";
+  std::array<char*, 2> arguments_ = {name_.data(), nullptr};
+  int count_ = 1;
+  std::unique_ptr<Program> program_;
+  QPointer<QWidget> last_dialog_;
+};
+
+TEST_F(SessionEndProgramTest, SignalWithAnUnsavedRowSavesItAndEndsTheProgram) {
+  QTimer poll;
+  int boxes = 0;
+  Watch(poll, [&](QWidget& dialog) {
+    auto* box = qobject_cast<QMessageBox*>(&dialog);
+    if (box == nullptr) return AcceptNewStation(dialog);
+    ++boxes;
+    // After the dialog the program offers to save; the answer is No, and the session ends later.
+    box->button(QMessageBox::No)->click();
+    QTimer::singleShot(0, [] { std::raise(SIGTERM); });
+  });
+  QTimer::singleShot(0, [this] { program_->Logic().Controls().CommandButton2.Click(); });
+  EXPECT_EQ(program_->Run(), 0);
+  EXPECT_EQ(boxes, 1) << "nobody is asked when the session ends";
+  EXPECT_EQ(folder_.Read("Ordnerzentrale/Funkhaus.ini"), std::string(kStations) + kNewStation);
+  EXPECT_EQ(folder_.Read("Ordnerzentrale/Opt.ini"), "[Pfad3]\r\nFunkhausFavorit=0\r\n");
+}
+
+TEST_F(SessionEndProgramTest, SignalWhileTheQuestionStandsOpenSavesTheRowAndEndsTheProgram) {
+  QTimer poll;
+  Watch(poll, [&](QWidget& dialog) {
+    if (qobject_cast<QMessageBox*>(&dialog) == nullptr) return AcceptNewStation(dialog);
+    std::raise(SIGTERM);
+  });
+  QTimer::singleShot(0, [this] { program_->Logic().Controls().CommandButton2.Click(); });
+  EXPECT_EQ(program_->Run(), 0);
+  EXPECT_EQ(folder_.Read("Ordnerzentrale/Funkhaus.ini"), std::string(kStations) + kNewStation);
+}
+
+TEST_F(SessionEndProgramTest, SignalInsideTheClosingQuestionSavesTheRowAndEndsTheProgram) {
+  QTimer poll;
+  int boxes = 0;
+  Watch(poll, [&](QWidget& dialog) {
+    auto* box = qobject_cast<QMessageBox*>(&dialog);
+    if (box == nullptr) return AcceptNewStation(dialog);
+    if (++boxes == 2) return static_cast<void>(std::raise(SIGHUP));
+    box->button(QMessageBox::No)->click();
+    QTimer::singleShot(0, [this] { program_->Logic().Controls().form.Close(); });
+  });
+  QTimer::singleShot(0, [this] { program_->Logic().Controls().CommandButton2.Click(); });
+  EXPECT_EQ(program_->Run(), 0);
+  EXPECT_EQ(boxes, 2);
+  EXPECT_EQ(folder_.Read("Ordnerzentrale/Funkhaus.ini"), std::string(kStations) + kNewStation);
+}
+
+}  // namespace
