@@ -1,0 +1,111 @@
+#pragma once
+// A main window without widgets over the system's own files, and a scratch folder for all of them.
+// Not real servers or sound: those are doubles.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/window/main_window.h"
+#include "catalogue/station_row.h"
+#include "platform/icu/string_order.h"
+#include "platform/icu/text_conversion.h"
+#include "platform/posix/files.h"
+#include "platform/posix/native_paths.h"
+#include "platform/posix/private_profile.h"
+#include "platform/values/portable_property_values.h"
+#include "tests/support/fakes.h"
+#include "tests/support/memory_record_files.h"
+#include "tests/support/recording_media.h"
+#include "tests/support/scripted_internet.h"
+#include "tests/support/temp_folder.h"
+
+namespace app {
+
+inline constexpr const char* kStationFile = "config/Ordnerzentrale/Funkhaus.ini";
+inline constexpr const char* kOptFile = "config/Ordnerzentrale/Opt.ini";
+
+class CatalogueJourney : public ::testing::Test {
+ protected:
+  CatalogueJourney() {
+    std::filesystem::create_directories(folder.Path() / "config");
+    std::filesystem::create_directories(folder.Path() / "program");
+    environment.variables[u"APPDATA"] = folder.TextPath("config");
+    environment.program_folder = folder.TextPath("program");
+    message_loop.on_sleep = [this](std::uint32_t milliseconds) {
+      clock.seconds_since_midnight += milliseconds / 1000.0;
+    };
+    internet.before_read = [this] { clock.seconds_since_midnight += 0.5; };
+  }
+
+  void Start(const std::string& stations) {
+    folder.Write(kStationFile, stations);
+    Restart();
+  }
+  /// A new window over what the last one left on the disk.
+  void Restart() {
+    window.reset();
+    window = std::make_unique<MainWindow>(
+        Platform{profile, files, record_files, environment, conversion, string_order, icons, internet,
+                 requests, media, media, values, dialogs, shell, clipboard, system_messages, message_loop,
+                 clock},
+        [this](catalogue::Form2& form) {
+          form.TextBox1[0].SetText(new_name);
+          form.TextBox1[1].SetText(new_link);
+          form.CommandButton1.Click();
+        });
+    window->Load();
+  }
+  Form1& Form() { return window->Controls(); }
+  [[nodiscard]] std::string Stations() const { return folder.Read(kStationFile); }
+
+  static controls::RowId RowNamed(const controls::ListView& list, const Text& name) {
+    for (const controls::ListRow& row : list.Rows()) {
+      if (row.cells[catalogue::kName] == name) return row.id;
+    }
+    return controls::RowId::kNone;
+  }
+  void Select(const Text& name) { SelectIn(Form().SymbolListview, name); }
+  static void SelectIn(controls::ListView& list, const Text& name) {
+    ASSERT_TRUE(list.Select(RowNamed(list, name)));
+  }
+  static std::vector<Text> Names(const controls::ListView& list) {
+    std::vector<Text> names;
+    for (const controls::ListRow& row : list.Rows()) names.push_back(row.cells[catalogue::kName]);
+    return names;
+  }
+  void FillFields(const Text& name, const Text& link, const Text& genre, const Text& number) {
+    Form().TextBox1[0].SetText(name);
+    Form().TextBox1[1].SetText(link);
+    Form().Combo1.Type(genre);
+    Form().UpDownTextBox1.SetText(number);
+  }
+
+  test_support::TempFolder folder;
+  platform::posix::PosixNativePaths paths;
+  platform::icu::IcuTextConversion conversion;
+  platform::icu::IcuStringOrder string_order;
+  platform::posix::IniPrivateProfile profile{paths, conversion};
+  platform::posix::PosixFiles files{paths};
+  platform::values::PortablePropertyValues values;
+  test_support::MemoryRecordFiles record_files;
+  test_support::FakeEnvironment environment;
+  test_support::FakeIcons icons;
+  test_support::ScriptedInternet internet;
+  test_support::ScriptedXmlHttpRequests requests;
+  test_support::RecordingMedia media;
+  test_support::FakeDialogs dialogs;
+  test_support::FakeShell shell;
+  test_support::FakeClipboard clipboard;
+  test_support::FakeSystemMessages system_messages;
+  test_support::FakeMessageLoop message_loop;
+  test_support::FakeClock clock;
+  Text new_name = u"Neu";
+  Text new_link = u"http://neu";
+  std::unique_ptr<MainWindow> window;
+};
+
+}  // namespace app
