@@ -4,18 +4,24 @@
 #include <cmath>
 #include <utility>
 
+#include "platform/gstreamer/sound_output.h"
+
 namespace platform::gstreamer {
 namespace {
 
 /// Four seconds of intervals of 20 ms: more than any sink holds between measuring and hearing.
 constexpr std::size_t kMostIntervals = 200;
+/// A device's clock and the system's drift apart; what is measured is never further ahead than this.
+constexpr std::int64_t kMostAhead = kDeviceBufferMicroseconds * 1000 + 20'000'000;
 /// Rounding and a change of format leave small holes between intervals; they are bridged.
 constexpr std::int64_t kBridgedHole = 40'000'000;
 
 }  // namespace
 
-void LevelHistory::Add(std::int64_t start, std::int64_t duration, std::vector<float> peaks) {
+void LevelHistory::Add(std::int64_t now, std::int64_t duration, std::vector<float> peaks) {
   const std::lock_guard lock(mutex_);
+  const std::int64_t after_last = intervals_.empty() ? now : intervals_.back().end;
+  const std::int64_t start = std::clamp(after_last, now, now + kMostAhead);
   intervals_.push_back({start, start + duration, std::move(peaks)});
   if (intervals_.size() > kMostIntervals) intervals_.pop_front();
 }

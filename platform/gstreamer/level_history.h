@@ -1,6 +1,6 @@
 #pragma once
-// The measured levels of the last seconds by running time, so that what is shown is what is heard.
-// Not the measuring; GStreamer's level element does that, somewhat ahead of the sound.
+// The measured levels of the last seconds by the time at which they are heard, so that what is shown is what
+// is heard. Not the measuring; GStreamer's level element does that, somewhat ahead of the sound.
 
 #include <cstdint>
 #include <deque>
@@ -9,12 +9,14 @@
 
 namespace platform::gstreamer {
 
-/// Safe to use from any thread; no call blocks for longer than it takes to copy a few numbers.
+/// Times are running times in nanoseconds, which stand still while paused. Safe to use from any thread; no
+/// call blocks for longer than it takes to copy a few numbers.
 class LevelHistory {
  public:
-  /// The levels of the interval that starts at running time `start` and lasts `duration` (nanoseconds), one
-  /// linear peak of 0 to 1 per channel.
-  void Add(std::int64_t start, std::int64_t duration, std::vector<float> peaks);
+  /// The levels of the next `duration` of sound, measured at `now`, one linear peak of 0 to 1 per channel.
+  /// It is heard after what was measured before it, and neither before `now` nor later than the device's
+  /// buffer lasts.
+  void Add(std::int64_t now, std::int64_t duration, std::vector<float> peaks);
 
   /// The peaks of the interval that `running_time` falls into; empty when there is none, since nothing is
   /// heard then.

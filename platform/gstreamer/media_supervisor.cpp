@@ -56,6 +56,7 @@ void MediaSupervisor::OpenNext() {
   if (!opening_.pipeline) return OnOpenFailed(kEFail);
   opening_.deadline = now + services_->open_deadline;
   opening_.refill = kFirstRefill;
+  opening_.pipeline->SetRefill(kFirstRefill);
   const auto wanted = services_->sound.Get();
   if (wanted.volume) opening_.pipeline->SetVolume(*wanted.volume);
   if (wanted.mute) opening_.pipeline->SetMute(*wanted.mute);
@@ -94,9 +95,9 @@ void MediaSupervisor::OnPlayingEvent(const PipelineEvent& event) {
     case Kind::kSourceEnded:
       return LoseSource();
     case Kind::kEnded:
-      if (!live_) return Finish();
       LoseSource();
-      return DropPlaying();
+      playing_.silent_at = Clock::now() + std::chrono::microseconds(kDeviceBufferMicroseconds);
+      return;
     case Kind::kFailed:
       return OnPlayingFailed(event);
     case Kind::kDurationChanged:
@@ -114,6 +115,8 @@ void MediaSupervisor::OnPlayingEvent(const PipelineEvent& event) {
 void MediaSupervisor::OnOpened() {
   if (!playing_.pipeline) Promote();
 }
+
+void MediaSupervisor::OnSilent() { live_ ? DropPlaying() : Finish(); }
 
 void MediaSupervisor::Promote() {
   playing_ = std::exchange(opening_, {});
@@ -234,6 +237,7 @@ std::optional<MediaSupervisor::Clock::time_point> MediaSupervisor::NextWake() co
   std::optional<Clock::time_point> wake;
   const auto consider = [&wake](Clock::time_point time) { wake = wake ? std::min(*wake, time) : time; };
   if (opening_.pipeline && !opening_.prerolled) consider(opening_.deadline);
+  if (playing_.silent_at) consider(*playing_.silent_at);
   if (WantsAttempt()) consider(schedule_.NextAttempt());
   if (MayStall()) consider(StallTime());
   return wake;
@@ -242,6 +246,7 @@ std::optional<MediaSupervisor::Clock::time_point> MediaSupervisor::NextWake() co
 void MediaSupervisor::CheckTimers() {
   const auto now = Clock::now();
   if (opening_.pipeline && !opening_.prerolled && now >= opening_.deadline) OnOpenFailed(kMfENetTimeout);
+  if (playing_.silent_at && now >= *playing_.silent_at) OnSilent();
   if (MayStall() && now >= StallTime()) {
     LoseSource();
     DropPlaying();

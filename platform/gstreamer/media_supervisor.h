@@ -51,6 +51,7 @@ class MediaSupervisor {
     bool playing = false;
     Clock::time_point deadline{};                   ///< of opening
     std::optional<Clock::time_point> played_since;  ///< when it was first heard
+    std::optional<Clock::time_point> silent_at;     ///< when the end has been heard, once it is near
     std::int64_t refill = 0;
   };
 
@@ -61,6 +62,7 @@ class MediaSupervisor {
   void OnOpened();
   void OnBuffering(int percent);
   void OnOpenFailed(HResult result);
+  void OnSilent();
   void OnPlayingFailed(const PipelineEvent& event);
   void OnDuration();
   void OnRequest(Wanted wanted);

@@ -14,7 +14,8 @@ namespace {
 /// The buffer's size: so much decoded sound, or so many bytes of it.
 constexpr std::int64_t kBufferTime = 10 * GST_SECOND;
 constexpr guint kBufferBytes = 24U << 20U;
-constexpr std::int64_t kFirstRefill = 400 * GST_MSECOND;
+/// The share of the buffer below which it counts as dry: 40 ms, for the device has its own 200 ms by then.
+constexpr double kDry = 0.004;
 /// How often a file on a server is asked for its rest after a broken connection.
 constexpr int kResumeTries = 3;
 constexpr std::int64_t kLevelInterval = 20 * GST_MSECOND;
@@ -86,8 +87,8 @@ bool Pipeline::LinkChain(const std::vector<GstElement*>& chain) {
   }
   // Decoded sound is buffered, not bytes: its time is exact whatever the format and the server's burst.
   g_object_set(buffer_, "use-buffering", TRUE, "use-rate-estimate", FALSE, "max-size-buffers", 0U,
-               "max-size-bytes", kBufferBytes, "max-size-time", static_cast<guint64>(kBufferTime), nullptr);
-  SetRefill(kFirstRefill);
+               "max-size-bytes", kBufferBytes, "max-size-time", static_cast<guint64>(kBufferTime),
+               "low-watermark", kDry, nullptr);
   g_object_set(level_, "interval", static_cast<guint64>(kLevelInterval), nullptr);
   return true;
 }
@@ -190,18 +191,16 @@ void Pipeline::OnError(GstMessage* message) {
 void Pipeline::OnElementMessage(GstMessage* message) {
   if (GST_MESSAGE_SRC(message) != GST_OBJECT(level_)) return;
   const GstStructure* structure = gst_message_get_structure(message);
-  guint64 start = 0;
   guint64 duration = 0;
   const GValue* peak = gst_structure_get_value(structure, "peak");
-  const bool complete = gst_structure_get_uint64(structure, "running-time", &start) &&
-                        gst_structure_get_uint64(structure, "duration", &duration) && peak != nullptr;
-  if (!complete || start == GST_CLOCK_TIME_NONE || duration == GST_CLOCK_TIME_NONE) return;
+  const bool complete = gst_structure_get_uint64(structure, "duration", &duration) && peak != nullptr;
+  if (!complete || duration == GST_CLOCK_TIME_NONE) return;
   const auto* decibels = static_cast<const GValueArray*>(g_value_get_boxed(peak));
   std::vector<float> peaks;
   for (guint channel = 0; channel < decibels->n_values; ++channel) {
     peaks.push_back(LinearFromDecibels(g_value_get_double(&decibels->values[channel])));
   }
-  levels_.Add(static_cast<std::int64_t>(start), static_cast<std::int64_t>(duration), std::move(peaks));
+  levels_.Add(PlayedTime(), static_cast<std::int64_t>(duration), std::move(peaks));
 }
 
 void Pipeline::OnTagMessage(GstMessage* message) {

@@ -35,7 +35,7 @@ struct PipelineEvent {
     kPrerolled,        ///< opened; the first sound is decoded
     kBuffering,        ///< `percent` of what is wanted before the sound goes on
     kSourceEnded,      ///< no more data arrives; what is buffered is still to be heard
-    kEnded,            ///< everything was heard
+    kEnded,            ///< the device has everything; its buffer is still to be heard
     kFailed,           ///< `result` says why; `output_failed` when it was the sink
     kDurationChanged,  ///< ask for the duration again
     kVolumeChanged,    ///< somebody moved the stream's volume in the mixer

@@ -30,8 +30,11 @@ OutputChooser::OutputChooser(const GstMediaOptions& options)
 ElementPointer OutputChooser::TryDevice(const char* factory) {
   ElementPointer sink = MakeElement(factory);
   if (!sink) return nullptr;
-  // A sink's own clock made one run in ten stand still after a pause; the system's clock never did.
-  g_object_set(sink.get(), "provide-clock", FALSE, nullptr);
+  // The sound server's stream time runs on while a stream is paused before its first sound. Whatever is
+  // lined up with it, by the sink's own clock or against the system's, starts later by just that pause or
+  // stands still. So the sound is handed over as fast as the device takes it, which needs no clock.
+  g_object_set(sink.get(), "provide-clock", FALSE, "sync", FALSE, "buffer-time",
+               static_cast<gint64>(kDeviceBufferMicroseconds), nullptr);
   SetIfPresent(sink.get(), "client-name", application_name_);
   SetIfPresent(sink.get(), "server", sound_server_);
   if (gst_element_set_state(sink.get(), GST_STATE_READY) == GST_STATE_CHANGE_SUCCESS) return sink;

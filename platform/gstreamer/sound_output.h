@@ -5,6 +5,7 @@
 #include <gst/gst.h>
 
 #include <atomic>
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -12,6 +13,9 @@
 #include "platform/gstreamer/gst_pointers.h"
 
 namespace platform::gstreamer {
+
+/// How much sound a device takes ahead of its being heard.
+inline constexpr std::int64_t kDeviceBufferMicroseconds = 200'000;
 
 /// Makes sinks; safe to use from any thread.
 class OutputChooser {

@@ -10,6 +10,8 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <filesystem>
+#include <fstream>
 #include <stdexcept>
 #include <utility>
 
@@ -17,6 +19,8 @@ namespace test_support {
 namespace {
 
 constexpr const char* kPassword = "test";
+/// The main thread, statistics, relays and directory listing.
+constexpr int kThreads = 4;
 
 std::string Configuration(int port, const std::string& folder) {
   return "<icecast><limits><clients>50</clients><sources>10</sources><burst-size>65535</burst-size></limits>"
@@ -27,7 +31,7 @@ std::string Configuration(int port, const std::string& folder) {
          "</port><bind-address>127.0.0.1</bind-address></listen-socket><paths><basedir>" + folder +
          "</basedir><logdir>" + folder + "</logdir><webroot>" + folder + "</webroot><adminroot>" + folder +
          "</adminroot></paths><logging><accesslog>access.log</accesslog><errorlog>error.log</errorlog>"
-         "<loglevel>2</loglevel></logging></icecast>";
+         "<loglevel>3</loglevel></logging></icecast>";
 }
 
 /// The status line that a request gets; empty when there is no answer.
@@ -48,6 +52,23 @@ std::string StatusLine(int port, const std::string& request) {
   }
   close(connection);
   return answer.substr(0, answer.find('\r'));
+}
+
+/// True when every thread of a started server waits for something to do.
+bool AllThreadsRest(pid_t process) {
+  std::error_code gone;
+  int resting = 0;
+  for (const auto& thread :
+       std::filesystem::directory_iterator("/proc/" + std::to_string(process) + "/task", gone)) {
+    std::ifstream status(thread.path() / "stat");
+    std::string number;
+    std::string name;
+    std::string state;
+    status >> number >> name >> state;
+    if (name != "(icecast2)" || state != "S") return false;
+    ++resting;
+  }
+  return resting >= kThreads;
 }
 
 }  // namespace
@@ -72,8 +93,12 @@ void IcecastServer::Start() {
     arguments.insert(arguments.begin(), {"setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups"});
   }
   server_ = ChildProcess(arguments);
+  // A request before all of its threads have started can leave Icecast hanging for good.
+  const auto started = [this] { return AllThreadsRest(server_.Pid()); };
   const auto listens = [this] { return !StatusLine(port_, "GET /none HTTP/1.0\r\n\r\n").empty(); };
-  if (!WaitUntil(listens, std::chrono::seconds(10))) throw std::runtime_error("Icecast does not listen");
+  if (!WaitUntil(started, std::chrono::seconds(10)) || !WaitUntil(listens, std::chrono::seconds(10))) {
+    throw std::runtime_error("Icecast does not listen" + Log());
+  }
 }
 
 bool IcecastServer::Answers(const std::string& path) const {
@@ -84,14 +109,18 @@ void IcecastServer::Feed(const std::string& mount, const std::string& file, cons
                          const std::string& type) {
   const std::string target =
       std::string("icecast://source:") + kPassword + "@127.0.0.1:" + std::to_string(port_) + mount;
-  ChildProcess::Arguments arguments = {"ffmpeg",    "-loglevel",  "quiet", "-re",  "-stream_loop",  "-1",
-                                       "-i",        file,         "-c",    "copy", "-content_type", type,
-                                       "-ice_name", kStationName, "-f",    format, target};
+  ChildProcess::Arguments arguments = {"ffmpeg", "-loglevel", "quiet", "-re", "-stream_loop",
+                                       "-1",     "-i",        file,    "-c",  "copy"};
+  // By itself ffmpeg collects a whole second of sound for each page of Ogg.
+  if (format == "ogg") arguments.insert(arguments.end(), {"-page_duration", "100000"});
+  arguments.insert(arguments.end(), {"-content_type", type, "-ice_name", kStationName, "-f", format, target});
   ChildProcess process(arguments);
   sources_.insert_or_assign(mount, Source{arguments, std::move(process)});
   const auto heard = [&] { return Answers(mount); };
-  if (!WaitUntil(heard, std::chrono::seconds(10))) throw std::runtime_error("nothing feeds " + mount);
+  if (!WaitUntil(heard, std::chrono::seconds(10))) throw std::runtime_error("nothing feeds " + mount + Log());
 }
+
+std::string IcecastServer::Log() const { return "; Icecast says:\n" + folder_.Read("error.log"); }
 
 std::string IcecastServer::Url(const std::string& mount) const {
   return "http://127.0.0.1:" + std::to_string(port_) + mount;
@@ -115,8 +144,8 @@ void IcecastServer::Restart() {
   Start();
   for (auto& [mount, source] : sources_) source.process = ChildProcess(source.arguments);
   for (auto& [mount, source] : sources_) {
-    if (!WaitUntil([this, &name = mount] { return Answers(name); }, std::chrono::seconds(10))) {
-      throw std::runtime_error("nothing feeds " + mount);
+    if (!WaitUntil([&] { return Answers(mount); }, std::chrono::seconds(10))) {
+      throw std::runtime_error("nothing feeds " + mount + Log());
     }
   }
 }

@@ -41,6 +41,7 @@ class IcecastServer {
     ChildProcess process;
   };
   void Start();
+  [[nodiscard]] std::string Log() const;
   [[nodiscard]] bool Answers(const std::string& path) const;
 
   TempFolder folder_;

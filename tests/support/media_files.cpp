@@ -12,12 +12,11 @@ namespace test_support {
 std::string MakeTone(const TempFolder& folder, const std::string& name, const std::string& codec,
                      const Tone& tone, const std::string& more) {
   const std::string path = (folder.Path() / name).string();
+  // The sine source has an amplitude of one eighth.
   std::ostringstream wave;
-  wave << "aevalsrc=exprs=";
-  for (int channel = 0; channel < tone.channels; ++channel) {
-    wave << (channel > 0 ? "|" : "") << tone.amplitude << "*sin(2*PI*" << tone.hertz << "*t)";
-  }
-  wave << ":s=" << tone.rate << ":d=" << tone.seconds;
+  wave << "sine=frequency=" << tone.hertz << ":sample_rate=" << tone.rate << ":duration=" << tone.seconds
+       << ",volume=" << tone.amplitude * 8 << ",pan=" << tone.channels << "c";
+  for (int channel = 0; channel < tone.channels; ++channel) wave << "|c" << channel << "=c0";
   ChildProcess::Arguments arguments = {"ffmpeg", "-y", "-loglevel", "error", "-f",
                                        "lavfi",  "-i", wave.str(),  "-c:a",  codec};
   std::istringstream words(more);

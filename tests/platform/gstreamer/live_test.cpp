@@ -119,7 +119,8 @@ TEST_F(LiveTest, AResetIsBridgedByWhatIsBuffered) {
     if (connection.Request().find("\r\nRange:") != std::string::npos) return;
     const bool first = ++listeners == 1;
     if (!connection.Send(LiveHead("audio/mpeg") + sound.substr(0, kBurst))) return;
-    connection.SendAtRate(sound.substr(kBurst, first ? kBytesPerSecond / 2 : kBurst), kBytesPerSecond);
+    connection.SendAtRate(sound.substr(kBurst, first ? kBytesPerSecond / 2 : std::string::npos),
+                          kBytesPerSecond);
     connection.ResetAtEnd();
   });
   ASSERT_TRUE(OpenAndHear(server.Url("/live")));
