@@ -4,7 +4,6 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QEventLoop>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QThread>
 #include <utility>
@@ -22,9 +21,6 @@ int QtKey(std::int32_t virtual_key) { return virtual_key == kVkEscape ? int{Qt::
 QtMessageLoop::QtMessageLoop() {
   keys_[Qt::Key_Escape] = {};
   QCoreApplication::instance()->installEventFilter(this);
-  // The program ends with its main form, not with whichever window is closed last: a message box that is
-  // answered before the main window opens would end it otherwise.
-  QGuiApplication::setQuitOnLastWindowClosed(false);
 }
 
 QtMessageLoop::~QtMessageLoop() = default;

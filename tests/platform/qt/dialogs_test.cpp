@@ -147,22 +147,6 @@ TEST_F(MessageBoxes, EndOfTheProgramLeavesTheBoxWithTheAnswerThatStartsNothing) 
   EXPECT_EQ(answer, MessageBoxAnswer::kNo);
 }
 
-TEST_F(MessageBoxes, BoxBeforeTheMainWindowOpensDoesNotEndTheProgram) {
-  WindowFixture fixture;
-  {
-    const NextDialog answer([](QDialog& box) { box.close(); });
-    dialogs_.MessageBoxW(u"!", u"", kMbOk);
-  }
-  bool opened = false;
-  QTimer::singleShot(0, [&] {
-    opened = QTest::qWaitForWindowActive(fixture.window.get());
-    fixture.form.form.Close();
-  });
-  fixture.window->Run();
-  EXPECT_TRUE(opened);
-  EXPECT_TRUE(fixture.form.form.IsClosed());
-}
-
 TEST_F(MessageBoxes, BoxBelongsToTheMainWindow) {
   WindowFixture fixture;
   ASSERT_TRUE(fixture.Open());
