@@ -144,7 +144,7 @@ void IcecastServer::Restart() {
   Start();
   for (auto& [mount, source] : sources_) source.process = ChildProcess(source.arguments);
   for (auto& [mount, source] : sources_) {
-    if (!WaitUntil([&] { return Answers(mount); }, std::chrono::seconds(10))) {
+    if (!WaitUntil([this, &name = mount] { return Answers(name); }, std::chrono::seconds(10))) {
       throw std::runtime_error("nothing feeds " + mount + Log());
     }
   }
