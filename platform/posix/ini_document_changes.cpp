@@ -93,11 +93,12 @@ void IniDocument::EndLastLine(Section& section) {
   EndLine(last == body.items.rend() ? section.header : last->piece);
 }
 
-/// Gives a line that lacks it a line end; in a torn UTF-16 file the lone byte becomes a unit first.
+/// Gives a line that lacks it a line end. In a torn UTF-16 file the lone byte becomes a unit first, one that
+/// is no bracket, equals sign or other mark of the format whatever the byte is.
 void IniDocument::EndLine(Piece& piece) {
   std::string line(View(piece));
   if (line.empty() || codec_.LineEndSize(line) > 0) return;
-  if (line.size() % codec_.UnitSize() != 0) line.push_back('\0');
+  if (line.size() % codec_.UnitSize() != 0) line.push_back('\xFF');
   Replace(piece, line + line_end_);
 }
 
