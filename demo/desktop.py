@@ -6,6 +6,7 @@ import math
 import os
 import pathlib
 import select
+import signal
 import subprocess
 import time
 
@@ -26,6 +27,12 @@ def wait_for(what, condition, seconds, pause=0.1):
         time.sleep(pause)
 
 
+def end_with_parent():
+    """Run in a child before its program: even a demonstration that is killed leaves nothing behind."""
+    set_parent_death_signal = 1
+    ctypes.CDLL(None).prctl(set_parent_death_signal, signal.SIGTERM)
+
+
 class Children:
     """The processes that were started; all are ended together, last first."""
 
@@ -37,7 +44,7 @@ class Children:
         log = open(self.log_folder / f"{name}.log", "wb")
         options.setdefault("stdin", subprocess.DEVNULL)
         options.setdefault("stdout", log)
-        child = subprocess.Popen(command, stderr=log, **options)
+        child = subprocess.Popen(command, stderr=log, preexec_fn=end_with_parent, **options)
         log.close()
         self.running.append(child)
         return child
