@@ -1,0 +1,31 @@
+#pragma once
+// The message loop of a program without windows, which learns in it that it is asked to end.
+// Not for windows; those have the toolkit's own.
+
+#include <functional>
+
+#include "platform/message_loop.h"
+
+namespace platform::posix {
+
+/// SIGINT, SIGTERM and SIGHUP are passed on in the next pump; the same signal a second time ends the process
+/// at once. One at a time; the signals' former handling is back when it ends.
+class TerminalLoop final : public MessageLoop {
+ public:
+  TerminalLoop();
+  ~TerminalLoop() override;
+  TerminalLoop(const TerminalLoop&) = delete;
+  TerminalLoop& operator=(const TerminalLoop&) = delete;
+
+  /// Called in a pump, once for each request to end.
+  std::function<void()> EndAsked;
+
+  void ProcessPendingMessages() override;
+  void ProcessPaintMessages() override {}
+  /// A signal cuts it short.
+  void Sleep(std::uint32_t milliseconds) override;
+  /// No key is ever down.
+  std::int16_t GetAsyncKeyState(std::int32_t /*virtual_key*/) override { return 0; }
+};
+
+}  // namespace platform::posix
