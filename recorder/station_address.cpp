@@ -1,0 +1,77 @@
+#include "recorder/station_address.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "app/numbers.h"
+#include "app/text_helpers.h"
+#include "app/text_utilities.h"
+#include "playlist/local_playlist.h"
+#include "stream/text_pieces.h"
+
+namespace recorder {
+
+using platform::CodePage;
+using platform::Text;
+using platform::TextView;
+
+namespace {
+
+// The positions in the table of header names.
+constexpr std::int32_t kIcyName = 0;
+constexpr std::int32_t kIcyMetaint = 9;
+constexpr std::int32_t kContentType = 10;
+
+bool IsPlaylistFile(platform::Files& files, platform::TextConversion& conversion, const Text& link) {
+  const std::optional<Text> extension = app::GetFileExt(conversion, link);
+  return (extension == u"M3U" || extension == u"TXT") && files.PathFileExistsW(link);
+}
+
+// A header's bytes have come through the code page; servers send UTF-8 in them too.
+Text Decoded(platform::TextConversion& conversion, const Text& value) {
+  const std::string bytes = conversion.WideCharToMultiByte(CodePage::kAnsi, value);
+  const bool is_utf8 = app::IsUTF8(bytes, static_cast<std::int32_t>(bytes.size()));
+  return is_utf8 ? conversion.MultiByteToWideChar(CodePage::kUtf8, bytes) : value;
+}
+
+// The value of a header that may be there twice or carry parameters.
+Text FirstValue(const Text& value) {
+  return Text(app::Trim(TextView(value).substr(0, value.find_first_of(u",;"))));
+}
+
+bool IsSound(TextView content_type) {
+  constexpr std::array<TextView, 4> kNoSound = {u"mpegurl", u"scpls", u"xspf", u"html"};
+  if (stream::StartsWithIgnoringCase(content_type, u"text/")) return false;
+  for (const TextView part : kNoSound) {
+    if (stream::ContainsIgnoringCase(content_type, part)) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+Text AddressOf(stream::clsFunkhaus& cFunkhaus, platform::Files& files, platform::TextConversion& conversion,
+               const Text& link) {
+  if (IsPlaylistFile(files, conversion, link)) {
+    return playlist::GetLocalPlaylistEntry(files, conversion, link, 1);
+  }
+  if (!cFunkhaus.IsUrlPlaylist(link) || cFunkhaus.GetPlaylistNumberOfEntries() <= 0) return link;
+  Text entry;
+  Text ignored_title;
+  cFunkhaus.GetPlaylistEntry(0, entry, ignored_title);
+  return entry.substr(0, entry.find(u'\n'));
+}
+
+StreamFacts FactsOf(const stream::clsFunkhaus& cFunkhaus, platform::TextConversion& conversion) {
+  StreamFacts facts;
+  facts.station = Decoded(conversion, cFunkhaus.GetStreamQueryInfo(kIcyName));
+  facts.content_type = FirstValue(cFunkhaus.GetStreamQueryInfo(kContentType));
+  facts.is_sound = IsSound(facts.content_type);
+  const Text metaint = FirstValue(cFunkhaus.GetStreamQueryInfo(kIcyMetaint));
+  if (app::ToInt32(metaint).value_or(0) > 0) facts.metaint = metaint;
+  return facts;
+}
+
+}  // namespace recorder

@@ -1,0 +1,28 @@
+#pragma once
+// From a link, as a station list has it, to the address of the stream itself, and what its headers tell.
+// Not for recording.
+
+#include "platform/files.h"
+#include "platform/text_conversion.h"
+#include "stream/cls_funkhaus.h"
+
+namespace recorder {
+
+/// The first entry of a playlist file on the disk, or of a playlist at a server; otherwise the link itself.
+/// Waits up to a second for the server.
+[[nodiscard]] platform::Text AddressOf(stream::clsFunkhaus& cFunkhaus, platform::Files& files,
+                                       platform::TextConversion& conversion, const platform::Text& link);
+
+/// What the recorder needs to know of a stream, by its headers.
+struct StreamFacts {
+  platform::Text station;       ///< empty when the server does not name it
+  platform::Text content_type;  ///< without parameters
+  platform::Text metaint;       ///< empty when no titles are offered
+  /// False for pages and playlists, which are no sound.
+  bool is_sound = true;
+};
+
+/// By the headers of the last query of `cFunkhaus`.
+[[nodiscard]] StreamFacts FactsOf(const stream::clsFunkhaus& cFunkhaus, platform::TextConversion& conversion);
+
+}  // namespace recorder

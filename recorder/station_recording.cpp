@@ -1,0 +1,127 @@
+#include "recorder/station_recording.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "app/text_helpers.h"
+#include "recorder/music_folder.h"
+#include "recorder/station_address.h"
+
+namespace recorder {
+
+using platform::Text;
+
+StationRecording::StationRecording(const Ports& ports, Text folder)
+    : StationRecording(ports, std::move(folder), Limits{}) {}
+
+StationRecording::StationRecording(const Ports& ports, Text folder, Limits limits)
+    : ports_(ports),
+      folder_(std::move(folder)),
+      limits_(limits),
+      internet_(ports.stream.internet, [this](const platform::InternetRead& read) { OnRead(read); }) {}
+
+void StationRecording::Run(const Text& link) {
+  const Text address(app::Trim(link));
+  if (running_ || address.empty()) return;
+  running_ = true;
+  stop_asked_ = false;
+  status_ = {};
+  kept_files_.emplace(ports_.stream.record_files, ports_.files);
+  int pause = 1;
+  while (!stop_asked_) {
+    status_.fault = RecordOnce(address);
+    if (stop_asked_ || status_.fault == Fault::kCannotWrite) break;
+    if (brought_bytes_) pause = 1;
+    Pause(pause);
+    pause = std::min(pause * 2, limits_.longest_pause);
+  }
+  running_ = false;
+  status_.phase = Phase::kEnded;
+  Tell();
+}
+
+void StationRecording::Stop() {
+  stop_asked_ = true;
+  if (client_) client_->StopRecStream();
+}
+
+Fault StationRecording::RecordOnce(const Text& link) {
+  brought_bytes_ = false;
+  status_.phase = Phase::kConnecting;
+  status_.title.clear();
+  if (status_.station.empty()) status_.station = link;
+  Tell();
+  const stream::Ports& system = ports_.stream;
+  stream::clsFunkhaus::Options options;
+  options.record_folder = folder_;
+  options.recording.plain_writes = stream::RecordOptions::PlainWrites::kBytesRead;
+  options.recording.title_characters = stream::RecordOptions::TitleCharacters::kDecoded;
+  // Each connection has a client of its own, which knows no headers of an earlier one.
+  stream::clsFunkhaus client({internet_, system.xml_http_requests, *kept_files_, system.environment,
+                              system.clock, system.message_loop, system.text_conversion},
+                             options);
+  const Text address = AddressOf(client, ports_.files, system.text_conversion, link);
+  return stop_asked_ ? Fault::kNone : RecordStream(client, address);
+}
+
+Fault StationRecording::RecordStream(stream::clsFunkhaus& client, const Text& address) {
+  bool answered = false;
+  client.QueryStream = [&answered](bool bQueryOk) { answered = bQueryOk; };
+  client.StreamUrl(address);
+  if (!answered) return Fault::kUnreachable;
+  const StreamFacts facts = FactsOf(client, ports_.stream.text_conversion);
+  if (!facts.is_sound) return Fault::kNoSound;
+  if (!facts.station.empty()) status_.station = facts.station;
+  if (!MakeFolder(ports_.files, folder_)) return Fault::kCannotWrite;
+
+  client.RecStreamCurrentPlaying = [this](const Text& sStreamTitle, const Text&, const Text&) {
+    status_.title = sStreamTitle;
+    Tell();
+  };
+  last_bytes_at_ = ports_.stream.clock.WholeSeconds();
+  client_ = &client;
+  client.StartRecStream(facts.content_type, facts.metaint);
+  client_ = nullptr;
+  kept_files_->EndConnection();
+  if (kept_files_->Failed()) return Fault::kCannotWrite;
+  if (stop_asked_) return Fault::kNone;
+  return brought_bytes_ ? Fault::kLost : Fault::kUnreachable;
+}
+
+void StationRecording::Pause(int seconds) {
+  constexpr std::uint32_t kSlice = 50;
+  constexpr int kSlicesPerSecond = 20;
+  status_.phase = Phase::kWaiting;
+  for (int left = seconds * kSlicesPerSecond; left > 0 && !stop_asked_; --left) {
+    status_.seconds_to_next_try = (left + kSlicesPerSecond - 1) / kSlicesPerSecond;
+    Tell();
+    ports_.stream.message_loop.Sleep(kSlice);
+    ports_.stream.message_loop.ProcessPendingMessages();
+  }
+}
+
+void StationRecording::OnRead(const platform::InternetRead& read) {
+  if (!client_) return;
+  const std::int64_t now = ports_.stream.clock.WholeSeconds();
+  const std::int64_t since = now - last_bytes_at_;
+  if (read.ok && read.count > 0) {
+    brought_bytes_ = true;
+    status_.phase = Phase::kRecording;
+    status_.fault = Fault::kNone;
+    if (since > 0 && since <= limits_.silence) status_.seconds += since;
+    last_bytes_at_ = now;
+  } else if (!read.ok || since >= limits_.silence) {
+    client_->StopRecStream();
+  } else if (since < 0) {
+    last_bytes_at_ = now;  // The clock was set back.
+  }
+  Tell();
+}
+
+void StationRecording::Tell() {
+  status_.bytes = kept_files_->Bytes();
+  status_.files = kept_files_->Files();
+  Changed.Raise();
+}
+
+}  // namespace recorder

@@ -1,0 +1,98 @@
+#pragma once
+// Records one station until it is told to stop: finds the stream, records, takes up a lost connection again.
+// Not for what is shown of it; that is told by its status.
+
+#include <cstdint>
+#include <optional>
+
+#include "controls/event.h"
+#include "platform/files.h"
+#include "recorder/kept_files.h"
+#include "recorder/watched_internet.h"
+#include "stream/cls_funkhaus.h"
+
+namespace recorder {
+
+enum class Phase {
+  kIdle,        ///< nothing was recorded yet
+  kConnecting,  ///< waiting for the server
+  kRecording,   ///< bytes come in
+  kWaiting,     ///< pausing before the next attempt
+  kEnded
+};
+
+/// Why a connection has ended.
+enum class Fault {
+  kNone,
+  kUnreachable,  ///< no answer, or a refusal
+  kNoSound,      ///< a page or a playlist instead of a stream
+  kLost,         ///< the stream broke off or fell silent
+  kCannotWrite   ///< the folder or a file cannot be made or written; ends the recording
+};
+
+struct Status {
+  Phase phase = Phase::kIdle;
+  Fault fault = Fault::kNone;
+  platform::Text station;       ///< its name, or its address when it has none
+  platform::Text title;         ///< empty while none is known
+  std::int64_t seconds = 0;     ///< during which bytes came in
+  std::uint64_t bytes = 0;      ///< written into files
+  std::uint64_t files = 0;      ///< written so far, the current one included
+  int seconds_to_next_try = 0;  ///< while waiting
+};
+
+/// What was recorded is never overwritten (recorder/kept_files.h). Titles are decoded, and only received
+/// bytes are written.
+class StationRecording {
+ public:
+  struct Ports {
+    stream::Ports stream;
+    platform::Files& files;
+  };
+  /// In seconds.
+  struct Limits {
+    int silence = 20;        ///< after which a connection counts as dead
+    int longest_pause = 30;  ///< between two attempts; the first pause is 1, each next one twice as long
+  };
+
+  /// `folder` is made when it is missing. The ports outlive the object.
+  StationRecording(const Ports& ports, platform::Text folder);
+  StationRecording(const Ports& ports, platform::Text folder, Limits limits);
+  StationRecording(const StationRecording&) = delete;
+  StationRecording& operator=(const StationRecording&) = delete;
+
+  /// Records until Stop is called in a pump of the message loop, or until nothing can be written any more.
+  /// Does nothing for an empty link and while it runs already.
+  void Run(const platform::Text& link);
+
+  /// Ends Run soon: at once while recording or pausing, after the bounded wait while connecting.
+  void Stop();
+
+  [[nodiscard]] bool Running() const { return running_; }
+  [[nodiscard]] const Status& GetStatus() const { return status_; }
+  [[nodiscard]] const platform::Text& Folder() const { return folder_; }
+
+  /// The status may have changed.
+  controls::Event<> Changed;
+
+ private:
+  Fault RecordOnce(const platform::Text& link);
+  Fault RecordStream(stream::clsFunkhaus& client, const platform::Text& address);
+  void Pause(int seconds);
+  void OnRead(const platform::InternetRead& read);
+  void Tell();
+
+  const Ports ports_;
+  const platform::Text folder_;
+  const Limits limits_;
+  WatchedInternet internet_;
+  std::optional<KeptFiles> kept_files_;    ///< of the latest Run
+  stream::clsFunkhaus* client_ = nullptr;  ///< while one is recording
+  Status status_;
+  std::int64_t last_bytes_at_ = 0;
+  bool brought_bytes_ = false;
+  bool running_ = false;
+  bool stop_asked_ = false;
+};
+
+}  // namespace recorder

@@ -1,0 +1,282 @@
+#include "recorder/station_recording.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "recorder/status_texts.h"
+#include "tests/recorder/recorder_rig.h"
+
+namespace recorder {
+namespace {
+
+using test_support::AudioBytes;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const Text kLink = u"http://radio.example/live";
+
+class Recording : public testing::Test {
+ protected:
+  // Every phase once, in the order in which it was told.
+  void KeepPhases() {
+    told_ = rig_.recording.Changed.Subscribe([this] {
+      const Phase phase = rig_.recording.GetStatus().phase;
+      if (phases_.empty() || phases_.back() != phase) phases_.push_back(phase);
+    });
+  }
+  const Status& Run(const Text& link = kLink) {
+    rig_.recording.Run(link);
+    return rig_.recording.GetStatus();
+  }
+  int Connections() const {
+    int count = 0;
+    for (const std::string& call : rig_.internet.calls) count += call.starts_with("InternetOpenUrlW") ? 1 : 0;
+    return count;
+  }
+
+  RecorderRig rig_;
+  std::vector<Phase> phases_;
+  controls::Subscription told_;
+};
+
+TEST_F(Recording, GivesEachTitleItsFileWhenTheServerOffersTitles) {
+  rig_.StationSends("----" + TitleOf("Eins") + "1111" + TitleOf("Zwei") + "2222");
+  const Status& status = Run();
+  EXPECT_EQ(rig_.File(u"Eins.mp3"), "1111");
+  EXPECT_EQ(rig_.File(u"Zwei.mp3"), "2222");
+  EXPECT_EQ(status.station, u"Radio Eins");
+  EXPECT_EQ(status.title, u"Zwei");
+  EXPECT_EQ(status.bytes, 8U);
+  EXPECT_EQ(status.files, 2U);
+  EXPECT_EQ(rig_.internet.OpenHandles(), 0U);
+  EXPECT_EQ(rig_.record_files.OpenFiles(), 0U);
+}
+
+TEST_F(Recording, WritesExactlyTheStreamWhenTheServerOffersNoTitles) {
+  rig_.internet.answer.raw_headers = RecorderRig::Headers(u"");
+  rig_.StationSends(AudioBytes(700));
+  Run();
+  EXPECT_EQ(rig_.File(u"record.mp3"), AudioBytes(700));
+}
+
+TEST_F(Recording, IsPlainWhenTheIntervalIsNoCount) {
+  rig_.internet.answer.raw_headers = RecorderRig::Headers(u"icy-metaint: 0\r\n");
+  rig_.StationSends(AudioBytes(30));
+  Run();
+  EXPECT_EQ(rig_.File(u"record.mp3"), AudioBytes(30));
+}
+
+TEST_F(Recording, TellsWhatItDoes) {
+  KeepPhases();
+  rig_.StationSends("----" + TitleOf("Eins") + "1111");
+  Run();
+  EXPECT_THAT(phases_, ElementsAre(Phase::kConnecting, Phase::kRecording, Phase::kEnded));
+  EXPECT_FALSE(rig_.recording.Running());
+}
+
+TEST_F(Recording, MakesTheFolderWithAllItsLevels) {
+  rig_.StationSends("----" + TitleOf("Eins") + "1111");
+  Run();
+  EXPECT_THAT(rig_.files.created_folders, ElementsAre(u"C:", u"C:\\Musik", u"C:\\Musik\\Aufnahmen"));
+}
+
+TEST_F(Recording, EndsWhenTheFolderCannotBeMade) {
+  rig_.files.can_create_folders = false;
+  EXPECT_EQ(Run().fault, Fault::kCannotWrite);
+  EXPECT_EQ(Connections(), 0);
+}
+
+TEST_F(Recording, EndsWhenTheDiskIsFullAndKeepsWhatWasWritten) {
+  rig_.record_files.free_bytes = 6;
+  rig_.StationSends("----" + TitleOf("Eins") + "1111" + TitleOf("Zwei") + "2222");
+  EXPECT_EQ(Run().fault, Fault::kCannotWrite);
+  EXPECT_EQ(rig_.File(u"Eins.mp3"), "1111");
+  EXPECT_EQ(Connections(), 1);
+}
+
+TEST_F(Recording, TakesUpASilentConnectionAfterTwentySeconds) {
+  KeepPhases();
+  rig_.StationSends("----" + TitleOf("Eins") + "1111");
+  rig_.stop_after_reads = 30;
+  Run();
+  EXPECT_EQ(Connections(), 2);
+  // One read that brings bytes, then twenty silent seconds; the second connection begins again.
+  EXPECT_THAT(phases_, ElementsAre(Phase::kConnecting, Phase::kRecording, Phase::kWaiting, Phase::kConnecting,
+                                   Phase::kRecording, Phase::kEnded));
+}
+
+TEST_F(Recording, DoesNotGiveUpAConnectionThatIsOnlySlow) {
+  rig_.seconds_per_read = 19;
+  rig_.internet.answer.reads.assign(10, {true, "1234"});
+  rig_.internet.answer.raw_headers = RecorderRig::Headers(u"");
+  const Status& status = Run();
+  EXPECT_EQ(Connections(), 1);
+  EXPECT_EQ(status.seconds, 190);
+}
+
+TEST_F(Recording, TakesUpABrokenConnectionAtOnce) {
+  rig_.internet.answer.reads = {{true, "----" + TitleOf("Eins") + "1111"}, {false, ""}};
+  rig_.stop_after_reads = 3;
+  Run();
+  EXPECT_EQ(Connections(), 2);
+  EXPECT_EQ(rig_.loop.slept, 1000U);
+}
+
+TEST_F(Recording, NeverWritesOverWhatWasRecordedBeforeAReconnection) {
+  rig_.internet.answer.reads = {{true, "----" + TitleOf("Eins") + "1111"}, {false, ""}};
+  rig_.stop_after_reads = 5;
+  Run();
+  EXPECT_EQ(rig_.File(u"Eins.mp3"), "1111");
+  EXPECT_EQ(rig_.File(u"Eins (2).mp3"), "1111");
+  EXPECT_EQ(rig_.File(u"Eins (3).mp3"), "1111");
+}
+
+TEST_F(Recording, NeverWritesOverAnEarlierRun) {
+  rig_.record_files.files[u"Eins.mp3"] = "from last year";
+  rig_.StationSends("----" + TitleOf("Eins") + "1111");
+  Run();
+  EXPECT_EQ(rig_.File(u"Eins.mp3"), "from last year");
+  EXPECT_EQ(rig_.File(u"Eins (2).mp3"), "1111");
+}
+
+TEST_F(Recording, GoesOnInTheFileWhenTheServerRepeatsTheTitle) {
+  rig_.StationSends("----" + TitleOf("Eins") + "1111" + TitleOf("Eins") + "2222" + TitleOf("Zwei") + "3333" +
+                    TitleOf("Eins") + "4444");
+  Run();
+  EXPECT_EQ(rig_.File(u"Eins.mp3"), "11112222");
+  EXPECT_EQ(rig_.File(u"Zwei.mp3"), "3333");
+  EXPECT_EQ(rig_.File(u"Eins (2).mp3"), "4444") << "it came back after another title";
+}
+
+TEST_F(Recording, PausesLongerAfterEveryVainAttempt) {
+  rig_.internet.answer.reachable = false;
+  std::vector<int> pauses;
+  auto told = rig_.recording.Changed.Subscribe([&] {
+    const Status& status = rig_.recording.GetStatus();
+    const int slept = static_cast<int>(rig_.loop.slept);
+    if (status.phase == Phase::kConnecting) pauses.push_back(slept / 1000);
+    if (pauses.size() == 8) rig_.recording.Stop();
+  });
+  EXPECT_EQ(Run().fault, Fault::kNone) << "the user has ended it";
+  EXPECT_THAT(pauses, ElementsAre(0, 1, 3, 7, 15, 31, 61, 91));
+}
+
+TEST_F(Recording, PausesShortlyAgainOnceBytesHaveCome) {
+  int connection = 0;
+  std::vector<std::uint64_t> slept;
+  auto told = rig_.recording.Changed.Subscribe([&] {
+    const bool connecting = rig_.recording.GetStatus().phase == Phase::kConnecting;
+    if (!connecting) return;
+    slept.push_back(rig_.loop.slept);
+    ++connection;
+    rig_.internet.answer.reachable = connection == 3;
+    rig_.internet.answer.reads = {{true, "1234"}, {false, ""}};
+    if (connection == 5) rig_.recording.Stop();
+  });
+  Run();
+  EXPECT_THAT(slept, ElementsAre(0, 1000, 3000, 4000, 6000));
+}
+
+TEST_F(Recording, StopInsideAPauseEndsItThere) {
+  rig_.internet.answer.reachable = false;
+  rig_.loop.on_sleep = [this](std::uint32_t) {
+    if (rig_.loop.slept >= 200) rig_.recording.Stop();
+  };
+  EXPECT_EQ(Run().phase, Phase::kEnded);
+  EXPECT_EQ(rig_.loop.slept, 200U);
+}
+
+TEST_F(Recording, StopWhileAPlaylistIsFetchedRecordsNothing) {
+  rig_.requests.request = {{1}, u""};
+  rig_.loop.on_pump = [this] {
+    ++rig_.clock.whole_seconds;
+    rig_.recording.Stop();
+  };
+  Run();
+  EXPECT_THAT(rig_.internet.calls, IsEmpty());
+}
+
+TEST_F(Recording, FollowsAPlaylistToItsFirstEntry) {
+  rig_.requests.requests[u"http://radio.example/live.pls"] = {
+      {4}, u"[playlist]\r\nNumberOfEntries=1\r\nFile1=http://radio.example/real\r\n"};
+  rig_.StationSends("----" + TitleOf("Eins") + "1111");
+  Run(u"http://radio.example/live.pls");
+  EXPECT_EQ(rig_.File(u"Eins.mp3"), "1111");
+  EXPECT_THAT(rig_.internet.calls, Contains(testing::HasSubstr("http://radio.example/real")));
+}
+
+TEST_F(Recording, FollowsAPlaylistOnTheDisk) {
+  rig_.files.files[u"/home/u/mein.m3u"] = "#EXTM3U\r\n#EXTINF:-1,X\r\nhttp://radio.example/disk\r\n";
+  rig_.StationSends("----" + TitleOf("Eins") + "1111");
+  Run(u"/home/u/mein.m3u");
+  EXPECT_THAT(rig_.internet.calls, Contains(testing::HasSubstr("http://radio.example/disk")));
+}
+
+TEST_F(Recording, RecordsNoPagesAndNoPlaylists) {
+  for (const Text type : {u"text/html; charset=utf-8", u"audio/x-mpegurl", u"application/vnd.apple.mpegurl",
+                          u"audio/x-scpls"}) {
+    rig_.internet.answer.raw_headers = u"HTTP/1.1 200 OK\r\nContent-Type: " + type + u"\r\n\r\n";
+    rig_.loop.on_sleep = [this](std::uint32_t) {
+      EXPECT_EQ(rig_.recording.GetStatus().fault, Fault::kNoSound);
+      rig_.recording.Stop();
+    };
+    Run();
+    EXPECT_EQ(Connections(), 0) << test_support::Ascii(type);
+  }
+}
+
+TEST_F(Recording, KnowsTheContentTypeInSpiteOfItsParameters) {
+  rig_.internet.answer.raw_headers =
+      u"HTTP/1.1 200 OK\r\nContent-Type: audio/aacp; charset=UTF-8\r\nicy-metaint: 4\r\n\r\n";
+  rig_.StationSends("----" + TitleOf("Eins") + "1111");
+  EXPECT_EQ(Run().station, kLink) << "a station without a name";
+  EXPECT_EQ(rig_.File(u"Eins.m4a"), "1111");
+}
+
+TEST_F(Recording, DecodesTitlesAndStationNames) {
+  // Each byte of a header comes through the code page: 0xC3 0xBC is u with two dots in UTF-8.
+  rig_.internet.answer.raw_headers =
+      u"HTTP/1.1 200 OK\r\nContent-Type: audio/mpeg\r\nicy-name: M\u00C3\u00BCnchen\r\nicy-metaint: "
+      u"4\r\n\r\n";
+  rig_.StationSends("----" +
+                    TitleOf("K\xC3\xBC"
+                            "che") +
+                    "1111");
+  const Status& status = Run();
+  EXPECT_EQ(status.station, u"M\u00FCnchen");
+  EXPECT_EQ(status.title, u"K\u00FCche");
+  EXPECT_EQ(rig_.File(u"K\u00FCche.mp3"), "1111");
+}
+
+TEST_F(Recording, DoesNothingWithoutALinkAndWhileItRuns) {
+  Run(u"  ");
+  EXPECT_EQ(rig_.recording.GetStatus().phase, Phase::kIdle);
+  rig_.StationSends("----" + TitleOf("Eins") + "1111");
+  rig_.loop.on_pump = [this] {
+    rig_.recording.Run(u"http://radio.example/other");
+    rig_.recording.Stop();
+  };
+  Run();
+  EXPECT_EQ(Connections(), 1);
+}
+
+TEST_F(Recording, CountsAnewInANewRun) {
+  rig_.StationSends("----" + TitleOf("Eins") + "1111");
+  Run();
+  rig_.stop_after_reads = 20;
+  const Status& status = Run();
+  EXPECT_EQ(status.bytes, 4U);
+  EXPECT_EQ(status.files, 1U);
+  EXPECT_EQ(rig_.File(u"Eins (2).mp3"), "1111");
+}
+
+TEST_F(Recording, AClockThatIsSetBackEndsNothing) {
+  rig_.StationSends("----" + TitleOf("Eins") + "1111");
+  rig_.internet.before_read = [this] { rig_.clock.whole_seconds -= 3600; };
+  EXPECT_EQ(Run().seconds, 0);
+  EXPECT_EQ(Connections(), 1);
+}
+
+}  // namespace
+}  // namespace recorder
