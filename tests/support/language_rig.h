@@ -15,6 +15,7 @@
 #include "platform/posix/native_paths.h"
 #include "platform/posix/private_profile.h"
 #include "tests/support/fakes.h"
+#include "tests/support/memory_files.h"
 #include "tests/support/memory_profile.h"
 #include "tests/support/temp_folder.h"
 
