@@ -13,6 +13,14 @@ TextView DropLeadingBlanks(TextView text) {
   return text.substr(std::min(text.find_first_not_of(u" \t"), text.size()));
 }
 
+/// The lost high byte of a UTF-16 unit: that of a letter or digit where the low byte is one, else one that
+/// makes no bracket, equals sign or other mark of the format of it, so that the line stays what it was.
+char OtherHalf(char low) {
+  const bool is_letter = (low >= 'a' && low <= 'z') || (low >= 'A' && low <= 'Z');
+  const bool is_digit = low >= '0' && low <= '9';
+  return is_letter || is_digit ? '\0' : '\xFF';
+}
+
 }  // namespace
 
 IniChange IniDocument::SetValue(TextView section, TextView key, TextView value) {
@@ -93,12 +101,11 @@ void IniDocument::EndLastLine(Section& section) {
   EndLine(last == body.items.rend() ? section.header : last->piece);
 }
 
-/// Gives a line that lacks it a line end. In a torn UTF-16 file the lone byte becomes a unit first, one that
-/// is no bracket, equals sign or other mark of the format whatever the byte is.
+/// Gives a line that lacks it a line end; in a torn UTF-16 file the lone byte becomes a unit first.
 void IniDocument::EndLine(Piece& piece) {
   std::string line(View(piece));
   if (line.empty() || codec_.LineEndSize(line) > 0) return;
-  if (line.size() % codec_.UnitSize() != 0) line.push_back('\xFF');
+  if (line.size() % codec_.UnitSize() != 0) line.push_back(OtherHalf(line.back()));
   Replace(piece, line + line_end_);
 }
 

@@ -128,6 +128,12 @@ TEST_F(PrivateProfileWriting, ATornUtf16FileGetsAWholeUnitBeforeTheNextLine) {
   EXPECT_EQ(Bytes(), Utf16(u"[a]\nk=1x\n[b]\nl=2\n"));
 }
 
+TEST_F(PrivateProfileWriting, ATornUtf16LineDoesNotBecomeASection) {
+  Given(Utf16(u"[a]\nk=1\n[b") + "]");
+  EXPECT_TRUE(Write(u"c", u"l", u"2"));
+  EXPECT_EQ(Bytes(), Utf16(u"[a]\nk=1\n[b\xFF5D\n[c]\nl=2\n"));
+}
+
 TEST_F(PrivateProfileWriting, AUtf8FileStaysOne) {
   Given("\xEF\xBB\xBF[\xC3\x84]\nk=1\nbad\xFF=\xFE\n");
   EXPECT_TRUE(Write(u"ä", u"k", u"Ω"));
