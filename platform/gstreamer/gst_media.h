@@ -33,8 +33,6 @@ struct GstMediaOptions {
   /// How long opening an address may take.
   std::chrono::milliseconds open_deadline{10000};
   SoundOutput output = SoundOutput::kAutomatic;
-  /// The PulseAudio server's address; empty is the user's own.
-  std::string sound_server;
   /// A PEM file whose certificates are trusted instead of the system's; empty is the system's.
   std::string certificate_file;
   /// Receives one line per event worth knowing; empty writes to the standard error stream. May be called

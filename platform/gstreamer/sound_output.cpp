@@ -22,10 +22,7 @@ ElementPointer MakeElement(const char* factory) {
 }  // namespace
 
 OutputChooser::OutputChooser(const GstMediaOptions& options)
-    : output_(options.output),
-      application_name_(options.application_name),
-      sound_server_(options.sound_server),
-      log_(options.log) {}
+    : output_(options.output), application_name_(options.application_name), log_(options.log) {}
 
 ElementPointer OutputChooser::TryDevice(const char* factory) {
   ElementPointer sink = MakeElement(factory);
@@ -36,7 +33,6 @@ ElementPointer OutputChooser::TryDevice(const char* factory) {
   g_object_set(sink.get(), "provide-clock", FALSE, "sync", FALSE, "buffer-time",
                static_cast<gint64>(kDeviceBufferMicroseconds), nullptr);
   SetIfPresent(sink.get(), "client-name", application_name_);
-  SetIfPresent(sink.get(), "server", sound_server_);
   if (gst_element_set_state(sink.get(), GST_STATE_READY) == GST_STATE_CHANGE_SUCCESS) return sink;
   gst_element_set_state(sink.get(), GST_STATE_NULL);
   return nullptr;

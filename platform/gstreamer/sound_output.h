@@ -37,7 +37,6 @@ class OutputChooser {
 
   SoundOutput output_;
   std::string application_name_;
-  std::string sound_server_;
   std::function<void(const std::string&)> log_;
   std::atomic<bool> said_{false};
 };

@@ -47,6 +47,8 @@ ChildProcess::Environment PulseServer::Variables() const {
           {"DBUS_SESSION_BUS_ADDRESS", "unix:path=" + folder + "/no-bus"}};
 }
 
+void PulseServer::UseInThisProcess() const { setenv("PULSE_SERVER", address_.c_str(), 1); }
+
 void PulseServer::Start() {
   auto variables = Variables();
   variables.erase("PULSE_SERVER");

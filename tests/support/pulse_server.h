@@ -19,6 +19,9 @@ class PulseServer {
   [[nodiscard]] const std::string& Address() const { return address_; }
   [[nodiscard]] ChildProcess::Environment Variables() const;
 
+  /// From now on this process plays on this server (PULSE_SERVER).
+  void UseInThisProcess() const;
+
   /// What the mixer says about the one stream of `application`; nothing while there is no such stream.
   struct Stream {
     int volume_percent = 0;  ///< on the mixer's own scale
@@ -32,6 +35,8 @@ class PulseServer {
   void MoveSlider(const std::string& application, int percent) const;
 
   void Stop() { server_.Stop(); }
+  /// Sends the server a signal, such as SIGSTOP and SIGCONT to hold it still.
+  void Signal(int signal) const { server_.Signal(signal); }
   void Start();
 
  private:

@@ -34,11 +34,7 @@ constexpr std::size_t kBytesPerSecond = 16000;
 
 class LiveTest : public testing::Test {
  protected:
-  platform::gstreamer::GstMediaOptions Options() {
-    platform::gstreamer::GstMediaOptions options;
-    options.sound_server = pulse.Address();
-    return options;
-  }
+  LiveTest() { pulse.UseInThisProcess(); }
   bool OpenAndHear(const std::string& url) {
     return driver.Open(url) == kSOk && driver.Start() == kSOk && loudness.WaitForSound(300ms, 5s);
   }
@@ -46,7 +42,7 @@ class LiveTest : public testing::Test {
   TempFolder folder;
   PulseServer pulse;
   Loudness loudness{pulse};
-  SessionDriver driver{Options()};
+  SessionDriver driver;
 };
 
 TEST_F(LiveTest, AnMp3StationIsHeardAndNamed) {
@@ -172,7 +168,7 @@ TEST_F(LiveTest, ABufferThatRunsDryPausesUntilThereIsEnough) {
 }
 
 TEST_F(LiveTest, AServerThatStallsIsAskedAgain) {
-  auto options = Options();
+  platform::gstreamer::GstMediaOptions options;
   options.stall_limit = 1s;
   SessionDriver impatient(options);
   const std::string sound = ReadBytes(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 8}));

@@ -1,0 +1,71 @@
+#include "platform/gstreamer/reconnect_schedule.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace gstreamer_test {
+namespace {
+
+using namespace std::chrono_literals;
+using platform::gstreamer::ReconnectSchedule;
+using Time = ReconnectSchedule::Clock::time_point;
+
+const Time kStart = Time(1h);
+
+/// The seconds after the loss at which attempts fall due when every one fails at once.
+std::vector<long> Attempts(ReconnectSchedule& schedule, std::size_t count) {
+  std::vector<long> seconds;
+  while (seconds.size() < count) {
+    const Time due = schedule.NextAttempt();
+    seconds.push_back(std::chrono::duration_cast<std::chrono::seconds>(due - kStart).count());
+    schedule.AttemptStarted(due);
+  }
+  return seconds;
+}
+
+TEST(ReconnectScheduleTest, TriesAtOnceThenEverySecondForAMinute) {
+  ReconnectSchedule schedule;
+  schedule.AttemptStarted(kStart - 100s);
+  schedule.Lose(kStart, kStart - 99s);
+  const auto seconds = Attempts(schedule, 61);
+  for (std::size_t at = 0; at < seconds.size(); ++at) EXPECT_EQ(seconds[at], static_cast<long>(at));
+}
+
+TEST(ReconnectScheduleTest, ThenEverMoreRarelyUpToEveryThirtySeconds) {
+  ReconnectSchedule schedule;
+  schedule.AttemptStarted(kStart - 100s);
+  schedule.Lose(kStart, kStart - 99s);
+  auto seconds = Attempts(schedule, 70);
+  seconds.erase(seconds.begin(), seconds.begin() + 60);
+  EXPECT_EQ(seconds, (std::vector<long>{60, 62, 66, 74, 90, 120, 150, 180, 210, 240}));
+}
+
+TEST(ReconnectScheduleTest, AStreamThatBreaksSoonGoesOnWithTheOldPause) {
+  ReconnectSchedule schedule;
+  schedule.AttemptStarted(kStart - 100s);
+  schedule.Lose(kStart, kStart - 99s);
+  schedule.AttemptStarted(kStart);
+  schedule.Lose(kStart + 100ms, kStart + 50ms);
+  EXPECT_EQ(schedule.NextAttempt(), kStart + 1s);
+}
+
+TEST(ReconnectScheduleTest, AStreamThatWasNeverHeardIsNotTriedAgainAtOnce) {
+  ReconnectSchedule schedule;
+  schedule.AttemptStarted(kStart);
+  schedule.Lose(kStart + 10ms, std::nullopt);
+  EXPECT_EQ(schedule.NextAttempt(), kStart + 1s);
+  EXPECT_EQ(schedule.LostAt(), kStart + 10ms);
+}
+
+TEST(ReconnectScheduleTest, SteadySoundEndsALoss) {
+  ReconnectSchedule schedule;
+  schedule.AttemptStarted(kStart - 500s);
+  schedule.Lose(kStart - 400s, kStart - 450s);
+  schedule.AttemptStarted(kStart - 300s);
+  schedule.Lose(kStart, kStart - 290s);
+  EXPECT_EQ(Attempts(schedule, 3), (std::vector<long>{0, 1, 2}));
+}
+
+}  // namespace
+}  // namespace gstreamer_test

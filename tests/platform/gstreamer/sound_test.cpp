@@ -1,0 +1,242 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <chrono>
+#include <cmath>
+
+#include "tests/platform/gstreamer/session_driver.h"
+#include "tests/support/loudness.h"
+#include "tests/support/media_files.h"
+#include "tests/support/media_http_server.h"
+#include "tests/support/pulse_server.h"
+
+namespace gstreamer_test {
+namespace {
+
+using namespace std::chrono_literals;
+using platform::kEInvalidArg;
+using platform::kSOk;
+using test_support::LiveHead;
+using test_support::Loudness;
+using test_support::MakeTone;
+using test_support::MediaHttpServer;
+using test_support::PulseServer;
+using test_support::ReadBytes;
+using test_support::TempFolder;
+using test_support::WaitUntil;
+using testing::ElementsAre;
+using testing::FloatNear;
+using Clock = std::chrono::steady_clock;
+
+constexpr const char* kApplication = "Funkhausplayer";
+
+class SoundTest : public testing::Test {
+ protected:
+  SoundTest() { pulse.UseInThisProcess(); }
+  bool StartTone(SessionDriver& player, const test_support::Tone& tone = {.seconds = 20}) {
+    const std::string file = MakeTone(folder, "t.flac", "flac", tone);
+    return player.Open(file) == kSOk && player.Start() == kSOk && loudness.WaitForSound(100ms, 5s);
+  }
+  bool IsAsLoudAs(double level) {
+    return WaitUntil([&] { return std::abs(loudness.Last(100ms) - level) < 0.1 * level + 0.001; }, 3s);
+  }
+
+  TempFolder folder;
+  PulseServer pulse;
+  Loudness loudness{pulse};
+};
+
+/// A sine of half the full scale.
+constexpr double kToneLevel = 0.5 * 0.7071;
+
+TEST_F(SoundTest, TheVolumeIsTheProgramsOwnEntryInTheMixer) {
+  SessionDriver driver;
+  ASSERT_TRUE(StartTone(driver));
+  EXPECT_EQ(driver.Volume(), 1.0F);
+  EXPECT_TRUE(IsAsLoudAs(kToneLevel));
+  EXPECT_EQ(driver.SetVolume(0.25F), kSOk);
+  EXPECT_EQ(driver.Volume(), 0.25F);
+  EXPECT_TRUE(IsAsLoudAs(kToneLevel / 4)) << "linear";
+  const auto stream = pulse.FindStream(kApplication);
+  ASSERT_TRUE(stream);
+  EXPECT_NEAR(stream->decibels, -12.04, 0.2);
+  EXPECT_EQ(driver.SetVolume(0.0F), kSOk);
+  EXPECT_TRUE(loudness.WaitForSilence(200ms, 3s));
+}
+
+TEST_F(SoundTest, MuteIsReadBackFromTheMixer) {
+  SessionDriver driver;
+  ASSERT_TRUE(StartTone(driver));
+  EXPECT_FALSE(driver.Mute());
+  EXPECT_EQ(driver.SetMute(true), kSOk);
+  EXPECT_TRUE(driver.Mute());
+  EXPECT_TRUE(loudness.WaitForSilence(200ms, 3s));
+  EXPECT_TRUE(pulse.FindStream(kApplication)->mute);
+  EXPECT_EQ(driver.SetMute(false), kSOk);
+  EXPECT_TRUE(IsAsLoudAs(kToneLevel));
+  EXPECT_FALSE(pulse.FindStream(kApplication)->mute);
+}
+
+TEST_F(SoundTest, WhatTheUserSetsInTheMixerIsTheProgramsVolume) {
+  SessionDriver driver;
+  ASSERT_TRUE(StartTone(driver));
+  pulse.MoveSlider(kApplication, 50);
+  // The mixer's scale is cubic.
+  EXPECT_TRUE(WaitUntil([&] { return std::abs(driver.Volume() - 0.125F) < 0.002F; }, 3s));
+}
+
+TEST_F(SoundTest, AVolumeOutsideItsRangeIsRefused) {
+  SessionDriver driver;
+  ASSERT_TRUE(StartTone(driver));
+  for (const float volume : {-0.1F, 1.1F, std::nanf("")}) EXPECT_EQ(driver.SetVolume(volume), kEInvalidArg);
+  EXPECT_EQ(driver.Volume(), 1.0F);
+}
+
+TEST_F(SoundTest, VolumeAndMuteSurviveANewConnectionAndTheNextItem) {
+  const std::string sound = ReadBytes(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 1}));
+  MediaHttpServer server;
+  server.On("/live", [&](MediaHttpServer::Connection& connection) {
+    connection.Send(LiveHead("audio/mpeg") + sound);
+  });
+  SessionDriver driver;
+  ASSERT_EQ(driver.Open(server.Url("/live")), kSOk);
+  ASSERT_EQ(driver.SetVolume(0.5F), kSOk);
+  ASSERT_EQ(driver.Start(), kSOk);
+  ASSERT_TRUE(WaitUntil([&] { return server.Requests("/live") >= 2; }, 5s));
+  ASSERT_TRUE(WaitUntil([&] { return loudness.Last(100ms) > Loudness::kSilence; }, 5s));
+  EXPECT_TRUE(IsAsLoudAs(kToneLevel / 2));
+  EXPECT_EQ(driver.Volume(), 0.5F);
+  ASSERT_TRUE(StartTone(driver));
+  EXPECT_EQ(driver.Volume(), 0.5F);
+  EXPECT_TRUE(IsAsLoudAs(kToneLevel / 2));
+}
+
+TEST_F(SoundTest, ThePeaksShowEveryChannelWithVolumeAndMute) {
+  SessionDriver driver;
+  ASSERT_TRUE(StartTone(driver));
+  EXPECT_THAT(driver.Peaks(), ElementsAre(FloatNear(0.5F, 0.02F), FloatNear(0.5F, 0.02F)));
+  float peak = 0;
+  EXPECT_EQ(Call(driver.Media(), driver.meter, platform::IAudioMeterInformation::GetPeakValue, &peak), kSOk);
+  EXPECT_NEAR(peak, 0.5F, 0.02F);
+  driver.SetVolume(0.5F);
+  EXPECT_THAT(driver.Peaks(), ElementsAre(FloatNear(0.25F, 0.02F), FloatNear(0.25F, 0.02F)));
+  driver.SetMute(true);
+  EXPECT_THAT(driver.Peaks(), ElementsAre(0.0F, 0.0F));
+  driver.SetMute(false);
+  driver.Stop();
+  EXPECT_THAT(driver.Peaks(), ElementsAre(0.0F, 0.0F));
+}
+
+TEST_F(SoundTest, SurroundSoundHasSixChannels) {
+  SessionDriver driver;
+  ASSERT_TRUE(StartTone(driver, {.seconds = 5, .rate = 48000, .channels = 6}));
+  EXPECT_EQ(driver.Channels(), 6);
+  EXPECT_THAT(driver.Peaks(), testing::SizeIs(6));
+  EXPECT_THAT(driver.Peaks(), testing::Each(FloatNear(0.5F, 0.02F)));
+  EXPECT_EQ(pulse.FindStream(kApplication)->channels, 6);
+  std::vector<float> two(2);
+  EXPECT_EQ(Call(driver.Media(), driver.meter, platform::IAudioMeterInformation::GetChannelsPeakValues, 2,
+                 two.data()),
+            kEInvalidArg);
+}
+
+TEST_F(SoundTest, ThePeaksRiseAndFallWithWhatIsHeard) {
+  // Half a second of sound and half a second of silence by turns.
+  const std::string file =
+      MakeTone(folder, "t.flac", "flac", {.seconds = 8}, "-af volume='lt(mod(t,1),0.5)':eval=frame");
+  SessionDriver driver;
+  ASSERT_EQ(driver.Open(file), kSOk);
+  ASSERT_EQ(driver.Start(), kSOk);
+  int agreements = 0;
+  int looks = 0;
+  const auto start = Clock::now();
+  WaitUntil(
+      [&] {
+        const bool heard = loudness.Last(30ms) > 0.1;
+        const auto peaks = driver.Peaks();
+        const bool shown = !peaks.empty() && peaks[0] > 0.1F;
+        if (Clock::now() - start > 1s) {
+          ++looks;
+          if (heard == shown) ++agreements;
+        }
+        return Clock::now() - start > 5s;
+      },
+      8s);
+  // Twice a second there is an edge; being 50 ms apart at each would be one look in ten.
+  EXPECT_GT(agreements, looks * 85 / 100) << "of " << looks;
+  EXPECT_GT(looks, 100);
+}
+
+TEST_F(SoundTest, TheMeterKeepsWorkingOverANewConnection) {
+  const std::string sound = ReadBytes(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 1.5}));
+  MediaHttpServer server;
+  server.On("/live", [&](MediaHttpServer::Connection& connection) {
+    connection.Send(LiveHead("audio/mpeg") + sound);
+  });
+  SessionDriver driver;
+  ASSERT_EQ(driver.Open(server.Url("/live")), kSOk);
+  ASSERT_EQ(driver.Start(), kSOk);
+  const auto shows = [&] {
+    const auto peaks = driver.Peaks();
+    return peaks.size() == 2 && peaks[0] > 0.3F;
+  };
+  EXPECT_TRUE(WaitUntil(shows, 5s));
+  ASSERT_TRUE(WaitUntil([&] { return server.Requests("/live") >= 3; }, 8s));
+  EXPECT_TRUE(WaitUntil(shows, 5s));
+}
+
+TEST_F(SoundTest, WithoutASoundServerPlayingGoesOnUnheardAndSaysSoOnce) {
+  setenv("PULSE_SERVER", ("unix:" + (folder.Path() / "nobody-listens-here").string()).c_str(), 1);
+  SessionDriver driver;
+  const std::string file = MakeTone(folder, "t.flac", "flac");
+  for (int round = 0; round < 2; ++round) {
+    ASSERT_EQ(driver.Open(file), kSOk);
+    ASSERT_EQ(driver.SetVolume(0.5F), kSOk);
+    ASSERT_EQ(driver.Start(), kSOk);
+    EXPECT_TRUE(WaitUntil([&] { return driver.Seconds() > 0.3; }, 3s));
+    EXPECT_TRUE(WaitUntil(
+        [&] {
+          const auto peaks = driver.Peaks();
+          return peaks.size() == 2 && std::abs(peaks[0] - 0.25F) < 0.02F;
+        },
+        3s));
+  }
+  EXPECT_THAT(driver.log, ElementsAre(testing::HasSubstr("without sound")));
+}
+
+TEST_F(SoundTest, ALiveStreamIsHeardAgainAfterTheSoundServerRestarts) {
+  const std::string sound = ReadBytes(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 20}));
+  MediaHttpServer server;
+  server.On("/live", [&](MediaHttpServer::Connection& connection) {
+    if (connection.Send(LiveHead("audio/mpeg") + sound)) connection.StaySilent(20s);
+  });
+  SessionDriver driver;
+  ASSERT_EQ(driver.Open(server.Url("/live")), kSOk);
+  ASSERT_EQ(driver.Start(), kSOk);
+  ASSERT_TRUE(loudness.WaitForSound(200ms, 5s));
+  pulse.Stop();
+  EXPECT_EQ(driver.State(), 1);
+  pulse.Start();
+  Loudness again(pulse);
+  EXPECT_TRUE(again.WaitForSound(200ms, 5s));
+  EXPECT_EQ(driver.State(), 1);
+}
+
+TEST_F(SoundTest, ASoundServerThatHangsBlocksNobody) {
+  platform::gstreamer::GstMediaOptions options;
+  options.open_deadline = 500ms;
+  const std::string file = MakeTone(folder, "t.flac", "flac");
+  pulse.Signal(SIGSTOP);
+  const auto start = Clock::now();
+  {
+    SessionDriver driver(options);
+    EXPECT_LT(driver.Open(file), 0);
+    EXPECT_GT(driver.loop.paints, 10);
+  }
+  EXPECT_LT(Clock::now() - start, 1500ms);
+  pulse.Signal(SIGCONT);
+}
+
+}  // namespace
+}  // namespace gstreamer_test
