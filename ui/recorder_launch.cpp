@@ -21,6 +21,7 @@ void RecorderLaunch::Launch() {
   if (row == RowId::kNone) {
     ports_.dialogs.MessageBoxW(u"Bitte Eintrag markieren oder neu erstellen!", u"",
                                platform::kMbIconExclamation);
+    if (closing_()) return;
   } else {
     list.SetCell(row, kM3uNumberCell, UpDownTextBox1.GetText());
     command_line = list.Cell(row, kLinkCell);

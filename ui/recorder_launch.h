@@ -2,6 +2,8 @@
 // Starts the separate recording tool. Not recording itself.
 
 #include <cstdint>
+#include <functional>
+#include <utility>
 
 #include "controls/list_view.h"
 #include "controls/text_box.h"
@@ -22,8 +24,10 @@ class RecorderLaunch {
   /// The window that the tool is started from, as the shell knows it.
   static constexpr std::uint32_t kMainWindow = 1;
 
-  RecorderLaunch(controls::ListPair lists, controls::UpDownTextBox& number_field, Ports ports)
-      : lists_(lists), UpDownTextBox1(number_field), ports_(ports) {}
+  /// `closing` tells whether the window is closing; the tool is not started any more then.
+  RecorderLaunch(controls::ListPair lists, controls::UpDownTextBox& number_field, Ports ports,
+                 std::function<bool()> closing)
+      : lists_(lists), UpDownTextBox1(number_field), ports_(ports), closing_(std::move(closing)) {}
 
   /// Command8(5): copies the number field into the selected row and starts "OZRecordFunkhaus.exe" of the
   /// program folder with the row's link, as it stands. Without a selected row it says so and starts the
@@ -34,6 +38,7 @@ class RecorderLaunch {
   controls::ListPair lists_;
   controls::UpDownTextBox& UpDownTextBox1;
   Ports ports_;
+  std::function<bool()> closing_;
 };
 
 }  // namespace ui

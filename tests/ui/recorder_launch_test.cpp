@@ -43,6 +43,13 @@ TEST_F(RecorderLaunchTest, WithoutASelectionItTellsSoAndStartsAllTheSame) {
   EXPECT_EQ(shell.launches[0].parameters, u"");
 }
 
+TEST_F(RecorderLaunchTest, WindowThatClosesWhileItTellsSoStartsNothing) {
+  Start();
+  dialogs.on_box = [this] { Form().form.Close(); };
+  Form().Command8[5].Click();
+  EXPECT_TRUE(shell.launches.empty());
+}
+
 TEST_F(RecorderLaunchTest, NumberFieldGoesIntoTheRowOnly) {
   AddStation(u"A", u"http://a/liste.m3u");
   Start();
