@@ -53,7 +53,7 @@ class ActiveTitleWalk {
   std::optional<Text> Walk(std::span<const std::byte> bytes) {
     for (const std::byte byte : bytes) {
       const IcyByte meaning = demultiplexer_.Take(byte);
-      const std::optional<Text> result = Judge(meaning);
+      std::optional<Text> result = Judge(meaning);
       if (result) {
         state_.stop_flag = true;
         return result;
