@@ -6,6 +6,7 @@
 
 #include "platform/gstreamer/results.h"
 #include "tests/platform/gstreamer/session_driver.h"
+#include "tests/support/child_process.h"
 #include "tests/support/media_files.h"
 #include "tests/support/media_http_server.h"
 #include "tests/support/temp_folder.h"
@@ -22,6 +23,7 @@ using test_support::LiveHead;
 using test_support::MakeTone;
 using test_support::MediaHttpServer;
 using test_support::ReadBytes;
+using test_support::RunProgram;
 using test_support::TempFolder;
 using Clock = std::chrono::steady_clock;
 
@@ -42,6 +44,10 @@ class OpeningTest : public testing::Test {
   MediaHttpServer server;
   SessionDriver driver{Unheard()};
 };
+
+bool AcceptsConnections(int port) {
+  return RunProgram({"openssl", "s_client", "-connect", "127.0.0.1:" + std::to_string(port)}).exit_code == 0;
+}
 
 bool IsOtherFailure(HResult result) {
   return result < 0 && result != kErrorFileNotFound && result != kMfEUnsupportedByteStreamType;
@@ -166,6 +172,29 @@ TEST_F(OpeningTest, TheProgramNamesItselfToTheServer) {
   });
   driver.Open(server.Url("/x"));
   EXPECT_THAT(request, testing::HasSubstr("User-Agent: Funkhausplayer"));
+}
+
+TEST_F(OpeningTest, ACertificateMustBeTrusted) {
+  const std::string key = (folder.Path() / "key.pem").string();
+  const std::string certificate = (folder.Path() / "certificate.pem").string();
+  ASSERT_EQ(RunProgram({"openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "1", "-subj",
+                        "/CN=127.0.0.1", "-addext", "subjectAltName=IP:127.0.0.1", "-keyout", key, "-out",
+                        certificate})
+                .exit_code,
+            0);
+  MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 2});
+  const int port = test_support::FreePort();
+  const test_support::ChildProcess https({"sh", "-c",
+                                          "cd '" + folder.Path().string() +
+                                              "' && exec openssl s_server -quiet -WWW -accept 127.0.0.1:" +
+                                              std::to_string(port) + " -key key.pem -cert certificate.pem"});
+  const std::string address = "https://127.0.0.1:" + std::to_string(port) + "/t.mp3";
+  ASSERT_TRUE(test_support::WaitUntil([&] { return AcceptsConnections(port); }, 10s));
+  EXPECT_PRED1(IsOtherFailure, driver.Open(address)) << "nobody vouches for it";
+  auto options = Unheard();
+  options.certificate_file = certificate;
+  SessionDriver trusting(options);
+  EXPECT_EQ(trusting.Open(address), kSOk);
 }
 
 }  // namespace
