@@ -1,5 +1,7 @@
 #include "platform/gstreamer/session_objects.h"
 
+#include <gst/audio/streamvolume.h>
+
 #include <chrono>
 #include <utility>
 
@@ -14,6 +16,17 @@ namespace {
 std::int64_t SystemTime() {
   const auto now = std::chrono::steady_clock::now().time_since_epoch();
   return std::chrono::duration_cast<std::chrono::nanoseconds>(now).count() / 100;
+}
+
+/// The desktop's mixers show the cube root of the factor by which samples are multiplied.
+double LinearFromMixer(float volume) {
+  return gst_stream_volume_convert_volume(GST_STREAM_VOLUME_FORMAT_CUBIC, GST_STREAM_VOLUME_FORMAT_LINEAR,
+                                          static_cast<double>(volume));
+}
+
+float MixerFromLinear(double factor) {
+  return static_cast<float>(gst_stream_volume_convert_volume(GST_STREAM_VOLUME_FORMAT_LINEAR,
+                                                             GST_STREAM_VOLUME_FORMAT_CUBIC, factor));
 }
 
 }  // namespace
@@ -117,13 +130,13 @@ std::shared_ptr<Object> SessionClock::As(const Guid& iid) {
 SimpleAudioVolume::SimpleAudioVolume(Context& context, std::shared_ptr<SessionState> state) {
   Bind(IMFSimpleAudioVolume::SetMasterVolume, [&context, state](float volume) {
     if (!(volume >= 0.0F && volume <= 1.0F)) return kEInvalidArg;
-    context.services->sound.SetVolume(static_cast<double>(volume));
+    context.services->sound.SetVolume(LinearFromMixer(volume));
     if (state->item) state->item->VolumeChanged();
     return kSOk;
   });
   Bind(IMFSimpleAudioVolume::GetMasterVolume, [&context](float* volume) {
     if (volume == nullptr) return kEPointer;
-    *volume = static_cast<float>(context.services->sound.Current().volume);
+    *volume = MixerFromLinear(context.services->sound.Current().volume);
     return kSOk;
   });
   Bind(IMFSimpleAudioVolume::SetMute, [&context, state](std::int32_t mute) {

@@ -39,6 +39,7 @@ class SessionClock : public Object {
   std::shared_ptr<Object> As(const Guid& iid) override;
 };
 
+/// Counts on the scale of the desktop's mixers, so that both show the same number.
 class SimpleAudioVolume : public Object {
  public:
   SimpleAudioVolume(Context& context, std::shared_ptr<SessionState> state);

@@ -55,12 +55,13 @@ TEST_F(SoundTest, TheVolumeIsTheProgramsOwnEntryInTheMixer) {
   ASSERT_TRUE(StartTone(driver));
   EXPECT_EQ(driver.Volume(), 1.0F);
   EXPECT_TRUE(IsAsLoudAs(kToneLevel));
-  EXPECT_EQ(driver.SetVolume(0.25F), kSOk);
-  EXPECT_EQ(driver.Volume(), 0.25F);
-  EXPECT_TRUE(IsAsLoudAs(kToneLevel / 4)) << "linear";
+  EXPECT_EQ(driver.SetVolume(0.5F), kSOk);
+  EXPECT_FLOAT_EQ(driver.Volume(), 0.5F);
+  EXPECT_TRUE(IsAsLoudAs(kToneLevel / 8)) << "the mixer's scale is cubic";
   const auto stream = pulse.FindStream(kApplication);
   ASSERT_TRUE(stream);
-  EXPECT_NEAR(stream->decibels, -12.04, 0.2);
+  EXPECT_EQ(stream->volume_percent, 50);
+  EXPECT_NEAR(stream->decibels, -18.06, 0.2);
   EXPECT_EQ(driver.SetVolume(0.0F), kSOk);
   EXPECT_TRUE(loudness.WaitForSilence(200ms, 3s));
 }
@@ -82,8 +83,7 @@ TEST_F(SoundTest, WhatTheUserSetsInTheMixerIsTheProgramsVolume) {
   SessionDriver driver;
   ASSERT_TRUE(StartTone(driver));
   pulse.MoveSlider(kApplication, 50);
-  // The mixer's scale is cubic.
-  EXPECT_TRUE(WaitUntil([&] { return std::abs(driver.Volume() - 0.125F) < 0.002F; }, 3s));
+  EXPECT_TRUE(WaitUntil([&] { return std::abs(driver.Volume() - 0.5F) < 0.002F; }, 3s));
 }
 
 TEST_F(SoundTest, AVolumeOutsideItsRangeIsRefused) {
@@ -105,11 +105,11 @@ TEST_F(SoundTest, VolumeAndMuteSurviveANewConnectionAndTheNextItem) {
   ASSERT_EQ(driver.Start(), kSOk);
   ASSERT_TRUE(WaitUntil([&] { return server.Requests("/live") >= 2; }, 5s));
   ASSERT_TRUE(WaitUntil([&] { return loudness.Last(100ms) > Loudness::kSilence; }, 5s));
-  EXPECT_TRUE(IsAsLoudAs(kToneLevel / 2));
-  EXPECT_EQ(driver.Volume(), 0.5F);
+  EXPECT_TRUE(IsAsLoudAs(kToneLevel / 8));
+  EXPECT_FLOAT_EQ(driver.Volume(), 0.5F);
   ASSERT_TRUE(StartTone(driver));
-  EXPECT_EQ(driver.Volume(), 0.5F);
-  EXPECT_TRUE(IsAsLoudAs(kToneLevel / 2));
+  EXPECT_FLOAT_EQ(driver.Volume(), 0.5F);
+  EXPECT_TRUE(IsAsLoudAs(kToneLevel / 8));
 }
 
 TEST_F(SoundTest, ThePeaksShowEveryChannelWithVolumeAndMute) {
@@ -120,7 +120,7 @@ TEST_F(SoundTest, ThePeaksShowEveryChannelWithVolumeAndMute) {
   EXPECT_EQ(Call(driver.Media(), driver.meter, platform::IAudioMeterInformation::GetPeakValue, &peak), kSOk);
   EXPECT_NEAR(peak, 0.5F, 0.02F);
   driver.SetVolume(0.5F);
-  EXPECT_THAT(driver.Peaks(), ElementsAre(FloatNear(0.25F, 0.02F), FloatNear(0.25F, 0.02F)));
+  EXPECT_THAT(driver.Peaks(), ElementsAre(FloatNear(0.0625F, 0.003F), FloatNear(0.0625F, 0.003F)));
   driver.SetMute(true);
   EXPECT_THAT(driver.Peaks(), ElementsAre(0.0F, 0.0F));
   driver.SetMute(false);
@@ -198,7 +198,7 @@ TEST_F(SoundTest, WithoutASoundServerPlayingGoesOnUnheardAndSaysSoOnce) {
     EXPECT_TRUE(WaitUntil(
         [&] {
           const auto peaks = driver.Peaks();
-          return peaks.size() == 2 && std::abs(peaks[0] - 0.25F) < 0.02F;
+          return peaks.size() == 2 && std::abs(peaks[0] - 0.0625F) < 0.003F;
         },
         3s));
   }
