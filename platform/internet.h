@@ -25,6 +25,7 @@ inline constexpr std::uint32_t kHttpQueryRawHeadersCrLf = 22;      ///< HTTP_QUE
 struct InternetRead {
   bool ok = false;        ///< the operation's own result; a slice without data is a success of 0 bytes
   std::size_t count = 0;  ///< bytes placed in the buffer
+  bool ended = false;     ///< nothing will come any more; everything before it has been read
 };
 
 /// All operations are called on the user-interface thread. Connecting and a silent answer are bounded to
@@ -64,9 +65,9 @@ class Internet {
 
   /// Fills the buffer, waiting no longer than a short slice (at most 100 ms); a slice in which it cannot be
   /// filled brings nothing. Only when the server has ended, or has sent nothing for a while, the read is a
-  /// short one, with what there is. After the end every read brings nothing, still taking its slice: as a
-  /// success after a clean end, as a failure after a cut. A server is never read ahead by more than a fixed
-  /// buffer.
+  /// short one, with what there is. After the end every read brings nothing, still taking its slice, and says
+  /// that it is the end: as a success after a clean one, as a failure after a cut. A server is never read
+  /// ahead by more than a fixed buffer.
   virtual InternetRead InternetReadFile(InternetHandle request, std::span<std::byte> buffer) = 0;
 
   virtual bool InternetCloseHandle(InternetHandle handle) = 0;

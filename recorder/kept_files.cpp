@@ -40,8 +40,8 @@ RecordFile KeptFiles::OpenBinary(const Text& folder, const Text& file_name) {
 
 bool KeptFiles::WriteBytes(RecordFile file, std::span<const std::byte> bytes) {
   if (file == RecordFile::kNone || file != current_) return false;
-  if (below_ == RecordFile::kNone && !MakeFile()) return Fail();
-  if (!inner_.WriteBytes(below_, bytes)) return Fail();
+  if (below_ == RecordFile::kNone && !MakeFile()) return Fail(Failure::kNotMade);
+  if (!inner_.WriteBytes(below_, bytes)) return Fail(Failure::kNotWritten);
   bytes_ += bytes.size();
   return true;
 }
@@ -49,7 +49,7 @@ bool KeptFiles::WriteBytes(RecordFile file, std::span<const std::byte> bytes) {
 bool KeptFiles::Flush(RecordFile file) {
   if (file == RecordFile::kNone || file != current_) return false;
   if (below_ == RecordFile::kNone || inner_.Flush(below_)) return true;
-  if (files_.PathFileExistsW(path_)) return Fail();
+  if (files_.PathFileExistsW(path_)) return Fail(Failure::kNotWritten);
   inner_.Close(std::exchange(below_, RecordFile::kNone));
   return true;
 }
@@ -79,8 +79,8 @@ bool KeptFiles::MakeFile() {
   return false;
 }
 
-bool KeptFiles::Fail() {
-  failed_ = true;
+bool KeptFiles::Fail(Failure failure) {
+  failure_ = failure;
   return false;
 }
 

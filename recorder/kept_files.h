@@ -38,12 +38,16 @@ class KeptFiles final : public platform::RecordFiles {
   /// Since the object was made.
   [[nodiscard]] std::uint64_t Bytes() const { return bytes_; }
   [[nodiscard]] std::uint64_t Files() const { return file_count_; }
-  /// A file could not be made or written (disk full, no permission).
-  [[nodiscard]] bool Failed() const { return failed_; }
+  enum class Failure {
+    kNone,
+    kNotMade,    ///< a file could not be made (no permission, no folder)
+    kNotWritten  ///< a file takes no more bytes (disk full)
+  };
+  [[nodiscard]] Failure GetFailure() const { return failure_; }
 
  private:
   bool MakeFile();
-  bool Fail();
+  bool Fail(Failure failure);
 
   platform::RecordFiles& inner_;
   platform::Files& files_;
@@ -55,7 +59,7 @@ class KeptFiles final : public platform::RecordFiles {
   std::uint32_t last_ = 0;
   std::uint64_t bytes_ = 0;
   std::uint64_t file_count_ = 0;
-  bool failed_ = false;
+  Failure failure_ = Failure::kNone;
 };
 
 /// The file name with " (number)" before its extension, when that is one of a recording, or at its end.

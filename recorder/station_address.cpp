@@ -1,9 +1,11 @@
 #include "recorder/station_address.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "app/numbers.h"
 #include "app/text_helpers.h"
@@ -50,6 +52,13 @@ bool IsSound(TextView content_type) {
   return true;
 }
 
+bool HasLength(const stream::clsFunkhaus& cFunkhaus) {
+  const std::vector<Text> lines = app::Split(cFunkhaus.GetStreamQueryInfoRawCrLf(), stream::kCrLf);
+  return std::any_of(lines.begin(), lines.end(), [](const Text& line) {
+    return stream::StartsWithIgnoringCase(line, u"content-length:");
+  });
+}
+
 }  // namespace
 
 Text AddressOf(stream::clsFunkhaus& cFunkhaus, platform::Files& files, platform::TextConversion& conversion,
@@ -71,6 +80,7 @@ StreamFacts FactsOf(const stream::clsFunkhaus& cFunkhaus, platform::TextConversi
   facts.is_sound = IsSound(facts.content_type);
   const Text metaint = FirstValue(cFunkhaus.GetStreamQueryInfo(kIcyMetaint));
   if (app::ToInt32(metaint).value_or(0) > 0) facts.metaint = metaint;
+  facts.has_length = HasLength(cFunkhaus);
   return facts;
 }
 

@@ -20,6 +20,8 @@ struct StreamFacts {
   platform::Text metaint;       ///< empty when no titles are offered
   /// False for pages and playlists, which are no sound.
   bool is_sound = true;
+  /// The server tells how many bytes there are, so that it is a file rather than a programme.
+  bool has_length = false;
 };
 
 /// By the headers of the last query of `cFunkhaus`.

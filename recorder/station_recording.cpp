@@ -11,6 +11,9 @@ namespace recorder {
 
 using platform::Text;
 
+// Trying again would only scatter empty files.
+bool EndsRecording(Fault fault) { return fault == Fault::kCannotWrite || fault == Fault::kDiskFull; }
+
 StationRecording::StationRecording(const Ports& ports, Text folder)
     : StationRecording(ports, std::move(folder), Limits{}) {}
 
@@ -27,17 +30,22 @@ void StationRecording::Run(const Text& link) {
   stop_asked_ = false;
   status_ = {};
   kept_files_.emplace(ports_.stream.record_files, ports_.files);
-  int pause = 1;
-  while (!stop_asked_) {
-    status_.fault = RecordOnce(address);
-    if (stop_asked_ || status_.fault == Fault::kCannotWrite) break;
-    if (brought_bytes_) pause = 1;
-    Pause(pause);
-    pause = std::min(pause * 2, limits_.longest_pause);
-  }
+  RecordUntilStopped(address);
   running_ = false;
   status_.phase = Phase::kEnded;
   Tell();
+}
+
+void StationRecording::RecordUntilStopped(const Text& link) {
+  int pause = 1;
+  while (!stop_asked_) {
+    status_.fault = RecordOnce(link);
+    if (stop_asked_ || complete_ || EndsRecording(status_.fault)) return;
+    // A server that closes again and again after its first burst is not to be besieged.
+    if (brought_bytes_ && last_bytes_at_ - opened_at_ >= limits_.steady) pause = 1;
+    Pause(pause);
+    pause = std::min(pause * 2, limits_.longest_pause);
+  }
 }
 
 void StationRecording::Stop() {
@@ -47,6 +55,8 @@ void StationRecording::Stop() {
 
 Fault StationRecording::RecordOnce(const Text& link) {
   brought_bytes_ = false;
+  closed_by_server_ = false;
+  complete_ = false;
   status_.phase = Phase::kConnecting;
   status_.title.clear();
   if (status_.station.empty()) status_.station = link;
@@ -78,13 +88,16 @@ Fault StationRecording::RecordStream(stream::clsFunkhaus& client, const Text& ad
     status_.title = sStreamTitle;
     Tell();
   };
-  last_bytes_at_ = ports_.stream.clock.WholeSeconds();
+  opened_at_ = ports_.stream.clock.WholeSeconds();
+  last_bytes_at_ = opened_at_;
   client_ = &client;
   client.StartRecStream(facts.content_type, facts.metaint);
   client_ = nullptr;
   kept_files_->EndConnection();
-  if (kept_files_->Failed()) return Fault::kCannotWrite;
-  if (stop_asked_) return Fault::kNone;
+  if (kept_files_->GetFailure() == KeptFiles::Failure::kNotMade) return Fault::kCannotWrite;
+  if (kept_files_->GetFailure() == KeptFiles::Failure::kNotWritten) return Fault::kDiskFull;
+  complete_ = closed_by_server_ && brought_bytes_ && facts.has_length;
+  if (stop_asked_ || complete_) return Fault::kNone;
   return brought_bytes_ ? Fault::kLost : Fault::kUnreachable;
 }
 
@@ -110,7 +123,8 @@ void StationRecording::OnRead(const platform::InternetRead& read) {
     status_.fault = Fault::kNone;
     if (since > 0 && since <= limits_.silence) status_.seconds += since;
     last_bytes_at_ = now;
-  } else if (!read.ok || since >= limits_.silence) {
+  } else if (read.ended || !read.ok || since >= limits_.silence) {
+    closed_by_server_ = read.ended && read.ok;
     client_->StopRecStream();
   } else if (since < 0) {
     last_bytes_at_ = now;  // The clock was set back.

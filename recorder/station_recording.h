@@ -27,8 +27,12 @@ enum class Fault {
   kUnreachable,  ///< no answer, or a refusal
   kNoSound,      ///< a page or a playlist instead of a stream
   kLost,         ///< the stream broke off or fell silent
-  kCannotWrite   ///< the folder or a file cannot be made or written; ends the recording
+  kCannotWrite,  ///< the folder or a file cannot be made; ends the recording
+  kDiskFull      ///< a file takes no more bytes; ends the recording
 };
+
+/// Whether there is no sense in trying again.
+[[nodiscard]] bool EndsRecording(Fault fault);
 
 struct Status {
   Phase phase = Phase::kIdle;
@@ -53,6 +57,7 @@ class StationRecording {
   struct Limits {
     int silence = 20;        ///< after which a connection counts as dead
     int longest_pause = 30;  ///< between two attempts; the first pause is 1, each next one twice as long
+    int steady = 10;  ///< a connection that brought bytes for so long makes the next pause the first one
   };
 
   /// `folder` is made when it is missing. The ports outlive the object.
@@ -62,7 +67,8 @@ class StationRecording {
   StationRecording& operator=(const StationRecording&) = delete;
 
   /// Records until Stop is called in a pump of the message loop, or until nothing can be written any more.
-  /// Does nothing for an empty link and while it runs already.
+  /// What announces its own length is no stream without an end: it is recorded once. Does nothing for an
+  /// empty link and while it runs already.
   void Run(const platform::Text& link);
 
   /// Ends Run soon: at once while recording or pausing, after the bounded wait while connecting.
@@ -76,6 +82,7 @@ class StationRecording {
   controls::Event<> Changed;
 
  private:
+  void RecordUntilStopped(const platform::Text& link);
   Fault RecordOnce(const platform::Text& link);
   Fault RecordStream(stream::clsFunkhaus& client, const platform::Text& address);
   void Pause(int seconds);
@@ -89,8 +96,11 @@ class StationRecording {
   std::optional<KeptFiles> kept_files_;    ///< of the latest Run
   stream::clsFunkhaus* client_ = nullptr;  ///< while one is recording
   Status status_;
+  std::int64_t opened_at_ = 0;  ///< of the latest connection, as the next three
   std::int64_t last_bytes_at_ = 0;
   bool brought_bytes_ = false;
+  bool closed_by_server_ = false;
+  bool complete_ = false;  ///< all of what announced its length was recorded
   bool running_ = false;
   bool stop_asked_ = false;
 };

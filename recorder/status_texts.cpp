@@ -22,6 +22,8 @@ Text FaultText(Fault fault) {
       return u"Die Verbindung ist abgerissen";
     case Fault::kCannotWrite:
       return u"In den Ordner kann nicht geschrieben werden";
+    case Fault::kDiskFull:
+      return u"Der Datenträger nimmt nichts mehr auf, vermutlich ist er voll";
     case Fault::kNone:
       break;
   }
@@ -40,7 +42,7 @@ Text PhaseText(const Status& status) {
       return FaultText(status.fault) + u", neuer Versuch in " +
              app::FormatNumber(status.seconds_to_next_try) + u" s";
     case Phase::kEnded:
-      return status.fault == Fault::kCannotWrite ? FaultText(status.fault) : u"Aufnahme beendet";
+      return EndsRecording(status.fault) ? FaultText(status.fault) : u"Aufnahme beendet";
     case Phase::kIdle:
       break;
   }

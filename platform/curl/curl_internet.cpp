@@ -162,7 +162,10 @@ InternetRead CurlInternet::InternetReadFile(InternetHandle request, std::span<st
     transfer.Work(left);
     const bool is_quiet = transfer.QuietFor() >= settings_.quiet_before_short_read;
     if (transfer.Buffered() > 0 && is_quiet) break;
-    if (left == milliseconds(0) && transfer.Buffered() < wanted) return {!transfer.HasFailed(), 0};
+    if (left == milliseconds(0) && transfer.Buffered() < wanted) {
+      const bool is_over = transfer.HasEnded() && transfer.Buffered() == 0;
+      return {!transfer.HasFailed(), 0, is_over};
+    }
   }
   return {true, transfer.Take(buffer)};
 }

@@ -61,13 +61,13 @@ TEST_F(KeptFilesOverMemory, BeginsAnotherFileWhenTheUserTookItAway) {
   EXPECT_TRUE(kept_.Flush(file));
   EXPECT_TRUE(Write(file, "2"));
   EXPECT_EQ(below_.files[u"Eins.mp3"], "2");
-  EXPECT_FALSE(kept_.Failed());
+  EXPECT_EQ(kept_.GetFailure(), KeptFiles::Failure::kNone);
 }
 
-TEST_F(KeptFilesOverMemory, TellsThatNothingCanBeWritten) {
+TEST_F(KeptFilesOverMemory, TellsThatAFileCannotBeMade) {
   below_.refused = {u"Eins.mp3"};
   EXPECT_FALSE(Write(Open(u"Eins.mp3"), "1"));
-  EXPECT_TRUE(kept_.Failed());
+  EXPECT_EQ(kept_.GetFailure(), KeptFiles::Failure::kNotMade);
 }
 
 TEST_F(KeptFilesOverMemory, AFullDiskAtAFlushIsAFailure) {
@@ -75,7 +75,14 @@ TEST_F(KeptFilesOverMemory, AFullDiskAtAFlushIsAFailure) {
   Write(file, "1");
   below_.flush_fails = true;
   EXPECT_FALSE(kept_.Flush(file));
-  EXPECT_TRUE(kept_.Failed());
+  EXPECT_EQ(kept_.GetFailure(), KeptFiles::Failure::kNotWritten);
+}
+
+TEST_F(KeptFilesOverMemory, AFullDiskInTheMiddleOfAFileIsAFailureAndKeepsTheRest) {
+  below_.free_bytes = 2;
+  EXPECT_FALSE(Write(Open(u"Eins.mp3"), "1234"));
+  EXPECT_EQ(kept_.GetFailure(), KeptFiles::Failure::kNotWritten);
+  EXPECT_EQ(below_.files[u"Eins.mp3"], "12");
 }
 
 TEST_F(KeptFilesOverMemory, LeavesRoomForTheNumber) { EXPECT_EQ(kept_.LongestFileName(u"C:\\Musik"), 247U); }

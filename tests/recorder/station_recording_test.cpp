@@ -90,6 +90,15 @@ TEST_F(Recording, EndsWhenTheFolderCannotBeMade) {
 TEST_F(Recording, EndsWhenTheDiskIsFullAndKeepsWhatWasWritten) {
   rig_.record_files.free_bytes = 6;
   rig_.StationSends("----" + TitleOf("Eins") + "1111" + TitleOf("Zwei") + "2222");
+  EXPECT_EQ(Run().fault, Fault::kDiskFull);
+  EXPECT_EQ(rig_.File(u"Eins.mp3"), "1111");
+  EXPECT_EQ(rig_.File(u"Zwei.mp3"), "22") << "what still fitted";
+  EXPECT_EQ(Connections(), 1);
+}
+
+TEST_F(Recording, EndsWhenAFileCannotBeMade) {
+  rig_.record_files.refused = {u"Zwei.mp3"};
+  rig_.StationSends("----" + TitleOf("Eins") + "1111" + TitleOf("Zwei") + "2222");
   EXPECT_EQ(Run().fault, Fault::kCannotWrite);
   EXPECT_EQ(rig_.File(u"Eins.mp3"), "1111");
   EXPECT_EQ(Connections(), 1);
@@ -121,6 +130,37 @@ TEST_F(Recording, TakesUpABrokenConnectionAtOnce) {
   Run();
   EXPECT_EQ(Connections(), 2);
   EXPECT_EQ(rig_.loop.slept, 1000U);
+}
+
+TEST_F(Recording, TakesUpAConnectionThatTheServerHasClosedAtOnce) {
+  rig_.internet.answer.reads = {{true, "----" + TitleOf("Eins") + "1111"}};
+  rig_.internet.answer.closes = true;
+  rig_.stop_after_reads = 3;
+  EXPECT_EQ(Run().phase, Phase::kEnded);
+  EXPECT_EQ(Connections(), 2);
+  EXPECT_EQ(rig_.loop.slept, 1000U);
+  EXPECT_EQ(rig_.File(u"Eins.mp3"), "1111");
+  EXPECT_EQ(rig_.File(u"Eins (2).mp3"), "1111");
+}
+
+TEST_F(Recording, RecordsOnceWhatAnnouncesItsLength) {
+  rig_.internet.answer.raw_headers = RecorderRig::Headers(u"content-length: 700\r\n");
+  rig_.StationSends(AudioBytes(700));
+  rig_.internet.answer.closes = true;
+  rig_.stop_after_reads = 1000;
+  const Status& status = Run();
+  EXPECT_EQ(PhaseText(status), u"Aufnahme beendet");
+  EXPECT_EQ(Connections(), 1);
+  EXPECT_EQ(rig_.File(u"record.mp3"), AudioBytes(700));
+}
+
+TEST_F(Recording, TakesUpWhatBrokeOffBeforeItsAnnouncedLength) {
+  rig_.internet.answer.raw_headers = RecorderRig::Headers(u"Content-Length: 700\r\n");
+  rig_.internet.answer.reads = {{true, AudioBytes(100)}, {false, ""}};
+  rig_.stop_after_reads = 3;
+  Run();
+  EXPECT_EQ(Connections(), 2);
+  EXPECT_EQ(rig_.File(u"record.mp3"), AudioBytes(100));
 }
 
 TEST_F(Recording, NeverWritesOverWhatWasRecordedBeforeAReconnection) {
@@ -162,7 +202,8 @@ TEST_F(Recording, PausesLongerAfterEveryVainAttempt) {
   EXPECT_THAT(pauses, ElementsAre(0, 1, 3, 7, 15, 31, 61, 91));
 }
 
-TEST_F(Recording, PausesShortlyAgainOnceBytesHaveCome) {
+TEST_F(Recording, PausesShortlyAgainAfterASteadyConnection) {
+  rig_.stop_after_reads = 1000;
   int connection = 0;
   std::vector<std::uint64_t> slept;
   auto told = rig_.recording.Changed.Subscribe([&] {
@@ -171,11 +212,25 @@ TEST_F(Recording, PausesShortlyAgainOnceBytesHaveCome) {
     slept.push_back(rig_.loop.slept);
     ++connection;
     rig_.internet.answer.reachable = connection == 3;
-    rig_.internet.answer.reads = {{true, "1234"}, {false, ""}};
+    rig_.internet.answer.reads.assign(10, {true, "1234"});
+    rig_.internet.answer.reads.push_back({false, ""});
     if (connection == 5) rig_.recording.Stop();
   });
   Run();
   EXPECT_THAT(slept, ElementsAre(0, 1000, 3000, 4000, 6000));
+}
+
+TEST_F(Recording, PausesLongerWhenTheServerClosesSoonEveryTime) {
+  rig_.stop_after_reads = 1000;
+  rig_.internet.answer.reads.assign(9, {true, "1234"});
+  rig_.internet.answer.closes = true;
+  std::vector<std::uint64_t> slept;
+  auto told = rig_.recording.Changed.Subscribe([&] {
+    if (rig_.recording.GetStatus().phase == Phase::kConnecting) slept.push_back(rig_.loop.slept);
+    if (slept.size() == 4) rig_.recording.Stop();
+  });
+  Run();
+  EXPECT_THAT(slept, ElementsAre(0, 1000, 3000, 7000));
 }
 
 TEST_F(Recording, StopInsideAPauseEndsItThere) {

@@ -24,6 +24,8 @@ TEST(StatusTexts, SayWhatIsGoingOn) {
   EXPECT_EQ(PhaseText(status), u"Aufnahme beendet");
   status.fault = Fault::kCannotWrite;
   EXPECT_EQ(PhaseText(status), u"In den Ordner kann nicht geschrieben werden");
+  status.fault = Fault::kDiskFull;
+  EXPECT_EQ(PhaseText(status), u"Der Datenträger nimmt nichts mehr auf, vermutlich ist er voll");
 }
 
 TEST(StatusTexts, WriteNumbersInGerman) {

@@ -106,7 +106,7 @@ InternetRead ScriptedInternet::InternetReadFile(InternetHandle request, std::spa
   if (before_read) before_read();
   reads.push_back(buffer.size());
   Node& node = open_.at(request);
-  if (node.next_read >= node.answer.reads.size()) return {true, 0};
+  if (node.next_read >= node.answer.reads.size()) return {true, 0, node.answer.closes};
   ScriptedRead& next = node.answer.reads[node.next_read];
   const std::size_t count = std::min(buffer.size(), next.bytes.size());
   std::memcpy(buffer.data(), next.bytes.data(), count);

@@ -29,6 +29,8 @@ struct ScriptedAnswer {
   platform::Text raw_headers = u"HTTP/1.1 200 OK\r\n\r\n";
   /// Once they are used up, every read succeeds without bytes.
   std::vector<ScriptedRead> reads;
+  /// Whether the station has closed the connection after them, or is only silent.
+  bool closes = false;
 };
 
 class ScriptedInternet : public platform::Internet {

@@ -28,7 +28,7 @@ TEST_F(CurlInternetRead, FillsTheBufferHoweverTheServerSends) {
     EXPECT_EQ(rig_.ReadSomething(request, 512), body.substr(at, 512)) << at;
   }
   EXPECT_EQ(rig_.ReadSomething(request, 512), body.substr(4608)) << "what is left at the end";
-  EXPECT_EQ(rig_.Read(request), "<nothing>") << "a clean end is a success";
+  EXPECT_EQ(rig_.Read(request), "<end>") << "a clean end is a success";
 }
 
 TEST_F(CurlInternetRead, AQuietServerGivesLessThanTheBuffer) {
@@ -53,7 +53,7 @@ TEST_F(CurlInternetRead, ReadingPastTheEndDoesNotSpinEither) {
   const InternetHandle request = rig_.Open();
   EXPECT_EQ(rig_.ReadSomething(request), "end");
   const auto start = std::chrono::steady_clock::now();
-  for (int i = 0; i < 5; ++i) EXPECT_EQ(rig_.Read(request), "<nothing>");
+  for (int i = 0; i < 5; ++i) EXPECT_EQ(rig_.Read(request), "<end>");
   EXPECT_GE(std::chrono::steady_clock::now() - start, 75ms);
 }
 
@@ -81,7 +81,7 @@ TEST_F(CurlInternetRead, AContentLengthEndsTheBody) {
   rig_.server.OnAny(Script().Send(Header("HTTP/1.0 200 OK", {"Content-Length: 3"})).Send("onemore").Hold());
   const InternetHandle request = rig_.Open();
   EXPECT_EQ(rig_.ReadSomething(request), "one");
-  EXPECT_EQ(rig_.Read(request), "<nothing>");
+  EXPECT_EQ(rig_.Read(request), "<end>");
 }
 
 TEST_F(CurlInternetRead, BytesStayInOrderWhileTheServerHasToWait) {

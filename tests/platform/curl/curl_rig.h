@@ -46,12 +46,13 @@ struct CurlRig {
     return test_support::Ascii(Query(request, kHttpQueryRawHeadersCrLf));
   }
 
-  /// One read: "bytes", or "<nothing>" or "<failed>".
+  /// One read: "bytes", or "<nothing>", "<end>" after a clean end, or "<failed>".
   std::string Read(InternetHandle request, std::size_t size = 1024) {
     std::string bytes(size, '\0');
     const InternetRead read =
         internet.InternetReadFile(request, std::as_writable_bytes(std::span(bytes.data(), size)));
     if (!read.ok) return "<failed>";
+    if (read.ended) return "<end>";
     return read.count == 0 ? "<nothing>" : bytes.substr(0, read.count);
   }
   /// Reads on until something else than nothing comes.
@@ -67,7 +68,7 @@ struct CurlRig {
     const auto deadline = std::chrono::steady_clock::now() + kDeadline;
     while (all.size() < count && std::chrono::steady_clock::now() < deadline) {
       const std::string bytes = Read(request, std::min(size, count - all.size()));
-      if (bytes == "<failed>") return all + bytes;
+      if (bytes == "<failed>" || bytes == "<end>") return all + bytes;
       if (bytes != "<nothing>") all += bytes;
     }
     return all;
