@@ -14,7 +14,7 @@ using platform::Text;
 
 namespace {
 
-constexpr std::size_t kLargestUserDirs = 64 * 1024;
+constexpr std::size_t kLargestUserDirs = std::size_t{64} * 1024;
 
 // The text between the quotes of a shell assignment; nothing without a closing quote.
 std::optional<std::string> QuotedValue(std::string_view text) {
