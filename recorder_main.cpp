@@ -1,9 +1,13 @@
 // The recording tool's entry: in a window where there is a display, otherwise on the terminal.
 
 #include <QApplication>
+#include <QScreen>
+#include <array>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <span>
 #include <string>
 
 #include "platform/curl/curl_internet.h"
@@ -16,11 +20,13 @@
 #include "platform/posix/record_files.h"
 #include "platform/posix/shell.h"
 #include "platform/posix/terminal_loop.h"
+#include "platform/posix/trial.h"
 #include "platform/qt/close_requests.h"
 #include "platform/qt/icons.h"
 #include "platform/qt/language.h"
 #include "platform/qt/message_loop.h"
 #include "platform/qt/record_window.h"
+#include "recorder/command_line.h"
 #include "recorder/music_folder.h"
 #include "recorder/record_control.h"
 #include "recorder/station_recording.h"
@@ -53,29 +59,42 @@ struct Tool {
       recorder::MusicFolder(environment, files, paths)};
 };
 
-/// All arguments are one link, because whoever starts the tool may have split it at its blanks.
-std::string LinkOf(int argc, char** argv) {
-  std::string link;
-  for (int index = 1; index < argc; ++index) {
-    if (index > 1) link += ' ';
-    link += argv[index];
-  }
-  return link;
-}
-
 bool IsSet(const char* name) {
   const char* const value = std::getenv(name);
   return value != nullptr && *value != '\0';
 }
 
-bool HasDisplay() { return IsSet("DISPLAY") || IsSet("WAYLAND_DISPLAY") || IsSet("QT_QPA_PLATFORM"); }
+bool NamesDisplay() { return IsSet("DISPLAY") || IsSet("WAYLAND_DISPLAY") || IsSet("QT_QPA_PLATFORM"); }
 
-int RunOnTerminal(const std::string& link) {
-  if (link.find_first_not_of(' ') == std::string::npos) {
-    std::fputs("Aufruf: OZRecordFunkhaus ADRESSE\nADRESSE ist die eines Senders oder einer Playlist.\n",
-               stderr);
-    return kWrongUse;
-  }
+/// The toolkit ends the process when it cannot reach the display that the environment names, and waits for
+/// one that does not answer.
+bool CanShowWindows(int argc, char** argv) {
+  constexpr std::chrono::seconds kLimit{10};
+  const auto open_display = [argc, argv]() mutable {
+    const QGuiApplication application(argc, argv);
+    return QGuiApplication::primaryScreen() != nullptr;
+  };
+  return NamesDisplay() && platform::posix::SucceedsInCopy(open_display, kLimit);
+}
+
+/// Empty when nothing is entered.
+std::string AskForLink() {
+  std::fputs("Adresse eines Senders oder einer Playlist: ", stdout);
+  std::fflush(stdout);
+  std::array<char, 4096> line{};
+  if (std::fgets(line.data(), static_cast<int>(line.size()), stdin) == nullptr) return {};
+  const std::string entered(line.data());
+  return entered.substr(0, entered.find_first_of("\r\n"));
+}
+
+int TellWrongUse() {
+  std::fputs(std::string(recorder::Usage()).c_str(), stderr);
+  return kWrongUse;
+}
+
+int RunOnTerminal(std::string link) {
+  if (link.empty()) link = AskForLink();
+  if (link.find_first_not_of(' ') == std::string::npos) return TellWrongUse();
   platform::posix::TerminalLoop loop;
   Tool tool(loop);
   loop.EndAsked = [&tool] { tool.recording.Stop(); };
@@ -86,7 +105,7 @@ int RunOnTerminal(const std::string& link) {
     std::fflush(stdout);
   });
   tool.recording.Run(tool.conversion.MultiByteToWideChar(CodePage::kUtf8, link));
-  return tool.recording.GetStatus().fault == recorder::Fault::kCannotWrite ? kFailed : 0;
+  return recorder::EndsRecording(tool.recording.GetStatus().fault) ? kFailed : 0;
 }
 
 int RunInWindow(int& argc, char** argv, const std::string& link) {
@@ -110,8 +129,19 @@ int RunInWindow(int& argc, char** argv, const std::string& link) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  // A reader of the terminal's lines that goes away is no reason to end a recording.
+  using Wish = recorder::CommandLine::Wish;
+  // A reader of the terminal's lines that goes away is no reason to end a recording, and a file that must not
+  // grow any more is told as a full disk.
   std::signal(SIGPIPE, SIG_IGN);
-  const std::string link = LinkOf(argc, argv);
-  return HasDisplay() ? RunInWindow(argc, argv, link) : RunOnTerminal(link);
+  std::signal(SIGXFSZ, SIG_IGN);
+  const auto words =
+      std::span<const char* const>(argv, static_cast<std::size_t>(argc)).subspan(argc > 0 ? 1 : 0);
+  const recorder::CommandLine line = recorder::ReadCommandLine(words);
+  if (line.wish == Wish::kWrongUse) return TellWrongUse();
+  if (line.wish == Wish::kHelp)
+    return std::fputs(std::string(recorder::Usage()).c_str(), stdout) < 0 ? kFailed : 0;
+  if (CanShowWindows(argc, argv)) return RunInWindow(argc, argv, line.link);
+  if (NamesDisplay())
+    std::fputs("Kein Bildschirm ist erreichbar, darum geht es auf dem Terminal weiter.\n", stderr);
+  return RunOnTerminal(line.link);
 }

@@ -1,13 +1,9 @@
-// The recording tool against a station on real sockets, with real files: its recording and the program.
+// A station's recording on real sockets, with real files.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <chrono>
-#include <csignal>
-#include <cstdlib>
-#include <filesystem>
+#include <functional>
 #include <thread>
 
 #include "platform/curl/curl_internet.h"
@@ -18,100 +14,15 @@
 #include "platform/posix/native_paths.h"
 #include "platform/posix/record_files.h"
 #include "recorder/station_recording.h"
-#include "tests/support/child_process.h"
+#include "tests/platform/recorder/tool_fixture.h"
 #include "tests/support/fakes.h"
-#include "tests/support/icy_station.h"
-#include "tests/support/media_files.h"
-#include "tests/support/temp_folder.h"
+#include "tests/support/icy_script.h"
+#include "tests/support/scripted_icy_server.h"
 
 namespace recorder {
 namespace {
 
-using namespace std::chrono_literals;
 using platform::Text;
-using test_support::ChildProcess;
-using test_support::WaitUntil;
-
-constexpr auto kDeadline = 30s;
-constexpr std::size_t kInterval = 4000;
-
-test_support::Mp3Loop Tone() {
-  const test_support::TempFolder folder;
-  return test_support::Mp3Loop(
-      test_support::ReadBytes(test_support::MakeTone(folder, "tone.mp3", "libmp3lame")));
-}
-
-test_support::IcyStation::Settings TwoTitles() {
-  test_support::IcyStation::Settings settings;
-  settings.name = "Testfunk";
-  settings.titles = {"Eins: Zwei",
-                     "K\xC3\xBC"
-                     "che/Bad"};
-  settings.title_time = 2s;
-  settings.burst = 1s;
-  settings.metaint = kInterval;
-  return settings;
-}
-
-class Tool : public testing::Test {
- protected:
-  Tool() { station_.Start(); }
-
-  [[nodiscard]] std::filesystem::path Folder() const { return music_.Path() / "neu" / "Funkhausplayer"; }
-  [[nodiscard]] std::vector<std::string> Files() const {
-    std::vector<std::string> names;
-    std::error_code missing;
-    for (const auto& entry : std::filesystem::directory_iterator(Folder(), missing)) {
-      names.push_back(entry.path().filename());
-    }
-    return names;
-  }
-  [[nodiscard]] std::uintmax_t SizeOf(const std::string& name) const {
-    std::error_code missing;
-    const auto size = std::filesystem::file_size(Folder() / name, missing);
-    return missing ? 0 : size;
-  }
-
-  // A file plays when all of its music but the cut frames at its ends is decoded, and its first second is the
-  // tone and no silence.
-  void ExpectToPlay(const std::string& name) const {
-    constexpr double kSamplesPerSecond = 8000;
-    const auto decoded = test_support::RunProgram(
-        {"ffmpeg", "-v", "fatal", "-i", Folder() / name, "-f", "u8", "-ac", "1", "-ar", "8000", "-"});
-    EXPECT_EQ(decoded.exit_code, 0) << name;
-    const double expected = static_cast<double>(SizeOf(name)) / (loop_.BitRate() * 1000.0 / 8);
-    EXPECT_GT(static_cast<double>(decoded.output.size()) / kSamplesPerSecond, expected - 0.15) << name;
-    int peak = 0;
-    for (const char sample : decoded.output.substr(0, static_cast<std::size_t>(kSamplesPerSecond / 4))) {
-      peak = std::max(peak, std::abs(static_cast<unsigned char>(sample) - 128));
-    }
-    EXPECT_GT(peak, 20) << name << " is silent at its beginning";
-  }
-
-  [[nodiscard]] ChildProcess::Environment Surroundings(const char* qt_platform) const {
-    return {{"XDG_MUSIC_DIR", music_.Path() / "neu"},
-            {"DISPLAY", ""},
-            {"WAYLAND_DISPLAY", ""},
-            {"QT_QPA_PLATFORM", qt_platform}};
-  }
-  // Two titles that are long enough to be heard.
-  [[nodiscard]] bool TwoTitlesAreRecorded() const {
-    return SizeOf("Eins_ Zwei.mp3") > 2 * kInterval && SizeOf(
-                                                           "K\xC3\xBC"
-                                                           "che_Bad.mp3") > 2 * kInterval;
-  }
-  void ExpectTwoTitles() const {
-    for (const std::string& name : Files()) {
-      if (SizeOf(name) > 2 * kInterval) ExpectToPlay(name);
-    }
-    EXPECT_TRUE(TwoTitlesAreRecorded());
-    EXPECT_TRUE(station_.WaitUntil([](const auto& counts) { return counts.listeners == 0; }, kDeadline));
-  }
-
-  test_support::TempFolder music_;
-  test_support::Mp3Loop loop_ = Tone();
-  test_support::IcyStation station_{loop_, TwoTitles()};
-};
 
 // The recording inside the test's own process.
 class RecordingItself : public Tool {
@@ -140,8 +51,7 @@ class RecordingItself : public Tool {
   platform::curl::CurlXmlHttpRequests requests_{conversion_};
   StationRecording recording_{
       {{internet_, requests_, record_files_, environment_, clock_, message_loop_, conversion_}, files_},
-      paths_.FromNative(Folder()),
-      {2, 1}};
+      paths_.FromNative(Folder())};
 };
 
 TEST_F(RecordingItself, FilesOfTitlesPlayFromTheirFirstSecond) {
@@ -167,43 +77,36 @@ TEST_F(RecordingItself, ALostConnectionIsTakenUpAgainAndWhatWasRecordedStays) {
   ExpectToPlay("Eins_ Zwei.mp3");
 }
 
-// The program as the player's button starts it.
-class Program : public Tool {
- protected:
-  // Runs the program until two titles are recorded, asks it to end, and gives its exit code.
-  int RunUntilTwoTitles(const ChildProcess::Arguments& arguments, const char* qt_platform, int signal) {
-    ChildProcess program(arguments, Surroundings(qt_platform));
-    EXPECT_TRUE(WaitUntil([&] { return TwoTitlesAreRecorded(); }, kDeadline));
-    program.Signal(signal);
-    return program.WaitForExit();
+TEST_F(RecordingItself, AStationThatClosesTheConnectionIsTakenUpAgainSoon) {
+  test_support::ScriptedIcyServer server;
+  const std::string header = test_support::Header("HTTP/1.1 200 OK", {"Content-Type: audio/mpeg"});
+  server.OnAny(test_support::Script().Send(header).Send(test_support::AudioBytes(2000)));
+  const auto start = std::chrono::steady_clock::now();
+  Record(server.Url(), [this] { return SizeOf("record (2).mp3") == 2000; });
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 15s) << "a silent station is given twenty";
+  EXPECT_EQ(test_support::ReadBytes(Folder() / "record.mp3"), test_support::AudioBytes(2000));
+}
+
+TEST_F(RecordingItself, TitlesThatAreNoFileNamesStillGetTheirFiles) {
+  test_support::ScriptedIcyServer server;
+  const std::string header =
+      test_support::Header("HTTP/1.1 200 OK", {"Content-Type: audio/mpeg", "icy-metaint: 16"});
+  test_support::Script script;
+  script.Send(header);
+  const std::vector<std::string> titles = {
+      "../AC/DC: \"Live\"?",        "Doppelt", "Doppelt", "CON", "Doppelt", "..", std::string(2000, 'x'),
+      std::string(2000, 'x') + "y", "Ende"};
+  for (const std::string& title : titles) {
+    script.Send(test_support::AudioBytes(16) + test_support::TitleBlock(title));
   }
-};
-
-TEST_F(Program, RecordsOnATerminalUntilItIsAskedToEnd) {
-  EXPECT_EQ(RunUntilTwoTitles({RECORDING_TOOL, station_.Url()}, "", SIGTERM), 0);
-  ExpectTwoTitles();
-}
-
-TEST_F(Program, RecordsAPlaylistUntilCtrlC) {
-  EXPECT_EQ(RunUntilTwoTitles({RECORDING_TOOL, station_.Url("/station.m3u")}, "", SIGINT), 0);
-  ExpectTwoTitles();
-}
-
-TEST_F(Program, RecordsInAWindowUntilItIsClosed) {
-  EXPECT_EQ(RunUntilTwoTitles({RECORDING_TOOL, station_.Url()}, "offscreen", SIGTERM), 0);
-  ExpectTwoTitles();
-}
-
-TEST_F(Program, AsksForAnAddressOnATerminal) {
-  EXPECT_EQ(test_support::RunProgram({RECORDING_TOOL}, Surroundings("")).exit_code, 2);
-  EXPECT_EQ(test_support::RunProgram({RECORDING_TOOL, " "}, Surroundings("")).exit_code, 2);
-}
-
-TEST_F(Program, SaysWhenItCannotWrite) {
-  const auto file = music_.Write("neu", "a file where the folder belongs");
-  const auto result = test_support::RunProgram({RECORDING_TOOL, station_.Url()}, Surroundings(""));
-  EXPECT_EQ(result.exit_code, 1);
-  EXPECT_THAT(result.output, testing::HasSubstr("In den Ordner kann nicht geschrieben werden"));
+  server.OnAny(script.Send("abc").Hold());
+  Record(server.Url(), [this] { return SizeOf("Ende.mp3") == 3; });
+  const std::string cut(243, 'x');
+  EXPECT_THAT(Files(),
+              testing::UnorderedElementsAre(".._AC_DC_ _Live__.mp3", "Doppelt.mp3", "Doppelt (2).mp3",
+                                            "CON_.mp3", "_.mp3", cut + ".mp3", "Ende.mp3"));
+  EXPECT_EQ(SizeOf("Doppelt.mp3"), 32U) << "a repeated title goes on";
+  EXPECT_EQ(SizeOf(cut + ".mp3"), 32U) << "what is the same once it is cut goes on too";
 }
 
 }  // namespace

@@ -1,0 +1,27 @@
+#pragma once
+// What the recording tool is asked to do by the words behind its name. Not for doing it.
+
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace recorder {
+
+struct CommandLine {
+  enum class Wish {
+    kRecord,   ///< `link`, or whatever the user still has to name when it is empty
+    kHelp,     ///< "--help" or "-h"
+    kWrongUse  ///< an option that does not exist
+  };
+  Wish wish = Wish::kRecord;
+  std::string link;
+};
+
+/// All words together are one link, because whoever starts the tool may have split it at its blanks; no link
+/// begins with "-". Blanks round the link are dropped.
+[[nodiscard]] CommandLine ReadCommandLine(std::span<const char* const> words);
+
+/// How the tool is called, in German, several lines of UTF-8.
+[[nodiscard]] std::string_view Usage();
+
+}  // namespace recorder

@@ -1,0 +1,145 @@
+// The recording tool's window with its recording behind it, pressed by a mouse that comes from the test.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTest>
+#include <QTimer>
+#include <array>
+#include <functional>
+#include <memory>
+
+#include "platform/curl/curl_internet.h"
+#include "platform/curl/curl_xml_http_request.h"
+#include "platform/icu/text_conversion.h"
+#include "platform/posix/clock.h"
+#include "platform/posix/environment.h"
+#include "platform/posix/files.h"
+#include "platform/posix/native_paths.h"
+#include "platform/posix/record_files.h"
+#include "platform/posix/shell.h"
+#include "platform/qt/icons.h"
+#include "platform/qt/message_loop.h"
+#include "platform/qt/record_window.h"
+#include "recorder/music_folder.h"
+#include "recorder/record_control.h"
+#include "tests/platform/recorder/tool_fixture.h"
+
+namespace recorder {
+namespace {
+
+/// An application without a screen, whose file manager is a script that writes down what it is asked for.
+class Surrounded : public Tool {
+ protected:
+  Surrounded() {
+    const auto opener =
+        music_.Write("bin/xdg-open", "#!/bin/sh\necho \"$1\" >\"" + Opened().string() + "\"\n");
+    std::filesystem::permissions(opener, std::filesystem::perms::owner_all);
+    const std::string path = music_.Path() / "bin";
+    qputenv("PATH", QByteArray::fromStdString(path + ":") + qgetenv("PATH"));
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    application_ = std::make_unique<QApplication>(count_, arguments_.data());
+  }
+  [[nodiscard]] std::filesystem::path Opened() const { return music_.Path() / "opened"; }
+  [[nodiscard]] std::string ReadOpened() const {
+    return std::filesystem::exists(Opened()) ? test_support::ReadBytes(Opened()) : std::string();
+  }
+
+ private:
+  std::string name_ = "OZRecordFunkhaus";
+  std::array<char*, 2> arguments_ = {name_.data(), nullptr};
+  int count_ = 1;
+  std::unique_ptr<QApplication> application_;
+};
+
+class Window : public Surrounded {
+ protected:
+  template <typename Widget = QWidget>
+  Widget& Find(const char* name) {
+    return *static_cast<Widget*>(window_.findChild<QWidget*>(QLatin1String(name)));
+  }
+  void Click(const char* name) { QTest::mouseClick(&Find(name), Qt::LeftButton); }
+  // Types the station's address, presses Start and returns when the recording has ended; `act` is run in the
+  // middle of it as soon as `now` holds.
+  void RecordAnd(const std::function<bool()>& now, const std::function<void()>& act) {
+    const auto deadline = std::chrono::steady_clock::now() + kDeadline;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &look, [&] {
+      const bool too_late = std::chrono::steady_clock::now() > deadline;
+      EXPECT_FALSE(too_late);
+      if (too_late) recording_.Stop();
+      if (!now()) return;
+      look.stop();
+      act();
+    });
+    window_.show();
+    QTest::keyClicks(&Find("address"), QString::fromStdString(station_.Url()));
+    look.start(10);
+    Click("start");
+  }
+
+  platform::posix::PosixNativePaths paths_;
+  platform::icu::IcuTextConversion conversion_;
+  platform::posix::PosixFiles files_{paths_};
+  platform::posix::PosixRecordFiles record_files_{paths_};
+  platform::posix::PosixEnvironment environment_{paths_};
+  platform::posix::PosixClock clock_;
+  platform::posix::PosixShell shell_{paths_};
+  platform::qt::QtMessageLoop loop_;
+  platform::curl::CurlInternet internet_{loop_, conversion_};
+  platform::curl::CurlXmlHttpRequests requests_{conversion_};
+  StationRecording recording_{
+      {{internet_, requests_, record_files_, environment_, clock_, loop_, conversion_}, files_},
+      paths_.FromNative(Folder())};
+  platform::qt::QtIcons icons_{paths_};
+  RecordForm form_;
+  RecordControl control_{form_, recording_, files_, shell_, FolderAddress(paths_, recording_.Folder())};
+  platform::qt::RecordWindow window_{form_, icons_, loop_};
+};
+
+TEST_F(Window, ShowsTheRecordingAndStopEndsItWithWholeFiles) {
+  RecordAnd([this] { return TwoTitlesAreRecorded(); },
+            [this] {
+              EXPECT_EQ(form_.station.Caption(), u"Testfunk");
+              EXPECT_NE(form_.title.Caption(), u"");
+              EXPECT_NE(form_.time.Caption(), u"00:00:00");
+              EXPECT_EQ(form_.state.Caption(), u"Aufnahme läuft");
+              EXPECT_FALSE(Find("start").isEnabled());
+              Click("stop");
+            });
+  EXPECT_FALSE(recording_.Running());
+  EXPECT_EQ(form_.state.Caption(), u"Aufnahme beendet");
+  EXPECT_TRUE(window_.isVisible());
+  EXPECT_TRUE(Find("start").isEnabled());
+  ExpectTwoTitles();
+}
+
+TEST_F(Window, OpensTheFolderWhileItRecords) {
+  RecordAnd([this] { return !Files().empty(); },
+            [this] {
+              Click("open_folder");
+              EXPECT_TRUE(recording_.Running());
+              Click("stop");
+            });
+  EXPECT_TRUE(WaitUntil([this] { return !ReadOpened().empty(); }, kDeadline));
+  EXPECT_EQ(ReadOpened(), "file://" + Folder().string() + "\n");
+}
+
+TEST_F(Window, OpensTheFolderBeforeAnythingWasRecorded) {
+  window_.show();
+  Click("open_folder");
+  EXPECT_TRUE(WaitUntil([this] { return !ReadOpened().empty(); }, kDeadline));
+  EXPECT_EQ(ReadOpened(), "file://" + Folder().string() + "\n");
+  EXPECT_TRUE(std::filesystem::is_directory(Folder()));
+}
+
+TEST_F(Window, ClosingItEndsTheRecordingWithWholeFiles) {
+  RecordAnd([this] { return TwoTitlesAreRecorded(); }, [this] { window_.close(); });
+  EXPECT_FALSE(recording_.Running());
+  EXPECT_TRUE(form_.form.IsClosed());
+  ExpectTwoTitles();
+}
+
+}  // namespace
+}  // namespace recorder

@@ -1,0 +1,50 @@
+#include "recorder/command_line.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace recorder {
+namespace {
+
+using Wish = CommandLine::Wish;
+
+CommandLine Read(const std::vector<const char*>& words) { return ReadCommandLine(words); }
+
+TEST(CommandLine, OneWordIsTheLink) {
+  const CommandLine line = Read({"http://radio.example/live"});
+  EXPECT_EQ(line.wish, Wish::kRecord);
+  EXPECT_EQ(line.link, "http://radio.example/live");
+}
+
+TEST(CommandLine, SeveralWordsAreOneLinkWithBlanks) {
+  EXPECT_EQ(Read({"/home/u/Meine", "Sender.m3u"}).link, "/home/u/Meine Sender.m3u");
+}
+
+TEST(CommandLine, WithoutAWordTheLinkIsStillToBeNamed) {
+  for (const auto& words : {std::vector<const char*>{}, {""}, {" ", "  "}}) {
+    EXPECT_EQ(Read(words).wish, Wish::kRecord);
+    EXPECT_EQ(Read(words).link, "");
+  }
+}
+
+TEST(CommandLine, BlanksRoundTheLinkAreDropped) { EXPECT_EQ(Read({"", " http://h/ "}).link, "http://h/"); }
+
+TEST(CommandLine, HelpIsAWishOfItsOwn) {
+  EXPECT_EQ(Read({"--help"}).wish, Wish::kHelp);
+  EXPECT_EQ(Read({"-h"}).wish, Wish::kHelp);
+}
+
+TEST(CommandLine, OtherOptionsAreWrongUse) {
+  EXPECT_EQ(Read({"--version"}).wish, Wish::kWrongUse);
+  EXPECT_EQ(Read({"-x", "http://h/"}).wish, Wish::kWrongUse);
+  EXPECT_EQ(Read({"http://h/-x"}).wish, Wish::kRecord);
+}
+
+TEST(CommandLine, TheUsageNamesTheProgramAndItsArgument) {
+  EXPECT_THAT(std::string(Usage()), testing::StartsWith("Aufruf: OZRecordFunkhaus [ADRESSE]\n"));
+}
+
+}  // namespace
+}  // namespace recorder
