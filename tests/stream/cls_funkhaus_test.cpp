@@ -111,6 +111,46 @@ TEST_F(ClsFunkhaus, AResolvedPlaylistIsAnsweredUntilTheNextSuccess) {
   EXPECT_EQ(client_->StreamUrl(), u"") << "the stream address is another matter";
 }
 
+TEST_F(ClsFunkhaus, EveryFailedResolutionKeepsTheEarlierPlaylist) {
+  ASSERT_TRUE(Playlist(u"http://h/stream"));
+  rig_.requests.request = {{3}, u"http://late/"};
+  InTheNextPump([&] { ++rig_.clock.whole_seconds; });
+  EXPECT_FALSE(client_->IsUrlPlaylist(u"http://h/endless"));
+  rig_.requests.class_is_known = false;
+  EXPECT_FALSE(client_->IsUrlPlaylist(u"http://h/list"));
+  EXPECT_FALSE(client_->IsUrlPlaylist(u""));
+  Text address, title;
+  client_->GetPlaylistEntry(0, address, title);
+  EXPECT_EQ(address, u"http://h/stream");
+  EXPECT_EQ(client_->GetPlaylistNumberOfEntries(), 1);
+}
+
+TEST_F(ClsFunkhaus, StreamAddressAndPlaylistDoNotTouchEachOther) {
+  AnswerWith(u"ICY 200 OK\r\nicy-metaint:8192\r\n\r\n");
+  client_->StreamUrl(u"http://h/");
+  rig_.internet.calls.clear();
+  ASSERT_TRUE(Playlist(u"http://h/stream"));
+  EXPECT_EQ(client_->StreamUrl(), u"http://h/");
+  EXPECT_EQ(client_->GetStreamQueryInfo(9), u"8192");
+  EXPECT_TRUE(rig_.internet.calls.empty()) << "a resolution asks for no headers";
+  client_->StreamUrl(u"http://other/");
+  EXPECT_EQ(client_->GetPlaylistNumberOfEntries(), 1);
+}
+
+TEST_F(ClsFunkhaus, OnlySettingTheAddressAsksForHeaders) {
+  rig_.StationSends(kAudio + Block("StreamTitle='A much longer song title here';"));
+  client_->StreamUrl(u"http://h/");
+  rig_.internet.calls.clear();
+  client_->ReadStreamMetaData(8);
+  client_->ReadStreamMetaData2(8);
+  client_->GetActiveMeta(u"", 8);
+  client_->StartGetInfoSong(u"", u"8");
+  rig_.loop.on_pump = [this] { client_->StopRecStream(); };
+  client_->StartRecStream(u"");
+  client_->StartRecStream(u"", u"8");
+  EXPECT_THAT(rig_.internet.calls, testing::Not(testing::Contains(testing::StartsWith("HttpSendRequestW"))));
+}
+
 TEST_F(ClsFunkhaus, AnEmptyPlaylistAddressMakesNoRequest) {
   EXPECT_FALSE(client_->IsUrlPlaylist(u""));
   EXPECT_FALSE(client_->IsUrlPlaylist(u"   "));
@@ -161,6 +201,18 @@ TEST_F(ClsFunkhaus, StartGetInfoSongRunsTheActiveReaderAndThrowsItsResultAway) {
   client_->StartGetInfoSong(u"audio/mpeg", u"8");
   EXPECT_THAT(rig_.internet.calls, testing::Contains(testing::StartsWith("InternetOpenUrlW")));
   EXPECT_EQ(rig_.internet.OpenHandles(), 0U);
+}
+
+TEST_F(ClsFunkhaus, StartGetInfoSongClearsTheStopFlagFirst) {
+  rig_.StationSends(kAudio + Block("StreamTitle='Song';"), 4);
+  client_->StreamUrl(u"http://h/");
+  client_->StopRecStream();
+  client_->StartGetInfoSong(u"audio/mpeg", u"8");
+  EXPECT_GT(rig_.internet.reads.size(), 2U) << "with the flag set it ends after its first read";
+  rig_.internet.reads.clear();
+  client_->StopRecStream();
+  client_->StartGetInfoSong(u"audio/mpeg");
+  EXPECT_EQ(client_->GetActiveMeta(u"audio/mpeg", 8), u"Song") << "without an interval too";
 }
 
 TEST_F(ClsFunkhaus, StartGetInfoSongWithoutAnIntervalOnlyClearsTheStopFlag) {

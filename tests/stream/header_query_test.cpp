@@ -79,5 +79,44 @@ TEST_F(HeaderQuery, HeaderTextOfAQuarterMebibyteComesThrough) {
   EXPECT_EQ(lines->at(1).size(), 256U * 1024 - 21);
 }
 
+/// Answers a query without a buffer, and one with it, as the test says.
+class OddHeaders : public test_support::ScriptedInternet {
+ public:
+  bool HttpQueryInfoW(platform::InternetHandle, std::uint32_t, std::span<std::byte> buffer,
+                      std::uint32_t& size) override {
+    ++queries;
+    size = buffer.empty() ? needed : returned;
+    for (std::size_t i = 0; i < buffer.size(); ++i) buffer[i] = std::byte(i % 2 == 0 ? 'a' + i / 2 : 0);
+    return buffer.empty() ? succeeds_without_buffer : succeeds_with_buffer;
+  }
+  bool succeeds_without_buffer = false;
+  bool succeeds_with_buffer = true;
+  std::uint32_t needed = 8;
+  std::uint32_t returned = 8;
+  int queries = 0;
+};
+
+Text HeaderText(OddHeaders& internet) { return QueryHeaderText(internet, platform::InternetHandle{1}, 22); }
+
+TEST(HeaderText, IsCutToTheBytesThatWereReturned) {
+  OddHeaders internet;
+  EXPECT_EQ(HeaderText(internet), u"abcd");
+  internet.returned = 5;
+  EXPECT_EQ(HeaderText(internet), u"ab");
+  internet.returned = 1000;
+  EXPECT_EQ(HeaderText(internet), u"abcd") << "never more than the buffer holds";
+}
+
+TEST(HeaderText, IsEmptyWhenTheQueryFailsOrSucceedsUnexpectedly) {
+  OddHeaders internet;
+  internet.succeeds_with_buffer = false;
+  EXPECT_EQ(HeaderText(internet), u"");
+  EXPECT_EQ(internet.queries, 2);
+  internet.succeeds_without_buffer = true;
+  internet.succeeds_with_buffer = true;
+  EXPECT_EQ(HeaderText(internet), u"");
+  EXPECT_EQ(internet.queries, 3) << "without a failure at first there is no second query";
+}
+
 }  // namespace
 }  // namespace stream

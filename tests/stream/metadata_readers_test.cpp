@@ -184,6 +184,17 @@ TEST_F(ReadFirstBlock, TheStartIsRoundedToAWholeSecond) {
   EXPECT_EQ(rig_.internet.reads.size(), 16U) << "measured from 1000: 8.4 after sixteen reads";
 }
 
+TEST_F(ReadFirstBlock, AStartInTheMiddleOfASecondIsRoundedToTheEvenOne) {
+  rig_.ReadsTake(0.5);
+  rig_.clock.seconds_since_midnight = 1000.5;
+  EXPECT_EQ(ReadFirstBlockTitle(state_, kInterval), u"TimeOut");
+  EXPECT_EQ(rig_.internet.reads.size(), 16U) << "measured from 1000";
+  rig_.internet.reads.clear();
+  rig_.clock.seconds_since_midnight = 1001.5;
+  EXPECT_EQ(ReadFirstBlockTitle(state_, kInterval), u"TimeOut");
+  EXPECT_EQ(rig_.internet.reads.size(), 18U) << "measured from 1002";
+}
+
 TEST_F(ReadFirstBlock, AcrossMidnightItWaitsUntilTheClockHasPassedTheLimitAgain) {
   rig_.clock.seconds_since_midnight = 86399.0;
   rig_.internet.before_read = [this] {

@@ -56,6 +56,16 @@ TEST_F(PlaylistFetch, WithoutTheRequestObjectThereIsNoText) {
   EXPECT_EQ(Fetch(), std::nullopt);
 }
 
+TEST_F(PlaylistFetch, AStepThatFailsIsPassedOver) {
+  rig_.requests.request = {{4}, u"text"};
+  for (const std::string step : {"SetOption", "Open", "Send"}) {
+    rig_.requests.failing = {step};
+    rig_.requests.calls.clear();
+    EXPECT_EQ(Fetch(), u"text") << step;
+    EXPECT_EQ(rig_.requests.calls.size(), 7U) << step;
+  }
+}
+
 TEST_F(PlaylistFetch, EndsAtOnceWhenTheOwnerHasLetGo) {
   rig_.requests.request = {{3}, u"endless"};
   rig_.loop.on_pump = [this] { state_.abort_flag = true; };

@@ -115,6 +115,13 @@ TEST(PlaylistText, TheTitleWalkStopsAtTheFileLine) {
   EXPECT_EQ(FindPlaylistEntry(title_first, 0).title, u"X");
 }
 
+TEST(PlaylistText, OfSeveralTitlesBeforeTheFileLineTheLastOneCounts) {
+  const Lines lines{u"NumberOfEntries=2", u"Title1=A", u"Title2=B", u"Title1=C", u"File1=http://a"};
+  EXPECT_EQ(FindPlaylistEntry(lines, 0).title, u"C");
+  EXPECT_EQ(FindPlaylistEntry(lines, 1).title, u"B") << "an entry may have a title and no address";
+  EXPECT_EQ(FindPlaylistEntry(lines, 1).address, u"");
+}
+
 TEST(PlaylistText, AnAddressIsCutAtItsSecondEqualsSign) {
   EXPECT_EQ(FindPlaylistEntry({u"NumberOfEntries=1", u"File1=http://h/s?x=1"}, 0).address, u"http://h/s?x");
 }

@@ -68,6 +68,47 @@ TEST_F(PlainRecorder, OpensWithoutAnExtraHeaderAndClosesTheFileFirst) {
   EXPECT_EQ(rig_.files.OpenFiles(), 0U);
 }
 
+TEST_F(Recorders, TheFileIsClosedBeforeTheConnection) {
+  stop_after_reads_ = 1;
+  rig_.files.on_close = [this] { rig_.internet.calls.emplace_back("file"); };
+  rig_.StationSends("drop" + Block("StreamTitle='One';"));
+  Plain();
+  const std::vector<std::string> end = {"file", "InternetCloseHandle(2)", "InternetCloseHandle(1)"};
+  EXPECT_EQ(std::vector<std::string>(rig_.internet.calls.end() - 3, rig_.internet.calls.end()), end);
+  rig_.internet.reads.clear();
+  state_.stop_flag = false;
+  ByTitle();
+  EXPECT_EQ(rig_.internet.calls.at(rig_.internet.calls.size() - 3), "file");
+}
+
+TEST_F(Recorders, WorkTheirFlagsOutFromTheAddress) {
+  state_.open_flags = 7;
+  stop_after_reads_ = 0;
+  for (const auto& [address, flags] : {std::pair(u"HTTPS://radio.example/live", "2155872256)"),
+                                       std::pair(u"mms://radio.example/live", " 0)")}) {
+    state_.address = address;
+    for (const bool by_title : {false, true}) {
+      rig_.internet.calls.clear();
+      if (by_title) {
+        ByTitle();
+      } else {
+        Plain();
+      }
+      EXPECT_THAT(rig_.internet.calls.at(1), testing::HasSubstr(flags));
+    }
+  }
+}
+
+TEST_F(Recorders, TheWindowWorksAfterEveryRead) {
+  stop_after_reads_ = 5;
+  Plain();
+  EXPECT_EQ(rig_.loop.pumps, 5);
+  rig_.internet.reads.clear();
+  state_.stop_flag = false;
+  ByTitle();
+  EXPECT_EQ(rig_.loop.pumps, 10);
+}
+
 TEST_F(PlainRecorder, ReadsInChunksOf512Bytes) {
   stop_after_reads_ = 2;
   Plain();
@@ -219,6 +260,38 @@ TEST_F(TitleRecorder, ALongTitleIsCutToWhatTheFolderTakes) {
   rig_.StationSends("drop" + Block("StreamTitle='1234567890 and more';") + "1111");
   ByTitle();
   EXPECT_EQ(File(u"1234567890.mp3"), "1111");
+}
+
+TEST_F(TitleRecorder, EveryTitleOfABlockOpensItsFileAndTheLastOneIsTold) {
+  rig_.StationSends("drop" + Block("StreamTitle='One';StreamTitle='Two';") + "1111");
+  ByTitle();
+  EXPECT_THAT(rig_.files.opened, ElementsAre(u"C:\\Rec\\One.mp3", u"C:\\Rec\\Two.mp3"));
+  EXPECT_EQ(File(u"Two.mp3"), "1111");
+  ASSERT_EQ(played_.size(), 1U);
+  EXPECT_EQ(played_[0].title, u"Two");
+}
+
+TEST_F(TitleRecorder, TitlesLoseApostrophesAndEndAtASecondEqualsSign) {
+  rig_.StationSends("drop" + Block("STREAMTITLE='Don't = Stop';") + "1111");
+  ByTitle();
+  EXPECT_EQ(played_.at(0).title, u"Dont ");
+  EXPECT_EQ(File(u"Dont.mp3"), "1111");
+}
+
+TEST_F(TitleRecorder, ABlockOfLineFeedsIsToldWithoutATitle) {
+  rig_.StationSends("drop" + Block(std::string(16, '\n')) + "1111");
+  ByTitle();
+  EXPECT_THAT(played_, ElementsAre(Playing{u"", u"", u""}));
+  EXPECT_TRUE(rig_.files.opened.empty());
+}
+
+TEST_F(TitleRecorder, AnIntervalOfZeroMakesEveryByteALengthByte) {
+  rig_.StationSends(std::string(2, '\0') + "\x02" + "StreamTitle='One';              " +
+                    std::string(1, '\0'));
+  ByTitle(0);
+  EXPECT_EQ(File(u"unknown.mp3"), "");
+  EXPECT_EQ(File(u"One.mp3"), "");
+  EXPECT_EQ(played_.size(), 2U);
 }
 
 TEST_F(TitleRecorder, TheSecondEmptyBlockOpensTheUnknownFile) {

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <set>
 #include <span>
@@ -45,7 +46,9 @@ class MemoryRecordFiles : public platform::RecordFiles {
     return open_.contains(file) && !flush_fails;
   }
 
-  void Close(platform::RecordFile file) override { open_.erase(file); }
+  void Close(platform::RecordFile file) override {
+    if (open_.erase(file) == 1 && on_close) on_close();
+  }
 
   std::size_t LongestFileName(const Text& /*folder*/) override { return longest_file_name; }
 
@@ -57,6 +60,8 @@ class MemoryRecordFiles : public platform::RecordFiles {
   std::size_t longest_file_name = 255;
   bool flush_fails = false;
   int flushes = 0;
+  /// Runs when an open file is closed.
+  std::function<void()> on_close;
   [[nodiscard]] std::size_t OpenFiles() const { return open_.size(); }
 
  private:

@@ -133,18 +133,18 @@ class ScriptedXmlHttpRequest : public platform::XmlHttpRequest {
 
   bool SetOption(std::int32_t option, std::int32_t value) override {
     owner_.calls.push_back("SetOption(" + std::to_string(option) + ", " + std::to_string(value) + ")");
-    return true;
+    return !owner_.failing.contains("SetOption");
   }
   bool Open(const Text& method, const Text& url, bool asynchronous) override {
     owner_.calls.push_back("Open(" + Ascii(method) + ", " + Ascii(url) + ", " +
                            (asynchronous ? "True" : "False") + ")");
     const auto found = owner_.requests.find(url);
     script_ = found == owner_.requests.end() ? owner_.request : found->second;
-    return true;
+    return !owner_.failing.contains("Open");
   }
   bool Send() override {
     owner_.calls.emplace_back("Send()");
-    return true;
+    return !owner_.failing.contains("Send");
   }
   std::int32_t ReadyState() override {
     if (script_.states.empty()) return 1;

@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 #include <span>
 #include <string>
 #include <vector>
@@ -93,6 +94,8 @@ class ScriptedXmlHttpRequests : public platform::XmlHttpRequests {
   std::map<platform::Text, ScriptedRequest> requests;
   ScriptedRequest request;
   bool class_is_known = true;
+  /// The names of operations that fail.
+  std::set<std::string> failing;
   /// Every call but ReadyState, with its arguments; "release" for the end of the object.
   std::vector<std::string> calls;
   int live_objects = 0;
