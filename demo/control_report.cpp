@@ -2,6 +2,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSaveFile>
@@ -36,7 +37,7 @@ QString TextOf(const QWidget& widget) {
   return {};
 }
 
-QString Rows(const QAbstractItemView& list) {
+QString Rows(const QAbstractItemView& list, const QString& owner) {
   if (list.model() == nullptr) return {};
   QString lines;
   for (int row = 0; row < list.model()->rowCount(list.rootIndex()); ++row) {
@@ -46,7 +47,7 @@ QString Rows(const QAbstractItemView& list) {
     for (int column = 0; column < list.model()->columnCount(list.rootIndex()); ++column) {
       columns += list.model()->index(row, column, list.rootIndex()).data().toString();
     }
-    const QString name = QStringLiteral("%1[%2]").arg(list.objectName()).arg(row);
+    const QString name = QStringLiteral("%1%2[%3]").arg(owner, list.objectName()).arg(row);
     lines += Line(name, list.viewport()->mapToGlobal(place.topLeft()), place.size(), columns.join(" | "));
   }
   return lines;
@@ -63,13 +64,15 @@ QString Box(const QMessageBox& box) {
 
 QString Window(const QWidget& window) {
   if (const auto* box = qobject_cast<const QMessageBox*>(&window)) return Box(*box);
-  QString lines = Line("window", window, window.windowTitle());
+  const bool dialog = qobject_cast<const QDialog*>(&window) != nullptr;
+  const QString owner = dialog ? QStringLiteral("dialog.") : QString();
+  QString lines = Line(dialog ? "dialog" : "window", window, window.windowTitle());
   for (const QWidget* widget : window.findChildren<QWidget*>()) {
     const QString name = widget->objectName();
     // Qt gives the inner parts of its widgets names that begin so.
     if (name.isEmpty() || name.startsWith("qt_") || !widget->isVisible()) continue;
-    lines += Line(name, *widget, TextOf(*widget));
-    if (const auto* list = qobject_cast<const QAbstractItemView*>(widget)) lines += Rows(*list);
+    lines += Line(owner + name, *widget, TextOf(*widget));
+    if (const auto* list = qobject_cast<const QAbstractItemView*>(widget)) lines += Rows(*list, owner);
   }
   return lines;
 }

@@ -16,14 +16,13 @@ import socket
 import subprocess
 import sys
 import tempfile
-import time
 
-from desktop import Children, Failure, Mouse, NullSink, close_window, screenshot, start_screen, wait_for
+import sitting
+from desktop import Children, Failure, NullSink, screenshot, start_screen, wait_for
 from report import Report
+from visitor import SILENT, Visitor
 
 DEMO = pathlib.Path(__file__).resolve().parent
-AUDIBLE = -50.0   # The loop is played at about -18 dB; a player's volume may lie lower.
-SILENT = -80.0
 
 
 class Station:
@@ -66,9 +65,10 @@ def write_catalogue(path, stations):
 
 
 def make_program_folder(folder, program):
-    """The program's own folder: the program, and beside it the icons and pictures of its stations."""
+    """The program's own folder: the programs, and beside them the icons and pictures of the stations."""
     folder.mkdir()
-    shutil.copy2(program, folder / program.name)
+    for file in (program, program.with_name("OZRecordFunkhaus")):
+        shutil.copy2(file, folder / file.name)
     for beside in ("RadioIco", "RadioJPG"):
         shutil.copytree(DEMO / beside, folder / beside)
     languages = DEMO.parent / "Languages"
@@ -77,96 +77,30 @@ def make_program_folder(folder, program):
     return folder / program.name
 
 
-class Visitor:
-    """Works the window with the mouse and listens."""
+def visit(launch, visitor, scratch, program):
+    """Does everything with the window that there is to do with it."""
+    def tell(line):
+        print(line, flush=True)
 
-    def __init__(self, display, sink, report, station, output):
-        self.display, self.sink, self.report, self.station, self.output = display, sink, report, station, output
-        self.mouse = Mouse(display)
-
-    def press(self, name):
-        self.mouse.click(*wait_for(f"the control {name}", lambda: self.report.find(name), 10).middle)
-
-    def select(self, name):
-        row = wait_for(f"the row of {name}", lambda: self.report.row(name), 20)
-        # Near the left edge: the middle of a wide column may lie under a scroll bar.
-        self.mouse.click(row.x + min(row.width // 2, 80), row.middle[1])
-        wait_for(f"{name} in the editor", lambda: self.report.text("TextBox1_0") == name, 20)
-
-    def hear(self, name):
-        """Plays a station until it is heard, and stops it; gives a line for the person who reads the log."""
-        titles_before = len(self.station.lines("title "))
-        self.select(name)
-        self.press("Command1")
-        wait_for(f"sound of {name}", lambda: self.sink.loudness() > AUDIBLE, 40, pause=0)
-        position = wait_for(f"the position of {name}", lambda: self.running_position(), 20)
-        title = wait_for(f"the title of {name}", self.shown_title, 30)
-        screenshot(self.display, self.picture_of(name))
-        loudness = self.sink.loudness(2.0)
-        if loudness < AUDIBLE:
-            raise Failure(f"{name} fell silent, {loudness:.1f} dB")
-        self.press("Command6")
-        wait_for(f"silence after {name}", lambda: self.sink.loudness(0.5) < SILENT, 15, pause=0)
-        wait_for("an empty position", lambda: not self.report.text("Label1"), 10)
-        served = len(self.station.lines("title ")) - titles_before
-        return f"{name}: {loudness:.1f} dB, {position}, \"{title}\" ({served} titles served)"
-
-    def picture_of(self, name):
-        return self.output / f"{name.replace(' ', '-')}.png"
-
-    def running_position(self):
-        """The text of the position once it has moved."""
-        first = self.report.text("Label1")
-        if not first or not first.startswith("Pos: "):
-            return None
-        time.sleep(1.2)
-        second = self.report.text("Label1")
-        return second if second and second.startswith("Pos: ") and second != first else None
-
-    def shown_title(self):
-        title = self.report.text("Label4")
-        return title if title and title in self.station.lines("title ") else None
-
-    def meet_dead(self, name, box):
-        """Selects and starts a station that is not there: the window says what it has to say (`box`, None for
-        nothing), stays alive and silent."""
-        self.select(name)
-        self.press("Command1")
-        if box:
-            wait_for(f"the box of {name}", lambda: (self.report.text("box") or "").strip() == box, 20)
-        loudness = self.sink.loudness(2.0)
-        if loudness > SILENT:
-            raise Failure(f"{name} was heard at {loudness:.1f} dB")
-        screenshot(self.display, self.picture_of(name))
-        if bool(box) != bool(self.report.find("box")):
-            raise Failure(f'{name} was answered by "{self.report.text("box")}"')
-        if box:
-            self.press("box[0]")
-            wait_for("the box to close", lambda: not self.report.find("box"), 10)
-        self.press("Command6")
-        return f"{name}: silent" + (f', "{box}"' if box else "")
-
-
-def visit(player, visitor):
     quiet = visitor.sink.loudness()
     if quiet > SILENT:
         raise Failure(f"{quiet:.1f} dB before anything is played")
-    wait_for("the window", lambda: visitor.report.find("window") or player.poll() is not None, 30)
-    if player.poll() is not None:
-        raise Failure(f"the program ended at once, with {player.returncode}")
+    player = launch()
+    visitor.hands.focus(player.pid)
     for name in ("Radio Lichtung", "Küstenfunk Süd", "Blaue Stunde"):
-        print(visitor.hear(name), flush=True)
-    print(visitor.meet_dead("Stilles Haus", box=None), flush=True)
-    print(visitor.meet_dead("Verzogen", box="Das System kann die angegebene Datei nicht finden."), flush=True)
+        tell(visitor.hear(name))
+    tell(visitor.meet_dead("Stilles Haus", box=None))
+    tell(visitor.meet_dead("Verzogen", box="Das System kann die angegebene Datei nicht finden."))
     # The window has come through and still plays.
-    print(visitor.hear("Radio Lichtung"), flush=True)
-    close_window(visitor.display, player.pid)
-    try:
-        code = player.wait(timeout=15)
-    except subprocess.TimeoutExpired as error:
-        raise Failure("the program did not end after its window was closed") from error
-    if code != 0:
-        raise Failure(f"the program ended with {code}")
+    tell(sitting.play_and_turn(visitor))
+    station_file = scratch / "settings" / "Ordnerzentrale" / "Funkhaus.ini"
+    tell(sitting.mark_favourite(visitor, station_file))
+    tell(sitting.filter_genre(visitor))
+    tell(sitting.add_and_save(visitor, station_file))
+    tell(sitting.export_and_import(visitor, scratch))
+    tell(sitting.record(visitor, program.with_name("OZRecordFunkhaus"), scratch / "music" / "Funkhausplayer"))
+    tell(sitting.close_with_question(visitor, player))
+    tell(sitting.start_again(visitor, launch()))
 
 
 def run(arguments, children, scratch):
@@ -189,10 +123,17 @@ def run(arguments, children, scratch):
         sink = NullSink(children, scratch / "sound")
         report = Report(scratch / "report.txt")
         environment.update(sink.environment, DISPLAY=display, QT_QPA_PLATFORM="xcb",
-                           FUNKHAUS_DEMO_REPORT=str(report.path))
-        player = children.start("player", [program], env=environment)
+                           FUNKHAUS_DEMO_REPORT=str(report.path), XDG_MUSIC_DIR=str(scratch / "music"))
+        def launch():
+            report.path.unlink(missing_ok=True)
+            player = children.start("player", [program], env=environment)
+            wait_for("the window", lambda: report.find("window") or player.poll() is not None, 30)
+            if player.poll() is not None:
+                raise Failure(f"the program ended at once, with {player.returncode}")
+            return player
+
         try:
-            visit(player, Visitor(display, sink, report, station, output))
+            visit(launch, Visitor(display, sink, report, station, output), scratch, program)
         except Failure:
             screenshot(display, output / "failure.png")
             if report.path.exists():
@@ -210,6 +151,8 @@ def main():
     parser.add_argument("--headless", action="store_true", help="even with a screen")
     arguments = parser.parse_args()
     arguments.output.mkdir(parents=True, exist_ok=True)
+    for old in arguments.output.glob("*.png"):
+        old.unlink()
     # So what was started is ended also when the demonstration itself is told to end.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
     children = Children(arguments.output)

@@ -1,5 +1,5 @@
 """A desktop without hardware for the demonstration: a virtual screen, a silent sound card that can be listened
-to, real mouse events. Not a test framework, and nothing that the program itself uses."""
+to, real mouse and key events. Not a test framework, and nothing that the program itself uses."""
 import array
 import ctypes
 import math
@@ -122,15 +122,37 @@ class NullSink:
         return max(-120.0, 20 * math.log10(math.sqrt(mean) / 32768)) if mean else -120.0
 
 
-class Mouse:
-    """Moves and clicks the real pointer of a display."""
+class Hands:
+    """Moves and clicks the real pointer of a display, and presses its keys."""
 
     def __init__(self, display):
         self.environment = {**os.environ, "DISPLAY": display}
 
     def click(self, x, y, times=1):
-        subprocess.run(["xdotool", "mousemove", "--sync", str(x), str(y), "click", "--repeat", str(times), "--delay",
-                        "60", "1"], check=True, env=self.environment)
+        self._work("mousemove", "--sync", str(x), str(y), "click", "--repeat", str(times), "--delay", "60", "1")
+
+    def press_keys(self, *keys):
+        self._work("key", "--delay", "40", *keys)
+
+    def write(self, text):
+        self._work("type", "--delay", "15", text)
+
+    def focus(self, process_id):
+        """Gives the keyboard to the topmost window of a process, as a window manager would."""
+        windows = visible_windows(self.environment["DISPLAY"], process_id)
+        if not windows:
+            raise Failure("no window to give the keyboard to")
+        self._work("windowfocus", "--sync", str(windows[-1]))
+
+    def _work(self, *order):
+        subprocess.run(["xdotool", *order], check=True, env=self.environment)
+
+
+def visible_windows(display, process_id):
+    """The window numbers of a process, in the order of their making."""
+    search = subprocess.run(["xdotool", "search", "--all", "--onlyvisible", "--pid", str(process_id), "--name", "."],
+                            stdout=subprocess.PIPE, env={**os.environ, "DISPLAY": display}, check=False)
+    return sorted(map(int, search.stdout.split()))
 
 
 def screenshot(display, path):
@@ -140,8 +162,7 @@ def screenshot(display, path):
 def close_window(display, process_id):
     """Asks the main window of a process to close, as the cross in a title bar does: there is no window manager on
     the virtual screen that could. See ICCCM, section 4.2.8.1, "Window Deletion"."""
-    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(process_id), "--name", "."],
-                           stdout=subprocess.PIPE, env={**os.environ, "DISPLAY": display}, check=False).stdout.split()
+    found = visible_windows(display, process_id)
     if not found:
         raise Failure("the window to close is not there")
 
@@ -160,7 +181,7 @@ def close_window(display, process_id):
     if not connection:
         raise Failure("no connection to the screen")
     client_message = 33
-    for window in map(int, found):
+    for window in found:
         event = ClientMessage(type=client_message, window=window, format=32,
                               message_type=x11.XInternAtom(connection, b"WM_PROTOCOLS", 0))
         event.data[0] = x11.XInternAtom(connection, b"WM_DELETE_WINDOW", 0)
