@@ -82,12 +82,16 @@ void PlaybackControl::PlayStation(bool bStart, const Text& sLink) {
   const std::uint64_t run = ++latest_run_;
   const Text station_name = state_.current_station_name;
   state_.current_stream_address = sLink;
+  has_services_ = false;
   player->MediaFileFromUrl(state_.current_stream_address);
   if (state_.last_create_result != 0) {
     ports_.dialogs.MessageBoxW(SystemErrorText(state_.last_create_result), u"", platform::kMbIconCritical);
     return;
   }
-  if (player->CreateService()) ShowServiceValues(*player);
+  if (player->CreateService()) {
+    ShowServiceValues(*player);
+    has_services_ = true;
+  }
   if (run != latest_run_ || actions_.closing()) return;
 
   const std::optional<Text> information = InformationText(*player);
@@ -168,6 +172,13 @@ void PlaybackControl::tmPlay_Timer() {
   Text caption = PositionText(*player);
   if (player->Duration() != 0) caption += u" Dauer: " + player->DurationHMS();
   parts_.Label1.SetCaption(std::move(caption));
+  if (has_services_) FollowMixer(*player);
+}
+
+void PlaybackControl::FollowMixer(clsMFPlayer& player) {
+  following_mixer_ = true;
+  ShowServiceValues(player);
+  following_mixer_ = false;
 }
 
 Text PlaybackControl::PositionText(clsMFPlayer& player) const {
@@ -199,13 +210,13 @@ void PlaybackControl::Timer1_Timer() {
 void PlaybackControl::hscSavVolume_Change() { hscSavVolume_Scroll(); }
 
 void PlaybackControl::hscSavVolume_Scroll() {
-  if (!cPlayer) return;
+  if (!cPlayer || following_mixer_) return;
   const float volume = static_cast<float>(parts_.hscSavVolume.Value()) / 100.0F;
   cPlayer->SetAudioAudioVolume(std::clamp(volume, 0.0F, 1.0F));
 }
 
 void PlaybackControl::ckSavMute_Click() {
-  if (cPlayer) cPlayer->SetAudioSimpleMute(parts_.ckSavMute.Checked());
+  if (cPlayer && !following_mixer_) cPlayer->SetAudioSimpleMute(parts_.ckSavMute.Checked());
 }
 
 void PlaybackControl::Command7_Click() {

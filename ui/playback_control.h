@@ -86,6 +86,8 @@ class PlaybackControl {
  private:
   void RefreshSelection();
   void ShowServiceValues(player::clsMFPlayer& player);
+  /// The slider and the mute box take what the user has set in the desktop's mixer, and write nothing back.
+  void FollowMixer(player::clsMFPlayer& player);
   /// What the stream says of itself, a line per name. Nothing when a name that was announced is missing.
   [[nodiscard]] std::optional<platform::Text> InformationText(player::clsMFPlayer& player) const;
   void ShowPicture(const platform::Text& station_name);
@@ -99,6 +101,8 @@ class PlaybackControl {
   const std::shared_ptr<player::clsMFPlayer>& cPlayer;
   const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus;
   Actions actions_;
+  bool has_services_ = false;     // the item that was opened last has a volume to follow
+  bool following_mixer_ = false;  // the slider and the box move by themselves
   std::uint64_t latest_run_ = 0;  // a Start or Stop that comes in the middle of a start ends it
   controls::Subscriptions subscriptions_;
 };

@@ -95,7 +95,8 @@ class WholeJourney : public ::testing::Test {
     FAIL() << "no such station";
   }
   bool HearAbout(double loudness) {
-    return WaitFor([this, loudness] { return std::abs(ear_->Last(300ms) - loudness) < kTolerance * loudness; });
+    return WaitFor(
+        [this, loudness] { return std::abs(ear_->Last(300ms) - loudness) < kTolerance * loudness; });
   }
   bool HearNothing() {
     return WaitFor([this] { return ear_->Last(300ms) < Loudness::kSilence; });
@@ -150,6 +151,9 @@ void WholeJourney::TurnsTheVolumeDownAndMutes() {
   EXPECT_TRUE(sound_.FindStream(kApplication)->mute);
   EXPECT_TRUE(WaitFor([this] { return Form().ProgressBar1[0].Value() == 0; }));
   Form().ckSavMute.Click();
+  sound_.MoveSlider(kApplication, 80);
+  EXPECT_TRUE(WaitFor([this] { return Form().hscSavVolume.Value() == 80; }))
+      << "the slider follows the mixer";
   Form().hscSavVolume.SetValue(100);
   EXPECT_TRUE(HearAbout(kFullVolume));
 }

@@ -268,6 +268,37 @@ TEST_F(PlaybackControlTest, SliderSetsTheVolumeWhenItChangesAndWhileItIsDragged)
   EXPECT_EQ(Form().hscSavVolume.Maximum(), 100);
 }
 
+TEST_F(PlaybackControlTest, SliderAndMuteBoxFollowTheMixerAndWriteNothingBack) {
+  StartAndPlay();
+  media.volume = 0.424F;
+  media.mute = 1;
+  Form().tmPlay.Fire();
+  EXPECT_EQ(Form().hscSavVolume.Value(), 42);
+  EXPECT_TRUE(Form().ckSavMute.Checked());
+  EXPECT_EQ(CountCalls("SetMasterVolume"), 0U);
+  EXPECT_EQ(CountCalls("SetMute"), 0U);
+}
+
+TEST_F(PlaybackControlTest, SliderFollowsNothingWithoutServicesOrWhileTheNextStationOpens) {
+  media.has_volume = false;
+  media.has_metadata = false;
+  StartAndPlay();
+  Form().hscSavVolume.SetValue(40);
+  Form().tmPlay.Fire();
+  EXPECT_EQ(Form().hscSavVolume.Value(), 40) << "there is no volume to follow";
+
+  media.has_volume = true;
+  media.has_metadata = true;
+  Form().Command1.Click();
+  media.volume = 0.7F;
+  Form().tmPlay.Fire();
+  ASSERT_EQ(Form().hscSavVolume.Value(), 70);
+  // The player has no item while the half second before its services passes.
+  message_loop.on_pump = [this] { Form().tmPlay.Fire(); };
+  Form().Command1.Click();
+  EXPECT_EQ(Form().hscSavVolume.Value(), 70);
+}
+
 TEST_F(PlaybackControlTest, MuteBoxMutes) {
   StartAndPlay();
   Form().ckSavMute.Click();
