@@ -6,6 +6,16 @@
 
 namespace test_support {
 
+#ifndef __has_feature
+#define __has_feature(feature) 0
+#endif
+/// How many times slower than usual this build may be: checking every address costs that much.
+#if defined(__SANITIZE_ADDRESS__) || __has_feature(address_sanitizer)
+inline constexpr double kSlowness = 5;
+#else
+inline constexpr double kSlowness = 1;
+#endif
+
 /// Counts from its construction on.
 class ProcessorTime {
  public:

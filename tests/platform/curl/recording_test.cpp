@@ -85,9 +85,15 @@ TEST_F(RecordingOfAStation, ThePlainFileIsTheStreamItself) {
   rig_.client->StreamUrl(Wide(station_.Url()));
   Record(u"", [this] { return SizeOf("record.mp3") >= 100 * 512; });
   const std::string recorded = rig_.folder.Read("record.mp3");
-  std::string sent;
-  for (std::size_t i = 0; sent.size() < recorded.size(); ++i) sent += loop_.Frame(i);
-  EXPECT_TRUE(sent.starts_with(recorded)) << "no stale bytes while the station plays";
+  // The station has been playing for a moment when the recording starts.
+  const auto continues_with = [&](std::size_t first) {
+    std::string sent;
+    for (std::size_t i = first; sent.size() < recorded.size(); ++i) sent += loop_.Frame(i);
+    return sent.starts_with(recorded);
+  };
+  std::size_t first = 0;
+  while (first < loop_.Count() && !continues_with(first)) ++first;
+  EXPECT_LT(first, loop_.Count()) << "no stale bytes while the station plays";
   EXPECT_GT(SecondsOfMusic("record.mp3"), 2);
 }
 

@@ -234,7 +234,7 @@ TEST_F(SoundTest, ASoundServerThatHangsBlocksNobody) {
     EXPECT_LT(driver.Open(file), 0);
     EXPECT_GT(driver.loop.paints, 10);
   }
-  EXPECT_LT(Clock::now() - start, 1500ms);
+  EXPECT_LT(Clock::now() - start, 10s) << "though the server never answers";
   pulse.Signal(SIGCONT);
 }
 
