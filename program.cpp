@@ -84,6 +84,9 @@ Program::Program(int& argc, char** argv) : parts_(std::make_unique<Parts>(argc, 
   parts_->logic.Load();
   const platform::qt::Language language = parts_->Language();
   parts_->dialogs.SetLanguage(language);
+  parts_->system_messages.SetLanguage(language == platform::qt::Language::kGerman
+                                          ? platform::posix::MessageLanguage::kGerman
+                                          : platform::posix::MessageLanguage::kEnglish);
   parts_->toolkit_texts = std::make_unique<platform::qt::ToolkitTexts>(language);
   parts_->window = std::make_unique<platform::qt::MainWindow>(parts_->logic.Controls(), parts_->icons,
                                                               parts_->message_loop, language);

@@ -14,6 +14,8 @@ class PosixSystemMessages final : public SystemMessages {
  public:
   explicit PosixSystemMessages(MessageLanguage language) : language_(language) {}
 
+  void SetLanguage(MessageLanguage language) { language_ = language; }
+
   Text FormatMessageA(std::int32_t code) override;
 
  private:

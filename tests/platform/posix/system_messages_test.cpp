@@ -21,6 +21,13 @@ TEST(PosixSystemMessages, AndEnglishOnes) {
             u"The byte stream type of the given URL is unsupported.\r\n");
 }
 
+TEST(PosixSystemMessages, TheLanguageMayBeChosenLater) {
+  PosixSystemMessages messages(MessageLanguage::kGerman);
+  messages.SetLanguage(MessageLanguage::kEnglish);
+  EXPECT_EQ(messages.FormatMessageA(static_cast<std::int32_t>(0x80070002)),
+            u"The system cannot find the file specified.\r\n");
+}
+
 TEST(PosixSystemMessages, AnUnknownCodeHasNoText) {
   PosixSystemMessages messages(MessageLanguage::kGerman);
   for (const std::int32_t code : {0, 1, 2, -1}) EXPECT_EQ(messages.FormatMessageA(code), u"");
