@@ -87,11 +87,14 @@ class ListView final : public Control {
   // The user's hand
   void ClickHeader(int column);
   void DoubleClick(RowId id);
+  /// The Delete key, for the selected row.
+  void PressDelete() const { DeletePressed.Raise(); }
 
   // Events for the program
   Event<> SelectionChanged;
   Event<int> HeaderClicked;
   Event<RowId> DoubleClicked;
+  Event<> DeletePressed;
 
   // Announcements for a widget, made after the change. Clearing and sorting announce RowsReset.
   Event<> RowsReset;

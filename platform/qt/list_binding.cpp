@@ -59,6 +59,7 @@ void ListBinding::BindUser() {
     const auto row = view_.SelectedRow();
     if (row) TakeDoubleClick(*row);
   });
+  subscriptions_ += view_.DeletePressed.Subscribe([this] { TakeDelete(); });
   subscriptions_ += view_.RowDoubleClicked.Subscribe([this](int row) { TakeDoubleClick(row); });
 }
 
@@ -72,9 +73,21 @@ void ListBinding::TakeMovement(ReportView::Movement movement) {
 
 void ListBinding::TakeSelection() {
   rest_.stop();
-  const auto row = view_.SelectedRow();
-  const auto id = row ? list_.RowAt(static_cast<std::size_t>(*row)) : controls::RowId::kNone;
+  const controls::RowId id = ShownSelection();
   if (id != list_.SelectedRow()) list_.Select(id);
+}
+
+controls::RowId ListBinding::ShownSelection() const {
+  const auto row = view_.SelectedRow();
+  return row ? list_.RowAt(static_cast<std::size_t>(*row)) : controls::RowId::kNone;
+}
+
+void ListBinding::TakeDelete() {
+  // The list may not know yet which row is shown selected, and taking it over may take so long that the user
+  // selects another one meanwhile: only the row that the key was pressed for is deleted.
+  const controls::RowId id = ShownSelection();
+  TakeSelection();
+  if (list_.SelectedRow() == id) list_.PressDelete();
 }
 
 void ListBinding::TakeDoubleClick(int row) {

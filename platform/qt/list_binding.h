@@ -33,6 +33,8 @@ class ListBinding final : public WidgetBinding {
   void TakeMovement(ReportView::Movement movement);
   void TakeSelection();
   void TakeDoubleClick(int row);
+  void TakeDelete();
+  [[nodiscard]] controls::RowId ShownSelection() const;
   void BindUser();
 
   controls::ListView& list_;

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/qt/application_icon.h"
+#include "platform/qt/list_menu.h"
 #include "platform/qt/text.h"
 
 namespace platform::qt {
@@ -154,8 +155,12 @@ void MainWindow::BindKeys() {
     ReportView* list = form_.ExplorerListFilter.Visible() ? filtered_list_ : full_list_;
     list->setFocus(Qt::ShortcutFocusReason);
   });
-  for (ReportView* list : {full_list_, filtered_list_}) {
+  for (controls::ListView* list : {&form_.SymbolListview, &form_.ExplorerListFilter}) {
     subscriptions_ += list->DeletePressed.Subscribe([this] { form_.Command8[3].Click(); });
+  }
+  for (ReportView* list : {full_list_, filtered_list_}) {
+    subscriptions_ +=
+        list->MenuWanted.Subscribe([this, list](const QPoint& place) { ShowListMenu(form_, *list, place); });
   }
 }
 

@@ -1,9 +1,11 @@
 #include "platform/qt/report_view.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QStyledItemDelegate>
 #include <QToolTip>
 #include <algorithm>
@@ -17,7 +19,8 @@ namespace {
 
 constexpr int kIconSide = 32;
 
-/// Gives all rows the same height, with room round text and icon.
+/// Gives all rows the same height, with room round text and icon, and leaves a selected row's icon its
+/// colours.
 class RowDelegate final : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
@@ -25,6 +28,14 @@ class RowDelegate final : public QStyledItemDelegate {
     constexpr int kSpacing = 6;
     const QSize size = QStyledItemDelegate::sizeHint(option, index);
     return {size.width(), std::max(size.height(), option.fontMetrics.height() + kSpacing)};
+  }
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (index.column() != 0 || (option->state & QStyle::State_Selected) == 0) return;
+    const auto pixmap = index.data(Qt::DecorationRole).value<QPixmap>();
+    if (!pixmap.isNull()) option->icon.addPixmap(pixmap, QIcon::Selected);
   }
 };
 
@@ -75,6 +86,10 @@ void ReportView::showEvent(QShowEvent* event) {
   if (row) scrollTo(model()->index(*row, 0));
 }
 
+bool ReportView::Searching() const {
+  return !searched_.isEmpty() && Milliseconds() - searched_at_ <= QApplication::keyboardInputInterval();
+}
+
 bool ReportView::StartsWith(int row, const QString& text) const {
   return model()->index(row, 0).data().toString().startsWith(text, Qt::CaseInsensitive);
 }
@@ -83,7 +98,7 @@ void ReportView::keyboardSearch(const QString& search) {
   const int rows = model()->rowCount();
   if (rows == 0 || search.isEmpty()) return;
   const qint64 now = Milliseconds();
-  if (now - searched_at_ > QApplication::keyboardInputInterval()) searched_.clear();
+  if (!Searching()) searched_.clear();
   searched_at_ = now;
   searched_ += search;
   // The same letter again and again goes from row to row.
@@ -109,7 +124,12 @@ void ReportView::keyPressEvent(QKeyEvent* event) {
     if (!event->isAutoRepeat()) DeletePressed.Raise();
     return;
   }
-  QTreeView::keyPressEvent(event);
+  if (plain && event->key() == Qt::Key_Space && Searching()) {
+    // Names have blanks; inside one it is a letter like the others.
+    keyboardSearch(QStringLiteral(" "));
+  } else {
+    QTreeView::keyPressEvent(event);
+  }
   UserMoved.Raise(event->isAutoRepeat() ? Movement::kMoving : Movement::kRested);
 }
 
@@ -122,7 +142,7 @@ void ReportView::mousePressEvent(QMouseEvent* event) {
   QTreeView::mousePressEvent(event);
   // A press beside the rows takes the selection away, so that a new entry can be made.
   if (!indexAt(event->position().toPoint()).isValid()) selectionModel()->clearSelection();
-  UserMoved.Raise(Movement::kRested);
+  if (event->button() != Qt::RightButton) UserMoved.Raise(Movement::kRested);
 }
 
 void ReportView::mouseReleaseEvent(QMouseEvent* event) {
@@ -134,6 +154,25 @@ void ReportView::mouseDoubleClickEvent(QMouseEvent* event) {
   QTreeView::mouseDoubleClickEvent(event);
   const QModelIndex index = indexAt(event->position().toPoint());
   if (event->button() == Qt::LeftButton && index.isValid()) RowDoubleClicked.Raise(index.row());
+}
+
+void ReportView::contextMenuEvent(QContextMenuEvent* event) {
+  event->accept();
+  const bool by_mouse = event->reason() == QContextMenuEvent::Mouse;
+  const QRect row = visualRect(currentIndex()) & viewport()->rect();
+  MenuWanted.Raise(by_mouse ? event->globalPos()
+                            : viewport()->mapToGlobal(QPoint(row.left() + kIconSide, row.center().y())));
+}
+
+void ReportView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+  QTreeView::drawRow(painter, option, index);
+  // The stripes go on beside the last column.
+  const int end = header()->length() - header()->offset();
+  const int rest = viewport()->width() - end;
+  if (index.row() % 2 == 0 || rest <= 0) return;
+  painter->fillRect(end, option.rect.top(), rest, option.rect.height(),
+                    option.palette.brush(QPalette::AlternateBase));
 }
 
 void ReportView::focusOutEvent(QFocusEvent* event) {

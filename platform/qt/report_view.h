@@ -1,6 +1,6 @@
 #pragma once
 // A list in report form with the habits of a station list: one row at a time, type-ahead in the first
-// column, Enter and Delete. Not bound to a list by itself.
+// column, Enter, Delete and the wish for a menu. Not bound to a list by itself.
 
 #include <QTreeView>
 #include <optional>
@@ -21,6 +21,9 @@ class ReportView final : public QTreeView {
   controls::Event<> EnterPressed;
   controls::Event<> DeletePressed;
   controls::Event<int> RowDoubleClicked;
+  /// Right click or menu key; the place on the screen where the menu belongs. A right click selects its row,
+  /// but UserMoved does not come for it, because the menu is not to wait for what that starts.
+  controls::Event<QPoint> MenuWanted;
 
   /// The selected row.
   [[nodiscard]] std::optional<int> SelectedRow() const;
@@ -36,11 +39,15 @@ class ReportView final : public QTreeView {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void showEvent(QShowEvent* event) override;
   bool viewportEvent(QEvent* event) override;
+  void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
 
  private:
+  [[nodiscard]] bool Searching() const;
   [[nodiscard]] bool StartsWith(int row, const QString& text) const;
   void ShowCellToolTip(const QPoint& place, const QPoint& screen_place);
 

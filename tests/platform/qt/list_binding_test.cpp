@@ -181,6 +181,50 @@ TEST_F(ListBindingTest, DoubleClickMeansTheRowThatWasClickedEvenWhenSelectingSor
   EXPECT_EQ(reported, clicked);
 }
 
+TEST_F(ListBindingTest, DeleteMeansTheRowThatIsShownSelectedThoughTheMovementHasNotComeToRest) {
+  Fill(5);
+  Click(0);
+  RowId selected = RowId::kNone;
+  const auto subscription = list_.DeletePressed.Subscribe([&] { selected = list_.SelectedRow(); });
+  QKeyEvent press(QEvent::KeyPress, Qt::Key_Down, {}, {}, true);
+  QApplication::sendEvent(&view_, &press);
+  ASSERT_EQ(list_.SelectedRow(), list_.RowAt(0));
+  QTest::keyClick(&view_, Qt::Key_Delete);
+  EXPECT_EQ(selected, list_.RowAt(1));
+}
+
+TEST_F(ListBindingTest, DeleteIsDroppedWhenAnotherRowIsSelectedMeanwhile) {
+  Fill(5);
+  Click(0);
+  const Counter deletions(list_.DeletePressed);
+  bool entered = false;
+  const auto slow = list_.SelectionChanged.Subscribe([&] {
+    if (!std::exchange(entered, true)) Click(3);
+  });
+  QKeyEvent press(QEvent::KeyPress, Qt::Key_Down, {}, {}, true);
+  QApplication::sendEvent(&view_, &press);
+  QTest::keyClick(&view_, Qt::Key_Delete);
+  EXPECT_EQ(list_.SelectedRow(), list_.RowAt(3));
+  EXPECT_EQ(deletions.Count(), 0);
+}
+
+TEST_F(ListBindingTest, HeldDeleteDeletesOneRowOnly) {
+  Fill(3);
+  Click(0);
+  const Counter deletions(list_.DeletePressed);
+  QTest::keyPress(&view_, Qt::Key_Delete);
+  QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Delete, {}, {}, true);
+  QApplication::sendEvent(&view_, &repeated);
+  EXPECT_EQ(deletions.Count(), 1);
+}
+
+TEST_F(ListBindingTest, BlankInsideANameIsALetterOfTheSearch) {
+  for (const char16_t* name : {u"Radio 1", u"Radio 2", u"Radio X", u"Radiofon"}) list_.AddRow(Row(name));
+  view_.setFocus();
+  QTest::keyClicks(&view_, "radio x");
+  EXPECT_EQ(list_.SelectedRow(), list_.RowAt(2));
+}
+
 TEST_F(ListBindingTest, LettersFindRowsByTheirNamesBeginning) {
   for (const char16_t* name : {u"Antenne", u"Berlin", u"Bremen", u"Ärzte", u"Zebra"}) list_.AddRow(Row(name));
   view_.setFocus();

@@ -1,0 +1,15 @@
+#pragma once
+// The menu of a station list, which shows the keys beside what they do. Not what its entries do.
+
+#include <QPoint>
+
+#include "app/window/form1.h"
+#include "platform/qt/report_view.h"
+
+namespace platform::qt {
+
+/// Opens the menu at a place of the screen and returns at once. An entry stands for the control of the same
+/// name: it bears its caption and does what the user's hand on it does; hidden controls have no entry.
+void ShowListMenu(app::Form1& form, ReportView& list, const QPoint& place);
+
+}  // namespace platform::qt

@@ -1,0 +1,122 @@
+#include "platform/qt/list_menu.h"
+
+#include <gtest/gtest.h>
+
+#include <QContextMenuEvent>
+#include <QMenu>
+
+#include "tests/platform/qt/window_fixture.h"
+
+namespace platform::qt {
+namespace {
+
+class ListMenu : public ::testing::Test {
+ protected:
+  ListMenu() {
+    opened_ = fixture_.Open();
+    for (const char16_t* name : {u"Radio A", u"Radio B"}) {
+      controls::ListRow row;
+      row.cells[0] = name;
+      list_.AddRow(std::move(row));
+    }
+  }
+  void SetUp() override { ASSERT_TRUE(opened_); }
+
+  QPoint At(int row) const { return view_.visualRect(view_.model()->index(row, 0)).center(); }
+  void RightClick(const QPoint& place) {
+    QTest::mouseClick(view_.viewport(), Qt::RightButton, {}, place);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place, view_.viewport()->mapToGlobal(place));
+    QApplication::sendEvent(view_.viewport(), &event);
+  }
+  QMenu* Menu() const { return view_.findChild<QMenu*>(QStringLiteral("list_menu")); }
+  /// The entries that can be chosen now, and the keys behind them.
+  QStringList Entries() const {
+    QStringList texts;
+    for (const QAction* entry : Menu()->actions()) {
+      if (entry->isEnabled() && !entry->isSeparator()) texts << entry->text();
+    }
+    return texts;
+  }
+  void Choose(const char* caption) {
+    for (QAction* entry : Menu()->actions()) {
+      if (!entry->text().startsWith(QString::fromUtf8(caption))) continue;
+      QTest::mouseClick(Menu(), Qt::LeftButton, {}, Menu()->actionGeometry(entry).center());
+      return;
+    }
+    ADD_FAILURE() << "no entry " << caption;
+  }
+
+  WindowFixture fixture_;
+  app::Form1& form_ = fixture_.form;
+  controls::ListView& list_ = form_.SymbolListview;
+  ReportView& view_ = fixture_.Find<ReportView>("SymbolListview");
+
+ private:
+  bool opened_ = false;
+};
+
+TEST_F(ListMenu, ShowsTheControlsCaptionsAndTheirKeys) {
+  RightClick(At(1));
+  ASSERT_NE(Menu(), nullptr);
+  EXPECT_EQ(Entries(),
+            QStringList({"Start\tReturn", QString::fromUtf8("Eintrag löschen\tDel"),
+                         "Liste speichern\tCtrl+S", QString::fromUtf8("Sender hinzufügen\tCtrl+N")}));
+}
+
+TEST_F(ListMenu, RightClickSelectsItsRow) {
+  RightClick(At(1));
+  EXPECT_EQ(view_.SelectedRow(), 1);
+  EXPECT_TRUE(WaitFor([this] { return list_.SelectedRow() == list_.RowAt(1); }));
+}
+
+TEST_F(ListMenu, StartPlaysTheRowAsADoubleClickDoes) {
+  controls::RowId played = controls::RowId::kNone;
+  const auto subscription = list_.DoubleClicked.Subscribe([&](controls::RowId row) { played = row; });
+  RightClick(At(1));
+  Choose("Start");
+  EXPECT_TRUE(WaitFor([&] { return played == list_.RowAt(1); }));
+}
+
+TEST_F(ListMenu, DeleteDeletesTheRowThatWasClickedThoughTheListDidNotKnowItYet) {
+  controls::RowId deleted = controls::RowId::kNone;
+  const auto subscription = form_.Command8[3].Clicked.Subscribe([&] { deleted = list_.SelectedRow(); });
+  list_.Select(list_.RowAt(0));
+  RightClick(At(1));
+  Choose("Eintrag löschen");
+  EXPECT_TRUE(WaitFor([&] { return deleted == list_.RowAt(1); }));
+}
+
+TEST_F(ListMenu, SavingAndTheNewStationDoWhatTheirButtonsDo) {
+  const Counter saved(form_.CommandButton1.Clicked);
+  const Counter added(form_.CommandButton2.Clicked);
+  RightClick(At(0));
+  Choose("Liste speichern");
+  EXPECT_TRUE(WaitFor([&] { return saved.Count() == 1; }));
+  RightClick(At(0));
+  Choose("Sender hinzufügen");
+  EXPECT_TRUE(WaitFor([&] { return added.Count() == 1; }));
+}
+
+TEST_F(ListMenu, MenuKeyOpensItAtTheSelectedRow) {
+  list_.Select(list_.RowAt(1));
+  QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(0, 0), view_.mapToGlobal(QPoint(0, 0)));
+  QApplication::sendEvent(&view_, &event);
+  ASSERT_NE(Menu(), nullptr);
+  const QRect row = view_.visualRect(view_.model()->index(1, 0));
+  EXPECT_TRUE(row.contains(view_.viewport()->mapFromGlobal(Menu()->pos())));
+}
+
+TEST_F(ListMenu, WithoutASelectionOnlyTheListsOwnActionsCanBeChosen) {
+  RightClick(QPoint(20, view_.viewport()->height() - 5));
+  EXPECT_EQ(Entries().size(), 2);
+}
+
+TEST_F(ListMenu, HiddenButtonsHaveNoEntry) {
+  form_.CommandButton1.SetVisible(false);
+  form_.CommandButton2.SetVisible(false);
+  RightClick(At(0));
+  EXPECT_EQ(Entries().size(), 2);
+}
+
+}  // namespace
+}  // namespace platform::qt
