@@ -195,6 +195,8 @@ int MainWindow::Run() {
 
 void MainWindow::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
+  // Not every system tells a minimised window that nobody sees it.
+  if (event->type() == QEvent::WindowStateChange) setUpdatesEnabled(!isMinimized());
   const bool other_font =
       event->type() == QEvent::FontChange || event->type() == QEvent::ApplicationFontChange;
   if (!other_font || !scale_.SetFont(font())) return;

@@ -16,7 +16,11 @@ constexpr QRgb kVeryLoudColor = 0xffd84030;
 
 }  // namespace
 
-PeakBar::PeakBar(QWidget* parent) : QWidget(parent) { setFocusPolicy(Qt::NoFocus); }
+PeakBar::PeakBar(QWidget* parent) : QWidget(parent) {
+  setFocusPolicy(Qt::NoFocus);
+  // It paints all of its place, so nothing below it has to be painted with it fifty times a second.
+  setAttribute(Qt::WA_OpaquePaintEvent);
+}
 
 QRect PeakBar::Inside() const { return rect().adjusted(1, 1, -1, -1); }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <ostream>
 #include <random>
 #include <string>
 #include <vector>
@@ -22,6 +23,10 @@ struct Pair {
   Text second;
   int order;
 };
+
+void PrintTo(const Pair& pair, std::ostream* stream) {
+  *stream << '"' << Shown(pair.first) << "\" and \"" << Shown(pair.second) << '"';
+}
 
 class NaturalOrder : public testing::TestWithParam<Pair> {};
 

@@ -4,6 +4,7 @@
 
 #include <QHeaderView>
 #include <QStyleOptionButton>
+#include <ostream>
 
 #include "tests/platform/qt/window_fixture.h"
 
@@ -107,6 +108,17 @@ struct Case {
   int width, height, points;
 };
 
+/// What a case is called in the list of tests.
+std::string NameOf(const ::testing::TestParamInfo<Case>& info) {
+  const Case& one = info.param;
+  return std::to_string(one.width) + "x" + std::to_string(one.height) + "_at_" + std::to_string(one.points) +
+         "_points";
+}
+
+void PrintTo(const Case& one, std::ostream* stream) {
+  *stream << one.width << " x " << one.height << " at " << one.points << " points";
+}
+
 class Layout : public ::testing::TestWithParam<Case> {};
 
 TEST_P(Layout, NothingIsCutAndNothingCoversAnything) {
@@ -129,7 +141,8 @@ INSTANTIATE_TEST_SUITE_P(Sizes, Layout,
                                            Case{1400, 900, 10}, Case{1400, 900, 11}, Case{2000, 1200, 14},
                                            Case{1000, 700, 8}, Case{1400, 900, 12}, Case{1500, 1000, 13},
                                            Case{2000, 1200, 15}, Case{2200, 1300, 16}, Case{2400, 1500, 18},
-                                           Case{3000, 2000, 24}));
+                                           Case{3000, 2000, 24}),
+                         NameOf);
 
 TEST(LayoutOfPlaces, PanelStandsBesideTheBarsFromTheWidthOn) {
   WindowFixture fixture;

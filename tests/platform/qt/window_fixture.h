@@ -8,6 +8,7 @@
 #include <string>
 
 #include "app/window/form1.h"
+#include "app/window/layout.h"
 #include "platform/native_paths.h"
 #include "platform/qt/icons.h"
 #include "platform/qt/main_window.h"
@@ -31,36 +32,10 @@ inline bool WaitFor(const std::function<bool()>& done) {
   return QTest::qWaitFor(done, kDeadline);
 }
 
-/// Places the panels as the program does when the window changes its size.
-inline void LayOut(app::Form1& form) {
-  const int width = form.form.GetPlace().width;
-  const int height = form.form.GetPlace().height;
-  controls::Place panel = form.Frame1.GetPlace();
-  panel.top = height - panel.height - 120;
-  form.Frame1.Move(panel);
-  form.Frame2.Move({form.Frame2.GetPlace().left, form.Frame2.GetPlace().top, width - 120, height - 120});
-  const controls::Place main = form.Frame2.GetPlace();
-  for (controls::ListView* list : {&form.SymbolListview, &form.ExplorerListFilter}) {
-    const controls::Place place = list->GetPlace();
-    list->Move({place.left, place.top, main.width - 90, main.height - panel.height - place.top - 90});
-  }
-  controls::Place bar = form.ProgressBar1[0].GetPlace();
-  form.ProgressBar1[0].Move({panel.left + panel.width + 30, panel.top + 60, bar.width, bar.height});
-  const int second = panel.left + panel.width + bar.width + 60;
-  form.ProgressBar1[1].Move({second, panel.top + 60, bar.width, bar.height});
-  controls::Place information = form.Frame3.GetPlace();
-  const controls::Place list = form.SymbolListview.GetPlace();
-  const bool beside = width >= 13600;
-  information.left = beside ? second + bar.width + 60 : width - information.width - 360;
-  information.top = beside ? list.top + list.height + 120 : list.top + list.height - information.height - 200;
-  form.Frame3.Move(information);
-}
-
 /// Form1 with its window, laid out at every size, and the columns of the lists.
 class WindowFixture {
  public:
   explicit WindowFixture(Language language = Language::kGerman) : icons(paths) {
-    resized_ = form.form.Resized.Subscribe([this] { LayOut(form); });
     const std::array captions = {u"Station", u"Genre", u"WebLink", u"Favorit", u"Titel", u"M3U Nr."};
     const std::array widths = {300, 120, 120, 120, 200, 120};
     for (controls::ListView* list : {&form.SymbolListview, &form.ExplorerListFilter}) {
@@ -86,10 +61,8 @@ class WindowFixture {
   QtIcons icons;
   QtMessageLoop loop;
   app::Form1 form;
+  app::WindowLayout layout{form};
   std::unique_ptr<MainWindow> window;
-
- private:
-  controls::Subscription resized_;
 };
 
 /// Counts how often an event was raised.
