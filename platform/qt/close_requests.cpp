@@ -39,7 +39,7 @@ CloseRequests::CloseRequests(controls::Form& form, const QtMessageLoop& loop) : 
   connect(qGuiApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& manager) {
     // Closing may ask whether to save, which the session has to allow first.
     const bool may_ask = manager.allowsInteraction();
-    CloseForm(may_ask ? controls::CloseReason::kUser : controls::CloseReason::kSessionEnd);
+    EndSession(may_ask ? Interaction::kAllowed : Interaction::kRefused);
     if (may_ask) manager.release();
   });
   if (!OpenPipe()) return;
@@ -63,6 +63,11 @@ CloseRequests::~CloseRequests() {
   notifier_.reset();
   wake_descriptor = -1;
   for (int& descriptor : descriptors) ::close(std::exchange(descriptor, -1));
+}
+
+void CloseRequests::EndSession(Interaction interaction) {
+  CloseForm(interaction == Interaction::kAllowed ? controls::CloseReason::kUser
+                                                 : controls::CloseReason::kSessionEnd);
 }
 
 void CloseRequests::ReadSignals() {

@@ -22,6 +22,10 @@ class CloseRequests final : public QObject {
   CloseRequests(controls::Form& form, const QtMessageLoop& loop);
   ~CloseRequests() override;
 
+  /// The session is about to end and waits for this call; `interaction` says whether it allows a question.
+  enum class Interaction { kAllowed, kRefused };
+  void EndSession(Interaction interaction);
+
  private:
   void ReadSignals();
   void CloseForm(controls::CloseReason reason);

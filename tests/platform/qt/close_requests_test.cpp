@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QSessionManager>
+#include <QTimer>
 #include <csignal>
 
 #include "tests/platform/qt/window_fixture.h"
@@ -38,6 +40,47 @@ TEST(CloseRequestsTest, SignalsWaitWhileOnlyPaintingIsAllowed) {
   for (int round = 0; round < 10; ++round) loop.ProcessPaintMessages();
   EXPECT_FALSE(form.Closing());
   EXPECT_TRUE(WaitFor([&] { return form.IsClosed(); }));
+}
+
+/// The session's own object, which the application keeps.
+QSessionManager& Session() { return *qApp->findChild<QSessionManager*>(); }
+
+TEST(CloseRequestsTest, LogOutThatAllowsNoQuestionEndsTheFormsSession) {
+  const QtMessageLoop loop;
+  controls::Form form;
+  const CloseRequests requests(form, loop);
+  ASSERT_NE(qApp->findChild<QSessionManager*>(), nullptr);
+  ASSERT_FALSE(Session().allowsInteraction()) << "there is no session manager to allow it";
+  Q_EMIT qApp->commitDataRequest(Session());
+  EXPECT_TRUE(form.IsClosed());
+  EXPECT_EQ(form.Reason(), controls::CloseReason::kSessionEnd);
+}
+
+TEST(CloseRequestsTest, LogOutThatAllowsAQuestionClosesTheFormForTheUser) {
+  const QtMessageLoop loop;
+  controls::Form form;
+  CloseRequests requests(form, loop);
+  const Counter asked(form.QueryUnload);
+  requests.EndSession(CloseRequests::Interaction::kAllowed);
+  EXPECT_TRUE(form.IsClosed());
+  EXPECT_EQ(asked.Count(), 1);
+  EXPECT_EQ(form.Reason(), controls::CloseReason::kUser);
+}
+
+TEST(CloseRequestsTest, LogOutWaitsWhileOnlyPaintingIsAllowed) {
+  QtMessageLoop loop;
+  controls::Form form;
+  CloseRequests requests(form, loop);
+  bool asked = false;
+  QTimer::singleShot(0, qApp, [&] {
+    asked = true;
+    requests.EndSession(CloseRequests::Interaction::kRefused);
+  });
+  for (int round = 0; round < 50 && !asked; ++round) loop.ProcessPaintMessages();
+  ASSERT_TRUE(asked);
+  EXPECT_FALSE(form.Closing());
+  EXPECT_TRUE(WaitFor([&] { return form.IsClosed(); }));
+  EXPECT_EQ(form.Reason(), controls::CloseReason::kSessionEnd);
 }
 
 TEST(CloseRequestsTest, FormerHandlingIsBackAfterwards) {
