@@ -23,7 +23,8 @@ class MessageLoop {
   /// Suspends the thread.
   virtual void Sleep(std::uint32_t milliseconds) = 0;
 
-  /// Non-zero when the key is down, or was pressed since the previous call for this key.
+  /// Non-zero when the key is down, or was pressed since the previous call for this key. A press that came
+  /// while the program did nothing but wait for the user does not count.
   virtual std::int16_t GetAsyncKeyState(std::int32_t virtual_key) = 0;
 };
 

@@ -21,6 +21,11 @@ int QtKey(std::int32_t virtual_key) { return virtual_key == kVkEscape ? int{Qt::
 QtMessageLoop::QtMessageLoop() {
   keys_[Qt::Key_Escape] = {};
   QCoreApplication::instance()->installEventFilter(this);
+  if (QAbstractEventDispatcher* dispatcher = QAbstractEventDispatcher::instance()) {
+    connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, this, [this] {
+      for (auto& [code, key] : keys_) key.pressed_since_asked = false;
+    });
+  }
 }
 
 QtMessageLoop::~QtMessageLoop() = default;

@@ -9,7 +9,8 @@
 
 namespace platform::qt {
 
-/// Lives as long as the application object, whose events it watches for keys.
+/// Lives as long as the application object, whose events it watches for keys. A press is remembered until it
+/// is asked for or the program comes to rest: what was pressed before a long run began was not meant for it.
 class QtMessageLoop final : public QObject, public MessageLoop {
  public:
   QtMessageLoop();

@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QPushButton>
 #include <QSlider>
+#include <QTimer>
 
 #include "platform/qt/timer_binding.h"
 #include "tests/platform/qt/window_fixture.h"
@@ -92,6 +93,44 @@ TEST_F(MessageLoopTest, EscapeIsRememberedUntilAskedFor) {
   QTest::keyClick(&widget_, Qt::Key_Escape);
   EXPECT_EQ(loop_.GetAsyncKeyState(kVkEscape), 1);
   EXPECT_EQ(loop_.GetAsyncKeyState(kVkEscape), 0);
+}
+
+// A run that ends at Escape asks for the key before each row. What was pressed while the program waited for
+// the user, perhaps to leave a box minutes ago, must not end the run at its first row.
+TEST_F(MessageLoopTest, EscapePressedWhileTheProgramRestedDoesNotCountForARunThatBeginsLater) {
+  QTest::keyClick(&widget_, Qt::Key_Escape);
+  std::int16_t at_the_first_row = -1;
+  QTimer::singleShot(0, [&] {
+    at_the_first_row = loop_.GetAsyncKeyState(kVkEscape);
+    QCoreApplication::exit();
+  });
+  QApplication::exec();
+  EXPECT_EQ(at_the_first_row, 0);
+}
+
+TEST_F(MessageLoopTest, EscapeHeldDownWhenTheRunBeginsCounts) {
+  QTest::keyPress(&widget_, Qt::Key_Escape);
+  std::int16_t at_the_first_row = 0;
+  QTimer::singleShot(0, [&] {
+    at_the_first_row = loop_.GetAsyncKeyState(kVkEscape);
+    QCoreApplication::exit();
+  });
+  QApplication::exec();
+  EXPECT_NE(at_the_first_row, 0);
+  QTest::keyRelease(&widget_, Qt::Key_Escape);
+}
+
+TEST_F(MessageLoopTest, EscapePressedAndReleasedBetweenTwoRowsCounts) {
+  std::int16_t at_the_next_row = 0;
+  QTimer::singleShot(0, [&] {
+    EXPECT_EQ(loop_.GetAsyncKeyState(kVkEscape), 0);
+    QTimer::singleShot(0, &widget_, [this] { QTest::keyClick(&widget_, Qt::Key_Escape); });
+    loop_.ProcessPendingMessages();
+    at_the_next_row = loop_.GetAsyncKeyState(kVkEscape);
+    QCoreApplication::exit();
+  });
+  QApplication::exec();
+  EXPECT_NE(at_the_next_row, 0);
 }
 
 TEST_F(MessageLoopTest, EscapeHeldDownStaysDown) {
