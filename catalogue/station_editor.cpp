@@ -69,8 +69,8 @@ void StationEditor::TakeOverField(std::size_t cell, const Text& key, const Text&
     return;
   }
   list.SetCell(row, cell, value);
-  WriteKey(list.Cell(row, kName), key, value);
-  if (&list == &parts_.lists.full) store_.Origins().MarkKeyWritten(row);
+  const bool written = WriteKey(list.Cell(row, kName), key, value);
+  if (written && &list == &parts_.lists.full) store_.Origins().MarkKeyWritten(row);
   state_.reselect = true;
 }
 
@@ -104,8 +104,7 @@ void StationEditor::AddEntry() {
   const RowId added = list.AddRow(std::move(row));
   WriteCommonKeys(name);
   WriteKey(name, u"M3uNr", number);
-  group.End();
-  MarkSaved(list, added);
+  if (group.End()) MarkSaved(list, added);
 }
 
 void StationEditor::UpdateEntry(ListView& list, RowId row) {
@@ -120,8 +119,7 @@ void StationEditor::UpdateEntry(ListView& list, RowId row) {
   list.SetCell(row, kFavourite, FavouriteMark());
   WriteCommonKeys(name);
   if (NamesAnEntry(number)) WriteKey(name, u"M3uNr", number);
-  group.End();
-  MarkSaved(list, row);
+  if (group.End()) MarkSaved(list, row);
   state_.reselect = true;
 }
 
@@ -182,8 +180,8 @@ void StationEditor::CommandButton2_Click() {
   CommandButton1_Click();
 }
 
-void StationEditor::WriteKey(const Text& section, const Text& key, const Text& value) {
-  ini_.WriteStationIni(section, key, value);
+bool StationEditor::WriteKey(const Text& section, const Text& key, const Text& value) {
+  return ini_.WriteStationIni(section, key, value);
 }
 
 void StationEditor::WriteCommonKeys(const Text& name) {

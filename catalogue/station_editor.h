@@ -63,7 +63,7 @@ class StationEditor {
   void AddEntry();
   void UpdateEntry(controls::ListView& list, controls::RowId row);
   void DeleteEntry();
-  void WriteKey(const platform::Text& section, const platform::Text& key, const platform::Text& value);
+  bool WriteKey(const platform::Text& section, const platform::Text& key, const platform::Text& value);
   void WriteCommonKeys(const platform::Text& name);
   [[nodiscard]] platform::Text FavouriteMark() const;
   void MarkSaved(const controls::ListView& list, controls::RowId row);

@@ -12,6 +12,14 @@ using controls::ListRow;
 using controls::RowId;
 using platform::Text;
 
+namespace {
+
+/// Which key of a station's section fills which cell of its row.
+constexpr std::pair<StationCell, const char16_t*> kCellKeys[] = {
+    {kGenre, u"Genre"}, {kLink, u"Link"}, {kFavourite, u"Favorit"}, {kM3uNumber, u"M3uNr"}};
+
+}  // namespace
+
 StationStore::StationStore(Ports ports, app::IniProcedures& ini, const app::Settings& settings,
                            const StationIcons& icons, app::WindowState& state, controls::ListPair lists,
                            std::function<void(controls::ListView&)> sort_again)
@@ -38,12 +46,14 @@ void StationStore::LoadStations(const Text& Filter) {
 void StationStore::FillFullList(std::vector<ListRow> loaded) {
   std::vector<std::pair<ListRow, RowOrigin>> kept;
   std::set<Text> kept_names;
-  for (const ListRow& row : lists_.full.Rows()) {
+  for (ListRow row : lists_.full.Rows()) {
     const RowOrigin origin = origins_.Of(row.id);
     if (origin == RowOrigin::kSaved) continue;
-    kept.emplace_back(row, origin);
-    // Of a station that the file holds in part only, the row knows more than the file.
-    if (origin == RowOrigin::kPartlySaved) kept_names.insert(ports_.conversion.CharLowerW(row.cells[kName]));
+    if (origin == RowOrigin::kPartlySaved) {
+      if (!TakeWrittenKeys(row)) continue;
+      kept_names.insert(ports_.conversion.CharLowerW(row.cells[kName]));
+    }
+    kept.emplace_back(std::move(row), origin);
   }
   std::erase_if(loaded, [&](const ListRow& row) {
     return kept_names.contains(ports_.conversion.CharLowerW(row.cells[kName]));
@@ -58,6 +68,19 @@ void StationStore::FillFullList(std::vector<ListRow> loaded) {
     const RowId id = lists_.full.AddRow(std::move(row));
     if (origin == RowOrigin::kPartlySaved) origins_.MarkKeyWritten(id);
   }
+}
+
+bool StationStore::TakeWrittenKeys(ListRow& row) const {
+  // No value of an INI file holds a line end.
+  const Text absent = u"\n";
+  bool in_file = false;
+  for (const auto& [cell, key] : kCellKeys) {
+    const Text value = ini_.ReadIni(row.cells[kName], key, absent, settings_.StationFileName);
+    if (value == absent) continue;
+    row.cells[cell] = value;
+    in_file = true;
+  }
+  return in_file;
 }
 
 std::vector<ListRow> StationStore::ReadRows(const Text& filter) const {
@@ -98,10 +121,7 @@ ListRow StationStore::ReadRow(const Text& name) const {
   ListRow row;
   row.icon = icons_.IconOf(name);
   row.cells[kName] = name;
-  row.cells[kGenre] = ReadKey(name, u"Genre");
-  row.cells[kLink] = ReadKey(name, u"Link");
-  row.cells[kFavourite] = ReadKey(name, u"Favorit");
-  row.cells[kM3uNumber] = ReadKey(name, u"M3uNr");
+  for (const auto& [cell, key] : kCellKeys) row.cells[cell] = ReadKey(name, key);
   return row;
 }
 

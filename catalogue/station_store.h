@@ -54,6 +54,9 @@ class StationStore {
   [[nodiscard]] controls::ListRow ReadRow(const platform::Text& name) const;
   [[nodiscard]] platform::Text ReadKey(const platform::Text& name, const platform::Text& key) const;
   void FillFullList(std::vector<controls::ListRow> loaded);
+  /// For a row of which the file holds single keys: these are newer than its cells, because a filter view
+  /// may have written them. False when there are none any more: the station was deleted in a filter view.
+  [[nodiscard]] bool TakeWrittenKeys(controls::ListRow& row) const;
 
   Ports ports_;
   app::IniProcedures& ini_;

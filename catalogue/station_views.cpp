@@ -79,8 +79,8 @@ void StationViews::Check2_Click() {
   }
   const Text value = parts_.Check2.Checked() ? u"1" : u"";
   list.SetCell(row, kFavourite, value);
-  ini_.WriteStationIni(list.Cell(row, kName), u"Favorit", value);
-  if (&list == &parts_.lists.full) store_.Origins().MarkKeyWritten(row);
+  const bool written = ini_.WriteStationIni(list.Cell(row, kName), u"Favorit", value);
+  if (written && &list == &parts_.lists.full) store_.Origins().MarkKeyWritten(row);
 }
 
 void StationViews::ShowFiltered(const Text& filter, const Text& caption) {

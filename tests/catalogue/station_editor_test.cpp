@@ -367,5 +367,14 @@ TEST_F(StationEditorTest, FailedWritesAreNotReported) {
   EXPECT_TRUE(dialogs.boxes.empty());
 }
 
+TEST_F(StationEditorTest, EntryThatCouldNotBeWrittenStaysInTheListWhenTheViewsAreSwitched) {
+  profile.fail_writes = true;
+  Fill(u"Neu", u"http://neu", u"Rock", CheckValue::kUnchecked, u"");
+  Command8[1].Click();
+  Check3.Click();
+  Check3.Click();
+  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"A", u"B", u"Neu"}));
+}
+
 }  // namespace
 }  // namespace catalogue

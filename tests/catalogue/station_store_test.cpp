@@ -82,13 +82,35 @@ TEST_F(StationStoreTest, NamesBeyondTheNameListAreSilentlyMissing) {
   EXPECT_EQ(last.size(), 90U) << "a name cut by the limit stands for itself only";
 }
 
-TEST_F(StationStoreTest, StationsThatFitTheNameListExactlyAreAllLoaded) {
+TEST_F(StationStoreTest, StationsThatFitTheNameListExactlyAreAllLoadedAndOneCharacterMoreIsCut) {
   for (int index = 0; index < 81; ++index) {
     AddStation(Text(98, u'x') + Text(1, char16_t(u'0' + index % 10)) + Text(1, char16_t(u'a' + index / 10)));
   }
-  ASSERT_EQ(81 * 101, 8181);
+  ASSERT_EQ(81 * 101 + 10, 8191) << "each name with its NUL";
+  AddStation(u"ein Limit", u"Rock");
   store.LoadStations(u"");
-  EXPECT_EQ(SymbolListview.Count(), 81U);
+  EXPECT_EQ(SymbolListview.Count(), 82U);
+  EXPECT_EQ(SymbolListview.Rows()[0].cells[kGenre], u"Rock");
+
+  profile.files[kStationFile].back().name = u"ein Limit!";
+  store.LoadStations(u"");
+  EXPECT_EQ(SymbolListview.Count(), 82U);
+  EXPECT_EQ(SymbolListview.Rows()[0].cells[kName], u"ein Limit") << "cut, so that its keys are not found";
+  EXPECT_EQ(SymbolListview.Rows()[0].cells[kGenre], u"");
+}
+
+TEST_F(StationStoreTest, MissingKeysGiveEmptyCells) {
+  profile.Set(kStationFile, u"A", u"Notiz", u"x");
+  store.LoadStations(u"");
+  ASSERT_EQ(SymbolListview.Count(), 1U);
+  EXPECT_EQ(SymbolListview.Rows()[0].cells, (std::array<Text, 6>{u"A", u"", u"", u"", u"", u""}));
+}
+
+TEST_F(StationStoreTest, SectionThatStandsTwiceIsListedTwiceWithTheFirstOnesValues) {
+  profile.files[kStationFile] = {{u"A", {{u"Link", u"http://1"}}}, {u"A", {{u"Link", u"http://2"}}}};
+  store.LoadStations(u"");
+  ASSERT_EQ(Names(SymbolListview), (std::vector<Text>{u"A", u"A"}));
+  EXPECT_EQ(SymbolListview.Rows()[1].cells[kLink], u"http://1");
 }
 
 TEST_F(StationStoreTest, NameOutsideTheCodePageComesBackWithSubstitutesAndEmptyCells) {
@@ -121,6 +143,26 @@ TEST_F(StationStoreTest, ReloadKeepsTheOrderThatTheUserChose) {
   EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"C", u"A", u"B"}));
 }
 
+TEST_F(StationStoreTest, LoadedListStandsInTheOrderOfTheNamesUpwardsSoThatTheFirstClickTurnsItRound) {
+  AddStation(u"Radio 10");
+  AddStation(u"radio 2");
+  store.LoadStations(u"");
+  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"radio 2", u"Radio 10"}));
+  EXPECT_EQ(SymbolListview.SortColumn(), 0);
+  EXPECT_EQ(SymbolListview.GetSortDirection(), controls::SortDirection::kAscending);
+  SymbolListview.ClickHeader(0);
+  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"Radio 10", u"radio 2"}));
+}
+
+TEST_F(StationStoreTest, FilteredListKeepsTheOrderThatTheUserChoseToo) {
+  AddStation(u"A", u"Rock", u"http://2");
+  AddStation(u"B", u"Rock", u"http://1");
+  store.LoadStations(u"Rock");
+  ExplorerListFilter.ClickHeader(2);
+  store.LoadStations(u"Rock");
+  EXPECT_EQ(Names(ExplorerListFilter), (std::vector<Text>{u"B", u"A"}));
+}
+
 TEST_F(StationStoreTest, ReloadEmptiesTheFullListFirst) {
   AddStation(u"A");
   store.LoadStations(u"");
@@ -147,6 +189,42 @@ TEST_F(StationStoreTest, RowOfWhichTheFileHoldsSingleKeysStaysWhole) {
   ASSERT_EQ(Names(SymbolListview), std::vector<Text>{u"Neu"});
   EXPECT_EQ(SymbolListview.Rows()[0].cells[kLink], u"http://neu");
   EXPECT_EQ(SymbolListview.Rows()[0].cells[kFavourite], u"1");
+}
+
+TEST_F(StationStoreTest, RowOfWhichTheFileHoldsSingleKeysTakesWhatAFilterViewWrote) {
+  SymbolListview.Select(AddRow(SymbolListview, u"Neu", u"Rock", u"http://neu"));
+  Check2.SetValue(controls::CheckValue::kChecked);
+  Check3.Click();
+  ExplorerListFilter.Select(RowNamed(ExplorerListFilter, u"Neu"));
+  Check2.SetValue(controls::CheckValue::kUnchecked);
+  TextBox1[1].SetText(u"http://anders");
+  Command8[2].Click();
+  Check3.Click();
+  ASSERT_EQ(Names(SymbolListview), std::vector<Text>{u"Neu"});
+  EXPECT_EQ(SymbolListview.Rows()[0].cells,
+            (std::array<Text, 6>{u"Neu", u"Rock", u"http://anders", u"", u"", u""}));
+}
+
+TEST_F(StationStoreTest, RowOfWhichTheFileHeldSingleKeysStaysDeletedInAFilterView) {
+  SymbolListview.Select(AddRow(SymbolListview, u"Neu", u"Rock", u"http://neu"));
+  Check2.SetValue(controls::CheckValue::kChecked);
+  Check3.Click();
+  ExplorerListFilter.Select(RowNamed(ExplorerListFilter, u"Neu"));
+  Command8[3].Click();
+  Check3.Click();
+  EXPECT_EQ(SymbolListview.Count(), 0U);
+}
+
+TEST_F(StationStoreTest, RowWhoseKeysCouldNotBeWrittenIsKeptAsItIs) {
+  SymbolListview.Select(AddRow(SymbolListview, u"Neu", u"Rock", u"http://neu"));
+  profile.fail_writes = true;
+  Check2.SetValue(controls::CheckValue::kChecked);
+  TextBox1[1].SetText(u"http://anders");
+  Command8[2].Click();
+  store.LoadStations(u"");
+  ASSERT_EQ(SymbolListview.Count(), 1U);
+  EXPECT_EQ(SymbolListview.Rows()[0].cells,
+            (std::array<Text, 6>{u"Neu", u"Rock", u"http://anders", u"1", u"", u""}));
 }
 
 TEST_F(StationStoreTest, SavedRowsAreNotKeptBesideTheLoadedOnes) {
