@@ -1,5 +1,6 @@
 #include "catalogue/station_lists.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "app/numbers.h"
@@ -48,7 +49,11 @@ void StationLists::CreateColumns(ListView& list) {
 }
 
 void StationLists::SaveListindex() {
-  if (const auto index = lists_.full.IndexOf(lists_.full.SelectedRow())) saved_list_index_ = *index + 1;
+  const controls::RowId row = lists_.full.SelectedRow();
+  const auto index = lists_.full.IndexOf(row);
+  if (!index) return;
+  saved_list_index_ = *index + 1;
+  saved_name_ = lists_.full.Cell(row, kName);
 }
 
 void StationLists::RestoreListindex() {
@@ -57,6 +62,17 @@ void StationLists::RestoreListindex() {
   if (row == controls::RowId::kNone) return;
   lists_.full.Select(row);
   lists_.full.EnsureVisible(row);
+}
+
+controls::RowId StationLists::RememberedRow() const {
+  const controls::RowId row = lists_.full.RowAt(saved_list_index_ - 1);
+  if (lists_.full.Cell(row, kName) == saved_name_) return row;
+  // A filter view may have deleted or renamed rows before it, and a reload may have moved it.
+  const auto& rows = lists_.full.Rows();
+  const auto same = std::find_if(rows.begin(), rows.end(), [this](const ListRow& candidate) {
+    return candidate.cells[kName] == saved_name_;
+  });
+  return same == rows.end() ? row : same->id;
 }
 
 void StationLists::HeaderClicked(ListView& list, int column) {

@@ -30,7 +30,9 @@ class StationLists {
 
   /// Remembers the selected row's index of the full list; without a selection the memory stays.
   void SaveListindex();
-  /// Selects the remembered row of the full list and scrolls it into view, if it is there.
+  /// Selects the remembered row of the full list and scrolls it into view: the row at the remembered index,
+  /// or, when another station stands there now, the first one of the remembered name. Nothing happens when
+  /// there is neither.
   void RestoreListindex();
   /// The index remembered, counted from 1; 0: none yet.
   [[nodiscard]] std::size_t SavedListIndex() const { return saved_list_index_; }
@@ -48,6 +50,7 @@ class StationLists {
 
  private:
   void Bind(controls::ListView& list);
+  [[nodiscard]] controls::RowId RememberedRow() const;
   void HeaderClicked(controls::ListView& list, int column);
   void Sort(controls::ListView& list, int column, controls::SortDirection direction);
   [[nodiscard]] int CompareForDisplay(const controls::ListView& list, const controls::ListRow& first,
@@ -59,6 +62,7 @@ class StationLists {
   app::WindowState& state_;
   Actions actions_;
   std::size_t saved_list_index_ = 0;
+  platform::Text saved_name_;
   controls::Subscriptions subscriptions_;
 };
 

@@ -134,6 +134,29 @@ TEST_F(StationListsTest, RestoringSelectsTheRememberedRowAndScrollsToIt) {
   EXPECT_EQ(scrolled, second);
 }
 
+TEST_F(StationListsTest, RestoringFindsTheRememberedStationWhenAnotherStandsInItsPlace) {
+  const auto first = AddRow(SymbolListview, u"A");
+  const auto second = AddRow(SymbolListview, u"B");
+  AddRow(SymbolListview, u"C");
+  SymbolListview.Select(second);
+  station_lists.SaveListindex();
+  SymbolListview.RemoveRow(first);
+  SymbolListview.Select(controls::RowId::kNone);
+  station_lists.RestoreListindex();
+  EXPECT_EQ(SymbolListview.SelectedRow(), second);
+}
+
+TEST_F(StationListsTest, RestoringAStationThatIsGoneSelectsWhatStandsInItsPlace) {
+  AddRow(SymbolListview, u"A");
+  const auto second = AddRow(SymbolListview, u"B");
+  const auto third = AddRow(SymbolListview, u"C");
+  SymbolListview.Select(second);
+  station_lists.SaveListindex();
+  SymbolListview.RemoveRow(second);
+  station_lists.RestoreListindex();
+  EXPECT_EQ(SymbolListview.SelectedRow(), third);
+}
+
 TEST_F(StationListsTest, RestoringARowThatIsGoneDoesNothing) {
   const auto only = AddRow(SymbolListview, u"A");
   SymbolListview.Select(only);

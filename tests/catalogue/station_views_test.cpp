@@ -157,5 +157,80 @@ TEST_F(StationViewsTest, FillingTheEditorWritesNoFavouriteMark) {
   EXPECT_TRUE(profile.writes.empty());
 }
 
+TEST_F(StationViewsTest, ReturningToTheFullListScrollsToTheSelectedRow) {
+  const Text name = u"C";
+  SymbolListview.Select(RowNamed(SymbolListview, name));
+  Check3.Click();
+  controls::RowId scrolled{};
+  bool full_list_was_shown = false;
+  const auto subscription = SymbolListview.ScrollWanted.Subscribe([&](controls::RowId row) {
+    scrolled = row;
+    full_list_was_shown = SymbolListview.Visible() && !ExplorerListFilter.Visible();
+  });
+  Check3.Click();
+  EXPECT_EQ(SymbolListview.Cell(scrolled, kName), name);
+  EXPECT_TRUE(full_list_was_shown);
+}
+
+TEST_F(StationViewsTest, SelectedRowIsRememberedOverSeveralFilterViews) {
+  SymbolListview.Select(RowNamed(SymbolListview, u"D"));
+  Check1.Click();
+  Combo1.SetListIndex(2);
+  Check3.Click();
+  Check1.Click();
+  Check1.Click();
+  ExpectFullView();
+  EXPECT_EQ(SymbolListview.Cell(SymbolListview.SelectedRow(), kName), u"D");
+}
+
+TEST_F(StationViewsTest, ChoosingAGenreRemembersTheSelectedRowOfTheFullList) {
+  Check1.Click();
+  SymbolListview.Select(RowNamed(SymbolListview, u"C"));
+  Combo1.SetListIndex(2);
+  EXPECT_EQ(station_lists.SavedListIndex(), 3U);
+}
+
+TEST_F(StationViewsTest, WithoutASelectionBeforeNoneComesAfter) {
+  Check3.Click();
+  Check3.Click();
+  EXPECT_EQ(SymbolListview.SelectedRow(), controls::RowId::kNone);
+}
+
+TEST_F(StationViewsTest, SelectedStationIsFoundAgainThoughUnsavedRowsChangeTheirPlaces) {
+  AddRow(SymbolListview, u"Aneu");
+  SymbolListview.ClickHeader(0);
+  SymbolListview.ClickHeader(0);
+  ASSERT_EQ(Names(SymbolListview), (std::vector<Text>{u"A", u"Aneu", u"B", u"C", u"D"}));
+  SymbolListview.Select(RowNamed(SymbolListview, u"B"));
+  Check3.Click();
+  Check3.Click();
+  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"A", u"B", u"C", u"D", u"Aneu"}));
+  EXPECT_EQ(SymbolListview.Cell(SymbolListview.SelectedRow(), kName), u"B");
+}
+
+TEST_F(StationViewsTest, ChoosingAGenreInTheFavouritesViewChangesNothingElse) {
+  Check3.Click();
+  Combo1.SetListIndex(2);
+  EXPECT_EQ(Frame2.Caption(), u"Favoriten");
+  EXPECT_EQ(Names(ExplorerListFilter), (std::vector<Text>{u"A", u"D"}));
+}
+
+TEST_F(StationViewsTest, GenreThatWasTypedIsAFilterToo) {
+  AddStation(u"E", u"Eigenes Genre");
+  Combo1.Type(u"eigenes genre");
+  Check1.Click();
+  EXPECT_EQ(Frame2.Caption(), u"Genre-Filter: eigenes genre");
+  EXPECT_EQ(Names(ExplorerListFilter), std::vector<Text>{u"E"});
+}
+
+TEST_F(StationViewsTest, FavouriteMarkActsOnTheVisibleListOnly) {
+  SymbolListview.Select(RowNamed(SymbolListview, u"B"));
+  Check3.Click();
+  Check2.Click();
+  EXPECT_EQ(dialogs.boxes.size(), 1U) << "no row of the visible list is selected";
+  EXPECT_TRUE(profile.writes.empty());
+  EXPECT_EQ(SymbolListview.Cell(RowNamed(SymbolListview, u"B"), kFavourite), u"");
+}
+
 }  // namespace
 }  // namespace catalogue
