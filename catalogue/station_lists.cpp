@@ -36,6 +36,7 @@ void StationLists::Bind(ListView& list) {
   subscriptions_ += list.SelectionChanged.Subscribe([this, &list] {
     if (list.SelectedRow() != controls::RowId::kNone) actions_.show_station_details();
   });
+  subscriptions_ += list.SelectedRowClicked.Subscribe([this] { actions_.show_station_details(); });
   subscriptions_ += list.DoubleClicked.Subscribe([this](controls::RowId) { actions_.start_playing(); });
 }
 
@@ -58,7 +59,7 @@ void StationLists::SaveListindex() {
 
 void StationLists::RestoreListindex() {
   if (saved_list_index_ == 0) return;
-  const controls::RowId row = lists_.full.RowAt(saved_list_index_ - 1);
+  const controls::RowId row = RememberedRow();
   if (row == controls::RowId::kNone) return;
   lists_.full.Select(row);
   lists_.full.EnsureVisible(row);

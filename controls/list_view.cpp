@@ -107,6 +107,14 @@ void ListView::ClickHeader(int column) {
   HeaderClicked.Raise(column);
 }
 
+void ListView::ClickRow(RowId id) {
+  if (id != RowId::kNone && id == selected_) {
+    SelectedRowClicked.Raise();
+  } else {
+    Select(id);
+  }
+}
+
 void ListView::DoubleClick(RowId id) {
   if (Contains(id)) DoubleClicked.Raise(id);
 }

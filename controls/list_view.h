@@ -86,12 +86,15 @@ class ListView final : public Control {
 
   // The user's hand
   void ClickHeader(int column);
+  /// A click on a row: selects it, or tells that the selected row was clicked once more.
+  void ClickRow(RowId id);
   void DoubleClick(RowId id);
   /// The Delete key, for the selected row.
   void PressDelete() const { DeletePressed.Raise(); }
 
   // Events for the program
   Event<> SelectionChanged;
+  Event<> SelectedRowClicked;
   Event<int> HeaderClicked;
   Event<RowId> DoubleClicked;
   Event<> DeletePressed;

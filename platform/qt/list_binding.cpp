@@ -60,6 +60,10 @@ void ListBinding::BindUser() {
     if (row) TakeDoubleClick(*row);
   });
   subscriptions_ += view_.DeletePressed.Subscribe([this] { TakeDelete(); });
+  subscriptions_ += view_.SelectedRowPressed.Subscribe([this](int row) {
+    rest_.stop();
+    list_.ClickRow(list_.RowAt(static_cast<std::size_t>(row)));
+  });
   subscriptions_ += view_.RowDoubleClicked.Subscribe([this](int row) { TakeDoubleClick(row); });
 }
 

@@ -139,10 +139,19 @@ void ReportView::keyReleaseEvent(QKeyEvent* event) {
 }
 
 void ReportView::mousePressEvent(QMouseEvent* event) {
+  const auto selected_before = SelectedRow();
   QTreeView::mousePressEvent(event);
   // A press beside the rows takes the selection away, so that a new entry can be made.
-  if (!indexAt(event->position().toPoint()).isValid()) selectionModel()->clearSelection();
-  if (event->button() != Qt::RightButton) UserMoved.Raise(Movement::kRested);
+  const QModelIndex pressed = indexAt(event->position().toPoint());
+  if (!pressed.isValid()) selectionModel()->clearSelection();
+  // With the control key a press takes the selection away, when the button is released.
+  const bool plain = event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier;
+  const bool once_more = plain && pressed.isValid() && selected_before == pressed.row();
+  if (once_more) {
+    SelectedRowPressed.Raise(pressed.row());
+  } else if (event->button() != Qt::RightButton) {
+    UserMoved.Raise(Movement::kRested);
+  }
 }
 
 void ReportView::mouseReleaseEvent(QMouseEvent* event) {

@@ -24,6 +24,8 @@ class ReportView final : public QTreeView {
   /// Right click or menu key; the place on the screen where the menu belongs. A right click selects its row,
   /// but UserMoved does not come for it, because the menu is not to wait for what that starts.
   controls::Event<QPoint> MenuWanted;
+  /// A press on the row that was selected already.
+  controls::Event<int> SelectedRowPressed;
 
   /// The selected row.
   [[nodiscard]] std::optional<int> SelectedRow() const;

@@ -176,6 +176,15 @@ TEST_F(StationListsTest, SelectionInEitherListShowsTheDetailsAndLosingItDoesNot)
   EXPECT_EQ(details_shown, 2);
 }
 
+TEST_F(StationListsTest, ClickOnTheSelectedRowOfEitherListShowsItsDetailsAgain) {
+  for (controls::ListView* list : {&SymbolListview, &ExplorerListFilter}) {
+    const auto row = AddRow(*list, u"A");
+    list->ClickRow(row);
+    list->ClickRow(row);
+  }
+  EXPECT_EQ(details_shown, 4);
+}
+
 TEST_F(StationListsTest, DoubleClickInEitherListStartsPlaying) {
   SymbolListview.DoubleClick(AddRow(SymbolListview, u"A"));
   ExplorerListFilter.DoubleClick(AddRow(ExplorerListFilter, u"A"));

@@ -218,6 +218,20 @@ TEST_F(ListViewTest, OnlyExistingRowsTakeDoubleClicksAndScrolling) {
   EXPECT_EQ(seen, (std::vector<RowId>{a_, c_}));
 }
 
+TEST_F(ListViewTest, AClickSelectsARowOrTellsThatTheSelectedOneWasClickedOnceMore) {
+  const auto again = list_.SelectedRowClicked.Subscribe([this] { log_.push_back("again"); });
+  list_.RemoveRow(b_);
+  log_.clear();
+  list_.ClickRow(a_);
+  list_.ClickRow(a_);
+  list_.ClickRow(b_);
+  EXPECT_EQ(log_, (Log{"selection", "again"}));
+  EXPECT_EQ(list_.SelectedRow(), a_);
+  list_.ClickRow(RowId::kNone);
+  list_.ClickRow(RowId::kNone);
+  EXPECT_EQ(log_, (Log{"selection", "again", "selection"}));
+}
+
 TEST_F(ListViewTest, AHandlerMayEmptyTheListThatTellsIt) {
   const auto subscription = list_.SelectionChanged.Subscribe([this] { list_.Clear(); });
   EXPECT_TRUE(list_.Select(a_));

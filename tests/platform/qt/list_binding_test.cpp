@@ -86,6 +86,28 @@ TEST_F(ListBindingTest, ClickSelectsOnce) {
   EXPECT_EQ(changes.Count(), 1);
 }
 
+TEST_F(ListBindingTest, ClickOnTheSelectedRowIsToldOnceMore) {
+  Fill(5);
+  const Counter again(list_.SelectedRowClicked);
+  Click(2);
+  EXPECT_EQ(again.Count(), 0);
+  Click(2);
+  EXPECT_EQ(again.Count(), 1);
+  QTest::mouseClick(view_.viewport(), Qt::RightButton, {}, At(2));
+  Click(2, Qt::ControlModifier);
+  EXPECT_EQ(again.Count(), 1);
+  EXPECT_EQ(list_.SelectedRow(), RowId::kNone);
+}
+
+TEST_F(ListBindingTest, HeadersAndCellsStandOnTheLeft) {
+  Fill(1);
+  for (int column = 0; column < 6; ++column) {
+    const auto header = view_.model()->headerData(column, Qt::Horizontal, Qt::TextAlignmentRole);
+    EXPECT_TRUE(Qt::Alignment(header.toInt()).testFlag(Qt::AlignLeft));
+    EXPECT_FALSE(view_.model()->index(0, column).data(Qt::TextAlignmentRole).isValid());
+  }
+}
+
 TEST_F(ListBindingTest, SelectingInTheProgramSelectsInTheViewOnce) {
   Fill(5);
   const Counter changes(list_.SelectionChanged);
