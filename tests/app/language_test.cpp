@@ -50,6 +50,17 @@ TEST_F(LanguageTest, NoChoiceFallsBackToDefault) {
   EXPECT_EQ(settings_.LanguageName, u"default");
 }
 
+TEST_F(LanguageTest, FilesNamedDefaultOrWithoutANameTranslateNothing) {
+  files_.files[u"C:\\Programme\\Funkhaus\\Languages\\default.lng"] = "";
+  files_.files[u"C:\\Programme\\Funkhaus\\Languages\\.lng"] = "";
+  for (const Text name : {u"default", u""}) {
+    Want(name);
+    language_.ChooseLanguage();
+    EXPECT_EQ(settings_.LanguageName, name);
+    EXPECT_FALSE(language_.Translates());
+  }
+}
+
 TEST_F(LanguageTest, DefaultAndEmptyTouchNoFile) {
   for (const Text name : {u"default", u""}) {
     settings_.LanguageName = name;

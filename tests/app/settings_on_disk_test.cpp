@@ -80,6 +80,20 @@ TEST_F(SettingsOnDiskTest, WithoutAFolderToMakeTheFilesLieBesideTheProgramFolder
   EXPECT_EQ(folder_.Read("programFunkhaus.ini"), "[Radio]\r\nLink=http://1\r\n");
 }
 
+TEST_F(SettingsOnDiskTest, TheFolderIsMadeOneLevelDeepOnly) {
+  environment_.variables[u"APPDATA"] = folder_.TextPath("missing");
+  Choose();
+  EXPECT_FALSE(std::filesystem::exists(folder_.Path() / "missing"));
+  EXPECT_EQ(settings_.SettingsFolder, folder_.TextPath("program"));
+}
+
+TEST_F(SettingsOnDiskTest, WhatIsMissingGivesTheDefaultAndMakesNoFile) {
+  Choose();
+  EXPECT_EQ(ini_.ReadIni(u"Pfad3", u"FunkhausFavorit", u"0", kOptIni), u"0");
+  EXPECT_EQ(ini_.ReadIni(u"Radio", u"Link", u"", u""), u"");
+  EXPECT_TRUE(std::filesystem::is_empty(folder_.Path() / "config/Ordnerzentrale"));
+}
+
 TEST_F(SettingsOnDiskTest, ALongValueIsReadUpTo1023Characters) {
   Choose();
   EXPECT_TRUE(ini_.WriteStationIni(u"Radio", u"Link", Text(1023, u'ä') + u"b"));
@@ -105,6 +119,14 @@ TEST_F(SettingsOnDiskTest, TheLanguageFileTranslatesWhatItHolds) {
   EXPECT_EQ(language_.GetLangText(u"LÖSCHEN", u""), u"Delete");
   EXPECT_EQ(language_.GetLangText(u"Titel", u"Titel"), u"Titel");
   EXPECT_EQ(language_.GetLangText(u"Sender", u"Sender"), u"Sender");
+}
+
+TEST_F(SettingsOnDiskTest, OnlyTheSectionCommonOfALanguageFileCounts) {
+  folder_.Write("program/Languages/English.lng", "Titel=a\r\n[Other]\r\nTitel=b\r\n[Common]\r\nGenre=c\r\n");
+  Choose();
+  settings_.LanguageName = u"English";
+  EXPECT_EQ(language_.GetLangText(u"Titel", u""), u"Titel");
+  EXPECT_EQ(language_.GetLangText(u"Genre", u""), u"c");
 }
 
 TEST_F(SettingsOnDiskTest, ALanguageWithoutAFileIsTheDefault) {

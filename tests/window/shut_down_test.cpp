@@ -66,8 +66,23 @@ TEST_F(ShutDownTest, YesSavesOnceAndIsNotAskedAgain) {
   EXPECT_EQ(BoxTexts(),
             (std::vector<Text>{u"Sollen die Änderungen gespeichert werden?", u"Änderungen gespeichert!"}));
   EXPECT_EQ(dialogs.boxes[0].style, 36U);
+  EXPECT_EQ(dialogs.boxes[0].caption, u"");
   EXPECT_TRUE(profile.HasSection(kStationFilePath, u"Neu"));
   EXPECT_EQ(WrittenView(), u"0");
+}
+
+TEST_F(ShutDownTest, YesInAFilterViewIsRefusedCountsAsSavedAndTheWindowCloses) {
+  Start();
+  AddUnsavedStation();
+  Form().Check3.Click();
+  dialogs.answers = {MessageBoxAnswer::kYes};
+  Form().form.Close();
+  EXPECT_EQ(BoxTexts(), (std::vector<Text>{u"Sollen die Änderungen gespeichert werden?",
+                                           u"Bitte zuerst den Filter entfernen!"}));
+  EXPECT_FALSE(window->GetSettings().CatalogueChanged) << "cleared before the save";
+  EXPECT_FALSE(profile.HasSection(kStationFilePath, u"Neu"));
+  EXPECT_EQ(WrittenView(), u"1");
+  EXPECT_TRUE(Form().form.IsClosed());
 }
 
 TEST_F(ShutDownTest, NoSavesNothingAndTheViewIsWrittenAllTheSame) {
@@ -158,6 +173,62 @@ TEST_F(ShutDownTest, PendingMessagesRunOnceBeforeThePlayerIsReleased) {
   EXPECT_TRUE(framework_was_up);
   EXPECT_EQ(media.Calls().back(), "MFShutdown()");
   EXPECT_TRUE(media.LiveHandles().empty());
+}
+
+TEST_F(ShutDownTest, StreamClientGoesAfterTheMessagesThenTheTimersStopThenThePlayerGoes) {
+  Start();
+  Form().tmPlay.SetEnabled(true);
+  Form().Timer2.SetEnabled(true);
+  std::vector<std::string> steps;
+  const auto note = [&](const std::string& step) {
+    const bool player_gone =
+        std::count(media.Calls().begin(), media.Calls().end(), std::string("MFShutdown()")) > 0;
+    steps.push_back(step + (window->StreamClient() ? ", client" : "") + (player_gone ? "" : ", player"));
+  };
+  message_loop.on_pump = [&] { note("messages"); };
+  const auto position = Form().tmPlay.Changed.Subscribe([&] { note("position timer"); });
+  const auto titles = Form().Timer2.Changed.Subscribe([&] { note("title timer"); });
+  const auto closed = Form().form.Closed.Subscribe([&] { note("closed"); });
+  Form().form.Close();
+  EXPECT_EQ(steps, (std::vector<std::string>{"messages, client, player", "position timer, player",
+                                             "title timer, player", "closed"}));
+}
+
+TEST_F(ShutDownTest, ClosingInsideARecordingStopsItAndClosesItsFile) {
+  Start();
+  // Held here too, so that nothing but being told to stop ends the recording.
+  const auto client = window->StreamClient();
+  internet.answer.reads.assign(5, {true, std::string(512, 'a')});
+  client->StreamUrl(u"http://a/");
+  message_loop.on_pump = [this] { Form().form.Close(); };
+  client->StartRecStream(u"audio/mpeg");
+  EXPECT_TRUE(Form().form.IsClosed());
+  EXPECT_EQ(record_files.opened.size(), 1U);
+  EXPECT_EQ(record_files.OpenFiles(), 0U);
+  EXPECT_EQ(internet.OpenHandles(), 0U);
+}
+
+TEST_F(ShutDownTest, ClosingInsideTheRunOverAllTitlesEndsIt) {
+  AddStation(u"A", u"http://a/");
+  AddStation(u"B", u"http://b/");
+  Start();
+  message_loop.on_pump = [this] { Form().form.Close(); };
+  Form().Command3.Click();
+  EXPECT_TRUE(Form().form.IsClosed());
+  EXPECT_EQ(internet.OpenHandles(), 0U);
+  EXPECT_EQ(Form().SymbolListview.Rows()[1].cells[catalogue::kTitle], u"");
+}
+
+TEST_F(ShutDownTest, ClosingInsideAnExportLeavesNoFile) {
+  AddStation(u"A", u"http://a/");
+  AddStation(u"B", u"http://b/");
+  Start();
+  dialogs.chosen_file = u"C:\\liste.m3u";
+  message_loop.on_pump = [this] { Form().form.Close(); };
+  Form().Command4.Click();
+  EXPECT_TRUE(Form().form.IsClosed());
+  EXPECT_FALSE(files.files.contains(u"C:\\liste.m3u"));
+  EXPECT_TRUE(dialogs.boxes.empty());
 }
 
 TEST_F(ShutDownTest, ClosingWhileTheWindowClosesDoesNothingMore) {
