@@ -19,6 +19,7 @@ std::string Shown(const Text& text) { return IcuTextConversion().WideCharToMulti
 int Sign(int value) { return (value > 0) - (value < 0); }
 
 struct Pair {
+  std::string name;
   Text first;
   Text second;
   int order;
@@ -39,19 +40,32 @@ TEST_P(NaturalOrder, ComparesAsExpectedInBothDirections) {
       << Shown(pair.second) << " / " << Shown(pair.first);
 }
 
-INSTANTIATE_TEST_SUITE_P(Names, NaturalOrder,
-                         testing::Values(Pair{u"Radio 2", u"Radio 10", -1}, Pair{u"radio 2", u"RADIO 2", 0},
-                                         Pair{u"1.5", u"1.10", -1}, Pair{u"", u"a", -1},
-                                         Pair{u"a99999999999", u"a100000000000", -1},
-                                         Pair{u"a1", u"a4294967297", -1}, Pair{u"Äpfel", u"Zebra", -1},
-                                         Pair{u"ä", u"Ä", 0}, Pair{u"é", u"f", -1}, Pair{u"#a", u"1", -1},
-                                         Pair{u"1LIVE", u"1 LIVE", 1}, Pair{u"x10y2", u"x10y10", -1},
-                                         Pair{u"BBC Radio 4", u"BBC Radio 4 Extra", -1}, Pair{u"", u"", 0},
-                                         Pair{u"Strasse", u"Straße", -1}, Pair{u"Straße", u"Strate", -1},
-                                         Pair{u"Strasse", u"STRASSE", 0}, Pair{u"a", u"ä", -1},
-                                         Pair{u"äb", u"ac", -1}, Pair{u"e", u"é", -1}, Pair{u"-", u"0", -1},
-                                         Pair{u" ", u"0", -1}, Pair{u"9", u"a", -1}, Pair{u"", u" ", -1},
-                                         Pair{u"007", u"7", 0}, Pair{u"Zebra", u"Äpfel", 1}));
+INSTANTIATE_TEST_SUITE_P(
+    Names, NaturalOrder,
+    testing::Values(
+        Pair{"ANumberCountsAsANumber", u"Radio 2", u"Radio 10", -1},
+        Pair{"LetterCaseMakesNoDifference", u"radio 2", u"RADIO 2", 0},
+        Pair{"DigitsBehindAPointAreANumberToo", u"1.5", u"1.10", -1},
+        Pair{"NothingStandsFirst", u"", u"a", -1},
+        Pair{"ElevenAndTwelveDigits", u"a99999999999", u"a100000000000", -1},
+        Pair{"NumbersBeyond32Bits", u"a1", u"a4294967297", -1},
+        Pair{"UmlautsStandInTheirGermanPlaces", u"Äpfel", u"Zebra", -1},
+        Pair{"UmlautsOfAnyCaseAreEqual", u"ä", u"Ä", 0}, Pair{"AccentsStandWithTheirLetter", u"é", u"f", -1},
+        Pair{"PunctuationComesBeforeDigits", u"#a", u"1", -1},
+        Pair{"BlankComesBeforeLetters", u"1LIVE", u"1 LIVE", 1},
+        Pair{"SecondNumberDecidesAfterTheFirst", u"x10y2", u"x10y10", -1},
+        Pair{"BeginningOfALongerTextComesFirst", u"BBC Radio 4", u"BBC Radio 4 Extra", -1},
+        Pair{"NothingEqualsNothing", u"", u"", 0},
+        Pair{"SharpSStandsBehindItsTwoLetters", u"Strasse", u"Straße", -1},
+        Pair{"SharpSStandsBeforeTheNextLetter", u"Straße", u"Strate", -1},
+        Pair{"CapitalsEqualSmallLetters", u"Strasse", u"STRASSE", 0},
+        Pair{"LetterComesBeforeItsUmlaut", u"a", u"ä", -1}, Pair{"UmlautDecidesLast", u"äb", u"ac", -1},
+        Pair{"LetterComesBeforeItsAccent", u"e", u"é", -1}, Pair{"HyphenComesBeforeDigits", u"-", u"0", -1},
+        Pair{"BlankComesBeforeDigits", u" ", u"0", -1}, Pair{"DigitsComeBeforeLetters", u"9", u"a", -1},
+        Pair{"NothingComesBeforeABlank", u"", u" ", -1},
+        Pair{"LeadingZerosMakeNoDifference", u"007", u"7", 0},
+        Pair{"LastLetterStandsBehindAnUmlaut", u"Zebra", u"Äpfel", 1}),
+    [](const testing::TestParamInfo<Pair>& pair) { return pair.param.name; });
 
 TEST(StringOrder, NumbersOfAnyLengthCompareByTheirNumber) {
   IcuStringOrder order;
