@@ -75,11 +75,13 @@ TEST_F(ShutDownTest, YesInAFilterViewIsRefusedCountsAsSavedAndTheWindowCloses) {
   Start();
   AddUnsavedStation();
   Form().Check3.Click();
+  std::vector<bool> changed;
+  dialogs.on_box = [&] { changed.push_back(window->GetSettings().CatalogueChanged); };
   dialogs.answers = {MessageBoxAnswer::kYes};
   Form().form.Close();
   EXPECT_EQ(BoxTexts(), (std::vector<Text>{u"Sollen die Änderungen gespeichert werden?",
                                            u"Bitte zuerst den Filter entfernen!"}));
-  EXPECT_FALSE(window->GetSettings().CatalogueChanged) << "cleared before the save";
+  EXPECT_EQ(changed, (std::vector<bool>{true, false})) << "cleared before the save";
   EXPECT_FALSE(profile.HasSection(kStationFilePath, u"Neu"));
   EXPECT_EQ(WrittenView(), u"1");
   EXPECT_TRUE(Form().form.IsClosed());
@@ -201,6 +203,11 @@ TEST_F(ShutDownTest, ClosingInsideARecordingStopsItAndClosesItsFile) {
   internet.answer.reads.assign(5, {true, std::string(512, 'a')});
   client->StreamUrl(u"http://a/");
   message_loop.on_pump = [this] { Form().form.Close(); };
+  internet.before_read = [&] {
+    if (internet.reads.size() < 20) return;
+    ADD_FAILURE() << "nobody stopped the recording";
+    client->StopRecStream();
+  };
   client->StartRecStream(u"audio/mpeg");
   EXPECT_TRUE(Form().form.IsClosed());
   EXPECT_EQ(record_files.opened.size(), 1U);
