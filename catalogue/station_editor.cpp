@@ -68,10 +68,12 @@ void StationEditor::TakeOverField(std::size_t cell, const Text& key, const Text&
     dialogs_.MessageBoxW(u"Bitte Eintrag markieren oder neu erstellen!", u"", platform::kMbIconExclamation);
     return;
   }
+  // The genre has no part in the details; a link or number that stays the same changes none of them.
+  const bool changes_details = cell != kGenre && list.Cell(row, cell) != value;
   list.SetCell(row, cell, value);
   const bool written = WriteKey(list.Cell(row, kName), key, value);
   if (written && &list == &parts_.lists.full) store_.Origins().MarkKeyWritten(row);
-  state_.reselect = true;
+  if (changes_details) state_.reselect = true;
 }
 
 void StationEditor::TakeOverAll() {
@@ -110,6 +112,8 @@ void StationEditor::AddEntry() {
 void StationEditor::UpdateEntry(ListView& list, RowId row) {
   const Text name = parts_.TextBox1[0].GetText();
   const Text number = parts_.UpDownTextBox1.GetText();
+  const bool changes_details =
+      list.Cell(row, kName) != name || list.Cell(row, kLink) != parts_.TextBox1[1].GetText();
 
   platform::WriteGroup group(profile_);
   ini_.DeleteStationSection(list.Cell(row, kName));
@@ -120,7 +124,7 @@ void StationEditor::UpdateEntry(ListView& list, RowId row) {
   WriteCommonKeys(name);
   if (NamesAnEntry(number)) WriteKey(name, u"M3uNr", number);
   if (group.End()) MarkSaved(list, row);
-  state_.reselect = true;
+  if (changes_details) state_.reselect = true;
 }
 
 void StationEditor::DeleteEntry() {

@@ -68,9 +68,31 @@ TEST_F(StationEditorTest, SingleFieldButtonsTakeTheFieldIntoTheRowAndTheFileAtOn
 
 TEST_F(StationEditorTest, EditedLinkOrNumberMakesTheDetailsDoubtful) {
   SelectStation(u"B");
+  Fill(u"B", u"http://neu", u"Dance", CheckValue::kUnchecked, u"7");
   for (const std::size_t index : {0U, 2U}) {
     state.reselect = false;
     Command8[index].Click();
+    EXPECT_TRUE(state.reselect);
+  }
+}
+
+TEST_F(StationEditorTest, TakingOverTheGenreOrWhatIsThereAlreadyLeavesTheDetailsKnown) {
+  SelectStation(u"A");
+  Fill(u"A", u"http://a", u"Klassik", CheckValue::kUnchecked, u"2");
+  for (const std::size_t index : {0U, 1U, 2U, 4U}) {
+    state.reselect = false;
+    Command8[index].Click();
+    EXPECT_FALSE(state.reselect) << index;
+  }
+}
+
+TEST_F(StationEditorTest, TakingOverAnotherNameOrLinkWithAllFieldsMakesTheDetailsDoubtful) {
+  SelectStation(u"A");
+  for (const auto& [name, link] :
+       {std::pair(u"Anders", u"http://a"), std::pair(u"Anders", u"http://anders")}) {
+    Fill(name, link, u"Rock", CheckValue::kUnchecked, u"2");
+    state.reselect = false;
+    Command8[1].Click();
     EXPECT_TRUE(state.reselect);
   }
 }
@@ -313,6 +335,14 @@ TEST_F(StationEditorTest, NewStationWithoutAnAcceptedDialogAsksNothing) {
   EXPECT_TRUE(dialogs.boxes.empty());
 }
 
+TEST_F(StationEditorTest, CancelledDialogAsksAboutAnEarlierUnsavedStationAgain) {
+  settings.CatalogueChanged = true;
+  dialogs.answers = {MessageBoxAnswer::kNo};
+  CommandButton2.Click();
+  EXPECT_EQ(dialogs.boxes, (std::vector<Box>{{kSaveChanges, u"", 36}}));
+  EXPECT_TRUE(settings.CatalogueChanged);
+}
+
 TEST_F(StationEditorTest, NewStationOffersToSaveAndYesSaves) {
   new_station_dialog = [this] {
     AddRow(SymbolListview, u"Neu");
@@ -360,10 +390,14 @@ TEST_F(StationEditorTest, AnyOtherIndexDoesNothing) {
 
 TEST_F(StationEditorTest, FailedWritesAreNotReported) {
   profile.fail_writes = true;
-  SelectStation(u"A");
+  const RowId row = SelectStation(u"A");
+  Fill(u"A", u"http://neu", u"Klassik", CheckValue::kUnchecked, u"");
   Command8[2].Click();
+  EXPECT_EQ(SymbolListview.Cell(row, kLink), u"http://neu") << "the step after the failed one runs";
   Command8[1].Click();
+  EXPECT_EQ(SymbolListview.Cell(row, kGenre), u"Klassik");
   Command8[3].Click();
+  EXPECT_FALSE(SymbolListview.Contains(row));
   EXPECT_TRUE(dialogs.boxes.empty());
 }
 
