@@ -83,6 +83,36 @@ TEST_F(NewStationDialogTest, AcceptWithoutANameTellsSoAndKeepsWhatWasTyped) {
   EXPECT_FALSE(settings.CatalogueChanged);
 }
 
+TEST_F(NewStationDialogTest, SecondClickWhileTheRowIsAddedAddsNoSecondRow) {
+  int announced = 0;
+  Show([&](Form2& form) {
+    form.TextBox1[0].SetText(u"Neu");
+    const auto subscription = SymbolListview.RowsAdded.Subscribe([&](std::size_t, std::size_t) {
+      ++announced;
+      EXPECT_FALSE(form.CommandButton1.Enabled());
+      form.CommandButton1.Click();
+    });
+    form.CommandButton1.Click();
+  });
+  EXPECT_EQ(announced, 1);
+  EXPECT_EQ(SymbolListview.Count(), 1U);
+}
+
+TEST_F(NewStationDialogTest, NextUseBeginsEmpty) {
+  Show([](Form2& form) {
+    form.TextBox1[0].SetText(u"Neu");
+    form.TextBox1[1].SetText(u"http://neu");
+    form.Combo1.SetText(u"Rock");
+    form.CommandButton2.Click();
+  });
+  NewStationDialog next(SymbolListview, settings, language, clipboard, dialogs);
+  next.Show([](Form2& form) {
+    EXPECT_EQ(form.TextBox1[0].GetText(), u"");
+    EXPECT_EQ(form.TextBox1[1].GetText(), u"");
+    EXPECT_EQ(form.Combo1.GetText(), u"80er/90er");
+  });
+}
+
 TEST_F(NewStationDialogTest, RowGoesToTheFullListAlsoWhileAFilterIsShown) {
   Check3.Click();
   Show([](Form2& form) {
