@@ -1,6 +1,8 @@
 #include "catalogue/station_details.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <optional>
 #include <utility>
 
@@ -35,8 +37,9 @@ void StationDetails::ShowStationDetails() {
   state_.reselect = true;
 
   FillFields(list, row);
-  const Text name = list.Cell(row, kName);
-  const Text link = list.Cell(row, kLink);
+  const controls::ListRow worked_out = list.Rows()[*list.IndexOf(row)];
+  const Text& name = worked_out.cells[kName];
+  const Text& link = worked_out.cells[kLink];
   state_.current_station_name = name;
   // Until a playlist says otherwise; a Start that comes meanwhile works it out again.
   state_.current_stream_address = link;
@@ -49,11 +52,19 @@ void StationDetails::ShowStationDetails() {
   const Text address = AddressOf(link, EntryNumber());
   if (run != latest_run_ || actions_.closing()) return;
   state_.current_stream_address = address;
-  state_.reselect = false;
+  if (StillSelected(worked_out)) state_.reselect = false;
 
   actions_.fetch_title();
   if (run != latest_run_ || actions_.closing()) return;
   ShowPicture(name);
+}
+
+bool StationDetails::StillSelected(const controls::ListRow& worked_out) const {
+  const ListView& list = parts_.lists.Active();
+  if (list.SelectedRow() != worked_out.id) return false;
+  return std::ranges::all_of(std::array{kName, kLink, kM3uNumber}, [&](std::size_t cell) {
+    return list.Cell(worked_out.id, cell) == worked_out.cells[cell];
+  });
 }
 
 void StationDetails::FillFields(const ListView& list, RowId row) {
@@ -108,7 +119,12 @@ void StationDetails::ShowPicture(const Text& station_name) {
   parts_.Label3.SetCaption(u"");
   parts_.Image1.SetVisible(true);
   const platform::LoadedPicture picture = picture_.Load(station_name);
-  if (picture.handle == platform::PictureHandle::kNone) return;
+  if (picture.handle == platform::PictureHandle::kNone) {
+    // Nothing of the station before may stand here.
+    parts_.Image1.SetPicture(0);
+    picture_.Clear();
+    return;
+  }
   parts_.Image1.SetPicture(static_cast<std::uint32_t>(picture.handle));
   const controls::Place& title = parts_.Label4.GetPlace();
   parts_.Image1.Move(controls::FitLowerRight(picture.width, picture.height, parts_.Frame3.GetPlace(),

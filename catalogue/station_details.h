@@ -59,6 +59,8 @@ class StationDetails {
   [[nodiscard]] std::int32_t EntryNumber() const;
   [[nodiscard]] platform::Text AddressOf(const platform::Text& link, std::int32_t number);
   [[nodiscard]] bool IsPlaylistFileName(const platform::Text& link) const;
+  /// Whether the row is the selected one and is as it was when the working out began.
+  [[nodiscard]] bool StillSelected(const controls::ListRow& worked_out) const;
   void ShowPicture(const platform::Text& station_name);
 
   Parts parts_;

@@ -28,6 +28,7 @@ TEST_F(StationDetailsTest, RowFillsTheEditorsFields) {
   EXPECT_EQ(Form().TextBox1[1].GetText(), u"http://host/live");
   EXPECT_EQ(Form().Combo1.GetText(), u"Klassik");
   EXPECT_TRUE(Form().Check2.Checked());
+  ExpectNumberField(false);
   EXPECT_EQ(window->State().current_station_name, u"A");
 }
 
@@ -83,6 +84,53 @@ TEST_F(StationDetailsTest, LocalPlaylistGivesTheEntryOfTheNumberAndZeroIsTheFirs
   Select(u"C");
   EXPECT_EQ(Address(), u"http://eins");
   EXPECT_TRUE(requests.calls.empty()) << "no server is asked for a local playlist";
+}
+
+TEST_F(StationDetailsTest, LocalPlaylistGivesItsLastEntryForANumberBelowZeroOrBeyondTheEntries) {
+  files.files[u"C:\\Radio\\liste.TXT"] = "http://eins\r\nhttp://zwei\r\n";
+  AddStation(u"A", u"C:\\Radio\\liste.TXT", u"Rock", u"", u"-1");
+  AddStation(u"B", u"C:\\Radio\\liste.TXT", u"Rock", u"", u"9");
+  Start();
+  Select(u"A");
+  EXPECT_EQ(Address(), u"http://zwei");
+  Select(u"B");
+  EXPECT_EQ(Address(), u"http://zwei");
+}
+
+TEST_F(StationDetailsTest, LocalPlaylistWithoutEntriesGivesNoAddress) {
+  files.files[u"C:\\Radio\\leer.m3u"] = "#EXTM3U\r\n";
+  AddStation(u"A", u"C:\\Radio\\leer.m3u");
+  Start();
+  Select(u"A");
+  EXPECT_EQ(Address(), u"");
+}
+
+TEST_F(StationDetailsTest, PlaylistFileThatDoesNotExistIsAskedForAsALink) {
+  AddStation(u"A", u"C:\\Radio\\weg.m3u");
+  Start();
+  Select(u"A");
+  EXPECT_EQ(Address(), u"C:\\Radio\\weg.m3u");
+  EXPECT_FALSE(requests.calls.empty());
+}
+
+TEST_F(StationDetailsTest, LinkWithoutTextIsAnEmptyAddressAndNoServerIsAsked) {
+  AddStation(u"A", u"");
+  Start();
+  Select(u"A");
+  EXPECT_EQ(Address(), u"");
+  ExpectNumberField(false);
+  EXPECT_TRUE(requests.calls.empty());
+}
+
+TEST_F(StationDetailsTest, ActsOnTheFilteredListWhileItIsShown) {
+  AddStation(u"A", u"http://a/", u"Rock", u"1");
+  AddStation(u"B", u"http://b/", u"Rock", u"1");
+  Start();
+  Select(u"B");
+  Form().Check3.Click();
+  SelectIn(Form().ExplorerListFilter, u"A");
+  EXPECT_EQ(Form().TextBox1[0].GetText(), u"A");
+  EXPECT_EQ(Address(), u"http://a/");
 }
 
 TEST_F(StationDetailsTest, LocalFileOfAnotherKindIsPlayedAsItIs) {
@@ -162,10 +210,14 @@ TEST_F(StationDetailsTest, MissingPictureHidesAndClearsTheImageAndLeavesThePanel
 
 TEST_F(StationDetailsTest, PictureThatCannotBeDecodedDoesNoHarm) {
   files.files[u"C:\\Programme\\Funkhaus\\RadioJPG\\A.jpg"] = "kein jpg";
-  icons.loadable = [](const Text&) { return false; };
+  files.files[u"C:\\Programme\\Funkhaus\\RadioJPG\\B.jpg"] = "jpg";
+  icons.loadable = [](const Text& path) { return path.ends_with(u"B.jpg"); };
   AddStation(u"A", u"http://a/");
+  AddStation(u"B", u"http://b/");
   Start();
+  Select(u"B");
   Select(u"A");
+  EXPECT_EQ(Form().Image1.Picture(), 0U) << "nor does the picture of the station before stay";
   EXPECT_EQ(icons.live_pictures, 0);
 }
 
@@ -182,6 +234,36 @@ TEST_F(StationDetailsTest, SelectionDuringThePlaylistFetchWins) {
   EXPECT_EQ(Address(), u"http://b/");
   EXPECT_EQ(Form().TextBox1[0].GetText(), u"B");
   EXPECT_FALSE(window->State().reselect);
+}
+
+TEST_F(StationDetailsTest, WhatIsEditedWhileTheAddressIsWorkedOutStaysDoubtful) {
+  AddStation(u"A", u"http://a/liste.m3u");
+  for (const std::size_t button : {0U, 2U}) {
+    Start();
+    requests.request.states = {1, 4};
+    bool edited = false;
+    message_loop.on_pump = [&] {
+      if (std::exchange(edited, true)) return;
+      Form().TextBox1[1].SetText(u"http://neu/");
+      Form().UpDownTextBox1.SetText(u"7");
+      Form().Command8[button].Click();
+    };
+    Select(u"A");
+    message_loop.on_pump = nullptr;
+    EXPECT_TRUE(window->State().reselect) << button;
+  }
+}
+
+TEST_F(StationDetailsTest, RowThatIsReplacedWhileItIsWorkedOutStaysDoubtful) {
+  AddStation(u"A", u"http://a/");
+  Start();
+  requests.request.states = {1, 4};
+  bool replaced = false;
+  message_loop.on_pump = [&] {
+    if (!std::exchange(replaced, true)) Form().SymbolListview.Clear();
+  };
+  Form().SymbolListview.Select(RowNamed(Form().SymbolListview, u"A"));
+  EXPECT_TRUE(window->State().reselect);
 }
 
 TEST_F(StationDetailsTest, AddressIsDoubtfulUntilItIsKnown) {
