@@ -23,12 +23,19 @@ void RecorderLaunch::Launch() {
                                platform::kMbIconExclamation);
     if (closing_()) return;
   } else {
-    list.SetCell(row, kM3uNumberCell, UpDownTextBox1.GetText());
+    CopyNumberInto(list, row);
     command_line = list.Cell(row, kLinkCell);
   }
   ports_.shell.ShellExecuteW(kMainWindow, u"",
                              app::AddBackslash(ports_.environment.ProgramFolder()) + u"OZRecordFunkhaus.exe",
                              command_line, u"", platform::kSwShowNormal);
+}
+
+void RecorderLaunch::CopyNumberInto(controls::ListView& list, RowId row) {
+  const Text& number = UpDownTextBox1.GetText();
+  // The field is hidden for a link that is no playlist, whose address no number changes.
+  if (UpDownTextBox1.Visible() && list.Cell(row, kM3uNumberCell) != number) state_.reselect = true;
+  list.SetCell(row, kM3uNumberCell, number);
 }
 
 }  // namespace ui

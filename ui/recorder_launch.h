@@ -5,6 +5,7 @@
 #include <functional>
 #include <utility>
 
+#include "app/window_state.h"
 #include "controls/list_view.h"
 #include "controls/text_box.h"
 #include "platform/dialogs.h"
@@ -26,8 +27,12 @@ class RecorderLaunch {
 
   /// `closing` tells whether the window is closing; the tool is not started any more then.
   RecorderLaunch(controls::ListPair lists, controls::UpDownTextBox& number_field, Ports ports,
-                 std::function<bool()> closing)
-      : lists_(lists), UpDownTextBox1(number_field), ports_(ports), closing_(std::move(closing)) {}
+                 app::WindowState& state, std::function<bool()> closing)
+      : lists_(lists),
+        UpDownTextBox1(number_field),
+        ports_(ports),
+        state_(state),
+        closing_(std::move(closing)) {}
 
   /// Command8(5): copies the number field into the selected row and starts "OZRecordFunkhaus.exe" of the
   /// program folder with the row's link, as it stands. Without a selected row it says so and starts the
@@ -35,9 +40,12 @@ class RecorderLaunch {
   void Launch();
 
  private:
+  void CopyNumberInto(controls::ListView& list, controls::RowId row);
+
   controls::ListPair lists_;
   controls::UpDownTextBox& UpDownTextBox1;
   Ports ports_;
+  app::WindowState& state_;
   std::function<bool()> closing_;
 };
 

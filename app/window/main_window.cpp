@@ -30,7 +30,7 @@ MainWindow::MainWindow(Platform platform, std::function<void(catalogue::Form2&)>
               form1_.CommandButton1, form1_.CommandButton2, Lists()},
              store_, station_lists_, ini_, state_, platform.dialogs),
       recorder_launch_(Lists(), form1_.UpDownTextBox1,
-                       {platform.environment, platform.dialogs, platform.shell}, Closing()),
+                       {platform.environment, platform.dialogs, platform.shell}, state_, Closing()),
       editor_({form1_.TextBox1, form1_.Combo1, form1_.Check1, form1_.Check2, form1_.UpDownTextBox1,
                form1_.Command8, form1_.CommandButton1, form1_.CommandButton2, Lists()},
               store_, icons_, ini_, platform.profile, settings_, state_, platform.dialogs,

@@ -62,6 +62,21 @@ TEST_F(RecorderLaunchTest, NumberFieldGoesIntoTheRowOnly) {
   EXPECT_FALSE(window->GetSettings().CatalogueChanged);
 }
 
+TEST_F(RecorderLaunchTest, AnotherNumberOfAPlaylistMakesTheDetailsDoubtful) {
+  AddStation(u"A", u"http://a/liste.m3u", u"Rock", u"", u"2");
+  AddStation(u"B", u"http://b/", u"Rock", u"", u"2");
+  Start();
+  Select(u"A");
+  Form().Command8[5].Click();
+  EXPECT_FALSE(window->State().reselect) << "the number is the row's own";
+  Form().UpDownTextBox1.SetText(u"7");
+  Form().Command8[5].Click();
+  EXPECT_TRUE(window->State().reselect);
+  Select(u"B");
+  Form().Command8[5].Click();
+  EXPECT_FALSE(window->State().reselect) << "no number changes the address of a link that is no playlist";
+}
+
 TEST_F(RecorderLaunchTest, ActsOnTheFilteredListWhileItIsShown) {
   AddStation(u"A", u"http://a/", u"Rock", u"1");
   Start();
