@@ -55,24 +55,28 @@ void PlaybackControl::Command1_Click() {
                                platform::kMbIconInformation);
     return;
   }
-  if (state_.reselect) RefreshSelection();
+  if (state_.reselect && RefreshSelection() == StartState::kEnd) return;
   if (actions_.closing()) return;
   parts_.Timer2.SetEnabled(true);
   PlayStation(true, state_.current_stream_address);
 }
 
-void PlaybackControl::RefreshSelection() {
+PlaybackControl::StartState PlaybackControl::RefreshSelection() {
   const auto has_selection = [](const controls::ListView& list) {
     return list.SelectedRow() != controls::RowId::kNone;
   };
-  if (parts_.lists.filtered.Visible() && has_selection(parts_.lists.filtered)) {
-    Command6_Click();
-    actions_.show_station_details();
-  } else if (has_selection(parts_.lists.full)) {
-    Command6_Click();
-    actions_.show_station_details();
-    state_.reselect = false;
-  }
+  if (parts_.lists.filtered.Visible() && has_selection(parts_.lists.filtered)) return WorkOutAgain();
+  if (!has_selection(parts_.lists.full)) return StartState::kGoOn;
+  // Cleared before, so that what becomes doubtful during the waits stays so.
+  state_.reselect = false;
+  return WorkOutAgain();
+}
+
+PlaybackControl::StartState PlaybackControl::WorkOutAgain() {
+  Command6_Click();
+  const std::uint64_t run = ++latest_run_;
+  actions_.show_station_details();
+  return run == latest_run_ ? StartState::kGoOn : StartState::kEnd;
 }
 
 void PlaybackControl::PlayStation(bool bStart, const Text& sLink) {
@@ -80,7 +84,6 @@ void PlaybackControl::PlayStation(bool bStart, const Text& sLink) {
   const std::shared_ptr<clsMFPlayer> player = cPlayer;
   if (!player) return;
   const std::uint64_t run = ++latest_run_;
-  const Text station_name = state_.current_station_name;
   state_.current_stream_address = sLink;
   has_services_ = false;
   player->MediaFileFromUrl(state_.current_stream_address);
@@ -96,7 +99,7 @@ void PlaybackControl::PlayStation(bool bStart, const Text& sLink) {
 
   const std::optional<Text> information = InformationText(*player);
   if (!information) return;
-  ShowPicture(station_name);
+  ShowPicture(state_.current_station_name);
   parts_.Frame3.SetVisible(true);
   parts_.Label3.SetCaption(*information);
   if (!bStart) return;

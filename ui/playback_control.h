@@ -84,7 +84,9 @@ class PlaybackControl {
   [[nodiscard]] platform::Text SystemErrorText(std::int32_t code) const;
 
  private:
-  void RefreshSelection();
+  enum class StartState { kGoOn, kEnd };
+  StartState RefreshSelection();
+  StartState WorkOutAgain();
   void ShowServiceValues(player::clsMFPlayer& player);
   /// The slider and the mute box take what the user has set in the desktop's mixer, and write nothing back.
   void FollowMixer(player::clsMFPlayer& player);

@@ -337,6 +337,69 @@ TEST_F(PlaybackControlTest, DoubtfulDetailsAreWorkedOutAgainBeforeTheStart) {
   EXPECT_FALSE(window->State().reselect);
 }
 
+TEST_F(PlaybackControlTest, NumberThatTheRecordButtonTookOverIsThatOfTheNextStart) {
+  AddStation(u"C", u"http://c/liste.m3u", u"Rock", u"", u"1");
+  requests.requests[u"http://c/liste.m3u"].body =
+      u"[playlist]\r\nNumberOfEntries=2\r\nFile1=http://eins/\r\nFile2=http://zwei/";
+  Start();
+  Select(u"C");
+  Form().UpDownTextBox1.SetText(u"2");
+  Form().Command8[5].Click();
+  Form().Command1.Click();
+  EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://zwei/\""), 1U);
+}
+
+TEST_F(PlaybackControlTest, LinkEditedWhileTheOldOneIsWorkedOutIsTheOneThatPlays) {
+  Start();
+  requests.request.states = {1, 4};
+  bool edited = false;
+  message_loop.on_pump = [&] {
+    if (std::exchange(edited, true)) return;
+    Form().TextBox1[1].SetText(u"http://neu/");
+    Form().Command8[2].Click();
+  };
+  Select(u"A");
+  Form().Command1.Click();
+  EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://neu/\""), 1U);
+  EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://a/\""), 0U);
+}
+
+TEST_F(PlaybackControlTest, PictureBelongsToTheStationSelectedWhileAnotherOneStarts) {
+  for (const char16_t* name : {u"A", u"B"}) {
+    files.files[Text(u"C:\\Programme\\Funkhaus\\RadioJPG\\") + name + u".jpg"] = "jpg";
+  }
+  Start();
+  Select(u"A");
+  bool selected = false;
+  message_loop.on_sleep = [&](std::uint32_t milliseconds) {
+    clock.seconds_since_midnight += milliseconds / 1000.0;
+    if (!std::exchange(selected, true)) Select(u"B");
+  };
+  Form().Command1.Click();
+  EXPECT_EQ(CountCalls(".Start("), 1U);
+  EXPECT_EQ(icons.picture_paths[Form().Image1.Picture()], u"C:\\Programme\\Funkhaus\\RadioJPG\\B.jpg");
+  EXPECT_EQ(window->State().current_stream_address, u"http://b/");
+}
+
+TEST_F(PlaybackControlTest, StopEndsARecordingAlsoWhilePaused) {
+  StartAndPlay();
+  for (const std::int32_t play_state : {player::kPlayStateRunning, player::kPlayStatePaused}) {
+    media.play_state = play_state;
+    int pumps = 0;
+    bool given_up = false;
+    message_loop.on_pump = [&] {
+      ++pumps;
+      if (pumps == 3) Form().Command6.Click();
+      if (pumps < 100) return;
+      given_up = true;
+      window->StreamClient()->StopRecStream();
+    };
+    window->StreamClient()->StartRecStream(u"audio/mpeg", u"");
+    EXPECT_FALSE(given_up) << play_state;
+    EXPECT_EQ(record_files.OpenFiles(), 0U);
+  }
+}
+
 TEST_F(PlaybackControlTest, KnownDetailsAreNotFetchedTwice) {
   Start();
   Select(u"A");
