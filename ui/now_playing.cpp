@@ -1,5 +1,6 @@
 #include "ui/now_playing.h"
 
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -30,25 +31,38 @@ NowPlaying::NowPlaying(Parts parts, Ports ports, const app::WindowState& state,
 }
 
 void NowPlaying::CheckAktuellerSong() {
+  FetchTitle([] { return true; });
+}
+
+void NowPlaying::FetchTitle(const std::function<bool()>& wanted) {
   const std::uint64_t fetch = ++latest_fetch_;
-  const auto superseded = [&] { return fetch != latest_fetch_ || closing_(); };
+  const auto superseded = [&] { return fetch != latest_fetch_ || closing_() || !wanted(); };
 
   ports_.message_loop.ProcessPendingMessages();
   if (superseded()) return;
-  if (cFunkhaus) cFunkhaus->StreamUrl(state_.current_stream_address);
+  if (!cFunkhaus) return;
+  cFunkhaus->StreamUrl(state_.current_stream_address);
+  const Text target = cFunkhaus->StreamUrl();
   ports_.message_loop.ProcessPendingMessages();
   if (!cFunkhaus || superseded()) return;
+  // A run over all stations may have used the client meanwhile; its last station is not this one.
+  if (cFunkhaus->StreamUrl() != target) return;
 
   Text interval = cFunkhaus->GetStreamQueryInfo(kMetaInt);
   if (interval.empty()) return;
   interval = cFunkhaus->GetStreamQueryInfo(kMetaInt);
   if (interval.empty()) return parts_.Label4.SetCaption(u"Keine Info!");
 
-  const Text title = cFunkhaus->ReadStreamMetaData2(app::ToInt32(interval).value_or(0));
+  const Text title = ReadTitle(interval);
   if (superseded()) return;
   if (title.empty()) return parts_.Label4.SetCaption(u"Keine Info!");
   parts_.Frame3.SetVisible(true);
   parts_.Label4.SetCaption(RepairTitle(title));
+}
+
+Text NowPlaying::ReadTitle(const Text& interval) {
+  const std::optional<std::int32_t> bytes = app::ToInt32(interval);
+  return bytes ? cFunkhaus->ReadStreamMetaData2(*bytes) : Text();
 }
 
 Text NowPlaying::RepairTitle(const Text& title) const {
@@ -57,10 +71,13 @@ Text NowPlaying::RepairTitle(const Text& title) const {
   return app::Utf8ByteStringToText(ports_.conversion, title);
 }
 
-void NowPlaying::Timer2_Timer() { CheckAktuellerSong(); }
+void NowPlaying::Timer2_Timer() {
+  FetchTitle([this] { return parts_.Timer2.Enabled(); });
+}
 
 void NowPlaying::Command3_ContextClick() {
   CheckAktuellerSong();
+  if (closing_()) return;
   parts_.Timer2.SetEnabled(!parts_.Timer2.Enabled());
 }
 
@@ -93,7 +110,7 @@ NowPlaying::RunState NowPlaying::FetchRowTitle(controls::ListView& list, RowId r
   list.SetCell(row, kTitleCell, u"Hole Info...");
   const Text interval = cFunkhaus->GetStreamQueryInfo(kMetaInt);
   if (interval.empty()) return RunState::kGoOn;
-  const Text title = cFunkhaus->ReadStreamMetaData2(app::ToInt32(interval).value_or(0));
+  const Text title = ReadTitle(interval);
   if (closing_()) return RunState::kEnd;
   list.SetCell(row, kTitleCell, title.empty() ? Text(u"--") : RepairTitle(title));
   return RunState::kGoOn;

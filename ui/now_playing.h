@@ -40,6 +40,7 @@ class NowPlaying {
   /// Fetches the current station's title into Label4. It waits while the window goes on; a fetch that
   /// begins meanwhile wins, and the earlier one ends unseen.
   void CheckAktuellerSong();
+  /// Fetches as well; what comes after the timer was stopped is not shown.
   void Timer2_Timer();
   /// Lists the titles of all rows of the visible list, until Escape.
   void Command3_Click();
@@ -50,6 +51,9 @@ class NowPlaying {
  private:
   enum class RunState { kGoOn, kEnd };
   RunState FetchRowTitle(controls::ListView& list, controls::RowId row);
+  void FetchTitle(const std::function<bool()>& wanted);
+  /// An interval that is no number cannot be read with: it gives no title.
+  [[nodiscard]] platform::Text ReadTitle(const platform::Text& interval);
   [[nodiscard]] platform::Text RepairTitle(const platform::Text& title) const;
 
   Parts parts_;
