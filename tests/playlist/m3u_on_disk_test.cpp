@@ -11,6 +11,7 @@
 #include "playlist/local_playlist.h"
 #include "playlist/m3u_export.h"
 #include "playlist/m3u_import.h"
+#include "tests/platform/posix/child_process.h"
 #include "tests/support/fakes.h"
 #include "tests/support/temp_folder.h"
 
@@ -80,6 +81,19 @@ TEST_F(M3uOnDiskTest, AnExportOntoAFolderEndsWithoutAMessage) {
   Command4_.Click();
   EXPECT_TRUE(dialogs_.boxes.empty());
   EXPECT_TRUE(std::filesystem::is_directory(folder_.Path() / "liste.m3u"));
+}
+
+TEST_F(M3uOnDiskTest, AnExportOntoAFullDiskLeavesTheExistingFileAsItWasWithoutAMessage) {
+  folder_.Write("liste.m3u", "alt");
+  dialogs_.chosen_file = folder_.TextPath("liste.m3u");
+  AddStation(Text(100000, u'x'), u"http://3");
+  const auto export_quietly = [this] {
+    Command4_.Click();
+    return dialogs_.boxes.empty();
+  };
+  EXPECT_EQ(platform::posix::RunWithFullDisk(4096, export_quietly), platform::posix::ChildResult::kTrue);
+  EXPECT_EQ(folder_.Read("liste.m3u"), "alt");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Path()), {}), 1);
 }
 
 TEST_F(M3uOnDiskTest, WhatIsNoOrdinaryPlaylistImportsNothing) {

@@ -42,6 +42,7 @@ class MemoryFiles : public platform::Files {
     return file->second;
   }
   bool WriteWholeFile(const platform::Text& path, const std::string& bytes) override {
+    ++writes;
     if (!can_write) return false;
     files[path] = bytes;
     return true;
@@ -50,6 +51,7 @@ class MemoryFiles : public platform::Files {
   std::map<platform::Text, std::string> files;
   std::set<platform::Text> folders;
   bool can_write = true;
+  int writes = 0;
   bool can_create_folders = true;
   std::vector<platform::Text> existence_questions;
   std::vector<platform::Text> created_folders;
