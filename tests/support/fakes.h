@@ -156,7 +156,8 @@ class FakeIcons : public platform::Icons {
   platform::LoadedPicture LoadPicture(const Text& path) override {
     if (!loadable(path)) return {};
     ++live_pictures;
-    return {platform::PictureHandle{++last_picture}, picture_width, picture_height};
+    picture_paths[++last_picture] = path;
+    return {platform::PictureHandle{last_picture}, picture_width, picture_height};
   }
   void DestroyPicture(platform::PictureHandle picture) override {
     if (picture != platform::PictureHandle::kNone) --live_pictures;
@@ -170,6 +171,7 @@ class FakeIcons : public platform::Icons {
   int live_pictures = 0;
   int destroyed_lists = 0;
   std::uint32_t last_picture = 0;
+  std::map<std::uint32_t, Text> picture_paths;  ///< by the picture's handle
   int picture_width = 3000;
   int picture_height = 1500;
 };
