@@ -3,6 +3,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <algorithm>
 
 #include "platform/qt/dialogs.h"
 #include "platform/qt/text.h"
@@ -82,7 +83,9 @@ bool QtDialogs::Choose(OpenFileName& dialog, Direction direction) {
     chosen += QLatin1Char('.') + extension;
   }
   last_folder_ = QFileInfo(chosen).absolutePath();
-  const Text path = paths_.FromNative(NativeName(chosen));
+  Text path = paths_.FromNative(NativeName(chosen));
+  // Shown to the user again, so it keeps the system's look.
+  std::replace(path.begin(), path.end(), u'\\', u'/');
   if (path.empty() || path.size() >= dialog.file.size()) return false;
   dialog.file.replace(0, path.size(), path);
   dialog.file[path.size()] = u'\0';

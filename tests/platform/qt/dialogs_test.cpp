@@ -12,6 +12,7 @@
 #include <optional>
 
 #include "controls/timer.h"
+#include "platform/posix/native_paths.h"
 #include "platform/qt/timer_binding.h"
 #include "tests/platform/qt/window_fixture.h"
 
@@ -195,6 +196,14 @@ class FileDialogs : public ::testing::Test {
 TEST_F(FileDialogs, SaveGivesTheFullPath) {
   ASSERT_TRUE(Save("liste.m3u"));
   EXPECT_EQ(Chosen(), folder_.filePath("liste.m3u"));
+}
+
+TEST_F(FileDialogs, PathKeepsTheSystemsSeparators) {
+  platform::posix::PosixNativePaths paths;
+  QtDialogs dialogs(paths, Language::kGerman);
+  const NextDialog act([](QDialog& dialog) { Accept(dialog, "neu.m3u"); });
+  ASSERT_TRUE(dialogs.GetSaveFileNameW(record_));
+  EXPECT_EQ(Chosen(), folder_.filePath("neu.m3u"));
 }
 
 TEST_F(FileDialogs, ExtensionIsAddedOnlyWhenNoneWasTyped) {
