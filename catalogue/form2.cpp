@@ -4,7 +4,7 @@ namespace catalogue {
 
 Form2::Form2() {
   form.SetCaption(u"Neue Radiostation einfügen");
-  form.Move({0, 0, 7200, 3600});
+  form.Move({0, 0, 7200, 3270});
   Label2[0].SetCaption(u"Station");
   Label2[1].SetCaption(u"Weblink");
   Label2[2].SetCaption(u"Genre:");
@@ -21,11 +21,11 @@ Form2::Form2() {
   Label1.SetCaption(
       u"Das passende Icon (32 Pixel) zur Radiostation muss in den Ordner 'RadioICO' kopiert werden "
       u"(Dateiname ist Radiostationsname)");
-  Label1.Move({150, 1680, 6900, 900});
+  Label1.Move({150, 1695, 6900, 765});
   CommandButton1.SetCaption(u"Übernehmen");
-  CommandButton1.Move({3500, 2950, 1700, 450});
+  CommandButton1.Move({3525, 2670, 1695, 450});
   CommandButton2.SetCaption(u"Abbrechen");
-  CommandButton2.Move({5325, 2950, 1700, 450});
+  CommandButton2.Move({5325, 2670, 1695, 450});
 }
 
 }  // namespace catalogue

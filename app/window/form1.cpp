@@ -37,7 +37,7 @@ void Form1::MakePanels() {
   SymbolListview.Move({45, 330, 15150, 6480});
   ExplorerListFilter.Move({45, 330, 15150, 6480});
   ExplorerListFilter.SetVisible(false);
-  Frame1.Move({150, 6900, 9165, 3480});
+  Frame1.Move({150, 6900, 9225, 3480});
 }
 
 void Form1::MakePlaying() {
@@ -119,10 +119,10 @@ void Form1::MakeViews() {
 void Form1::MakeInformation() {
   for (controls::ProgressBar& bar : ProgressBar1) {
     bar.SetRange(0, 10000);
-    bar.Move({9345, 6960, 180, 3360});
+    bar.Move({9405, 6960, 180, 3360});
     bar.SetVisible(false);
   }
-  Frame3.Move({9795, 6930, 3600, 3420});
+  Frame3.Move({9855, 6930, 3600, 3420});
   Frame3.SetVisible(false);
   Label4.SetCaption(u"Titel:");
   Label4.Move({150, 120, 2955, 735});

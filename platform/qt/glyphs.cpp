@@ -34,11 +34,13 @@ void DrawLoudspeaker(QPainter& painter, const QColor& color) {
 
 void DrawClipboard(QPainter& painter, const QColor& color) {
   QPen pen = painter.pen();
-  pen.setWidthF(1.5);
+  pen.setWidthF(1.3);
   painter.setPen(pen);
-  painter.drawRoundedRect(QRectF(3, 2.5, 10, 12), 1, 1);
-  painter.fillRect(QRectF(5.5, 1, 5, 3), color);
-  for (const double line : {7.0, 9.5, 12.0}) painter.drawLine(QPointF(5.5, line), QPointF(10.5, line));
+  // The board with its clip, and a sheet that lies over its corner.
+  painter.drawPolyline(QPolygonF({{5.5, 13.5}, {1.8, 13.5}, {1.8, 2.8}, {11.2, 2.8}, {11.2, 5}}));
+  painter.fillRect(QRectF(4.2, 1.2, 4.6, 3), color);
+  painter.drawRect(QRectF(7, 6.5, 7.3, 8.5));
+  for (const double line : {9.2, 12.0}) painter.drawLine(QPointF(9, line), QPointF(12.3, line));
 }
 
 }  // namespace

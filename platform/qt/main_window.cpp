@@ -16,7 +16,12 @@ namespace {
 
 // Inner size in twips below which the bottom panel and the list have no room any more.
 constexpr int kSmallestWidth = 9900;
-constexpr int kSmallestHeight = 7200;
+// Here the information panel, which lies over the list then, still stands inside the window.
+constexpr int kSmallestHeight = 7410;
+
+QString InBrackets(const QKeySequence& keys) {
+  return QStringLiteral(" (%1)").arg(keys.toString(QKeySequence::NativeText));
+}
 
 }  // namespace
 
@@ -31,6 +36,7 @@ MainWindow::MainWindow(app::Form1& form, const QtIcons& icons, const QtMessageLo
   QGroupBox& lists = widgets_.Add(form_.Frame2, *this, "Frame2", FrameLook::kTitled);
   full_list_ = &widgets_.Add(form_.SymbolListview, lists, "SymbolListview");
   filtered_list_ = &widgets_.Add(form_.ExplorerListFilter, lists, "ExplorerListFilter");
+  lists.setToolTip(InLanguage(language_, u"Zur Liste", u"To the list") + InBrackets(QKeySequence::Find));
   QGroupBox& panel = widgets_.Add(form_.Frame1, *this, "Frame1", FrameLook::kPlain);
   BuildPlaying(panel);
   BuildEditor(panel);
@@ -51,6 +57,10 @@ void MainWindow::BuildPlaying(QWidget& panel) {
   auto& start = widgets_.Add(form_.Command1, panel, "Command1");
   auto& stop = widgets_.Add(form_.Command6, panel, "Command6");
   auto& titles = widgets_.Add(form_.Command3, panel, "Command3");
+  if (form_.Command3.ToolTip().empty()) {
+    titles.setToolTip(InLanguage(language_, u"Rechtsklick oder Menütaste: laufende Titelanzeige ein oder aus",
+                                 u"Right click or menu key: running title display on or off"));
+  }
   auto& directory = widgets_.Add(form_.Command2, panel, "Command2");
   widgets_.Add(form_.Label1, panel, "Label1");
   QGroupBox& volume = widgets_.Add(form_.frSav, panel, "frSav", FrameLook::kPlain);
@@ -91,7 +101,7 @@ void MainWindow::BuildViews(QWidget& panel) {
   tab_order_.push_back(&widgets_.Add(form_.Check3, panel, "Check3"));
   auto& save = widgets_.Add(form_.CommandButton1, panel, "CommandButton1");
   if (form_.CommandButton1.ToolTip().empty()) {
-    save.setToolTip(QKeySequence(QKeySequence::Save).toString(QKeySequence::NativeText));
+    save.setToolTip(PlainToolTip(ToQt(form_.CommandButton1.Caption()) + InBrackets(QKeySequence::Save)));
   }
   tab_order_.push_back(&save);
   tab_order_.push_back(&widgets_.Add(form_.CommandButton2, panel, "CommandButton2"));

@@ -94,6 +94,8 @@ ComboBoxBinding::ComboBoxBinding(controls::ComboBox& box, QComboBox& widget, con
     : WidgetBinding(box, widget, scale), box_(box), widget_(widget) {
   widget_.setEditable(true);
   widget_.setInsertPolicy(QComboBox::NoInsert);
+  constexpr int kShownWithoutScrolling = 20;
+  widget_.setMaxVisibleItems(kShownWithoutScrolling);
   // A completion would write a genre that the user did not type.
   widget_.setCompleter(nullptr);
   subscriptions_ += box.Changed.Subscribe([this] { Follow(); });
