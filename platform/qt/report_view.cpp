@@ -146,8 +146,7 @@ void ReportView::mousePressEvent(QMouseEvent* event) {
   if (!pressed.isValid()) selectionModel()->clearSelection();
   // With the control key a press takes the selection away, when the button is released.
   const bool plain = event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier;
-  const bool once_more = plain && pressed.isValid() && selected_before == pressed.row();
-  if (once_more) {
+  if (plain && pressed.isValid() && selected_before == pressed.row()) {
     SelectedRowPressed.Raise(pressed.row());
   } else if (event->button() != Qt::RightButton) {
     UserMoved.Raise(Movement::kRested);
