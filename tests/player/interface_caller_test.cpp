@@ -14,6 +14,7 @@ class CountingValues : public platform::values::PortablePropertyValues {
  public:
   std::int32_t CLSIDFromString(const Text& text, Guid& guid) override {
     ++parsed;
+    if (refuse) guid = test_support::kAudioType;
     return refuse ? platform::kEFail : PortablePropertyValues::CLSIDFromString(text, guid);
   }
   std::int32_t StringFromIID(const Guid& guid, Text& text) override {
@@ -155,6 +156,9 @@ TEST_F(InterfaceCallerTest, GuidFromStringOfAnotherLengthIsZeroWithoutAskingTheP
 TEST_F(InterfaceCallerTest, GuidFromStringOfARefusedTextIsZero) {
   EXPECT_EQ(caller_.GuidFromString(u"{7364756x-0000-0010-8000-00aa00389b71}"), Guid{});
   EXPECT_EQ(values_.parsed, 1);
+  values_.refuse = true;
+  EXPECT_EQ(caller_.GuidFromString(u"{73647561-0000-0010-8000-00aa00389b71}"), Guid{})
+      << "whatever the platform has left in the variable";
 }
 
 TEST_F(InterfaceCallerTest, StringFromGuidIsEmptyOnFailure) {

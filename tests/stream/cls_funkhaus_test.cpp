@@ -229,7 +229,7 @@ TEST_F(ClsFunkhaus, GetActiveMetaEndsAtOnceWhenTheStopFlagIsStillSet) {
   EXPECT_EQ(client_->GetActiveMeta(u"audio/mpeg", 8), u"");
   EXPECT_EQ(rig_.internet.reads.size(), 1U);
   client_->FreeRecStream();
-  rig_.StationSends(kAudio + Block("StreamTitle='Song';"));
+  rig_.StationSends(kAudio + Block("StreamTitle='Song';"), 4);
   EXPECT_EQ(client_->GetActiveMeta(u"audio/mpeg", 8), u"Song");
 }
 
