@@ -52,11 +52,16 @@ bool IsSound(TextView content_type) {
   return true;
 }
 
-bool HasLength(const stream::clsFunkhaus& cFunkhaus) {
+// Stations announce lengths too, for players that ask for one; what tells them from files is their own
+// headers.
+bool IsFile(const stream::clsFunkhaus& cFunkhaus) {
   const std::vector<Text> lines = app::Split(cFunkhaus.GetStreamQueryInfoRawCrLf(), stream::kCrLf);
-  return std::any_of(lines.begin(), lines.end(), [](const Text& line) {
-    return stream::StartsWithIgnoringCase(line, u"content-length:");
-  });
+  const auto has = [&lines](TextView beginning) {
+    return std::any_of(lines.begin(), lines.end(), [beginning](const Text& line) {
+      return stream::StartsWithIgnoringCase(line, beginning);
+    });
+  };
+  return has(u"content-length:") && !has(u"icy-") && !has(u"ice-");
 }
 
 }  // namespace
@@ -80,7 +85,7 @@ StreamFacts FactsOf(const stream::clsFunkhaus& cFunkhaus, platform::TextConversi
   facts.is_sound = IsSound(facts.content_type);
   const Text metaint = FirstValue(cFunkhaus.GetStreamQueryInfo(kIcyMetaint));
   if (app::ToInt32(metaint).value_or(0) > 0) facts.metaint = metaint;
-  facts.has_length = HasLength(cFunkhaus);
+  facts.is_file = IsFile(cFunkhaus);
   return facts;
 }
 

@@ -20,8 +20,8 @@ struct StreamFacts {
   platform::Text metaint;       ///< empty when no titles are offered
   /// False for pages and playlists, which are no sound.
   bool is_sound = true;
-  /// The server tells how many bytes there are, so that it is a file rather than a programme.
-  bool has_length = false;
+  /// A file that ends, and no programme: the server tells its length and sends no header of a station.
+  bool is_file = false;
 };
 
 /// By the headers of the last query of `cFunkhaus`.

@@ -96,7 +96,7 @@ Fault StationRecording::RecordStream(stream::clsFunkhaus& client, const Text& ad
   kept_files_->EndConnection();
   if (kept_files_->GetFailure() == KeptFiles::Failure::kNotMade) return Fault::kCannotWrite;
   if (kept_files_->GetFailure() == KeptFiles::Failure::kNotWritten) return Fault::kDiskFull;
-  complete_ = closed_by_server_ && brought_bytes_ && facts.has_length;
+  complete_ = closed_by_server_ && brought_bytes_ && facts.is_file;
   if (stop_asked_ || complete_) return Fault::kNone;
   return brought_bytes_ ? Fault::kLost : Fault::kUnreachable;
 }

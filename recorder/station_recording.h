@@ -67,8 +67,8 @@ class StationRecording {
   StationRecording& operator=(const StationRecording&) = delete;
 
   /// Records until Stop is called in a pump of the message loop, or until nothing can be written any more.
-  /// What announces its own length is no stream without an end: it is recorded once. Does nothing for an
-  /// empty link and while it runs already.
+  /// A file on a server is recorded once, to its end. Does nothing for an empty link and while it runs
+  /// already.
   void Run(const platform::Text& link);
 
   /// Ends Run soon: at once while recording or pausing, after the bounded wait while connecting.
@@ -100,7 +100,7 @@ class StationRecording {
   std::int64_t last_bytes_at_ = 0;
   bool brought_bytes_ = false;
   bool closed_by_server_ = false;
-  bool complete_ = false;  ///< all of what announced its length was recorded
+  bool complete_ = false;  ///< a file was recorded to its end
   bool running_ = false;
   bool stop_asked_ = false;
 };

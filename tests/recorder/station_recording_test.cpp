@@ -143,8 +143,9 @@ TEST_F(Recording, TakesUpAConnectionThatTheServerHasClosedAtOnce) {
   EXPECT_EQ(rig_.File(u"Eins (2).mp3"), "1111");
 }
 
-TEST_F(Recording, RecordsOnceWhatAnnouncesItsLength) {
-  rig_.internet.answer.raw_headers = RecorderRig::Headers(u"content-length: 700\r\n");
+TEST_F(Recording, RecordsAFileOnAServerOnce) {
+  rig_.internet.answer.raw_headers =
+      u"HTTP/1.1 200 OK\r\nContent-Type: audio/mpeg\r\ncontent-length: 700\r\n\r\n";
   rig_.StationSends(AudioBytes(700));
   rig_.internet.answer.closes = true;
   rig_.stop_after_reads = 1000;
@@ -154,8 +155,19 @@ TEST_F(Recording, RecordsOnceWhatAnnouncesItsLength) {
   EXPECT_EQ(rig_.File(u"record.mp3"), AudioBytes(700));
 }
 
-TEST_F(Recording, TakesUpWhatBrokeOffBeforeItsAnnouncedLength) {
+TEST_F(Recording, TakesUpAStationThatAnnouncesALength) {
   rig_.internet.answer.raw_headers = RecorderRig::Headers(u"Content-Length: 700\r\n");
+  rig_.StationSends(AudioBytes(700));
+  rig_.internet.answer.closes = true;
+  rig_.stop_after_reads = 5;
+  Run();
+  EXPECT_EQ(Connections(), 2);
+  EXPECT_EQ(rig_.File(u"record (2).mp3"), AudioBytes(700));
+}
+
+TEST_F(Recording, TakesUpAFileThatBrokeOff) {
+  rig_.internet.answer.raw_headers =
+      u"HTTP/1.1 200 OK\r\nContent-Type: audio/mpeg\r\nContent-Length: 700\r\n\r\n";
   rig_.internet.answer.reads = {{true, AudioBytes(100)}, {false, ""}};
   rig_.stop_after_reads = 3;
   Run();
