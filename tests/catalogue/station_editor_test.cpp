@@ -79,7 +79,7 @@ TEST_F(StationEditorTest, EditedLinkOrNumberMakesTheDetailsDoubtful) {
 TEST_F(StationEditorTest, TakingOverTheGenreOrWhatIsThereAlreadyLeavesTheDetailsKnown) {
   SelectStation(u"A");
   Fill(u"A", u"http://a", u"Klassik", CheckValue::kUnchecked, u"2");
-  for (const std::size_t index : {0U, 1U, 2U, 4U}) {
+  for (const std::size_t index : {4U, 0U, 1U, 2U}) {
     state.reselect = false;
     Command8[index].Click();
     EXPECT_FALSE(state.reselect) << index;

@@ -1,0 +1,88 @@
+#include "app/window/form1.h"
+
+#include <gtest/gtest.h>
+
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace app {
+namespace {
+
+using Captions = std::vector<std::pair<const controls::Captioned*, std::u16string_view>>;
+
+TEST(Form1Test, ButtonsCarryTheirCaptions) {
+  const Form1 form;
+  for (const auto& [button, caption] : Captions{{&form.form, u"Funkhausplayer"},
+                                                {&form.Command1, u"Start"},
+                                                {&form.Command6, u"Stop"},
+                                                {&form.Command2, u"Sender suchen"},
+                                                {&form.Command3, u"Alle Titel anzeigen"},
+                                                {&form.Command4, u"M3U erstellen..."},
+                                                {&form.Command5, u"M3U laden..."},
+                                                {&form.Command7, u"8"},
+                                                {&form.Command8[3], u"Eintrag löschen"},
+                                                {&form.Command8[5], u"Aufnehmen..."},
+                                                {&form.CommandButton1, u"Liste speichern"},
+                                                {&form.CommandButton2, u"Sender hinzufügen"}}) {
+    EXPECT_EQ(button->Caption(), caption);
+  }
+}
+
+TEST(Form1Test, FieldsCarryTheirLabels) {
+  const Form1 form;
+  for (const auto& [label, caption] : Captions{{&form.Label5, u"Station"},
+                                               {&form.Label6, u"Weblink"},
+                                               {&form.Label7, u"Genre"},
+                                               {&form.Check2, u"Favorit"},
+                                               {&form.Label2, u"M3U-Nr.:"},
+                                               {&form.Label4, u"Titel:"},
+                                               {&form.lblSav, u"Lautstärke"},
+                                               {&form.ckSavMute, u"Mute"}}) {
+    EXPECT_EQ(label->Caption(), caption);
+  }
+}
+
+TEST(Form1Test, TakeOverButtonsShowACheckMark) {
+  const Form1 form;
+  for (const std::size_t index : {0U, 1U, 2U, 4U}) {
+    EXPECT_EQ(form.Command8[index].Caption(), u"a");
+    EXPECT_EQ(form.Command8[index].GetGlyph(), controls::Glyph::kCheckMark);
+  }
+}
+
+TEST(Form1Test, ToolTipOfTheNumbersButtonIsThatOfTheGenresButton) {
+  const Form1 form;
+  EXPECT_EQ(form.Command8[0].ToolTip(), u"Genre übernehmen");
+  EXPECT_EQ(form.Command8[4].ToolTip(), u"Genre übernehmen");
+}
+
+TEST(Form1Test, ButtonsCarryTheirToolTips) {
+  const Form1 form;
+  EXPECT_EQ(form.Command8[1].ToolTip(), u"Alles übernehmen");
+  EXPECT_EQ(form.Command8[2].ToolTip(), u"Weblink übernehmen");
+  EXPECT_EQ(form.Command8[3].ToolTip(), u"Eintrag löschen");
+  EXPECT_EQ(form.Command8[5].ToolTip(), u"Startet das Aufnahme-Tool OZRecordFunkhaus");
+  EXPECT_EQ(form.CommandButton2.ToolTip(), u"Neuen Listeneintrag erstellen");
+  EXPECT_EQ(form.Command7.ToolTip(), u"Lautstärkeregelung");
+}
+
+TEST(Form1Test, SliderGoesTo100AndTheBarsTo10000) {
+  const Form1 form;
+  EXPECT_EQ(form.hscSavVolume.Minimum(), 0);
+  EXPECT_EQ(form.hscSavVolume.Maximum(), 100);
+  for (const controls::ProgressBar& bar : form.ProgressBar1) {
+    EXPECT_EQ(bar.Minimum(), 0);
+    EXPECT_EQ(bar.Maximum(), 10000);
+  }
+}
+
+TEST(Form1Test, PanelPictureBarsAndFilteredListAreHiddenAtFirst) {
+  const Form1 form;
+  EXPECT_FALSE(form.Frame3.Visible() || form.Image1.Visible() || form.ExplorerListFilter.Visible());
+  EXPECT_FALSE(form.ProgressBar1[0].Visible() || form.ProgressBar1[1].Visible());
+  EXPECT_TRUE(form.SymbolListview.Visible());
+}
+
+}  // namespace
+}  // namespace app
