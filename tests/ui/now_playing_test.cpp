@@ -169,6 +169,14 @@ TEST_F(NowPlayingTest, SecondActionFetchesOnceAndSwitchesPolling) {
   EXPECT_TRUE(dialogs.boxes.empty());
 }
 
+TEST_F(NowPlayingTest, SecondActionWithoutAStationAsksNobodyAndSwitchesPolling) {
+  Start();
+  Form().Command3.ContextClick();
+  EXPECT_TRUE(internet.calls.empty());
+  EXPECT_EQ(Form().Label4.Caption(), u"Titel:");
+  EXPECT_TRUE(Form().Timer2.Enabled());
+}
+
 TEST_F(NowPlayingTest, SecondActionThatTheWindowsClosingEndsLeavesPollingOff) {
   AddPlayingStation(u"a", "Eins");
   Start();

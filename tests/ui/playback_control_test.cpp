@@ -187,6 +187,28 @@ TEST_F(PlaybackControlTest, StopWhilePausedOnlyStopsTheTitleTimer) {
   EXPECT_NE(Form().Label1.Caption(), u"");
 }
 
+TEST_F(PlaybackControlTest, StopOfAPlayerThatDoesNotRunLeavesTheDisplay) {
+  StartAndPlay();
+  for (const std::int32_t play_state : {player::kPlayStateStopped, player::kPlayStateInvalid}) {
+    media.play_state = play_state;
+    Form().Timer2.SetEnabled(true);
+    Form().Command6.Click();
+    EXPECT_EQ(CountCalls(".Stop()"), 0U);
+    EXPECT_FALSE(Form().Timer2.Enabled());
+    EXPECT_TRUE(Form().Frame3.Visible() && Form().tmPlay.Enabled() && Form().Timer1.Enabled());
+  }
+}
+
+TEST_F(PlaybackControlTest, AddressThatAPlaylistDoesNotHoldCountsAsNoStation) {
+  AddStation(u"C", u"http://c/liste.m3u", u"Rock", u"", u"5");
+  requests.requests[u"http://c/liste.m3u"].body = u"[playlist]\r\nNumberOfEntries=1\r\nFile1=http://eins/";
+  Start();
+  Select(u"C");
+  Form().Command1.Click();
+  EXPECT_EQ(BoxTexts(), std::vector<Text>{u"Bitte zuerst eine Radiostation markieren!"});
+  EXPECT_FALSE(Form().Timer2.Enabled());
+}
+
 TEST_F(PlaybackControlTest, StopInTheMiddleOfAStartEndsIt) {
   Start();
   Select(u"A");
