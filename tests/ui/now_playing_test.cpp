@@ -1,5 +1,7 @@
 #include "ui/now_playing.h"
 
+#include <algorithm>
+
 #include "tests/window/window_fixture.h"
 
 namespace app {
@@ -363,10 +365,14 @@ TEST_F(NowPlayingTest, RunCopesWithRowsThatAreSortedDeletedAndReplacedMeanwhile)
   internet.before_read = [&] {
     if (std::exchange(done, true)) return;
     Form().SymbolListview.ClickHeader(0);
-    Form().SymbolListview.ClickHeader(0);
     Form().SymbolListview.RemoveRow(RowNamed(Form().SymbolListview, u"b"));
   };
   RunAllTitles();
+  EXPECT_EQ(Names(Form().SymbolListview), (std::vector<Text>{u"c", u"a"}));
+  EXPECT_EQ(std::ranges::count_if(
+                internet.calls, [](const std::string& call) { return call.starts_with("InternetConnectW"); }),
+            2)
+      << "no row is asked twice, and the deleted one not at all";
   EXPECT_EQ(TitleOf(u"a"), u"Lied A");
   EXPECT_EQ(TitleOf(u"c"), u"Lied C");
   EXPECT_EQ(Form().SymbolListview.Count(), 2U);

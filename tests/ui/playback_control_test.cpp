@@ -467,6 +467,19 @@ TEST_F(PlaybackControlTest, DoubtfulDetailsOfTheFilteredListAreThoseOfItsSelecte
   EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://b/\""), 1U);
 }
 
+TEST_F(PlaybackControlTest, FilterViewWithoutASelectionPlaysTheStationSelectedInTheFullList) {
+  StartAndPlay();
+  Form().Check3.Click();
+  ASSERT_TRUE(window->State().reselect);
+  const std::size_t stops = CountCalls(".Stop()");
+  const std::size_t requests_before = requests.calls.size();
+  Form().Command1.Click();
+  EXPECT_GT(CountCalls(".Stop()"), stops);
+  EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://a/\""), 2U);
+  EXPECT_EQ(requests.calls.size(), requests_before);
+  EXPECT_FALSE(window->State().reselect);
+}
+
 TEST_F(PlaybackControlTest, RecordedTitleStandsInTheWindowsCaption) {
   Start();
   EXPECT_EQ(Form().form.Caption(), u"Funkhausplayer");
