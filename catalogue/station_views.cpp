@@ -46,7 +46,6 @@ void StationViews::Check1_Click() {
     ShowFiltered(parts_.Combo1.GetText(), GenreCaption());
     parts_.Check3.SetValue(CheckValue::kUnchecked);
   } else {
-    parts_.Check3.SetValue(CheckValue::kUnchecked);
     ShowAll();
   }
 }
@@ -58,7 +57,6 @@ void StationViews::Check3_Click() {
     ShowFiltered(u"1", u"Favoriten");
     parts_.Check1.SetValue(CheckValue::kUnchecked);
   } else {
-    parts_.Check1.SetValue(CheckValue::kUnchecked);
     ShowAll();
   }
 }
@@ -95,6 +93,7 @@ void StationViews::ShowFiltered(const Text& filter, const Text& caption) {
 
 void StationViews::ShowAll() {
   store_.LoadStations(u"");
+  UncheckBoth();
   parts_.Frame2.SetCaption(u"Gespeicherte Radiostationen");
   // The full list is the active one before a row of it is selected: what the selection starts acts on it.
   parts_.lists.filtered.SetVisible(false);
@@ -102,6 +101,14 @@ void StationViews::ShowAll() {
   parts_.CommandButton1.SetVisible(true);
   parts_.CommandButton2.SetVisible(true);
   station_lists_.RestoreListindex();
+  // The selection fetches a title, and the window goes on meanwhile: a click on a box did nothing then, so
+  // that its mark must not stay either.
+  UncheckBoth();
+}
+
+void StationViews::UncheckBoth() {
+  parts_.Check1.SetValue(CheckValue::kUnchecked);
+  parts_.Check3.SetValue(CheckValue::kUnchecked);
 }
 
 Text StationViews::GenreCaption() const { return u"Genre-Filter: " + parts_.Combo1.GetText(); }

@@ -36,6 +36,7 @@ class StationViews {
  private:
   void ShowFiltered(const platform::Text& filter, const platform::Text& caption);
   void ShowAll();
+  void UncheckBoth();
   [[nodiscard]] platform::Text GenreCaption() const;
 
   Parts parts_;

@@ -87,6 +87,24 @@ TEST_F(StationViewsTest, ClickInTheMiddleOfASwitchDoesNothing) {
   EXPECT_FALSE(Check3.Checked());
 }
 
+TEST_F(StationViewsTest, ClickWhileTheRestoredRowIsWorkedOutLeavesNoMarkInTheBox) {
+  for (controls::CheckBox* box : {&Check1, &Check3}) {
+    SymbolListview.Select(RowNamed(SymbolListview, u"C"));
+    Check3.Click();
+    {
+      const auto subscription = SymbolListview.SelectionChanged.Subscribe([&] {
+        if (SymbolListview.SelectedRow() != controls::RowId::kNone) box->Click();
+      });
+      Check3.Click();
+    }
+    EXPECT_FALSE(Check1.Checked() || Check3.Checked());
+    ExpectFullView();
+    Check1.Click();
+    ExpectFilteredView();
+    Check1.Click();
+  }
+}
+
 TEST_F(StationViewsTest, ChoosingAGenreReloadsTheGenreView) {
   Check1.Click();
   Combo1.SetListIndex(2);
