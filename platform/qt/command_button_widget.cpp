@@ -50,6 +50,10 @@ void CommandButtonWidget::paintEvent(QPaintEvent* /*event*/) {
   painter.drawControl(QStyle::CE_PushButton, option);
   const QPalette::ColorGroup group = isEnabled() ? QPalette::Normal : QPalette::Disabled;
   DrawGlyph(painter, glyph_, rect(), palette().color(group, QPalette::ButtonText));
+  if (!isFlat() || !hasFocus()) return;
+  // A flat button has no frame in which a style could show the focus.
+  painter.setPen(palette().color(QPalette::Highlight));
+  painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 void CommandButtonWidget::keyPressEvent(QKeyEvent* event) {

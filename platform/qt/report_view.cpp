@@ -114,6 +114,18 @@ void ReportView::keyboardSearch(const QString& search) {
   }
 }
 
+bool ReportView::event(QEvent* event) {
+  const bool handled = QTreeView::event(event);
+  if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) QWidget::update();
+  if (event->type() == QEvent::Paint && hasFocus()) {
+    // Not every style shows in a list's frame that the list has the keyboard.
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::Highlight));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  }
+  return handled;
+}
+
 void ReportView::keyPressEvent(QKeyEvent* event) {
   const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
   if (plain && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {

@@ -36,6 +36,7 @@ class ReportView final : public QTreeView {
   void keyboardSearch(const QString& search) override;
 
  protected:
+  bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;

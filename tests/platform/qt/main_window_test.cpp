@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QImage>
 #include <QTimer>
 
 #include "tests/platform/qt/window_fixture.h"
@@ -150,6 +151,31 @@ TEST_F(Keys, TabGoesFromEachControlToTheNextInReadingOrder) {
     ASSERT_TRUE(reached) << name << ", but " << focused->objectName().toStdString();
     QTest::keyClick(focused, Qt::Key_Tab);
   }
+}
+
+/// The control that has the keyboard; a field's own line edit stands for the field.
+QWidget& FocusedControl() {
+  QWidget* focused = QApplication::focusWidget();
+  const bool inner = focused->objectName().isEmpty() || focused->objectName().startsWith("qt_");
+  return inner ? *focused->parentWidget() : *focused;
+}
+
+TEST_F(Keys, EveryControlShowsThatItHasTheKeyboard) {
+  form_.Frame3.SetVisible(true);
+  controls::ListRow row;
+  row.cells[0] = u"Radio A";
+  form_.SymbolListview.Select(form_.SymbolListview.AddRow(std::move(row)));
+  // Styles show the focus of some controls only once the keyboard has moved it.
+  fixture_.Find("CmdInfoClose").setFocus();
+  QTest::keyClick(&fixture_.Find("CmdInfoClose"), Qt::Key_Tab);
+  constexpr int kControls = 26;
+  for (int step = 0; step < kControls; ++step) {
+    QWidget& control = FocusedControl();
+    const QImage with_focus = control.grab().toImage();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_NE(control.grab().toImage(), with_focus) << control.objectName().toStdString();
+  }
+  EXPECT_TRUE(fixture_.Find("SymbolListview").hasFocus()) << "all of them were seen";
 }
 
 QString AccessibleName(QWidget& widget) {
