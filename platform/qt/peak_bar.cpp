@@ -49,8 +49,8 @@ void PeakBar::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   painter.setClipRect(event->rect());
   const QRect inside = Inside();
-  painter.setPen(palette().color(QPalette::Mid));
-  painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  // The border is what is left of an area: a thin line has gaps where a pixel is no whole number of dots.
+  painter.fillRect(rect(), palette().color(QPalette::Mid));
   painter.fillRect(inside, palette().color(QPalette::Base));
 
   const struct {
