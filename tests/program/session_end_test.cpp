@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
+#include <QSessionManager>
 #include <QTimer>
 #include <array>
 #include <csignal>
@@ -75,6 +76,22 @@ TEST_F(SessionEndProgramTest, SignalWithAnUnsavedRowSavesItAndEndsTheProgram) {
   EXPECT_EQ(boxes, 1) << "nobody is asked when the session ends";
   EXPECT_EQ(folder_.Read("Ordnerzentrale/Funkhaus.ini"), std::string(kStations) + kNewStation);
   EXPECT_EQ(folder_.Read("Ordnerzentrale/Opt.ini"), "[Pfad3]\r\nFunkhausFavorit=0\r\n");
+}
+
+TEST_F(SessionEndProgramTest, LogOutThatAllowsNoQuestionSavesAnUnsavedRowAndEndsTheProgram) {
+  QTimer poll;
+  int boxes = 0;
+  Watch(poll, [&](QWidget& dialog) {
+    auto* box = qobject_cast<QMessageBox*>(&dialog);
+    if (box == nullptr) return AcceptNewStation(dialog);
+    ++boxes;
+    box->button(QMessageBox::No)->click();
+    QTimer::singleShot(0, [] { Q_EMIT qApp->commitDataRequest(*qApp->findChild<QSessionManager*>()); });
+  });
+  QTimer::singleShot(0, [this] { program_->Logic().Controls().CommandButton2.Click(); });
+  EXPECT_EQ(program_->Run(), 0);
+  EXPECT_EQ(boxes, 1) << "nobody is asked when the session ends";
+  EXPECT_EQ(folder_.Read("Ordnerzentrale/Funkhaus.ini"), std::string(kStations) + kNewStation);
 }
 
 TEST_F(SessionEndProgramTest, SignalWhileTheQuestionStandsOpenSavesTheRowAndEndsTheProgram) {
