@@ -9,6 +9,7 @@ namespace program_test {
 
 namespace {
 
+constexpr char kActedOn[] = "acted_on";
 constexpr int kPollMilliseconds = 5;
 constexpr int kDeadlineMilliseconds = 60'000;
 
@@ -48,8 +49,9 @@ int ProgramRig::Run(const std::function<void()>& journey) {
 
 void ProgramRig::ActOnDialog() {
   QWidget* dialog = QApplication::activeModalWidget();
-  if (dialog == nullptr || !dialog->isVisible() || dialog == last_dialog_) return;
-  last_dialog_ = dialog;
+  // One that comes to the front again after another was closed was acted on already.
+  if (dialog == nullptr || !dialog->isVisible() || dialog->property(kActedOn).toBool()) return;
+  dialog->setProperty(kActedOn, true);
   if (expected_.empty()) {
     const auto* box = qobject_cast<QMessageBox*>(dialog);
     ADD_FAILURE()

@@ -7,7 +7,6 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
-#include <QPointer>
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
@@ -77,7 +76,6 @@ class ProgramRig : public ::testing::Test {
   std::array<char*, 2> arguments_ = {name_.data(), nullptr};
   int count_ = 1;
   std::deque<std::function<void(QWidget&)>> expected_;
-  QPointer<QWidget> last_dialog_;
 };
 
 }  // namespace program_test
