@@ -114,8 +114,10 @@ class ReentryTest : public WindowTest {
 };
 
 TEST_F(ReentryTest, SelectionAtAnyMomentOfAnEarlierOneEndsWithEverythingOfTheLast) {
-  for (const auto& [first, second] : std::vector<std::pair<Text, Text>>{
+  for (const auto& pair : std::vector<std::pair<Text, Text>>{
            {u"A", u"B"}, {u"B", u"A"}, {u"A", u"C"}, {u"C", u"B"}, {u"C", u"A"}}) {
+    const Text& first = pair.first;
+    const Text& second = pair.second;
     const State expected = ShownAfterSelecting(second);
     int moment = 0;
     bool reached = true;
