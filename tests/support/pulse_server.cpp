@@ -83,9 +83,35 @@ std::optional<PulseServer::Stream> PulseServer::FindStream(const std::string& ap
   return stream;
 }
 
-void PulseServer::MoveSlider(const std::string& application, int percent) const {
-  const std::string index = After(Entry(ListStreams(), application), "Sink Input #");
-  RunProgram({"pactl", "set-sink-input-volume", index, std::to_string(percent) + "%"}, Variables());
+std::string PulseServer::NumberOf(const std::string& application) const {
+  return After(Entry(ListStreams(), application), "Sink Input #");
 }
+
+std::string PulseServer::Control(ChildProcess::Arguments arguments) const {
+  arguments.insert(arguments.begin(), "pactl");
+  const RunResult result = RunProgram(arguments, Variables());
+  if (result.exit_code != 0) throw std::runtime_error("pactl " + arguments[1] + " failed");
+  return result.output;
+}
+
+void PulseServer::MoveSlider(const std::string& application, int percent) const {
+  Control({"set-sink-input-volume", NumberOf(application), std::to_string(percent) + "%"});
+}
+
+void PulseServer::Mute(const std::string& application, bool mute) const {
+  Control({"set-sink-input-mute", NumberOf(application), mute ? "1" : "0"});
+}
+
+void PulseServer::PlugIn() {
+  plugged_in_ = Control({"load-module", "module-null-sink", "sink_name=second", "rate=48000", "norewinds=1"});
+  plugged_in_.erase(plugged_in_.find_last_not_of('\n') + 1);
+  // Recorders would move to the new card's monitor too.
+  Control({"set-default-source", "ci.monitor"});
+  Control({"set-default-sink", "second"});
+}
+
+void PulseServer::Unplug() { Control({"unload-module", plugged_in_}); }
+
+void PulseServer::RescueStreams() const { Control({"load-module", "module-rescue-streams"}); }
 
 }  // namespace test_support

@@ -33,6 +33,14 @@ class PulseServer {
   [[nodiscard]] std::optional<Stream> FindStream(const std::string& application) const;
   /// Moves the slider of the application's stream, as a user does in the mixer.
   void MoveSlider(const std::string& application, int percent) const;
+  void Mute(const std::string& application, bool mute) const;
+
+  /// A second card is plugged in and becomes the default; the first one is still there.
+  void PlugIn();
+  /// The second card is pulled out.
+  void Unplug();
+  /// From now on streams of a card that is pulled out move to another one, as desktops have it.
+  void RescueStreams() const;
 
   void Stop() { server_.Stop(); }
   /// Sends the server a signal, such as SIGSTOP and SIGCONT to hold it still.
@@ -41,8 +49,12 @@ class PulseServer {
 
  private:
   [[nodiscard]] std::string ListStreams() const;
+  [[nodiscard]] std::string NumberOf(const std::string& application) const;
+  /// pactl's answer; throws when it refuses.
+  std::string Control(ChildProcess::Arguments arguments) const;
   TempFolder folder_;
   std::string address_;
+  std::string plugged_in_;  ///< the second card's number of its module
   ChildProcess server_;
 };
 

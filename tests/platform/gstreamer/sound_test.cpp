@@ -86,6 +86,17 @@ TEST_F(SoundTest, WhatTheUserSetsInTheMixerIsTheProgramsVolume) {
   EXPECT_TRUE(WaitUntil([&] { return std::abs(driver.Volume() - 0.5F) < 0.002F; }, 3s));
 }
 
+TEST_F(SoundTest, WhatTheUserMutesInTheMixerIsMutedInTheProgram) {
+  SessionDriver driver;
+  ASSERT_TRUE(StartTone(driver));
+  pulse.Mute(kApplication, true);
+  EXPECT_TRUE(WaitUntil([&] { return driver.Mute(); }, 3s));
+  EXPECT_TRUE(WaitUntil([&] { return driver.Peaks() == std::vector<float>({0.0F, 0.0F}); }, 3s));
+  pulse.Mute(kApplication, false);
+  EXPECT_TRUE(WaitUntil([&] { return !driver.Mute(); }, 3s));
+  EXPECT_TRUE(IsAsLoudAs(kToneLevel));
+}
+
 TEST_F(SoundTest, AVolumeOutsideItsRangeIsRefused) {
   SessionDriver driver;
   ASSERT_TRUE(StartTone(driver));
@@ -220,6 +231,38 @@ TEST_F(SoundTest, ALiveStreamIsHeardAgainAfterTheSoundServerRestarts) {
   pulse.Start();
   Loudness again(pulse);
   EXPECT_TRUE(again.WaitForSound(200ms, 5s));
+  EXPECT_EQ(driver.State(), 1);
+}
+
+TEST_F(SoundTest, TheSoundMovesOnWhenItsDeviceIsUnplugged) {
+  pulse.RescueStreams();
+  pulse.PlugIn();
+  SessionDriver driver;
+  ASSERT_EQ(driver.Open(MakeTone(folder, "t.flac", "flac", {.seconds = 20})), kSOk);
+  ASSERT_EQ(driver.Start(), kSOk);
+  ASSERT_TRUE(WaitUntil([&] { return driver.Seconds() > 0.5; }, 5s));
+  EXPECT_EQ(loudness.Last(200ms), 0.0) << "the other device plays it";
+  pulse.Unplug();
+  EXPECT_TRUE(loudness.WaitForSound(500ms, 5s));
+  EXPECT_EQ(driver.State(), 1);
+  EXPECT_TRUE(IsAsLoudAs(kToneLevel));
+  EXPECT_TRUE(driver.log.empty()) << "the same stream goes on";
+}
+
+TEST_F(SoundTest, ALiveStreamIsHeardOnAnotherDeviceThoughTheServerEndsTheStreamsOfAnUnpluggedOne) {
+  const std::string sound = ReadBytes(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 20}));
+  MediaHttpServer server;
+  server.On("/live", [&](MediaHttpServer::Connection& connection) {
+    if (connection.Send(LiveHead("audio/mpeg") + sound)) connection.StaySilent(20s);
+  });
+  pulse.PlugIn();
+  SessionDriver driver;
+  ASSERT_EQ(driver.Open(server.Url("/live")), kSOk);
+  ASSERT_EQ(driver.Start(), kSOk);
+  ASSERT_TRUE(WaitUntil([&] { return driver.Seconds() > 0.5; }, 5s));
+  EXPECT_EQ(loudness.Last(200ms), 0.0) << "the other device plays it";
+  pulse.Unplug();
+  EXPECT_TRUE(loudness.WaitForSound(500ms, 5s));
   EXPECT_EQ(driver.State(), 1);
 }
 
