@@ -34,6 +34,9 @@ std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv) {
   QApplication::setApplicationName(QStringLiteral("funkhausplayer"));
   QApplication::setApplicationDisplayName(QStringLiteral("Funkhausplayer"));
   QApplication::setDesktopFileName(QStringLiteral("funkhausplayer"));
+  // The window's pictures are small bars, many times a second. By shared memory each would cost the X
+  // server's answer and two wake-ups; sent along they cost less. Does nothing on other displays.
+  if (!qEnvironmentVariableIsSet("QT_XCB_NO_MITSHM")) qputenv("QT_XCB_NO_MITSHM", "1");
   return std::make_unique<QApplication>(argc, argv);
 }
 

@@ -121,6 +121,9 @@ std::optional<HResult> GstMedia::DispCallFunc(InterfaceHandle object, std::int32
   // The reference keeps the object alive inside its own call, whatever the caller does in a repaint.
   const auto target = impl_->context.handles.Find(object);
   if (!target) return std::nullopt;
+  if (slot != IUnknown::QueryInterface.slot && slot != IUnknown::Release.slot) {
+    return target->Call(slot, arguments);
+  }
   OperationTable common;
   common.Bind(IUnknown::QueryInterface, [this, &target](const Guid* iid, InterfaceHandle* out) {
     if (iid == nullptr) return kEPointer;
@@ -131,10 +134,7 @@ std::optional<HResult> GstMedia::DispCallFunc(InterfaceHandle object, std::int32
     impl_->context.handles.Release(object);
     return kSOk;
   });
-  if (slot == IUnknown::QueryInterface.slot || slot == IUnknown::Release.slot) {
-    return common.Call(slot, arguments);
-  }
-  return target->Call(slot, arguments);
+  return common.Call(slot, arguments);
 }
 
 HResult GstMedia::CoCreateInstance(const Guid& clsid, InterfaceHandle, std::int32_t, const Guid& iid,

@@ -326,8 +326,10 @@ std::int64_t Pipeline::PlayedTime() const {
 }
 
 std::vector<float> Pipeline::Peaks() const {
-  if (!IsPlaying()) return {};
-  return levels_.At(PlayedTime());
+  const GstClockTime now =
+      IsPlaying() ? gst_element_get_current_running_time(pipeline_.get()) : GST_CLOCK_TIME_NONE;
+  if (now == GST_CLOCK_TIME_NONE) return {};
+  return levels_.At(static_cast<std::int64_t>(now));
 }
 
 }  // namespace platform::gstreamer

@@ -2,12 +2,18 @@
 
 #include <QPaintEvent>
 #include <QPainter>
+#include <QTimerEvent>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace platform::qt {
 namespace {
 
+/// Levels come every 20 ms; an eye needs half as many pictures, and a picture costs more than a level.
+constexpr int kShortestRest = 30;
+/// Later than two levels, so the timer only has its turn when no further level comes.
+constexpr int kLongestRest = 60;
 constexpr double kLoud = 0.7;
 constexpr double kVeryLoud = 0.9;
 constexpr QRgb kQuietColor = 0xff2fa84f;
@@ -36,7 +42,20 @@ void PeakBar::SetLevel(double level) {
   const int upper = std::max(height, level_height_);
   const int lower = std::min(height, level_height_);
   level_height_ = height;
-  update(inside.left(), inside.bottom() + 1 - upper, inside.width(), upper - lower);
+  unpainted_ |= QRect(inside.left(), inside.bottom() + 1 - upper, inside.width(), upper - lower);
+  if (!rested_.isValid() || rested_.elapsed() >= kShortestRest) return ShowChanges();
+  if (!late_.isActive()) late_.start(kLongestRest, this);
+}
+
+void PeakBar::ShowChanges() {
+  late_.stop();
+  rested_.start();
+  update(std::exchange(unpainted_, {}));
+}
+
+void PeakBar::timerEvent(QTimerEvent* event) {
+  if (event->timerId() != late_.timerId()) return QWidget::timerEvent(event);
+  ShowChanges();
 }
 
 void PeakBar::resizeEvent(QResizeEvent* event) {
@@ -47,22 +66,28 @@ void PeakBar::resizeEvent(QResizeEvent* event) {
 void PeakBar::paintEvent(QPaintEvent* event) {
   ++paints_;
   QPainter painter(this);
-  painter.setClipRect(event->rect());
   const QRect inside = Inside();
+  const QRect wanted = event->rect();
   // The border is what is left of an area: a thin line has gaps where a pixel is no whole number of dots.
-  painter.fillRect(rect(), palette().color(QPalette::Mid));
-  painter.fillRect(inside, palette().color(QPalette::Base));
-
+  if (!inside.contains(wanted)) painter.fillRect(rect(), palette().color(QPalette::Mid));
+  // From the top down: what no zone fills is empty.
   const struct {
-    double from, to;
-    QRgb color;
-  } zones[] = {{0.0, kLoud, kQuietColor}, {kLoud, kVeryLoud, kLoudColor}, {kVeryLoud, 1.0, kVeryLoudColor}};
+    double from;
+    QColor color;
+  } zones[] = {{kVeryLoud, QColor::fromRgb(kVeryLoudColor)},
+               {kLoud, QColor::fromRgb(kLoudColor)},
+               {0.0, QColor::fromRgb(kQuietColor)}};
+  const auto fill = [&](int from_height, int to_height, const QColor& color) {
+    const QRect zone(inside.left(), inside.bottom() + 1 - to_height, inside.width(), to_height - from_height);
+    const QRect part = zone & wanted;
+    if (!part.isEmpty()) painter.fillRect(part, color);
+  };
+  fill(level_height_, inside.height(), palette().color(QPalette::Base));
+  int top = level_height_;
   for (const auto& zone : zones) {
-    const int bottom = HeightOf(zone.from);
-    const int top = std::min(HeightOf(zone.to), level_height_);
-    if (top <= bottom) break;
-    painter.fillRect(inside.left(), inside.bottom() + 1 - top, inside.width(), top - bottom,
-                     QColor::fromRgb(zone.color));
+    const int from = std::min(HeightOf(zone.from), top);
+    fill(from, top, zone.color);
+    top = from;
   }
 }
 
