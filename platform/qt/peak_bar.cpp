@@ -42,6 +42,7 @@ void PeakBar::SetLevel(double level) {
   const int upper = std::max(height, level_height_);
   const int lower = std::min(height, level_height_);
   level_height_ = height;
+  if (!isVisible()) return;
   unpainted_ |= QRect(inside.left(), inside.bottom() + 1 - upper, inside.width(), upper - lower);
   if (!rested_.isValid() || rested_.elapsed() >= kShortestRest) return ShowChanges();
   if (!late_.isActive()) late_.start(kLongestRest, this);

@@ -116,6 +116,17 @@ TEST_F(Repaint, BarPaintsOnceForEachValueThatChangesItsHeightAndNothingElsePaint
   EXPECT_EQ(paints.All(), 1) << "nothing below the bar is painted with it";
 }
 
+TEST_F(Repaint, LastOfSeveralQuickValuesIsPaintedThoughNoFurtherOneComes) {
+  Settle();
+  const PaintCounter paints;
+  form_.ProgressBar1[0].SetValue(5000);
+  ASSERT_TRUE(WaitFor([&] { return paints.Of(bar_) == 1; }));
+  for (const int value : {3000, 7000, 2000}) form_.ProgressBar1[0].SetValue(value);
+  ASSERT_TRUE(WaitFor([&] { return paints.Of(bar_) == 2; }));
+  Settle();
+  EXPECT_EQ(paints.Of(bar_), 2) << "the values before it are not painted";
+}
+
 TEST_F(Repaint, BarDoesNotPaintForAValueThatChangesNoPixel) {
   form_.ProgressBar1[0].SetValue(5000);
   Settle();
