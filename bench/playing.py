@@ -1,0 +1,116 @@
+"""What the playing benchmarks share: a station, a virtual screen, a silent sound card, the program at play, and the
+processor time and memory of a process. Not a test; it judges nothing."""
+import os
+import pathlib
+import subprocess
+import sys
+import time
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+sys.path.insert(0, str(ROOT / "demo"))
+from demo import Station, write_catalogue  # noqa: E402
+from desktop import Hands, NullSink, start_screen, visible_windows, wait_for  # noqa: E402
+from report import Report  # noqa: E402
+
+NAME = "Radio Messung"
+AUDIBLE = -50.0  # dB; the station's loop is played at about -18 dB
+
+
+def processor_seconds(process_id):
+    """User and system time of all threads so far, those that have ended included. See proc(5)."""
+    fields = pathlib.Path(f"/proc/{process_id}/stat").read_text().rsplit(")", 1)[1].split()
+    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+
+def threads(process_id):
+    """Thread name -> processor seconds of the threads that live, summed by name."""
+    seconds = {}
+    for task in pathlib.Path(f"/proc/{process_id}/task").iterdir():
+        try:
+            name = (task / "comm").read_text().strip()
+            nanoseconds = int((task / "schedstat").read_text().split()[0])
+        except FileNotFoundError:
+            continue
+        seconds[name] = seconds.get(name, 0) + nanoseconds / 1e9
+    return seconds
+
+
+def memory_megabytes(process_id, field="VmRSS"):
+    """Resident memory ("VmRSS"), or its highest value ("VmHWM"), in units of 2^20 bytes."""
+    for line in pathlib.Path(f"/proc/{process_id}/status").read_text().splitlines():
+        if line.startswith(field + ":"):
+            return int(line.split()[1]) / 1024
+    raise RuntimeError(f"no {field}")
+
+
+class Stage:
+    """A station that sends 128 kbit/s MP3, a screen and a sound card, for programs that play."""
+
+    def __init__(self, children, build, scratch, log_folder):
+        self.children, self.build, self.scratch = children, build, scratch
+        self.station = Station(children, build / "bin" / "demo_station", log_folder)
+        self.address = f"{self.station.address}/stream"
+        self.display = start_screen(children)
+        self.sink = NullSink(children, scratch / "sound")
+        self.environment = {**os.environ, **self.sink.environment, "DISPLAY": self.display, "QT_QPA_PLATFORM": "xcb"}
+        write_catalogue(scratch / "settings" / "Ordnerzentrale" / "Funkhaus.ini",
+                        [(NAME, self.address, "Pop & Hits", "", "")])
+        self.environment["APPDATA"] = str(scratch / "settings")
+
+    def _places(self):
+        """Where the row and the start button are, learned from the build that reports its controls: the program
+        itself then runs without a report, which would cost time of its own."""
+        report = Report(self.scratch / "report.txt")
+        process = self.children.start("reporting", [self.build / "bin" / "demo_player"],
+                                      env={**self.environment, "FUNKHAUS_DEMO_REPORT": str(report.path)})
+        row = wait_for("the station's row", lambda: report.row(NAME), 60)
+        start = wait_for("the start button", lambda: report.find("Command1"), 10)
+        process.terminate()
+        process.wait()
+        return (row.x + min(row.width // 2, 80), row.middle[1]), start.middle
+
+    def start_program(self):
+        """The program, playing with its window open."""
+        row, start = self._places()
+        process = self.children.start("player", [self.build / "bin" / "funkhausplayer"], env=self.environment)
+        hands = Hands(self.display)
+        wait_for("the window", lambda: visible_windows(self.display, process.pid), 60)
+        left_before = len(self.station.lines("listener gone"))
+
+        def title_was_read():
+            hands.click(*row)
+            return len(self.station.lines("listener gone")) > left_before
+
+        wait_for("the station's title", title_was_read, 60, pause=3)
+        hands.click(*start)
+        wait_for("sound", lambda: self.sink.loudness() > AUDIBLE, 60, pause=0)
+        return process
+
+    def start_reference(self):
+        """gst-play-1.0, playing the same address."""
+        return self.children.start("reference", ["gst-play-1.0", "--no-interactive", "--quiet", self.address],
+                                   env=self.environment)
+
+    def hide(self, process):
+        """Takes the window off the screen, as a window manager does when it is minimised."""
+        for window in visible_windows(self.display, process.pid):
+            subprocess.run(["xdotool", "windowunmap", "--sync", str(window)], check=True,
+                           env={**os.environ, "DISPLAY": self.display})
+
+
+class Meter:
+    """What a process needs from now on."""
+
+    def __init__(self, process):
+        self.id = process.pid
+        self.started = time.monotonic()
+        self.before = processor_seconds(self.id)
+        self.threads_before = threads(self.id)
+
+    def seconds(self):
+        return processor_seconds(self.id) - self.before
+
+    def by_thread(self):
+        """(name, processor seconds), the busiest first."""
+        used = {name: total - self.threads_before.get(name, 0) for name, total in threads(self.id).items()}
+        return sorted(used.items(), key=lambda entry: -entry[1])
