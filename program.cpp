@@ -20,6 +20,7 @@
 #include "platform/posix/system_messages.h"
 #include "platform/qt/clipboard.h"
 #include "platform/qt/close_requests.h"
+#include "platform/qt/desktop_colors.h"
 #include "platform/qt/dialogs.h"
 #include "platform/qt/icons.h"
 #include "platform/qt/language.h"
@@ -57,6 +58,7 @@ struct Program::Parts {
   }
 
   std::unique_ptr<QApplication> application;
+  platform::qt::DesktopColors desktop_colors;
   platform::posix::PosixNativePaths paths;
   platform::icu::IcuTextConversion conversion;
   platform::icu::IcuStringOrder string_order;

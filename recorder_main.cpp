@@ -22,6 +22,7 @@
 #include "platform/posix/terminal_loop.h"
 #include "platform/posix/trial.h"
 #include "platform/qt/close_requests.h"
+#include "platform/qt/desktop_colors.h"
 #include "platform/qt/icons.h"
 #include "platform/qt/language.h"
 #include "platform/qt/message_loop.h"
@@ -112,6 +113,7 @@ int RunInWindow(int& argc, char** argv, const std::string& link) {
   QApplication::setApplicationName(QStringLiteral("OZRecordFunkhaus"));
   QApplication::setDesktopFileName(QStringLiteral("OZRecordFunkhaus"));
   const QApplication application(argc, argv);
+  const platform::qt::DesktopColors desktop_colors;
   const platform::qt::ToolkitTexts toolkit_texts(platform::qt::Language::kGerman);
   platform::qt::QtMessageLoop loop;
   Tool tool(loop);

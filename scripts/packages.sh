@@ -33,6 +33,7 @@ packages_build=(
 # To test it: servers, a sound card and a screen that need no hardware (openssl, for certificates, comes with
 # ca-certificates).
 packages_test=(
+    dbus-daemon
     ffmpeg
     icecast2
     imagemagick

@@ -1,0 +1,34 @@
+#pragma once
+// Follows the desktop's wish for dark or light colours where the toolkit does not know it by itself.
+// Not the colours of single widgets; those take everything from the application's palette.
+
+#include <QDBusConnection>
+#include <QObject>
+
+namespace platform::qt {
+
+/// Asks the desktop's settings service for "color-scheme" of "org.freedesktop.appearance", at once and
+/// whenever the program comes to the front, and never waits for the answer. Without such a service nothing
+/// happens. Source: XDG Desktop Portal, interface org.freedesktop.portal.Settings.
+class DesktopColors final : public QObject {
+ public:
+  explicit DesktopColors(QDBusConnection bus = SessionBus());
+  ~DesktopColors() override;
+
+  /// The session's bus, or a connection to nothing when the session has none.
+  static QDBusConnection SessionBus();
+
+  enum class Scheme { kNoPreference = 0, kDark = 1, kLight = 2 };
+
+  /// Gives the application a dark palette when dark is wanted and its palette is light, and takes that back
+  /// when dark is not wanted any more. A palette that came from elsewhere is left alone.
+  void Follow(Scheme scheme);
+
+ private:
+  void Ask();
+
+  QDBusConnection bus_;
+  bool own_palette_ = false;
+};
+
+}  // namespace platform::qt
