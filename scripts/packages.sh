@@ -12,6 +12,7 @@ packages_run=(
     gstreamer1.0-plugins-good
     libcurl4
     libicu72
+    libqt6dbus6
     libqt6widgets6
     qt6-translations-l10n
 )
@@ -64,4 +65,9 @@ packages_check=(
     clang-tidy
     libclang-rt-14-dev
     llvm
+)
+
+# To compare what playing costs, with bench/cost.
+packages_bench=(
+    gstreamer1.0-plugins-base-apps
 )
