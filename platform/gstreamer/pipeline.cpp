@@ -229,6 +229,8 @@ void Pipeline::OnNoMorePads() {
 void Pipeline::OnElementAdded(GstElement* element) {
   const std::string_view factory = FactoryName(element);
   if (factory == "icydemux") station_ = true;
+  // The decoder's own buffer is empty most of the time; it would report each byte that comes and goes.
+  if (factory == "queue2" && element != buffer_) g_object_set(element, "use-buffering", FALSE, nullptr);
   if (factory != "souphttpsrc") return;
   // Asking again for the rest of a live stream is of no use: the supervisor opens it anew.
   if (GST_OBJECT_PARENT(element) == GST_OBJECT(decoder_)) {
