@@ -185,7 +185,7 @@ void WholeJourney::AddsAStationAndSavesIt() {
 }
 
 void WholeJourney::ExportsEmptiesAndImportsTheList() {
-  const auto entry = [this](const controls::ListRow& row) {
+  const auto entry = [](const controls::ListRow& row) {
     return row.cells[catalogue::kName] + u" " + row.cells[catalogue::kLink];
   };
   const auto entries = [&] {
