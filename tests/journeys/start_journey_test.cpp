@@ -3,29 +3,17 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <memory>
+#include <vector>
 
-#include "app/window/main_window.h"
 #include "catalogue/station_row.h"
-#include "platform/icu/string_order.h"
-#include "platform/icu/text_conversion.h"
-#include "platform/posix/files.h"
-#include "platform/posix/native_paths.h"
-#include "platform/posix/private_profile.h"
-#include "platform/posix/record_files.h"
-#include "platform/values/portable_property_values.h"
-#include "tests/support/fakes.h"
-#include "tests/support/recording_media.h"
-#include "tests/support/scripted_internet.h"
-#include "tests/support/temp_folder.h"
+#include "player/mf_player.h"
+#include "tests/journeys/catalogue_journey.h"
 
 namespace app {
 namespace {
 
-using controls::CheckValue;
-
 /// A comment, an unknown key and odd spacing, none of which belongs to the program.
-constexpr char kStationFile[] =
+constexpr char kStations[] =
     "; meine Sender\r\n"
     "[Radio 10]\r\nStation=Radio 10\r\nLink=http://zehn.example/live\r\nGenre=Rock\r\nFavorit=1\r\nM3uNr=\r\n"
     "\r\n"
@@ -33,66 +21,25 @@ constexpr char kStationFile[] =
     "[K\xFCstenfunk S\xFC"
     "d]\r\nLink=\"http://kueste.example/live\"\r\nGenre=Pop & Hits\r\n";
 
-class StartJourney : public ::testing::Test {
+class StartJourney : public CatalogueJourney {
  protected:
   StartJourney() {
-    environment.variables[u"APPDATA"] = folder.TextPath("daten");
-    environment.program_folder = folder.TextPath("programm");
-    folder.Write("daten/Ordnerzentrale/Funkhaus.ini", kStationFile);
-    folder.Write("daten/Ordnerzentrale/Opt.ini", "[Pfad1]\r\nandere=1\r\n");
+    folder.Write(kStationFile, kStations);
+    folder.Write(kOptFile, "[Pfad1]\r\nandere=1\r\n");
     folder.Write(
-        "programm/RadioIco/K\xC3\xBCstenfunk S\xC3\xBC"
+        "program/RadioIco/K\xC3\xBCstenfunk S\xC3\xBC"
         "d.ICO",
         "ico");
-    folder.Write("programm/RadioIco/liesmich.txt", "");
-    message_loop.on_sleep = [this](std::uint32_t milliseconds) {
-      clock.seconds_since_midnight += milliseconds / 1000.0;
-    };
+    folder.Write("program/RadioIco/liesmich.txt", "");
     internet.answer.status = u"404";
   }
 
-  void Start() {
-    window.reset();
-    window = std::make_unique<MainWindow>(
-        Platform{profile, files, record_files, environment, conversion, string_order, icons, internet,
-                 requests, media, media, values, dialogs, shell, clipboard, system_messages, message_loop,
-                 clock},
-        [](catalogue::Form2&) {});
-    window->Load();
-  }
-  Form1& Form() { return window->Controls(); }
-  std::vector<Text> Names() {
-    std::vector<Text> names;
-    for (const controls::ListRow& row : Form().SymbolListview.Rows()) names.push_back(row.cells[0]);
-    return names;
-  }
-  std::string StationFile() { return folder.Read("daten/Ordnerzentrale/Funkhaus.ini"); }
-
-  test_support::TempFolder folder;
-  platform::icu::IcuTextConversion conversion;
-  platform::icu::IcuStringOrder string_order;
-  platform::posix::PosixNativePaths paths;
-  platform::posix::IniPrivateProfile profile{paths, conversion};
-  platform::posix::PosixFiles files{paths};
-  platform::posix::PosixRecordFiles record_files{paths};
-  platform::values::PortablePropertyValues values;
-  test_support::FakeEnvironment environment;
-  test_support::FakeIcons icons;
-  test_support::ScriptedInternet internet;
-  test_support::ScriptedXmlHttpRequests requests;
-  test_support::RecordingMedia media;
-  test_support::FakeDialogs dialogs;
-  test_support::FakeShell shell;
-  test_support::FakeClipboard clipboard;
-  test_support::FakeSystemMessages system_messages;
-  test_support::FakeMessageLoop message_loop;
-  test_support::FakeClock clock;
-  std::unique_ptr<MainWindow> window;
+  std::vector<Text> AllNames() { return Names(Form().SymbolListview); }
 };
 
 TEST_F(StartJourney, CatalogueIsShownInNaturalOrderWithUmlautsAndIcons) {
-  Start();
-  EXPECT_EQ(Names(), (std::vector<Text>{u"Küstenfunk Süd", u"Radio 2", u"Radio 10"}));
+  Restart();
+  EXPECT_EQ(AllNames(), (std::vector<Text>{u"Küstenfunk Süd", u"Radio 2", u"Radio 10"}));
   const controls::ListRow& coast = Form().SymbolListview.Rows()[0];
   EXPECT_EQ(coast.icon, 0);
   EXPECT_EQ(coast.cells[catalogue::kLink], u"http://kueste.example/live");
@@ -101,7 +48,7 @@ TEST_F(StartJourney, CatalogueIsShownInNaturalOrderWithUmlautsAndIcons) {
 }
 
 TEST_F(StartJourney, LookingAroundChangesNoByteOfTheStationFile) {
-  Start();
+  Restart();
   for (const controls::ListRow& row : std::vector<controls::ListRow>(Form().SymbolListview.Rows())) {
     Form().SymbolListview.Select(row.id);
   }
@@ -110,11 +57,11 @@ TEST_F(StartJourney, LookingAroundChangesNoByteOfTheStationFile) {
   Form().Check1.Click();
   Form().Check1.Click();
   Form().form.Close();
-  EXPECT_EQ(StationFile(), kStationFile);
+  EXPECT_EQ(Stations(), kStations);
 }
 
 TEST_F(StartJourney, StationIsSelectedStartedHeardAndStopped) {
-  Start();
+  Restart();
   Form().SymbolListview.Select(Form().SymbolListview.RowAt(1));
   EXPECT_EQ(Form().TextBox1[1].GetText(), u"http://zwei.example/live");
   Form().Command1.Click();
@@ -134,21 +81,21 @@ TEST_F(StartJourney, StationIsSelectedStartedHeardAndStopped) {
 }
 
 TEST_F(StartJourney, FavouriteMarkTouchesItsLineOnly) {
-  Start();
+  Restart();
   Form().SymbolListview.Select(Form().SymbolListview.RowAt(2));
   Form().Check2.Click();
-  std::string expected = kStationFile;
+  std::string expected = kStations;
   expected.replace(expected.find("Favorit=1"), 9, "Favorit=");
-  EXPECT_EQ(StationFile(), expected);
+  EXPECT_EQ(Stations(), expected);
 }
 
 TEST_F(StartJourney, ViewIsRememberedFromOneStartToTheNext) {
-  Start();
+  Restart();
   Form().Check3.Click();
   Form().form.Close();
-  EXPECT_EQ(folder.Read("daten/Ordnerzentrale/Opt.ini"),
+  EXPECT_EQ(folder.Read(kOptFile),
             "[Pfad1]\r\nandere=1\r\n[Pfad3]\r\nFunkhausFavorit=1\r\n");
-  Start();
+  Restart();
   EXPECT_TRUE(Form().Check3.Checked());
   EXPECT_EQ(Form().Frame2.Caption(), u"Favoriten");
   EXPECT_EQ(Form().ExplorerListFilter.Count(), 1U);
@@ -158,10 +105,9 @@ TEST_F(StartJourney, ViewIsRememberedFromOneStartToTheNext) {
 TEST_F(StartJourney, UsersMovedFolderHoldsBothFiles) {
   const std::string moved = (folder.Path() / "umgezogen").string() + "/";
   folder.Write("umgezogen/Funkhaus.ini", "[Dort]\r\nLink=http://dort/\r\n");
-  folder.Write("daten/Ordnerzentrale/Opt.ini",
-               "[Pfad3]\r\nIsUserIniChange=1\r\nUserIniPfad=" + moved + "\r\n");
-  Start();
-  EXPECT_EQ(Names(), std::vector<Text>{u"Dort"});
+  folder.Write(kOptFile, "[Pfad3]\r\nIsUserIniChange=1\r\nUserIniPfad=" + moved + "\r\n");
+  Restart();
+  EXPECT_EQ(AllNames(), std::vector<Text>{u"Dort"});
   Form().form.Close();
   EXPECT_EQ(folder.Read("umgezogen/Opt.ini"), "[Pfad3]\r\nFunkhausFavorit=0\r\n");
 }
@@ -169,7 +115,7 @@ TEST_F(StartJourney, UsersMovedFolderHoldsBothFiles) {
 TEST_F(StartJourney, FirstStartOnAnEmptyMachineMakesTheFolder) {
   environment.variables[u"APPDATA"] = folder.TextPath("leer");
   std::filesystem::create_directory(folder.Path() / "leer");
-  Start();
+  Restart();
   EXPECT_TRUE(std::filesystem::is_directory(folder.Path() / "leer/Ordnerzentrale"));
   EXPECT_EQ(Form().SymbolListview.Count(), 0U);
   EXPECT_TRUE(dialogs.boxes.empty());
@@ -178,10 +124,10 @@ TEST_F(StartJourney, FirstStartOnAnEmptyMachineMakesTheFolder) {
 TEST_F(StartJourney, BinaryStationFileDoesNoHarm) {
   std::string bytes;
   for (int index = 0; index < 70000; ++index) bytes.push_back(static_cast<char>(index * 7 % 256));
-  folder.Write("daten/Ordnerzentrale/Funkhaus.ini", bytes);
-  Start();
+  folder.Write(kStationFile, bytes);
+  Restart();
   Form().form.Close();
-  EXPECT_EQ(StationFile(), bytes);
+  EXPECT_EQ(Stations(), bytes);
 }
 
 }  // namespace
