@@ -58,8 +58,10 @@ packages_demo=(
     xvfb
 )
 
-# For the checks round the tests: the second compiler, its run-time library for fuzzing, the formatter, the linter.
+# For the checks round the tests: the second compiler, its run-time library for fuzzing, the formatter, the linter;
+# and a cache, for two stages compile the same files.
 packages_check=(
+    ccache
     clang
     clang-format
     clang-tidy
