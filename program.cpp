@@ -1,6 +1,8 @@
 #include "program.h"
 
 #include <QApplication>
+#include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 #include "app/window/main_window.h"
@@ -31,6 +33,12 @@
 
 namespace {
 
+/// Without a display the toolkit says so and would then abort the process.
+void LeaveOnFatalMessage(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
+  std::fprintf(stderr, "%s\n", qPrintable(message));
+  if (type == QtFatalMsg) std::_Exit(EXIT_FAILURE);
+}
+
 std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv) {
   QApplication::setApplicationName(QStringLiteral("funkhausplayer"));
   QApplication::setApplicationDisplayName(QStringLiteral("Funkhausplayer"));
@@ -38,7 +46,10 @@ std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv) {
   // The window's pictures are small bars, many times a second. By shared memory each would cost the X
   // server's answer and two wake-ups; sent along they cost less. Does nothing on other displays.
   if (!qEnvironmentVariableIsSet("QT_XCB_NO_MITSHM")) qputenv("QT_XCB_NO_MITSHM", "1");
-  return std::make_unique<QApplication>(argc, argv);
+  const QtMessageHandler usual = qInstallMessageHandler(LeaveOnFatalMessage);
+  auto application = std::make_unique<QApplication>(argc, argv);
+  qInstallMessageHandler(usual);
+  return application;
 }
 
 }  // namespace
