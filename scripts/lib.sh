@@ -41,13 +41,14 @@ use_ccache() {
     export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_NOHASHDIR=1 CCACHE_BASEDIR="$root"
 }
 
-# build PRESET [TARGET...]: configures quietly and builds.
+# build PRESET [TARGET...]: configures quietly and builds. FUNKHAUS_CMAKE_OPTIONS may hold further words for cmake.
 build() {
-    local preset=$1 target targets=()
+    local preset=$1 target targets=() options=()
     shift
+    read -ra options <<<"${FUNKHAUS_CMAKE_OPTIONS:-}"
     for target in "$@"; do targets+=(--target "$target"); done
     use_ccache
-    (cd "$root" && cmake --preset "$preset" >/dev/null && cmake --build --preset "$preset" "${targets[@]}")
+    (cd "$root" && cmake --preset "$preset" "${options[@]}" >/dev/null && cmake --build --preset "$preset" "${targets[@]}")
 }
 
 # source_files: the C++ files of the project, each ended with a NUL.
