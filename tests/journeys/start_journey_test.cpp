@@ -93,8 +93,7 @@ TEST_F(StartJourney, ViewIsRememberedFromOneStartToTheNext) {
   Restart();
   Form().Check3.Click();
   Form().form.Close();
-  EXPECT_EQ(folder.Read(kOptFile),
-            "[Pfad1]\r\nandere=1\r\n[Pfad3]\r\nFunkhausFavorit=1\r\n");
+  EXPECT_EQ(folder.Read(kOptFile), "[Pfad1]\r\nandere=1\r\n[Pfad3]\r\nFunkhausFavorit=1\r\n");
   Restart();
   EXPECT_TRUE(Form().Check3.Checked());
   EXPECT_EQ(Form().Frame2.Caption(), u"Favoriten");
