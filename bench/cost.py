@@ -3,8 +3,8 @@
 
 Usage: cost.py BUILD_FOLDER OUTPUT_FOLDER [--seconds N] [--threads]
 
-Both play a stream of 128 kbit/s MP3 at the same time, so the machine's load is the same for both; the program has
-its window open on a virtual screen and its bars move. A second measurement follows with the window hidden. The
+Both play a stream of 128 kbit/s MP3 at the same time, so the machine's load is the same for both, but on a sound
+card each; the program has its window open on a virtual screen and its bars move. A second measurement follows with the window hidden. The
 exit code says whether the program kept within its limits.
 """
 import argparse
@@ -14,7 +14,7 @@ import tempfile
 import time
 
 from playing import AUDIBLE, Meter, Stage, memory_megabytes
-from desktop import Children, Failure, wait_for
+from desktop import Children, Failure
 
 MOST_RATIO = 1.5
 MOST_MEGABYTES = 120
@@ -30,7 +30,6 @@ def run(arguments, children, scratch):
     stage = Stage(children, arguments.build, scratch, arguments.output)
     program = stage.start_program()
     reference = stage.start_reference()
-    wait_for("two listeners", lambda: reference.poll() is None and stage.sink.loudness() > AUDIBLE, 20)
     time.sleep(5)  # what a player does once, at its start, is not what it costs
     (own, other), by_thread = measure(program, reference, arguments.seconds)
     memory, other_memory = memory_megabytes(program.pid), memory_megabytes(reference.pid)
@@ -39,8 +38,8 @@ def run(arguments, children, scratch):
     for process, name in ((program, "the program"), (reference, "gst-play-1.0")):
         if process.poll() is not None:
             raise Failure(f"{name} ended with {process.returncode}")
-    if stage.sink.loudness() < AUDIBLE:
-        raise Failure("the stream fell silent")
+    if min(stage.sink.loudness(), stage.reference_sink.loudness()) < AUDIBLE:
+        raise Failure("a stream fell silent")
     print(f"{arguments.seconds:.0f} s of 128 kbit/s MP3     processor      memory")
     print(f"the program, window open    {own:8.2f} s  {memory:8.1f} MB")
     print(f"gst-play-1.0                {other:8.2f} s  {other_memory:8.1f} MB")

@@ -87,9 +87,13 @@ class Stage:
         return process
 
     def start_reference(self):
-        """gst-play-1.0, playing the same address."""
-        return self.children.start("reference", ["gst-play-1.0", "--no-interactive", "--quiet", self.address],
-                                   env=self.environment)
+        """gst-play-1.0, playing the same address on a sound card of its own: two listeners at one card change how
+        often it wakes each of them."""
+        self.reference_sink = NullSink(self.children, self.scratch / "reference")
+        process = self.children.start("reference", ["gst-play-1.0", "--no-interactive", "--quiet", self.address],
+                                      env={**self.environment, **self.reference_sink.environment})
+        wait_for("the reference's sound", lambda: self.reference_sink.loudness() > AUDIBLE, 60, pause=0)
+        return process
 
     def hide(self, process):
         """Takes the window off the screen, as a window manager does when it is minimised."""

@@ -10,10 +10,11 @@
 namespace platform::qt {
 namespace {
 
-/// Levels come every 20 ms; an eye needs half as many pictures, and a picture costs more than a level.
-constexpr int kShortestRest = 30;
-/// Later than two levels, so the timer only has its turn when no further level comes.
-constexpr int kLongestRest = 60;
+/// Levels come every 20 ms; an eye is content with a third as many pictures, and a picture costs more than a
+/// level.
+constexpr int kShortestRest = 50;
+/// Later than three levels, so the timer only has its turn when no further level comes.
+constexpr int kLongestRest = 80;
 constexpr double kLoud = 0.7;
 constexpr double kVeryLoud = 0.9;
 constexpr QRgb kQuietColor = 0xff2fa84f;

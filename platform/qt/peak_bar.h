@@ -12,7 +12,7 @@ class PeakBar final : public QWidget {
  public:
   explicit PeakBar(QWidget* parent);
 
-  /// Paints only when the level's height in pixels changes, only the part that changes, and thirty times a
+  /// Paints only when the level's height in pixels changes, only the part that changes, and twenty times a
   /// second at most.
   void SetLevel(double level);
   [[nodiscard]] double Level() const { return level_; }
