@@ -10,17 +10,16 @@ exit code says whether the program kept within its limits.
 import argparse
 import pathlib
 import sys
-import tempfile
 import time
 
-from playing import AUDIBLE, Meter, Stage, memory_megabytes
-from desktop import Children, Failure
+from playing import AUDIBLE, Meter, Stage, measure, memory_megabytes
+from desktop import Failure
 
 MOST_RATIO = 1.5
 MOST_MEGABYTES = 120
 
 
-def measure(program, reference, seconds):
+def compare(program, reference, seconds):
     meters = [Meter(process) for process in (program, reference)]
     time.sleep(seconds)
     return [meter.seconds() for meter in meters], meters[0].by_thread()
@@ -31,10 +30,10 @@ def run(arguments, children, scratch):
     program = stage.start_program()
     reference = stage.start_reference()
     time.sleep(5)  # what a player does once, at its start, is not what it costs
-    (own, other), by_thread = measure(program, reference, arguments.seconds)
+    (own, other), by_thread = compare(program, reference, arguments.seconds)
     memory, other_memory = memory_megabytes(program.pid), memory_megabytes(reference.pid)
     stage.hide(program)
-    (hidden, other_meanwhile), hidden_by_thread = measure(program, reference, arguments.seconds)
+    (hidden, other_meanwhile), hidden_by_thread = compare(program, reference, arguments.seconds)
     for process, name in ((program, "the program"), (reference, "gst-play-1.0")):
         if process.poll() is not None:
             raise Failure(f"{name} ended with {process.returncode}")
@@ -60,16 +59,7 @@ def main():
     parser.add_argument("--seconds", type=float, default=30)
     parser.add_argument("--threads", action="store_true", help="also the time of each thread of the program")
     arguments = parser.parse_args()
-    arguments.output.mkdir(parents=True, exist_ok=True)
-    children = Children(arguments.output)
-    with tempfile.TemporaryDirectory(prefix="funkhaus-bench-") as scratch:
-        try:
-            return run(arguments, children, pathlib.Path(scratch))
-        except Failure as failure:
-            print(f"Not measured: {failure}", file=sys.stderr)
-            return 2
-        finally:
-            children.end()
+    return measure(run, arguments)
 
 
 if __name__ == "__main__":

@@ -2,14 +2,16 @@
 processor time and memory of a process. Not a test; it judges nothing."""
 import os
 import pathlib
+import signal
 import subprocess
 import sys
+import tempfile
 import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "demo"))
 from demo import Station, write_catalogue  # noqa: E402
-from desktop import Hands, NullSink, start_screen, visible_windows, wait_for  # noqa: E402
+from desktop import Children, Failure, Hands, NullSink, start_screen, visible_windows, wait_for  # noqa: E402
 from report import Report  # noqa: E402
 
 NAME = "Radio Messung"
@@ -100,6 +102,22 @@ class Stage:
         for window in visible_windows(self.display, process.pid):
             subprocess.run(["xdotool", "windowunmap", "--sync", str(window)], check=True,
                            env={**os.environ, "DISPLAY": self.display})
+
+
+def measure(run, arguments):
+    """What `run(arguments, children, scratch)` gives as exit code, 2 when it could not measure."""
+    arguments.output.mkdir(parents=True, exist_ok=True)
+    # So what was started is ended also when the measurement itself is told to end.
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+    children = Children(arguments.output)
+    with tempfile.TemporaryDirectory(prefix="funkhaus-bench-") as scratch:
+        try:
+            return run(arguments, children, pathlib.Path(scratch))
+        except Failure as failure:
+            print(f"Not measured: {failure}", file=sys.stderr)
+            return 2
+        finally:
+            children.end()
 
 
 class Meter:

@@ -10,11 +10,10 @@ whether it was flat and the station was heard at every look.
 import argparse
 import pathlib
 import sys
-import tempfile
 import time
 
-from playing import AUDIBLE, Meter, Stage, memory_megabytes
-from desktop import Children, Failure
+from playing import AUDIBLE, Meter, Stage, measure, memory_megabytes
+from desktop import Failure
 
 MOST_GROWTH = 1.0  # MB
 STEP = 5.0         # seconds between samples
@@ -69,16 +68,7 @@ def main():
     arguments = parser.parse_args()
     if arguments.minutes < 2:
         parser.error("less than two minutes tell nothing")
-    arguments.output.mkdir(parents=True, exist_ok=True)
-    children = Children(arguments.output)
-    with tempfile.TemporaryDirectory(prefix="funkhaus-bench-") as scratch:
-        try:
-            return run(arguments, children, pathlib.Path(scratch))
-        except Failure as failure:
-            print(f"Not measured: {failure}", file=sys.stderr)
-            return 2
-        finally:
-            children.end()
+    return measure(run, arguments)
 
 
 if __name__ == "__main__":

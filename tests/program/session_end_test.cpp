@@ -40,6 +40,21 @@ class SessionEndProgramTest : public ::testing::Test {
     });
     poll.start(5);
   }
+  /// A new station is made, and the offer to save it declined; then the session ends. How many boxes asked.
+  int RunUntil(const std::function<void()>& end_of_session) {
+    QTimer poll;
+    int boxes = 0;
+    Watch(poll, [&](QWidget& dialog) {
+      auto* box = qobject_cast<QMessageBox*>(&dialog);
+      if (box == nullptr) return AcceptNewStation(dialog);
+      ++boxes;
+      box->button(QMessageBox::No)->click();
+      QTimer::singleShot(0, end_of_session);
+    });
+    QTimer::singleShot(0, [this] { program_->Logic().Controls().CommandButton2.Click(); });
+    EXPECT_EQ(program_->Run(), 0);
+    return boxes;
+  }
   static void AcceptNewStation(QWidget& dialog) {
     dialog.findChild<QLineEdit*>(QStringLiteral("TextBox1_0"))->setText(QStringLiteral("Grüner Hügel"));
     dialog.findChild<QLineEdit*>(QStringLiteral("TextBox1_1"))->setText(QStringLiteral("http://127.0.0.1/x"));
@@ -61,36 +76,14 @@ class SessionEndProgramTest : public ::testing::Test {
 };
 
 TEST_F(SessionEndProgramTest, SignalWithAnUnsavedRowSavesItAndEndsTheProgram) {
-  QTimer poll;
-  int boxes = 0;
-  Watch(poll, [&](QWidget& dialog) {
-    auto* box = qobject_cast<QMessageBox*>(&dialog);
-    if (box == nullptr) return AcceptNewStation(dialog);
-    ++boxes;
-    // After the dialog the program offers to save; the answer is No, and the session ends later.
-    box->button(QMessageBox::No)->click();
-    QTimer::singleShot(0, [] { std::raise(SIGTERM); });
-  });
-  QTimer::singleShot(0, [this] { program_->Logic().Controls().CommandButton2.Click(); });
-  EXPECT_EQ(program_->Run(), 0);
-  EXPECT_EQ(boxes, 1) << "nobody is asked when the session ends";
+  EXPECT_EQ(RunUntil([] { std::raise(SIGTERM); }), 1) << "nobody is asked when the session ends";
   EXPECT_EQ(folder_.Read("Ordnerzentrale/Funkhaus.ini"), std::string(kStations) + kNewStation);
   EXPECT_EQ(folder_.Read("Ordnerzentrale/Opt.ini"), "[Pfad3]\r\nFunkhausFavorit=0\r\n");
 }
 
 TEST_F(SessionEndProgramTest, LogOutThatAllowsNoQuestionSavesAnUnsavedRowAndEndsTheProgram) {
-  QTimer poll;
-  int boxes = 0;
-  Watch(poll, [&](QWidget& dialog) {
-    auto* box = qobject_cast<QMessageBox*>(&dialog);
-    if (box == nullptr) return AcceptNewStation(dialog);
-    ++boxes;
-    box->button(QMessageBox::No)->click();
-    QTimer::singleShot(0, [] { Q_EMIT qApp->commitDataRequest(*qApp->findChild<QSessionManager*>()); });
-  });
-  QTimer::singleShot(0, [this] { program_->Logic().Controls().CommandButton2.Click(); });
-  EXPECT_EQ(program_->Run(), 0);
-  EXPECT_EQ(boxes, 1) << "nobody is asked when the session ends";
+  EXPECT_EQ(RunUntil([] { Q_EMIT qApp->commitDataRequest(*qApp->findChild<QSessionManager*>()); }), 1)
+      << "nobody is asked when the session ends";
   EXPECT_EQ(folder_.Read("Ordnerzentrale/Funkhaus.ini"), std::string(kStations) + kNewStation);
 }
 
