@@ -110,17 +110,22 @@ TEST_F(LiveTest, AResetIsBridgedByWhatIsBuffered) {
   const std::string sound = ReadBytes(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 12}));
   MediaHttpServer server;
   std::atomic<int> listeners{0};
+  std::atomic<bool> is_heard{false};
   server.On("/live", [&](MediaHttpServer::Connection& connection) {
     // The HTTP source asks a broken answer's server for the rest first; a station has none to give.
     if (connection.Request().find("\r\nRange:") != std::string::npos) return;
     const bool first = ++listeners == 1;
     if (!connection.Send(LiveHead("audio/mpeg") + sound.substr(0, kBurst))) return;
-    connection.SendAtRate(sound.substr(kBurst, first ? kBytesPerSecond / 2 : std::string::npos),
-                          kBytesPerSecond);
+    // A reset takes with it what is not read yet, so the first one waits until the stream is opened.
+    constexpr std::size_t kPiece = kBytesPerSecond / 10;
+    for (std::size_t sent = kBurst; sent < sound.size() && !(first && is_heard); sent += kPiece) {
+      if (!connection.SendAtRate(sound.substr(sent, kPiece), kBytesPerSecond)) return;
+    }
     connection.ResetAtEnd();
   });
   ASSERT_TRUE(OpenAndHear(server.Url("/live")));
   const auto heard = Clock::now();
+  is_heard = true;
   ASSERT_TRUE(WaitUntil([&] { return listeners == 2; }, 3s)) << "reopened at once";
   EXPECT_EQ(driver.State(), 1);
   ASSERT_TRUE(WaitUntil([&] { return driver.Seconds() > 5.5; }, 8s));
