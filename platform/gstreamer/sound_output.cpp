@@ -7,9 +7,9 @@
 namespace platform::gstreamer {
 namespace {
 
-/// How much the device asks for at a time: half of its buffer. GStreamer's own 10 ms would wake two
+/// How much the device asks for at a time: a quarter of its buffer. GStreamer's own 10 ms would wake two
 /// threads a hundred times a second.
-constexpr std::int64_t kDeviceRequestMicroseconds = kDeviceBufferMicroseconds / 2;
+constexpr std::int64_t kDeviceRequestMicroseconds = kDeviceBufferMicroseconds / 4;
 
 void SetIfPresent(GstElement* element, const char* property, const std::string& value) {
   GObjectClass* type = G_OBJECT_GET_CLASS(element);
