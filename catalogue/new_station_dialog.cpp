@@ -1,8 +1,8 @@
 #include "catalogue/new_station_dialog.h"
 
 #include "app/genre_list.h"
+#include "app/station_row.h"
 #include "app/text_helpers.h"
-#include "catalogue/station_row.h"
 
 namespace catalogue {
 
@@ -54,9 +54,9 @@ void NewStationDialog::CommandButton1_Click() {
   }
   form_.CommandButton1.SetEnabled(false);
   ListRow row;
-  row.cells[kName] = form_.TextBox1[0].GetText();
-  row.cells[kGenre] = form_.Combo1.GetText();
-  row.cells[kLink] = form_.TextBox1[1].GetText();
+  row.cells[app::kNameCell] = form_.TextBox1[0].GetText();
+  row.cells[app::kGenreCell] = form_.Combo1.GetText();
+  row.cells[app::kLinkCell] = form_.TextBox1[1].GetText();
   SymbolListview.AddRow(std::move(row));
   settings_.CatalogueChanged = true;
   form_.CommandButton1.SetEnabled(true);

@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "app/numbers.h"
+#include "app/station_row.h"
 #include "app/text_utilities.h"
-#include "catalogue/station_row.h"
 #include "controls/picture_place.h"
 #include "playlist/local_playlist.h"
 
@@ -38,8 +38,8 @@ void StationDetails::ShowStationDetails() {
 
   FillFields(list, row);
   const controls::ListRow worked_out = list.Rows()[*list.IndexOf(row)];
-  const Text& name = worked_out.cells[kName];
-  const Text& link = worked_out.cells[kLink];
+  const Text& name = worked_out.cells[app::kNameCell];
+  const Text& link = worked_out.cells[app::kLinkCell];
   state_.current_station_name = name;
   // Until a playlist says otherwise; a Start that comes meanwhile works it out again.
   state_.current_stream_address = link;
@@ -62,18 +62,19 @@ void StationDetails::ShowStationDetails() {
 bool StationDetails::StillSelected(const controls::ListRow& worked_out) const {
   const ListView& list = parts_.lists.Active();
   if (list.SelectedRow() != worked_out.id) return false;
-  return std::ranges::all_of(std::array{kName, kLink, kM3uNumber}, [&](std::size_t cell) {
-    return list.Cell(worked_out.id, cell) == worked_out.cells[cell];
-  });
+  return std::ranges::all_of(
+      std::array{app::kNameCell, app::kLinkCell, app::kM3uNumberCell},
+      [&](std::size_t cell) { return list.Cell(worked_out.id, cell) == worked_out.cells[cell]; });
 }
 
 void StationDetails::FillFields(const ListView& list, RowId row) {
   state_.filling_fields = true;
-  parts_.TextBox1[0].SetText(list.Cell(row, kName));
-  parts_.TextBox1[1].SetText(list.Cell(row, kLink));
-  parts_.Combo1.SetText(list.Cell(row, kGenre));
-  parts_.Check2.SetValue(list.Cell(row, kFavourite) == u"1" ? CheckValue::kChecked : CheckValue::kUnchecked);
-  parts_.UpDownTextBox1.SetText(list.Cell(row, kM3uNumber));
+  parts_.TextBox1[0].SetText(list.Cell(row, app::kNameCell));
+  parts_.TextBox1[1].SetText(list.Cell(row, app::kLinkCell));
+  parts_.Combo1.SetText(list.Cell(row, app::kGenreCell));
+  parts_.Check2.SetValue(list.Cell(row, app::kFavouriteCell) == u"1" ? CheckValue::kChecked
+                                                                     : CheckValue::kUnchecked);
+  parts_.UpDownTextBox1.SetText(list.Cell(row, app::kM3uNumberCell));
   state_.filling_fields = false;
 }
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "app/numbers.h"
-#include "catalogue/station_row.h"
+#include "app/station_row.h"
 
 namespace catalogue {
 
@@ -45,15 +45,15 @@ StationEditor::StationEditor(Parts parts, StationStore& store, const StationIcon
 void StationEditor::Command8_Click(std::size_t Index) {
   switch (Index) {
     case 0:
-      return TakeOverField(kM3uNumber, u"M3uNr", parts_.UpDownTextBox1.GetText());
+      return TakeOverField(app::kM3uNumberCell, u"M3uNr", parts_.UpDownTextBox1.GetText());
     case 1:
       return TakeOverAll();
     case 2:
-      return TakeOverField(kLink, u"Link", parts_.TextBox1[1].GetText());
+      return TakeOverField(app::kLinkCell, u"Link", parts_.TextBox1[1].GetText());
     case 3:
       return DeleteEntry();
     case 4:
-      return TakeOverField(kGenre, u"Genre", parts_.Combo1.GetText());
+      return TakeOverField(app::kGenreCell, u"Genre", parts_.Combo1.GetText());
     case 5:
       return actions_.launch_recorder();
     default:
@@ -69,9 +69,9 @@ void StationEditor::TakeOverField(std::size_t cell, const Text& key, const Text&
     return;
   }
   // The genre has no part in the details; a link or number that stays the same changes none of them.
-  const bool changes_details = cell != kGenre && list.Cell(row, cell) != value;
+  const bool changes_details = cell != app::kGenreCell && list.Cell(row, cell) != value;
   list.SetCell(row, cell, value);
-  const bool written = WriteKey(list.Cell(row, kName), key, value);
+  const bool written = WriteKey(list.Cell(row, app::kNameCell), key, value);
   if (written && &list == &parts_.lists.full) store_.Origins().MarkKeyWritten(row);
   if (changes_details) state_.reselect = true;
 }
@@ -96,10 +96,10 @@ void StationEditor::AddEntry() {
   const Text name = parts_.TextBox1[0].GetText();
   ListRow row;
   row.icon = icons_.IconOf(name);
-  row.cells[kName] = name;
-  row.cells[kGenre] = parts_.Combo1.GetText();
-  row.cells[kLink] = parts_.TextBox1[1].GetText();
-  row.cells[kFavourite] = FavouriteMark();
+  row.cells[app::kNameCell] = name;
+  row.cells[app::kGenreCell] = parts_.Combo1.GetText();
+  row.cells[app::kLinkCell] = parts_.TextBox1[1].GetText();
+  row.cells[app::kFavouriteCell] = FavouriteMark();
   const Text number = parts_.UpDownTextBox1.GetText();
 
   platform::WriteGroup group(profile_);
@@ -112,15 +112,15 @@ void StationEditor::AddEntry() {
 void StationEditor::UpdateEntry(ListView& list, RowId row) {
   const Text name = parts_.TextBox1[0].GetText();
   const Text number = parts_.UpDownTextBox1.GetText();
-  const bool changes_details =
-      list.Cell(row, kName) != name || list.Cell(row, kLink) != parts_.TextBox1[1].GetText();
+  const bool changes_details = list.Cell(row, app::kNameCell) != name ||
+                               list.Cell(row, app::kLinkCell) != parts_.TextBox1[1].GetText();
 
   platform::WriteGroup group(profile_);
-  ini_.DeleteStationSection(list.Cell(row, kName));
-  list.SetCell(row, kName, name);
-  list.SetCell(row, kGenre, parts_.Combo1.GetText());
-  list.SetCell(row, kLink, parts_.TextBox1[1].GetText());
-  list.SetCell(row, kFavourite, FavouriteMark());
+  ini_.DeleteStationSection(list.Cell(row, app::kNameCell));
+  list.SetCell(row, app::kNameCell, name);
+  list.SetCell(row, app::kGenreCell, parts_.Combo1.GetText());
+  list.SetCell(row, app::kLinkCell, parts_.TextBox1[1].GetText());
+  list.SetCell(row, app::kFavouriteCell, FavouriteMark());
   WriteCommonKeys(name);
   if (NamesAnEntry(number)) WriteKey(name, u"M3uNr", number);
   if (group.End()) MarkSaved(list, row);
@@ -131,7 +131,7 @@ void StationEditor::DeleteEntry() {
   ListView& list = parts_.lists.Active();
   const RowId row = list.SelectedRow();
   if (row == RowId::kNone) return;
-  ini_.DeleteStationSection(list.Cell(row, kName));
+  ini_.DeleteStationSection(list.Cell(row, app::kNameCell));
   list.RemoveRow(row);
 }
 
@@ -148,11 +148,12 @@ void StationEditor::CommandButton1_Click() {
 void StationEditor::WriteFullList() {
   platform::WriteGroup group(profile_);
   for (const ListRow& row : parts_.lists.full.Rows()) {
-    const Text& name = row.cells[kName];
-    WriteKey(name, u"Genre", row.cells[kGenre]);
-    WriteKey(name, u"Link", row.cells[kLink]);
-    WriteKey(name, u"Favorit", row.cells[kFavourite]);
-    WriteKey(name, u"M3uNr", NamesAnEntry(row.cells[kM3uNumber]) ? row.cells[kM3uNumber] : Text());
+    const Text& name = row.cells[app::kNameCell];
+    WriteKey(name, u"Genre", row.cells[app::kGenreCell]);
+    WriteKey(name, u"Link", row.cells[app::kLinkCell]);
+    WriteKey(name, u"Favorit", row.cells[app::kFavouriteCell]);
+    WriteKey(name, u"M3uNr",
+             NamesAnEntry(row.cells[app::kM3uNumberCell]) ? row.cells[app::kM3uNumberCell] : Text());
   }
   if (!group.End()) return;
   for (const ListRow& row : parts_.lists.full.Rows()) store_.Origins().MarkSaved(row.id);

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "app/numbers.h"
+#include "app/station_row.h"
 #include "catalogue/sort_dates.h"
-#include "catalogue/station_row.h"
 
 namespace catalogue {
 
@@ -54,7 +54,7 @@ void StationLists::SaveListindex() {
   const auto index = lists_.full.IndexOf(row);
   if (!index) return;
   saved_list_index_ = *index + 1;
-  saved_name_ = lists_.full.Cell(row, kName);
+  saved_name_ = lists_.full.Cell(row, app::kNameCell);
 }
 
 void StationLists::RestoreListindex() {
@@ -67,11 +67,11 @@ void StationLists::RestoreListindex() {
 
 controls::RowId StationLists::RememberedRow() const {
   const controls::RowId row = lists_.full.RowAt(saved_list_index_ - 1);
-  if (lists_.full.Cell(row, kName) == saved_name_) return row;
+  if (lists_.full.Cell(row, app::kNameCell) == saved_name_) return row;
   // A filter view may have deleted or renamed rows before it, and a reload may have moved it.
   const auto& rows = lists_.full.Rows();
   const auto same = std::find_if(rows.begin(), rows.end(), [this](const ListRow& candidate) {
-    return candidate.cells[kName] == saved_name_;
+    return candidate.cells[app::kNameCell] == saved_name_;
   });
   return same == rows.end() ? row : same->id;
 }
@@ -82,7 +82,7 @@ void StationLists::HeaderClicked(ListView& list, int column) {
 }
 
 void StationLists::SortAgain(ListView& list) {
-  const int column = list.SortColumn() < 0 ? static_cast<int>(kName) : list.SortColumn();
+  const int column = list.SortColumn() < 0 ? static_cast<int>(app::kNameCell) : list.SortColumn();
   Sort(list, column, list.GetSortDirection());
 }
 
@@ -96,8 +96,8 @@ void StationLists::Sort(ListView& list, int column, SortDirection direction) {
 
 int StationLists::CompareForDisplay(const ListView& list, const ListRow& first, const ListRow& second,
                                     std::size_t column, SortDirection direction) const {
-  const bool first_is_parent = first.cells[kName] == kParentRow;
-  const bool second_is_parent = second.cells[kName] == kParentRow;
+  const bool first_is_parent = first.cells[app::kNameCell] == kParentRow;
+  const bool second_is_parent = second.cells[app::kNameCell] == kParentRow;
   if (first_is_parent || second_is_parent) {
     return static_cast<int>(second_is_parent) - static_cast<int>(first_is_parent);
   }

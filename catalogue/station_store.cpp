@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "catalogue/station_row.h"
+#include "app/station_row.h"
 
 namespace catalogue {
 
@@ -15,8 +15,10 @@ using platform::Text;
 namespace {
 
 /// Which key of a station's section fills which cell of its row.
-constexpr std::pair<StationCell, const char16_t*> kCellKeys[] = {
-    {kGenre, u"Genre"}, {kLink, u"Link"}, {kFavourite, u"Favorit"}, {kM3uNumber, u"M3uNr"}};
+constexpr std::pair<app::StationCell, const char16_t*> kCellKeys[] = {{app::kGenreCell, u"Genre"},
+                                                                      {app::kLinkCell, u"Link"},
+                                                                      {app::kFavouriteCell, u"Favorit"},
+                                                                      {app::kM3uNumberCell, u"M3uNr"}};
 
 }  // namespace
 
@@ -51,12 +53,12 @@ void StationStore::FillFullList(std::vector<ListRow> loaded) {
     if (origin == RowOrigin::kSaved) continue;
     if (origin == RowOrigin::kPartlySaved) {
       if (!TakeWrittenKeys(row)) continue;
-      kept_names.insert(ports_.conversion.CharLowerW(row.cells[kName]));
+      kept_names.insert(ports_.conversion.CharLowerW(row.cells[app::kNameCell]));
     }
     kept.emplace_back(std::move(row), origin);
   }
   std::erase_if(loaded, [&](const ListRow& row) {
-    return kept_names.contains(ports_.conversion.CharLowerW(row.cells[kName]));
+    return kept_names.contains(ports_.conversion.CharLowerW(row.cells[app::kNameCell]));
   });
 
   lists_.full.Clear();
@@ -75,7 +77,7 @@ bool StationStore::TakeWrittenKeys(ListRow& row) const {
   const Text absent = u"\n";
   bool in_file = false;
   for (const auto& [cell, key] : kCellKeys) {
-    const Text value = ini_.ReadIni(row.cells[kName], key, absent, settings_.StationFileName);
+    const Text value = ini_.ReadIni(row.cells[app::kNameCell], key, absent, settings_.StationFileName);
     if (value == absent) continue;
     row.cells[cell] = value;
     in_file = true;
@@ -120,7 +122,7 @@ bool StationStore::Matches(const Text& name, Match match, const Text& wanted) co
 ListRow StationStore::ReadRow(const Text& name) const {
   ListRow row;
   row.icon = icons_.IconOf(name);
-  row.cells[kName] = name;
+  row.cells[app::kNameCell] = name;
   for (const auto& [cell, key] : kCellKeys) row.cells[cell] = ReadKey(name, key);
   return row;
 }

@@ -1,6 +1,6 @@
 #include "catalogue/station_views.h"
 
-#include "catalogue/station_row.h"
+#include "app/station_row.h"
 
 namespace catalogue {
 
@@ -76,8 +76,8 @@ void StationViews::Check2_Click() {
     return;
   }
   const Text value = parts_.Check2.Checked() ? u"1" : u"";
-  list.SetCell(row, kFavourite, value);
-  const bool written = ini_.WriteStationIni(list.Cell(row, kName), u"Favorit", value);
+  list.SetCell(row, app::kFavouriteCell, value);
+  const bool written = ini_.WriteStationIni(list.Cell(row, app::kNameCell), u"Favorit", value);
   if (written && &list == &parts_.lists.full) store_.Origins().MarkKeyWritten(row);
 }
 

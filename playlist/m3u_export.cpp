@@ -3,14 +3,12 @@
 #include <vector>
 
 #include "app/numbers.h"
+#include "app/station_row.h"
 #include "playlist/file_dialogs.h"
 #include "playlist/text_file.h"
 
 namespace playlist {
 namespace {
-
-constexpr std::size_t kNameCell = 0;
-constexpr std::size_t kLinkCell = 2;
 
 std::vector<controls::RowId> RowsOf(const controls::ListView& list) {
   std::vector<controls::RowId> rows;
@@ -67,8 +65,8 @@ std::optional<Text> M3uExport::PlaylistText() const {
     if (parts_.form.Closing()) return std::nullopt;
     if (messages_.GetAsyncKeyState(platform::kVkEscape) != 0) break;
     if (!source.Contains(row)) continue;
-    text.append(u"#EXTINF:-1,").append(source.Cell(row, kNameCell)).append(u"\n");
-    text.append(source.Cell(row, kLinkCell)).append(u"\n");
+    text.append(u"#EXTINF:-1,").append(source.Cell(row, app::kNameCell)).append(u"\n");
+    text.append(source.Cell(row, app::kLinkCell)).append(u"\n");
   }
   return text;
 }

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/station_row.h"
 #include "app/text_helpers.h"
 #include "playlist/file_dialogs.h"
 #include "playlist/text_file.h"
@@ -11,8 +12,6 @@
 namespace playlist {
 namespace {
 
-constexpr std::size_t kNameCell = 0;
-constexpr std::size_t kLinkCell = 2;
 constexpr TextView kNamePrefix = u"#EXTINF:";
 constexpr TextView kLinkPrefix = u"http";
 /// More rows than anybody looks through; a file made of nothing but tiny entries must not fill the memory.
@@ -34,9 +33,9 @@ std::vector<controls::ListRow> RowsOf(TextView text) {
     if (app::StartsWith(*line, kNamePrefix)) {
       const auto name = SecondPiece(*line);
       if (!name || rows.size() == kMostRows) break;
-      rows.emplace_back().cells[kNameCell] = *name;
+      rows.emplace_back().cells[app::kNameCell] = *name;
     } else if (app::StartsWith(*line, kLinkPrefix) && !rows.empty()) {
-      rows.back().cells[kLinkCell] = *line;
+      rows.back().cells[app::kLinkCell] = *line;
     }
   }
   return rows;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/numbers.h"
+#include "app/station_row.h"
 #include "app/text_utilities.h"
 #include "platform/text_conversion.h"
 
@@ -16,8 +17,6 @@ using platform::Text;
 namespace {
 
 constexpr std::int32_t kMetaInt = 9;  // icy-metaint in the stream client's table of header names
-constexpr std::size_t kLinkCell = 2;
-constexpr std::size_t kTitleCell = 4;
 constexpr std::int32_t kBytesExamined = 2048;
 
 }  // namespace
@@ -103,16 +102,16 @@ NowPlaying::RunState NowPlaying::FetchRowTitle(controls::ListView& list, RowId r
   if (!cFunkhaus) return RunState::kEnd;
   if (!list.Contains(row)) return RunState::kGoOn;
 
-  cFunkhaus->StreamUrl(list.Cell(row, kLinkCell));
+  cFunkhaus->StreamUrl(list.Cell(row, app::kLinkCell));
   ports_.message_loop.ProcessPendingMessages();
   if (closing_()) return RunState::kEnd;
   if (cFunkhaus->GetStreamQueryInfo(kMetaInt).empty()) return RunState::kGoOn;
-  list.SetCell(row, kTitleCell, u"Hole Info...");
+  list.SetCell(row, app::kTitleCell, u"Hole Info...");
   const Text interval = cFunkhaus->GetStreamQueryInfo(kMetaInt);
   if (interval.empty()) return RunState::kGoOn;
   const Text title = ReadTitle(interval);
   if (closing_()) return RunState::kEnd;
-  list.SetCell(row, kTitleCell, title.empty() ? Text(u"--") : RepairTitle(title));
+  list.SetCell(row, app::kTitleCell, title.empty() ? Text(u"--") : RepairTitle(title));
   return RunState::kGoOn;
 }
 

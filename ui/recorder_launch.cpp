@@ -1,18 +1,12 @@
 #include "ui/recorder_launch.h"
 
+#include "app/station_row.h"
 #include "app/text_utilities.h"
 
 namespace ui {
 
 using controls::RowId;
 using platform::Text;
-
-namespace {
-
-constexpr std::size_t kLinkCell = 2;
-constexpr std::size_t kM3uNumberCell = 5;
-
-}  // namespace
 
 void RecorderLaunch::Launch() {
   controls::ListView& list = lists_.Active();
@@ -24,7 +18,7 @@ void RecorderLaunch::Launch() {
     if (closing_()) return;
   } else {
     CopyNumberInto(list, row);
-    command_line = list.Cell(row, kLinkCell);
+    command_line = list.Cell(row, app::kLinkCell);
   }
   ports_.shell.ShellExecuteW(kMainWindow, u"",
                              app::AddBackslash(ports_.environment.ProgramFolder()) + u"OZRecordFunkhaus.exe",
@@ -34,8 +28,8 @@ void RecorderLaunch::Launch() {
 void RecorderLaunch::CopyNumberInto(controls::ListView& list, RowId row) {
   const Text& number = UpDownTextBox1.GetText();
   // The field is hidden for a link that is no playlist, whose address no number changes.
-  if (UpDownTextBox1.Visible() && list.Cell(row, kM3uNumberCell) != number) state_.reselect = true;
-  list.SetCell(row, kM3uNumberCell, number);
+  if (UpDownTextBox1.Visible() && list.Cell(row, app::kM3uNumberCell) != number) state_.reselect = true;
+  list.SetCell(row, app::kM3uNumberCell, number);
 }
 
 }  // namespace ui

@@ -9,11 +9,11 @@
 
 #include "app/ini_procedures.h"
 #include "app/settings.h"
+#include "app/station_row.h"
 #include "app/window_state.h"
 #include "catalogue/station_editor.h"
 #include "catalogue/station_icons.h"
 #include "catalogue/station_lists.h"
-#include "catalogue/station_row.h"
 #include "catalogue/station_store.h"
 #include "catalogue/station_views.h"
 #include "platform/icu/string_order.h"
@@ -53,13 +53,13 @@ class CatalogueTest : public ::testing::Test {
 
   static std::vector<Text> Names(const controls::ListView& list) {
     std::vector<Text> names;
-    for (const controls::ListRow& row : list.Rows()) names.push_back(row.cells[kName]);
+    for (const controls::ListRow& row : list.Rows()) names.push_back(row.cells[app::kNameCell]);
     return names;
   }
 
   static controls::RowId RowNamed(const controls::ListView& list, const Text& name) {
     for (const controls::ListRow& row : list.Rows()) {
-      if (row.cells[kName] == name) return row.id;
+      if (row.cells[app::kNameCell] == name) return row.id;
     }
     return controls::RowId::kNone;
   }

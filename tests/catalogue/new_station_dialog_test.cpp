@@ -64,8 +64,8 @@ TEST_F(NewStationDialogTest, AcceptWithOnlyANameTakesTheGenreShown) {
     form.TextBox1[0].SetText(u"Neu");
     form.CommandButton1.Click();
   });
-  EXPECT_EQ(SymbolListview.Rows()[0].cells[kGenre], u"80er/90er");
-  EXPECT_EQ(SymbolListview.Rows()[0].cells[kLink], u"");
+  EXPECT_EQ(SymbolListview.Rows()[0].cells[app::kGenreCell], u"80er/90er");
+  EXPECT_EQ(SymbolListview.Rows()[0].cells[app::kLinkCell], u"");
 }
 
 TEST_F(NewStationDialogTest, AcceptWithoutANameTellsSoAndKeepsWhatWasTyped) {

@@ -58,9 +58,9 @@ TEST_F(StationEditorTest, SingleFieldButtonsTakeTheFieldIntoTheRowAndTheFileAtOn
   Command8[0].Click();
   Command8[2].Click();
   Command8[4].Click();
-  EXPECT_EQ(SymbolListview.Cell(row, kM3uNumber), u"7");
-  EXPECT_EQ(SymbolListview.Cell(row, kLink), u"http://neu");
-  EXPECT_EQ(SymbolListview.Cell(row, kGenre), u"Klassik");
+  EXPECT_EQ(SymbolListview.Cell(row, app::kM3uNumberCell), u"7");
+  EXPECT_EQ(SymbolListview.Cell(row, app::kLinkCell), u"http://neu");
+  EXPECT_EQ(SymbolListview.Cell(row, app::kGenreCell), u"Klassik");
   EXPECT_EQ(profile.writes, (std::vector<Write>{Set(u"B", u"M3uNr", u"7"), Set(u"B", u"Link", u"http://neu"),
                                                 Set(u"B", u"Genre", u"Klassik")}));
   EXPECT_FALSE(settings.CatalogueChanged);
@@ -103,8 +103,8 @@ TEST_F(StationEditorTest, ButtonsActOnTheFilteredListWhileItIsShown) {
   ExplorerListFilter.Select(row);
   TextBox1[1].SetText(u"http://neu");
   Command8[2].Click();
-  EXPECT_EQ(ExplorerListFilter.Cell(row, kLink), u"http://neu");
-  EXPECT_EQ(SymbolListview.Cell(RowNamed(SymbolListview, u"A"), kLink), u"http://a");
+  EXPECT_EQ(ExplorerListFilter.Cell(row, app::kLinkCell), u"http://neu");
+  EXPECT_EQ(SymbolListview.Cell(RowNamed(SymbolListview, u"A"), app::kLinkCell), u"http://a");
   EXPECT_EQ(profile.Get(kStationFile, u"A", u"Link"), u"http://neu");
 }
 
@@ -159,15 +159,15 @@ TEST_F(StationEditorTest, NewEntryWritesAllKeysInTheirOrderTheNumberEvenWhenEmpt
                                 Set(u"Neu", u"M3uNr", u"")}));
   const RowId row = RowNamed(SymbolListview, u"Neu");
   EXPECT_EQ(SymbolListview.IndexOf(row), 2U);
-  EXPECT_EQ(SymbolListview.Cell(row, kGenre), u"Klassik");
-  EXPECT_EQ(SymbolListview.Cell(row, kLink), u"http://neu");
-  EXPECT_EQ(SymbolListview.Cell(row, kFavourite), u"1");
+  EXPECT_EQ(SymbolListview.Cell(row, app::kGenreCell), u"Klassik");
+  EXPECT_EQ(SymbolListview.Cell(row, app::kLinkCell), u"http://neu");
+  EXPECT_EQ(SymbolListview.Cell(row, app::kFavouriteCell), u"1");
 }
 
 TEST_F(StationEditorTest, NewEntrysNumberGoesToTheFileOnly) {
   Fill(u"Neu", u"http://neu", u"Rock", CheckValue::kUnchecked, u"4");
   Command8[1].Click();
-  EXPECT_EQ(SymbolListview.Cell(RowNamed(SymbolListview, u"Neu"), kM3uNumber), u"");
+  EXPECT_EQ(SymbolListview.Cell(RowNamed(SymbolListview, u"Neu"), app::kM3uNumberCell), u"");
   EXPECT_EQ(profile.Get(kStationFile, u"Neu", u"M3uNr"), u"4");
   EXPECT_EQ(profile.Get(kStationFile, u"Neu", u"Favorit"), u"");
 }
@@ -210,7 +210,8 @@ TEST_F(StationEditorTest, UpdateLeavesTheNumbersKeyOutBelowOneAndNewEntryDoesNot
     Fill(u"A", u"http://a", u"Rock", CheckValue::kUnchecked, number);
     Command8[1].Click();
     EXPECT_EQ(profile.Get(kStationFile, u"A", u"M3uNr"), std::nullopt);
-    EXPECT_EQ(SymbolListview.Cell(RowNamed(SymbolListview, u"A"), kM3uNumber), u"2") << "the column stays";
+    EXPECT_EQ(SymbolListview.Cell(RowNamed(SymbolListview, u"A"), app::kM3uNumberCell), u"2")
+        << "the column stays";
   }
   SymbolListview.Select(RowId::kNone);
   Fill(u"N", u"", u"", CheckValue::kUnchecked, u"0");
@@ -243,7 +244,7 @@ TEST_F(StationEditorTest, SaveIsOnDiskBeforeItIsReported) {
 
 TEST_F(StationEditorTest, SavingANumberBelowOneWritesAnEmptyValue) {
   for (const char16_t* number : {u"0", u"-3", u"x"}) {
-    SymbolListview.SetCell(RowNamed(SymbolListview, u"A"), kM3uNumber, number);
+    SymbolListview.SetCell(RowNamed(SymbolListview, u"A"), app::kM3uNumberCell, number);
     CommandButton1.Click();
     EXPECT_EQ(profile.Get(kStationFile, u"A", u"M3uNr"), u"");
   }
@@ -393,9 +394,9 @@ TEST_F(StationEditorTest, FailedWritesAreNotReported) {
   const RowId row = SelectStation(u"A");
   Fill(u"A", u"http://neu", u"Klassik", CheckValue::kUnchecked, u"");
   Command8[2].Click();
-  EXPECT_EQ(SymbolListview.Cell(row, kLink), u"http://neu") << "the step after the failed one runs";
+  EXPECT_EQ(SymbolListview.Cell(row, app::kLinkCell), u"http://neu") << "the step after the failed one runs";
   Command8[1].Click();
-  EXPECT_EQ(SymbolListview.Cell(row, kGenre), u"Klassik");
+  EXPECT_EQ(SymbolListview.Cell(row, app::kGenreCell), u"Klassik");
   Command8[3].Click();
   EXPECT_FALSE(SymbolListview.Contains(row));
   EXPECT_TRUE(dialogs.boxes.empty());

@@ -78,7 +78,7 @@ TEST_F(StationStoreTest, NamesBeyondTheNameListAreSilentlyMissing) {
   store.LoadStations(u"");
   EXPECT_EQ(profile.section_buffers, std::vector<std::size_t>{8192});
   EXPECT_EQ(SymbolListview.Count(), 82U);
-  const Text last = SymbolListview.Rows().front().cells[kName];
+  const Text last = SymbolListview.Rows().front().cells[app::kNameCell];
   EXPECT_EQ(last.size(), 90U) << "a name cut by the limit stands for itself only";
 }
 
@@ -90,13 +90,14 @@ TEST_F(StationStoreTest, StationsThatFitTheNameListExactlyAreAllLoadedAndOneChar
   AddStation(u"ein Limit", u"Rock");
   store.LoadStations(u"");
   EXPECT_EQ(SymbolListview.Count(), 82U);
-  EXPECT_EQ(SymbolListview.Rows()[0].cells[kGenre], u"Rock");
+  EXPECT_EQ(SymbolListview.Rows()[0].cells[app::kGenreCell], u"Rock");
 
   profile.files[kStationFile].back().name = u"ein Limit!";
   store.LoadStations(u"");
   EXPECT_EQ(SymbolListview.Count(), 82U);
-  EXPECT_EQ(SymbolListview.Rows()[0].cells[kName], u"ein Limit") << "cut, so that its keys are not found";
-  EXPECT_EQ(SymbolListview.Rows()[0].cells[kGenre], u"");
+  EXPECT_EQ(SymbolListview.Rows()[0].cells[app::kNameCell], u"ein Limit")
+      << "cut, so that its keys are not found";
+  EXPECT_EQ(SymbolListview.Rows()[0].cells[app::kGenreCell], u"");
 }
 
 TEST_F(StationStoreTest, MissingKeysGiveEmptyCells) {
@@ -110,15 +111,15 @@ TEST_F(StationStoreTest, SectionThatStandsTwiceIsListedTwiceWithTheFirstOnesValu
   profile.files[kStationFile] = {{u"A", {{u"Link", u"http://1"}}}, {u"A", {{u"Link", u"http://2"}}}};
   store.LoadStations(u"");
   ASSERT_EQ(Names(SymbolListview), (std::vector<Text>{u"A", u"A"}));
-  EXPECT_EQ(SymbolListview.Rows()[1].cells[kLink], u"http://1");
+  EXPECT_EQ(SymbolListview.Rows()[1].cells[app::kLinkCell], u"http://1");
 }
 
 TEST_F(StationStoreTest, NameOutsideTheCodePageComesBackWithSubstitutesAndEmptyCells) {
   AddStation(u"Радио", u"Rock", u"http://x");
   store.LoadStations(u"");
   ASSERT_EQ(SymbolListview.Count(), 1U);
-  EXPECT_EQ(SymbolListview.Rows()[0].cells[kName], u"?????");
-  EXPECT_EQ(SymbolListview.Rows()[0].cells[kLink], u"");
+  EXPECT_EQ(SymbolListview.Rows()[0].cells[app::kNameCell], u"?????");
+  EXPECT_EQ(SymbolListview.Rows()[0].cells[app::kLinkCell], u"");
 }
 
 TEST_F(StationStoreTest, RowsCarryTheirStationsIcon) {
@@ -177,7 +178,7 @@ TEST_F(StationStoreTest, RowsThatTheFileDoesNotHoldYetStandAfterTheLoadedOnes) {
   store.LoadStations(u"");
   store.LoadStations(u"");
   EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"Z", u"A neu"}));
-  EXPECT_EQ(SymbolListview.Rows()[1].cells[kLink], u"http://neu");
+  EXPECT_EQ(SymbolListview.Rows()[1].cells[app::kLinkCell], u"http://neu");
 }
 
 TEST_F(StationStoreTest, RowOfWhichTheFileHoldsSingleKeysStaysWhole) {
@@ -187,8 +188,8 @@ TEST_F(StationStoreTest, RowOfWhichTheFileHoldsSingleKeysStaysWhole) {
   Check2.SetValue(controls::CheckValue::kChecked);
   store.LoadStations(u"");
   ASSERT_EQ(Names(SymbolListview), std::vector<Text>{u"Neu"});
-  EXPECT_EQ(SymbolListview.Rows()[0].cells[kLink], u"http://neu");
-  EXPECT_EQ(SymbolListview.Rows()[0].cells[kFavourite], u"1");
+  EXPECT_EQ(SymbolListview.Rows()[0].cells[app::kLinkCell], u"http://neu");
+  EXPECT_EQ(SymbolListview.Rows()[0].cells[app::kFavouriteCell], u"1");
 }
 
 TEST_F(StationStoreTest, RowOfWhichTheFileHoldsSingleKeysTakesWhatAFilterViewWrote) {

@@ -65,7 +65,7 @@ TEST_F(StationViewsTest, UncheckingReturnsToTheFullListWithTheSelectedRowSelecte
     box->Click();
     box->Click();
     ExpectFullView();
-    EXPECT_EQ(SymbolListview.Cell(SymbolListview.SelectedRow(), kName), u"C");
+    EXPECT_EQ(SymbolListview.Cell(SymbolListview.SelectedRow(), app::kNameCell), u"C");
   }
 }
 
@@ -145,7 +145,7 @@ TEST_F(StationViewsTest, FavouriteMarkIsWrittenAtOnceAndIsNoUnsavedChange) {
   const auto row = RowNamed(SymbolListview, u"B");
   SymbolListview.Select(row);
   Check2.Click();
-  EXPECT_EQ(SymbolListview.Cell(row, kFavourite), u"1");
+  EXPECT_EQ(SymbolListview.Cell(row, app::kFavouriteCell), u"1");
   EXPECT_EQ(profile.Get(kStationFile, u"B", u"Favorit"), u"1");
   EXPECT_FALSE(settings.CatalogueChanged);
 }
@@ -159,7 +159,7 @@ TEST_F(StationViewsTest, UnmarkingInTheFavouritesViewEmptiesTheCellAndKeepsTheRo
   const auto row = RowNamed(ExplorerListFilter, u"A");
   ExplorerListFilter.Select(row);
   Check2.Click();
-  EXPECT_EQ(ExplorerListFilter.Cell(row, kFavourite), u"");
+  EXPECT_EQ(ExplorerListFilter.Cell(row, app::kFavouriteCell), u"");
   EXPECT_EQ(profile.Get(kStationFile, u"A", u"Favorit"), u"");
   EXPECT_EQ(ExplorerListFilter.Count(), 2U);
   Check3.Click();
@@ -186,7 +186,7 @@ TEST_F(StationViewsTest, ReturningToTheFullListScrollsToTheSelectedRow) {
     full_list_was_shown = SymbolListview.Visible() && !ExplorerListFilter.Visible();
   });
   Check3.Click();
-  EXPECT_EQ(SymbolListview.Cell(scrolled, kName), name);
+  EXPECT_EQ(SymbolListview.Cell(scrolled, app::kNameCell), name);
   EXPECT_TRUE(full_list_was_shown);
 }
 
@@ -198,7 +198,7 @@ TEST_F(StationViewsTest, SelectedRowIsRememberedOverSeveralFilterViews) {
   Check1.Click();
   Check1.Click();
   ExpectFullView();
-  EXPECT_EQ(SymbolListview.Cell(SymbolListview.SelectedRow(), kName), u"D");
+  EXPECT_EQ(SymbolListview.Cell(SymbolListview.SelectedRow(), app::kNameCell), u"D");
 }
 
 TEST_F(StationViewsTest, ChoosingAGenreRemembersTheSelectedRowOfTheFullList) {
@@ -223,7 +223,7 @@ TEST_F(StationViewsTest, SelectedStationIsFoundAgainThoughUnsavedRowsChangeTheir
   Check3.Click();
   Check3.Click();
   EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"A", u"B", u"C", u"D", u"Aneu"}));
-  EXPECT_EQ(SymbolListview.Cell(SymbolListview.SelectedRow(), kName), u"B");
+  EXPECT_EQ(SymbolListview.Cell(SymbolListview.SelectedRow(), app::kNameCell), u"B");
 }
 
 TEST_F(StationViewsTest, ChoosingAGenreInTheFavouritesViewChangesNothingElse) {
@@ -247,7 +247,7 @@ TEST_F(StationViewsTest, FavouriteMarkActsOnTheVisibleListOnly) {
   Check2.Click();
   EXPECT_EQ(dialogs.boxes.size(), 1U) << "no row of the visible list is selected";
   EXPECT_TRUE(profile.writes.empty());
-  EXPECT_EQ(SymbolListview.Cell(RowNamed(SymbolListview, u"B"), kFavourite), u"");
+  EXPECT_EQ(SymbolListview.Cell(RowNamed(SymbolListview, u"B"), app::kFavouriteCell), u"");
 }
 
 }  // namespace

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "app/station_row.h"
 #include "app/window/main_window.h"
-#include "catalogue/station_row.h"
 #include "platform/icu/string_order.h"
 #include "platform/icu/text_conversion.h"
 #include "platform/posix/files.h"
@@ -64,7 +64,7 @@ class CatalogueJourney : public ::testing::Test {
 
   static controls::RowId RowNamed(const controls::ListView& list, const Text& name) {
     for (const controls::ListRow& row : list.Rows()) {
-      if (row.cells[catalogue::kName] == name) return row.id;
+      if (row.cells[app::kNameCell] == name) return row.id;
     }
     return controls::RowId::kNone;
   }
@@ -74,7 +74,7 @@ class CatalogueJourney : public ::testing::Test {
   }
   static std::vector<Text> Names(const controls::ListView& list) {
     std::vector<Text> names;
-    for (const controls::ListRow& row : list.Rows()) names.push_back(row.cells[catalogue::kName]);
+    for (const controls::ListRow& row : list.Rows()) names.push_back(row.cells[app::kNameCell]);
     return names;
   }
   void FillFields(const Text& name, const Text& link, const Text& genre, const Text& number) {

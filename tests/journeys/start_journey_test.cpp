@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "catalogue/station_row.h"
+#include "app/station_row.h"
 #include "player/mf_player.h"
 #include "tests/journeys/catalogue_journey.h"
 
@@ -42,9 +42,9 @@ TEST_F(StartJourney, CatalogueIsShownInNaturalOrderWithUmlautsAndIcons) {
   EXPECT_EQ(AllNames(), (std::vector<Text>{u"Küstenfunk Süd", u"Radio 2", u"Radio 10"}));
   const controls::ListRow& coast = Form().SymbolListview.Rows()[0];
   EXPECT_EQ(coast.icon, 0);
-  EXPECT_EQ(coast.cells[catalogue::kLink], u"http://kueste.example/live");
+  EXPECT_EQ(coast.cells[app::kLinkCell], u"http://kueste.example/live");
   EXPECT_EQ(Form().SymbolListview.Rows()[1].icon, -1);
-  EXPECT_EQ(Form().SymbolListview.Rows()[2].cells[catalogue::kFavourite], u"1");
+  EXPECT_EQ(Form().SymbolListview.Rows()[2].cells[app::kFavouriteCell], u"1");
 }
 
 TEST_F(StartJourney, LookingAroundChangesNoByteOfTheStationFile) {

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "catalogue/station_row.h"
+#include "app/station_row.h"
 #include "tests/program/headless_player.h"
 #include "tests/support/child_process.h"
 #include "tests/support/icy_station.h"
@@ -83,12 +83,12 @@ class WholeJourney : public ::testing::Test {
   bool WaitFor(const std::function<bool()>& condition) { return player_->WaitFor(condition, kSoon); }
   [[nodiscard]] static std::vector<Text> Names(const controls::ListView& list) {
     std::vector<Text> names;
-    for (const controls::ListRow& row : list.Rows()) names.push_back(row.cells[catalogue::kName]);
+    for (const controls::ListRow& row : list.Rows()) names.push_back(row.cells[app::kNameCell]);
     return names;
   }
   void Select(controls::ListView& list, const Text& name) {
     for (const controls::ListRow& row : list.Rows()) {
-      if (row.cells[catalogue::kName] != name) continue;
+      if (row.cells[app::kNameCell] != name) continue;
       list.Select(row.id);
       return;
     }
@@ -186,7 +186,7 @@ void WholeJourney::AddsAStationAndSavesIt() {
 
 void WholeJourney::ExportsEmptiesAndImportsTheList() {
   const auto entry = [](const controls::ListRow& row) {
-    return row.cells[catalogue::kName] + u" " + row.cells[catalogue::kLink];
+    return row.cells[app::kNameCell] + u" " + row.cells[app::kLinkCell];
   };
   const auto entries = [&] {
     std::vector<Text> all;
@@ -202,7 +202,7 @@ void WholeJourney::ExportsEmptiesAndImportsTheList() {
   player_->dialogs.answers = {MessageBoxAnswer::kNo};
   Form().Command5.Click();
   EXPECT_EQ(entries(), before) << "emptied and filled again, in the same order";
-  EXPECT_EQ(Form().SymbolListview.Rows()[0].cells[catalogue::kGenre], u"") << "a playlist knows no genre";
+  EXPECT_EQ(Form().SymbolListview.Rows()[0].cells[app::kGenreCell], u"") << "a playlist knows no genre";
 }
 
 void WholeJourney::RecordsTheStation() {

@@ -38,7 +38,7 @@ class NowPlayingTest : public WindowTest {
     internet.answers[host + u":80/s"] = StationPlaying(title);
   }
   Text TitleOf(const Text& name) {
-    return Form().SymbolListview.Cell(RowNamed(Form().SymbolListview, name), catalogue::kTitle);
+    return Form().SymbolListview.Cell(RowNamed(Form().SymbolListview, name), app::kTitleCell);
   }
   /// What the label shows after the selected station has sent this title.
   Text TitleFetchedFor(const std::string& bytes) {
@@ -272,7 +272,7 @@ TEST_F(NowPlayingTest, RowSaysThatItIsBeingFetched) {
 TEST_F(NowPlayingTest, RowsWithoutAnIntervalKeepTheTitleTheyHad) {
   AddStation(u"a", u"http://a/s");
   Start();
-  Form().SymbolListview.SetCell(RowNamed(Form().SymbolListview, u"a"), catalogue::kTitle, u"von vorhin");
+  Form().SymbolListview.SetCell(RowNamed(Form().SymbolListview, u"a"), app::kTitleCell, u"von vorhin");
   RunAllTitles();
   EXPECT_EQ(TitleOf(u"a"), u"von vorhin");
 }
@@ -325,7 +325,7 @@ TEST_F(NowPlayingTest, RunWorksOnTheFilteredListWhileItIsShown) {
   Start();
   Form().Check3.Click();
   RunAllTitles();
-  EXPECT_EQ(Form().ExplorerListFilter.Cell(RowNamed(Form().ExplorerListFilter, u"a"), catalogue::kTitle),
+  EXPECT_EQ(Form().ExplorerListFilter.Cell(RowNamed(Form().ExplorerListFilter, u"a"), app::kTitleCell),
             u"Lied");
   EXPECT_EQ(TitleOf(u"a"), u"");
 }

@@ -57,7 +57,7 @@ TEST_F(RecorderLaunchTest, NumberFieldGoesIntoTheRowOnly) {
   Form().UpDownTextBox1.SetText(u"7");
   profile.writes.clear();
   Form().Command8[5].Click();
-  EXPECT_EQ(Form().SymbolListview.Rows()[0].cells[catalogue::kM3uNumber], u"7");
+  EXPECT_EQ(Form().SymbolListview.Rows()[0].cells[app::kM3uNumberCell], u"7");
   EXPECT_TRUE(profile.writes.empty());
   EXPECT_FALSE(window->GetSettings().CatalogueChanged);
 }

@@ -41,7 +41,7 @@ class ReentryTest : public WindowTest {
   State Shown() {
     const Form1& form = Form();
     const auto yes = [](bool value) { return Text(value ? u"ja" : u"nein"); };
-    return {form.SymbolListview.Cell(form.SymbolListview.SelectedRow(), catalogue::kName),
+    return {form.SymbolListview.Cell(form.SymbolListview.SelectedRow(), app::kNameCell),
             form.TextBox1[0].GetText(),
             form.TextBox1[1].GetText(),
             form.Combo1.GetText(),

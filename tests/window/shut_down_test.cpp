@@ -122,7 +122,7 @@ TEST_F(ShutDownTest, EndOfTheSessionSavesInAFilterViewTooAndWritesThatView) {
 TEST_F(ShutDownTest, EndOfTheSessionSavesAnImportAboutWhichClosingDoesNotAsk) {
   Start();
   controls::ListRow row;
-  row.cells[catalogue::kName] = u"Import";
+  row.cells[app::kNameCell] = u"Import";
   Form().SymbolListview.AddRow(row);
   Form().form.Close(controls::CloseReason::kSessionEnd);
   EXPECT_TRUE(dialogs.boxes.empty());
@@ -223,7 +223,7 @@ TEST_F(ShutDownTest, ClosingInsideTheRunOverAllTitlesEndsIt) {
   Form().Command3.Click();
   EXPECT_TRUE(Form().form.IsClosed());
   EXPECT_EQ(internet.OpenHandles(), 0U);
-  EXPECT_EQ(Form().SymbolListview.Rows()[1].cells[catalogue::kTitle], u"");
+  EXPECT_EQ(Form().SymbolListview.Rows()[1].cells[app::kTitleCell], u"");
 }
 
 TEST_F(ShutDownTest, ClosingInsideAnExportLeavesNoFile) {

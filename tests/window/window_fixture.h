@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "app/station_row.h"
 #include "app/window/main_window.h"
-#include "catalogue/station_row.h"
 #include "platform/icu/string_order.h"
 #include "platform/icu/text_conversion.h"
 #include "platform/values/portable_property_values.h"
@@ -68,13 +68,13 @@ class WindowTest : public ::testing::Test {
   }
   static controls::RowId RowNamed(const controls::ListView& list, const Text& name) {
     for (const controls::ListRow& row : list.Rows()) {
-      if (row.cells[catalogue::kName] == name) return row.id;
+      if (row.cells[app::kNameCell] == name) return row.id;
     }
     return controls::RowId::kNone;
   }
   static std::vector<Text> Names(const controls::ListView& list) {
     std::vector<Text> names;
-    for (const controls::ListRow& row : list.Rows()) names.push_back(row.cells[catalogue::kName]);
+    for (const controls::ListRow& row : list.Rows()) names.push_back(row.cells[app::kNameCell]);
     return names;
   }
   /// The texts of the boxes shown so far.
