@@ -10,7 +10,7 @@
 namespace app {
 namespace {
 
-constexpr std::size_t kReadBuffer = 1024;
+constexpr std::size_t kLongestValue = 1024;
 constexpr std::size_t kShortestFileName = 4;
 
 }  // namespace
@@ -21,7 +21,7 @@ IniProcedures::IniProcedures(const Settings& settings, platform::PrivateProfile&
 
 Text IniProcedures::ReadIni(const Text& Section, const Text& Key, const Text& Default, const Text& FileName,
                             UseFamilyFolder folder) const {
-  std::array<char16_t, kReadBuffer> buffer{};
+  std::array<char16_t, kLongestValue> buffer{};
   const std::size_t count =
       profile_.GetPrivateProfileStringW(Section, Key, Default, buffer, ReadPath(FileName, folder));
   return {buffer.data(), std::min(count, buffer.size())};

@@ -8,7 +8,7 @@ namespace app {
 namespace {
 
 constexpr char16_t kDefaultLanguage[] = u"default";
-constexpr std::size_t kReadBuffer = 800;
+constexpr std::size_t kLongestText = 800;
 
 }  // namespace
 
@@ -28,7 +28,7 @@ bool Language::Translates() const {
 Text Language::GetLangText(const Text& Key, const Text& Default) const {
   const Text& fallback = Default.empty() ? Key : Default;
   if (!Translates()) return fallback;
-  std::array<char16_t, kReadBuffer> buffer{};
+  std::array<char16_t, kLongestText> buffer{};
   const std::size_t count = profile_.GetPrivateProfileStringW(u"Common", Key, u"", buffer, LanguageFile());
   if (count == 0) return fallback;
   return {buffer.data(), std::min(count, buffer.size())};

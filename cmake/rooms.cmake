@@ -11,11 +11,29 @@ if(FUNKHAUS_FUZZ)
   target_compile_options(funkhaus_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+# funkhaus_headers(TARGET KIND): the headers in ${headers}. To be verified are those without a source file of their
+# name; that file includes the others first, so they compile alone whenever it does.
+function(funkhaus_headers target kind)
+  set(accompanied)
+  set(lone ${headers})
+  foreach(header IN LISTS headers)
+    string(REGEX REPLACE "h$" "cpp" source ${header})
+    if(EXISTS ${source})
+      list(APPEND accompanied ${header})
+      list(REMOVE_ITEM lone ${header})
+    endif()
+  endforeach()
+  target_sources(${target} ${kind}
+                 FILE_SET HEADERS BASE_DIRS ${CMAKE_SOURCE_DIR} FILES ${accompanied}
+                 FILE_SET lone TYPE HEADERS BASE_DIRS ${CMAKE_SOURCE_DIR} FILES ${lone})
+  set_target_properties(${target} PROPERTIES INTERFACE_HEADER_SETS_TO_VERIFY lone)
+endfunction()
+
 # funkhaus_ports(NAME DIR): the headers of a room without code.
 function(funkhaus_ports name directory)
   file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${directory}/*.h)
   add_library(funkhaus_${name} INTERFACE)
-  target_sources(funkhaus_${name} INTERFACE FILE_SET HEADERS BASE_DIRS ${CMAKE_SOURCE_DIR} FILES ${headers})
+  funkhaus_headers(funkhaus_${name} INTERFACE)
   target_include_directories(funkhaus_${name} INTERFACE ${CMAKE_SOURCE_DIR})
 endfunction()
 
@@ -34,7 +52,7 @@ function(funkhaus_room name directory)
     set(kind INTERFACE)
   endif()
   if(headers)
-    target_sources(funkhaus_${name} ${kind} FILE_SET HEADERS BASE_DIRS ${CMAKE_SOURCE_DIR} FILES ${headers})
+    funkhaus_headers(funkhaus_${name} ${kind})
   endif()
   target_include_directories(funkhaus_${name} ${kind} ${CMAKE_SOURCE_DIR})
   foreach(link IN LISTS ROOM_LINKS)
@@ -60,6 +78,8 @@ function(funkhaus_test name directory)
   if(NOT TEST_OWN_MAIN)
     target_link_libraries(test_${name} PRIVATE GTest::gtest_main)
   endif()
+  # Most of the time that one file takes goes into headers and templates that its neighbours need too.
+  set_target_properties(test_${name} PROPERTIES UNITY_BUILD ${FUNKHAUS_BATCH_TESTS} UNITY_BUILD_BATCH_SIZE 8)
   foreach(link IN LISTS TEST_LINKS)
     if(link MATCHES "::")
       target_link_libraries(test_${name} PRIVATE ${link})

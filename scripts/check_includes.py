@@ -1,6 +1,8 @@
 #!/usr/bin/env python3
 """Holds the code to the table of allowed includes between rooms, and rejects include circles.
 
+A source file includes its own header before all others, so that compiling it shows that the header stands alone.
+
 Usage: check_includes.py SOURCE_ROOT
        check_includes.py --self-test
 """
@@ -62,6 +64,9 @@ def check(files):
     """files: project path -> text. Returns the list of violations."""
     errors, graph = [], {}
     for path, text in sorted(files.items()):
+        header = path.removesuffix(".cpp") + ".h"
+        if path.endswith(".cpp") and header in files and INCLUDE.findall(text)[:1] != [('"', header)]:
+            errors.append(f"{path}: its own header is not its first include")
         room = room_of(path)
         if room is None:
             continue
@@ -142,6 +147,9 @@ def self_test():
                        "app/b.h": '#pragma once\n#include "app/a.h"\n'},
         "no unknown file": {"app/a.h": '#pragma once\n#include "missing.h"\n'},
         "include guard": {"app/a.h": "\n"},
+        "own header first": {"app/a.h": "#pragma once\n", "app/b.h": "#pragma once\n",
+                             "app/a.cpp": '#include "app/b.h"\n#include "app/a.h"\n'},
+        "own header at all": {"tests/a.h": "#pragma once\n", "tests/a.cpp": "#include <string>\n"},
     }
     for name, files in cases.items():
         assert check(files), name

@@ -16,7 +16,7 @@
 namespace platform::posix {
 namespace {
 
-std::int64_t Now() {
+std::int64_t NowNanoseconds() {
   timespec now{};
   ::clock_gettime(CLOCK_REALTIME, &now);
   return std::int64_t{now.tv_sec} * 1'000'000'000 + now.tv_nsec;
@@ -47,7 +47,7 @@ bool IniFile::IsCurrent() {
   if (::stat(path_.c_str(), &status) != 0) return state_ == State::kMissing && errno == ENOENT;
   if (state_ == State::kMissing || StampOf(status) != stamp_) return false;
   if (!is_fresh_) return true;
-  const std::int64_t now = Now();
+  const std::int64_t now = NowNanoseconds();
   const ReadResult result = ReadRegularFile(path_, kLargestIniFile);
   if (!result.file || result.file->stamp != stamp_ || HashOf(result.file->bytes) != hash_) return false;
   is_fresh_ = IsFresh(stamp_, now);
@@ -56,7 +56,7 @@ bool IniFile::IsCurrent() {
 
 void IniFile::Load() {
   Forget();
-  const std::int64_t now = Now();
+  const std::int64_t now = NowNanoseconds();
   ReadResult result = ReadRegularFile(path_, kLargestIniFile);
   if (!result.file) {
     state_ = result.failure == ReadFailure::kMissing ? State::kMissing : State::kUnreadable;
@@ -132,7 +132,7 @@ bool IniFile::Replace() {
   const auto stamp = ReplaceFile(path_, bytes);
   if (!stamp) return false;
   stamp_ = *stamp;
-  is_fresh_ = IsFresh(stamp_, Now());
+  is_fresh_ = IsFresh(stamp_, NowNanoseconds());
   hash_ = HashOf(bytes);
   document_ = IniDocument(conversion_, std::move(bytes));
   has_changes_ = false;

@@ -13,13 +13,13 @@ namespace {
 
 using app::Text;
 
-const Text kPath = u"C:\\Musik\\liste.m3u";
+const Text kPlaylist = u"C:\\Musik\\liste.m3u";
 
 class LocalPlaylistTest : public testing::Test {
  protected:
   Text Entry(const std::string& bytes, std::int32_t number) {
-    files_.files[kPath] = bytes;
-    return GetLocalPlaylistEntry(files_, conversion_, kPath, number);
+    files_.files[kPlaylist] = bytes;
+    return GetLocalPlaylistEntry(files_, conversion_, kPlaylist, number);
   }
 
   test_support::MemoryFiles files_;

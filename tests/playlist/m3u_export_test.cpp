@@ -14,7 +14,7 @@ namespace {
 
 using app::Text;
 
-const Text kPath = u"C:\\Musik\\liste.m3u";
+const Text kExported = u"C:\\Musik\\liste.m3u";
 
 controls::ListRow Row(const Text& name, const Text& link) {
   controls::ListRow row;
@@ -48,7 +48,7 @@ class M3uExportTest : public testing::Test {
  protected:
   M3uExportTest() {
     filtered_.SetVisible(false);
-    dialogs_.chosen_file = kPath;
+    dialogs_.chosen_file = kExported;
   }
 
   void AddThreeStations() {
@@ -57,7 +57,7 @@ class M3uExportTest : public testing::Test {
     full_.AddRow(Row(u"Drei", u"http://3"));
   }
   [[nodiscard]] std::string Written() const {
-    const auto file = files_.files.find(kPath);
+    const auto file = files_.files.find(kExported);
     return file == files_.files.end() ? "<nothing>" : file->second;
   }
 
@@ -165,7 +165,7 @@ TEST_F(M3uExportTest, CancellingTheSaveDialogWritesAndShowsNothing) {
 
 TEST_F(M3uExportTest, AFileThatCannotBeWrittenEndsWithoutAnyMessage) {
   AddThreeStations();
-  files_.files[kPath] = "alt";
+  files_.files[kExported] = "alt";
   files_.can_write = false;
   Command4_.Click();
   EXPECT_EQ(Written(), "alt");

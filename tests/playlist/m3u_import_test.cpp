@@ -18,7 +18,7 @@ using app::Text;
 using platform::MessageBoxAnswer;
 using Entries = std::vector<std::pair<Text, Text>>;
 
-const Text kPath = u"C:\\Musik\\liste.m3u";
+const Text kImported = u"C:\\Musik\\liste.m3u";
 
 class M3uImportTest : public testing::Test {
  protected:
@@ -30,9 +30,9 @@ class M3uImportTest : public testing::Test {
     return entries;
   }
   Entries Imported(const std::string& bytes, MessageBoxAnswer answer = MessageBoxAnswer::kYes) {
-    files_.files[kPath] = bytes;
+    files_.files[kImported] = bytes;
     dialogs_.answers = {answer};
-    import_.ImportM3uFile(kPath);
+    import_.ImportM3uFile(kImported);
     return EntriesOf(full_);
   }
   void AddStation(controls::ListView& list, const Text& name) {
@@ -68,8 +68,8 @@ TEST_F(M3uImportTest, CancellingTheDialogEndsWithoutAQuestion) {
 }
 
 TEST_F(M3uImportTest, TheChosenFileIsImported) {
-  files_.files[kPath] = "#EXTINF:-1,Eins\nhttp://1\n";
-  dialogs_.chosen_file = kPath;
+  files_.files[kImported] = "#EXTINF:-1,Eins\nhttp://1\n";
+  dialogs_.chosen_file = kImported;
   dialogs_.answers = {MessageBoxAnswer::kYes};
   Command5_.Click();
   EXPECT_EQ(EntriesOf(full_), (Entries{{u"Eins", u"http://1"}}));
@@ -195,8 +195,8 @@ TEST_F(M3uImportTest, AnEmptyFileImportsNothing) { EXPECT_EQ(Imported(""), Entri
 TEST_F(M3uImportTest, MoreThanAQuarterOfAMillionEntriesAreCutThere) {
   std::string bytes;
   for (int number = 0; number < 250'002; ++number) bytes += "#EXTINF:,\n";
-  files_.files[kPath] = bytes;
-  import_.ImportM3uFile(kPath);
+  files_.files[kImported] = bytes;
+  import_.ImportM3uFile(kImported);
   EXPECT_EQ(full_.Count(), 250'000U);
 }
 
@@ -236,7 +236,7 @@ TEST_F(M3uImportTest, AnExportOfAHundredThousandRowsComesBackInOnePiece) {
   test_support::FakeClock clock;
   controls::CommandButton command4;
   M3uExport exporter({form_, {full_, filtered_}, command4}, dialogs_, files_, conversion_, messages, clock);
-  dialogs_.chosen_file = kPath;
+  dialogs_.chosen_file = kImported;
 
   command4.Click();
   int announcements = 0;

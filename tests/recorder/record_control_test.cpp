@@ -7,8 +7,6 @@
 namespace recorder {
 namespace {
 
-const Text kLink = u"http://radio.example/live";
-
 class Window : public testing::Test {
  protected:
   Window() { rig_.StationSends("----" + TitleOf("Eins\x1B") + "1111"); }

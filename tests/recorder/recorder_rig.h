@@ -16,6 +16,9 @@ namespace recorder {
 
 using platform::Text;
 
+/// What is recorded.
+inline const Text kLink = u"http://radio.example/live";
+
 /// The recorded files exist for the file port; names in `taken` exist without being recordings.
 class FilesOfRecording : public test_support::MemoryFiles {
  public:

@@ -14,8 +14,6 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const Text kLink = u"http://radio.example/live";
-
 class Recording : public testing::Test {
  protected:
   // Every phase once, in the order in which it was told.

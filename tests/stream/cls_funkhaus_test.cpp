@@ -11,8 +11,6 @@
 namespace stream {
 namespace {
 
-const std::string kAudio(8, 'A');
-
 class ClsFunkhaus : public testing::Test {
  protected:
   void AnswerWith(TextView headers) { rig_.internet.answer.raw_headers = Text(headers); }
@@ -138,7 +136,7 @@ TEST_F(ClsFunkhaus, StreamAddressAndPlaylistDoNotTouchEachOther) {
 }
 
 TEST_F(ClsFunkhaus, OnlySettingTheAddressAsksForHeaders) {
-  rig_.StationSends(kAudio + Block("StreamTitle='A much longer song title here';"));
+  rig_.StationSends(kEightBytes + Block("StreamTitle='A much longer song title here';"));
   client_->StreamUrl(u"http://h/");
   rig_.internet.calls.clear();
   client_->ReadStreamMetaData(8);
@@ -175,7 +173,7 @@ TEST_F(ClsFunkhaus, PlaylistFetchesNest) {
 }
 
 TEST_F(ClsFunkhaus, NoOperationSetsTheAbortFlag) {
-  rig_.StationSends(kAudio + Block("StreamTitle='Song';"), 4);
+  rig_.StationSends(kEightBytes + Block("StreamTitle='Song';"), 4);
   client_->StreamUrl(u"http://h/");
   InTheNextPump([&] {
     client_->StopRecStream();
@@ -186,7 +184,7 @@ TEST_F(ClsFunkhaus, NoOperationSetsTheAbortFlag) {
 }
 
 TEST_F(ClsFunkhaus, AnotherAddressMayBeSetInsideAReader) {
-  rig_.StationSends(kAudio + Block("StreamTitle='Song';"), 4);
+  rig_.StationSends(kEightBytes + Block("StreamTitle='Song';"), 4);
   client_->StreamUrl(u"http://h/");
   InTheNextPump([&] { client_->StreamUrl(u"http://other/"); });
   EXPECT_EQ(client_->ReadStreamMetaData2(8), u"Song");
@@ -194,7 +192,7 @@ TEST_F(ClsFunkhaus, AnotherAddressMayBeSetInsideAReader) {
 }
 
 TEST_F(ClsFunkhaus, StartGetInfoSongRunsTheActiveReaderAndThrowsItsResultAway) {
-  rig_.StationSends(kAudio + Block("StreamTitle='Song';"));
+  rig_.StationSends(kEightBytes + Block("StreamTitle='Song';"));
   client_->StreamUrl(u"http://h/");
   rig_.internet.calls.clear();
   client_->StopRecStream();
@@ -204,7 +202,7 @@ TEST_F(ClsFunkhaus, StartGetInfoSongRunsTheActiveReaderAndThrowsItsResultAway) {
 }
 
 TEST_F(ClsFunkhaus, StartGetInfoSongClearsTheStopFlagFirst) {
-  rig_.StationSends(kAudio + Block("StreamTitle='Song';"), 4);
+  rig_.StationSends(kEightBytes + Block("StreamTitle='Song';"), 4);
   client_->StreamUrl(u"http://h/");
   client_->StopRecStream();
   client_->StartGetInfoSong(u"audio/mpeg", u"8");
@@ -229,7 +227,7 @@ TEST_F(ClsFunkhaus, GetActiveMetaEndsAtOnceWhenTheStopFlagIsStillSet) {
   EXPECT_EQ(client_->GetActiveMeta(u"audio/mpeg", 8), u"");
   EXPECT_EQ(rig_.internet.reads.size(), 1U);
   client_->FreeRecStream();
-  rig_.StationSends(kAudio + Block("StreamTitle='Song';"), 4);
+  rig_.StationSends(kEightBytes + Block("StreamTitle='Song';"), 4);
   EXPECT_EQ(client_->GetActiveMeta(u"audio/mpeg", 8), u"Song");
 }
 
@@ -249,7 +247,7 @@ TEST_F(ClsFunkhaus, RecordsIntoAnotherFolderWhenOneIsChosen) {
 }
 
 TEST_F(ClsFunkhaus, AnIntervalMakesTheRecordingSplitByTitle) {
-  rig_.StationSends(kAudio + Block("StreamTitle='One';StreamUrl='http://x';") + "1234");
+  rig_.StationSends(kEightBytes + Block("StreamTitle='One';StreamUrl='http://x';") + "1234");
   client_->StreamUrl(u"http://h/");
   Text playing;
   client_->RecStreamCurrentPlaying = [&](const Text& sStreamTitle, const Text& sStreamUrl, const Text&) {
@@ -318,7 +316,7 @@ TEST_F(ClsFunkhaus, LettingGoInsideARecordingClosesItsFile) {
 }
 
 TEST_F(ClsFunkhaus, LettingGoInsideAnEventRaisesNoFurtherOne) {
-  rig_.StationSends(kAudio + Block("StreamTitle='One';") + kAudio + Block("StreamTitle='Two';"));
+  rig_.StationSends(kEightBytes + Block("StreamTitle='One';") + kEightBytes + Block("StreamTitle='Two';"));
   client_->StreamUrl(u"http://h/");
   int events = 0;
   client_->RecStreamCurrentPlaying = [&, kept = std::string("captured")](const Text&, const Text&,

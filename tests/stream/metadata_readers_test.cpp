@@ -15,7 +15,6 @@ using testing::ElementsAre;
 using Reader = Text (*)(StreamState&, std::int32_t);
 
 constexpr std::int32_t kInterval = 8;
-const std::string kAudio(8, 'A');
 const std::string kLongTitle = "A much longer song title here";
 
 class Readers : public testing::Test {
@@ -41,7 +40,7 @@ class EveryReader : public Readers, public testing::WithParamInterface<Reader> {
 };
 
 TEST_P(EveryReader, OpensWithAgentHeaderAndFlagsAndClosesInOrder) {
-  rig_.StationSends(kAudio + Block("StreamTitle='" + kLongTitle + "';"));
+  rig_.StationSends(kEightBytes + Block("StreamTitle='" + kLongTitle + "';"));
   EXPECT_EQ(Read(), u"A much longer song title here");
   EXPECT_THAT(rig_.internet.calls,
               ElementsAre("InternetOpenW(WinampMPEG/5.09, 1) = 1",
@@ -69,8 +68,8 @@ TEST_P(EveryReader, ClosesTheSessionWithoutAConnection) {
 }
 
 TEST_P(EveryReader, FindsTheTitleHoweverTheBytesAreSplit) {
-  const std::string bytes =
-      kAudio + std::string(1, '\0') + kAudio + Block("StreamTitle='" + kLongTitle + "';") + kAudio;
+  const std::string bytes = kEightBytes + std::string(1, '\0') + kEightBytes +
+                            Block("StreamTitle='" + kLongTitle + "';") + kEightBytes;
   for (std::size_t split = 1; split < bytes.size(); ++split) {
     rig_.internet.answer.reads = {{true, bytes.substr(0, split)}, {true, ""}, {true, bytes.substr(split)}};
     state_.stop_flag = false;
@@ -83,24 +82,24 @@ TEST_P(EveryReader, FindsTheTitleHoweverTheBytesAreSplit) {
 
 TEST_P(EveryReader, IgnoresTheBytesOfAFailedRead) {
   rig_.internet.answer.reads = {{false, "12345678"},
-                                {true, kAudio + Block("StreamTitle='" + kLongTitle + "';")}};
+                                {true, kEightBytes + Block("StreamTitle='" + kLongTitle + "';")}};
   EXPECT_EQ(Read(), u"A much longer song title here");
 }
 
 TEST_P(EveryReader, TakesTheLongestBlock) {
   const std::string title(4000, 't');
-  rig_.StationSends(kAudio + Block("StreamTitle='" + title + "';" + std::string(60, ' ')));
+  rig_.StationSends(kEightBytes + Block("StreamTitle='" + title + "';" + std::string(60, ' ')));
   EXPECT_EQ(Read(), Text(4000, u't'));
 }
 
 TEST_P(EveryReader, PassesOverABlockOfLineFeeds) {
-  rig_.StationSends(kAudio + Block(std::string(16, '\n')) + kAudio +
+  rig_.StationSends(kEightBytes + Block(std::string(16, '\n')) + kEightBytes +
                     Block("StreamTitle='" + kLongTitle + "';"));
   EXPECT_EQ(Read(), u"A much longer song title here");
 }
 
 TEST_P(EveryReader, AnAddressSetInsideTheWaitDoesNotTouchTheRunningCall) {
-  rig_.StationSends(kAudio + Block("StreamTitle='" + kLongTitle + "';"), 5);
+  rig_.StationSends(kEightBytes + Block("StreamTitle='" + kLongTitle + "';"), 5);
   rig_.loop.on_pump = [this] {
     state_.address = u"http://other.example/";
     state_.open_flags = 0;
@@ -110,7 +109,7 @@ TEST_P(EveryReader, AnAddressSetInsideTheWaitDoesNotTouchTheRunningCall) {
 }
 
 TEST_P(EveryReader, CallsNestWithoutDisturbingEachOther) {
-  rig_.StationSends(kAudio + Block("StreamTitle='" + kLongTitle + "';"), 5);
+  rig_.StationSends(kEightBytes + Block("StreamTitle='" + kLongTitle + "';"), 5);
   Text inner;
   rig_.loop.on_pump = [&] {
     rig_.loop.on_pump = nullptr;
@@ -140,13 +139,13 @@ INSTANTIATE_TEST_SUITE_P(All, EveryReader,
                          testing::Values(&ReadLongTitle, &ReadFirstBlockTitle, &ReadActiveTitle), ReaderName);
 
 TEST_F(ReadLong, WaitsForALaterBlockWhenTheTitleIsShort) {
-  rig_.StationSends(kAudio + Block("StreamTitle='Artist - Song';") + kAudio +
+  rig_.StationSends(kEightBytes + Block("StreamTitle='Artist - Song';") + kEightBytes +
                     Block("StreamTitle='" + kLongTitle + "';"));
   EXPECT_EQ(ReadLongTitle(state_, kInterval), u"A much longer song title here");
 }
 
 TEST_F(ReadLong, TimesOutAfterJustOverSixSeconds) {
-  rig_.StationSends(kAudio + Block("StreamTitle='Artist - Song';"));
+  rig_.StationSends(kEightBytes + Block("StreamTitle='Artist - Song';"));
   rig_.ReadsTake(0.5);
   EXPECT_EQ(ReadLongTitle(state_, kInterval), u"TimeOut");
   EXPECT_EQ(rig_.internet.reads.size(), 13U) << "6.0 seconds are not over the limit, 6.5 are";
@@ -155,12 +154,12 @@ TEST_F(ReadLong, TimesOutAfterJustOverSixSeconds) {
 }
 
 TEST_F(ReadLong, BytesAreCharactersOfTheSameCode) {
-  rig_.StationSends(kAudio + Block("StreamTitle='K\xFCnstler \x80 - a long title';"));
+  rig_.StationSends(kEightBytes + Block("StreamTitle='K\xFCnstler \x80 - a long title';"));
   EXPECT_EQ(ReadLongTitle(state_, kInterval), u"K\u00FCnstler \u0080 - a long title");
 }
 
 TEST_F(ReadFirstBlock, GivesAShortTitle) {
-  rig_.StationSends(kAudio + Block("StreamTitle='Artist - Song';"));
+  rig_.StationSends(kEightBytes + Block("StreamTitle='Artist - Song';"));
   EXPECT_EQ(ReadFirstBlockTitle(state_, kInterval), u"Artist - Song");
 }
 
@@ -211,19 +210,20 @@ TEST_F(ReadFirstBlock, AcrossMidnightItWaitsUntilTheClockHasPassedTheLimitAgain)
 }
 
 TEST_F(ReadFirstBlock, BytesAreCharactersOfTheAnsiCodePage) {
-  rig_.StationSends(kAudio + Block("StreamTitle='\x80 K\xFCnstler \xC3\xBC \x81';"));
+  rig_.StationSends(kEightBytes + Block("StreamTitle='\x80 K\xFCnstler \xC3\xBC \x81';"));
   EXPECT_EQ(ReadFirstBlockTitle(state_, kInterval), u"\u20AC K\u00FCnstler \u00C3\u00BC \u0081");
 }
 
 TEST_F(ReadFirstBlock, OtherEncodingsComeThroughAsTheirBytes) {
-  rig_.StationSends(kAudio + Block("\xEF\xBB\xBFStreamTitle='\xCF\xF0\xE8\xE2\xE5\xF2';"));
+  rig_.StationSends(kEightBytes + Block("\xEF\xBB\xBFStreamTitle='\xCF\xF0\xE8\xE2\xE5\xF2';"));
   EXPECT_EQ(ReadFirstBlockTitle(state_, kInterval), u"\u00CF\u00F0\u00E8\u00E2\u00E5\u00F2");
-  rig_.StationSends(kAudio + Block(std::string("StreamTitle='\xFE\xFF\0A\0B';", 21)));
+  rig_.StationSends(kEightBytes + Block(std::string("StreamTitle='\xFE\xFF\0A\0B';", 21)));
   EXPECT_EQ(ReadFirstBlockTitle(state_, kInterval), Text(u"\u00FE\u00FF\0A\0B", 6));
 }
 
 TEST_F(ReadFirstBlock, EndsWithNothingAtABlockWithoutATitle) {
-  rig_.StationSends(kAudio + Block("StreamTitle='';StreamUrl='';") + kAudio + Block("StreamTitle='Later';"));
+  rig_.StationSends(kEightBytes + Block("StreamTitle='';StreamUrl='';") + kEightBytes +
+                    Block("StreamTitle='Later';"));
   EXPECT_EQ(ReadFirstBlockTitle(state_, kInterval), u"");
 }
 
@@ -270,20 +270,20 @@ TEST_F(ReadActive, WorksItsFlagsOutFromTheAddress) {
 }
 
 TEST_F(ReadActive, LeavesTheStopFlagSetWithItsTitle) {
-  rig_.StationSends(kAudio + Block("StreamUrl='http://x';StreamTitle='Song';"));
+  rig_.StationSends(kEightBytes + Block("StreamUrl='http://x';StreamTitle='Song';"));
   EXPECT_EQ(ReadActiveTitle(state_, kInterval), u"Song");
   EXPECT_TRUE(state_.stop_flag);
 }
 
 TEST_F(ReadActive, GivesUpAtTheSecondEmptyBlock) {
-  rig_.StationSends(kAudio + std::string(1, '\0') + kAudio + std::string(1, '\0') + kAudio +
+  rig_.StationSends(kEightBytes + std::string(1, '\0') + kEightBytes + std::string(1, '\0') + kEightBytes +
                     Block("StreamTitle='Late';"));
   EXPECT_EQ(ReadActiveTitle(state_, kInterval), u"");
   EXPECT_TRUE(state_.stop_flag);
 }
 
 TEST_F(ReadActive, TakesATitleAfterOneEmptyBlock) {
-  rig_.StationSends(kAudio + std::string(1, '\0') + kAudio + Block("StreamTitle='Song';"));
+  rig_.StationSends(kEightBytes + std::string(1, '\0') + kEightBytes + Block("StreamTitle='Song';"));
   EXPECT_EQ(ReadActiveTitle(state_, kInterval), u"Song");
 }
 
@@ -297,13 +297,13 @@ TEST_F(ReadActive, HasNoTimeLimitAndEndsWithTheStopFlag) {
 }
 
 TEST_F(ReadActive, LetsTheWindowWorkAfterEveryByteOfStreamData) {
-  rig_.StationSends(kAudio + Block("StreamTitle='Song';"));
+  rig_.StationSends(kEightBytes + Block("StreamTitle='Song';"));
   EXPECT_EQ(ReadActiveTitle(state_, kInterval), u"Song");
   EXPECT_EQ(rig_.loop.pumps, kInterval + 1) << "the audio bytes and the length byte";
 }
 
 TEST_F(ReadActive, AStopInTheMiddleOfAReadLetsTheReadBeWalkedThrough) {
-  rig_.StationSends(kAudio + Block("StreamTitle='Song';"));
+  rig_.StationSends(kEightBytes + Block("StreamTitle='Song';"));
   rig_.loop.on_pump = [this] { state_.stop_flag = true; };
   EXPECT_EQ(ReadActiveTitle(state_, kInterval), u"Song");
 }

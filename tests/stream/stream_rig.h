@@ -14,6 +14,9 @@
 
 namespace stream {
 
+/// Sound, as much as an announced interval of 8 has between two metadata blocks.
+inline const std::string kEightBytes(8, 'A');
+
 struct StreamRig {
   test_support::ScriptedInternet internet;
   test_support::ScriptedXmlHttpRequests requests;

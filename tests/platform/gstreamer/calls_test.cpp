@@ -22,12 +22,6 @@ using namespace platform::gstreamer;  // NOLINT: the identifiers
 using test_support::MakeTone;
 using test_support::TempFolder;
 
-GstMediaOptions Unheard() {
-  GstMediaOptions options;
-  options.output = SoundOutput::kNowhere;
-  return options;
-}
-
 class CallsTest : public testing::Test {
  protected:
   GstMedia& Media() { return driver.Media(); }

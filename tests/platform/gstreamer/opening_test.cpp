@@ -27,12 +27,6 @@ using test_support::RunProgram;
 using test_support::TempFolder;
 using Clock = std::chrono::steady_clock;
 
-platform::gstreamer::GstMediaOptions Unheard() {
-  platform::gstreamer::GstMediaOptions options;
-  options.output = platform::gstreamer::SoundOutput::kNowhere;
-  return options;
-}
-
 class OpeningTest : public testing::Test {
  protected:
   HResult ResultOfAnswer(const std::string& answer) {

@@ -29,6 +29,12 @@ std::string PlainPaths::ToNative(const Text& path) {
 
 Text ToText(const std::string& utf8) { return TextFromUtf8(utf8.c_str()); }
 
+GstMediaOptions Unheard() {
+  GstMediaOptions options;
+  options.output = platform::gstreamer::SoundOutput::kNowhere;
+  return options;
+}
+
 SessionDriver::SessionDriver(GstMediaOptions options) : media_(loop, paths_, WithLog(std::move(options))) {
   media_.MFStartup(1, 0);
 }

@@ -34,6 +34,9 @@ std::optional<HResult> Call(platform::InterfaceCalls& calls, InterfaceHandle obj
   return calls.DispCallFunc(object, operation.slot, list);
 }
 
+/// Plays in time, but into nothing.
+platform::gstreamer::GstMediaOptions Unheard();
+
 /// One adapter and at most one item.
 class SessionDriver {
  public:
