@@ -12,7 +12,11 @@ using std::chrono::seconds;
 
 /// While a sound server that was there restarts, playing on without sound would not come back by itself.
 constexpr seconds kWaitForOutput{30};
-constexpr std::int64_t kFirstRefill = 400'000'000;
+constexpr std::chrono::microseconds kDeviceBuffer{kDeviceBufferMicroseconds};
+/// How long a device is left alone once the buffer behind it is dry: until it asks for more in vain.
+constexpr std::chrono::microseconds kPlayedWhenDry = kDeviceBuffer * 3 / 4;
+/// The device takes what it can hold at once; what is left must not count as dry.
+constexpr std::int64_t kFirstRefill = kDeviceBufferMicroseconds * 1000 + 200'000'000;
 constexpr std::int64_t kLargestRefill = 5'000'000'000;
 
 }  // namespace
@@ -96,8 +100,7 @@ void MediaSupervisor::OnPlayingEvent(const PipelineEvent& event) {
       return LoseSource();
     case Kind::kEnded:
       LoseSource();
-      playing_.silent_at = Clock::now() + std::chrono::microseconds(kDeviceBufferMicroseconds);
-      return;
+      return DropOnceHeard();
     case Kind::kFailed:
       return OnPlayingFailed(event);
     case Kind::kDurationChanged:
@@ -142,13 +145,15 @@ void MediaSupervisor::OnDuration() {
 }
 
 void MediaSupervisor::OnBuffering(int percent) {
-  playing_.filled = percent >= 100;
+  const bool was_filled = std::exchange(playing_.filled, percent >= 100);
   if (playing_.filled) {
-    playing_.was_filled = true;
+    playing_.refilled = true;
+    playing_.dry_at.reset();
     return;
   }
-  if (playing_.source_gone) return DropPlaying();
-  if (!std::exchange(playing_.was_filled, false)) return;
+  if (playing_.source_gone) return DropOnceHeard();
+  if (was_filled && playing_.playing) playing_.dry_at = Clock::now() + kPlayedWhenDry;
+  if (!std::exchange(playing_.refilled, false)) return;
   // A connection that could not keep up gets a larger reserve each time.
   playing_.refill = std::min(playing_.refill * 2, kLargestRefill);
   playing_.pipeline->SetRefill(playing_.refill);
@@ -169,7 +174,8 @@ void MediaSupervisor::OnPlayingFailed(const PipelineEvent& event) {
   if (!live_) return Finish();
   LoseSource();
   output_lost_ = event.output_failed && playing_.pipeline->Heard();
-  if (event.output_failed || !playing_.filled) DropPlaying();
+  if (event.output_failed) return DropPlaying();
+  if (!playing_.filled) DropOnceHeard();
 }
 
 void MediaSupervisor::LoseSource() {
@@ -177,6 +183,11 @@ void MediaSupervisor::LoseSource() {
   playing_.source_gone = true;
   schedule_.Lose(Clock::now(), playing_.played_since);
   services_->log("the stream broke off and is opened again");
+}
+
+void MediaSupervisor::DropOnceHeard() {
+  if (!playing_.playing) return DropPlaying();
+  if (!playing_.silent_at) playing_.silent_at = Clock::now() + kDeviceBuffer;
 }
 
 void MediaSupervisor::DropPlaying() {
@@ -238,6 +249,7 @@ std::optional<MediaSupervisor::Clock::time_point> MediaSupervisor::NextWake() co
   const auto consider = [&wake](Clock::time_point time) { wake = wake ? std::min(*wake, time) : time; };
   if (opening_.pipeline && !opening_.prerolled) consider(opening_.deadline);
   if (playing_.silent_at) consider(*playing_.silent_at);
+  if (playing_.dry_at) consider(*playing_.dry_at);
   if (WantsAttempt()) consider(schedule_.NextAttempt());
   if (MayStall()) consider(StallTime());
   return wake;
@@ -247,6 +259,7 @@ void MediaSupervisor::CheckTimers() {
   const auto now = Clock::now();
   if (opening_.pipeline && !opening_.prerolled && now >= opening_.deadline) OnOpenFailed(kMfENetTimeout);
   if (playing_.silent_at && now >= *playing_.silent_at) OnSilent();
+  if (playing_.dry_at && now >= *playing_.dry_at) playing_.dry_at.reset();
   if (MayStall() && now >= StallTime()) {
     LoseSource();
     DropPlaying();
@@ -256,7 +269,8 @@ void MediaSupervisor::CheckTimers() {
 
 void MediaSupervisor::AdjustPlaying() {
   if (!playing_.pipeline) return;
-  const bool play = wanted_ == Wanted::kRunning && playing_.filled;
+  const bool has_sound = playing_.filled || playing_.dry_at || playing_.silent_at;
+  const bool play = wanted_ == Wanted::kRunning && has_sound;
   if (play == playing_.playing) return;
   playing_.playing = play;
   if (play && !playing_.played_since) playing_.played_since = Clock::now();

@@ -46,12 +46,13 @@ class MediaSupervisor {
     std::shared_ptr<Pipeline> pipeline;
     bool prerolled = false;
     bool filled = false;       ///< enough is buffered
-    bool was_filled = false;   ///< it played already: the next hole is a dry buffer
+    bool refilled = false;     ///< after a hole: one more asks for a larger reserve
     bool source_gone = false;  ///< only what is buffered is left
     bool playing = false;
     Clock::time_point deadline{};                   ///< of opening
     std::optional<Clock::time_point> played_since;  ///< when it was first heard
     std::optional<Clock::time_point> silent_at;     ///< when the end has been heard, once it is near
+    std::optional<Clock::time_point> dry_at;        ///< when the device is as good as dry, once the buffer is
     std::int64_t refill = 0;
   };
 
@@ -67,6 +68,8 @@ class MediaSupervisor {
   void OnDuration();
   void OnRequest(Wanted wanted);
   void LoseSource();
+  /// Lets the device play what it holds before that.
+  void DropOnceHeard();
   void DropPlaying();
   void Promote();
   void Finish();

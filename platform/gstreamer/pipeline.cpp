@@ -14,7 +14,7 @@ namespace {
 /// The buffer's size: so much decoded sound, or so many bytes of it.
 constexpr std::int64_t kBufferTime = 10 * GST_SECOND;
 constexpr guint kBufferBytes = 24U << 20U;
-/// The share of the buffer below which it counts as dry: 40 ms, for the device has its own 200 ms by then.
+/// The share of the buffer below which it counts as dry: 40 ms, for the device has its own 400 ms by then.
 constexpr double kDry = 0.004;
 /// How often a file on a server is asked for its rest after a broken connection.
 constexpr int kResumeTries = 3;

@@ -15,7 +15,7 @@
 namespace platform::gstreamer {
 
 /// How much sound a device takes ahead of its being heard.
-inline constexpr std::int64_t kDeviceBufferMicroseconds = 200'000;
+inline constexpr std::int64_t kDeviceBufferMicroseconds = 400'000;
 
 /// Makes sinks; safe to use from any thread.
 class OutputChooser {
