@@ -54,6 +54,7 @@ class Stage:
         self.address = f"{self.station.address}/stream"
         self.display = start_screen(children)
         self.sink = NullSink(children, scratch / "sound")
+        self.reference_sink = None  # made with the reference
         self.environment = {**os.environ, **self.sink.environment, "DISPLAY": self.display, "QT_QPA_PLATFORM": "xcb"}
         write_catalogue(scratch / "settings" / "Ordnerzentrale" / "Funkhaus.ini",
                         [(NAME, self.address, "Pop & Hits", "", "")])
