@@ -77,11 +77,21 @@ def make_program_folder(folder, program):
     return folder / program.name
 
 
-def visit(launch, visitor, scratch, program):
-    """Does everything with the window that there is to do with it."""
-    def tell(line):
-        print(line, flush=True)
+class Teller:
+    """Says what was seen and heard, and leaves it behind in a file."""
 
+    def __init__(self, path):
+        self.path = path
+        path.write_text("", encoding="utf-8")
+
+    def __call__(self, line):
+        print(line, flush=True)
+        with self.path.open("a", encoding="utf-8") as file:
+            file.write(line + "\n")
+
+
+def visit(launch, visitor, scratch, program, tell):
+    """Does everything with the window that there is to do with it."""
     quiet = visitor.sink.loudness()
     if quiet > SILENT:
         raise Failure(f"{quiet:.1f} dB before anything is played")
@@ -124,6 +134,8 @@ def run(arguments, children, scratch):
         report = Report(scratch / "report.txt")
         environment.update(sink.environment, DISPLAY=display, QT_QPA_PLATFORM="xcb",
                            FUNKHAUS_DEMO_REPORT=str(report.path), XDG_MUSIC_DIR=str(scratch / "music"))
+        tell = Teller(output / "report.txt")
+
         def launch():
             report.path.unlink(missing_ok=True)
             player = children.start("player", [program], env=environment)
@@ -133,14 +145,15 @@ def run(arguments, children, scratch):
             return player
 
         try:
-            visit(launch, Visitor(display, sink, report, station, output), scratch, program)
-        except Failure:
+            visit(launch, Visitor(display, sink, report, station, output), scratch, program, tell)
+        except Failure as failure:
+            tell(f"The demonstration failed: {failure}")
             screenshot(display, output / "failure.png")
             if report.path.exists():
-                shutil.copy2(report.path, output / "failure-report.txt")
+                shutil.copy2(report.path, output / "failure-controls.txt")
             raise
-    print(f"Titles served: {len(station.lines('title '))}, requests: {len(station.lines('request '))}; "
-          f"screenshots in {output}")
+    tell(f"Titles served: {len(station.lines('title '))}, requests: {len(station.lines('request '))}")
+    print(f"Report and screenshots: {output}")
     return 0
 
 
