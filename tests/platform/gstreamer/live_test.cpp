@@ -3,7 +3,6 @@
 
 #include <atomic>
 #include <chrono>
-#include <thread>
 
 #include "tests/platform/gstreamer/session_driver.h"
 #include "tests/support/icecast_server.h"
@@ -179,7 +178,7 @@ TEST_F(LiveTest, AHoleThatTheDeviceCanBridgeIsNotHeard) {
   server.On("/live", [&](MediaHttpServer::Connection& connection) {
     // 600 ms later the rest of the first second is all in the device.
     if (!connection.Send(LiveHead("audio/mpeg") + sound.substr(0, kBytesPerSecond))) return;
-    std::this_thread::sleep_for(750ms);
+    connection.StaySilent(750ms);
     connection.Send(sound.substr(kBytesPerSecond));
     connection.StaySilent(20s);
   });
