@@ -100,7 +100,7 @@ void MediaSupervisor::OnPlayingEvent(const PipelineEvent& event) {
       return LoseSource();
     case Kind::kEnded:
       LoseSource();
-      return DropOnceHeard();
+      return EndOnceHeard();
     case Kind::kFailed:
       return OnPlayingFailed(event);
     case Kind::kDurationChanged:
@@ -151,7 +151,7 @@ void MediaSupervisor::OnBuffering(int percent) {
     playing_.dry_at.reset();
     return;
   }
-  if (playing_.source_gone) return DropOnceHeard();
+  if (playing_.source_gone) return EndOnceHeard();
   if (was_filled && playing_.playing) playing_.dry_at = Clock::now() + kPlayedWhenDry;
   if (!std::exchange(playing_.refilled, false)) return;
   // A connection that could not keep up gets a larger reserve each time.
@@ -175,7 +175,7 @@ void MediaSupervisor::OnPlayingFailed(const PipelineEvent& event) {
   LoseSource();
   output_lost_ = event.output_failed && playing_.pipeline->Heard();
   if (event.output_failed) return DropPlaying();
-  if (!playing_.filled) DropOnceHeard();
+  if (!playing_.filled) EndOnceHeard();
 }
 
 void MediaSupervisor::LoseSource() {
@@ -185,8 +185,8 @@ void MediaSupervisor::LoseSource() {
   services_->log("the stream broke off and is opened again");
 }
 
-void MediaSupervisor::DropOnceHeard() {
-  if (!playing_.playing) return DropPlaying();
+void MediaSupervisor::EndOnceHeard() {
+  if (!playing_.playing) return OnSilent();
   if (!playing_.silent_at) playing_.silent_at = Clock::now() + kDeviceBuffer;
 }
 

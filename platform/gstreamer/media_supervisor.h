@@ -68,8 +68,8 @@ class MediaSupervisor {
   void OnDuration();
   void OnRequest(Wanted wanted);
   void LoseSource();
-  /// Lets the device play what it holds before that.
-  void DropOnceHeard();
+  /// What plays has come to its end, or is given up; the device plays what it holds before that.
+  void EndOnceHeard();
   void DropPlaying();
   void Promote();
   void Finish();

@@ -18,7 +18,7 @@ std::int64_t SecondsOfDay(std::int64_t utc, std::int64_t offset) { return (utc +
 TEST(PosixClock, SecondsSinceMidnightAreLocal) {
   PosixClock clock;
   for (const auto& [zone, offset] :
-       {std::pair("XXX-5:30", 19800), std::pair("YYY+8", -28800), std::pair("UTC0", 0)}) {
+       {std::pair("EAST-5:30", 19800), std::pair("WEST+8", -28800), std::pair("UTC0", 0)}) {
     SetZone(zone);
     const std::int64_t before = clock.WholeSeconds();
     const double seconds = clock.SecondsSinceMidnight();
@@ -46,7 +46,7 @@ TEST(PosixClock, SecondsSinceMidnightHaveAFraction) {
 
 TEST(PosixClock, LocalTimeIsTheCalendarTimeOfTheZone) {
   PosixClock clock;
-  SetZone("XXX-5:30");
+  SetZone("EAST-5:30");
   const time_t before = ::time(nullptr);
   const DateTime local = clock.LocalTime();
   const time_t after = ::time(nullptr);
