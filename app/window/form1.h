@@ -25,6 +25,7 @@ struct Form1 {
   controls::Frame Frame1;                             // bottom panel: editor and buttons
   std::array<controls::ProgressBar, 2> ProgressBar1;  // peak bars, left and right
   controls::Frame Frame3;                             // information panel
+  controls::Label StatusLine;                         // below the inner area, as wide as the window
 
   // In Frame2
   controls::ListView SymbolListview;      // all stations

@@ -19,6 +19,7 @@ MainWindow::MainWindow(Platform platform, std::function<void(catalogue::Form2&)>
       show_modal_(std::move(show_modal)),
       ini_(settings_, platform.profile, platform.files, platform.environment),
       language_(settings_, ini_, platform.profile, platform.files, platform.environment),
+      status_line_(form1_.StatusLine, language_),
       picture_(platform.environment, platform.files, platform.icons),
       layout_(form1_),
       icons_({platform.icons, platform.files, platform.conversion, platform.dialogs}, Lists()),

@@ -42,6 +42,7 @@
 #include "ui/now_playing.h"
 #include "ui/playback_control.h"
 #include "ui/recorder_launch.h"
+#include "ui/status_line.h"
 
 namespace app {
 
@@ -104,6 +105,7 @@ class MainWindow {
   IniProcedures ini_;
   Language language_;
   Form1 form1_;
+  ui::StatusLine status_line_;
   std::shared_ptr<stream::clsFunkhaus> cFunkhaus;
   std::shared_ptr<player::clsMFPlayer> cPlayer;
   player::ProgramDuration duration_;
