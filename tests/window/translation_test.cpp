@@ -28,6 +28,8 @@ class AllControls {
            form1.UpDownTextBox1, form1.Command8, form1.Check1, form1.Check3, form1.CommandButton1,
            form1.CommandButton2, form1.Command4, form1.Command5, form1.Label4, form1.Label3, form1.Image1,
            form1.CmdInfoClose, form1.tmPlay, form1.Timer1, form1.Timer2);
+    // Its sentences are translated one by one, by whoever shows them.
+    size += sizeof(form1.StatusLine);
   }
 
   std::size_t size = 0;
