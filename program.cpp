@@ -90,7 +90,7 @@ struct Program::Parts {
   platform::gstreamer::GstMedia media{message_loop, paths};
   app::MainWindow logic{app::Platform{profile, files, record_files, environment, conversion, string_order,
                                       icons, internet, requests, media, media, property_values, dialogs,
-                                      shell, clipboard, system_messages, message_loop, clock},
+                                      shell, clipboard, system_messages, message_loop, clock, media},
                         [this](catalogue::Form2& form) { ShowNewStation(form); }};
   std::unique_ptr<platform::qt::ToolkitTexts> toolkit_texts;
   std::unique_ptr<platform::qt::MainWindow> window;

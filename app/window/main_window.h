@@ -28,6 +28,7 @@
 #include "platform/internet.h"
 #include "platform/media_framework.h"
 #include "platform/message_loop.h"
+#include "platform/playback_monitor.h"
 #include "platform/private_profile.h"
 #include "platform/property_value.h"
 #include "platform/record_files.h"
@@ -66,6 +67,7 @@ struct Platform {
   platform::SystemMessages& system_messages;
   platform::MessageLoop& message_loop;
   platform::Clock& clock;
+  platform::PlaybackMonitor& playback_monitor;
 };
 
 /// Its life: constructed (settings folder known), Load (lists filled, view restored, texts translated),

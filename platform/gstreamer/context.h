@@ -5,6 +5,7 @@
 #include <chrono>
 #include <memory>
 
+#include "platform/gstreamer/latest_item.h"
 #include "platform/gstreamer/media_item.h"
 #include "platform/gstreamer/object.h"
 #include "platform/message_loop.h"
@@ -20,6 +21,7 @@ struct Context {
   HandleTable handles;
   /// The item whose session was set up last: the program's own entry among the audio sessions.
   std::weak_ptr<MediaItem> sounding;
+  LatestItem latest;
 };
 
 }  // namespace platform::gstreamer

@@ -31,6 +31,7 @@ struct GstMedia::Impl {
                 options.open_deadline,
                 std::make_shared<ItemServices>(options),
                 {},
+                {},
                 {}} {}
 
   /// Hands a new object out once the framework has been started.
@@ -143,5 +144,7 @@ HResult GstMedia::CoCreateInstance(const Guid& clsid, InterfaceHandle, std::int3
   const auto view = std::make_shared<DeviceEnumerator>(impl_->context)->As(iid);
   return view ? impl_->context.handles.Hand(view, &out) : kENoInterface;
 }
+
+PlaybackStatus GstMedia::Status() const { return impl_->context.latest.Status(); }
 
 }  // namespace platform::gstreamer

@@ -1,6 +1,6 @@
 #pragma once
-// The media framework and the audio sessions on Linux: answers both ports with GStreamer.
-// Not the player: the order of calls and what they mean to the user is the logic's business.
+// The media framework, the audio sessions and the state of playing on Linux: answers their ports with
+// GStreamer. Not the player: the order of calls and what they mean to the user is the logic's business.
 
 #include <chrono>
 #include <cstddef>
@@ -15,6 +15,7 @@
 #include "platform/media_framework.h"
 #include "platform/message_loop.h"
 #include "platform/native_paths.h"
+#include "platform/playback_monitor.h"
 
 namespace platform::gstreamer {
 
@@ -53,9 +54,9 @@ class StreamReader {
   virtual std::optional<std::uint64_t> Size() = 0;
 };
 
-/// Both ports in one object, since their handles are the same. All calls belong to the user-interface
-/// thread, except RegisterStream's readers. An opened item is looked after by a thread of its own: it
-/// pauses a buffer that ran dry until there is enough, and opens a lost live stream again until it is
+/// All three ports in one object, since it is the same items that they speak of. All calls belong to the
+/// user-interface thread, except RegisterStream's readers. An opened item is looked after by a thread of its
+/// own: it pauses a buffer that ran dry until there is enough, and opens a lost live stream again until it is
 /// stopped; no call waits for a server except opening an address, which is bounded.
 ///
 /// Every item has one stream, its first audio stream. Pictures in it are not shown: there is no window
@@ -64,7 +65,7 @@ class StreamReader {
 /// Properties of an item's metadata, each present when known: "Title", "Author", "Album", "Genre",
 /// "StationName", "StationUrl", "Comment", "Copyright" (wide strings), "AudioCodec" (wide string), "BitRate"
 /// (bits per second), "SampleRate" (Hz) and "Channels" (32-bit unsigned integers).
-class GstMedia : public MediaFramework, public InterfaceCalls {
+class GstMedia : public MediaFramework, public InterfaceCalls, public PlaybackMonitor {
  public:
   GstMedia(MessageLoop& message_loop, NativePaths& native_paths, GstMediaOptions options = {});
   ~GstMedia() override;
@@ -92,6 +93,8 @@ class GstMedia : public MediaFramework, public InterfaceCalls {
                                       std::span<const Argument> arguments) override;
   HResult CoCreateInstance(const Guid& clsid, InterfaceHandle outer, std::int32_t class_context,
                            const Guid& iid, InterfaceHandle& out) override;
+
+  [[nodiscard]] PlaybackStatus Status() const override;
 
  private:
   struct Impl;

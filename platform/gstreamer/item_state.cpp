@@ -4,6 +4,15 @@
 #include <utility>
 
 namespace platform::gstreamer {
+namespace {
+
+/// Rounded up, so that the last second before it counts as one.
+int WholeSecondsUntil(ItemState::Clock::time_point time) {
+  const auto seconds = std::chrono::ceil<std::chrono::seconds>(time - ItemState::Clock::now());
+  return static_cast<int>(std::max<std::chrono::seconds::rep>(0, seconds.count()));
+}
+
+}  // namespace
 
 void ItemState::OnPipelineEvent(const PipelineEvent& event) {
   const std::lock_guard lock(mutex_);
@@ -86,6 +95,24 @@ Properties ItemState::GetProperties() const {
   return properties;
 }
 
+PlaybackStatus ItemState::Status() const {
+  const std::lock_guard lock(mutex_);
+  PlaybackStatus status;
+  const bool ended_by_caller = wanted_ == Wanted::kStopped || wanted_ == Wanted::kShutDown;
+  if (ended_by_caller && report_.state != PlaybackState::kFailed) return status;
+  status.state = report_.state;
+  status.failure = report_.cause.failure;
+  status.http_status = report_.cause.http_status;
+  status.format = report_.cause.format;
+  status.package = report_.cause.package;
+  status.buffered_percent = report_.buffered_percent;
+  if (report_.next_try) status.seconds_to_next_try = WholeSecondsUntil(*report_.next_try);
+  if (status.state != PlaybackState::kPlaying) return status;
+  status.codec = ShortCodecName(properties_);
+  status.bit_rate = BitRate(properties_);
+  return status;
+}
+
 int ItemState::Channels() const {
   const std::lock_guard lock(mutex_);
   return current_ ? current_->Channels() : last_channels_;
@@ -109,10 +136,16 @@ void ItemState::CarriedOut(std::uint64_t request) {
   caller_wakes_.notify_all();
 }
 
-void ItemState::SetOpened(HResult result) {
+void ItemState::SetOpened(HResult result, const ItemReport& report) {
   const std::lock_guard lock(mutex_);
   if (!opened_) opened_ = result;
+  report_ = report;
   caller_wakes_.notify_all();
+}
+
+void ItemState::SetReport(const ItemReport& report) {
+  const std::lock_guard lock(mutex_);
+  report_ = report;
 }
 
 void ItemState::SetEnded() {

@@ -10,6 +10,7 @@
 #include <optional>
 #include <vector>
 
+#include "platform/gstreamer/item_report.h"
 #include "platform/gstreamer/metadata.h"
 #include "platform/gstreamer/pipeline.h"
 
@@ -43,6 +44,8 @@ class ItemState final : public PipelineListener {
   [[nodiscard]] std::shared_ptr<Pipeline> Current() const;
   /// A snapshot, with the present format.
   [[nodiscard]] Properties GetProperties() const;
+  /// As of now; what is stopped or shut down counts as stopped at once, unless it had failed.
+  [[nodiscard]] PlaybackStatus Status() const;
   /// The channel count, also of the last pipeline while there is none.
   [[nodiscard]] int Channels() const;
 
@@ -55,7 +58,8 @@ class ItemState final : public PipelineListener {
   /// Waits for an event, a request or a wake, at most until `until`.
   Work WaitForWork(std::optional<Clock::time_point> until);
   void CarriedOut(std::uint64_t request);
-  void SetOpened(HResult result);
+  void SetOpened(HResult result, const ItemReport& report);
+  void SetReport(const ItemReport& report);
   void SetEnded();
   void SetDuration(std::int64_t nanoseconds);
   /// Makes `pipeline` (or none) the one that is heard; the time played before it counts on.
@@ -80,6 +84,7 @@ class ItemState final : public PipelineListener {
   int last_channels_ = 0;
   int last_sample_rate_ = 0;
   Properties properties_;
+  ItemReport report_;
 };
 
 }  // namespace platform::gstreamer

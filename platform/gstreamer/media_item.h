@@ -33,6 +33,7 @@ class MediaItem {
   /// Stop and ShutDown return when the connection is released, at most about 50 ms later.
   void Stop();
   void ShutDown();
+  [[nodiscard]] std::shared_ptr<const ItemState> SharedState() const { return state_; }
   [[nodiscard]] bool IsShutDown() const { return state_->Requested() == Wanted::kShutDown; }
 
   [[nodiscard]] ClockState State() const;

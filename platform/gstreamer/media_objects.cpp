@@ -20,7 +20,10 @@ SourceResolver::SourceResolver(Context& context) : context_(context) {
        [this](const Text* address, std::int32_t, InterfaceHandle, std::int32_t* type, InterfaceHandle* out) {
          if (address == nullptr) return kEPointer;
          const Address resolved = ResolveAddress(*address, context_.native_paths);
-         if (resolved.result != kSOk) return resolved.result;
+         if (resolved.result != kSOk) {
+           context_.latest.Failed(PlaybackFailure::kOther);
+           return resolved.result;
+         }
          return Open({resolved.uri, resolved.local_file, nullptr}, type, out);
        });
   Bind(IMFSourceResolver::CreateObjectFromByteStream,
@@ -34,11 +37,15 @@ SourceResolver::SourceResolver(Context& context) : context_(context) {
 HResult SourceResolver::Open(PipelineInput input, std::int32_t* type, InterfaceHandle* out) {
   if (type == nullptr || out == nullptr) return kEPointer;
   const auto item = std::make_shared<MediaItem>(std::move(input), context_.services);
+  context_.latest.Opening(item->SharedState());
   const auto deadline = std::chrono::steady_clock::now() + context_.open_deadline;
   std::optional<HResult> result;
   while (!(result = item->WaitOpened(kPaintEvery))) {
     context_.message_loop.ProcessPaintMessages();
-    if (std::chrono::steady_clock::now() >= deadline) return kMfENetTimeout;
+    if (std::chrono::steady_clock::now() >= deadline) {
+      context_.latest.Failed(PlaybackFailure::kNoAnswer);
+      return kMfENetTimeout;
+    }
   }
   if (*result != kSOk) return *result;
   *type = kMfObjectMediaSource;

@@ -45,6 +45,7 @@ void MediaSupervisor::Run() {
     CheckTimers();
     ApplyVolume();
     AdjustPlaying();
+    state_->SetReport(Report());
     state_->CarriedOut(request_);
   }
 }
@@ -57,7 +58,7 @@ void MediaSupervisor::OpenNext() {
   auto output =
       services_->output.Choose(insist ? OutputChooser::Silence::kRefused : OutputChooser::Silence::kAllowed);
   opening_.pipeline = Pipeline::Create(input_, services_->pipeline, std::move(output), *state_, ++serial_);
-  if (!opening_.pipeline) return OnOpenFailed(kEFail);
+  if (!opening_.pipeline) return OnOpenFailed(kEFail, {PlaybackFailure::kNoSoundDevice});
   opening_.deadline = now + services_->open_deadline;
   opening_.refill = kFirstRefill;
   opening_.pipeline->SetRefill(kFirstRefill);
@@ -80,12 +81,13 @@ void MediaSupervisor::OnOpeningEvent(const PipelineEvent& event) {
       return OnOpened();
     case Kind::kBuffering:
       opening_.filled = event.percent >= 100;
+      opening_.percent = event.percent;
       return;
     case Kind::kSourceEnded:
       opening_.source_gone = true;
       return;
     case Kind::kFailed:
-      return OnOpenFailed(event.result);
+      return OnOpenFailed(event.result, event.cause);
     default:
       return;
   }
@@ -126,6 +128,8 @@ void MediaSupervisor::Promote() {
   const bool lost_meanwhile = std::exchange(playing_.source_gone, false);
   state_->SetCurrent(playing_.pipeline);
   output_lost_ = false;
+  tries_failed_ = false;
+  cause_ = {};
   if (!ever_opened_) {
     ever_opened_ = true;
     live_ = !input_.local_file && !input_.reader;
@@ -133,7 +137,7 @@ void MediaSupervisor::Promote() {
   }
   OnDuration();
   if (lost_meanwhile) LoseSource();
-  state_->SetOpened(kSOk);
+  state_->SetOpened(kSOk, Report());
 }
 
 void MediaSupervisor::OnDuration() {
@@ -145,6 +149,7 @@ void MediaSupervisor::OnDuration() {
 }
 
 void MediaSupervisor::OnBuffering(int percent) {
+  playing_.percent = percent;
   const bool was_filled = std::exchange(playing_.filled, percent >= 100);
   if (playing_.filled) {
     playing_.refilled = true;
@@ -159,19 +164,24 @@ void MediaSupervisor::OnBuffering(int percent) {
   playing_.pipeline->SetRefill(playing_.refill);
 }
 
-void MediaSupervisor::OnOpenFailed(HResult result) {
+void MediaSupervisor::OnOpenFailed(HResult result, FailureCause cause) {
   if (opening_.pipeline) opening_.pipeline->Stop();
   opening_ = {};
+  tries_failed_ = true;
+  cause_ = std::move(cause);
   if (!ever_opened_) {
     finished_ = true;
-    state_->SetOpened(result);
+    state_->SetOpened(result, Report());
   } else if (!live_) {
     Finish();
   }
 }
 
 void MediaSupervisor::OnPlayingFailed(const PipelineEvent& event) {
-  if (!live_) return Finish();
+  if (!live_) {
+    cause_ = event.cause;
+    return Finish();
+  }
   LoseSource();
   output_lost_ = event.output_failed && playing_.pipeline->Heard();
   if (event.output_failed) return DropPlaying();
@@ -181,6 +191,7 @@ void MediaSupervisor::OnPlayingFailed(const PipelineEvent& event) {
 void MediaSupervisor::LoseSource() {
   if (!live_ || playing_.source_gone) return;
   playing_.source_gone = true;
+  cause_ = {PlaybackFailure::kConnectionLost};
   schedule_.Lose(Clock::now(), playing_.played_since);
   services_->log("the stream broke off and is opened again");
 }
@@ -228,6 +239,28 @@ void MediaSupervisor::OnRequest(Wanted wanted) {
   }
 }
 
+PlaybackState MediaSupervisor::State() const {
+  if (finished_) {
+    return cause_.failure == PlaybackFailure::kNone ? PlaybackState::kEnded : PlaybackState::kFailed;
+  }
+  if (!ever_opened_ || wanted_ == Wanted::kOpened) return PlaybackState::kConnecting;
+  if (wanted_ == Wanted::kPaused) return PlaybackState::kPaused;
+  // What is buffered bridges a loss that the next attempt ends; then there is nothing to report.
+  if (playing_.playing && !(playing_.source_gone && tries_failed_)) {
+    const bool silent = services_->output.WantsDevice() && !playing_.pipeline->Heard();
+    return silent ? PlaybackState::kNoDevice : PlaybackState::kPlaying;
+  }
+  if (playing_.pipeline && !playing_.source_gone) return PlaybackState::kBuffering;
+  if (output_lost_) return PlaybackState::kNoDevice;
+  return schedule_.Lost() ? PlaybackState::kReconnecting : PlaybackState::kConnecting;
+}
+
+ItemReport MediaSupervisor::Report() const {
+  ItemReport report{State(), cause_, playing_.percent, {}};
+  if (WantsAttempt()) report.next_try = schedule_.NextAttempt();
+  return report;
+}
+
 bool MediaSupervisor::WantsAttempt() const {
   const bool idle = !opening_.pipeline && (!playing_.pipeline || playing_.source_gone);
   return wanted_ == Wanted::kRunning && !finished_ && idle;
@@ -257,7 +290,9 @@ std::optional<MediaSupervisor::Clock::time_point> MediaSupervisor::NextWake() co
 
 void MediaSupervisor::CheckTimers() {
   const auto now = Clock::now();
-  if (opening_.pipeline && !opening_.prerolled && now >= opening_.deadline) OnOpenFailed(kMfENetTimeout);
+  if (opening_.pipeline && !opening_.prerolled && now >= opening_.deadline) {
+    OnOpenFailed(kMfENetTimeout, {PlaybackFailure::kNoAnswer});
+  }
   if (playing_.silent_at && now >= *playing_.silent_at) OnSilent();
   if (playing_.dry_at && now >= *playing_.dry_at) playing_.dry_at.reset();
   if (MayStall() && now >= StallTime()) {

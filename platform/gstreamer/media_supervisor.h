@@ -46,6 +46,7 @@ class MediaSupervisor {
     std::shared_ptr<Pipeline> pipeline;
     bool prerolled = false;
     bool filled = false;       ///< enough is buffered
+    int percent = 0;           ///< buffered of what is wanted before the sound
     bool refilled = false;     ///< after a hole: one more asks for a larger reserve
     bool source_gone = false;  ///< only what is buffered is left
     bool playing = false;
@@ -62,7 +63,7 @@ class MediaSupervisor {
   void OnPlayingEvent(const PipelineEvent& event);
   void OnOpened();
   void OnBuffering(int percent);
-  void OnOpenFailed(HResult result);
+  void OnOpenFailed(HResult result, FailureCause cause);
   void OnSilent();
   void OnPlayingFailed(const PipelineEvent& event);
   void OnDuration();
@@ -78,6 +79,8 @@ class MediaSupervisor {
   void AdjustPlaying();
   void ApplyVolume();
   void ObserveVolume();
+  [[nodiscard]] PlaybackState State() const;
+  [[nodiscard]] ItemReport Report() const;
   [[nodiscard]] bool WantsAttempt() const;
   [[nodiscard]] bool MayStall() const;
   [[nodiscard]] Clock::time_point StallTime() const;
@@ -95,8 +98,10 @@ class MediaSupervisor {
   int serial_ = 0;
   bool ever_opened_ = false;
   bool live_ = false;
-  bool finished_ = false;     ///< played to its end, or could not be opened at all
-  bool output_lost_ = false;  ///< the last loss was the sound server's
+  bool finished_ = false;      ///< played to its end, or could not be opened at all
+  bool output_lost_ = false;   ///< the last loss was the sound server's
+  bool tries_failed_ = false;  ///< since the last loss an attempt has failed
+  FailureCause cause_;         ///< of the failure or the loss; none while all is well
   ReconnectSchedule schedule_;
 };
 

@@ -31,6 +31,8 @@ constexpr std::array<std::u16string_view, 12> kOrder = {
     u"Title",   u"Author",    u"Album",      u"Genre",   u"StationName", u"StationUrl",
     u"Comment", u"Copyright", u"AudioCodec", u"BitRate", u"SampleRate",  u"Channels"};
 
+constexpr std::array<std::u16string_view, 5> kShortCodecNames = {u"MP3", u"AAC", u"Vorbis", u"Opus", u"FLAC"};
+
 void MergeText(const GstTagList& tags, const TagName& name, Properties& properties) {
   gchar* raw = nullptr;
   if (!gst_tag_list_get_string_index(&tags, name.tag, 0, &raw)) return;
@@ -54,6 +56,21 @@ std::vector<Text> OrderedNames(const Properties& properties) {
     if (properties.contains(Text(name))) names.emplace_back(name);
   }
   return names;
+}
+
+int BitRate(const Properties& properties) {
+  const auto found = properties.find(u"BitRate");
+  return found == properties.end() ? 0 : static_cast<int>(std::get<std::int64_t>(found->second.payload));
+}
+
+Text ShortCodecName(const Properties& properties) {
+  const auto found = properties.find(u"AudioCodec");
+  if (found == properties.end()) return {};
+  const Text& name = std::get<Text>(found->second.payload);
+  for (const std::u16string_view known : kShortCodecNames) {
+    if (name.find(known) != Text::npos) return Text(known);
+  }
+  return name;
 }
 
 PropertyValue NumberProperty(std::uint32_t number) {

@@ -23,4 +23,9 @@ std::vector<Text> OrderedNames(const Properties& properties);
 /// A 32-bit unsigned value.
 PropertyValue NumberProperty(std::uint32_t number);
 
+/// Bits per second; 0 when not known.
+int BitRate(const Properties& properties);
+/// "MP3" for "MPEG-1 Layer 3 (MP3)"; a codec without a short name keeps its long one; empty when not known.
+Text ShortCodecName(const Properties& properties);
+
 }  // namespace platform::gstreamer

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/gstreamer/failure_cause.h"
 #include "platform/gstreamer/gst_pointers.h"
 #include "platform/gstreamer/level_history.h"
 #include "platform/gstreamer/sound_output.h"
@@ -36,7 +37,7 @@ struct PipelineEvent {
     kBuffering,        ///< `percent` of what is wanted before the sound goes on
     kSourceEnded,      ///< no more data arrives; what is buffered is still to be heard
     kEnded,            ///< the device has everything; its buffer is still to be heard
-    kFailed,           ///< `result` says why; `output_failed` when it was the sink
+    kFailed,           ///< `result` and `cause` say why; `output_failed` when it was the sink
     kDurationChanged,  ///< ask for the duration again
     kVolumeChanged,    ///< somebody moved the stream's volume in the mixer
     kLatencyChanged,
@@ -45,6 +46,7 @@ struct PipelineEvent {
   int serial;
   int percent = 0;
   HResult result = kSOk;
+  FailureCause cause = {};
   bool output_failed = false;
 };
 

@@ -23,7 +23,7 @@ class ReconnectSchedule {
   /// The stream was lost at `now`, after sound since `sound_since` (nothing: it was never heard).
   void Lose(Clock::time_point now, std::optional<Clock::time_point> sound_since) {
     const bool steady = sound_since && now - *sound_since >= kSteady;
-    if (!steady && lost_at_ != Clock::time_point{}) return;
+    if (!steady && Lost()) return;
     lost_at_ = now;
     pause_ = kOften;
     if (steady) attempted_ = false;
@@ -42,6 +42,7 @@ class ReconnectSchedule {
   /// Forgets everything, as after Stop.
   void Reset() { *this = {}; }
 
+  [[nodiscard]] bool Lost() const { return lost_at_ != Clock::time_point{}; }
   [[nodiscard]] Clock::time_point LostAt() const { return lost_at_; }
 
  private:

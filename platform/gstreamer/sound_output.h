@@ -31,6 +31,8 @@ class OutputChooser {
   /// The sound server when there is one, else the sound card, else a sink that plays in time without sound
   /// (unless that is refused).
   Output Choose(Silence silence);
+  /// False when the sound is meant to go nowhere.
+  [[nodiscard]] bool WantsDevice() const { return output_ == SoundOutput::kAutomatic; }
 
  private:
   ElementPointer TryDevice(const char* factory);

@@ -51,7 +51,7 @@ class CatalogueJourney : public ::testing::Test {
     window = std::make_unique<MainWindow>(
         Platform{profile, files, record_files, environment, conversion, string_order, icons, internet,
                  requests, media, media, values, dialogs, shell, clipboard, system_messages, message_loop,
-                 clock},
+                 clock, playback_monitor},
         [this](catalogue::Form2& form) {
           form.TextBox1[0].SetText(new_name);
           form.TextBox1[1].SetText(new_link);
@@ -103,6 +103,7 @@ class CatalogueJourney : public ::testing::Test {
   test_support::FakeSystemMessages system_messages;
   test_support::FakeMessageLoop message_loop;
   test_support::FakeClock clock;
+  test_support::FakePlaybackMonitor playback_monitor;
   Text new_name = u"Neu";
   Text new_link = u"http://neu";
   std::unique_ptr<MainWindow> window;

@@ -14,6 +14,7 @@
 #include "platform/environment.h"
 #include "platform/icons.h"
 #include "platform/message_loop.h"
+#include "platform/playback_monitor.h"
 #include "platform/shell.h"
 
 namespace test_support {
@@ -117,6 +118,13 @@ class FakeSystemMessages : public platform::SystemMessages {
  public:
   Text FormatMessageA(std::int32_t code) override { return messages[code]; }
   std::map<std::int32_t, Text> messages;
+};
+
+/// Says what the test has put into `status`.
+class FakePlaybackMonitor : public platform::PlaybackMonitor {
+ public:
+  [[nodiscard]] platform::PlaybackStatus Status() const override { return status; }
+  platform::PlaybackStatus status;
 };
 
 class FakeEnvironment : public platform::Environment {

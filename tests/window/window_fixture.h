@@ -51,7 +51,7 @@ class WindowTest : public ::testing::Test {
     window = std::make_unique<MainWindow>(
         Platform{profile, files, record_files, environment, conversion, string_order, icons, internet,
                  requests, media, media, values, dialogs, shell, clipboard, system_messages, message_loop,
-                 clock},
+                 clock, playback_monitor},
         [this](catalogue::Form2& form) {
           if (on_new_station) on_new_station(form);
         });
@@ -98,6 +98,7 @@ class WindowTest : public ::testing::Test {
   test_support::FakeSystemMessages system_messages;
   test_support::FakeMessageLoop message_loop;
   test_support::FakeClock clock;
+  test_support::FakePlaybackMonitor playback_monitor;
   platform::icu::IcuTextConversion conversion;
   platform::icu::IcuStringOrder string_order;
   platform::values::PortablePropertyValues values;

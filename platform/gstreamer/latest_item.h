@@ -1,0 +1,40 @@
+#pragma once
+// Remembers how the item that was opened last stands, also after the item has gone.
+// Not the item itself, which lives as long as its handles.
+
+#include <memory>
+#include <utility>
+
+#include "platform/gstreamer/item_state.h"
+#include "platform/playback_monitor.h"
+
+namespace platform::gstreamer {
+
+/// Used on the user-interface thread.
+class LatestItem {
+ public:
+  void Opening(std::shared_ptr<const ItemState> state) {
+    state_ = std::move(state);
+    failure_ = PlaybackFailure::kNone;
+  }
+  /// The opening failed before there was an item, or was given up while the item was still at it.
+  void Failed(PlaybackFailure failure) {
+    state_.reset();
+    failure_ = failure;
+  }
+
+  [[nodiscard]] PlaybackStatus Status() const {
+    if (state_) return state_->Status();
+    PlaybackStatus status;
+    if (failure_ == PlaybackFailure::kNone) return status;
+    status.state = PlaybackState::kFailed;
+    status.failure = failure_;
+    return status;
+  }
+
+ private:
+  std::shared_ptr<const ItemState> state_;
+  PlaybackFailure failure_ = PlaybackFailure::kNone;
+};
+
+}  // namespace platform::gstreamer
