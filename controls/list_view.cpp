@@ -40,11 +40,28 @@ void ListView::SetCell(RowId id, std::size_t cell, Text text) {
   RowChanged.Raise(*index);
 }
 
-RowId ListView::AddRow(ListRow row) {
+RowMark ListView::Mark(RowId id) const {
+  const auto index = IndexOf(id);
+  return index ? rows_[*index].mark : RowMark::kNone;
+}
+
+void ListView::SetMark(RowId id, RowMark mark) {
+  const auto index = IndexOf(id);
+  if (!index || rows_[*index].mark == mark) return;
+  rows_[*index].mark = mark;
+  RowChanged.Raise(*index);
+}
+
+void ListView::Append(ListRow row) {
   row.id = RowId{++last_id_};
-  const RowId id = row.id;
-  positions_[id] = rows_.size();
+  row.mark = RowMark::kNone;
+  positions_[row.id] = rows_.size();
   rows_.push_back(std::move(row));
+}
+
+RowId ListView::AddRow(ListRow row) {
+  Append(std::move(row));
+  const RowId id = rows_.back().id;
   RowsAdded.Raise(rows_.size() - 1, 1);
   return id;
 }
@@ -52,11 +69,7 @@ RowId ListView::AddRow(ListRow row) {
 void ListView::AddRows(std::vector<ListRow> rows) {
   if (rows.empty()) return;
   const std::size_t first = rows_.size();
-  for (ListRow& row : rows) {
-    row.id = RowId{++last_id_};
-    positions_[row.id] = rows_.size();
-    rows_.push_back(std::move(row));
-  }
+  for (ListRow& row : rows) Append(std::move(row));
   RowsAdded.Raise(first, rows.size());
 }
 

@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "controls/control.h"
@@ -17,6 +18,13 @@ namespace controls {
 enum class RowId : std::uint64_t { kNone = 0 };
 
 enum class SortDirection { kAscending, kDescending };
+
+/// What sets a row apart for a while, beside its cells.
+enum class RowMark : std::uint8_t {
+  kNone,
+  kPlaying,  ///< what the row stands for is being played
+  kWaiting,  ///< it is to be played, and is waited for
+};
 
 struct ListColumn {
   Text caption;
@@ -29,6 +37,7 @@ struct ListRow {
   static constexpr std::size_t kCells = 6;
   RowId id = RowId::kNone;
   int icon = -1;  ///< position in the image list, -1 for none
+  RowMark mark = RowMark::kNone;
   std::array<Text, kCells> cells;
 };
 
@@ -46,6 +55,14 @@ class ListView final : public Control {
   [[nodiscard]] std::uint32_t ImageList() const { return image_list_; }
   void SetImageList(std::uint32_t image_list) { Set(image_list_, image_list); }
 
+  // Words
+  /// What the list says in its middle while it has no rows; empty for nothing.
+  [[nodiscard]] const Text& EmptyText() const { return empty_text_; }
+  void SetEmptyText(Text text) { Set(empty_text_, std::move(text)); }
+  /// A mark in words, for whoever hears the list; empty for kNone.
+  [[nodiscard]] const Text& MarkText(RowMark mark) const { return mark_texts_[static_cast<std::size_t>(mark)]; }
+  void SetMarkText(RowMark mark, Text text) { Set(mark_texts_[static_cast<std::size_t>(mark)], std::move(text)); }
+
   // Rows
   [[nodiscard]] std::size_t Count() const { return rows_.size(); }
   /// The row at a position of the display order, kNone when there is none.
@@ -58,7 +75,9 @@ class ListView final : public Control {
   /// The text of a cell: 0 the row's text, 1 to 5 its sub-items.
   [[nodiscard]] const Text& Cell(RowId id, std::size_t cell) const;
   void SetCell(RowId id, std::size_t cell, Text text);
-  /// Appends a row and gives its id; the ids of `row` are ignored.
+  [[nodiscard]] RowMark Mark(RowId id) const;
+  void SetMark(RowId id, RowMark mark);
+  /// Appends a row without a mark and gives its id; id and mark of `row` are ignored.
   RowId AddRow(ListRow row);
   /// Appends many rows with one announcement.
   void AddRows(std::vector<ListRow> rows);
@@ -107,6 +126,7 @@ class ListView final : public Control {
   Event<RowId> ScrollWanted;
 
  private:
+  void Append(ListRow row);
   void Reindex(std::size_t from);
 
   std::vector<ListColumn> columns_;
@@ -115,6 +135,8 @@ class ListView final : public Control {
   RowId selected_ = RowId::kNone;
   std::uint64_t last_id_ = 0;
   std::uint32_t image_list_ = 0;
+  Text empty_text_;
+  std::array<Text, 3> mark_texts_;  // by RowMark
   int sort_column_ = -1;
   SortDirection sort_direction_ = SortDirection::kAscending;
 };

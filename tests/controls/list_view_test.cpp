@@ -70,6 +70,46 @@ TEST_F(ListViewTest, AnnouncesManyRowsOnceAndNoneNotAtAll) {
   ExpectPositionsToAgree();
 }
 
+TEST_F(ListViewTest, MarkIsAnnouncedOnceAndLeavesTheCells) {
+  const std::vector<ListRow> before = list_.Rows();
+  list_.SetMark(a_, RowMark::kPlaying);
+  list_.SetMark(a_, RowMark::kPlaying);
+  EXPECT_EQ(log_, Log{"changed 1"});
+  EXPECT_EQ(list_.Mark(a_), RowMark::kPlaying);
+  EXPECT_EQ(list_.Mark(b_), RowMark::kNone);
+  EXPECT_EQ(list_.Rows()[1].cells, before[1].cells);
+  list_.SetMark(a_, RowMark::kNone);
+  EXPECT_EQ(list_.Mark(a_), RowMark::kNone);
+}
+
+TEST_F(ListViewTest, MarkGoesWithItsRowAndNotWithACopyOfIt) {
+  list_.SetMark(a_, RowMark::kWaiting);
+  const ListRow copy = list_.Rows()[1];
+  list_.Sort(0, SortDirection::kAscending, ByName);
+  EXPECT_EQ(list_.Mark(a_), RowMark::kWaiting);
+  EXPECT_EQ(list_.Mark(list_.AddRow(copy)), RowMark::kNone);
+  list_.AddRows({copy});
+  EXPECT_EQ(list_.Rows().back().mark, RowMark::kNone);
+  list_.RemoveRow(a_);
+  log_.clear();
+  list_.SetMark(a_, RowMark::kPlaying);
+  EXPECT_EQ(list_.Mark(a_), RowMark::kNone);
+  EXPECT_EQ(log_, Log{});
+}
+
+TEST_F(ListViewTest, WordsAreKeptAndAnnouncedAsAProperty) {
+  int changes = 0;
+  subscriptions_ += list_.Changed.Subscribe([&] { ++changes; });
+  list_.SetEmptyText(u"leer");
+  list_.SetMarkText(RowMark::kPlaying, u"spielt");
+  list_.SetMarkText(RowMark::kWaiting, u"wartet");
+  EXPECT_EQ(changes, 3);
+  EXPECT_EQ(list_.EmptyText(), u"leer");
+  EXPECT_EQ(list_.MarkText(RowMark::kNone), u"");
+  EXPECT_EQ(list_.MarkText(RowMark::kPlaying), u"spielt");
+  EXPECT_EQ(list_.MarkText(RowMark::kWaiting), u"wartet");
+}
+
 TEST_F(ListViewTest, IdsOfAddedRowsAreIgnored) {
   ListRow row = Row(u"d");
   row.id = a_;
