@@ -22,6 +22,7 @@ Form1::Form1() {
   form.SetCaption(u"Funkhausplayer");
   form.Move({0, 0, 15360, 10500});
   MakePanels();
+  MakeLists();
   MakePlaying();
   MakeEditor();
   MakeViews();
@@ -34,10 +35,23 @@ Form1::Form1() {
 void Form1::MakePanels() {
   Frame2.SetCaption(u"Gespeicherte Radiostationen");
   Frame2.Move({60, 60, 15240, 10380});
-  SymbolListview.Move({45, 330, 15150, 6480});
-  ExplorerListFilter.Move({45, 330, 15150, 6480});
-  ExplorerListFilter.SetVisible(false);
   Frame1.Move({150, 6900, 9225, 3480});
+  StatusLine.Move({0, 10500, 15360, 360});
+}
+
+void Form1::MakeLists() {
+  SymbolListview.SetEmptyText(
+      u"Die Liste ist noch leer. „Sender hinzufügen“ nimmt einen Sender auf, „M3U laden...“ eine ganze Liste; "
+      u"„Sender suchen“ öffnet ein Verzeichnis im Internet.");
+  ExplorerListFilter.SetEmptyText(
+      u"In dieser Ansicht steht kein Sender. Ohne Haken bei „Genre-Filteransicht“ und „Favoritenansicht“ sind "
+      u"wieder alle zu sehen.");
+  for (controls::ListView* list : {&SymbolListview, &ExplorerListFilter}) {
+    list->Move({45, 330, 15150, 6480});
+    list->SetMarkText(controls::RowMark::kPlaying, u"wird abgespielt");
+    list->SetMarkText(controls::RowMark::kWaiting, u"wartet auf Ton");
+  }
+  ExplorerListFilter.SetVisible(false);
 }
 
 void Form1::MakePlaying() {

@@ -74,6 +74,7 @@ struct Form1 {
 
  private:
   void MakePanels();
+  void MakeLists();
   void MakePlaying();
   void MakeEditor();
   void MakeViews();

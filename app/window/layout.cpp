@@ -49,6 +49,8 @@ void WindowLayout::Form_Resize() {
     MoveTo(form1_.Frame3, window.width - information.width - 360,
            list.top + list.height - information.height - 200);
   }
+
+  form1_.StatusLine.Move({0, window.height, window.width, form1_.StatusLine.GetPlace().height});
 }
 
 }  // namespace app

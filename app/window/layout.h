@@ -15,7 +15,7 @@ class WindowLayout {
   explicit WindowLayout(Form1& form1);
 
   /// Moves panels, lists and bars; a step whose result would be a negative width or height has no effect
-  /// and the next ones still run.
+  /// and the next ones still run. The status line stands below the inner size, across the whole width.
   void Form_Resize();
 
  private:

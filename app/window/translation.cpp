@@ -36,6 +36,10 @@ void TranslateForm(Form1& form1, const Language& language) {
     for (std::size_t column = 0; column < list->Columns().size(); ++column) {
       list->SetColumnCaption(column, translated(list->Columns()[column].caption));
     }
+    list->SetEmptyText(translated(list->EmptyText()));
+    for (const auto mark : {controls::RowMark::kPlaying, controls::RowMark::kWaiting}) {
+      list->SetMarkText(mark, translated(list->MarkText(mark)));
+    }
   }
   ForEachCaption(form1, [&](controls::Captioned& control) {
     if (!control.Caption().empty()) control.SetCaption(translated(control.Caption()));

@@ -6,8 +6,8 @@
 
 namespace app {
 
-/// Replaces the window's caption, the column captions of both lists, and every control's caption and text
-/// by their translations; what has none stays as it is.
+/// Replaces the window's caption, the column captions and words of both lists, and every control's caption
+/// and text by their translations; what has none stays as it is.
 void TranslateForm(Form1& form1, const Language& language);
 
 }  // namespace app

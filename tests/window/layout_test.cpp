@@ -65,6 +65,15 @@ TEST_F(LayoutTest, ListWithoutRoomKeepsItsSizeWhileTheMainPanelShrinks) {
   EXPECT_EQ(form1.SymbolListview.GetPlace(), list);
 }
 
+TEST_F(LayoutTest, StatusLineStandsBelowTheInnerSizeAcrossTheWholeWidth) {
+  const int height = form1.StatusLine.GetPlace().height;
+  EXPECT_GT(height, 0);
+  form1.form.Resize(15000, 10000);
+  EXPECT_EQ(form1.StatusLine.GetPlace(), (Place{0, 10000, 15000, height}));
+  form1.form.Resize(100, 200);
+  EXPECT_EQ(form1.StatusLine.GetPlace(), (Place{0, 200, 100, height}));
+}
+
 TEST_F(LayoutTest, SizesOfBottomPanelBarsAndInformationPanelNeverChange) {
   for (const int width : {200, 9000, 13599, 13600, 30000}) {
     form1.form.Resize(width, width);

@@ -102,6 +102,22 @@ TEST(TranslationTest, EveryCaptionAndTextIsTranslatedOnceWithItselfAsTheKey) {
   }
 }
 
+TEST(TranslationTest, WordsOfBothListsAreTranslated) {
+  const Form1 german;
+  Form1 form1;
+  test_support::MarkingLanguage language;
+  TranslateForm(form1, language.language);
+  const auto expect_marked = [](const controls::ListView& list, const controls::ListView& before) {
+    EXPECT_EQ(list.EmptyText(), u"<" + before.EmptyText() + u">");
+    for (const auto mark : {controls::RowMark::kPlaying, controls::RowMark::kWaiting}) {
+      EXPECT_EQ(list.MarkText(mark), u"<" + before.MarkText(mark) + u">");
+    }
+  };
+  expect_marked(form1.SymbolListview, german.SymbolListview);
+  expect_marked(form1.ExplorerListFilter, german.ExplorerListFilter);
+  EXPECT_NE(german.SymbolListview.EmptyText(), german.ExplorerListFilter.EmptyText());
+}
+
 TEST(TranslationTest, EmptyCaptionsStayEmptyAndToolTipsStayGerman) {
   Form1 form1;
   test_support::MarkingLanguage language;
@@ -126,6 +142,12 @@ TEST(TranslationTest, EnglishFileBesideTheProgramTranslatesEveryText) {
   }
   for (const controls::TextControl* control : all.texts) expect_known(control->GetText());
   for (const controls::ListColumn& column : form1.SymbolListview.Columns()) expect_known(column.caption);
+  for (const controls::ListView* list : {&form1.SymbolListview, &form1.ExplorerListFilter}) {
+    expect_known(list->EmptyText());
+    for (const auto mark : {controls::RowMark::kPlaying, controls::RowMark::kWaiting}) {
+      expect_known(list->MarkText(mark));
+    }
+  }
   // A restored view has named itself before the window is translated.
   expect_known(u"Favoriten");
   expect_known(u"Genre-Filter: " + form1.Combo1.GetText());
