@@ -29,6 +29,14 @@ void FittedLabelBinding::Follow() {
   if (widget_.text() != text) widget_.ShowText(text);
 }
 
+StatusStripBinding::StatusStripBinding(controls::Label& label, StatusStrip& widget, const TwipScale& scale)
+    : WidgetBinding(label, widget, scale), label_(label), widget_(widget) {
+  subscriptions_ += label.Changed.Subscribe([this] { Follow(); });
+  Follow();
+}
+
+void StatusStripBinding::Follow() { widget_.ShowText(CellText(label_.Caption())); }
+
 FrameBinding::FrameBinding(controls::Frame& frame, QGroupBox& widget, const TwipScale& scale)
     : WidgetBinding(frame, widget, scale), frame_(frame), widget_(widget) {
   subscriptions_ += frame.Changed.Subscribe([this] { Follow(); });

@@ -9,6 +9,7 @@
 #include "controls/captioned.h"
 #include "platform/qt/command_button_widget.h"
 #include "platform/qt/fitted_label.h"
+#include "platform/qt/status_strip.h"
 #include "platform/qt/widget_binding.h"
 
 namespace platform::qt {
@@ -33,6 +34,17 @@ class FittedLabelBinding final : public WidgetBinding {
   void Follow();
   controls::Label& label_;
   FittedLabel& widget_;
+};
+
+/// A sentence on the strip at the window's lower edge.
+class StatusStripBinding final : public WidgetBinding {
+ public:
+  StatusStripBinding(controls::Label& label, StatusStrip& widget, const TwipScale& scale);
+
+ private:
+  void Follow();
+  controls::Label& label_;
+  StatusStrip& widget_;
 };
 
 class FrameBinding final : public WidgetBinding {

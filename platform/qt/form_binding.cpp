@@ -2,13 +2,15 @@
 
 #include <QEvent>
 #include <QResizeEvent>
+#include <algorithm>
 
 #include "platform/qt/text.h"
 
 namespace platform::qt {
 
-FormBinding::FormBinding(controls::Form& form, QWidget& window, const TwipScale& scale)
-    : form_(form), window_(window), scale_(scale) {
+FormBinding::FormBinding(controls::Form& form, QWidget& window, const TwipScale& scale,
+                         const controls::Control* footer)
+    : form_(form), window_(window), scale_(scale), footer_(footer) {
   window_.installEventFilter(this);
   subscriptions_ += form.Changed.Subscribe([this] { Follow(); });
   subscriptions_ += form.Closed.Subscribe([this] { window_.hide(); });
@@ -19,9 +21,21 @@ void FormBinding::Follow() {
   const QString title = WindowTitle(form_.Caption());
   if (window_.windowTitle() != title) window_.setWindowTitle(title);
   const controls::Place& place = form_.GetPlace();
-  const bool same_size =
-      scale_.Twips(window_.width()) == place.width && scale_.Twips(window_.height()) == place.height;
-  if (!same_size) window_.resize(scale_.Pixels(place.width), scale_.Pixels(place.height));
+  const bool same_size = scale_.Twips(window_.width()) == place.width &&
+                         scale_.Twips(window_.height() - FooterHeight()) == place.height;
+  if (!same_size) window_.resize(WindowSize(place.width, place.height));
+}
+
+int FormBinding::FooterHeight() const {
+  return footer_ == nullptr ? 0 : scale_.Pixels(footer_->GetPlace().height);
+}
+
+QSize FormBinding::WindowSize(int width, int height) const {
+  return {scale_.Pixels(width), scale_.Pixels(height) + FooterHeight()};
+}
+
+void FormBinding::TakeSize(const QSize& size) {
+  form_.Resize(scale_.Twips(size.width()), scale_.Twips(std::max(0, size.height() - FooterHeight())));
 }
 
 bool FormBinding::eventFilter(QObject* watched, QEvent* event) {
@@ -31,10 +45,7 @@ bool FormBinding::eventFilter(QObject* watched, QEvent* event) {
     form_.Close();
     return true;
   }
-  if (event->type() == QEvent::Resize) {
-    const QSize size = static_cast<QResizeEvent*>(event)->size();
-    form_.Resize(scale_.Twips(size.width()), scale_.Twips(size.height()));
-  }
+  if (event->type() == QEvent::Resize) TakeSize(static_cast<QResizeEvent*>(event)->size());
   return false;
 }
 

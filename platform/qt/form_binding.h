@@ -9,19 +9,29 @@
 
 namespace platform::qt {
 
-/// The window's close button closes the form; the widget is hidden when the form is closed, not before.
+/// The window's close button closes the form; the widget is hidden when the form is closed, not before. The
+/// form's inner size is the window without the footer, a control that stands below it, where there is one.
 class FormBinding final : public QObject {
  public:
-  FormBinding(controls::Form& form, QWidget& window, const TwipScale& scale);
+  FormBinding(controls::Form& form, QWidget& window, const TwipScale& scale,
+              const controls::Control* footer = nullptr);
+
+  /// The window's size for an inner size in twips.
+  [[nodiscard]] QSize WindowSize(int width, int height) const;
+  /// To be called when the scale has changed: the same pixels are another number of twips then.
+  void FollowScale() { TakeSize(window_.size()); }
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void Follow();
+  void TakeSize(const QSize& size);
+  [[nodiscard]] int FooterHeight() const;
 
   controls::Form& form_;
   QWidget& window_;
   const TwipScale& scale_;
+  const controls::Control* const footer_;
   controls::Subscriptions subscriptions_;
 };
 

@@ -30,7 +30,7 @@ MainWindow::MainWindow(app::Form1& form, const QtIcons& icons, const QtMessageLo
       language_(language),
       scale_(QApplication::font()),
       widgets_(scale_, icons, loop),
-      form_binding_(form.form, *this, scale_) {
+      form_binding_(form.form, *this, scale_, &form.StatusLine) {
   setWindowIcon(ApplicationIcon());
   // Those that come later lie above: the panels lie over the main panel that fills the window.
   QGroupBox& lists = widgets_.Add(form_.Frame2, *this, "Frame2", FrameLook::kTitled);
@@ -42,6 +42,7 @@ MainWindow::MainWindow(app::Form1& form, const QtIcons& icons, const QtMessageLo
   BuildEditor(panel);
   BuildViews(panel);
   BuildInformation();
+  widgets_.AddStrip(form_.StatusLine, *this, "StatusLine");
   for (controls::Timer* timer : {&form_.tmPlay, &form_.Timer1, &form_.Timer2}) widgets_.Add(*timer);
   SetTabOrder();
   BindKeys();
@@ -182,8 +183,7 @@ void MainWindow::NameLists() {
 }
 
 QSize MainWindow::SmallestSize() const {
-  const QSize wanted(scale_.Pixels(kSmallestWidth), scale_.Pixels(kSmallestHeight));
-  return wanted.boundedTo(screen()->availableSize());
+  return form_binding_.WindowSize(kSmallestWidth, kSmallestHeight).boundedTo(screen()->availableSize());
 }
 
 void MainWindow::Open() {
@@ -191,7 +191,7 @@ void MainWindow::Open() {
   constexpr QSize kBorders(20, 60);
   const QSize room = screen()->availableSize() - kBorders;
   const controls::Place& place = form_.form.GetPlace();
-  const QSize wanted(scale_.Pixels(place.width), scale_.Pixels(place.height));
+  const QSize wanted = form_binding_.WindowSize(place.width, place.height);
   resize(wanted.boundedTo(room).expandedTo(minimumSize()));
   (form_.ExplorerListFilter.Visible() ? filtered_list_ : full_list_)->setFocus();
   show();
@@ -213,8 +213,7 @@ void MainWindow::changeEvent(QEvent* event) {
   setMinimumSize(SmallestSize());
   widgets_.FollowScale();
   KeepTextsOffPicture();
-  // The same pixels are another number of twips now.
-  form_.form.Resize(scale_.Twips(width()), scale_.Twips(height()));
+  form_binding_.FollowScale();
 }
 
 }  // namespace platform::qt

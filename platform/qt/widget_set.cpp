@@ -19,6 +19,10 @@ FittedLabel& WidgetSet::AddFitted(controls::Label& label, QWidget& parent, const
   return Bind<FittedLabelBinding>(label, new FittedLabel(&parent), name);
 }
 
+StatusStrip& WidgetSet::AddStrip(controls::Label& label, QWidget& parent, const char* name) {
+  return Bind<StatusStripBinding>(label, new StatusStrip(&parent), name);
+}
+
 QGroupBox& WidgetSet::Add(controls::Frame& frame, QWidget& parent, const char* name, FrameLook look) {
   return Bind<FrameBinding, QGroupBox>(frame, new FrameWidget(look, &parent), name);
 }

@@ -28,6 +28,8 @@ class WidgetSet {
   QLabel& Add(controls::Label& label, QWidget& parent, const char* name, QWidget* field = nullptr);
   /// A label for texts of any length.
   FittedLabel& AddFitted(controls::Label& label, QWidget& parent, const char* name);
+  /// A label as the strip at the window's lower edge.
+  StatusStrip& AddStrip(controls::Label& label, QWidget& parent, const char* name);
   QGroupBox& Add(controls::Frame& frame, QWidget& parent, const char* name, FrameLook look);
   CommandButtonWidget& Add(controls::CommandButton& button, QWidget& parent, const char* name);
   QCheckBox& Add(controls::CheckBox& box, QWidget& parent, const char* name);
