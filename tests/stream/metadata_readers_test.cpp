@@ -308,5 +308,47 @@ TEST_F(ReadActive, AStopInTheMiddleOfAReadLetsTheReadBeWalkedThrough) {
   EXPECT_EQ(ReadActiveTitle(state_, kInterval), u"Song");
 }
 
+TEST_F(ReadLong, TakesTheFirstTitleOfABlock) {
+  rig_.StationSends(kEightBytes +
+                    Block("StreamTitle='" + kLongTitle + "';StreamTitle='Another " + kLongTitle + "';"));
+  EXPECT_EQ(ReadLongTitle(state_, kInterval), u"A much longer song title here");
+}
+
+TEST_F(Readers, ATitleInTheReadThatCrossesTheLimitIsTaken) {
+  rig_.ReadsTake(20);
+  for (const Reader reader : {&ReadLongTitle, &ReadFirstBlockTitle}) {
+    rig_.StationSends(kEightBytes + Block("StreamTitle='" + kLongTitle + "';"));
+    EXPECT_EQ(reader(state_, kInterval), u"A much longer song title here");
+  }
+}
+
+TEST_F(Readers, TheTimedReadersCountTheOpening) {
+  rig_.internet.before_open = [this] { rig_.clock.seconds_since_midnight += 20; };
+  for (const Reader reader : {&ReadLongTitle, &ReadFirstBlockTitle}) {
+    rig_.internet.reads.clear();
+    EXPECT_EQ(reader(state_, kInterval), u"TimeOut");
+    EXPECT_EQ(rig_.internet.reads.size(), 1U);
+  }
+}
+
+TEST_F(ReadActive, ABlockOfLineFeedsIsNeitherATitleNorAnEmptyBlock) {
+  const std::string empty(1, '\0');
+  rig_.StationSends(kEightBytes + empty + kEightBytes + Block(std::string(16, '\n')) + kEightBytes +
+                    Block("StreamTitle='Song';"));
+  EXPECT_EQ(ReadActiveTitle(state_, kInterval), u"Song");
+}
+
+TEST_F(ReadActive, ABlockOfLineFeedsLeavesTheCountOfEmptyBlocks) {
+  const std::string empty(1, '\0');
+  rig_.StationSends(kEightBytes + empty + kEightBytes + Block(std::string(16, '\n')) + kEightBytes + empty +
+                    kEightBytes + Block("StreamTitle='Late';"));
+  EXPECT_EQ(ReadActiveTitle(state_, kInterval), u"");
+}
+
+TEST_F(ReadActive, BytesAreCharactersOfTheSameNumber) {
+  rig_.StationSends(kEightBytes + Block("StreamTitle='\x80\xFC';"));
+  EXPECT_EQ(ReadActiveTitle(state_, kInterval), u"\u0080\u00FC");
+}
+
 }  // namespace
 }  // namespace stream

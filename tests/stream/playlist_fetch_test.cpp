@@ -73,5 +73,11 @@ TEST_F(PlaylistFetch, EndsAtOnceWhenTheOwnerHasLetGo) {
   EXPECT_EQ(rig_.loop.pumps, 1);
 }
 
+TEST_F(PlaylistFetch, TheDeadlineCountsFromAfterTheSending) {
+  rig_.requests.request = {{1, 1, 4}, u"text"};
+  rig_.requests.on_send = [this] { rig_.clock.whole_seconds += 3; };
+  EXPECT_EQ(Fetch(), u"text");
+}
+
 }  // namespace
 }  // namespace stream

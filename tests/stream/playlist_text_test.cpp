@@ -140,5 +140,15 @@ TEST(PlaylistText, MegabyteLinesAreHandled) {
   EXPECT_EQ(PlaylistLinesFromResponse(u"#EXTM3U\r\n" + line + u"\r\n" + line)->size(), 6U);
 }
 
+TEST(PlaylistText, AnEmptyFileLineEndsTheWalk) {
+  EXPECT_EQ(FindPlaylistEntry({u"NumberOfEntries=1", u"File1=", u"File1=http://a"}, 0).address, u"");
+}
+
+TEST(PlaylistText, EveryPrefixCountsWhole) {
+  for (const TextView response : {u"http:/host", u"https:/host", u"httphost", u"#extm3", u"[playlist"}) {
+    EXPECT_EQ(PlaylistLinesFromResponse(response), std::nullopt);
+  }
+}
+
 }  // namespace
 }  // namespace stream

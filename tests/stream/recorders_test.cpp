@@ -388,5 +388,29 @@ TEST_F(TitleRecorder, DecodesTitlesWhenItsHolderAsksForThat) {
   EXPECT_EQ(File(u"Plain.mp3"), "ijkl");
 }
 
+TEST_F(TitleRecorder, EveryColonOfATitleIsReplaced) {
+  rig_.StationSends("drop" + Block("StreamTitle='A: B: C';") + "1111");
+  ByTitle();
+  EXPECT_EQ(played_.at(0).title, u"A_ B_ C");
+}
+
+TEST_F(TitleRecorder, ABlockWithoutATitleLeavesTheCountOfEmptyBlocks) {
+  const std::string empty(1, '\0');
+  rig_.StationSends("drop" + empty + "drop" + Block("StreamUrl='http://x';") + "drop" + empty + "1111");
+  ByTitle();
+  EXPECT_EQ(File(u"unknown.mp3"), "1111");
+}
+
+TEST_F(TitleRecorder, TheUnknownTitleHasNoWebAddressAndIsNotKeptForLater) {
+  const std::string empty(1, '\0');
+  rig_.StationSends("drop" + Block("StreamUrl='http://x';") + "drop" + empty + "drop" + empty + "1111" +
+                    Block("StreamTitle='';") + "2222");
+  ByTitle();
+  ASSERT_EQ(played_.size(), 3U);
+  EXPECT_EQ(played_[1], (Playing{u"unknown", u"", u""}));
+  EXPECT_EQ(played_[2].title, u"");
+  EXPECT_EQ(played_[2].web_address, u"http://x");
+}
+
 }  // namespace
 }  // namespace stream

@@ -53,6 +53,7 @@ TEST(StreamAddress, OtherSchemesHaveNoHost) {
 TEST(StreamAddress, EveryLowerCaseSchemeIsRemoved) {
   ExpectTarget(u"http://h/go?to=http://x/y", u"h", 80, u"/go?to=x/y", kReload);
   ExpectTarget(u"https://h/go?to=https://x/y", u"h", 443, u"/go?to=x/y", kReloadSecure);
+  ExpectTarget(u"https://h/go?to=http://x/y", u"h", 443, u"/go?to=http://x/y", kReloadSecure);
   ExpectTarget(u"http://h/go?to=https://x/y", u"h", 80, u"/go?to=https://x/y", kReload);
 }
 

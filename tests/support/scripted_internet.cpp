@@ -92,6 +92,7 @@ bool ScriptedInternet::HttpQueryInfoW(InternetHandle request, std::uint32_t info
 
 InternetHandle ScriptedInternet::InternetOpenUrlW(InternetHandle session, const Text& url,
                                                   const Text& headers, std::uint32_t flags) {
+  if (before_open) before_open();
   const std::string arguments =
       Number(session) + ", " + Ascii(url) + ", " + Ascii(headers) + ", " + std::to_string(flags);
   const ScriptedAnswer station = AnswerOf(url);
@@ -144,6 +145,7 @@ class ScriptedXmlHttpRequest : public platform::XmlHttpRequest {
   }
   bool Send() override {
     owner_.calls.emplace_back("Send()");
+    if (owner_.on_send) owner_.on_send();
     return !owner_.failing.contains("Send");
   }
   std::int32_t ReadyState() override {

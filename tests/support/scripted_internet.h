@@ -58,6 +58,8 @@ class ScriptedInternet : public platform::Internet {
   std::vector<std::string> failing;
   /// Runs before every read, for what happens meanwhile.
   std::function<void()> before_read;
+  /// Runs before an address is opened.
+  std::function<void()> before_open;
 
   /// Every call but the reads, with its arguments: "InternetOpenW(WinampMPEG/5.09, 1) = 1".
   std::vector<std::string> calls;
@@ -96,6 +98,8 @@ class ScriptedXmlHttpRequests : public platform::XmlHttpRequests {
   bool class_is_known = true;
   /// The names of operations that fail.
   std::set<std::string> failing;
+  /// Runs inside Send.
+  std::function<void()> on_send;
   /// Every call but ReadyState, with its arguments; "release" for the end of the object.
   std::vector<std::string> calls;
   int live_objects = 0;
