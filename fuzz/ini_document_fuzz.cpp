@@ -92,6 +92,16 @@ void Delete(IniDocument& document, const Text& section, const Text* key) {
   Require(document.SectionNames().size() == names - (key == nullptr && change == IniChange::kMade ? 1 : 0));
 }
 
+void DeleteAndPutBack(IniDocument& document, const Text& section) {
+  const auto copy = document.CopySection(section);
+  Require((document.DeleteSection(section) == IniChange::kMade) == copy.has_value());
+  if (!copy) return;
+  const auto names = document.SectionNames().size();
+  Require(document.InsertSection(*copy) == IniChange::kMade);
+  Require(document.SectionNames().size() == names + 1);
+  Require(document.CopySection(section).has_value());
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -111,12 +121,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (int step = 0; step < 8; ++step) {
     const Text section = draws.Pick(sections);
     const Text key = draws.Pick(keys);
-    switch (draws.Below(6)) {
+    switch (draws.Below(7)) {
       case 0:
         Delete(document, section, nullptr);
         break;
       case 1:
         Delete(document, section, &key);
+        break;
+      case 2:
+        DeleteAndPutBack(document, section);
         break;
       default:
         Set(document, conversion, section, key, draws.Pick(values));

@@ -10,6 +10,13 @@
 
 namespace platform {
 
+/// A section as its file writes it, for putting it back after it was deleted.
+struct ProfileSection {
+  Text lines;                ///< the header and every line up to the next header, with their line ends
+  std::optional<Text> next;  ///< the name of the section behind it; nothing when it is the last one
+  friend bool operator==(const ProfileSection&, const ProfileSection&) = default;
+};
+
 /// Section and key names match without regard to case. Paths use "\" or the native separator.
 /// Nothing here throws; a missing file reads as an empty one.
 /// Public reference: the Win32 documentation of the three operations named below.
@@ -33,6 +40,15 @@ class PrivateProfile {
   /// more NUL at the end. Returns the number of bytes copied without that last NUL; when the list was
   /// cut because the buffer is too small, that is the buffer's size less two.
   virtual std::uint32_t GetPrivateProfileSectionNamesA(std::span<char> buffer, const Text& path) = 0;
+
+  /// The first section of that name with everything in it, foreign keys and comments too; nothing when the
+  /// file has none.
+  virtual std::optional<ProfileSection> CopySection(const Text& section, const Text& path) = 0;
+
+  /// Puts a copied section back before the first section that bears the name `next`, or at the end of the
+  /// file when there is none; an equal name in the file does not matter. True when the file then has it; on
+  /// false, for lines that do not begin with a header too, the file is what it was before.
+  virtual bool InsertSection(const ProfileSection& section, const Text& path) = 0;
 
   /// From here on writes are collected and reads see them; nothing reaches the disk until the matching
   /// EndWriteGroup, which replaces each touched file once. Groups nest; only the outermost end writes.

@@ -1,5 +1,6 @@
 #include "platform/posix/ini_document.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/posix/ini_line.h"
@@ -111,15 +112,28 @@ std::string IniDocument::Bytes() const {
   std::string bytes;
   bytes.reserve(size_);
   bytes.append(buffer_, 0, codec_.MarkSize());
-  for (const Section& section : sections_) {
-    bytes.append(View(section.header));
-    if (!section.body) {
-      bytes.append(buffer_, section.header.begin + section.header.size, section.body_size);
-      continue;
-    }
-    for (const Item& item : section.body->items) bytes.append(View(item.piece));
-  }
+  for (const Section& section : sections_) bytes.append(BytesOf(section));
   return bytes;
+}
+
+std::string IniDocument::BytesOf(const Section& section) const {
+  std::string bytes(View(section.header));
+  if (!section.body)
+    return bytes.append(buffer_, section.header.begin + section.header.size, section.body_size);
+  for (const Item& item : section.body->items) bytes.append(View(item.piece));
+  return bytes;
+}
+
+std::optional<ProfileSection> IniDocument::CopySection(TextView section) {
+  const Section* const found = FindSection(Name(section));
+  if (found == nullptr) return std::nullopt;
+  ProfileSection copy{codec_.Decode(BytesOf(*found)), std::nullopt};
+  const auto next = std::find_if(sections_.begin() + (found - sections_.data()) + 1, sections_.end(),
+                                 [](const Section& behind) { return behind.header.size > 0; });
+  if (next == sections_.end()) return copy;
+  const Text header = Content(next->header);
+  copy.next = ReadIniLine(header).name;
+  return copy;
 }
 
 std::string_view IniDocument::View(Piece piece) const {

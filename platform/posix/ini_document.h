@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "platform/posix/ini_codec.h"
+#include "platform/private_profile.h"
 #include "platform/text.h"
 #include "platform/text_conversion.h"
 
@@ -48,6 +49,13 @@ class IniDocument {
 
   /// Deletes the first such section: its header and every line up to the next header.
   IniChange DeleteSection(TextView section);
+
+  /// The first such section with all its lines.
+  [[nodiscard]] std::optional<ProfileSection> CopySection(TextView section);
+
+  /// Puts a copied section before the first one that bears the name `next`, else at the end. Refused when
+  /// its lines do not begin with a header, and when the file could become too large.
+  IniChange InsertSection(const ProfileSection& section);
 
   /// All names in file order, equal and empty ones included.
   [[nodiscard]] std::vector<Text> SectionNames() const;
@@ -114,6 +122,8 @@ class IniDocument {
   IniChange ReplaceValue(Item& item, const Text& value);
   void AddKey(Section& section, const Text& key, const Text& line);
   Section& AddSection(const Text& name);
+  Section& LastSection();
+  [[nodiscard]] std::string BytesOf(const Section& section) const;
   void EndLastLine(Section& section);
   void EndLine(Piece& piece);
   std::optional<Item> TakeBlankTail(Body& body);
@@ -124,6 +134,7 @@ class IniDocument {
   Piece Store(std::string_view bytes);
   void Replace(Piece& piece, std::string_view bytes);
   void CompactIfWasteful();
+  void MakeAnew(std::string bytes);
 
   TextConversion* conversion_;
   IniCodec codec_;

@@ -84,14 +84,19 @@ std::optional<IniDocument::Item> IniDocument::TakeBlankTail(Body& body) {
 }
 
 IniDocument::Section& IniDocument::AddSection(const Text& name) {
-  while (sections_.size() > 1 && sections_.back().header.size == 0) sections_.pop_back();
-  EndLastLine(sections_.back());
+  EndLastLine(LastSection());
   Section& section = sections_.emplace_back();
   section.header = Store(codec_.Encode(u"[" + name + u"]") + line_end_);
   section.body = std::make_unique<Body>();
   size_ += section.header.size;
   Link(names_, codec_.Fold(name), sections_, sections_.size() - 1);
   return section;
+}
+
+/// The last section that is still there; those behind it, which are deleted, are forgotten.
+IniDocument::Section& IniDocument::LastSection() {
+  while (sections_.size() > 1 && sections_.back().header.size == 0) sections_.pop_back();
+  return sections_.back();
 }
 
 void IniDocument::EndLastLine(Section& section) {
@@ -133,6 +138,27 @@ IniChange IniDocument::DeleteSection(TextView section) {
   return IniChange::kMade;
 }
 
+IniChange IniDocument::InsertSection(const ProfileSection& section) {
+  if (!HasRoomFor(section.lines.size())) return IniChange::kRefused;
+  const TextView header = TextView(section.lines).substr(0, section.lines.find_first_of(u"\r\n"));
+  if (ReadIniLine(header).kind != IniLineKind::kSection) return IniChange::kRefused;
+  std::string lines = codec_.Encode(section.lines);
+
+  const Section* const next = section.next ? FindSection(Name(*section.next)) : nullptr;
+  if (next == nullptr) {
+    EndLastLine(LastSection());
+    MakeAnew(Bytes() + lines);
+    return IniChange::kMade;
+  }
+  if (codec_.LineEndSize(lines) == 0) lines += line_end_;
+  std::string behind;
+  for (const Section* at = next; at != sections_.data() + sections_.size(); ++at) behind += BytesOf(*at);
+  std::string bytes = Bytes();
+  bytes.insert(bytes.size() - behind.size(), lines);
+  MakeAnew(std::move(bytes));
+  return IniChange::kMade;
+}
+
 bool IniDocument::HasRoomFor(std::size_t units) const {
   constexpr std::size_t kMostBytesOfAUnit = 3;
   constexpr std::size_t kBracketsAndLineEnds = 16;
@@ -156,8 +182,12 @@ void IniDocument::Replace(Piece& piece, std::string_view bytes) {
 void IniDocument::CompactIfWasteful() {
   constexpr std::size_t kSmall = std::size_t{1024} * 1024;
   if (buffer_.size() <= 3 * size_ + kSmall) return;
+  MakeAnew(Bytes());
+}
+
+void IniDocument::MakeAnew(std::string bytes) {
   const std::string line_end = line_end_;
-  *this = IniDocument(*conversion_, Bytes());
+  *this = IniDocument(*conversion_, std::move(bytes));
   line_end_ = line_end;
 }
 

@@ -85,7 +85,9 @@ bool IniFile::Collect(IniEdit edit) {
 
 bool IniFile::Apply(const IniEdit& edit) {
   IniChange change = IniChange::kNone;
-  if (!edit.key) {
+  if (edit.inserted) {
+    change = document_.InsertSection(*edit.inserted);
+  } else if (!edit.key) {
     change = document_.DeleteSection(edit.section);
   } else if (!edit.value) {
     change = document_.DeleteKey(edit.section, *edit.key);

@@ -19,6 +19,7 @@ struct IniEdit {
   Text section;
   std::optional<Text> key;
   std::optional<Text> value;
+  std::optional<ProfileSection> inserted = std::nullopt;  ///< put back whole; the rest has no meaning then
 };
 
 /// A missing file, one that cannot be read and one larger than kLargestIniFile read as empty; only the

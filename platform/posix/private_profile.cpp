@@ -56,9 +56,26 @@ std::uint32_t IniPrivateProfile::GetPrivateProfileStringW(const Text& section, c
 
 bool IniPrivateProfile::WritePrivateProfileStringW(const Text& section, const std::optional<Text>& key,
                                                    const std::optional<Text>& value, const Text& path) {
+  return Change({section, key, value}, path);
+}
+
+bool IniPrivateProfile::InsertSection(const ProfileSection& section, const Text& path) {
+  return Change({{}, std::nullopt, std::nullopt, section}, path);
+}
+
+std::optional<ProfileSection> IniPrivateProfile::CopySection(const Text& section, const Text& path) {
   try {
     IniFile* const file = FileOf(path);
-    if (file == nullptr || !file->Collect({section, key, value})) return false;
+    return file == nullptr ? std::nullopt : file->Read().CopySection(section);
+  } catch (const std::exception&) {
+    return std::nullopt;
+  }
+}
+
+bool IniPrivateProfile::Change(IniEdit edit, const Text& path) {
+  try {
+    IniFile* const file = FileOf(path);
+    if (file == nullptr || !file->Collect(std::move(edit))) return false;
     return open_groups_ > 0 || file->Write();
   } catch (const std::exception&) {
     return false;

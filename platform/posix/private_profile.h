@@ -25,11 +25,14 @@ class IniPrivateProfile final : public PrivateProfile {
   bool WritePrivateProfileStringW(const Text& section, const std::optional<Text>& key,
                                   const std::optional<Text>& value, const Text& path) override;
   std::uint32_t GetPrivateProfileSectionNamesA(std::span<char> buffer, const Text& path) override;
+  std::optional<ProfileSection> CopySection(const Text& section, const Text& path) override;
+  bool InsertSection(const ProfileSection& section, const Text& path) override;
   void BeginWriteGroup() override;
   bool EndWriteGroup() override;
 
  private:
   [[nodiscard]] IniFile* FileOf(const Text& path);
+  bool Change(IniEdit edit, const Text& path);
   bool WriteCollected();
   std::optional<Text> Value(const Text& section, const Text& key, const Text& path);
   std::string JoinedNames(const Text& path);

@@ -76,6 +76,34 @@ class MemoryProfile : public platform::PrivateProfile {
     return static_cast<std::uint32_t>(count);
   }
 
+  std::optional<platform::ProfileSection> CopySection(const Text& section, const Text& path) override {
+    const auto& sections = files[path];
+    const auto found = std::find_if(sections.begin(), sections.end(),
+                                    [&](const Section& entry) { return Fold(entry.name) == Fold(section); });
+    if (found == sections.end()) return std::nullopt;
+    platform::ProfileSection copy{u"[" + found->name + u"]\n", std::nullopt};
+    for (const auto& [key, value] : found->keys) copy.lines += key + u"=" + value + u"\n";
+    if (found + 1 != sections.end()) copy.next = (found + 1)->name;
+    return copy;
+  }
+  bool InsertSection(const platform::ProfileSection& section, const Text& path) override {
+    if (fail_writes) return false;
+    const std::size_t header_end = section.lines.find(u"]\n");
+    Section inserted{section.lines.substr(1, header_end - 1), {}};
+    for (std::size_t at = header_end + 2; at < section.lines.size();) {
+      const std::size_t equals = section.lines.find(u'=', at);
+      const std::size_t end = section.lines.find(u'\n', at);
+      inserted.keys.emplace_back(section.lines.substr(at, equals - at),
+                                 section.lines.substr(equals + 1, end - equals - 1));
+      at = end + 1;
+    }
+    auto& sections = files[path];
+    const auto next = std::find_if(sections.begin(), sections.end(), [&](const Section& entry) {
+      return section.next && Fold(entry.name) == Fold(*section.next);
+    });
+    sections.insert(next, std::move(inserted));
+    return true;
+  }
   void BeginWriteGroup() override { ++open_groups; }
   bool EndWriteGroup() override {
     --open_groups;

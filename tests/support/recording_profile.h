@@ -49,6 +49,10 @@ class RecordingProfile : public platform::PrivateProfile {
     return can_write;
   }
   std::uint32_t GetPrivateProfileSectionNamesA(std::span<char>, const platform::Text&) override { return 0; }
+  std::optional<platform::ProfileSection> CopySection(const platform::Text&, const platform::Text&) override {
+    return std::nullopt;
+  }
+  bool InsertSection(const platform::ProfileSection&, const platform::Text&) override { return can_write; }
   void BeginWriteGroup() override {}
   bool EndWriteGroup() override { return true; }
 

@@ -64,6 +64,13 @@ class Model {
     lines_.erase(lines_.begin() + static_cast<std::ptrdiff_t>(at),
                  lines_.begin() + static_cast<std::ptrdiff_t>(EndOfSection(at)));
   }
+  void Insert(const ProfileSection& section) {
+    const std::size_t next = section.next ? Header(*section.next) : kNone;
+    const std::size_t place = std::min(next, lines_.size());
+    EndLine(place);
+    lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(place), section.lines);
+    if (next != kNone) EndLine(place + 1);
+  }
   [[nodiscard]] std::vector<Text> SectionNames() const {
     std::vector<Text> names;
     for (std::size_t at = 0; at < lines_.size(); ++at) {
@@ -161,6 +168,26 @@ TEST_F(IniDocumentTest, ManyChangesOfOneDocumentGiveWhatChangingTheFileAnewEachT
     }
     ASSERT_EQ(document.SectionNames(), model.SectionNames());
   }
+}
+
+TEST_F(IniDocumentTest, EverySectionOfAnyFileIsCopiedWholeAndGoesBackBeforeTheOneBehindIt) {
+  int in_place = 0;
+  for (int round = 0; round < 2000; ++round) {
+    const std::string file = RandomFile();
+    for (const Text& name : Parse(file).SectionNames()) {
+      IniDocument document = Parse(file);
+      const auto copy = document.CopySection(name);
+      ASSERT_TRUE(copy) << file;
+      ASSERT_EQ(document.DeleteSection(name), IniChange::kMade);
+      ASSERT_EQ(document.Bytes().size() + copy->lines.size(), file.size());
+      Model model(document.Bytes());
+      model.Insert(*copy);
+      ASSERT_EQ(document.InsertSection(*copy), IniChange::kMade);
+      ASSERT_EQ(document.Bytes(), model.Bytes()) << file;
+      if (document.Bytes() == file) ++in_place;
+    }
+  }
+  EXPECT_GT(in_place, 1000) << "unless an equal name stands further up, the file is as it was";
 }
 
 TEST_F(IniDocumentTest, EveryEncodingKeepsTheBytesOfAnyFile) {
