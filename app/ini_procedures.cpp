@@ -44,6 +44,14 @@ bool IniProcedures::DeleteStationSection(const Text& Section, const Text& FileNa
                                              WritePath(settings_.StationFileName, FileName, folder));
 }
 
+std::optional<platform::ProfileSection> IniProcedures::CopyStationSection(const Text& Section) const {
+  return profile_.CopySection(Section, StationFile());
+}
+
+bool IniProcedures::InsertStationSection(const platform::ProfileSection& section) const {
+  return profile_.InsertSection(section, StationFile());
+}
+
 Text IniProcedures::FamilyPathOrStationFile(const Text& file_name) const {
   if (settings_.UseProgramFolder) return AddBackslash(environment_.ProgramFolder()) + file_name;
   const Text path =

@@ -1,6 +1,8 @@
 #pragma once
-// The four procedures by which the program reads and writes its INI files, with their path rules.
+// The procedures by which the program reads and writes its INI files, with their path rules.
 // Not the INI format itself (platform/private_profile.h).
+
+#include <optional>
 
 #include "app/settings.h"
 #include "app/text.h"
@@ -46,6 +48,14 @@ class IniProcedures {
   /// Removes a section with all its keys; its own file is the station file.
   bool DeleteStationSection(const Text& Section, const Text& FileName = {},
                             UseFamilyFolder folder = UseFamilyFolder::kNo) const;
+
+  // A section of the station file as a whole.
+
+  /// The section with all its lines; nothing when there is none.
+  [[nodiscard]] std::optional<platform::ProfileSection> CopyStationSection(const Text& Section) const;
+
+  /// Puts a copied section back in its place; see platform::PrivateProfile::InsertSection.
+  [[nodiscard]] bool InsertStationSection(const platform::ProfileSection& section) const;
 
  private:
   [[nodiscard]] Text FamilyPathOrStationFile(const Text& file_name) const;

@@ -79,8 +79,9 @@ struct Catalogue {
   controls::CommandButton export_button, import_button;
   catalogue::StationIcons icons{{icon_port, files, conversion, dialogs}, lists};
   catalogue::StationLists station_lists{lists, order, state, {[] {}, [] {}}};
+  catalogue::UnsavedRows unsaved{full, conversion};
   catalogue::StationStore store{
-      {profile, conversion}, ini, settings, icons, state, lists, [this](controls::ListView& list) {
+      {profile, conversion}, ini, settings, icons, state, lists, unsaved, [this](controls::ListView& list) {
         station_lists.SortAgain(list);
       }};
   playlist::M3uExport m3u_export{

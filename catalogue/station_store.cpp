@@ -1,36 +1,29 @@
 #include "catalogue/station_store.h"
 
 #include <algorithm>
+#include <set>
 #include <string>
 #include <utility>
 
 #include "app/station_row.h"
+#include "catalogue/station_keys.h"
+#include "catalogue/stored_name.h"
 
 namespace catalogue {
 
 using controls::ListRow;
-using controls::RowId;
 using platform::Text;
-
-namespace {
-
-/// Which key of a station's section fills which cell of its row.
-constexpr std::pair<app::StationCell, const char16_t*> kCellKeys[] = {{app::kGenreCell, u"Genre"},
-                                                                      {app::kLinkCell, u"Link"},
-                                                                      {app::kFavouriteCell, u"Favorit"},
-                                                                      {app::kM3uNumberCell, u"M3uNr"}};
-
-}  // namespace
 
 StationStore::StationStore(Ports ports, app::IniProcedures& ini, const app::Settings& settings,
                            const StationIcons& icons, app::WindowState& state, controls::ListPair lists,
-                           std::function<void(controls::ListView&)> sort_again)
+                           UnsavedRows& unsaved, std::function<void(controls::ListView&)> sort_again)
     : ports_(ports),
       ini_(ini),
       settings_(settings),
       icons_(icons),
       state_(state),
       lists_(lists),
+      unsaved_(unsaved),
       sort_again_(std::move(sort_again)) {}
 
 void StationStore::LoadStations(const Text& Filter) {
@@ -46,43 +39,42 @@ void StationStore::LoadStations(const Text& Filter) {
 }
 
 void StationStore::FillFullList(std::vector<ListRow> loaded) {
-  std::vector<std::pair<ListRow, RowOrigin>> kept;
-  std::set<Text> kept_names;
-  for (ListRow row : lists_.full.Rows()) {
-    const RowOrigin origin = origins_.Of(row.id);
-    if (origin == RowOrigin::kSaved) continue;
-    if (origin == RowOrigin::kPartlySaved) {
-      if (!TakeWrittenKeys(row)) continue;
-      kept_names.insert(ports_.conversion.CharLowerW(row.cells[app::kNameCell]));
-    }
-    kept.emplace_back(std::move(row), origin);
-  }
-  std::erase_if(loaded, [&](const ListRow& row) {
-    return kept_names.contains(ports_.conversion.CharLowerW(row.cells[app::kNameCell]));
-  });
+  std::vector<UnsavedRow> unsaved = unsaved_.All();
+  for (UnsavedRow& row : unsaved) ReadWrittenCells(row);
+  LeaveOutSectionsOf(unsaved, loaded);
 
   lists_.full.Clear();
-  origins_.Clear();
+  unsaved_.Clear();
   lists_.full.AddRows(std::move(loaded));
-  for (const ListRow& row : lists_.full.Rows()) origins_.MarkSaved(row.id);
+  for (const ListRow& row : lists_.full.Rows()) unsaved_.Remove(row.id);
+  unsaved_.PutBack(std::move(unsaved));
   sort_again_(lists_.full);
-  for (auto& [row, origin] : kept) {
-    const RowId id = lists_.full.AddRow(std::move(row));
-    if (origin == RowOrigin::kPartlySaved) origins_.MarkKeyWritten(id);
+}
+
+/// A filter view may have written these cells since.
+void StationStore::ReadWrittenCells(UnsavedRow& unsaved) const {
+  // No value of an INI file holds a line end.
+  const Text absent = u"\n";
+  for (const app::StationCell cell : unsaved.part.cells) {
+    const Text value =
+        ini_.ReadIni(unsaved.row.cells[app::kNameCell], KeyOf(cell), absent, settings_.StationFileName);
+    if (value != absent) unsaved.row.cells[cell] = value;
   }
 }
 
-bool StationStore::TakeWrittenKeys(ListRow& row) const {
-  // No value of an INI file holds a line end.
-  const Text absent = u"\n";
-  bool in_file = false;
-  for (const auto& [cell, key] : kCellKeys) {
-    const Text value = ini_.ReadIni(row.cells[app::kNameCell], key, absent, settings_.StationFileName);
-    if (value == absent) continue;
-    row.cells[cell] = value;
-    in_file = true;
+void StationStore::LeaveOutSectionsOf(const std::vector<UnsavedRow>& unsaved,
+                                      std::vector<ListRow>& loaded) const {
+  std::multiset<Text> theirs;
+  for (const UnsavedRow& row : unsaved) {
+    for (const Text& section : row.part.sections) theirs.insert(StoredName(ports_.conversion, section));
   }
-  return in_file;
+  if (theirs.empty()) return;
+  std::erase_if(loaded, [&](const ListRow& row) {
+    const auto found = theirs.find(StoredName(ports_.conversion, row.cells[app::kNameCell]));
+    if (found == theirs.end()) return false;
+    theirs.erase(found);
+    return true;
+  });
 }
 
 std::vector<ListRow> StationStore::ReadRows(const Text& filter) const {
@@ -115,7 +107,8 @@ std::vector<Text> StationStore::SectionNames() const {
 
 bool StationStore::Matches(const Text& name, Match match, const Text& wanted) const {
   if (match == Match::kEvery) return true;
-  const Text value = ReadKey(name, match == Match::kFavourites ? u"Favorit" : u"Genre");
+  const Text value =
+      ReadKey(name, KeyOf(match == Match::kFavourites ? app::kFavouriteCell : app::kGenreCell));
   return ports_.conversion.CharLowerW(value) == wanted;
 }
 

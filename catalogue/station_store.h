@@ -1,17 +1,16 @@
 #pragma once
-// The station store: reads the station file into the two lists, writes rows back to it.
-// Not the editor's rules about when to write (catalogue/station_editor.h).
+// The station store: reads the station file into the two lists.
+// Not writing rows back to it (catalogue/station_writer.h).
 
 #include <cstdint>
 #include <functional>
-#include <set>
 #include <vector>
 
 #include "app/ini_procedures.h"
 #include "app/settings.h"
 #include "app/window_state.h"
-#include "catalogue/row_origins.h"
 #include "catalogue/station_icons.h"
+#include "catalogue/unsaved_rows.h"
 #include "controls/list_view.h"
 #include "platform/private_profile.h"
 #include "platform/text_conversion.h"
@@ -34,16 +33,15 @@ class StationStore {
 
   /// `sort_again` puts a list that was just filled into the order that the user chose.
   StationStore(Ports ports, app::IniProcedures& ini, const app::Settings& settings, const StationIcons& icons,
-               app::WindowState& state, controls::ListPair lists,
+               app::WindowState& state, controls::ListPair lists, UnsavedRows& unsaved,
                std::function<void(controls::ListView&)> sort_again);
 
   /// Fills a list from the file: "" all stations into the full list, "1" the favourites, any other text the
   /// stations of that genre (without regard to letter case) into the filtered list. The list is emptied
-  /// first; rows of the full list that the file does not hold yet are kept and stand after the loaded ones.
-  /// A missing file or key gives no rows or empty cells, never a message.
+  /// first, and sorted again when it is filled. The full list keeps its unsaved rows, of which the cells
+  /// that were written singly are read from the file like those of the others. A missing file or key gives no
+  /// rows or empty cells, never a message.
   void LoadStations(const platform::Text& Filter);
-
-  RowOrigins& Origins() { return origins_; }
 
  private:
   enum class Match { kEvery, kFavourites, kGenre };
@@ -54,9 +52,9 @@ class StationStore {
   [[nodiscard]] controls::ListRow ReadRow(const platform::Text& name) const;
   [[nodiscard]] platform::Text ReadKey(const platform::Text& name, const platform::Text& key) const;
   void FillFullList(std::vector<controls::ListRow> loaded);
-  /// For a row of which the file holds single keys: these are newer than its cells, because a filter view
-  /// may have written them. False when there are none any more: the station was deleted in a filter view.
-  [[nodiscard]] bool TakeWrittenKeys(controls::ListRow& row) const;
+  void ReadWrittenCells(UnsavedRow& unsaved) const;
+  void LeaveOutSectionsOf(const std::vector<UnsavedRow>& unsaved,
+                          std::vector<controls::ListRow>& loaded) const;
 
   Ports ports_;
   app::IniProcedures& ini_;
@@ -64,8 +62,8 @@ class StationStore {
   const StationIcons& icons_;
   app::WindowState& state_;
   controls::ListPair lists_;
+  UnsavedRows& unsaved_;
   std::function<void(controls::ListView&)> sort_again_;
-  RowOrigins origins_;
 };
 
 }  // namespace catalogue

@@ -24,11 +24,11 @@ class SwitchGuard {
 }  // namespace
 
 StationViews::StationViews(Parts parts, StationStore& store, StationLists& station_lists,
-                           app::IniProcedures& ini, const app::WindowState& state, platform::Dialogs& dialogs)
+                           StationWriter& writer, const app::WindowState& state, platform::Dialogs& dialogs)
     : parts_(parts),
       store_(store),
       station_lists_(station_lists),
-      ini_(ini),
+      writer_(writer),
       state_(state),
       dialogs_(dialogs) {
   subscriptions_ += parts_.Check1.Clicked.Subscribe([this] { Check1_Click(); });
@@ -76,9 +76,7 @@ void StationViews::Check2_Click() {
     return;
   }
   const Text value = parts_.Check2.Checked() ? u"1" : u"";
-  list.SetCell(row, app::kFavouriteCell, value);
-  const bool written = ini_.WriteStationIni(list.Cell(row, app::kNameCell), u"Favorit", value);
-  if (written && &list == &parts_.lists.full) store_.Origins().MarkKeyWritten(row);
+  writer_.WriteCell(list, row, app::kFavouriteCell, value);
 }
 
 void StationViews::ShowFiltered(const Text& filter, const Text& caption) {

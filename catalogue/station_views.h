@@ -2,10 +2,10 @@
 // The three views of the catalogue - all stations, one genre, the favourites - and the favourite mark.
 // Not the lists' order or selection (catalogue/station_lists.h).
 
-#include "app/ini_procedures.h"
 #include "app/window_state.h"
 #include "catalogue/station_lists.h"
 #include "catalogue/station_store.h"
+#include "catalogue/station_writer.h"
 #include "controls/captioned.h"
 #include "controls/text_box.h"
 #include "platform/dialogs.h"
@@ -25,7 +25,7 @@ class StationViews {
     controls::ListPair lists;
   };
 
-  StationViews(Parts parts, StationStore& store, StationLists& station_lists, app::IniProcedures& ini,
+  StationViews(Parts parts, StationStore& store, StationLists& station_lists, StationWriter& writer,
                const app::WindowState& state, platform::Dialogs& dialogs);
 
   void Check1_Click();
@@ -42,7 +42,7 @@ class StationViews {
   Parts parts_;
   StationStore& store_;
   StationLists& station_lists_;
-  app::IniProcedures& ini_;
+  StationWriter& writer_;
   const app::WindowState& state_;
   platform::Dialogs& dialogs_;
   bool InViewSwitch = false;

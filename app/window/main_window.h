@@ -19,6 +19,8 @@
 #include "catalogue/station_lists.h"
 #include "catalogue/station_store.h"
 #include "catalogue/station_views.h"
+#include "catalogue/station_writer.h"
+#include "catalogue/unsaved_rows.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/environment.h"
@@ -115,7 +117,9 @@ class MainWindow {
   WindowLayout layout_;
   catalogue::StationIcons icons_;
   catalogue::StationLists station_lists_;
+  catalogue::UnsavedRows unsaved_rows_;
   catalogue::StationStore store_;
+  catalogue::StationWriter writer_;
   catalogue::StationViews views_;
   ui::RecorderLaunch recorder_launch_;
   catalogue::StationEditor editor_;

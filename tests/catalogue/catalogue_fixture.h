@@ -102,22 +102,23 @@ class CatalogueTest : public ::testing::Test {
 
   StationIcons icons{{icon_port, files, conversion, dialogs}, lists};
   StationLists station_lists{lists, order, state, {[this] { ++details_shown; }, [this] { ++started; }}};
+  UnsavedRows unsaved{SymbolListview, conversion};
   StationStore store{
-      {profile, conversion}, ini, settings, icons, state, lists, [this](controls::ListView& list) {
+      {profile, conversion}, ini, settings, icons, state, lists, unsaved, [this](controls::ListView& list) {
         station_lists.SortAgain(list);
       }};
+  StationWriter writer{profile, ini, icons, lists, unsaved};
   StationViews views{{Check1, Check2, Check3, Combo1, Frame2, CommandButton1, CommandButton2, lists},
                      store,
                      station_lists,
-                     ini,
+                     writer,
                      state,
                      dialogs};
   StationEditor editor{
       {TextBox1, Combo1, Check1, Check2, UpDownTextBox1, Command8, CommandButton1, CommandButton2, lists},
       store,
-      icons,
-      ini,
-      profile,
+      writer,
+      unsaved,
       settings,
       state,
       dialogs,

@@ -171,61 +171,16 @@ TEST_F(StationStoreTest, ReloadEmptiesTheFullListFirst) {
   EXPECT_EQ(Names(SymbolListview), std::vector<Text>{u"A"});
 }
 
-TEST_F(StationStoreTest, RowsThatTheFileDoesNotHoldYetStandAfterTheLoadedOnes) {
-  AddStation(u"Z");
+TEST_F(StationStoreTest, RowsThatTheFileDoesNotHoldYetAreKeptAndSortedAmongTheLoadedOnes) {
+  AddStation(u"A");
+  AddStation(u"C");
   store.LoadStations(u"");
-  AddRow(SymbolListview, u"A neu", u"Rock", u"http://neu");
+  AddRow(SymbolListview, u"B neu", u"Rock", u"http://neu");
+  ASSERT_EQ(Names(SymbolListview), (std::vector<Text>{u"A", u"C", u"B neu"}));
   store.LoadStations(u"");
   store.LoadStations(u"");
-  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"Z", u"A neu"}));
+  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"A", u"B neu", u"C"}));
   EXPECT_EQ(SymbolListview.Rows()[1].cells[app::kLinkCell], u"http://neu");
-}
-
-TEST_F(StationStoreTest, RowOfWhichTheFileHoldsSingleKeysStaysWhole) {
-  store.LoadStations(u"");
-  const auto row = AddRow(SymbolListview, u"Neu", u"Rock", u"http://neu");
-  SymbolListview.Select(row);
-  Check2.SetValue(controls::CheckValue::kChecked);
-  store.LoadStations(u"");
-  ASSERT_EQ(Names(SymbolListview), std::vector<Text>{u"Neu"});
-  EXPECT_EQ(SymbolListview.Rows()[0].cells[app::kLinkCell], u"http://neu");
-  EXPECT_EQ(SymbolListview.Rows()[0].cells[app::kFavouriteCell], u"1");
-}
-
-TEST_F(StationStoreTest, RowOfWhichTheFileHoldsSingleKeysTakesWhatAFilterViewWrote) {
-  SymbolListview.Select(AddRow(SymbolListview, u"Neu", u"Rock", u"http://neu"));
-  Check2.SetValue(controls::CheckValue::kChecked);
-  Check3.Click();
-  ExplorerListFilter.Select(RowNamed(ExplorerListFilter, u"Neu"));
-  Check2.SetValue(controls::CheckValue::kUnchecked);
-  TextBox1[1].SetText(u"http://anders");
-  Command8[2].Click();
-  Check3.Click();
-  ASSERT_EQ(Names(SymbolListview), std::vector<Text>{u"Neu"});
-  EXPECT_EQ(SymbolListview.Rows()[0].cells,
-            (std::array<Text, 6>{u"Neu", u"Rock", u"http://anders", u"", u"", u""}));
-}
-
-TEST_F(StationStoreTest, RowOfWhichTheFileHeldSingleKeysStaysDeletedInAFilterView) {
-  SymbolListview.Select(AddRow(SymbolListview, u"Neu", u"Rock", u"http://neu"));
-  Check2.SetValue(controls::CheckValue::kChecked);
-  Check3.Click();
-  ExplorerListFilter.Select(RowNamed(ExplorerListFilter, u"Neu"));
-  Command8[3].Click();
-  Check3.Click();
-  EXPECT_EQ(SymbolListview.Count(), 0U);
-}
-
-TEST_F(StationStoreTest, RowWhoseKeysCouldNotBeWrittenIsKeptAsItIs) {
-  SymbolListview.Select(AddRow(SymbolListview, u"Neu", u"Rock", u"http://neu"));
-  profile.fail_writes = true;
-  Check2.SetValue(controls::CheckValue::kChecked);
-  TextBox1[1].SetText(u"http://anders");
-  Command8[2].Click();
-  store.LoadStations(u"");
-  ASSERT_EQ(SymbolListview.Count(), 1U);
-  EXPECT_EQ(SymbolListview.Rows()[0].cells,
-            (std::array<Text, 6>{u"Neu", u"Rock", u"http://anders", u"1", u"", u""}));
 }
 
 TEST_F(StationStoreTest, SavedRowsAreNotKeptBesideTheLoadedOnes) {

@@ -216,13 +216,10 @@ TEST_F(StationViewsTest, WithoutASelectionBeforeNoneComesAfter) {
 
 TEST_F(StationViewsTest, SelectedStationIsFoundAgainThoughUnsavedRowsChangeTheirPlaces) {
   AddRow(SymbolListview, u"Aneu");
-  SymbolListview.ClickHeader(0);
-  SymbolListview.ClickHeader(0);
-  ASSERT_EQ(Names(SymbolListview), (std::vector<Text>{u"A", u"Aneu", u"B", u"C", u"D"}));
   SymbolListview.Select(RowNamed(SymbolListview, u"B"));
   Check3.Click();
   Check3.Click();
-  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"A", u"B", u"C", u"D", u"Aneu"}));
+  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"A", u"Aneu", u"B", u"C", u"D"}));
   EXPECT_EQ(SymbolListview.Cell(SymbolListview.SelectedRow(), app::kNameCell), u"B");
 }
 

@@ -1,0 +1,58 @@
+#pragma once
+// Writes rows of the two lists to the station file, and keeps account of which rows it holds.
+// Not when to write, which the buttons' features decide (catalogue/station_editor.h,
+// catalogue/station_views.h).
+
+#include "app/ini_procedures.h"
+#include "app/station_row.h"
+#include "catalogue/station_icons.h"
+#include "catalogue/unsaved_rows.h"
+#include "controls/list_view.h"
+#include "platform/private_profile.h"
+
+namespace catalogue {
+
+/// Each operation is one replacement of the file. A step that fails is skipped, the next one runs.
+class StationWriter {
+ public:
+  StationWriter(platform::PrivateProfile& profile, app::IniProcedures& ini, const StationIcons& icons,
+                controls::ListPair lists, UnsavedRows& unsaved);
+
+  /// What the editor's fields say of a station.
+  struct Station {
+    platform::Text name;
+    platform::Text link;
+    platform::Text genre;
+    platform::Text favourite;  ///< "1" or empty
+    platform::Text number;     ///< of the entry within a playlist link, as typed
+  };
+
+  /// Sets one cell of a row, one of those with a key, and writes it.
+  void WriteCell(controls::ListView& list, controls::RowId row, app::StationCell cell,
+                 const platform::Text& value);
+
+  /// Appends a row and writes its section; the number goes to the file only, as it stands.
+  void AddStation(controls::ListView& list, const Station& station);
+
+  /// Deletes the section of the row's name, changes the row and writes its section anew; the number goes to
+  /// the file only, and only from 1 upwards.
+  void UpdateStation(controls::ListView& list, controls::RowId row, const Station& station);
+
+  /// Deletes the section of the row's name and removes the row.
+  void DeleteStation(controls::ListView& list, controls::RowId row);
+
+  /// Writes every row of the full list, in list order; of equal names the later one's values win.
+  void WriteFullList();
+
+ private:
+  void WriteCommonKeys(const Station& station);
+  [[nodiscard]] bool IsFull(const controls::ListView& list) const { return &list == &lists_.full; }
+
+  platform::PrivateProfile& profile_;
+  app::IniProcedures& ini_;
+  const StationIcons& icons_;
+  controls::ListPair lists_;
+  UnsavedRows& unsaved_;
+};
+
+}  // namespace catalogue

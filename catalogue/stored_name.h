@@ -1,0 +1,14 @@
+#pragma once
+// Station names as the station file tells them apart. Not the names that the lists show.
+
+#include "platform/text.h"
+#include "platform/text_conversion.h"
+
+namespace catalogue {
+
+/// Two names are the same section of the station file when this gives the same text for both: what stands
+/// behind a NUL, line ends, and blanks and tabs at the ends are dropped, what code page 1252 lacks becomes
+/// "?", and letter case makes no difference. The file lists no section for the empty text.
+[[nodiscard]] platform::Text StoredName(platform::TextConversion& conversion, platform::TextView name);
+
+}  // namespace catalogue

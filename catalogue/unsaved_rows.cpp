@@ -1,0 +1,174 @@
+#include "catalogue/unsaved_rows.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "catalogue/station_keys.h"
+#include "catalogue/stored_name.h"
+
+namespace catalogue {
+
+using controls::ListRow;
+using controls::RowId;
+using platform::Text;
+using platform::TextView;
+
+namespace {
+
+/// Of a row that was saved and is so no longer: its section, with every cell in it, was its own.
+PartInFile WholeStation(const Text& name) {
+  PartInFile part;
+  for (const CellKey& entry : kCellKeys) part.cells.insert(entry.cell);
+  part.sections.push_back(name);
+  return part;
+}
+
+}  // namespace
+
+UnsavedRows::UnsavedRows(controls::ListView& full, platform::TextConversion& conversion)
+    : full_(full), conversion_(conversion) {
+  subscriptions_ += full_.RowsAdded.Subscribe([this](std::size_t first, std::size_t count) {
+    for (std::size_t index = first; index < first + count; ++index) parts_.try_emplace(full_.RowAt(index));
+  });
+  subscriptions_ += full_.RowsReset.Subscribe([this] {
+    if (full_.Count() == 0) parts_.clear();
+  });
+}
+
+PartInFile UnsavedRows::PartOf(RowId row) const {
+  const auto found = parts_.find(row);
+  return found == parts_.end() ? PartInFile() : found->second;
+}
+
+std::vector<UnsavedRow> UnsavedRows::All() const {
+  std::vector<UnsavedRow> rows;
+  for (const ListRow& row : full_.Rows()) {
+    const auto found = parts_.find(row.id);
+    if (found != parts_.end()) rows.push_back({row, found->second});
+  }
+  rows.insert(rows.end(), waiting_.begin(), waiting_.end());
+  return rows;
+}
+
+void UnsavedRows::PutBack(std::vector<UnsavedRow> rows) {
+  const std::size_t first = full_.Count();
+  std::vector<ListRow> list_rows;
+  list_rows.reserve(rows.size());
+  for (UnsavedRow& unsaved : rows) list_rows.push_back(std::move(unsaved.row));
+  full_.AddRows(std::move(list_rows));
+  for (std::size_t index = 0; index < rows.size(); ++index) {
+    Mark(full_.RowAt(first + index), std::move(rows[index].part));
+  }
+}
+
+void UnsavedRows::Clear() {
+  parts_.clear();
+  waiting_.clear();
+}
+
+void UnsavedRows::ListIsEmptied() {
+  for (const ListRow& row : full_.Rows()) {
+    const PartInFile part = PartOf(row.id);
+    if (!part.sections.empty()) waiting_.push_back({row, part});
+  }
+}
+
+void UnsavedRows::CellWritten(RowId row, app::StationCell cell, SectionWas was) {
+  const auto found = parts_.find(row);
+  if (found == parts_.end()) return;
+  PartInFile& part = found->second;
+  part.cells.insert(cell);
+  const Text& name = full_.Cell(row, app::kNameCell);
+  if (was == SectionWas::kMissing && !Owns(part, Stored(name))) part.sections.push_back(name);
+}
+
+void UnsavedRows::CellWrittenInView(const Text& name, app::StationCell cell, const Text& value) {
+  const Text stored = Stored(name);
+  for (auto& [row, part] : parts_) {
+    if (!Owns(part, stored)) continue;
+    full_.SetCell(row, cell, value);
+    if (IsNamed(row, stored)) part.cells.insert(cell);
+  }
+  for (UnsavedRow& unsaved : waiting_) {
+    if (Owns(unsaved.part, stored)) unsaved.row.cells[cell] = value;
+  }
+}
+
+void UnsavedRows::StationWritten(const Text& name, RowId row) {
+  const Text stored = Stored(name);
+  for (auto& [other, part] : parts_) {
+    if (other == row || (part.cells.empty() && part.sections.empty())) continue;
+    Disown(part, stored);
+    // What was written singly is overwritten.
+    if (IsNamed(other, stored)) part.cells.clear();
+  }
+  std::erase_if(waiting_, [&](UnsavedRow& unsaved) {
+    return Disown(unsaved.part, stored) && unsaved.part.sections.empty();
+  });
+  if (row == RowId::kNone) return;
+  if (stored.empty()) {
+    Mark(row, {{}, {name}});
+  } else {
+    Remove(row);
+  }
+}
+
+void UnsavedRows::ListWritten() {
+  parts_.clear();
+  std::set<Text> written;
+  for (const ListRow& row : full_.Rows()) {
+    const Text& name = row.cells[app::kNameCell];
+    const Text stored = Stored(name);
+    if (stored.empty()) Mark(row.id, {{}, {name}});
+    written.insert(stored);
+  }
+  std::erase_if(waiting_, [&](UnsavedRow& unsaved) {
+    std::erase_if(unsaved.part.sections,
+                  [&](const Text& section) { return written.contains(Stored(section)); });
+    return unsaved.part.sections.empty();
+  });
+}
+
+bool UnsavedRows::StationDeleted(const Text& name, RowId row) {
+  const Text stored = Stored(name);
+  bool any = false;
+  for (const ListRow& other : full_.Rows()) {
+    if (other.id == row || Contains(other.id) || !IsNamed(other.id, stored)) continue;
+    Mark(other.id, WholeStation(other.cells[app::kNameCell]));
+    any = true;
+  }
+  return any;
+}
+
+void UnsavedRows::StationDeletedInView(const Text& name) {
+  const Text stored = Stored(name);
+  for (auto entry = parts_.begin(); entry != parts_.end();) {
+    const bool dropped = Disown(entry->second, stored) && entry->second.sections.empty();
+    entry = dropped ? parts_.erase(entry) : std::next(entry);
+  }
+  std::erase_if(waiting_, [&](UnsavedRow& unsaved) {
+    return Disown(unsaved.part, stored) && unsaved.part.sections.empty();
+  });
+}
+
+bool UnsavedRows::AreOneSection(const Text& name, const Text& other) const {
+  return Stored(name) == Stored(other);
+}
+
+Text UnsavedRows::Stored(TextView name) const { return StoredName(conversion_, name); }
+
+bool UnsavedRows::IsNamed(RowId row, const Text& stored) const {
+  return Stored(full_.Cell(row, app::kNameCell)) == stored;
+}
+
+bool UnsavedRows::Owns(const PartInFile& part, const Text& stored) const {
+  return std::any_of(part.sections.begin(), part.sections.end(),
+                     [&](const Text& section) { return Stored(section) == stored; });
+}
+
+bool UnsavedRows::Disown(PartInFile& part, const Text& stored) const {
+  return std::erase_if(part.sections, [&](const Text& section) { return Stored(section) == stored; }) > 0;
+}
+
+}  // namespace catalogue
