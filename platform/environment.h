@@ -19,6 +19,11 @@ class Environment {
   /// a root folder.
   virtual Text ProgramFolder() = 0;
 
+  /// A file of the program's own, in its user's folder for state, that belongs to another file: the same one
+  /// for every name that `path`'s folder has. `extension` tells several apart (".lock"). The folder is made
+  /// when it is missing; whether it can be used shows when the file is.
+  virtual Text StateFile(const Text& path, const Text& extension) = 0;
+
   /// The number by which the system knows this process.
   virtual std::uint32_t GetCurrentProcessId() = 0;
 };

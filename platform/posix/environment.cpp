@@ -5,8 +5,13 @@
 #include <unistd.h>
 
 #include <array>
+#include <cinttypes>
 #include <climits>
+#include <cstdint>
+#include <cstdio>
 #include <cstdlib>
+#include <memory>
+#include <string_view>
 
 #include "platform/posix/native_paths.h"
 #include "platform/posix/whole_file.h"
@@ -37,12 +42,43 @@ void MakeFolders(const std::string& folder) {
   ::mkdir(folder.c_str(), kPrivateFolder);
 }
 
+HomeVariables Variables(const char* own) {
+  const std::string home = Variable("HOME");
+  return {Variable(own), home, home.empty() ? AccountHome() : home};
+}
+
+std::string FolderOfKind(const HomeVariables& variables, const char* below_home) {
+  if (variables.own.starts_with('/')) return variables.own;
+  const std::string home = variables.home.empty() ? variables.account_home : variables.home;
+  return home + (home.ends_with('/') ? "" : "/") + below_home;
+}
+
+/// The path with the links and detours of its folder resolved; as it is when there is no such folder.
+std::string Resolved(const std::string& path) {
+  struct Freer {
+    void operator()(char* text) const { std::free(text); }
+  };
+  const std::unique_ptr<char, Freer> folder(::realpath(FolderOf(path).c_str(), nullptr));
+  if (!folder) return path;
+  const auto name = path.rfind('/');
+  return std::string(folder.get()) + "/" + path.substr(name == std::string::npos ? 0 : name + 1);
+}
+
+/// A number that stays the same from run to run and from build to build.
+/// Public reference: the FNV-1a hash function.
+std::uint64_t NumberOf(std::string_view bytes) {
+  std::uint64_t number = 0xcbf29ce484222325U;
+  for (const char byte : bytes) number = (number ^ static_cast<unsigned char>(byte)) * 0x100000001b3U;
+  return number;
+}
+
 }  // namespace
 
-std::string ConfigurationFolder(const HomeVariables& variables) {
-  if (variables.xdg_config_home.starts_with('/')) return variables.xdg_config_home;
-  const std::string home = variables.home.empty() ? variables.account_home : variables.home;
-  return home + (home.ends_with('/') ? ".config" : "/.config");
+std::string ConfigurationFolder(const HomeVariables& variables) { return FolderOfKind(variables, ".config"); }
+
+std::string StateFolder(const HomeVariables& variables) {
+  const std::string folder = FolderOfKind(variables, ".local/state");
+  return folder + (folder.ends_with('/') ? "" : "/") + "funkhausplayer";
 }
 
 PosixEnvironment::PosixEnvironment(NativePaths& paths) : paths_(paths) {}
@@ -52,8 +88,7 @@ Text PosixEnvironment::GetEnvironmentVariableW(const Text& name) {
   if (!IsUsablePath(native_name)) return {};
   std::string value = Variable(native_name.c_str());
   if (value.empty() && native_name == "APPDATA") {
-    const std::string home = Variable("HOME");
-    value = ConfigurationFolder({Variable("XDG_CONFIG_HOME"), home, home.empty() ? AccountHome() : home});
+    value = ConfigurationFolder(Variables("XDG_CONFIG_HOME"));
     MakeFolders(value);
   }
   return paths_.FromNative(value);
@@ -64,6 +99,14 @@ Text PosixEnvironment::ProgramFolder() {
   const ssize_t size = ::readlink("/proc/self/exe", program.data(), program.size());
   if (size <= 0) return {};
   return paths_.FromNative(FolderOf(std::string(program.data(), static_cast<std::size_t>(size))));
+}
+
+Text PosixEnvironment::StateFile(const Text& path, const Text& extension) {
+  const std::string folder = StateFolder(Variables("XDG_STATE_HOME"));
+  MakeFolders(folder);
+  std::array<char, 24> number{};
+  std::snprintf(number.data(), number.size(), "/%016" PRIx64, NumberOf(Resolved(paths_.ToNative(path))));
+  return paths_.FromNative(folder + number.data()) + extension;
 }
 
 std::uint32_t PosixEnvironment::GetCurrentProcessId() { return static_cast<std::uint32_t>(::getpid()); }

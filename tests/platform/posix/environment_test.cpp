@@ -8,6 +8,7 @@
 #include <filesystem>
 
 #include "platform/posix/native_paths.h"
+#include "platform/posix/whole_file.h"
 #include "tests/support/temp_folder.h"
 
 namespace platform::posix {
@@ -18,6 +19,7 @@ class EnvironmentTest : public testing::Test {
   EnvironmentTest() {
     ::unsetenv("APPDATA");
     ::unsetenv("XDG_CONFIG_HOME");
+    ::unsetenv("XDG_STATE_HOME");
     ::setenv("HOME", folder.Path().c_str(), 1);
   }
 
@@ -63,6 +65,47 @@ TEST_F(EnvironmentTest, TheConfigurationFolderFollowsTheVariablesInTheirOrder) {
   EXPECT_EQ(ConfigurationFolder({"", "/h", "/a"}), "/h/.config");
   EXPECT_EQ(ConfigurationFolder({"", "", "/a"}), "/a/.config");
   EXPECT_EQ(ConfigurationFolder({"", "/", ""}), "/.config");
+}
+
+TEST_F(EnvironmentTest, TheStateFolderFollowsTheVariablesInTheirOrder) {
+  EXPECT_EQ(StateFolder({"/x", "/h", "/a"}), "/x/funkhausplayer");
+  EXPECT_EQ(StateFolder({"relative", "/h", "/a"}), "/h/.local/state/funkhausplayer");
+  EXPECT_EQ(StateFolder({"", "", "/a"}), "/a/.local/state/funkhausplayer");
+  EXPECT_EQ(StateFolder({"", "/", ""}), "/.local/state/funkhausplayer");
+}
+
+TEST_F(EnvironmentTest, AStateFileLiesInTheStateFolderWhichIsMadeForItsUserOnly) {
+  const std::string home = paths.ToNative(environment.StateFile(u"\\a\\b.ini", u".lock"));
+  EXPECT_EQ(FolderOf(home), folder.Path() / ".local/state/funkhausplayer");
+  EXPECT_TRUE(home.ends_with(".lock")) << home;
+  struct stat status {};
+  ASSERT_EQ(::stat(FolderOf(home).c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777U, 0700U);
+
+  const std::string wanted = folder.Path() / "x/y";
+  ::setenv("XDG_STATE_HOME", wanted.c_str(), 1);
+  EXPECT_EQ(FolderOf(paths.ToNative(environment.StateFile(u"\\a\\b.ini", u".lock"))),
+            wanted + "/funkhausplayer");
+}
+
+TEST_F(EnvironmentTest, AStateFileBelongsToOneFileUnderAllNamesOfItsFolder) {
+  std::filesystem::create_directories(folder.Path() / "one");
+  std::filesystem::create_directories(folder.Path() / "two");
+  std::filesystem::create_directory_symlink("one", folder.Path() / "link");
+  const auto of = [this](const std::string& path) {
+    return environment.StateFile(paths.FromNative(folder.Path() / path), u".x");
+  };
+  EXPECT_EQ(of("one/a.ini"), of("one/a.ini"));
+  EXPECT_EQ(of("one/a.ini"), of("link/a.ini"));
+  EXPECT_EQ(of("one/a.ini"), of("two/../one//a.ini"));
+  EXPECT_NE(of("one/a.ini"), of("two/a.ini"));
+  EXPECT_NE(of("one/a.ini"), of("one/b.ini"));
+  EXPECT_NE(of("missing/a.ini"), of("missing/b.ini"));
+}
+
+TEST_F(EnvironmentTest, AStateFileHasTheSameNameInEveryRun) {
+  const Text name = environment.StateFile(u"\\missing\\a.ini", u".x");
+  EXPECT_EQ(name.substr(name.rfind(u'\\') + 1), u"8aa487cc6e7ee236.x");
 }
 
 TEST_F(EnvironmentTest, TheProgramFolderIsThatOfTheRunningFile) {
