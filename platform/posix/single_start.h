@@ -1,0 +1,44 @@
+#pragma once
+// One start of the program among those that may come at the same time: it runs, or it hands itself over to
+// the one that runs already. Not for what that one does about it (platform/start_requests.h).
+
+#include <chrono>
+#include <memory>
+#include <string>
+
+#include "platform/posix/start_channel.h"
+#include "platform/posix/start_lock.h"
+
+namespace platform::posix {
+
+/// To be made before anything that two running copies must not do, and kept until the process ends.
+class SingleStart {
+ public:
+  enum class Outcome {
+    kRuns,        ///< this start is the one that runs
+    kHandedOver,  ///< another one runs and has accepted the request
+    kUnanswered,  ///< another one runs and did not answer within the limit
+  };
+
+  struct Places {
+    std::string lock;
+    std::string socket;
+  };
+
+  /// Settles the outcome. While another start is just beginning or ending this waits, at most for `limit`;
+  /// one that ends meanwhile gives its place to this one. Where there can be no lock, every start runs.
+  SingleStart(const Places& places, const StartRequest& request, std::chrono::milliseconds limit);
+
+  [[nodiscard]] Outcome Get() const { return outcome_; }
+  /// What later starts ask of this one; null unless it runs and can be asked.
+  [[nodiscard]] StartRequests* Requests() const { return listener_.get(); }
+
+ private:
+  Outcome Settle(const Places& places, const StartRequest& request, std::chrono::milliseconds limit);
+
+  StartLock lock_;
+  std::unique_ptr<StartListener> listener_;  // goes before the lock
+  Outcome outcome_;
+};
+
+}  // namespace platform::posix
