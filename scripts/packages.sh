@@ -12,6 +12,7 @@ packages_run=(
     gstreamer1.0-plugins-good
     libcurl4
     libicu72
+    libxcb1
     libqt6dbus6
     libqt6widgets6
     qt6-translations-l10n
@@ -25,6 +26,7 @@ packages_build=(
     libgstreamer-plugins-base1.0-dev
     libgstreamer1.0-dev
     libicu-dev
+    libxcb1-dev
     ninja-build
     pkg-config
     python3

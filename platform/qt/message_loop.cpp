@@ -40,6 +40,7 @@ void QtMessageLoop::ProcessPendingMessages() {
 void QtMessageLoop::ProcessPaintMessages() {
   const bool outer = std::exchange(painting_only_, true);
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
+  Painted.Raise();
   painting_only_ = outer;
   // Input that was left in the queue does not wake the loop by itself: without this it would wait there
   // until the display sends something else.

@@ -5,6 +5,7 @@
 #include <QObject>
 #include <map>
 
+#include "controls/event.h"
 #include "platform/message_loop.h"
 
 namespace platform::qt {
@@ -23,6 +24,9 @@ class QtMessageLoop final : public QObject, public MessageLoop {
 
   /// True while only painting is allowed: whoever receives a tick then drops it.
   [[nodiscard]] bool PaintingOnly() const { return painting_only_; }
+
+  /// Raised in every round of a wait that only paints, for what touches no state of the program.
+  controls::Event<> Painted;
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
