@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 
 #include "app/window/main_window.h"
 #include "catalogue/form2.h"
@@ -29,6 +30,7 @@
 #include "platform/qt/main_window.h"
 #include "platform/qt/message_loop.h"
 #include "platform/qt/new_station_window.h"
+#include "platform/qt/raise_requests.h"
 #include "platform/values/portable_property_values.h"
 
 namespace {
@@ -111,8 +113,13 @@ Program::Program(int& argc, char** argv) : parts_(std::make_unique<Parts>(argc, 
 
 Program::~Program() = default;
 
-int Program::Run() {
-  const platform::qt::CloseRequests close_requests(parts_->logic.Controls().form, parts_->message_loop);
+int Program::Run(platform::StartRequests* requests) {
+  controls::Form& form = parts_->logic.Controls().form;
+  const platform::qt::CloseRequests close_requests(form, parts_->message_loop);
+  std::optional<platform::qt::RaiseRequests> raise_requests;
+  if (requests != nullptr) {
+    raise_requests.emplace(*requests, form, *parts_->window, parts_->message_loop);
+  }
   return parts_->window->Run();
 }
 

@@ -7,6 +7,9 @@
 namespace app {
 class MainWindow;
 }
+namespace platform {
+class StartRequests;
+}
 namespace platform::qt {
 class MainWindow;
 }
@@ -20,8 +23,9 @@ class Program {
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
 
-  /// Loads the catalogue, shows the window and returns the exit code when it has been closed.
-  int Run();
+  /// Shows the window and returns the exit code when it has been closed. Meanwhile `requests` of later starts
+  /// bring the window to the front; null when nobody can ask.
+  int Run(platform::StartRequests* requests = nullptr);
 
   [[nodiscard]] app::MainWindow& Logic();
   /// The window on the screen; made by the constructor, shown by Run.

@@ -58,7 +58,7 @@ class Stage:
         self.environment = {**os.environ, **self.sink.environment, "DISPLAY": self.display, "QT_QPA_PLATFORM": "xcb"}
         write_catalogue(scratch / "settings" / "Ordnerzentrale" / "Funkhaus.ini",
                         [(NAME, self.address, "Pop & Hits", "", "")])
-        self.environment["APPDATA"] = str(scratch / "settings")
+        self.environment.update(APPDATA=str(scratch / "settings"), XDG_STATE_HOME=str(scratch / "state"))
 
     def _places(self):
         """Where the row and the start button are, learned from the build that reports its controls: the program

@@ -17,6 +17,7 @@ constexpr int kDeadlineMilliseconds = 60'000;
 
 ProgramRig::ProgramRig() {
   ::setenv("APPDATA", folder_.Path().c_str(), 1);
+  ::setenv("XDG_STATE_HOME", (folder_.Path() / "state").c_str(), 1);
   ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
 }
 
@@ -25,6 +26,8 @@ ProgramRig::~ProgramRig() = default;
 void ProgramRig::Start(const std::string& stations, const std::string& options) {
   folder_.Write("Ordnerzentrale/Funkhaus.ini", stations);
   if (!options.empty()) folder_.Write("Ordnerzentrale/Opt.ini", options);
+  entrance_ = std::make_unique<Entrance>();
+  ASSERT_FALSE(entrance_->ExitCode());
   program_ = std::make_unique<Program>(count_, arguments_.data());
 }
 
@@ -44,7 +47,7 @@ int ProgramRig::Run(const std::function<void()>& journey) {
     journey();
     if (!Form().form.IsClosed()) QCoreApplication::exit();
   });
-  return program_->Run();
+  return program_->Run(entrance_->Requests());
 }
 
 void ProgramRig::ActOnDialog() {

@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "app/window/main_window.h"
+#include "entrance.h"
 #include "platform/qt/main_window.h"
 #include "program.h"
 #include "tests/support/temp_folder.h"
@@ -29,7 +30,8 @@ class ProgramRig : public ::testing::Test {
   ProgramRig();
   ~ProgramRig() override;
 
-  /// Makes the program over the station file's bytes; `options` are those of Opt.ini.
+  /// Makes the program as its main function does, over the station file's bytes; `options` are those of
+  /// Opt.ini.
   void Start(const std::string& stations, const std::string& options = "");
   /// Runs the program and, inside its event loop, `journey`; what is left open then is left. The exit code.
   int Run(const std::function<void()>& journey);
@@ -67,6 +69,7 @@ class ProgramRig : public ::testing::Test {
 
   test_support::TempFolder folder_;
   QStringList box_texts_;
+  std::unique_ptr<Entrance> entrance_;
   std::unique_ptr<Program> program_;
 
  private:
