@@ -13,8 +13,8 @@
 #include <memory>
 #include <string_view>
 
+#include "platform/posix/native_names.h"
 #include "platform/posix/native_paths.h"
-#include "platform/posix/whole_file.h"
 
 namespace platform::posix {
 namespace {

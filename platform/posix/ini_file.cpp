@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "platform/posix/folder_lock.h"
+#include "platform/posix/native_names.h"
 
 namespace platform::posix {
 namespace {

@@ -4,14 +4,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
-#include <climits>
-#include <cstdio>
-#include <random>
 #include <utility>
 
 #include "platform/posix/file_descriptor.h"
+#include "platform/posix/native_names.h"
+#include "platform/posix/temporary_file.h"
 
 namespace platform::posix {
 namespace {
@@ -43,13 +41,6 @@ bool ReadToEnd(int file, std::size_t expected, std::size_t limit, std::string& b
   }
   bytes.resize(filled);
   return true;
-}
-
-std::string TemporaryName(const std::string& folder) {
-  std::random_device random;
-  std::array<char, 48> name{};
-  std::snprintf(name.data(), name.size(), "/.funkhaus-%08x%08x.tmp", random(), random());
-  return folder + name.data();
 }
 
 /// The new file takes over what it can of the old one's owner and permissions. The owner goes first, because
@@ -94,25 +85,6 @@ ReadResult ReadRegularFile(const std::string& path, std::size_t limit) {
   return {std::move(whole), {}};
 }
 
-std::optional<std::string> FollowLinks(const std::string& path) {
-  constexpr int kMostLinks = 40;
-  std::string current = path;
-  for (int links = 0; links < kMostLinks; ++links) {
-    std::array<char, PATH_MAX> target{};
-    const ssize_t size = ::readlink(current.c_str(), target.data(), target.size());
-    if (size < 0) return current;
-    const std::string next(target.data(), static_cast<std::size_t>(size));
-    current = next.starts_with('/') ? next : FolderOf(current) + "/" + next;
-  }
-  return std::nullopt;
-}
-
-std::string FolderOf(const std::string& path) {
-  const auto slash = path.rfind('/');
-  if (slash == std::string::npos) return ".";
-  return slash == 0 ? "/" : path.substr(0, slash);
-}
-
 std::optional<FileStamp> ReplaceFile(const std::string& path, std::string_view bytes) {
   const auto target = FollowLinks(path);
   if (!target) return std::nullopt;
@@ -120,21 +92,17 @@ std::optional<FileStamp> ReplaceFile(const std::string& path, std::string_view b
   const bool exists = ::stat(target->c_str(), &old) == 0;
   if (exists ? !MayReplace(*target, old) : errno != ENOENT) return std::nullopt;
 
-  const std::string folder = FolderOf(*target);
-  const std::string temporary = TemporaryName(folder);
-  const FileDescriptor file(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
-                                   exists ? kOwnerOnly : kNewFile));
-  if (!file.IsOpen()) return std::nullopt;
-  if (!Fill(file.Get(), bytes, exists ? &old : nullptr) ||
-      ::rename(temporary.c_str(), target->c_str()) != 0) {
-    ::unlink(temporary.c_str());
+  RemoveLeftovers(*target);
+  TemporaryFile temporary(*target, exists ? kOwnerOnly : kNewFile);
+  if (!temporary.IsOpen() || !Fill(temporary.Get(), bytes, exists ? &old : nullptr) ||
+      !temporary.ReplaceTarget()) {
     return std::nullopt;
   }
   // The file is complete either way; this makes its new name last through a loss of power as well.
-  const FileDescriptor opened_folder(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (opened_folder.IsOpen()) ::fsync(opened_folder.Get());
+  const FileDescriptor folder(::open(FolderOf(*target).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (folder.IsOpen()) ::fsync(folder.Get());
   struct stat status {};
-  ::fstat(file.Get(), &status);
+  ::fstat(temporary.Get(), &status);
   return StampOf(status);
 }
 

@@ -45,17 +45,11 @@ struct ReadResult {
 /// The bytes of a regular file of at most `limit` bytes. Never waits for the other end of a pipe.
 ReadResult ReadRegularFile(const std::string& path, std::size_t limit);
 
-/// The file that `path` means once symbolic links in its last part are followed; it need not exist. Nothing
-/// when the links go in a circle.
-std::optional<std::string> FollowLinks(const std::string& path);
-
-/// The folder part of a path, "." when it has none.
-std::string FolderOf(const std::string& path);
-
 /// Creates the file or replaces its contents in one step: a temporary file beside it is written, brought to
-/// the disk and renamed. Of an existing file the permissions stay, the owner where the system allows it, and
-/// a symbolic link (its target is replaced). Nothing when it failed (no such folder, read-only file or
-/// folder, no regular file, full disk); the file is then what it was.
+/// the disk and renamed; one that an earlier, killed replacement left there is removed. Of an existing file
+/// the permissions and the owner stay where the system allows it, and so does a symbolic link (its target is
+/// replaced). Nothing when it failed (no such folder, read-only file or folder, no regular file, full disk);
+/// the file is then what it was.
 std::optional<FileStamp> ReplaceFile(const std::string& path, std::string_view bytes);
 
 /// Writes all of `bytes`; false when the system took only a part of them, whose size is added to `written`.
