@@ -44,12 +44,12 @@ bool ReadToEnd(int file, std::size_t expected, std::size_t limit, std::string& b
 }
 
 /// The new file takes over what it can of the old one's owner and permissions. The owner goes first, because
-/// changing it takes some permission bits away.
-bool TakeOver(int file, const struct stat& old) {
+/// changing it takes some permission bits away. A file system that keeps neither refuses both.
+void TakeOver(int file, const struct stat& old) {
   const bool owned =
       ::fchown(file, old.st_uid, old.st_gid) == 0 || ::fchown(file, static_cast<uid_t>(-1), old.st_gid) == 0;
   const mode_t mode = old.st_mode & kPermissionBits;
-  return ::fchmod(file, owned ? mode : mode & ~static_cast<mode_t>(S_ISUID | S_ISGID)) == 0;
+  static_cast<void>(::fchmod(file, owned ? mode : mode & ~static_cast<mode_t>(S_ISUID | S_ISGID)));
 }
 
 /// Some file systems know no such request; their files are as safe as they get.
@@ -62,7 +62,7 @@ bool MayReplace(const std::string& path, const struct stat& old) {
 bool Fill(int file, std::string_view bytes, const struct stat* old) {
   std::size_t written = 0;
   if (!WriteAll(file, bytes, written)) return false;
-  if (old != nullptr && !TakeOver(file, *old)) return false;
+  if (old != nullptr) TakeOver(file, *old);
   return BringToDisk(file);
 }
 

@@ -195,5 +195,13 @@ TEST_F(FilesTest, WithoutPermissionAnExistingFileIsAsItWas) {
   EXPECT_EQ(folder.Read("a"), "before");
 }
 
+TEST_F(FilesTest, WhereFilesHaveNoPermissionsAnExistingFileIsReplacedAllTheSame) {
+  folder.Write("a", "before");
+  const auto write = [&] { return files.WriteWholeFile(folder.TextPath("a"), "after"); };
+  EXPECT_EQ(RunWithoutFilePermissions(write), ChildResult::kTrue);
+  EXPECT_EQ(folder.Read("a"), "after");
+  EXPECT_EQ(Entries(), 1);
+}
+
 }  // namespace
 }  // namespace platform::posix

@@ -146,5 +146,12 @@ TEST_F(PrivateProfileFailure, AFolderThatAnotherProgramKeepsLockedIsAFailureAfte
   EXPECT_TRUE(Write(u"a", u"k", u"2"));
 }
 
+TEST_F(PrivateProfileFailure, WhereFilesHaveNoPermissionsEverySaveSucceeds) {
+  const auto save_twice = [&] { return Write(u"a", u"k", u"1") && Write(u"a", u"k", u"2"); };
+  EXPECT_EQ(RunWithoutFilePermissions(save_twice), ChildResult::kTrue);
+  EXPECT_EQ(Bytes(), "[a]\r\nk=2\r\n");
+  EXPECT_EQ(Entries(), 1);
+}
+
 }  // namespace
 }  // namespace platform::posix
