@@ -18,6 +18,7 @@
 #include "platform/posix/files.h"
 #include "platform/posix/native_paths.h"
 #include "platform/posix/private_profile.h"
+#include "platform/posix/program_data_paths.h"
 #include "platform/posix/record_files.h"
 #include "platform/posix/shell.h"
 #include "platform/posix/system_messages.h"
@@ -72,13 +73,15 @@ struct Program::Parts {
 
   std::unique_ptr<QApplication> application;
   platform::qt::DesktopColors desktop_colors;
-  platform::posix::PosixNativePaths paths;
+  platform::posix::PosixNativePaths plain_paths;
+  platform::posix::PosixEnvironment environment{plain_paths};
   platform::icu::IcuTextConversion conversion;
+  platform::posix::ProgramDataPaths paths{
+      plain_paths, conversion, environment.ProgramFolder(), {u"Languages", u"RadioIco", u"RadioJPG"}};
   platform::icu::IcuStringOrder string_order;
   platform::posix::IniPrivateProfile profile{paths, conversion};
   platform::posix::PosixFiles files{paths};
   platform::posix::PosixRecordFiles record_files{paths};
-  platform::posix::PosixEnvironment environment{paths};
   platform::posix::PosixClock clock;
   platform::posix::PosixShell shell{paths};
   platform::posix::PosixSystemMessages system_messages{platform::posix::MessageLanguage::kGerman};

@@ -1,16 +1,13 @@
 #include "platform/posix/files.h"
 
-#include <dirent.h>
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <exception>
-#include <memory>
 #include <string_view>
 #include <utility>
 
+#include "platform/posix/native_names.h"
 #include "platform/posix/native_paths.h"
 #include "platform/posix/whole_file.h"
 
@@ -18,10 +15,6 @@ namespace platform::posix {
 namespace {
 
 constexpr mode_t kNewFolder = 0777;
-
-struct FolderCloser {
-  void operator()(DIR* folder) const { ::closedir(folder); }
-};
 
 /// The folder of a pattern "folder\*.*", with its separator; nothing for any other pattern.
 std::optional<Text> FolderOfPattern(const Text& pattern) {
@@ -32,11 +25,11 @@ std::optional<Text> FolderOfPattern(const Text& pattern) {
   return name_begin == 0 ? Text(u".") : pattern.substr(0, name_begin);
 }
 
-void ReadKind(int folder, const char* name, FoundFile& found) {
+void ReadKind(const std::string& path, FoundFile& found) {
   struct stat status {};
-  if (::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0) return;
+  if (::lstat(path.c_str(), &status) != 0) return;
   found.is_reparse_point = S_ISLNK(status.st_mode);
-  if (found.is_reparse_point && ::fstatat(folder, name, &status, 0) != 0) return;
+  if (found.is_reparse_point && ::stat(path.c_str(), &status) != 0) return;
   found.is_directory = S_ISDIR(status.st_mode);
 }
 
@@ -45,7 +38,7 @@ void ReadKind(int folder, const char* name, FoundFile& found) {
 PosixFiles::PosixFiles(NativePaths& paths) : paths_(paths) {}
 
 bool PosixFiles::PathFileExistsW(const Text& path) {
-  const std::string native = paths_.ToNative(path);
+  const std::string native = paths_.ToNativeForReading(path);
   struct stat status {};
   return IsUsablePath(native) && ::stat(native.c_str(), &status) == 0;
 }
@@ -57,13 +50,9 @@ bool PosixFiles::CreateDirectoryW(const Text& path) {
 
 std::vector<FoundFile> PosixFiles::List(const std::string& folder) {
   std::vector<FoundFile> entries;
-  const std::unique_ptr<DIR, FolderCloser> opened(::opendir(folder.c_str()));
-  if (!opened) return entries;
-  while (const dirent* const entry = ::readdir(opened.get())) {
-    const std::string name = entry->d_name;
-    if (name == "." || name == "..") continue;
+  for (const std::string& name : NamesIn(folder)) {
     FoundFile found{paths_.FromNative(name)};
-    ReadKind(::dirfd(opened.get()), name.c_str(), found);
+    ReadKind(folder + "/" + name, found);
     entries.push_back(std::move(found));
   }
   std::sort(entries.begin(), entries.end(),
@@ -74,7 +63,7 @@ std::vector<FoundFile> PosixFiles::List(const std::string& folder) {
 FindHandle PosixFiles::FindFirstFileW(const Text& pattern, FoundFile& found) {
   const auto folder = FolderOfPattern(pattern);
   if (!folder) return FindHandle::kNone;
-  const std::string native = paths_.ToNative(*folder);
+  const std::string native = paths_.ToNativeForReading(*folder);
   if (!IsUsablePath(native)) return FindHandle::kNone;
   Search search{List(native)};
   if (search.entries.empty()) return FindHandle::kNone;
@@ -94,7 +83,7 @@ bool PosixFiles::FindNextFileW(FindHandle search, FoundFile& found) {
 void PosixFiles::FindClose(FindHandle search) { searches_.erase(search); }
 
 std::optional<std::string> PosixFiles::ReadWholeFile(const Text& path, std::size_t limit) {
-  const std::string native = paths_.ToNative(path);
+  const std::string native = paths_.ToNativeForReading(path);
   if (!IsUsablePath(native)) return std::nullopt;
   try {
     ReadResult result = ReadRegularFile(native, limit);

@@ -22,8 +22,11 @@ Text DefaultText(const Text& default_value) {
 IniPrivateProfile::IniPrivateProfile(NativePaths& paths, TextConversion& conversion)
     : paths_(paths), conversion_(conversion) {}
 
-IniFile* IniPrivateProfile::FileOf(const Text& path) {
-  std::string native = paths_.ToNative(path);
+IniFile* IniPrivateProfile::FileToRead(const Text& path) { return FileOf(paths_.ToNativeForReading(path)); }
+
+IniFile* IniPrivateProfile::FileToWrite(const Text& path) { return FileOf(paths_.ToNative(path)); }
+
+IniFile* IniPrivateProfile::FileOf(const std::string& native) {
   if (native.empty() || native.find('\0') != std::string::npos) return nullptr;
   const auto known = files_.find(native);
   if (known != files_.end()) return &known->second;
@@ -35,7 +38,7 @@ IniFile* IniPrivateProfile::FileOf(const Text& path) {
 
 std::optional<Text> IniPrivateProfile::Value(const Text& section, const Text& key, const Text& path) {
   try {
-    IniFile* const file = FileOf(path);
+    IniFile* const file = FileToRead(path);
     return file == nullptr ? std::nullopt : file->Read().Value(section, key);
   } catch (const std::exception&) {
     return std::nullopt;
@@ -65,7 +68,7 @@ bool IniPrivateProfile::InsertSection(const ProfileSection& section, const Text&
 
 std::optional<ProfileSection> IniPrivateProfile::CopySection(const Text& section, const Text& path) {
   try {
-    IniFile* const file = FileOf(path);
+    IniFile* const file = FileToWrite(path);
     return file == nullptr ? std::nullopt : file->Read().CopySection(section);
   } catch (const std::exception&) {
     return std::nullopt;
@@ -74,7 +77,7 @@ std::optional<ProfileSection> IniPrivateProfile::CopySection(const Text& section
 
 bool IniPrivateProfile::Change(IniEdit edit, const Text& path) {
   try {
-    IniFile* const file = FileOf(path);
+    IniFile* const file = FileToWrite(path);
     if (file == nullptr || !file->Collect(std::move(edit))) return false;
     return open_groups_ > 0 || file->Write();
   } catch (const std::exception&) {
@@ -86,7 +89,7 @@ bool IniPrivateProfile::Change(IniEdit edit, const Text& path) {
 std::string IniPrivateProfile::JoinedNames(const Text& path) {
   try {
     std::string list;
-    IniFile* const file = FileOf(path);
+    IniFile* const file = FileToRead(path);
     if (file == nullptr) return list;
     for (const Text& name : file->Read().SectionNames()) {
       if (name.empty()) continue;

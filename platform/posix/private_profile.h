@@ -31,7 +31,9 @@ class IniPrivateProfile final : public PrivateProfile {
   bool EndWriteGroup() override;
 
  private:
-  [[nodiscard]] IniFile* FileOf(const Text& path);
+  [[nodiscard]] IniFile* FileToRead(const Text& path);
+  [[nodiscard]] IniFile* FileToWrite(const Text& path);
+  [[nodiscard]] IniFile* FileOf(const std::string& native);
   bool Change(IniEdit edit, const Text& path);
   bool WriteCollected();
   std::optional<Text> Value(const Text& section, const Text& key, const Text& path);

@@ -1,6 +1,5 @@
 #include "platform/posix/temporary_file.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -11,11 +10,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <memory>
 #include <random>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "platform/posix/native_names.h"
 
@@ -68,16 +65,12 @@ bool Own(const FileDescriptor& file) {
   return !is_taken && HasName(file);
 }
 
-struct FolderCloser {
-  void operator()(DIR* folder) const { ::closedir(folder); }
-};
-
 /// Whoever writes the file holds its lock until it has its final name.
-void RemoveUnlessWritten(int folder, const char* name) {
-  const FileDescriptor file(::openat(folder, name, O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+void RemoveUnlessWritten(const std::string& path) {
+  const FileDescriptor file(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   struct stat status {};
   if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return;
-  if (::flock(file.Get(), LOCK_EX | LOCK_NB) == 0) ::unlinkat(folder, name, 0);
+  if (::flock(file.Get(), LOCK_EX | LOCK_NB) == 0) ::unlink(path.c_str());
 }
 
 }  // namespace
@@ -109,14 +102,11 @@ bool TemporaryFile::ReplaceTarget() {
 }
 
 void RemoveLeftovers(const std::string& target) {
+  const std::string folder = FolderOf(target);
   const std::string beginning = BeginningFor(target);
-  const std::unique_ptr<DIR, FolderCloser> folder(::opendir(FolderOf(target).c_str()));
-  if (!folder) return;
-  std::vector<std::string> found;
-  while (const dirent* const entry = ::readdir(folder.get())) {
-    if (IsTemporaryName(entry->d_name, beginning)) found.emplace_back(entry->d_name);
+  for (const std::string& name : NamesIn(folder)) {
+    if (IsTemporaryName(name, beginning)) RemoveUnlessWritten(folder + "/" + name);
   }
-  for (const std::string& name : found) RemoveUnlessWritten(::dirfd(folder.get()), name.c_str());
 }
 
 }  // namespace platform::posix

@@ -133,7 +133,7 @@ bool QtIcons::ImageList_Destroy(ImageListHandle list) { return lists_.erase(list
 IconHandle QtIcons::LoadImageW(const Text& path, int width, int height) {
   const QSize size(width, height);
   if (!Within(size, kWidestIcon)) return IconHandle::kNone;
-  auto bytes = ReadFile(paths_.ToNative(path), kLargestIconFile);
+  auto bytes = ReadFile(paths_.ToNativeForReading(path), kLargestIconFile);
   if (!bytes) return IconHandle::kNone;
   QImage image = DecodeIcon(std::move(*bytes), (QSizeF(size) * qGuiApp->devicePixelRatio()).toSize());
   if (image.isNull()) return IconHandle::kNone;
@@ -145,7 +145,7 @@ IconHandle QtIcons::LoadImageW(const Text& path, int width, int height) {
 bool QtIcons::DestroyIcon(IconHandle icon) { return icons_.erase(icon) != 0; }
 
 LoadedPicture QtIcons::LoadPicture(const Text& path) {
-  auto bytes = ReadFile(paths_.ToNative(path), kLargestPictureFile);
+  auto bytes = ReadFile(paths_.ToNativeForReading(path), kLargestPictureFile);
   if (!bytes) return {};
   Decoded decoded = DecodePicture(std::move(*bytes));
   if (decoded.image.isNull()) return {};

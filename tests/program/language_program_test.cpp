@@ -143,5 +143,10 @@ TEST_F(LanguageProgram, SystemSpeaksEnglishWithTheEnglishProgram) {
   EXPECT_EQ(Find("CommandButton1").toolTip(), "Save list (Ctrl+S)");
 }
 
+TEST_F(LanguageProgram, LanguageFileIsFoundWhateverItsLetterCase) {
+  Start(kOneStation, "[Pfad1]\r\nLanguages=ENGLISH\r\n");
+  EXPECT_EQ(Find<QAbstractButton>("CommandButton1").text(), "Save list");
+}
+
 }  // namespace
 }  // namespace program_test

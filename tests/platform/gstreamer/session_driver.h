@@ -23,6 +23,7 @@ class PlainPaths : public platform::NativePaths {
  public:
   Text FromNative(const std::string& native) override;
   std::string ToNative(const Text& path) override;
+  std::string ToNativeForReading(const Text& path) override { return ToNative(path); }
 };
 
 Text ToText(const std::string& utf8);

@@ -66,6 +66,19 @@ class IconFiles : public ::testing::Test {
     return icons_.Image(list, position).toImage().pixelColor(16, 16);
   }
 
+  /// Finds everything that is read under another name than it has.
+  class OtherNamesForReading final : public NativePaths {
+   public:
+    explicit OtherNamesForReading(std::string read) : read_(std::move(read)) {}
+    Text FromNative(const std::string& native) override { return plain_.FromNative(native); }
+    std::string ToNative(const Text& path) override { return plain_.ToNative(path); }
+    std::string ToNativeForReading(const Text& /*path*/) override { return read_; }
+
+   private:
+    PlainPaths plain_;
+    std::string read_;
+  };
+
   QTemporaryDir folder_;
   PlainPaths paths_;
   QtIcons icons_{paths_};
@@ -89,6 +102,13 @@ TEST_F(IconFiles, SmallestSizeAboveIsTakenWhenNoneMatches) {
 TEST_F(IconFiles, NameMayHaveAnyCaseAndUmlauts) {
   const Text path = Write(QString::fromUtf8("Küste.ICO"), Ico({{32, Qt::red}}));
   EXPECT_NE(icons_.LoadImageW(path, 32, 32), IconHandle::kNone);
+}
+
+TEST_F(IconFiles, IconsAndPicturesAreReadFromWhereThePathsFindThem) {
+  OtherNamesForReading icon(paths_.ToNative(Write("A.ICO", Ico({{32, Qt::red}}))));
+  EXPECT_NE(QtIcons(icon).LoadImageW(u"a.ico", 32, 32), IconHandle::kNone);
+  OtherNamesForReading picture(paths_.ToNative(Write("A.JPG", Png(32, Qt::red))));
+  EXPECT_NE(QtIcons(picture).LoadPicture(u"a.jpg").handle, PictureHandle::kNone);
 }
 
 TEST_F(IconFiles, WhatIsNoIconIsRefused) {

@@ -24,6 +24,7 @@ class PlainPaths final : public NativePaths {
   std::string ToNative(const Text& path) override {
     return ToQt(path).replace(QLatin1Char('\\'), QLatin1Char('/')).toStdString();
   }
+  std::string ToNativeForReading(const Text& path) override { return ToNative(path); }
 };
 
 /// Processes events until `done`; false when that takes five seconds.
