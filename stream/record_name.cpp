@@ -82,11 +82,15 @@ Text ExtensionOf(TextView sContentType) {
 }
 
 Text RecordFileName(TextView title, TextView extension, std::size_t longest) {
+  // Only the end of the whole name must be neither; before an extension they tell one title from another.
+  const auto tidy_end = [extension](Text& end) {
+    if (extension.empty()) DropTrailingBlanksAndDots(end);
+  };
   Text name = WithAllowedCharacters(title);
-  DropTrailingBlanksAndDots(name);
+  tidy_end(name);
   SpoilDeviceName(name);
   CutToBytes(name, longest > extension.size() ? longest - extension.size() : 0);
-  DropTrailingBlanksAndDots(name);
+  tidy_end(name);
   if (name.empty()) name = u"_";
   return name + Text(extension);
 }

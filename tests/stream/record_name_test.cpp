@@ -44,20 +44,26 @@ TEST(RecordFileName, NeverLeavesTheFolder) {
   EXPECT_EQ(Name(u"../../etc/passwd", u""), u".._.._etc_passwd");
   EXPECT_EQ(Name(u"..", u""), u"_");
   EXPECT_EQ(Name(u".", u""), u"_");
-  EXPECT_EQ(Name(u"..", u".mp3"), u"_.mp3");
+  EXPECT_EQ(Name(u"..", u".mp3"), u"...mp3");
   EXPECT_EQ(Name(u"/", u""), u"_");
   EXPECT_EQ(Name(u"C:\\x", u""), u"C__x");
 }
 
-TEST(RecordFileName, DropsDotsAndBlanksAtTheEnd) {
+TEST(RecordFileName, DropsDotsAndBlanksAtTheEndOfANameWithoutAnExtension) {
   EXPECT_EQ(Name(u"Song. . .", u""), u"Song");
-  EXPECT_EQ(Name(u"Song ", u".ogg"), u"Song.ogg");
   EXPECT_EQ(Name(u" .Song", u""), u" .Song");
+}
+
+TEST(RecordFileName, KeepsDotsAndBlanksBeforeTheExtension) {
+  EXPECT_EQ(Name(u"Song ", u".ogg"), u"Song .ogg");
+  EXPECT_EQ(Name(u"Song. . .", u".mp3"), u"Song. . ..mp3");
+  EXPECT_EQ(Name(u"abc .def", u".mp3", 9), u"abc ..mp3") << "a cut takes no more than it must";
 }
 
 TEST(RecordFileName, AnEmptyRestBecomesAnUnderscore) {
   EXPECT_EQ(Name(u"", u""), u"_");
-  EXPECT_EQ(Name(u" . ", u".mp3"), u"_.mp3");
+  EXPECT_EQ(Name(u" . ", u""), u"_");
+  EXPECT_EQ(Name(u"", u".mp3"), u"_.mp3");
 }
 
 TEST(RecordFileName, CutsALongTitleAndKeepsTheExtension) {

@@ -275,7 +275,7 @@ TEST_F(TitleRecorder, TitlesLoseApostrophesAndEndAtASecondEqualsSign) {
   rig_.StationSends("drop" + Block("STREAMTITLE='Don't = Stop';") + "1111");
   ByTitle();
   EXPECT_EQ(played_.at(0).title, u"Dont ");
-  EXPECT_EQ(File(u"Dont.mp3"), "1111");
+  EXPECT_EQ(File(u"Dont .mp3"), "1111");
 }
 
 TEST_F(TitleRecorder, ABlockOfLineFeedsIsToldWithoutATitle) {

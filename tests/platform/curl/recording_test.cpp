@@ -149,7 +149,7 @@ TEST_F(Recording, NoTitleLeavesTheFolder) {
   rig_.client->StreamUrl(Wide(rig_.server.Url()));
   Record(u"16", [this] { return SizeOf("in/last.mp3") == 3; });
   EXPECT_THAT(Files(), testing::ElementsAre("in"));
-  for (const std::string name : {".._out.mp3", "_tmp_.._out.mp3", "_.mp3", "a_b.mp3", "CON_.mp3"}) {
+  for (const std::string name : {".._out.mp3", "_tmp_.._out.mp3", "...mp3", "..mp3", "a_b.mp3", "CON_.mp3"}) {
     EXPECT_EQ(SizeOf("in/" + name), 16U) << name;
   }
   EXPECT_EQ(SizeOf("in/" + std::string(251, 'x') + ".mp3"), 16U);
