@@ -13,6 +13,13 @@ namespace platform {
 /// An open recording; zero is none.
 enum class RecordFile : std::uint32_t { kNone = 0 };
 
+/// What came of making a new file.
+struct NewRecordFile {
+  RecordFile file = RecordFile::kNone;
+  /// There is no file because something of that name is there already, whatever it is.
+  bool name_is_taken = false;
+};
+
 /// Writing starts at a file's first byte and overwrites what is there; a file is never truncated.
 /// Nothing here throws.
 class RecordFiles {
@@ -22,6 +29,10 @@ class RecordFiles {
   /// Opens `file_name` directly inside `folder`, creating it when missing. kNone when `file_name` holds a
   /// separator or is "." or "..", when the entry is a link or no regular file, or when the system refuses.
   virtual RecordFile OpenBinary(const Text& folder, const Text& file_name) = 0;
+
+  /// Makes `file_name` directly inside `folder`, in one step: of several programs that ask for one name at the
+  /// same time, one gets it. Refused names are those of OpenBinary.
+  virtual NewRecordFile CreateBinary(const Text& folder, const Text& file_name) = 0;
 
   /// Writes all bytes at the current place. False when not all could be written (disk full); what was
   /// written stays.

@@ -38,6 +38,10 @@ RecordFile KeptFiles::OpenBinary(const Text& folder, const Text& file_name) {
   return current_;
 }
 
+platform::NewRecordFile KeptFiles::CreateBinary(const Text& folder, const Text& file_name) {
+  return {OpenBinary(folder, file_name)};
+}
+
 bool KeptFiles::WriteBytes(RecordFile file, std::span<const std::byte> bytes) {
   if (file == RecordFile::kNone || file != current_) return false;
   if (below_ == RecordFile::kNone && !MakeFile()) return Fail(Failure::kNotMade);
@@ -69,10 +73,11 @@ void KeptFiles::EndConnection() {
 bool KeptFiles::MakeFile() {
   for (int number = 1; number <= kLastNumber; ++number) {
     const Text name = number == 1 ? wanted_name_ : NumberedName(wanted_name_, number);
-    path_ = app::AddBackslash(folder_) + name;
-    if (files_.PathFileExistsW(path_)) continue;
-    below_ = inner_.OpenBinary(folder_, name);
+    const platform::NewRecordFile made = inner_.CreateBinary(folder_, name);
+    if (made.name_is_taken) continue;
+    below_ = made.file;
     if (below_ == RecordFile::kNone) return false;
+    path_ = app::AddBackslash(folder_) + name;
     ++file_count_;
     return true;
   }

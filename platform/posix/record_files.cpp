@@ -43,10 +43,8 @@ FileDescriptor OpenExisting(int folder, const char* name) {
   return file;
 }
 
-FileDescriptor OpenIn(int folder, const char* name) {
-  FileDescriptor created(::openat(folder, name, O_WRONLY | O_CREAT | O_EXCL | kSafely, kNewFile));
-  if (created.IsOpen() || errno != EEXIST) return created;
-  return OpenExisting(folder, name);
+FileDescriptor CreateIn(int folder, const char* name) {
+  return FileDescriptor(::openat(folder, name, O_WRONLY | O_CREAT | O_EXCL | kSafely, kNewFile));
 }
 
 }  // namespace
@@ -57,17 +55,33 @@ PosixRecordFiles::~PosixRecordFiles() {
   for (auto& [handle, recording] : recordings_) FlushBuffer(recording);
 }
 
-RecordFile PosixRecordFiles::OpenBinary(const Text& folder, const Text& file_name) {
-  const std::string native_folder = paths_.ToNative(folder);
-  const std::string native_name = paths_.ToNative(file_name);
-  if (!IsUsablePath(native_folder) || !IsPlainName(file_name, native_name)) return RecordFile::kNone;
-  const FileDescriptor opened_folder(::open(native_folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-  if (!opened_folder.IsOpen()) return RecordFile::kNone;
-  FileDescriptor file = OpenIn(opened_folder.Get(), native_name.c_str());
+FileDescriptor PosixRecordFiles::FolderFor(const Text& folder, const Text& file_name) {
+  const std::string native = paths_.ToNative(folder);
+  if (!IsUsablePath(native) || !IsPlainName(file_name, paths_.ToNative(file_name))) return {};
+  return FileDescriptor(::open(native.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+}
+
+RecordFile PosixRecordFiles::Keep(FileDescriptor file) {
   if (!file.IsOpen()) return RecordFile::kNone;
   const RecordFile handle{++last_recording_};
   recordings_.emplace(handle, Recording{std::move(file), {}});
   return handle;
+}
+
+RecordFile PosixRecordFiles::OpenBinary(const Text& folder, const Text& file_name) {
+  const NewRecordFile created = CreateBinary(folder, file_name);
+  if (!created.name_is_taken) return created.file;
+  const FileDescriptor opened_folder = FolderFor(folder, file_name);
+  return opened_folder.IsOpen() ? Keep(OpenExisting(opened_folder.Get(), paths_.ToNative(file_name).c_str()))
+                                : RecordFile::kNone;
+}
+
+NewRecordFile PosixRecordFiles::CreateBinary(const Text& folder, const Text& file_name) {
+  const FileDescriptor opened_folder = FolderFor(folder, file_name);
+  if (!opened_folder.IsOpen()) return {};
+  FileDescriptor file = CreateIn(opened_folder.Get(), paths_.ToNative(file_name).c_str());
+  if (!file.IsOpen()) return {RecordFile::kNone, errno == EEXIST};
+  return {Keep(std::move(file))};
 }
 
 bool PosixRecordFiles::FlushBuffer(Recording& recording) {

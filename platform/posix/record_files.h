@@ -19,6 +19,7 @@ class PosixRecordFiles final : public RecordFiles {
   ~PosixRecordFiles() override;
 
   RecordFile OpenBinary(const Text& folder, const Text& file_name) override;
+  NewRecordFile CreateBinary(const Text& folder, const Text& file_name) override;
   bool WriteBytes(RecordFile file, std::span<const std::byte> bytes) override;
   bool Flush(RecordFile file) override;
   void Close(RecordFile file) override;
@@ -29,6 +30,8 @@ class PosixRecordFiles final : public RecordFiles {
     FileDescriptor file;
     std::string buffer;
   };
+  [[nodiscard]] FileDescriptor FolderFor(const Text& folder, const Text& file_name);
+  RecordFile Keep(FileDescriptor file);
   static bool FlushBuffer(Recording& recording);
 
   NativePaths& paths_;

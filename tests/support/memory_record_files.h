@@ -28,6 +28,12 @@ class MemoryRecordFiles : public platform::RecordFiles {
     return file;
   }
 
+  platform::NewRecordFile CreateBinary(const Text& folder, const Text& file_name) override {
+    if (on_create) on_create(file_name);
+    if (files.contains(file_name)) return {platform::RecordFile::kNone, true};
+    return {OpenBinary(folder, file_name)};
+  }
+
   bool WriteBytes(platform::RecordFile file, std::span<const std::byte> bytes) override {
     Place& place = open_.at(file);
     std::string& contents = files[place.name];
@@ -60,6 +66,8 @@ class MemoryRecordFiles : public platform::RecordFiles {
   std::size_t longest_file_name = 255;
   bool flush_fails = false;
   int flushes = 0;
+  /// Runs before a new file is made, for what another program does at that moment.
+  std::function<void(const Text& file_name)> on_create;
   /// Runs when an open file is closed.
   std::function<void()> on_close;
   [[nodiscard]] std::size_t OpenFiles() const { return open_.size(); }

@@ -45,6 +45,33 @@ TEST_F(RecordFilesTest, AnExistingRecordingIsOverwrittenFromItsBeginningAndNotTr
   EXPECT_EQ(folder.Read("record.mp3"), "abc3456789");
 }
 
+TEST_F(RecordFilesTest, ANewFileIsMadeOnlyWhereNoEntryOfItsNameIs) {
+  const NewRecordFile made = files.CreateBinary(folder.TextPath(), u"a.mp3");
+  ASSERT_NE(made.file, RecordFile::kNone);
+  EXPECT_FALSE(made.name_is_taken);
+  EXPECT_TRUE(WriteText(made.file, "abc"));
+  files.Close(made.file);
+  std::filesystem::create_directory(folder.Path() / "folder");
+  std::filesystem::create_symlink("missing", folder.Path() / "dangling");
+  for (const Text name : {u"a.mp3", u"folder", u"dangling"}) {
+    const NewRecordFile refused = files.CreateBinary(folder.TextPath(), name);
+    EXPECT_EQ(refused.file, RecordFile::kNone);
+    EXPECT_TRUE(refused.name_is_taken);
+  }
+  EXPECT_EQ(folder.Read("a.mp3"), "abc");
+  EXPECT_FALSE(std::filesystem::exists(folder.Path() / "missing"));
+}
+
+TEST_F(RecordFilesTest, ANewFileThatCannotBeMadeHasNoTakenName) {
+  for (const Text name : {u"", u"..", u"sub\\x", u"/x"}) {
+    const NewRecordFile refused = files.CreateBinary(folder.TextPath(), name);
+    EXPECT_EQ(refused.file, RecordFile::kNone);
+    EXPECT_FALSE(refused.name_is_taken);
+  }
+  EXPECT_FALSE(files.CreateBinary(folder.TextPath("missing"), u"x").name_is_taken);
+  EXPECT_FALSE(files.CreateBinary(folder.TextPath(), Text(300, u'x')).name_is_taken);
+}
+
 TEST_F(RecordFilesTest, FlushMakesSingleBytesVisible) {
   const RecordFile file = Open(u"a");
   for (const char byte : {'a', 'b', 'c'}) EXPECT_TRUE(WriteText(file, {&byte, 1}));
