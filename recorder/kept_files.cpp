@@ -17,6 +17,12 @@ namespace {
 constexpr int kLastNumber = 99'999;
 constexpr std::size_t kLongestMark = 8;  // " (99999)"
 
+// File managers and players pass over names that begin with a dot.
+Text VisibleName(Text file_name) {
+  if (file_name.starts_with(u'.')) file_name.front() = u'_';
+  return file_name;
+}
+
 }  // namespace
 
 Text NumberedName(const Text& file_name, int number) {
@@ -29,11 +35,12 @@ Text NumberedName(const Text& file_name, int number) {
 }
 
 RecordFile KeptFiles::OpenBinary(const Text& folder, const Text& file_name) {
-  const bool goes_on = current_ != RecordFile::kNone && folder == folder_ && file_name == wanted_name_;
+  const Text name = VisibleName(file_name);
+  const bool goes_on = current_ != RecordFile::kNone && folder == folder_ && name == wanted_name_;
   if (goes_on) return current_;
   EndConnection();
   folder_ = folder;
-  wanted_name_ = file_name;
+  wanted_name_ = name;
   current_ = RecordFile{++last_};
   return current_;
 }

@@ -15,7 +15,7 @@ namespace recorder {
 /// One file at a time. Differs from the port's rule on purpose: a name that exists already, from an earlier
 /// title, connection or run, or from another program that records at the same time, gets " (2)", " (3)" ...
 /// before its extension; the name that was opened last is gone on with where it stood, until EndConnection.
-/// A file is made when its first
+/// A dot at the beginning of a name becomes "_", so that no file is hidden. A file is made when its first
 /// byte comes, so that none is empty; when the user takes a file away while it grows, the next bytes begin
 /// another one.
 class KeptFiles final : public platform::RecordFiles {

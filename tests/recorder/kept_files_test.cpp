@@ -90,6 +90,14 @@ TEST_F(KeptFilesOverMemory, ANameThatAnEntryOfAnyKindHasIsTaken) {
   EXPECT_EQ(below_.files[u"Eins (2).mp3"], "1");
 }
 
+TEST_F(KeptFilesOverMemory, NoNameBeginsWithADot) {
+  Write(Open(u"...Eins.mp3"), "1");
+  Write(Open(u"...Eins.mp3"), "2");
+  Write(Open(u".mp3"), "3");
+  EXPECT_EQ(below_.files[u"_..Eins.mp3"], "12");
+  EXPECT_EQ(below_.files[u"_mp3"], "3");
+}
+
 TEST_F(KeptFilesOverMemory, AskedForANewFileItGivesOneToo) {
   const platform::NewRecordFile made = kept_.CreateBinary(u"C:\\Musik", u"Eins.mp3");
   EXPECT_TRUE(Write(made.file, "1"));
