@@ -15,7 +15,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/posix/whole_file.h"
+#include "platform/posix/native_names.h"
 
 namespace platform::posix {
 namespace {

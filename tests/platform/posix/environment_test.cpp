@@ -7,8 +7,8 @@
 
 #include <filesystem>
 
+#include "platform/posix/native_names.h"
 #include "platform/posix/native_paths.h"
-#include "platform/posix/whole_file.h"
 #include "tests/support/temp_folder.h"
 
 namespace platform::posix {
