@@ -60,8 +60,12 @@ class ListView final : public Control {
   [[nodiscard]] const Text& EmptyText() const { return empty_text_; }
   void SetEmptyText(Text text) { Set(empty_text_, std::move(text)); }
   /// A mark in words, for whoever hears the list; empty for kNone.
-  [[nodiscard]] const Text& MarkText(RowMark mark) const { return mark_texts_[static_cast<std::size_t>(mark)]; }
-  void SetMarkText(RowMark mark, Text text) { Set(mark_texts_[static_cast<std::size_t>(mark)], std::move(text)); }
+  [[nodiscard]] const Text& MarkText(RowMark mark) const {
+    return mark_texts_[static_cast<std::size_t>(mark)];
+  }
+  void SetMarkText(RowMark mark, Text text) {
+    Set(mark_texts_[static_cast<std::size_t>(mark)], std::move(text));
+  }
 
   // Rows
   [[nodiscard]] std::size_t Count() const { return rows_.size(); }

@@ -41,10 +41,12 @@ void Form1::MakePanels() {
 
 void Form1::MakeLists() {
   SymbolListview.SetEmptyText(
-      u"Die Liste ist noch leer. „Sender hinzufügen“ nimmt einen Sender auf, „M3U laden...“ eine ganze Liste; "
+      u"Die Liste ist noch leer. „Sender hinzufügen“ nimmt einen Sender auf, „M3U laden...“ eine ganze "
+      u"Liste; "
       u"„Sender suchen“ öffnet ein Verzeichnis im Internet.");
   ExplorerListFilter.SetEmptyText(
-      u"In dieser Ansicht steht kein Sender. Ohne Haken bei „Genre-Filteransicht“ und „Favoritenansicht“ sind "
+      u"In dieser Ansicht steht kein Sender. Ohne Haken bei „Genre-Filteransicht“ und „Favoritenansicht“ "
+      u"sind "
       u"wieder alle zu sehen.");
   for (controls::ListView* list : {&SymbolListview, &ExplorerListFilter}) {
     list->Move({45, 330, 15150, 6480});

@@ -5,13 +5,33 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
-#include <QPalette>
 #include <utility>
 
 namespace platform::qt {
 namespace {
 
-QPalette DarkPalette() {
+bool IsDark(const QPalette& palette) {
+  return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
+}
+
+/// The number inside an answer, which is wrapped once or twice.
+DesktopColors::Scheme SchemeOf(QVariant value) {
+  while (value.metaType() == QMetaType::fromType<QDBusVariant>()) {
+    value = value.value<QDBusVariant>().variant();
+  }
+  switch (value.toUInt()) {
+    case 1:
+      return DesktopColors::Scheme::kDark;
+    case 2:
+      return DesktopColors::Scheme::kLight;
+    default:
+      return DesktopColors::Scheme::kNoPreference;
+  }
+}
+
+}  // namespace
+
+QPalette DesktopColors::DarkPalette() {
   const struct {
     QPalette::ColorRole role;
     QRgb color;
@@ -43,27 +63,6 @@ QPalette DarkPalette() {
   }
   return palette;
 }
-
-bool IsDark(const QPalette& palette) {
-  return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
-}
-
-/// The number inside an answer, which is wrapped once or twice.
-DesktopColors::Scheme SchemeOf(QVariant value) {
-  while (value.metaType() == QMetaType::fromType<QDBusVariant>()) {
-    value = value.value<QDBusVariant>().variant();
-  }
-  switch (value.toUInt()) {
-    case 1:
-      return DesktopColors::Scheme::kDark;
-    case 2:
-      return DesktopColors::Scheme::kLight;
-    default:
-      return DesktopColors::Scheme::kNoPreference;
-  }
-}
-
-}  // namespace
 
 DesktopColors::DesktopColors(QDBusConnection bus) : bus_(std::move(bus)) {
   if (!bus_.isConnected()) return;

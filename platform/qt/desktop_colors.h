@@ -4,6 +4,7 @@
 
 #include <QDBusConnection>
 #include <QObject>
+#include <QPalette>
 
 namespace platform::qt {
 
@@ -17,6 +18,9 @@ class DesktopColors final : public QObject {
 
   /// The session's bus, or a connection to nothing when the session has none.
   static QDBusConnection SessionBus();
+
+  /// The colours of a desktop that wishes for dark ones.
+  static QPalette DarkPalette();
 
   enum class Scheme { kNoPreference = 0, kDark = 1, kLight = 2 };
 

@@ -57,6 +57,7 @@ void StatusStrip::Announce() {
   // A notification that comes into view is what screen readers speak by themselves.
   QAccessibleEvent shown(line_, QAccessible::ObjectShow);
   QAccessible::updateAccessibility(&shown);
+  Announced.Raise(announced_);
 }
 
 void StatusStrip::timerEvent(QTimerEvent* event) {

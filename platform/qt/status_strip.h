@@ -6,6 +6,8 @@
 #include <QLabel>
 #include <QWidget>
 
+#include "controls/event.h"
+
 namespace platform::qt {
 
 /// One line; what is too long for it ends in dots and is shown whole as the tooltip. Takes no keyboard.
@@ -22,6 +24,9 @@ class StatusStrip final : public QWidget {
   void ShowText(const QString& text);
   /// The whole text.
   [[nodiscard]] const QString& WholeText() const { return text_; }
+
+  /// Comes with each announcement to screen readers.
+  controls::Event<QString> Announced;
 
  protected:
   void paintEvent(QPaintEvent* event) override;

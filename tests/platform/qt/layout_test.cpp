@@ -89,6 +89,9 @@ void ExpectWellLaidOut(const WindowFixture& fixture) {
   const QRect second_bar = InWindow(fixture.Find("ProgressBar1_1"), window);
   const QRect information = InWindow(fixture.Find("Frame3"), window);
   const QRect whole = InWindow(fixture.Find("Frame2"), window);
+  const QRect strip = InWindow(fixture.Find("StatusLine"), window);
+  EXPECT_LT(whole.bottom(), strip.top());
+  EXPECT_EQ(strip.bottom(), window.height() - 1);
   EXPECT_LT(list.bottom(), panel.top());
   EXPECT_LT(panel.right(), first_bar.left());
   EXPECT_LT(first_bar.right(), second_bar.left());
@@ -128,6 +131,7 @@ TEST_P(Layout, NothingIsCutAndNothingCoversAnything) {
   fixture.form.Label3.Move({150, 900, 3300, 1150});
   fixture.form.Frame3.SetVisible(true);
   fixture.form.Label1.SetCaption(u"Pos: 00:12:34 Dauer: 00:03:45");
+  fixture.form.StatusLine.SetCaption(u"Gestoppt.");
   fixture.window->resize(GetParam().width, GetParam().height);
   ASSERT_TRUE(fixture.window->width() == GetParam().width);
   fixture.window->show();
