@@ -11,7 +11,11 @@
 namespace app::sentences {
 
 inline constexpr TextView kStopped = u"Gestoppt.";
+inline constexpr TextView kNoAddress = u"Zu „%1“ gibt es keine Adresse.";
+inline constexpr TextView kNoMixer = u"Es ließ sich kein Lautstärkemixer öffnen.";
+inline constexpr TextView kNoDirectory = u"Das Senderverzeichnis ließ sich nicht öffnen: %1";
+inline constexpr TextView kNoRecorder = u"Das Aufnahme-Tool OZRecordFunkhaus ließ sich nicht starten.";
 
-inline constexpr std::array kAll = {kStopped};
+inline constexpr std::array kAll = {kStopped, kNoAddress, kNoMixer, kNoDirectory, kNoRecorder};
 
 }  // namespace app::sentences

@@ -43,6 +43,7 @@ void StationDetails::ShowStationDetails() {
   state_.current_station_name = name;
   // Until a playlist says otherwise; a Start that comes meanwhile works it out again.
   state_.current_stream_address = link;
+  actions_.take_row(list, row);
 
   const bool is_playlist_file = IsPlaylistFileName(link);
   if (!is_playlist_file) parts_.UpDownTextBox1.SetText(u"0");

@@ -40,8 +40,10 @@ class StationDetails {
     platform::TextConversion& conversion;
   };
 
-  /// `closing` tells whether the window is closing; `fetch_title` fetches the title of the current address.
+  /// `closing` tells whether the window is closing; `fetch_title` fetches the title of the current address;
+  /// `take_row` is given the row whose address becomes the current one.
   struct Actions {
+    std::function<void(const controls::ListView&, controls::RowId)> take_row;
     std::function<void()> fetch_title;
     std::function<bool()> closing;
   };

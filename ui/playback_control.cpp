@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/status_sentences.h"
 #include "controls/picture_place.h"
 
 namespace ui {
@@ -29,13 +30,15 @@ int BarValue(float peak) { return static_cast<int>(std::nearbyint(peak * 10000.0
 
 PlaybackControl::PlaybackControl(Parts parts, Ports ports, app::WindowState& state,
                                  app::StationPicture& picture, const std::shared_ptr<clsMFPlayer>& player,
-                                 const std::shared_ptr<stream::clsFunkhaus>& funkhaus, Actions actions)
+                                 const std::shared_ptr<stream::clsFunkhaus>& funkhaus, Reports reports,
+                                 Actions actions)
     : parts_(parts),
       ports_(ports),
       state_(state),
       picture_(picture),
       cPlayer(player),
       cFunkhaus(funkhaus),
+      reports_(reports),
       actions_(std::move(actions)) {
   subscriptions_ += parts_.Command1.Clicked.Subscribe([this] { Command1_Click(); });
   subscriptions_ += parts_.Command2.Clicked.Subscribe([this] { Command2_Click(); });
@@ -51,6 +54,10 @@ PlaybackControl::PlaybackControl(Parts parts, Ports ports, app::WindowState& sta
 
 void PlaybackControl::Command1_Click() {
   if (state_.current_stream_address.empty()) {
+    // The box is the same for a station without an address, which is marked all the same.
+    if (!state_.current_station_name.empty()) {
+      reports_.notices.Notify(app::sentences::kNoAddress, {state_.current_station_name});
+    }
     ports_.dialogs.MessageBoxW(u"Bitte zuerst eine Radiostation markieren!", u"",
                                platform::kMbIconInformation);
     return;
@@ -59,6 +66,7 @@ void PlaybackControl::Command1_Click() {
   if (actions_.closing()) return;
   parts_.Timer2.SetEnabled(true);
   PlayStation(true, state_.current_stream_address);
+  reports_.mark.GivenUp();
 }
 
 PlaybackControl::StartState PlaybackControl::RefreshSelection() {
@@ -86,8 +94,10 @@ void PlaybackControl::PlayStation(bool bStart, const Text& sLink) {
   const std::uint64_t run = ++latest_run_;
   state_.current_stream_address = sLink;
   has_services_ = false;
+  if (bStart) reports_.mark.Opening();
   player->MediaFileFromUrl(state_.current_stream_address);
   if (state_.last_create_result != 0) {
+    reports_.mark.GivenUp();
     ports_.dialogs.MessageBoxW(SystemErrorText(state_.last_create_result), u"", platform::kMbIconCritical);
     return;
   }
@@ -143,6 +153,7 @@ void PlaybackControl::cPlayer_MediaFileIsReady(bool IsReady) {
   const std::int32_t play_state = player->PlayState();
   if (play_state != kStopped && play_state != kInvalid) return;
   if (!player->PlayMedia()) return;
+  reports_.mark.Playing();
   parts_.tmPlay.SetEnabled(true);
   parts_.Label1.SetCaption(PositionText(*player) + u" Dauer: " + player->DurationHMS());
 }
@@ -154,9 +165,13 @@ void PlaybackControl::Command6_Click() {
   parts_.Timer2.SetEnabled(false);
   if (cFunkhaus) cFunkhaus->StopRecStream();
   const std::shared_ptr<clsMFPlayer> player = cPlayer;
-  if (!player || player->PlayState() != kRunning) return;
+  if (!player || player->PlayState() != kRunning) {
+    reports_.mark.GivenUp();
+    return;
+  }
   parts_.tmPlay.SetEnabled(false);
   player->StopMedia();
+  reports_.mark.Stopped();
   parts_.Frame3.SetVisible(false);
   parts_.Label3.SetCaption(u"");
   parts_.Timer1.SetEnabled(false);
@@ -175,6 +190,7 @@ void PlaybackControl::tmPlay_Timer() {
   Text caption = PositionText(*player);
   if (player->Duration() != 0) caption += u" Dauer: " + player->DurationHMS();
   parts_.Label1.SetCaption(std::move(caption));
+  reports_.mark.Follow();
   if (has_services_) FollowMixer(*player);
 }
 
@@ -223,11 +239,15 @@ void PlaybackControl::ckSavMute_Click() {
 }
 
 void PlaybackControl::Command7_Click() {
-  ports_.shell.ShellExecuteW(0, u"open", u"sndvol.exe", u"", u"", platform::kSwShowNormal);
+  const bool opened =
+      ports_.shell.ShellExecuteW(0, u"open", u"sndvol.exe", u"", u"", platform::kSwShowNormal);
+  if (!opened) reports_.notices.Notify(app::sentences::kNoMixer);
 }
 
 void PlaybackControl::Command2_Click() {
-  ports_.shell.ShellExecuteW(0, u"open", Text(kStationDirectory), u"", u"", platform::kSwShowNormal);
+  const Text address(kStationDirectory);
+  const bool opened = ports_.shell.ShellExecuteW(0, u"open", address, u"", u"", platform::kSwShowNormal);
+  if (!opened) reports_.notices.Notify(app::sentences::kNoDirectory, {address});
 }
 
 void PlaybackControl::CmdInfoClose_Click() { parts_.Frame3.SetVisible(false); }

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 
+#include "app/notices.h"
 #include "app/station_picture.h"
 #include "app/window_state.h"
 #include "controls/captioned.h"
@@ -19,6 +20,7 @@
 #include "platform/shell.h"
 #include "player/mf_player.h"
 #include "stream/cls_funkhaus.h"
+#include "ui/playing_mark.h"
 
 namespace ui {
 
@@ -51,6 +53,12 @@ class PlaybackControl {
     platform::SystemMessages& system_messages;
   };
 
+  /// Where it shows what happens, beside its own controls.
+  struct Reports {
+    app::Notices& notices;
+    PlayingMark& mark;
+  };
+
   struct Actions {
     /// What a change of the selection does: works out the selected row's details again.
     std::function<void()> show_station_details;
@@ -60,7 +68,7 @@ class PlaybackControl {
 
   PlaybackControl(Parts parts, Ports ports, app::WindowState& state, app::StationPicture& picture,
                   const std::shared_ptr<player::clsMFPlayer>& cPlayer,
-                  const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus, Actions actions);
+                  const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus, Reports reports, Actions actions);
 
   void Command1_Click();
   void Command2_Click();
@@ -102,6 +110,7 @@ class PlaybackControl {
   app::StationPicture& picture_;
   const std::shared_ptr<player::clsMFPlayer>& cPlayer;
   const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus;
+  Reports reports_;
   Actions actions_;
   bool has_services_ = false;     // the item that was opened last has a volume to follow
   bool following_mixer_ = false;  // the slider and the box move by themselves

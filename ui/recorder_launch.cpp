@@ -1,6 +1,7 @@
 #include "ui/recorder_launch.h"
 
 #include "app/station_row.h"
+#include "app/status_sentences.h"
 #include "app/text_utilities.h"
 
 namespace ui {
@@ -20,9 +21,10 @@ void RecorderLaunch::Launch() {
     CopyNumberInto(list, row);
     command_line = list.Cell(row, app::kLinkCell);
   }
-  ports_.shell.ShellExecuteW(kMainWindow, u"",
-                             app::AddBackslash(ports_.environment.ProgramFolder()) + u"OZRecordFunkhaus.exe",
-                             command_line, u"", platform::kSwShowNormal);
+  const Text program = app::AddBackslash(ports_.environment.ProgramFolder()) + u"OZRecordFunkhaus.exe";
+  const bool started =
+      ports_.shell.ShellExecuteW(kMainWindow, u"", program, command_line, u"", platform::kSwShowNormal);
+  if (!started) notices_.Notify(app::sentences::kNoRecorder);
 }
 
 void RecorderLaunch::CopyNumberInto(controls::ListView& list, RowId row) {

@@ -5,6 +5,7 @@
 #include <functional>
 #include <utility>
 
+#include "app/notices.h"
 #include "app/window_state.h"
 #include "controls/list_view.h"
 #include "controls/text_box.h"
@@ -27,16 +28,17 @@ class RecorderLaunch {
 
   /// `closing` tells whether the window is closing; the tool is not started any more then.
   RecorderLaunch(controls::ListPair lists, controls::UpDownTextBox& number_field, Ports ports,
-                 app::WindowState& state, std::function<bool()> closing)
+                 app::WindowState& state, app::Notices& notices, std::function<bool()> closing)
       : lists_(lists),
         UpDownTextBox1(number_field),
         ports_(ports),
         state_(state),
+        notices_(notices),
         closing_(std::move(closing)) {}
 
   /// Command8(5): copies the number field into the selected row and starts "OZRecordFunkhaus.exe" of the
   /// program folder with the row's link, as it stands. Without a selected row it says so and starts the
-  /// tool without a link.
+  /// tool without a link. When nothing could be started, the status line says so.
   void Launch();
 
  private:
@@ -46,6 +48,7 @@ class RecorderLaunch {
   controls::UpDownTextBox& UpDownTextBox1;
   Ports ports_;
   app::WindowState& state_;
+  app::Notices& notices_;
   std::function<bool()> closing_;
 };
 

@@ -20,6 +20,7 @@ MainWindow::MainWindow(Platform platform, std::function<void(catalogue::Form2&)>
       ini_(settings_, platform.profile, platform.files, platform.environment),
       language_(settings_, ini_, platform.profile, platform.files, platform.environment),
       status_line_(form1_.StatusLine, language_),
+      playing_mark_(Lists(), [this] { return PlaybackState(); }),
       picture_(platform.environment, platform.files, platform.icons),
       layout_(form1_),
       icons_({platform.icons, platform.files, platform.conversion, platform.dialogs}, Lists()),
@@ -33,7 +34,8 @@ MainWindow::MainWindow(Platform platform, std::function<void(catalogue::Form2&)>
               form1_.CommandButton1, form1_.CommandButton2, Lists()},
              store_, station_lists_, writer_, state_, platform.dialogs),
       recorder_launch_(Lists(), form1_.UpDownTextBox1,
-                       {platform.environment, platform.dialogs, platform.shell}, state_, Closing()),
+                       {platform.environment, platform.dialogs, platform.shell}, state_, status_line_,
+                       Closing()),
       editor_({form1_.TextBox1, form1_.Combo1, form1_.Check1, form1_.Check2, form1_.UpDownTextBox1,
                form1_.Command8, form1_.CommandButton1, form1_.CommandButton2, Lists()},
               store_, writer_, unsaved_rows_, settings_, state_, platform.dialogs,
@@ -44,13 +46,15 @@ MainWindow::MainWindow(Platform platform, std::function<void(catalogue::Form2&)>
       details_({form1_.TextBox1, form1_.Combo1, form1_.Check2, form1_.UpDownTextBox1, form1_.Label2,
                 form1_.Command8[0], form1_.Frame3, form1_.Label3, form1_.Label4, form1_.Image1, Lists()},
                {platform.files, platform.conversion}, state_, picture_, cFunkhaus,
-               {[this] { now_playing_.CheckAktuellerSong(); }, Closing()}),
+               {[this](const auto& list, controls::RowId row) { playing_mark_.Choose(list, row); },
+                [this] { now_playing_.CheckAktuellerSong(); }, Closing()}),
       playback_({form1_.Command1, form1_.Command2, form1_.Command6, form1_.Command7, form1_.CmdInfoClose,
                  form1_.hscSavVolume, form1_.ckSavMute, form1_.tmPlay, form1_.Timer1, form1_.Timer2,
                  form1_.ProgressBar1, form1_.Frame3, form1_.Label1, form1_.Label3, form1_.Label4,
                  form1_.Image1, Lists()},
                 {platform.dialogs, platform.message_loop, platform.shell, platform.system_messages}, state_,
-                picture_, cPlayer, cFunkhaus, {[this] { details_.ShowStationDetails(); }, Closing()}),
+                picture_, cPlayer, cFunkhaus, {status_line_, playing_mark_},
+                {[this] { details_.ShowStationDetails(); }, Closing()}),
       m3u_export_({form1_.form, Lists(), form1_.Command4}, platform.dialogs, platform.files,
                   platform.conversion, platform.message_loop, platform.clock),
       m3u_import_({form1_.form, Lists(), form1_.Command5}, platform.dialogs, platform.files,
@@ -64,6 +68,17 @@ MainWindow::~MainWindow() { icons_.Destroy(); }
 
 std::function<bool()> MainWindow::Closing() {
   return [this] { return form1_.form.Closing(); };
+}
+
+platform::PlaybackState MainWindow::PlaybackState() const {
+  switch (cPlayer ? cPlayer->PlayState() : player::kPlayStateInvalid) {
+    case player::kPlayStateRunning:
+      return platform::PlaybackState::kPlaying;
+    case player::kPlayStatePaused:
+      return platform::PlaybackState::kPaused;
+    default:
+      return platform::PlaybackState::kStopped;
+  }
 }
 
 void MainWindow::Load() {

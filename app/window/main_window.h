@@ -44,6 +44,7 @@
 #include "stream/cls_funkhaus.h"
 #include "ui/now_playing.h"
 #include "ui/playback_control.h"
+#include "ui/playing_mark.h"
 #include "ui/recorder_launch.h"
 #include "ui/status_line.h"
 
@@ -101,6 +102,7 @@ class MainWindow {
   void ShowNewStationDialog();
   [[nodiscard]] controls::ListPair Lists() { return {form1_.SymbolListview, form1_.ExplorerListFilter}; }
   [[nodiscard]] std::function<bool()> Closing();
+  [[nodiscard]] platform::PlaybackState PlaybackState() const;
 
   Platform platform_;
   std::function<void(catalogue::Form2&)> show_modal_;
@@ -112,6 +114,7 @@ class MainWindow {
   ui::StatusLine status_line_;
   std::shared_ptr<stream::clsFunkhaus> cFunkhaus;
   std::shared_ptr<player::clsMFPlayer> cPlayer;
+  ui::PlayingMark playing_mark_;
   player::ProgramDuration duration_;
   StationPicture picture_;
   WindowLayout layout_;

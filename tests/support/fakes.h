@@ -103,9 +103,10 @@ class FakeShell : public platform::Shell {
   bool ShellExecuteW(std::uint32_t owner, const Text& verb, const Text& file, const Text& parameters,
                      const Text& folder, std::int32_t show) override {
     launches.push_back({owner, verb, file, parameters, folder, show});
-    return true;
+    return starts;
   }
   std::vector<Launch> launches;
+  bool starts = true;
 };
 
 class FakeClipboard : public platform::Clipboard {

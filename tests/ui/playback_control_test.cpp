@@ -203,6 +203,22 @@ TEST_F(PlaybackControlTest, AddressThatAPlaylistDoesNotHoldCountsAsNoStation) {
   EXPECT_FALSE(Form().Timer2.Enabled());
 }
 
+TEST_F(PlaybackControlTest, StationWithoutAnAddressIsNamedInTheStatusLineBesideTheUsualMessage) {
+  AddStation(u"C", u"");
+  Start();
+  Select(u"C");
+  Form().Command1.Click();
+  EXPECT_EQ(dialogs.boxes, (std::vector<Box>{{u"Bitte zuerst eine Radiostation markieren!", u"", 64}}));
+  EXPECT_EQ(Form().StatusLine.Caption(), u"Zu „C“ gibt es keine Adresse.");
+  EXPECT_FALSE(Form().Timer2.Enabled());
+}
+
+TEST_F(PlaybackControlTest, StartWithoutAStationLeavesTheStatusLine) {
+  Start();
+  Form().Command1.Click();
+  EXPECT_EQ(Form().StatusLine.Caption(), u"");
+}
+
 TEST_F(PlaybackControlTest, StopInTheMiddleOfAStartEndsIt) {
   Start();
   Select(u"A");
@@ -334,6 +350,18 @@ TEST_F(PlaybackControlTest, MixerAndDirectoryButtonsOpenThem) {
   EXPECT_EQ(shell.launches[0].show, 1);
   EXPECT_EQ(shell.launches[1].verb, u"open");
   EXPECT_TRUE(shell.launches[1].file.starts_with(u"https://"));
+  EXPECT_EQ(Form().StatusLine.Caption(), u"");
+}
+
+TEST_F(PlaybackControlTest, MixerAndDirectoryThatCannotBeOpenedAreNamedInTheStatusLine) {
+  shell.starts = false;
+  Start();
+  Form().Command7.Click();
+  EXPECT_EQ(Form().StatusLine.Caption(), u"Es ließ sich kein Lautstärkemixer öffnen.");
+  Form().Command2.Click();
+  EXPECT_EQ(Form().StatusLine.Caption(),
+            u"Das Senderverzeichnis ließ sich nicht öffnen: " + shell.launches[1].file);
+  EXPECT_TRUE(dialogs.boxes.empty());
 }
 
 TEST_F(PlaybackControlTest, InformationPanelCanBeClosed) {

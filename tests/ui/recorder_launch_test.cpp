@@ -50,6 +50,18 @@ TEST_F(RecorderLaunchTest, WindowThatClosesWhileItTellsSoStartsNothing) {
   EXPECT_TRUE(shell.launches.empty());
 }
 
+TEST_F(RecorderLaunchTest, ToolThatCannotBeStartedIsNamedInTheStatusLineAndNoBoxIsShown) {
+  AddStation(u"A", u"http://a/");
+  Start();
+  Select(u"A");
+  Form().Command8[5].Click();
+  EXPECT_EQ(Form().StatusLine.Caption(), u"");
+  shell.starts = false;
+  Form().Command8[5].Click();
+  EXPECT_EQ(Form().StatusLine.Caption(), u"Das Aufnahme-Tool OZRecordFunkhaus ließ sich nicht starten.");
+  EXPECT_TRUE(dialogs.boxes.empty());
+}
+
 TEST_F(RecorderLaunchTest, NumberFieldGoesIntoTheRowOnly) {
   AddStation(u"A", u"http://a/liste.m3u");
   Start();

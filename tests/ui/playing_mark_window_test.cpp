@@ -1,0 +1,191 @@
+// The playing row's mark in the window: what Start, Stop, the views and the editor do to it.
+#include "tests/ui/playback_fixture.h"
+
+namespace app {
+namespace {
+
+using controls::ListView;
+using controls::RowMark;
+
+class PlayingMarkWindowTest : public PlaybackControlTest {
+ protected:
+  /// The names of the marked rows, with "?" behind one that waits.
+  static std::vector<Text> Marked(const ListView& list) {
+    std::vector<Text> names;
+    for (const controls::ListRow& row : list.Rows()) {
+      if (row.mark == RowMark::kNone) continue;
+      names.push_back(row.cells[kNameCell] + (row.mark == RowMark::kWaiting ? u"?" : u""));
+    }
+    return names;
+  }
+  std::vector<Text> InFullList() { return Marked(Form().SymbolListview); }
+  std::vector<Text> InFilteredList() { return Marked(Form().ExplorerListFilter); }
+
+  /// The sound goes on: the player is asked again.
+  void Tick() { Form().tmPlay.Fire(); }
+};
+
+using Rows = std::vector<Text>;
+
+TEST_F(PlayingMarkWindowTest, StartMarksTheRowAndStopUnmarksIt) {
+  StartAndPlay();
+  Tick();
+  EXPECT_EQ(InFullList(), Rows{u"A"});
+  Select(u"B");
+  EXPECT_EQ(InFullList(), Rows{u"A"}) << "selecting another one does not play it";
+  Form().Command6.Click();
+  EXPECT_EQ(InFullList(), Rows{});
+}
+
+TEST_F(PlayingMarkWindowTest, RowWaitsWhileItsAddressIsOpened) {
+  Start();
+  Select(u"A");
+  Rows while_opening;
+  message_loop.on_sleep = [&](std::uint32_t milliseconds) {
+    clock.seconds_since_midnight += milliseconds / 1000.0;
+    while_opening = InFullList();
+  };
+  Form().Command1.Click();
+  EXPECT_EQ(while_opening, Rows{u"A?"});
+}
+
+TEST_F(PlayingMarkWindowTest, PlayingThatPausesWaits) {
+  StartAndPlay();
+  Tick();
+  media.play_state = player::kPlayStatePaused;
+  Tick();
+  EXPECT_EQ(InFullList(), Rows{u"A?"});
+  Form().Command6.Click();
+  EXPECT_EQ(InFullList(), Rows{u"A?"}) << "Stop does not end what is paused";
+}
+
+TEST_F(PlayingMarkWindowTest, AddressThatCannotBeOpenedLeavesNoMarkNotEvenWhileTheMessageStands) {
+  media.open_result = platform::kErrorFileNotFound;
+  Start();
+  Select(u"A");
+  Rows in_box = {u"not seen"};
+  dialogs.on_box = [&] { in_box = InFullList(); };
+  Form().Command1.Click();
+  EXPECT_EQ(in_box, Rows{});
+  EXPECT_EQ(InFullList(), Rows{});
+}
+
+TEST_F(PlayingMarkWindowTest, FailureThatIsNotReportedLeavesNoMark) {
+  media.open_result = platform::kEFail;
+  Start();
+  Select(u"A");
+  Form().Command1.Click();
+  EXPECT_EQ(InFullList(), Rows{});
+}
+
+TEST_F(PlayingMarkWindowTest, StopInTheMiddleOfAStartLeavesNoMark) {
+  Start();
+  Select(u"A");
+  message_loop.on_sleep = [this](std::uint32_t milliseconds) {
+    clock.seconds_since_midnight += milliseconds / 1000.0;
+    Form().Command6.Click();
+    EXPECT_EQ(InFullList(), Rows{});
+  };
+  Form().Command1.Click();
+  EXPECT_EQ(InFullList(), Rows{});
+}
+
+TEST_F(PlayingMarkWindowTest, AnotherStartInTheMiddleOfAStartIsTheOneThatIsMarked) {
+  Start();
+  Select(u"A");
+  message_loop.on_sleep = [this](std::uint32_t milliseconds) {
+    clock.seconds_since_midnight += milliseconds / 1000.0;
+    message_loop.on_sleep = [this](std::uint32_t more) { clock.seconds_since_midnight += more / 1000.0; };
+    Select(u"B");
+    Form().Command1.Click();
+    media.play_state = player::kPlayStateRunning;
+    Tick();
+  };
+  Form().Command1.Click();
+  EXPECT_EQ(InFullList(), Rows{u"B"});
+}
+
+TEST_F(PlayingMarkWindowTest, ViewsAndTheirReloadsKeepTheMark) {
+  AddStation(u"C", u"http://c/", u"Jazz", u"1");
+  Start();
+  Select(u"C");
+  Form().Command1.Click();
+  media.play_state = player::kPlayStateRunning;
+  Tick();
+  Form().Check3.Click();
+  EXPECT_EQ(InFilteredList(), Rows{u"C"});
+  Form().Combo1.SetText(u"Rock");
+  Form().Check1.Click();
+  EXPECT_EQ(InFilteredList(), Rows{}) << "the genre is not that of the station";
+  Form().Check1.Click();
+  EXPECT_EQ(InFullList(), Rows{u"C"});
+}
+
+TEST_F(PlayingMarkWindowTest, StationThatIsStartedInAFilterViewIsMarkedInTheFullListToo) {
+  AddStation(u"C", u"http://c/", u"Jazz", u"1");
+  Start();
+  Form().Check3.Click();
+  SelectIn(Form().ExplorerListFilter, u"C");
+  Form().Command1.Click();
+  media.play_state = player::kPlayStateRunning;
+  Tick();
+  EXPECT_EQ(InFilteredList(), Rows{u"C"});
+  EXPECT_EQ(InFullList(), Rows{u"C"});
+}
+
+TEST_F(PlayingMarkWindowTest, RenamedStationKeepsTheMarkOverAReload) {
+  StartAndPlay();
+  Tick();
+  Form().TextBox1[0].SetText(u"Neu");
+  Form().Command8[1].Click();
+  EXPECT_EQ(InFullList(), Rows{u"Neu"});
+  Form().Check3.Click();
+  Form().Check3.Click();
+  EXPECT_EQ(InFullList(), Rows{u"Neu"});
+}
+
+TEST_F(PlayingMarkWindowTest, StationThatIsRenamedInAFilterViewKeepsTheMarkInTheFullList) {
+  AddStation(u"C", u"http://c/", u"Jazz", u"1");
+  Start();
+  Select(u"C");
+  Form().Command1.Click();
+  media.play_state = player::kPlayStateRunning;
+  Tick();
+  Form().Check3.Click();
+  SelectIn(Form().ExplorerListFilter, u"C");
+  Form().TextBox1[0].SetText(u"Neu");
+  Form().Command8[1].Click();
+  EXPECT_EQ(InFilteredList(), Rows{u"Neu"});
+  Form().Check3.Click();
+  EXPECT_EQ(InFullList(), Rows{u"Neu"});
+}
+
+TEST_F(PlayingMarkWindowTest, DeletedStationTakesItsMarkAlong) {
+  StartAndPlay();
+  Tick();
+  Form().Command8[3].Click();
+  Tick();
+  EXPECT_EQ(InFullList(), Rows{});
+}
+
+TEST_F(PlayingMarkWindowTest, StationPlayedWithoutASelectionIsTheOneMarked) {
+  Start();
+  Select(u"B");
+  Form().SymbolListview.Select(controls::RowId::kNone);
+  Form().Command1.Click();
+  media.play_state = player::kPlayStateRunning;
+  Tick();
+  EXPECT_EQ(InFullList(), Rows{u"B"});
+}
+
+TEST_F(PlayingMarkWindowTest, TicksWithoutAChangeAnnounceNoRow) {
+  StartAndPlay();
+  Tick();
+  int changes = 0;
+  const auto subscription = Form().SymbolListview.RowChanged.Subscribe([&](std::size_t) { ++changes; });
+  for (int tick = 0; tick < 5; ++tick) Tick();
+  EXPECT_EQ(changes, 0);
+}
+
+}  // namespace
+}  // namespace app

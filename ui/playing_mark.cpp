@@ -1,0 +1,145 @@
+#include "ui/playing_mark.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "app/station_row.h"
+
+namespace ui {
+
+using controls::ListView;
+using controls::RowId;
+using controls::RowMark;
+using platform::PlaybackState;
+
+namespace {
+
+RowMark MarkOf(PlaybackState state) {
+  switch (state) {
+    case PlaybackState::kPlaying:
+      return RowMark::kPlaying;
+    case PlaybackState::kConnecting:
+    case PlaybackState::kBuffering:
+    case PlaybackState::kPaused:
+    case PlaybackState::kReconnecting:
+    case PlaybackState::kNoDevice:
+      return RowMark::kWaiting;
+    case PlaybackState::kStopped:
+    case PlaybackState::kEnded:
+    case PlaybackState::kFailed:
+      break;
+  }
+  return RowMark::kNone;
+}
+
+}  // namespace
+
+FollowedStation::Station FollowedStation::StationOf(const controls::ListRow& row) {
+  return {row.cells[app::kNameCell], row.cells[app::kLinkCell]};
+}
+
+void FollowedStation::Take(const ListView& list, RowId row) {
+  const auto position = list.IndexOf(row);
+  if (!position) return;
+  known_ = true;
+  station_ = StationOf(list.Rows()[*position]);
+  for (Place& place : places_) {
+    if (place.list == &list) {
+      place.row = row;
+      place.seen = station_;
+    } else {
+      Search(place, 0);
+    }
+  }
+}
+
+void FollowedStation::Search(Place& place, std::size_t first) const {
+  const auto& rows = place.list->Rows();
+  const auto begin = rows.begin() + static_cast<std::ptrdiff_t>(std::min(first, rows.size()));
+  const auto found =
+      std::find_if(begin, rows.end(), [this](const auto& row) { return StationOf(row) == station_; });
+  place.row = found == rows.end() ? RowId::kNone : found->id;
+  place.seen = station_;
+}
+
+void FollowedStation::TakeNewRows(const ListView& list, std::size_t first) {
+  for (Place& place : places_) {
+    if (known_ && place.list == &list && !list.Contains(place.row)) Search(place, first);
+  }
+}
+
+void FollowedStation::TakeChangedRow(const ListView& list, std::size_t position) {
+  for (Place& place : places_) {
+    if (place.list != &list || place.row == RowId::kNone || place.row != list.RowAt(position)) continue;
+    const Station now = StationOf(list.Rows()[position]);
+    // The other list may show an older state of the station; a title that is written there tells nothing new.
+    if (now != place.seen) station_ = place.seen = now;
+  }
+}
+
+void FollowedStation::Mark(RowMark mark) {
+  for (Place& place : places_) {
+    const RowId before = std::exchange(place.marked, mark == RowMark::kNone ? RowId::kNone : place.row);
+    if (before != place.marked) place.list->SetMark(before, RowMark::kNone);
+    place.list->SetMark(place.marked, mark);
+  }
+}
+
+PlayingMark::PlayingMark(controls::ListPair lists, std::function<PlaybackState()> state)
+    : state_(std::move(state)), chosen_(lists), playing_(lists) {
+  Bind(lists.full);
+  Bind(lists.filtered);
+}
+
+void PlayingMark::Bind(ListView& list) {
+  subscriptions_ += list.RowsAdded.Subscribe(
+      [this, &list](std::size_t first, std::size_t /*count*/) { TakeNewRows(list, first); });
+  subscriptions_ += list.RowsReset.Subscribe([this, &list] { TakeNewRows(list, 0); });
+  subscriptions_ += list.RowChanged.Subscribe([this, &list](std::size_t position) {
+    chosen_.TakeChangedRow(list, position);
+    playing_.TakeChangedRow(list, position);
+  });
+}
+
+void PlayingMark::TakeNewRows(const ListView& list, std::size_t first) {
+  chosen_.TakeNewRows(list, first);
+  playing_.TakeNewRows(list, first);
+  Show(mark_);
+}
+
+void PlayingMark::Opening() {
+  // Its marks go first: what is followed from now on knows nothing of them.
+  playing_.Mark(RowMark::kNone);
+  playing_ = chosen_;
+  stage_ = Stage::kOpening;
+  Show(RowMark::kWaiting);
+}
+
+void PlayingMark::Playing() {
+  stage_ = Stage::kPlaying;
+  Follow();
+}
+
+void PlayingMark::GivenUp() {
+  if (stage_ == Stage::kOpening) Stopped();
+}
+
+void PlayingMark::Stopped() {
+  stage_ = Stage::kIdle;
+  Show(RowMark::kNone);
+}
+
+void PlayingMark::Follow() {
+  if (stage_ == Stage::kPlaying) Show(MarkOf(state_()));
+}
+
+void PlayingMark::Show(RowMark mark) {
+  mark_ = mark;
+  // Whoever hears of a marked row may stop or start something; the last word counts.
+  do {
+    mark = mark_;
+    playing_.Mark(mark);
+  } while (mark != mark_);
+}
+
+}  // namespace ui

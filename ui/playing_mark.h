@@ -1,0 +1,88 @@
+#pragma once
+// The mark of the row that is being played, in both lists, whatever happens to the rows meanwhile.
+// Not playing (ui/playback_control.h), and not how a mark looks.
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+
+#include "controls/list_view.h"
+#include "platform/playback_monitor.h"
+#include "platform/text.h"
+
+namespace ui {
+
+/// Follows one station through both lists: by its row as long as that exists, and by name and link once the
+/// rows were loaded anew. A name or link that is edited meanwhile is the station's from then on. Of rows with
+/// the same name and link, which are the same station, a loading takes the first one.
+class FollowedStation {
+ public:
+  explicit FollowedStation(controls::ListPair lists) : places_{{{&lists.full}, {&lists.filtered}}} {}
+
+  /// Follows the station of this row from now on.
+  void Take(const controls::ListView& list, controls::RowId row);
+
+  /// Rows stand in the list from `first` on that were not there before.
+  void TakeNewRows(const controls::ListView& list, std::size_t first);
+  void TakeChangedRow(const controls::ListView& list, std::size_t position);
+
+  /// Marks the station's rows. Rows that were marked before lose their mark.
+  void Mark(controls::RowMark mark);
+
+ private:
+  struct Station {
+    platform::Text name;
+    platform::Text link;
+    friend bool operator==(const Station&, const Station&) = default;
+  };
+  /// Where the station stands in one list.
+  struct Place {
+    controls::ListView* list;
+    controls::RowId row = controls::RowId::kNone;
+    Station seen{};  ///< what the row was when it was looked at last
+    controls::RowId marked = controls::RowId::kNone;
+  };
+
+  static Station StationOf(const controls::ListRow& row);
+  void Search(Place& place, std::size_t first) const;
+
+  bool known_ = false;
+  Station station_;
+  std::array<Place, 2> places_;
+};
+
+class PlayingMark {
+ public:
+  /// `state` says how playing stands; it is asked only while something plays.
+  PlayingMark(controls::ListPair lists, std::function<platform::PlaybackState()> state);
+
+  /// This row's address is what Start plays now.
+  void Choose(const controls::ListView& list, controls::RowId row) { chosen_.Take(list, row); }
+
+  /// Start opens the chosen row's address.
+  void Opening();
+  /// What was being opened plays from now on.
+  void Playing();
+  /// What was being opened does not come to play. Does nothing when it plays already.
+  void GivenUp();
+  void Stopped();
+
+  /// Looks how playing stands; to be called regularly while something plays.
+  void Follow();
+
+ private:
+  enum class Stage : std::uint8_t { kIdle, kOpening, kPlaying };
+  void Bind(controls::ListView& list);
+  void TakeNewRows(const controls::ListView& list, std::size_t first);
+  void Show(controls::RowMark mark);
+
+  std::function<platform::PlaybackState()> state_;
+  FollowedStation chosen_;
+  FollowedStation playing_;
+  Stage stage_ = Stage::kIdle;
+  controls::RowMark mark_ = controls::RowMark::kNone;
+  controls::Subscriptions subscriptions_;
+};
+
+}  // namespace ui
