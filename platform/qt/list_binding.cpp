@@ -3,6 +3,8 @@
 #include <QHeaderView>
 #include <functional>
 
+#include "platform/qt/text.h"
+
 namespace platform::qt {
 namespace {
 
@@ -12,7 +14,12 @@ constexpr int kRestMilliseconds = 250;
 
 ListBinding::ListBinding(controls::ListView& list, ReportView& view, const TwipScale& scale,
                          const QtIcons& icons, const QtMessageLoop& loop)
-    : WidgetBinding(list, view, scale), list_(list), view_(view), loop_(loop), model_(list, icons) {
+    : WidgetBinding(list, view, scale),
+      list_(list),
+      view_(view),
+      hint_(*new EmptyHint(view)),
+      loop_(loop),
+      model_(list, icons) {
   view_.setModel(&model_);
   rest_.setSingleShot(true);
   subscriptions_ += list.Changed.Subscribe([this] { Follow(); });
@@ -106,6 +113,7 @@ void ListBinding::FollowRowsBy(const std::function<void()>& change) {
     const Following guard(following_);
     change();
   }
+  FollowEmptiness();
   FollowSorting();
   FollowSelection();
 }
@@ -120,6 +128,7 @@ void ListBinding::Follow() {
     shown_images_ = list_.ImageList();
     view_.doItemsLayout();
   }
+  FollowEmptiness();
   FollowSelection();
 }
 
@@ -145,6 +154,10 @@ void ListBinding::FollowSorting() {
   header.setSortIndicator(column, list_.GetSortDirection() == controls::SortDirection::kAscending
                                       ? Qt::AscendingOrder
                                       : Qt::DescendingOrder);
+}
+
+void ListBinding::FollowEmptiness() {
+  hint_.ShowText(list_.Count() == 0 ? ToQt(list_.EmptyText()) : QString());
 }
 
 void ListBinding::FollowColumnWidths() {

@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "controls/list_view.h"
+#include "platform/qt/empty_hint.h"
 #include "platform/qt/icons.h"
 #include "platform/qt/list_model.h"
 #include "platform/qt/message_loop.h"
@@ -29,6 +30,7 @@ class ListBinding final : public WidgetBinding {
   void Follow();
   void FollowSelection();
   void FollowSorting();
+  void FollowEmptiness();
   void FollowColumnWidths();
   void TakeMovement(ReportView::Movement movement);
   void TakeSelection();
@@ -39,6 +41,7 @@ class ListBinding final : public WidgetBinding {
 
   controls::ListView& list_;
   ReportView& view_;
+  EmptyHint& hint_;  // the view's own
   const QtMessageLoop& loop_;
   ListModel model_;
   QTimer rest_;

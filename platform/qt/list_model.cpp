@@ -1,5 +1,6 @@
 #include "platform/qt/list_model.h"
 
+#include "platform/qt/row_delegate.h"
 #include "platform/qt/text.h"
 
 namespace platform::qt {
@@ -22,6 +23,10 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
   const auto column = static_cast<std::size_t>(index.column());
   if (role == Qt::DisplayRole && column < row.cells.size()) return CellText(row.cells[column]);
   if (role == Qt::DecorationRole && column == 0) return Icon(row);
+  if (role == RowDelegate::kMarkRole) return static_cast<uint>(row.mark);
+  if (role == Qt::AccessibleTextRole && column == 0 && row.mark != controls::RowMark::kNone) {
+    return QString(CellText(row.cells[0]) + QLatin1String(", ") + ToQt(list_.MarkText(row.mark)));
+  }
   return {};
 }
 
@@ -67,6 +72,8 @@ void ListModel::TakeRemovedRow(std::size_t position) {
 
 void ListModel::TakeChangedRow(std::size_t position) {
   const int row = static_cast<int>(position);
+  // A row that the views do not know of yet is read when they hear of it.
+  if (row >= rows_) return;
   Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
 }
 

@@ -6,38 +6,18 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QStyledItemDelegate>
 #include <QToolTip>
 #include <algorithm>
 #include <chrono>
 #include <utility>
 
+#include "platform/qt/row_delegate.h"
 #include "platform/qt/text.h"
 
 namespace platform::qt {
 namespace {
 
 constexpr int kIconSide = 32;
-
-/// Gives all rows the same height, with room round text and icon, and leaves a selected row's icon its
-/// colours.
-class RowDelegate final : public QStyledItemDelegate {
- public:
-  using QStyledItemDelegate::QStyledItemDelegate;
-  [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-    constexpr int kSpacing = 6;
-    const QSize size = QStyledItemDelegate::sizeHint(option, index);
-    return {size.width(), std::max(size.height(), option.fontMetrics.height() + kSpacing)};
-  }
-
- protected:
-  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-    QStyledItemDelegate::initStyleOption(option, index);
-    if (index.column() != 0 || (option->state & QStyle::State_Selected) == 0) return;
-    const auto pixmap = index.data(Qt::DecorationRole).value<QPixmap>();
-    if (!pixmap.isNull()) option->icon.addPixmap(pixmap, QIcon::Selected);
-  }
-};
 
 qint64 Milliseconds() {
   using std::chrono::duration_cast;

@@ -1,0 +1,27 @@
+#pragma once
+// Paints the cells of a list in report form: rows of one height, and the marks of rows.
+// Not which row bears which mark.
+
+#include <QStyledItemDelegate>
+
+#include "controls/list_view.h"
+
+namespace platform::qt {
+
+/// Rows have room round text and icon, and a selected row's icon keeps its colours. The texts of a marked row
+/// are bold, and slanted as well while it waits; its icon bears a sign. Neither changes the row's height.
+class RowDelegate final : public QStyledItemDelegate {
+ public:
+  /// Under which role the model tells a row's mark, as the number of the RowMark.
+  static constexpr int kMarkRole = Qt::UserRole;
+
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+};
+
+}  // namespace platform::qt
