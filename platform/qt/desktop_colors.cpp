@@ -10,6 +10,12 @@
 namespace platform::qt {
 namespace {
 
+constexpr QLatin1String kService("org.freedesktop.portal.Desktop");
+constexpr QLatin1String kPath("/org/freedesktop/portal/desktop");
+constexpr QLatin1String kSettings("org.freedesktop.portal.Settings");
+constexpr QLatin1String kNamespace("org.freedesktop.appearance");
+constexpr QLatin1String kKey("color-scheme");
+
 bool IsDark(const QPalette& palette) {
   return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
 }
@@ -66,6 +72,13 @@ QPalette DesktopColors::DarkPalette() {
 
 DesktopColors::DesktopColors(QDBusConnection bus) : bus_(std::move(bus)) {
   if (!bus_.isConnected()) return;
+  // A signal of the bus needs a slot by name. The timer's has the right one: what has changed is asked for,
+  // so that there is one way of reading it.
+  ask_.setSingleShot(true);
+  ask_.setInterval(0);
+  connect(&ask_, &QTimer::timeout, this, [this] { Ask(); });
+  bus_.connect(kService, kPath, kSettings, QStringLiteral("SettingChanged"),
+               {QString(kNamespace), QString(kKey)}, QString(), &ask_, SLOT(start()));
   connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
     if (state == Qt::ApplicationActive) Ask();
   });
@@ -81,10 +94,8 @@ QDBusConnection DesktopColors::SessionBus() {
 }
 
 void DesktopColors::Ask() {
-  QDBusMessage call = QDBusMessage::createMethodCall(
-      QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"),
-      QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Read"));
-  call << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme");
+  QDBusMessage call = QDBusMessage::createMethodCall(kService, kPath, kSettings, QStringLiteral("Read"));
+  call << QString(kNamespace) << QString(kKey);
   auto* answer = new QDBusPendingCallWatcher(bus_.asyncCall(call), this);
   connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
     answer->deleteLater();

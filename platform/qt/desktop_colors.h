@@ -5,12 +5,14 @@
 #include <QDBusConnection>
 #include <QObject>
 #include <QPalette>
+#include <QTimer>
 
 namespace platform::qt {
 
-/// Asks the desktop's settings service for "color-scheme" of "org.freedesktop.appearance", at once and
-/// whenever the program comes to the front, and never waits for the answer. Without such a service nothing
-/// happens. Source: XDG Desktop Portal, interface org.freedesktop.portal.Settings.
+/// Asks the desktop's settings service for "color-scheme" of "org.freedesktop.appearance", at once, when the
+/// service reports a change and whenever the program comes to the front, and never waits for the answer.
+/// Without such a service nothing happens. Source: XDG Desktop Portal, interface
+/// org.freedesktop.portal.Settings.
 class DesktopColors final : public QObject {
  public:
   explicit DesktopColors(QDBusConnection bus = SessionBus());
@@ -32,6 +34,7 @@ class DesktopColors final : public QObject {
   void Ask();
 
   QDBusConnection bus_;
+  QTimer ask_;
   bool own_palette_ = false;
 };
 

@@ -20,18 +20,29 @@ bool Dark() {
          palette.color(QPalette::WindowText).lightness() > 200;
 }
 
-/// A desktop's settings service that answers every question with one number.
+/// A desktop's settings service that answers every question with one number and reports when another one is
+/// set.
 class FakeSettings final : public QDBusVirtualObject {
  public:
   QString introspect(const QString& /*path*/) const override { return {}; }
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
     question = message.member() + QLatin1Char(' ') + message.arguments().value(0).toString() +
                QLatin1Char(' ') + message.arguments().value(1).toString();
+    ++questions;
     const QDBusVariant number(QVariant::fromValue(scheme));
     return bus.send(message.createReply(QVariant::fromValue(QDBusVariant(QVariant::fromValue(number)))));
   }
+  static void Report(const QDBusConnection& bus, const char* name_space, const char* key, uint value) {
+    QDBusMessage signal = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/portal/desktop"),
+                                                     QStringLiteral("org.freedesktop.portal.Settings"),
+                                                     QStringLiteral("SettingChanged"));
+    signal << QLatin1String(name_space) << QLatin1String(key)
+           << QVariant::fromValue(QDBusVariant(QVariant::fromValue(value)));
+    bus.send(signal);
+  }
   uint scheme = 0;
   QString question;
+  int questions = 0;
 };
 
 /// A bus of its own for the time of a test.
@@ -108,6 +119,46 @@ TEST_F(DesktopColorsTest, SettingsServiceIsAskedAtTheStartAndWheneverTheProgramC
   settings.scheme = 2;
   Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
   EXPECT_TRUE(WaitFor([] { return !Dark(); }));
+}
+
+TEST_F(DesktopColorsTest, SwitchOfTheDesktopIsFollowedAtOnce) {
+  const Bus bus;
+  QDBusConnection service = bus.Connect("service");
+  ASSERT_TRUE(service.isConnected()) << "dbus-daemon is needed";
+  FakeSettings settings;
+  ASSERT_TRUE(service.registerVirtualObject(QStringLiteral("/org/freedesktop/portal/desktop"), &settings));
+  ASSERT_TRUE(service.registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
+  WindowFixture fixture;
+  ASSERT_TRUE(fixture.Open());
+  const DesktopColors colors(bus.Connect("program"));
+  ASSERT_TRUE(WaitFor([&] { return settings.questions == 1; }));
+  settings.scheme = 1;
+  // Of another setting, and of this one.
+  FakeSettings::Report(service, "org.freedesktop.appearance", "contrast", 1);
+  FakeSettings::Report(service, "org.gnome.desktop.interface", "color-scheme", 1);
+  FakeSettings::Report(service, "org.freedesktop.appearance", "color-scheme", 1);
+  EXPECT_TRUE(WaitFor([] { return Dark(); }));
+  EXPECT_EQ(settings.questions, 2);
+  EXPECT_TRUE(WaitFor([&] { return fixture.window->palette().color(QPalette::Window).lightness() < 100; }));
+  settings.scheme = 0;
+  FakeSettings::Report(service, "org.freedesktop.appearance", "color-scheme", 0);
+  EXPECT_TRUE(WaitFor([] { return !Dark(); }));
+}
+
+TEST_F(DesktopColorsTest, ServiceThatStartsLaterIsFollowedToo) {
+  const Bus bus;
+  const DesktopColors colors(bus.Connect("program"));
+  QDBusConnection service = bus.Connect("service");
+  ASSERT_TRUE(service.isConnected()) << "dbus-daemon is needed";
+  FakeSettings settings;
+  settings.scheme = 1;
+  ASSERT_TRUE(service.registerVirtualObject(QStringLiteral("/org/freedesktop/portal/desktop"), &settings));
+  ASSERT_TRUE(service.registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
+  // The program learns of the service's start from the bus; until then it hears nothing from it.
+  EXPECT_TRUE(WaitFor([&] {
+    FakeSettings::Report(service, "org.freedesktop.appearance", "color-scheme", 1);
+    return Dark();
+  }));
 }
 
 TEST_F(DesktopColorsTest, WithoutTheServiceNothingChanges) {

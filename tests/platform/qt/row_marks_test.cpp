@@ -3,8 +3,6 @@
 
 #include <QAccessible>
 #include <QDir>
-#include <QHelpEvent>
-#include <QToolTip>
 
 #include "platform/qt/row_delegate.h"
 #include "tests/platform/qt/contrast.h"
@@ -148,7 +146,7 @@ TEST_F(RowMarks, CellsStayAsTheyAre) {
   EXPECT_EQ(view_.SelectedRow(), 0);
 }
 
-TEST_F(RowMarks, BoldTextThatIsCutIsTheToolTip) {
+TEST_F(RowMarks, MarkedTextIsMeasuredInItsOwnFont) {
   const QModelIndex cell = view_.model()->index(0, 0);
   list_.SetMark(ids_[0], RowMark::kNone);
   const int plain = view_.sizeHintForIndex(cell).width();
