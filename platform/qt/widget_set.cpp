@@ -1,5 +1,7 @@
 #include "platform/qt/widget_set.h"
 
+#include "platform/qt/check_box_widget.h"
+
 namespace platform::qt {
 
 template <typename Binding, typename Widget, typename Control, typename... More>
@@ -32,7 +34,7 @@ CommandButtonWidget& WidgetSet::Add(controls::CommandButton& button, QWidget& pa
 }
 
 QCheckBox& WidgetSet::Add(controls::CheckBox& box, QWidget& parent, const char* name) {
-  return Bind<CheckBoxBinding>(box, new QCheckBox(&parent), name);
+  return Bind<CheckBoxBinding, QCheckBox>(box, new CheckBoxWidget(&parent), name);
 }
 
 QLineEdit& WidgetSet::Add(controls::TextBox& box, QWidget& parent, const char* name) {
