@@ -2,7 +2,8 @@
 # shellcheck shell=bash disable=SC2034
 
 # To run the program. ca-certificates must be named because nothing below brings it along; fonts-dejavu-core
-# gives the window a font with umlauts on a machine that has none.
+# gives the window a font with umlauts on a machine that has none. Without qt6-wayland the window opens on a Wayland
+# desktop only where that runs an X server as well.
 packages_run=(
     ca-certificates
     fonts-dejavu-core
@@ -16,6 +17,7 @@ packages_run=(
     libqt6dbus6
     libqt6widgets6
     qt6-translations-l10n
+    qt6-wayland
 )
 
 # To build it. python3 runs the check of the include table.
