@@ -9,33 +9,37 @@
 namespace platform {
 
 enum class PlaybackState : std::uint8_t {
-  kStopped,     ///< nothing is opened, or Stop was carried out
-  kConnecting,  ///< the address is being opened
-  kBuffering,   ///< opened; waiting for enough data before the sound (goes on)
-  kPlaying,     ///< sound is on its way to the device
-  kPaused,
+  kStopped,       ///< nothing was opened, the opening was given up, or it was stopped or closed
+  kConnecting,    ///< the address is being opened, or is open and not started yet
+  kBuffering,     ///< waits for enough data before the sound goes on
+  kPlaying,       ///< sound is on its way to the device; also while a loss is bridged by what is buffered
+  kPaused,        ///< by the caller
   kReconnecting,  ///< a live stream broke; it is opened again until Stop
-  kNoDevice,      ///< opened, but no sound device takes the sound; it goes on when one does
+  kNoDevice,      ///< no device takes the sound; it goes on when one does
   kEnded,         ///< a file was played to its end
-  kFailed,        ///< opening failed; see `failure`
+  kFailed,        ///< opening failed, or a file broke off for good; stays until the next opening
 };
 
 /// Why opening failed or a connection was lost.
 enum class PlaybackFailure : std::uint8_t {
   kNone,
-  kNoAnswer,  ///< the server was silent, or does not answer at all
-  kUnknownHost,
-  kRefused,     ///< nobody listens on the port
-  kHttpStatus,  ///< see `http_status`
+  kBadAddress,    ///< no address that can be opened at all
+  kUnknownHost,   ///< the name cannot be resolved
+  kNoAnswer,      ///< nothing arrived in time, or the host cannot be reached
+  kRefused,       ///< nobody listens on the port
+  kHungUp,        ///< the connection was closed without an answer
+  kHttpStatus,    ///< see `http_status`
+  kTooManyRedirects,
   kCertificateExpired,
+  kCertificateNotYetValid,
   kCertificateOtherName,
   kCertificateUnknownIssuer,
-  kCertificateOther,
-  kTooManyRedirects,
-  kWebPage,     ///< text or HTML instead of sound
-  kNoDecoder,   ///< see `format` and `package`
-  kNotFound,    ///< no such local file
-  kUnreadable,  ///< the data is damaged or of no known type
+  kNoSecureConnection,  ///< another trouble with TLS
+  kWebPage,             ///< text or HTML instead of sound
+  kNoDecoder,           ///< see `format` and `package`
+  kNotFound,            ///< no such local file
+  kNoAccess,            ///< a local file that cannot be read
+  kUnreadable,          ///< the data is damaged or holds no sound
   kNoSoundDevice,
   kConnectionLost,
   kOther,
@@ -49,17 +53,17 @@ struct PlaybackStatus {
   int http_status = 0;                               ///< with kHttpStatus
   int bit_rate = 0;                                  ///< with kPlaying: bits per second, 0 when not known
   Text codec;    ///< with kPlaying: a short name ("MP3"), empty when not known
-  Text format;   ///< with kNoDecoder: what would have to be decoded
+  Text format;   ///< with kNoDecoder: what would have to be decoded, in the system's words
   Text package;  ///< with kNoDecoder: the Debian package that can, empty when none is known
 
   friend bool operator==(const PlaybackStatus&, const PlaybackStatus&) = default;
 };
 
-/// Called on the user-interface thread; never waits.
+/// Called on the user-interface thread, at any time; never waits.
 class PlaybackMonitor {
  public:
   virtual ~PlaybackMonitor() = default;
-  /// Of the item that was opened last.
+  /// Of the item that was opened last, also when it has been closed since.
   [[nodiscard]] virtual PlaybackStatus Status() const = 0;
 };
 

@@ -11,6 +11,9 @@ namespace platform::gstreamer {
 struct ObjectUnref {
   void operator()(void* object) const { gst_object_unref(object); }
 };
+struct GObjectUnref {
+  void operator()(void* object) const { g_object_unref(object); }
+};
 struct CapsUnref {
   void operator()(GstCaps* caps) const { gst_caps_unref(caps); }
 };
@@ -24,6 +27,9 @@ struct GErrorFree {
   void operator()(GError* error) const { g_error_free(error); }
 };
 
+/// For objects of GLib that are none of GStreamer.
+template <typename Type>
+using GObjectPointer = std::unique_ptr<Type, GObjectUnref>;
 using ElementPointer = std::unique_ptr<GstElement, ObjectUnref>;
 using PadPointer = std::unique_ptr<GstPad, ObjectUnref>;
 using BusPointer = std::unique_ptr<GstBus, ObjectUnref>;

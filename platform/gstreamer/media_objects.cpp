@@ -21,7 +21,7 @@ SourceResolver::SourceResolver(Context& context) : context_(context) {
          if (address == nullptr) return kEPointer;
          const Address resolved = ResolveAddress(*address, context_.native_paths);
          if (resolved.result != kSOk) {
-           context_.latest.Failed(PlaybackFailure::kOther);
+           context_.latest.Failed(PlaybackFailure::kBadAddress);
            return resolved.result;
          }
          return Open({resolved.uri, resolved.local_file, nullptr}, type, out);

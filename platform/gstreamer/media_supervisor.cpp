@@ -65,6 +65,8 @@ void MediaSupervisor::OpenNext() {
   const auto wanted = services_->sound.Get();
   if (wanted.volume) opening_.pipeline->SetVolume(*wanted.volume);
   if (wanted.mute) opening_.pipeline->SetMute(*wanted.mute);
+  // A stream that was heard before is asked again soon enough; nothing is to be explained.
+  if (!ever_opened_) opening_.pipeline->ExplainSilence();
   opening_.pipeline->Preroll();
 }
 

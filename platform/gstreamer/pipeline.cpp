@@ -185,11 +185,34 @@ void Pipeline::OnError(GstMessage* message) {
   event.result = ResultOfError(message, input_.local_file);
   event.output_failed = source != nullptr && (source == GST_OBJECT(sink_) ||
                                               gst_object_has_as_ancestor(source, GST_OBJECT(sink_)) != 0);
+  if (event.output_failed) {
+    event.cause = {PlaybackFailure::kNoSoundDevice};
+    return Notify(event);
+  }
+  const bool from_server = !input_.local_file && !input_.reader;
+  const auto where = from_server ? FailureNotes::Source::kServer : FailureNotes::Source::kLocal;
+  const auto cause = notes_.Explain(*message, where);
+  if (!cause && explains_silence_) return AskWhySilent(event);
+  event.cause = cause.value_or(FailureCause{PlaybackFailure::kConnectionLost});
   Notify(event);
 }
 
+void Pipeline::AskWhySilent(const PipelineEvent& event) {
+  const std::string redirected = notes_.LastAddress();
+  probe_.Start({redirected.empty() ? input_.uri : redirected, settings_.certificate_file},
+               [this, event](PlaybackFailure failure) {
+                 PipelineEvent explained = event;
+                 explained.cause = {failure};
+                 Notify(explained);
+               });
+}
+
 void Pipeline::OnElementMessage(GstMessage* message) {
-  if (GST_MESSAGE_SRC(message) != GST_OBJECT(level_)) return;
+  if (GST_MESSAGE_SRC(message) == GST_OBJECT(level_)) return OnLevelMessage(message);
+  notes_.Hear(*message);
+}
+
+void Pipeline::OnLevelMessage(GstMessage* message) {
   const GstStructure* structure = gst_message_get_structure(message);
   guint64 duration = 0;
   const GValue* peak = gst_structure_get_value(structure, "peak");
@@ -223,6 +246,7 @@ void Pipeline::OnNoMorePads() {
   if (gst_pad_is_linked(input.get())) return;
   PipelineEvent event{PipelineEvent::Kind::kFailed, serial_};
   event.result = kMfEUnsupportedByteStreamType;
+  event.cause = notes_.NoSound();
   Notify(event);
 }
 
@@ -275,6 +299,7 @@ void Pipeline::Preroll() {
   if (gst_element_set_state(pipeline_.get(), GST_STATE_PAUSED) != GST_STATE_CHANGE_FAILURE) return;
   PipelineEvent event{PipelineEvent::Kind::kFailed, serial_};
   event.result = kEFail;
+  event.cause = {PlaybackFailure::kOther};
   Notify(event);
 }
 
@@ -282,7 +307,10 @@ void Pipeline::Play() { gst_element_set_state(pipeline_.get(), GST_STATE_PLAYING
 
 void Pipeline::Pause() { gst_element_set_state(pipeline_.get(), GST_STATE_PAUSED); }
 
-void Pipeline::Stop() { gst_element_set_state(pipeline_.get(), GST_STATE_NULL); }
+void Pipeline::Stop() {
+  gst_element_set_state(pipeline_.get(), GST_STATE_NULL);
+  probe_.Cancel();
+}
 
 void Pipeline::SetRefill(std::int64_t nanoseconds) {
   g_object_set(buffer_, "high-watermark", static_cast<double>(nanoseconds) / static_cast<double>(kBufferTime),

@@ -11,7 +11,9 @@
 #include <string>
 #include <vector>
 
+#include "platform/gstreamer/connection_probe.h"
 #include "platform/gstreamer/failure_cause.h"
+#include "platform/gstreamer/failure_notes.h"
 #include "platform/gstreamer/gst_pointers.h"
 #include "platform/gstreamer/level_history.h"
 #include "platform/gstreamer/sound_output.h"
@@ -77,6 +79,9 @@ class Pipeline {
 
   [[nodiscard]] int Serial() const { return serial_; }
 
+  /// Before Preroll: when the server gives no answer, a second connection finds out why, before kFailed
+  /// comes.
+  void ExplainSilence() { explains_silence_ = true; }
   void Preroll();
   void Play();
   void Pause();
@@ -114,7 +119,9 @@ class Pipeline {
   void Notify(PipelineEvent event);
   void OnMessage(GstMessage* message);
   void OnError(GstMessage* message);
+  void AskWhySilent(const PipelineEvent& event);
   void OnElementMessage(GstMessage* message);
+  void OnLevelMessage(GstMessage* message);
   void OnTagMessage(GstMessage* message);
   void OnPadAdded(GstPad* pad);
   void OnNoMorePads();
@@ -136,6 +143,9 @@ class Pipeline {
   GstElement* volume_ = nullptr;
   GstElement* sink_ = nullptr;
   ElementPointer web_source_;
+  FailureNotes notes_;
+  ConnectionProbe probe_;
+  std::atomic<bool> explains_silence_{false};
   bool heard_ = false;
   LevelHistory levels_;
   std::atomic<bool> station_{false};

@@ -44,6 +44,7 @@ class MediaHttpServer {
   /// Answers `path`; every other path gets 404.
   void On(const std::string& path, Handler handler);
   [[nodiscard]] std::string Url(const std::string& path) const;
+  [[nodiscard]] std::uint16_t Port() const { return static_cast<std::uint16_t>(port_); }
   /// How many requests for `path` arrived.
   [[nodiscard]] int Requests(const std::string& path) const;
   /// How many connections were accepted, asked or not.

@@ -41,12 +41,39 @@ async def main():
 asyncio.run(main())
 )";
 
-void MakeCertificate(const std::string& certificate, const std::string& key) {
-  const RunResult made =
-      RunProgram({"openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1",
-                  "-nodes", "-days", "2", "-subj", "/CN=127.0.0.1", "-addext",
-                  "subjectAltName=IP:127.0.0.1,DNS:localhost", "-keyout", key, "-out", certificate});
-  if (made.exit_code != 0) throw std::runtime_error("openssl made no certificate");
+constexpr const char* kOwnNames = "subjectAltName=IP:127.0.0.1,DNS:localhost";
+constexpr const char* kForeignName = "subjectAltName=DNS:somebody.invalid";
+
+void RunOpenssl(ChildProcess::Arguments arguments) {
+  arguments.insert(arguments.begin(), "openssl");
+  if (RunProgram(arguments).exit_code != 0) throw std::runtime_error("openssl made no certificate");
+}
+
+void MakeKeyAnd(const std::string& kind, const std::string& subject, const std::string& names,
+                const std::string& key, const std::string& out) {
+  ChildProcess::Arguments arguments = {
+      "req",     "-newkey", "ec",    "-pkeyopt", "ec_paramgen_curve:prime256v1",
+      "-nodes",  "-subj",   subject, "-addext",  names,
+      "-keyout", key,       "-out",  out};
+  if (!kind.empty()) arguments.insert(arguments.end(), {kind, "-days", "2"});
+  RunOpenssl(arguments);
+}
+
+/// A certificate of an issuer that is to be trusted; one of -1 days has expired.
+void Issue(const std::filesystem::path& folder, const std::string& names, const std::string& days) {
+  const auto file = [&folder](const char* name) { return (folder / name).string(); };
+  MakeKeyAnd("-x509", "/CN=Testaussteller", "keyUsage=keyCertSign", file("issuer.key"), file("trusted.pem"));
+  MakeKeyAnd("", "/CN=127.0.0.1", names, file("key.pem"), file("request.pem"));
+  RunOpenssl({"x509", "-req", "-in", file("request.pem"), "-CA", file("trusted.pem"), "-CAkey",
+              file("issuer.key"), "-CAcreateserial", "-copy_extensions", "copy", "-days", days, "-out",
+              file("certificate.pem")});
+}
+
+void MakeCertificate(const std::filesystem::path& folder, TlsFront::Certificate certificate) {
+  if (certificate == TlsFront::Certificate::kExpired) return Issue(folder, kOwnNames, "-1");
+  if (certificate == TlsFront::Certificate::kOtherName) return Issue(folder, kForeignName, "2");
+  MakeKeyAnd("-x509", "/CN=127.0.0.1", kOwnNames, folder / "key.pem", folder / "certificate.pem");
+  std::filesystem::copy_file(folder / "certificate.pem", folder / "trusted.pem");
 }
 
 std::uint16_t ReadPort(int output) {
@@ -65,12 +92,12 @@ std::uint16_t ReadPort(int output) {
 
 }  // namespace
 
-TlsFront::TlsFront(std::uint16_t plain_port) {
-  const std::string key = (folder_.Path() / "key.pem").string();
-  MakeCertificate(CertificateFile().string(), key);
+TlsFront::TlsFront(std::uint16_t plain_port, Certificate certificate) {
+  MakeCertificate(folder_.Path(), certificate);
   front_ =
-      ChildProcess({"python3", "-c", kFront, std::to_string(plain_port), CertificateFile().string(), key}, {},
-                   ChildProcess::Output::kPiped);
+      ChildProcess({"python3", "-c", kFront, std::to_string(plain_port),
+                    (folder_.Path() / "certificate.pem").string(), (folder_.Path() / "key.pem").string()},
+                   {}, ChildProcess::Output::kPiped);
   port_ = ReadPort(front_.OutputDescriptor());
 }
 

@@ -1,5 +1,5 @@
 #pragma once
-// TLS with a self-signed certificate in front of a plain server of 127.0.0.1, for tests of https addresses.
+// TLS in front of a plain server of 127.0.0.1, for tests of https addresses and of certificates.
 // Not the server: what it answers is up to the plain one behind it.
 
 #include <cstdint>
@@ -16,14 +16,18 @@ namespace test_support {
 /// throws std::runtime_error without them.
 class TlsFront {
  public:
-  explicit TlsFront(std::uint16_t plain_port);
+  enum class Certificate : std::uint8_t {
+    kSelfSigned,  ///< for 127.0.0.1 and localhost
+    kExpired,     ///< for the same, from an issuer of the test's own
+    kOtherName,   ///< for somebody else, from that issuer
+  };
+  explicit TlsFront(std::uint16_t plain_port, Certificate certificate = Certificate::kSelfSigned);
 
   [[nodiscard]] std::uint16_t Port() const { return port_; }
   /// "https://127.0.0.1:PORT" and the target.
   [[nodiscard]] std::string Url(std::string_view target = "/") const;
-  /// The certificate in PEM form; whoever trusts it may call the server 127.0.0.1 or localhost. Nobody
-  /// trusts it unasked.
-  [[nodiscard]] std::filesystem::path CertificateFile() const { return folder_.Path() / "certificate.pem"; }
+  /// What to trust in PEM form: the self-signed certificate, or the issuer's. Nobody trusts it unasked.
+  [[nodiscard]] std::filesystem::path CertificateFile() const { return folder_.Path() / "trusted.pem"; }
 
  private:
   TempFolder folder_;
