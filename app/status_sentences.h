@@ -10,12 +10,95 @@
 // test checks that the English language file is complete.
 namespace app::sentences {
 
+// What playing does; "%1" is the station's name.
+inline constexpr TextView kResolving = u"Ermittle die Adresse …";
+inline constexpr TextView kConnecting = u"Verbinde mit %1 …";
+inline constexpr TextView kBuffering = u"%1: Puffere %2 %";
+inline constexpr TextView kPlaying = u"%1 läuft.";
+inline constexpr TextView kPlayingCodec = u"%1 – %2";
+inline constexpr TextView kPlayingRate = u"%1 – %2 kbit/s";
+inline constexpr TextView kPlayingCodecAndRate = u"%1 – %2, %3 kbit/s";
+inline constexpr TextView kPaused = u"%1 ist angehalten.";
+inline constexpr TextView kReconnectingIn = u"%1: Verbindung verloren, nächster Versuch in %2 s";
+inline constexpr TextView kReconnecting = u"%1: Verbindung verloren, neuer Versuch …";
+inline constexpr TextView kNoDevice = u"%1 ist nicht zu hören: Es ist kein Audiogerät da.";
+inline constexpr TextView kEnded = u"%1 ist zu Ende.";
 inline constexpr TextView kStopped = u"Gestoppt.";
 inline constexpr TextView kNoAddress = u"Zu „%1“ gibt es keine Adresse.";
 inline constexpr TextView kNoMixer = u"Es ließ sich kein Lautstärkemixer öffnen.";
 inline constexpr TextView kNoDirectory = u"Das Senderverzeichnis ließ sich nicht öffnen: %1";
 inline constexpr TextView kNoRecorder = u"Das Aufnahme-Tool OZRecordFunkhaus ließ sich nicht starten.";
 
-inline constexpr std::array kAll = {kStopped, kNoAddress, kNoMixer, kNoDirectory, kNoRecorder};
+inline constexpr TextView kBadAddress = u"Die Adresse von %1 ist ungültig.";
+inline constexpr TextView kUnknownHost =
+    u"Der Server von %1 ist nicht zu finden. Stimmt die Adresse, und besteht eine Internetverbindung?";
+inline constexpr TextView kNoAnswer = u"Der Server von %1 antwortet nicht.";
+inline constexpr TextView kRefused = u"Der Server von %1 nimmt keine Verbindung an.";
+inline constexpr TextView kHungUp = u"Der Server von %1 hat die Verbindung ohne Antwort beendet.";
+inline constexpr TextView kLoginWanted = u"%1 verlangt eine Anmeldung.";
+inline constexpr TextView kForbidden = u"Der Server von %1 verweigert den Zugang.";
+inline constexpr TextView kUnknownAddress = u"Der Server von %1 kennt diese Adresse nicht.";
+inline constexpr TextView kServerTrouble = u"Der Server von %1 ist gestört (Fehler %2).";
+inline constexpr TextView kHttpStatus = u"Der Server von %1 meldet den Fehler %2.";
+inline constexpr TextView kTooManyRedirects = u"Der Server von %1 leitet immer nur weiter.";
+inline constexpr TextView kCertificateExpired = u"Das Zertifikat von %1 ist abgelaufen.";
+inline constexpr TextView kCertificateNotYetValid =
+    u"Das Zertifikat von %1 gilt noch nicht. Geht die Uhr richtig?";
+inline constexpr TextView kCertificateOtherName = u"Das Zertifikat von %1 gehört zu einem anderen Server.";
+inline constexpr TextView kCertificateUnknownIssuer =
+    u"Das Zertifikat von %1 stammt von einem unbekannten Aussteller.";
+inline constexpr TextView kNoSecureConnection = u"Eine sichere Verbindung zu %1 kommt nicht zustande.";
+inline constexpr TextView kWebPage = u"%1 liefert keinen Ton, sondern Text oder eine Webseite.";
+inline constexpr TextView kNoDecoder = u"Für %1 fehlt ein Decoder: %2.";
+inline constexpr TextView kNoDecoderPackage = u"Für %1 fehlt ein Decoder: %2 (Paket %3).";
+inline constexpr TextView kFileNotFound = u"Die Datei von %1 gibt es nicht.";
+inline constexpr TextView kFileNoAccess = u"Die Datei von %1 lässt sich nicht lesen.";
+inline constexpr TextView kUnreadable = u"Die Daten von %1 sind beschädigt oder kein Ton.";
+inline constexpr TextView kNoSoundDevice = u"%1 kann nicht spielen: Das Audiogerät fehlt oder versagt.";
+inline constexpr TextView kConnectionLost = u"Die Verbindung zu %1 ist abgebrochen.";
+inline constexpr TextView kCannotPlay = u"%1 kann nicht abgespielt werden.";
+
+inline constexpr std::array kAll = {kResolving,
+                                    kConnecting,
+                                    kBuffering,
+                                    kPlaying,
+                                    kPlayingCodec,
+                                    kPlayingRate,
+                                    kPlayingCodecAndRate,
+                                    kPaused,
+                                    kReconnectingIn,
+                                    kReconnecting,
+                                    kNoDevice,
+                                    kEnded,
+                                    kStopped,
+                                    kNoAddress,
+                                    kNoMixer,
+                                    kNoDirectory,
+                                    kNoRecorder,
+                                    kBadAddress,
+                                    kUnknownHost,
+                                    kNoAnswer,
+                                    kRefused,
+                                    kHungUp,
+                                    kLoginWanted,
+                                    kForbidden,
+                                    kUnknownAddress,
+                                    kServerTrouble,
+                                    kHttpStatus,
+                                    kTooManyRedirects,
+                                    kCertificateExpired,
+                                    kCertificateNotYetValid,
+                                    kCertificateOtherName,
+                                    kCertificateUnknownIssuer,
+                                    kNoSecureConnection,
+                                    kWebPage,
+                                    kNoDecoder,
+                                    kNoDecoderPackage,
+                                    kFileNotFound,
+                                    kFileNoAccess,
+                                    kUnreadable,
+                                    kNoSoundDevice,
+                                    kConnectionLost,
+                                    kCannotPlay};
 
 }  // namespace app::sentences

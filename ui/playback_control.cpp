@@ -56,7 +56,7 @@ void PlaybackControl::Command1_Click() {
   if (state_.current_stream_address.empty()) {
     // The box is the same for a station without an address, which is marked all the same.
     if (!state_.current_station_name.empty()) {
-      reports_.notices.Notify(app::sentences::kNoAddress, {state_.current_station_name});
+      reports_.status_line.Notify(app::sentences::kNoAddress, {state_.current_station_name});
     }
     ports_.dialogs.MessageBoxW(u"Bitte zuerst eine Radiostation markieren!", u"",
                                platform::kMbIconInformation);
@@ -83,6 +83,7 @@ PlaybackControl::StartState PlaybackControl::RefreshSelection() {
 PlaybackControl::StartState PlaybackControl::WorkOutAgain() {
   Command6_Click();
   const std::uint64_t run = ++latest_run_;
+  reports_.status_line.Resolving();
   actions_.show_station_details();
   return run == latest_run_ ? StartState::kGoOn : StartState::kEnd;
 }
@@ -95,7 +96,9 @@ void PlaybackControl::PlayStation(bool bStart, const Text& sLink) {
   state_.current_stream_address = sLink;
   has_services_ = false;
   if (bStart) reports_.mark.Opening();
+  reports_.status_line.Starting(state_.current_station_name.empty() ? sLink : state_.current_station_name);
   player->MediaFileFromUrl(state_.current_stream_address);
+  reports_.status_line.Follow();
   if (state_.last_create_result != 0) {
     reports_.mark.GivenUp();
     ports_.dialogs.MessageBoxW(SystemErrorText(state_.last_create_result), u"", platform::kMbIconCritical);
@@ -108,7 +111,7 @@ void PlaybackControl::PlayStation(bool bStart, const Text& sLink) {
   if (run != latest_run_ || actions_.closing()) return;
 
   const std::optional<Text> information = InformationText(*player);
-  if (!information) return;
+  if (!information) return reports_.status_line.NotPlayable();
   ShowPicture(state_.current_station_name);
   parts_.Frame3.SetVisible(true);
   parts_.Label3.SetCaption(*information);
@@ -152,7 +155,7 @@ void PlaybackControl::cPlayer_MediaFileIsReady(bool IsReady) {
   const std::shared_ptr<clsMFPlayer> player = cPlayer;
   const std::int32_t play_state = player->PlayState();
   if (play_state != kStopped && play_state != kInvalid) return;
-  if (!player->PlayMedia()) return;
+  if (!player->PlayMedia()) return reports_.status_line.NotPlayable();
   reports_.mark.Playing();
   parts_.tmPlay.SetEnabled(true);
   parts_.Label1.SetCaption(PositionText(*player) + u" Dauer: " + player->DurationHMS());
@@ -167,11 +170,13 @@ void PlaybackControl::Command6_Click() {
   const std::shared_ptr<clsMFPlayer> player = cPlayer;
   if (!player || player->PlayState() != kRunning) {
     reports_.mark.GivenUp();
+    reports_.status_line.Stopped();
     return;
   }
   parts_.tmPlay.SetEnabled(false);
   player->StopMedia();
   reports_.mark.Stopped();
+  reports_.status_line.Stopped();
   parts_.Frame3.SetVisible(false);
   parts_.Label3.SetCaption(u"");
   parts_.Timer1.SetEnabled(false);
@@ -192,6 +197,7 @@ void PlaybackControl::tmPlay_Timer() {
   parts_.Label1.SetCaption(std::move(caption));
   reports_.mark.Follow();
   if (has_services_) FollowMixer(*player);
+  reports_.status_line.Follow();
 }
 
 void PlaybackControl::FollowMixer(clsMFPlayer& player) {
@@ -241,13 +247,13 @@ void PlaybackControl::ckSavMute_Click() {
 void PlaybackControl::Command7_Click() {
   const bool opened =
       ports_.shell.ShellExecuteW(0, u"open", u"sndvol.exe", u"", u"", platform::kSwShowNormal);
-  if (!opened) reports_.notices.Notify(app::sentences::kNoMixer);
+  if (!opened) reports_.status_line.Notify(app::sentences::kNoMixer);
 }
 
 void PlaybackControl::Command2_Click() {
   const Text address(kStationDirectory);
   const bool opened = ports_.shell.ShellExecuteW(0, u"open", address, u"", u"", platform::kSwShowNormal);
-  if (!opened) reports_.notices.Notify(app::sentences::kNoDirectory, {address});
+  if (!opened) reports_.status_line.Notify(app::sentences::kNoDirectory, {address});
 }
 
 void PlaybackControl::CmdInfoClose_Click() { parts_.Frame3.SetVisible(false); }

@@ -8,7 +8,6 @@
 #include <memory>
 #include <optional>
 
-#include "app/notices.h"
 #include "app/station_picture.h"
 #include "app/window_state.h"
 #include "controls/captioned.h"
@@ -21,6 +20,7 @@
 #include "player/mf_player.h"
 #include "stream/cls_funkhaus.h"
 #include "ui/playing_mark.h"
+#include "ui/status_line.h"
 
 namespace ui {
 
@@ -55,7 +55,7 @@ class PlaybackControl {
 
   /// Where it shows what happens, beside its own controls.
   struct Reports {
-    app::Notices& notices;
+    StatusLine& status_line;
     PlayingMark& mark;
   };
 

@@ -2,8 +2,13 @@
 
 #include <cstddef>
 
+#include "app/status_sentences.h"
+#include "ui/playback_sentence.h"
+
 namespace ui {
 
+using platform::PlaybackState;
+using platform::PlaybackStatus;
 using platform::Text;
 using platform::TextView;
 
@@ -25,11 +30,79 @@ Text Filled(TextView sentence, const std::vector<Text>& arguments) {
   return filled;
 }
 
+/// Nothing follows of itself any more.
+bool IsOver(PlaybackState state) {
+  return state == PlaybackState::kStopped || state == PlaybackState::kEnded ||
+         state == PlaybackState::kFailed;
+}
+
 }  // namespace
 
 void StatusLine::Notify(TextView sentence, const std::vector<Text>& arguments) {
+  noticed_at_ = ports_.clock.WholeSeconds();
+  Say(sentence, arguments);
+}
+
+void StatusLine::Resolving() {
+  phase_ = Phase::kResolving;
+  noticed_at_.reset();
+  Say(app::sentences::kResolving, {});
+}
+
+void StatusLine::Starting(const Text& station) {
+  phase_ = Phase::kFollowing;
+  station_ = station;
+  is_current_ = false;
+  PlaybackStatus status;
+  status.state = PlaybackState::kConnecting;
+  Show(status);
+}
+
+void StatusLine::Follow() {
+  if (phase_ != Phase::kFollowing) return;
+  const PlaybackStatus status = ports_.monitor.Status();
+  if (!NoticeStays(status)) Show(status);
+}
+
+void StatusLine::Stopped() {
+  if (phase_ == Phase::kIdle) return;
+  PlaybackStatus status = phase_ == Phase::kFollowing ? ports_.monitor.Status() : PlaybackStatus{};
+  if (status.state == PlaybackState::kPaused) return Follow();
+  if (!IsOver(status.state)) status = {};
+  Show(status);
+}
+
+void StatusLine::NotPlayable() {
+  Follow();
+  if (phase_ != Phase::kFollowing) return;
+  phase_ = Phase::kIdle;
+  noticed_at_.reset();
+  Say(app::sentences::kCannotPlay, {station_});
+}
+
+void StatusLine::Show(const PlaybackStatus& status) {
+  if (IsOver(status.state)) phase_ = Phase::kIdle;
+  noticed_at_.reset();
+  if (is_current_ && status == shown_) return;
+  const Sentence sentence = SentenceOf(status, station_);
+  Say(sentence.text, sentence.arguments);
+  shown_ = status;
+  is_current_ = true;
+}
+
+void StatusLine::Say(TextView sentence, const std::vector<Text>& arguments) {
+  is_current_ = false;
   const Text key(sentence);
   label_.SetCaption(Filled(language_.GetLangText(key, key), arguments));
+}
+
+bool StatusLine::NoticeStays(const PlaybackStatus& status) const {
+  if (!noticed_at_) return false;
+  if (status.state == shown_.state) return true;
+  if (status.state == PlaybackState::kFailed) return false;
+  const std::int64_t age = ports_.clock.WholeSeconds() - *noticed_at_;
+  // A clock that was set back must not keep the notice for hours.
+  return age >= 0 && age < kReadableSeconds;
 }
 
 }  // namespace ui

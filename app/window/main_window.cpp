@@ -19,8 +19,8 @@ MainWindow::MainWindow(Platform platform, std::function<void(catalogue::Form2&)>
       show_modal_(std::move(show_modal)),
       ini_(settings_, platform.profile, platform.files, platform.environment),
       language_(settings_, ini_, platform.profile, platform.files, platform.environment),
-      status_line_(form1_.StatusLine, language_),
-      playing_mark_(Lists(), [this] { return PlaybackState(); }),
+      status_line_(form1_.StatusLine, language_, {platform.playback_monitor, platform.clock}),
+      playing_mark_(Lists(), [&monitor = platform.playback_monitor] { return monitor.Status().state; }),
       picture_(platform.environment, platform.files, platform.icons),
       layout_(form1_),
       icons_({platform.icons, platform.files, platform.conversion, platform.dialogs}, Lists()),
@@ -68,17 +68,6 @@ MainWindow::~MainWindow() { icons_.Destroy(); }
 
 std::function<bool()> MainWindow::Closing() {
   return [this] { return form1_.form.Closing(); };
-}
-
-platform::PlaybackState MainWindow::PlaybackState() const {
-  switch (cPlayer ? cPlayer->PlayState() : player::kPlayStateInvalid) {
-    case player::kPlayStateRunning:
-      return platform::PlaybackState::kPlaying;
-    case player::kPlayStatePaused:
-      return platform::PlaybackState::kPaused;
-    default:
-      return platform::PlaybackState::kStopped;
-  }
 }
 
 void MainWindow::Load() {

@@ -102,7 +102,6 @@ class MainWindow {
   void ShowNewStationDialog();
   [[nodiscard]] controls::ListPair Lists() { return {form1_.SymbolListview, form1_.ExplorerListFilter}; }
   [[nodiscard]] std::function<bool()> Closing();
-  [[nodiscard]] platform::PlaybackState PlaybackState() const;
 
   Platform platform_;
   std::function<void(catalogue::Form2&)> show_modal_;

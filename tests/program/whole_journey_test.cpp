@@ -132,6 +132,7 @@ void WholeJourney::SelectsAStationAndSeesItsTitle() {
 void WholeJourney::PlaysItAndSeesThePositionAndTheBars() {
   Form().Command1.Click();
   EXPECT_TRUE(HearAbout(kFullVolume));
+  EXPECT_TRUE(WaitFor([this] { return Form().StatusLine.Caption() == u"Radio Lichtung – MP3, 128 kbit/s"; }));
   EXPECT_TRUE(WaitFor([this] { return Form().Label1.Caption().starts_with(u"Pos: 00:00:0"); }));
   const Text position = Form().Label1.Caption();
   EXPECT_TRUE(WaitFor([&] { return Form().Label1.Caption() > position; })) << "the position counts";

@@ -9,6 +9,8 @@ using controls::RowMark;
 
 class PlayingMarkWindowTest : public PlaybackControlTest {
  protected:
+  PlayingMarkWindowTest() { playback_monitor.status.state = platform::PlaybackState::kPlaying; }
+
   /// The names of the marked rows, with "?" behind one that waits.
   static std::vector<Text> Marked(const ListView& list) {
     std::vector<Text> names;
@@ -53,6 +55,7 @@ TEST_F(PlayingMarkWindowTest, PlayingThatPausesWaits) {
   StartAndPlay();
   Tick();
   media.play_state = player::kPlayStatePaused;
+  playback_monitor.status.state = platform::PlaybackState::kPaused;
   Tick();
   EXPECT_EQ(InFullList(), Rows{u"A?"});
   Form().Command6.Click();

@@ -1,0 +1,20 @@
+#pragma once
+// The sentence for how playing stands, and its arguments. Not when it is shown (ui/status_line.h).
+
+#include <vector>
+
+#include "app/text.h"
+#include "platform/playback_monitor.h"
+
+namespace ui {
+
+/// One of app/status_sentences.h, in German, with its arguments.
+struct Sentence {
+  app::TextView text;
+  std::vector<app::Text> arguments;
+};
+
+/// `station` is the name of what was started.
+[[nodiscard]] Sentence SentenceOf(const platform::PlaybackStatus& status, const app::Text& station);
+
+}  // namespace ui
