@@ -55,7 +55,8 @@ class PrivateProfile {
   /// A system whose operations write at once may leave both empty.
   virtual void BeginWriteGroup() = 0;
 
-  /// Ends the group. False when a touched file could not be replaced; that file is what it was before.
+  /// Ends the group. False when one of its changes was refused, and then nothing of the group is written, or
+  /// when a touched file could not be replaced; that file is what it was before.
   virtual bool EndWriteGroup() = 0;
 };
 

@@ -84,6 +84,12 @@ bool IniFile::Collect(IniEdit edit) {
   return false;
 }
 
+void IniFile::Abandon() {
+  if (edits_.empty()) return;
+  edits_.clear();
+  Forget();
+}
+
 bool IniFile::Apply(const IniEdit& edit) {
   IniChange change = IniChange::kNone;
   if (edit.inserted) {

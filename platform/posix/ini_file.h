@@ -34,6 +34,9 @@ class IniFile {
   /// Makes a change in memory and remembers it for Write. False when the file cannot say so.
   bool Collect(IniEdit edit);
 
+  /// Forgets the collected changes.
+  void Abandon();
+
   [[nodiscard]] bool HasCollected() const { return !edits_.empty(); }
 
   /// Brings the collected changes to the disk, on top of what other programs wrote meanwhile. False when

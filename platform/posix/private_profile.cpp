@@ -76,6 +76,13 @@ std::optional<ProfileSection> IniPrivateProfile::CopySection(const Text& section
 }
 
 bool IniPrivateProfile::Change(IniEdit edit, const Text& path) {
+  const bool collected = Collect(std::move(edit), path);
+  if (!collected && open_groups_ > 0) group_refused_ = true;
+  return collected;
+}
+
+/// Outside a group the change is written at once.
+bool IniPrivateProfile::Collect(IniEdit edit, const Text& path) {
   try {
     IniFile* const file = FileToWrite(path);
     if (file == nullptr || !file->Collect(std::move(edit))) return false;
@@ -123,7 +130,10 @@ void IniPrivateProfile::BeginWriteGroup() { ++open_groups_; }
 bool IniPrivateProfile::EndWriteGroup() {
   if (open_groups_ == 0) return true;
   --open_groups_;
-  return open_groups_ > 0 || WriteCollected();
+  if (open_groups_ > 0) return true;
+  if (!std::exchange(group_refused_, false)) return WriteCollected();
+  for (auto& [path, file] : files_) file.Abandon();
+  return false;
 }
 
 bool IniPrivateProfile::WriteCollected() {

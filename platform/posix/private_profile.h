@@ -35,6 +35,7 @@ class IniPrivateProfile final : public PrivateProfile {
   [[nodiscard]] IniFile* FileToWrite(const Text& path);
   [[nodiscard]] IniFile* FileOf(const std::string& native);
   bool Change(IniEdit edit, const Text& path);
+  bool Collect(IniEdit edit, const Text& path);
   bool WriteCollected();
   std::optional<Text> Value(const Text& section, const Text& key, const Text& path);
   std::string JoinedNames(const Text& path);
@@ -43,6 +44,7 @@ class IniPrivateProfile final : public PrivateProfile {
   TextConversion& conversion_;
   std::map<std::string, IniFile> files_;
   int open_groups_ = 0;
+  bool group_refused_ = false;  ///< a change of the open group was refused
 };
 
 }  // namespace platform::posix

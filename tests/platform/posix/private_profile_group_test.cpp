@@ -76,6 +76,28 @@ TEST_F(PrivateProfileGroup, OneFileThatCannotBeReplacedDoesNotKeepTheOtherFromIt
   EXPECT_EQ(Bytes(), "[a]\r\nk=2\r\n");
 }
 
+TEST_F(PrivateProfileGroup, NothingOfAGroupIsWrittenWhenOneOfItsChangesWasRefused) {
+  Given("[a]\r\nk=1\r\n");
+  const auto refused = {std::pair(Text(u"k=l"), Path()), std::pair(Text(u"k"), Text())};
+  for (const auto& [key, path] : refused) {
+    WriteGroup group(profile);
+    EXPECT_TRUE(Write(u"a", u"k", u"2"));
+    EXPECT_FALSE(profile.WritePrivateProfileStringW(u"a", key, u"3", path));
+    EXPECT_TRUE(Write(u"b", u"k", u"4"));
+    EXPECT_FALSE(group.End());
+    EXPECT_EQ(Bytes(), "[a]\r\nk=1\r\n");
+    EXPECT_EQ(Read(u"a", u"k"), u"1");
+  }
+  WriteGroup group(profile);
+  EXPECT_TRUE(Write(u"a", u"k", u"2"));
+  EXPECT_TRUE(group.End()) << "the next group knows nothing of it";
+  EXPECT_EQ(Bytes(), "[a]\r\nk=2\r\n");
+  EXPECT_FALSE(Write(u"a", u"k=l", u"3")) << "outside a group a refused change stands for itself";
+  WriteGroup after(profile);
+  EXPECT_TRUE(Write(u"a", u"k", u"3"));
+  EXPECT_TRUE(after.End());
+}
+
 TEST_F(PrivateProfileGroup, AFailedGroupIsForgotten) {
   std::filesystem::create_directory(folder.Path() / "test.ini");
   {
