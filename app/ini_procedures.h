@@ -49,6 +49,9 @@ class IniProcedures {
   bool DeleteStationSection(const Text& Section, const Text& FileName = {},
                             UseFamilyFolder folder = UseFamilyFolder::kNo) const;
 
+  /// The path of the station file, as the procedures use it.
+  [[nodiscard]] Text StationFile() const;
+
   // A section of the station file as a whole.
 
   /// The section with all its lines; nothing when there is none.
@@ -59,7 +62,6 @@ class IniProcedures {
 
  private:
   [[nodiscard]] Text FamilyPathOrStationFile(const Text& file_name) const;
-  [[nodiscard]] Text StationFile() const;
   [[nodiscard]] Text ReadPath(const Text& file_name, UseFamilyFolder folder) const;
   [[nodiscard]] Text WritePath(const Text& own_file, const Text& file_name, UseFamilyFolder folder) const;
 

@@ -58,6 +58,8 @@ inline constexpr TextView kNoSoundDevice = u"%1 kann nicht spielen: Das Audioger
 inline constexpr TextView kConnectionLost = u"Die Verbindung zu %1 ist abgebrochen.";
 inline constexpr TextView kCannotPlay = u"%1 kann nicht abgespielt werden.";
 
+inline constexpr TextView kNotWritten = u"Nicht gespeichert: %1 konnte nicht geschrieben werden.";  // path
+
 inline constexpr std::array kAll = {kResolving,
                                     kConnecting,
                                     kBuffering,
@@ -99,6 +101,7 @@ inline constexpr std::array kAll = {kResolving,
                                     kUnreadable,
                                     kNoSoundDevice,
                                     kConnectionLost,
-                                    kCannotPlay};
+                                    kCannotPlay,
+                                    kNotWritten};
 
 }  // namespace app::sentences

@@ -97,6 +97,15 @@ std::optional<Text> GetFileFromPath(TextView Pfadname) {
   return Text(backslash == TextView::npos ? Pfadname : Pfadname.substr(backslash + 1));
 }
 
+Text ReadablePath(Text path) {
+  const auto first = path.find_first_of(u"\\/");
+  if (first == Text::npos) return path;
+  const char16_t separator = path[first];
+  std::replace_if(
+      path.begin(), path.end(), [](char16_t unit) { return unit == u'\\' || unit == u'/'; }, separator);
+  return path;
+}
+
 Text AddBackslash(Text path) {
   if (!path.ends_with(u'\\')) path.push_back(u'\\');
   return path;

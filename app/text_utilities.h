@@ -47,6 +47,9 @@ inline constexpr std::size_t kLongestPath = 32767;
 /// kLongestPath: the step has failed.
 [[nodiscard]] std::optional<Text> GetFileFromPath(TextView Pfadname);
 
+/// `path` as the user is to read it: every separator is that which comes first.
+[[nodiscard]] Text ReadablePath(Text path);
+
 /// `path` with "\" appended unless that is its last character already; an empty path becomes "\".
 [[nodiscard]] Text AddBackslash(Text path);
 

@@ -100,7 +100,6 @@ void StationEditor::CommandButton1_Click() {
     return;
   }
   writer_.WriteFullList();
-  settings_.CatalogueChanged = false;
   dialogs_.MessageBoxW(u"Änderungen gespeichert!", u"", platform::kMbIconInformation);
 }
 
@@ -110,7 +109,6 @@ void StationEditor::SaveUnsavedRows() {
   // the file only, and an entry number of a new entry is in no column. Unsaved rows survive the loading.
   store_.LoadStations(u"");
   writer_.WriteFullList();
-  settings_.CatalogueChanged = false;
 }
 
 void StationEditor::CommandButton2_Click() {

@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "app/numbers.h"
+#include "app/status_sentences.h"
+#include "app/text_utilities.h"
 #include "catalogue/station_keys.h"
 
 namespace catalogue {
@@ -20,16 +22,25 @@ bool NamesAnEntry(const Text& number) { return app::ToNumber(number).value_or(0)
 }  // namespace
 
 StationWriter::StationWriter(platform::PrivateProfile& profile, app::IniProcedures& ini,
-                             const StationIcons& icons, controls::ListPair lists, UnsavedRows& unsaved)
-    : profile_(profile), ini_(ini), icons_(icons), lists_(lists), unsaved_(unsaved) {}
+                             app::Settings& settings, app::Notices& notices, const StationIcons& icons,
+                             controls::ListPair lists, UnsavedRows& unsaved)
+    : profile_(profile),
+      ini_(ini),
+      settings_(settings),
+      notices_(notices),
+      icons_(icons),
+      lists_(lists),
+      unsaved_(unsaved) {}
 
 void StationWriter::WriteCell(ListView& list, RowId row, app::StationCell cell, const Text& value) {
   const Text name = list.Cell(row, app::kNameCell);
   list.SetCell(row, cell, value);
   const auto was =
       ini_.CopyStationSection(name) ? UnsavedRows::SectionWas::kThere : UnsavedRows::SectionWas::kMissing;
-  if (!ini_.WriteStationIni(name, KeyOf(cell), value)) return;
-  if (IsFull(list)) {
+  if (!ini_.WriteStationIni(name, KeyOf(cell), value)) {
+    ReportUnsaved();
+    KeepCell(list, row, cell);
+  } else if (IsFull(list)) {
     unsaved_.CellWritten(row, cell, was);
   } else {
     unsaved_.CellWrittenInView(name, cell, value);
@@ -39,54 +50,61 @@ void StationWriter::WriteCell(ListView& list, RowId row, app::StationCell cell, 
 void StationWriter::AddStation(ListView& list, const Station& station) {
   ListRow row;
   row.icon = icons_.IconOf(station.name);
-  row.cells[app::kNameCell] = station.name;
-  row.cells[app::kGenreCell] = station.genre;
-  row.cells[app::kLinkCell] = station.link;
-  row.cells[app::kFavouriteCell] = station.favourite;
-
+  row.cells = {station.name, station.genre, station.link, station.favourite, u"", u""};
   platform::WriteGroup group(profile_);
   const RowId added = list.AddRow(std::move(row));
   WriteCommonKeys(station);
   ini_.WriteStationIni(station.name, KeyOf(app::kM3uNumberCell), station.number);
-  if (group.End()) unsaved_.StationWritten(station.name, IsFull(list) ? added : RowId::kNone);
+  if (group.End()) return unsaved_.StationWritten(station.name, IsFull(list) ? added : RowId::kNone);
+  ReportUnsaved();
+  SetCells(list, added, station, Number::kShown);
+  if (!IsFull(list)) lists_.full.AddRow(CopyOf(list, added));
 }
 
 void StationWriter::UpdateStation(ListView& list, RowId row, const Station& station) {
   const Text old_name = list.Cell(row, app::kNameCell);
   platform::WriteGroup group(profile_);
   ini_.DeleteStationSection(old_name);
-  list.SetCell(row, app::kNameCell, station.name);
-  list.SetCell(row, app::kGenreCell, station.genre);
-  list.SetCell(row, app::kLinkCell, station.link);
-  list.SetCell(row, app::kFavouriteCell, station.favourite);
+  if (IsFull(list)) DeleteSections(unsaved_.LeftSections(row));
+  SetCells(list, row, station, Number::kNotShown);
   WriteCommonKeys(station);
   if (NamesAnEntry(station.number)) {
     ini_.WriteStationIni(station.name, KeyOf(app::kM3uNumberCell), station.number);
   }
-  if (!group.End()) return;
-  if (IsFull(list)) {
-    if (!unsaved_.AreOneSection(old_name, station.name)) unsaved_.StationDeleted(old_name, row);
-    unsaved_.StationWritten(station.name, row);
-  } else {
+  if (!group.End()) {
+    ReportUnsaved();
+    return KeepStation(list, row, old_name, station);
+  }
+  if (!IsFull(list)) {
     unsaved_.StationDeletedInView(old_name);
     unsaved_.StationWritten(station.name, RowId::kNone);
+    return;
   }
+  const bool renamed = !unsaved_.AreOneSection(old_name, station.name);
+  if (renamed && unsaved_.StationDeleted(old_name, row)) settings_.CatalogueChanged = true;
+  unsaved_.StationWritten(station.name, row);
 }
 
 void StationWriter::DeleteStation(ListView& list, RowId row) {
   const Text name = list.Cell(row, app::kNameCell);
-  const bool deleted = ini_.DeleteStationSection(name);
+  platform::WriteGroup group(profile_);
+  ini_.DeleteStationSection(name);
+  if (IsFull(list)) DeleteSections(unsaved_.LeftSections(row));
+  const bool deleted = group.End();
+  if (!deleted) {
+    if (IsFull(list)) unsaved_.StationNotDeleted(row);
+    ReportFailure();
+  }
   list.RemoveRow(row);
   if (!deleted) return;
-  if (IsFull(list)) {
-    unsaved_.StationDeleted(name, row);
-  } else {
-    unsaved_.StationDeletedInView(name);
-  }
+  if (!IsFull(list)) return unsaved_.StationDeletedInView(name);
+  if (unsaved_.StationDeleted(name, row)) settings_.CatalogueChanged = true;
+  unsaved_.Remove(row);
 }
 
 void StationWriter::WriteFullList() {
   platform::WriteGroup group(profile_);
+  for (const ListRow& row : lists_.full.Rows()) DeleteSections(unsaved_.LeftSections(row.id));
   for (const ListRow& row : lists_.full.Rows()) {
     for (const auto& [cell, key] : kCellKeys) {
       const Text& value = row.cells[cell];
@@ -94,7 +112,10 @@ void StationWriter::WriteFullList() {
       ini_.WriteStationIni(row.cells[app::kNameCell], key, is_no_entry ? Text() : value);
     }
   }
-  if (group.End()) unsaved_.ListWritten();
+  const bool written = group.End();
+  settings_.CatalogueChanged = !written;
+  if (!written) return ReportFailure();
+  unsaved_.ListWritten();
 }
 
 void StationWriter::WriteCommonKeys(const Station& station) {
@@ -102,6 +123,65 @@ void StationWriter::WriteCommonKeys(const Station& station) {
   ini_.WriteStationIni(station.name, KeyOf(app::kLinkCell), station.link);
   ini_.WriteStationIni(station.name, KeyOf(app::kGenreCell), station.genre);
   ini_.WriteStationIni(station.name, KeyOf(app::kFavouriteCell), station.favourite);
+}
+
+/// A row shows its number only after it was read from the file, or when there is no other place for it.
+void StationWriter::SetCells(ListView& list, RowId row, const Station& station, Number number) {
+  list.SetCell(row, app::kNameCell, station.name);
+  list.SetCell(row, app::kGenreCell, station.genre);
+  list.SetCell(row, app::kLinkCell, station.link);
+  list.SetCell(row, app::kFavouriteCell, station.favourite);
+  if (number == Number::kNotShown) return;
+  list.SetCell(row, app::kM3uNumberCell, NamesAnEntry(station.number) ? station.number : Text());
+}
+
+void StationWriter::DeleteSections(const std::vector<Text>& names) {
+  for (const Text& name : names) ini_.DeleteStationSection(name);
+}
+
+/// One cell of a row could not be written.
+void StationWriter::KeepCell(const ListView& list, RowId row, app::StationCell cell) {
+  const RowId kept = IsFull(list) ? row : CarryOver(list, row, list.Cell(row, app::kNameCell));
+  if (kept == RowId::kNone) return;
+  lists_.full.SetCell(kept, cell, list.Cell(row, cell));
+  unsaved_.CellNotWritten(kept, cell);
+}
+
+/// A station that has a section could not be written anew.
+void StationWriter::KeepStation(ListView& list, RowId row, const Text& old_name, const Station& station) {
+  SetCells(list, row, station, Number::kShown);
+  const RowId kept = IsFull(list) ? row : CarryOver(list, row, old_name);
+  if (kept == RowId::kNone) {
+    lists_.full.AddRow(CopyOf(list, row));
+    return;
+  }
+  SetCells(lists_.full, kept, station, Number::kShown);
+  unsaved_.StationNotWritten(kept, old_name);
+}
+
+/// The row of the full list that stands for a filter view's station of that name: made, if the list was
+/// emptied, kNone when the file holds no such station.
+RowId StationWriter::CarryOver(const ListView& view, RowId row, const Text& name) {
+  const RowId known = unsaved_.RowOf(name);
+  if (known != RowId::kNone || !ini_.CopyStationSection(name)) return known;
+  const RowId added = lists_.full.AddRow(CopyOf(view, row));
+  unsaved_.Remove(added);
+  return added;
+}
+
+ListRow StationWriter::CopyOf(const ListView& list, RowId row) {
+  const auto index = list.IndexOf(row);
+  return index ? list.Rows()[*index] : ListRow();
+}
+
+void StationWriter::ReportFailure() {
+  notices_.Notify(app::sentences::kNotWritten, {app::ReadablePath(ini_.StationFile())});
+}
+
+/// A change is in no file yet.
+void StationWriter::ReportUnsaved() {
+  ReportFailure();
+  settings_.CatalogueChanged = true;
 }
 
 }  // namespace catalogue

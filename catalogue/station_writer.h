@@ -3,7 +3,11 @@
 // Not when to write, which the buttons' features decide (catalogue/station_editor.h,
 // catalogue/station_views.h).
 
+#include <vector>
+
 #include "app/ini_procedures.h"
+#include "app/notices.h"
+#include "app/settings.h"
 #include "app/station_row.h"
 #include "catalogue/station_icons.h"
 #include "catalogue/unsaved_rows.h"
@@ -12,11 +16,14 @@
 
 namespace catalogue {
 
-/// Each operation is one replacement of the file. A step that fails is skipped, the next one runs.
+/// Each operation is one replacement of the file. When it fails, the lists change all the same, a notice says
+/// so, and what the file lacks now is an unsaved change: it stands in the full list, as unsaved rows do, also
+/// when a filter view was edited.
 class StationWriter {
  public:
-  StationWriter(platform::PrivateProfile& profile, app::IniProcedures& ini, const StationIcons& icons,
-                controls::ListPair lists, UnsavedRows& unsaved);
+  StationWriter(platform::PrivateProfile& profile, app::IniProcedures& ini, app::Settings& settings,
+                app::Notices& notices, const StationIcons& icons, controls::ListPair lists,
+                UnsavedRows& unsaved);
 
   /// What the editor's fields say of a station.
   struct Station {
@@ -41,15 +48,29 @@ class StationWriter {
   /// Deletes the section of the row's name and removes the row.
   void DeleteStation(controls::ListView& list, controls::RowId row);
 
-  /// Writes every row of the full list, in list order; of equal names the later one's values win.
+  /// Writes every row of the full list, in list order; of equal names the later one's values win. The
+  /// catalogue counts as changed afterwards exactly when that failed.
   void WriteFullList();
 
  private:
   void WriteCommonKeys(const Station& station);
+  enum class Number { kShown, kNotShown };
+  static void SetCells(controls::ListView& list, controls::RowId row, const Station& station, Number number);
+  void DeleteSections(const std::vector<platform::Text>& names);
+  void KeepCell(const controls::ListView& list, controls::RowId row, app::StationCell cell);
+  void KeepStation(controls::ListView& list, controls::RowId row, const platform::Text& old_name,
+                   const Station& station);
+  [[nodiscard]] controls::RowId CarryOver(const controls::ListView& view, controls::RowId row,
+                                          const platform::Text& name);
+  [[nodiscard]] static controls::ListRow CopyOf(const controls::ListView& list, controls::RowId row);
+  void ReportUnsaved();
+  void ReportFailure();
   [[nodiscard]] bool IsFull(const controls::ListView& list) const { return &list == &lists_.full; }
 
   platform::PrivateProfile& profile_;
   app::IniProcedures& ini_;
+  app::Settings& settings_;
+  app::Notices& notices_;
   const StationIcons& icons_;
   controls::ListPair lists_;
   UnsavedRows& unsaved_;

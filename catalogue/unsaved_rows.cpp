@@ -41,6 +41,22 @@ PartInFile UnsavedRows::PartOf(RowId row) const {
   return found == parts_.end() ? PartInFile() : found->second;
 }
 
+RowId UnsavedRows::RowOf(const Text& name) const {
+  const Text stored = Stored(name);
+  for (const ListRow& row : full_.Rows()) {
+    const auto part = parts_.find(row.id);
+    const bool is_its = part == parts_.end() ? IsNamed(row.id, stored) : Owns(part->second, stored);
+    if (is_its) return row.id;
+  }
+  return RowId::kNone;
+}
+
+std::vector<Text> UnsavedRows::LeftSections(RowId row) const {
+  std::vector<Text> sections = PartOf(row).sections;
+  std::erase_if(sections, [&](const Text& section) { return IsNamed(row, Stored(section)); });
+  return sections;
+}
+
 std::vector<UnsavedRow> UnsavedRows::All() const {
   std::vector<UnsavedRow> rows;
   for (const ListRow& row : full_.Rows()) {
@@ -68,10 +84,7 @@ void UnsavedRows::Clear() {
 }
 
 void UnsavedRows::ListIsEmptied() {
-  for (const ListRow& row : full_.Rows()) {
-    const PartInFile part = PartOf(row.id);
-    if (!part.sections.empty()) waiting_.push_back({row, part});
-  }
+  for (const ListRow& row : full_.Rows()) StationNotDeleted(row.id);
 }
 
 void UnsavedRows::CellWritten(RowId row, app::StationCell cell, SectionWas was) {
@@ -93,6 +106,16 @@ void UnsavedRows::CellWrittenInView(const Text& name, app::StationCell cell, con
   for (UnsavedRow& unsaved : waiting_) {
     if (Owns(unsaved.part, stored)) unsaved.row.cells[cell] = value;
   }
+}
+
+void UnsavedRows::CellNotWritten(RowId row, app::StationCell cell) {
+  if (!Contains(row)) Mark(row, WholeStation(full_.Cell(row, app::kNameCell)));
+  parts_[row].cells.erase(cell);
+}
+
+void UnsavedRows::StationNotWritten(RowId row, const Text& old_name) {
+  if (!Contains(row)) Mark(row, WholeStation(old_name));
+  parts_[row].cells.clear();
 }
 
 void UnsavedRows::StationWritten(const Text& name, RowId row) {
@@ -139,6 +162,12 @@ bool UnsavedRows::StationDeleted(const Text& name, RowId row) {
     any = true;
   }
   return any;
+}
+
+void UnsavedRows::StationNotDeleted(RowId row) {
+  const auto index = full_.IndexOf(row);
+  const PartInFile part = PartOf(row);
+  if (index && !part.sections.empty()) waiting_.push_back({full_.Rows()[*index], part});
 }
 
 void UnsavedRows::StationDeletedInView(const Text& name) {

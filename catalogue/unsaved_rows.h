@@ -40,6 +40,12 @@ class UnsavedRows {
   UnsavedRows(controls::ListView& full, platform::TextConversion& conversion);
 
   [[nodiscard]] bool Contains(controls::RowId row) const { return parts_.contains(row); }
+  /// The row for which a section of that name stands in the file: a saved one, or one whose own it is; kNone
+  /// when the full list has none.
+  [[nodiscard]] controls::RowId RowOf(const platform::Text& name) const;
+  /// The sections that are the row's own under an earlier name: it was renamed, and the file could not be
+  /// written.
+  [[nodiscard]] std::vector<platform::Text> LeftSections(controls::RowId row) const;
   /// What the file holds of an unsaved row; nothing of any other row.
   [[nodiscard]] PartInFile PartOf(controls::RowId row) const;
   /// The unsaved rows with all their cells in the order of the list, then those that are in no list but come
@@ -65,6 +71,8 @@ class UnsavedRows {
   enum class SectionWas { kThere, kMissing };
   /// One cell of a row was written to the file; `was` tells what its section was before.
   void CellWritten(controls::RowId row, app::StationCell cell, SectionWas was);
+  /// One cell of a row could not be written, so that it is newer than the file from here on.
+  void CellNotWritten(controls::RowId row, app::StationCell cell);
   /// A filter view wrote one cell of the station of that name: the row for whose sake its section exists
   /// takes the value.
   void CellWrittenInView(const platform::Text& name, app::StationCell cell, const platform::Text& value);
@@ -72,12 +80,17 @@ class UnsavedRows {
   /// The file holds a whole station of that name now, written for `row`, or for a filter view (kNone). A row
   /// whose name the file cannot list stays unsaved.
   void StationWritten(const platform::Text& name, controls::RowId row);
+  /// A whole row could not be written. What the file holds of it still bears the row's old name.
+  void StationNotWritten(controls::RowId row, const platform::Text& old_name);
   /// The file holds every row of the full list.
   void ListWritten();
 
   /// The section of that name was deleted for a row of the full list, which is gone or has another name now.
   /// Saved rows of the same name become unsaved. True when there were any.
   bool StationDeleted(const platform::Text& name, controls::RowId row);
+  /// The section could not be deleted, and the row is about to leave the full list: it comes back with the
+  /// next loading, as saved rows do.
+  void StationNotDeleted(controls::RowId row);
   /// A filter view deleted the section of that name.
   void StationDeletedInView(const platform::Text& name);
 

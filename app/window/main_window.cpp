@@ -29,7 +29,7 @@ MainWindow::MainWindow(Platform platform, std::function<void(catalogue::Form2&)>
       unsaved_rows_(form1_.SymbolListview, platform.conversion),
       store_({platform.profile, platform.conversion}, ini_, settings_, icons_, state_, Lists(), unsaved_rows_,
              [this](controls::ListView& list) { station_lists_.SortAgain(list); }),
-      writer_(platform.profile, ini_, icons_, Lists(), unsaved_rows_),
+      writer_(platform.profile, ini_, settings_, status_line_, icons_, Lists(), unsaved_rows_),
       views_({form1_.Check1, form1_.Check2, form1_.Check3, form1_.Combo1, form1_.Frame2,
               form1_.CommandButton1, form1_.CommandButton2, Lists()},
              store_, station_lists_, writer_, state_, platform.dialogs),

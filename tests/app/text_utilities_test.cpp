@@ -196,6 +196,13 @@ TEST_F(TextUtilitiesTest, PathsOfMoreThan32767CharactersAreAFailedStep) {
   EXPECT_EQ(GetFileFromPath(longest + u"c"), std::nullopt);
 }
 
+TEST_F(TextUtilitiesTest, ReadablePathHasOneKindOfSeparator) {
+  EXPECT_EQ(ReadablePath(u"/home/u/.config\\Radio\\a.ini"), u"/home/u/.config/Radio/a.ini");
+  EXPECT_EQ(ReadablePath(u"C:\\Radio/a.ini"), u"C:\\Radio\\a.ini");
+  EXPECT_EQ(ReadablePath(u"a.ini"), u"a.ini");
+  EXPECT_EQ(ReadablePath(u""), u"");
+}
+
 TEST_F(TextUtilitiesTest, AddBackslashAppendsOneUnlessItIsThere) {
   EXPECT_EQ(AddBackslash(u"C:\\Radio"), u"C:\\Radio\\");
   EXPECT_EQ(AddBackslash(u"C:\\Radio\\"), u"C:\\Radio\\");

@@ -18,6 +18,7 @@
 #include "catalogue/station_views.h"
 #include "platform/icu/string_order.h"
 #include "platform/icu/text_conversion.h"
+#include "tests/support/fake_notices.h"
 #include "tests/support/fakes.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/memory_profile.h"
@@ -77,6 +78,7 @@ class CatalogueTest : public ::testing::Test {
   test_support::FakeEnvironment environment;
   test_support::FakeIcons icon_port;
   test_support::FakeDialogs dialogs;
+  test_support::FakeNotices notices;
   platform::icu::IcuTextConversion conversion;
   platform::icu::IcuStringOrder order;
 
@@ -107,7 +109,7 @@ class CatalogueTest : public ::testing::Test {
       {profile, conversion}, ini, settings, icons, state, lists, unsaved, [this](controls::ListView& list) {
         station_lists.SortAgain(list);
       }};
-  StationWriter writer{profile, ini, icons, lists, unsaved};
+  StationWriter writer{profile, ini, settings, notices, icons, lists, unsaved};
   StationViews views{{Check1, Check2, Check3, Combo1, Frame2, CommandButton1, CommandButton2, lists},
                      store,
                      station_lists,

@@ -389,7 +389,7 @@ TEST_F(StationEditorTest, AnyOtherIndexDoesNothing) {
   EXPECT_TRUE(profile.writes.empty());
 }
 
-TEST_F(StationEditorTest, FailedWritesAreNotReported) {
+TEST_F(StationEditorTest, FailedWritesShowNoMessageBox) {
   profile.fail_writes = true;
   const RowId row = SelectStation(u"A");
   Fill(u"A", u"http://neu", u"Klassik", CheckValue::kUnchecked, u"");

@@ -1,5 +1,6 @@
 // Imported rows on their way through take-overs, views and saving: none is lost, doubled or mixed up.
 #include "tests/journeys/catalogue_journey.h"
+#include "tests/support/full_disk.h"
 
 namespace app {
 namespace {
@@ -90,6 +91,37 @@ TEST_F(UnsavedRowsJourney, UnsavedRowsStandAmongTheLoadedOnesInTheOrderThatTheHe
   Form().SymbolListview.ClickHeader(0);
   LookAtTheFavourites();
   EXPECT_EQ(Names(Form().SymbolListview), (std::vector<Text>{u"Zett", u"Alt", u"Aber"}));
+}
+
+TEST_F(UnsavedRowsJourney, SaveOnAFullDiskLosesNothing) {
+  const std::string before = Stations();
+  dialogs.answers = {MessageBoxAnswer::kYes};
+  {
+    const test_support::FullDisk disk;
+    Form().CommandButton2.Click();
+  }
+  EXPECT_EQ(Stations(), before);
+  EXPECT_EQ(dialogs.boxes.back().text, u"Änderungen gespeichert!");
+  EXPECT_EQ(Form().StatusLine.Caption(),
+            u"Nicht gespeichert: " + folder.TextPath(kStationFile) + u" konnte nicht geschrieben werden.");
+  LookAtTheFavourites();
+  dialogs.answers = {MessageBoxAnswer::kYes};
+  Form().form.Close();
+  EXPECT_EQ(Stations(), before +
+                            "Favorit=\r\nM3uNr=\r\n[Neu]\r\nGenre=80er/90er\r\nLink=http://neu\r\n"
+                            "Favorit=\r\nM3uNr=\r\n")
+      << "closing asks, and the save succeeds";
+}
+
+TEST_F(UnsavedRowsJourney, SaveIntoAFolderThatIsGoneStaysAnUnsavedChange) {
+  std::filesystem::rename(folder.Path() / "config", folder.Path() / "away");
+  dialogs.answers = {MessageBoxAnswer::kYes};
+  Form().CommandButton2.Click();
+  EXPECT_TRUE(window->GetSettings().CatalogueChanged);
+  std::filesystem::rename(folder.Path() / "away", folder.Path() / "config");
+  Form().CommandButton1.Click();
+  EXPECT_FALSE(window->GetSettings().CatalogueChanged);
+  EXPECT_NE(Stations().find("[Neu]"), std::string::npos);
 }
 
 }  // namespace
