@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -76,6 +77,17 @@ Text AddressOf(stream::clsFunkhaus& cFunkhaus, platform::Files& files, platform:
   Text ignored_title;
   cFunkhaus.GetPlaylistEntry(0, entry, ignored_title);
   return entry.substr(0, entry.find(u'\n'));
+}
+
+Text HostOf(const Text& address) {
+  const TextView whole = address;
+  const std::size_t scheme = whole.find(u"://");
+  if (scheme == TextView::npos) return {};
+  const TextView rest = whole.substr(scheme + 3);
+  const TextView authority = rest.substr(0, rest.find_first_of(u"/?#"));
+  const TextView host = authority.substr(authority.rfind(u'@') + 1);
+  // The colons of an IPv6 address stand in brackets.
+  return Text(host.substr(0, host.find(u':', host.starts_with(u'[') ? host.find(u']') : 0)));
 }
 
 StreamFacts FactsOf(const stream::clsFunkhaus& cFunkhaus, platform::TextConversion& conversion) {

@@ -13,6 +13,9 @@ namespace recorder {
 [[nodiscard]] platform::Text AddressOf(stream::clsFunkhaus& cFunkhaus, platform::Files& files,
                                        platform::TextConversion& conversion, const platform::Text& link);
 
+/// The host that an http or https address names, without port and user; empty when it names none.
+[[nodiscard]] platform::Text HostOf(const platform::Text& address);
+
 /// What the recorder needs to know of a stream, by its headers.
 struct StreamFacts {
   platform::Text station;       ///< empty when the server does not name it

@@ -64,8 +64,6 @@ Fault StationRecording::RecordOnce(const Text& link) {
   const stream::Ports& system = ports_.stream;
   stream::clsFunkhaus::Options options;
   options.record_folder = folder_;
-  options.recording.plain_writes = stream::RecordOptions::PlainWrites::kBytesRead;
-  options.recording.title_characters = stream::RecordOptions::TitleCharacters::kDecoded;
   // Each connection has a client of its own, which knows no headers of an earlier one.
   stream::clsFunkhaus client({internet_, system.xml_http_requests, *kept_files_, system.environment,
                               system.clock, system.message_loop, system.text_conversion},
@@ -84,8 +82,14 @@ Fault StationRecording::RecordStream(stream::clsFunkhaus& client, const Text& ad
   if (!facts.station.empty()) status_.station = facts.station;
   if (!MakeFolder(ports_.files, folder_)) return Fault::kCannotWrite;
 
-  client.RecStreamCurrentPlaying = [this](const Text& sStreamTitle, const Text&, const Text&) {
-    status_.title = sStreamTitle;
+  stream::RecordOptions options;
+  options.plain_writes = stream::RecordOptions::PlainWrites::kBytesRead;
+  options.title_characters = stream::RecordOptions::TitleCharacters::kDecoded;
+  options.untitled_name = facts.station.empty() ? HostOf(address) : facts.station;
+  client.SetRecordOptions(options);
+  client.RecStreamCurrentPlaying = [this](const Text& sStreamTitle, const Text&, const Text& sRaw) {
+    const bool is_untitled = sStreamTitle == u"unknown" && sRaw.empty();
+    status_.title = is_untitled ? Text() : sStreamTitle;
     Tell();
   };
   opened_at_ = ports_.stream.clock.WholeSeconds();

@@ -39,6 +39,7 @@ struct clsFunkhaus::Core : StreamState {
   }
 
   const Options options;
+  RecordOptions recording;
   clsFunkhaus* owner;  ///< null once the object is gone
 };
 
@@ -117,13 +118,16 @@ void clsFunkhaus::StartGetInfoSong(const Text& sContentType, const Text& sMetaIn
   if (const auto lMetaInt = app::ToInt32(sMetaInt)) GetActiveMeta(sContentType, *lMetaInt);
 }
 
+void clsFunkhaus::SetRecordOptions(RecordOptions options) { core_->recording = std::move(options); }
+
 void clsFunkhaus::StartRecStream(const Text& sContentType, const Text& sMetaInt) {
   const auto core = core_;
   core->stop_flag = false;
   const Text folder = core->RecordFolder();
   const Text extension = ExtensionOf(sContentType);
+  const RecordOptions recording = core->recording;
   if (sMetaInt.empty()) {
-    RecordPlain(*core, folder, extension, core->options.recording);
+    RecordPlain(*core, folder, extension, recording);
     return;
   }
   const std::optional<std::int32_t> lMetaInt = app::ToInt32(sMetaInt);
@@ -133,7 +137,7 @@ void clsFunkhaus::StartRecStream(const Text& sContentType, const Text& sMetaInt)
       [core](const Text& sStreamTitle, const Text& sStreamUrl, const Text& sRaw) {
         core->RaiseCurrentPlaying(sStreamTitle, sStreamUrl, sRaw);
       },
-      core->options.recording);
+      recording);
 }
 
 void clsFunkhaus::StopRecStream() { core_->stop_flag = true; }

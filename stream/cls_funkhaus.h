@@ -24,7 +24,6 @@ class clsFunkhaus {
   struct Options {
     /// Receives the recorded files; empty stands for the program folder.
     Text record_folder;
-    RecordOptions recording = {};
   };
 
   explicit clsFunkhaus(const Ports& ports);
@@ -64,6 +63,8 @@ class clsFunkhaus {
   /// Clears the stop flag and runs GetActiveMeta for its waiting alone, when `sMetaInt` is a number.
   void StartGetInfoSong(const Text& sContentType, const Text& sMetaInt = {});
 
+  /// How recordings that begin later differ from the recorders' usual rules.
+  void SetRecordOptions(RecordOptions options);
   /// Clears the stop flag and records until it is set: by title when `sMetaInt` (the value of
   /// icy-metaint) is given, otherwise into one file. An interval that is no number records nothing. See
   /// stream/recorders.h.

@@ -2,9 +2,13 @@
 // What the holder of a stream client may ask of its recorders beyond their usual rules.
 // Not for where the files go (clsFunkhaus::Options).
 
+#include "app/text.h"
+
 namespace stream {
 
-/// The first choice of each is the recorder's usual rule.
+using app::Text;
+
+/// Made without a choice it says the recorders' usual rules.
 struct RecordOptions {
   /// What the plain recorder appends for a read that brought bytes.
   enum class PlainWrites {
@@ -19,6 +23,9 @@ struct RecordOptions {
 
   PlainWrites plain_writes = PlainWrites::kWholeBuffer;
   TitleCharacters title_characters = TitleCharacters::kByteValues;
+  /// What the file of a stream without titles is named after, in place of "record" and "unknown"; empty:
+  /// those.
+  Text untitled_name;
 };
 
 }  // namespace stream

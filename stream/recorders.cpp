@@ -59,8 +59,12 @@ class TitleSplitter {
   using Characters = std::function<Text(const std::string& block)>;
 
   TitleSplitter(RecordingFile& file, std::int32_t lMetaInt, const CurrentPlaying& playing,
-                Characters characters)
-      : file_(file), demultiplexer_(lMetaInt), playing_(playing), characters_(std::move(characters)) {}
+                Characters characters, Text untitled_name)
+      : file_(file),
+        demultiplexer_(lMetaInt),
+        playing_(playing),
+        characters_(std::move(characters)),
+        untitled_name_(std::move(untitled_name)) {}
 
   Progress Take(std::byte byte) {
     switch (demultiplexer_.Take(byte)) {
@@ -80,7 +84,7 @@ class TitleSplitter {
     constexpr int kEmptyBlocksToGiveUp = 2;
     if (file_.IsOpen() || ++empty_blocks_ < kEmptyBlocksToGiveUp) return Progress::kGoesOn;
     empty_blocks_ = 0;
-    if (file_.Open(u"unknown") == Progress::kFailed) return Progress::kFailed;
+    if (file_.Open(untitled_name_) == Progress::kFailed) return Progress::kFailed;
     playing_(u"unknown", {}, {});
     return Progress::kGoesOn;
   }
@@ -105,10 +109,15 @@ class TitleSplitter {
   IcyDemultiplexer demultiplexer_;
   const CurrentPlaying& playing_;
   Characters characters_;
+  const Text untitled_name_;
   Text title_;
   Text web_address_;
   int empty_blocks_ = 0;
 };
+
+Text NameOfUntitled(const RecordOptions& options, TextView usual) {
+  return options.untitled_name.empty() ? Text(usual) : options.untitled_name;
+}
 
 Text DecodedBlock(platform::TextConversion& conversion, const std::string& block) {
   const bool is_utf8 = app::IsUTF8(block, static_cast<std::int32_t>(block.size()));
@@ -129,7 +138,7 @@ void RecordPlain(StreamState& state, const Text& folder, const Text& extension,
   OpenedStream opened(state.ports.internet, state.address, {}, OpenFlagsOf(state.address).value_or(0));
   if (!opened) return;
   RecordingFile file(state.ports.record_files, folder, extension);
-  if (file.Open(u"record") == Progress::kFailed) return;
+  if (file.Open(NameOfUntitled(options, u"record")) == Progress::kFailed) return;
   ReadBuffer buffer{};
   const bool whole_buffer = options.plain_writes == RecordOptions::PlainWrites::kWholeBuffer;
   while (!state.stop_flag) {
@@ -148,7 +157,8 @@ void RecordByTitle(StreamState& state, const Text& folder, const Text& extension
                       OpenFlagsOf(state.address).value_or(0));
   if (!opened) return;
   RecordingFile file(state.ports.record_files, folder, extension);
-  TitleSplitter splitter(file, lMetaInt, playing, CharactersBy(options, state.ports.text_conversion));
+  TitleSplitter splitter(file, lMetaInt, playing, CharactersBy(options, state.ports.text_conversion),
+                         NameOfUntitled(options, u"unknown"));
   ReadBuffer buffer{};
   do {
     for (const std::byte byte : opened.Read(buffer)) {

@@ -13,8 +13,9 @@ namespace stream {
 /// Both end when the stop flag is set, silently and at once when the stream cannot be opened, and when a
 /// file cannot be opened or written any more; what was written stays. `folder` receives the files.
 
-/// Everything goes into one file, "record" and the extension. Every read that brings bytes appends the
-/// whole 512-byte buffer, stale bytes of earlier reads included, unless `options` say otherwise.
+/// Everything goes into one file, "record" and the extension, unless `options` name it. Every read that
+/// brings bytes appends the whole 512-byte buffer, stale bytes of earlier reads included, unless `options`
+/// say otherwise.
 void RecordPlain(StreamState& state, const Text& folder, const Text& extension,
                  const RecordOptions& options = {});
 

@@ -55,14 +55,44 @@ TEST_F(Recording, WritesExactlyTheStreamWhenTheServerOffersNoTitles) {
   rig_.internet.answer.raw_headers = RecorderRig::Headers(u"");
   rig_.StationSends(AudioBytes(700));
   Run();
-  EXPECT_EQ(rig_.File(u"record.mp3"), AudioBytes(700));
+  EXPECT_EQ(rig_.File(u"Radio Eins.mp3"), AudioBytes(700));
 }
 
 TEST_F(Recording, IsPlainWhenTheIntervalIsNoCount) {
   rig_.internet.answer.raw_headers = RecorderRig::Headers(u"icy-metaint: 0\r\n");
   rig_.StationSends(AudioBytes(30));
   Run();
-  EXPECT_EQ(rig_.File(u"record.mp3"), AudioBytes(30));
+  EXPECT_EQ(rig_.File(u"Radio Eins.mp3"), AudioBytes(30));
+}
+
+TEST_F(Recording, NamesTheFileAfterTheStationWhenItHasNoTitles) {
+  rig_.internet.answer.raw_headers =
+      u"HTTP/1.1 200 OK\r\nContent-Type: audio/mpeg\r\nicy-name: .M\u00C3\u00BCnchen/1?\r\n\r\n";
+  rig_.StationSends(AudioBytes(30));
+  Run();
+  EXPECT_EQ(rig_.File(u"_M\u00FCnchen_1_.mp3"), AudioBytes(30));
+}
+
+TEST_F(Recording, NamesTheFileAfterTheHostWhenTheStationHasNoNameEither) {
+  rig_.internet.answer.raw_headers = u"HTTP/1.1 200 OK\r\nContent-Type: audio/mpeg\r\nicy-name: \r\n\r\n";
+  rig_.StationSends(AudioBytes(30));
+  rig_.requests.requests[u"http://lists.example/live.pls"] = {
+      {4}, u"[playlist]\r\nNumberOfEntries=1\r\nFile1=http://radio.example:8000/real\r\n"};
+  Run(u"http://lists.example/live.pls");
+  EXPECT_EQ(rig_.File(u"radio.example.mp3"), AudioBytes(30));
+}
+
+TEST_F(Recording, NamesTheFileAfterTheStationWhenItsTitlesStayAway) {
+  const std::string no_block(1, '\0');
+  rig_.StationSends("----" + no_block + "----" + no_block + "1111");
+  EXPECT_EQ(Run().title, u"");
+  EXPECT_EQ(rig_.File(u"Radio Eins.mp3"), "1111");
+}
+
+TEST_F(Recording, ATitleMayBeTheWordUnknown) {
+  rig_.StationSends("----" + TitleOf("unknown") + "1111");
+  EXPECT_EQ(Run().title, u"unknown");
+  EXPECT_EQ(rig_.File(u"unknown.mp3"), "1111");
 }
 
 TEST_F(Recording, TellsWhatItDoes) {
@@ -150,7 +180,7 @@ TEST_F(Recording, RecordsAFileOnAServerOnce) {
   const Status& status = Run();
   EXPECT_EQ(PhaseText(status), u"Aufnahme beendet");
   EXPECT_EQ(Connections(), 1);
-  EXPECT_EQ(rig_.File(u"record.mp3"), AudioBytes(700));
+  EXPECT_EQ(rig_.File(u"radio.example.mp3"), AudioBytes(700));
 }
 
 TEST_F(Recording, TakesUpAStationThatAnnouncesALength) {
@@ -160,7 +190,7 @@ TEST_F(Recording, TakesUpAStationThatAnnouncesALength) {
   rig_.stop_after_reads = 5;
   Run();
   EXPECT_EQ(Connections(), 2);
-  EXPECT_EQ(rig_.File(u"record (2).mp3"), AudioBytes(700));
+  EXPECT_EQ(rig_.File(u"Radio Eins (2).mp3"), AudioBytes(700));
 }
 
 TEST_F(Recording, TakesUpAFileThatBrokeOff) {
@@ -170,7 +200,7 @@ TEST_F(Recording, TakesUpAFileThatBrokeOff) {
   rig_.stop_after_reads = 3;
   Run();
   EXPECT_EQ(Connections(), 2);
-  EXPECT_EQ(rig_.File(u"record.mp3"), AudioBytes(100));
+  EXPECT_EQ(rig_.File(u"radio.example.mp3"), AudioBytes(100));
 }
 
 TEST_F(Recording, NeverWritesOverWhatWasRecordedBeforeAReconnection) {

@@ -246,6 +246,22 @@ TEST_F(ClsFunkhaus, RecordsIntoAnotherFolderWhenOneIsChosen) {
   EXPECT_THAT(rig_.files.opened, testing::ElementsAre(u"D:\\Musik\\record"));
 }
 
+TEST_F(ClsFunkhaus, RecordsAsItsHolderAsksFromTheNextRecordingOn) {
+  client_->StreamUrl(u"http://h/");
+  RecordOptions options;
+  options.untitled_name = u"Eins";
+  client_->SetRecordOptions(options);
+  InTheNextPump([&] {
+    client_->SetRecordOptions({});
+    client_->StopRecStream();
+  });
+  client_->StartRecStream(u"");
+  InTheNextPump([&] { client_->StopRecStream(); });
+  client_->StartRecStream(u"");
+  EXPECT_THAT(rig_.files.opened,
+              testing::ElementsAre(u"C:\\Programme\\Funkhaus\\Eins", u"C:\\Programme\\Funkhaus\\record"));
+}
+
 TEST_F(ClsFunkhaus, AnIntervalMakesTheRecordingSplitByTitle) {
   rig_.StationSends(kEightBytes + Block("StreamTitle='One';StreamUrl='http://x';") + "1234");
   client_->StreamUrl(u"http://h/");

@@ -371,6 +371,27 @@ TEST_F(PlainRecorder, WritesJustTheBytesThatCameWhenItsHolderAsksForThat) {
   EXPECT_EQ(File(u"record.mp3"), AudioBytes(700));
 }
 
+TEST_F(Recorders, NameAFileWithoutATitleAsTheirHolderAsks) {
+  RecordOptions options;
+  options.untitled_name = u"Radio: Eins";
+  rig_.StationSends(std::string(512, 'a'));
+  RecordPlain(state_, u"C:\\Rec", u".mp3", options);
+  EXPECT_EQ(File(u"Radio_ Eins.mp3"), std::string(512, 'a'));
+  rig_.files.files.clear();
+  rig_.internet.reads.clear();
+  state_.stop_flag = false;
+  const std::string empty(1, '\0');
+  rig_.StationSends("drop" + empty + "drop" + empty + "1111");
+  RecordByTitle(
+      state_, u"C:\\Rec", u".mp3", 4,
+      [this](const Text& title, const Text& address, const Text& raw) {
+        played_.push_back({title, address, raw});
+      },
+      options);
+  EXPECT_EQ(File(u"Radio_ Eins.mp3"), "1111");
+  EXPECT_THAT(played_, ElementsAre(Playing{u"unknown", u"", u""}));
+}
+
 TEST_F(TitleRecorder, DecodesTitlesWhenItsHolderAsksForThat) {
   rig_.StationSends("1234" +
                     Block("StreamTitle='Stra\xC3\x9F"

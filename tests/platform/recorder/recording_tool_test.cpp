@@ -82,9 +82,9 @@ TEST_F(RecordingItself, AStationThatClosesTheConnectionIsTakenUpAgainSoon) {
   const std::string header = test_support::Header("HTTP/1.1 200 OK", {"Content-Type: audio/mpeg"});
   server.OnAny(test_support::Script().Send(header).Send(test_support::AudioBytes(2000)));
   const auto start = std::chrono::steady_clock::now();
-  Record(server.Url(), [this] { return SizeOf("record (2).mp3") == 2000; });
+  Record(server.Url(), [this] { return SizeOf("127.0.0.1 (2).mp3") == 2000; });
   EXPECT_LT(std::chrono::steady_clock::now() - start, 15s) << "a silent station is given twenty";
-  EXPECT_EQ(test_support::ReadBytes(Folder() / "record.mp3"), test_support::AudioBytes(2000));
+  EXPECT_EQ(test_support::ReadBytes(Folder() / "127.0.0.1.mp3"), test_support::AudioBytes(2000));
 }
 
 TEST_F(RecordingItself, TitlesThatAreNoFileNamesStillGetTheirFiles) {
