@@ -12,6 +12,7 @@
 #include "app/text_helpers.h"
 #include "app/text_utilities.h"
 #include "playlist/local_playlist.h"
+#include "stream/stream_address.h"
 #include "stream/text_pieces.h"
 
 namespace recorder {
@@ -53,6 +54,16 @@ bool IsSound(TextView content_type) {
   return true;
 }
 
+// The address as the header query asks for it: it knows lower-case schemes only, and no host without a path.
+Text Askable(const Text& address) {
+  if (!stream::OpenFlagsOf(address)) return address;
+  const std::size_t host = address.find(u"://") + 3;
+  const std::size_t host_end = std::min(address.find_first_of(u"/?#", host), address.size());
+  const bool has_path = TextView(address).substr(host_end).starts_with(u'/');
+  return stream::LowerCase(TextView(address).substr(0, host)) + address.substr(host, host_end - host) +
+         (has_path ? u"" : u"/") + address.substr(host_end);
+}
+
 // Stations announce lengths too, for players that ask for one; what tells them from files is their own
 // headers.
 bool IsFile(const stream::clsFunkhaus& cFunkhaus) {
@@ -70,13 +81,13 @@ bool IsFile(const stream::clsFunkhaus& cFunkhaus) {
 Text AddressOf(stream::clsFunkhaus& cFunkhaus, platform::Files& files, platform::TextConversion& conversion,
                const Text& link) {
   if (IsPlaylistFile(files, conversion, link)) {
-    return playlist::GetLocalPlaylistEntry(files, conversion, link, 1);
+    return Askable(Text(app::Trim(playlist::GetLocalPlaylistEntry(files, conversion, link, 1))));
   }
-  if (!cFunkhaus.IsUrlPlaylist(link) || cFunkhaus.GetPlaylistNumberOfEntries() <= 0) return link;
+  if (!cFunkhaus.IsUrlPlaylist(link) || cFunkhaus.GetPlaylistNumberOfEntries() <= 0) return Askable(link);
   Text entry;
   Text ignored_title;
   cFunkhaus.GetPlaylistEntry(0, entry, ignored_title);
-  return entry.substr(0, entry.find(u'\n'));
+  return Askable(Text(app::Trim(TextView(entry).substr(0, entry.find(u'\n')))));
 }
 
 Text HostOf(const Text& address) {

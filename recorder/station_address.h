@@ -9,7 +9,8 @@
 namespace recorder {
 
 /// The first entry of a playlist file on the disk, or of a playlist at a server; otherwise the link itself.
-/// Waits up to a second for the server.
+/// The scheme of an http or https address comes in lower case, and its host with a "/" behind it. Waits up to
+/// a second for the server.
 [[nodiscard]] platform::Text AddressOf(stream::clsFunkhaus& cFunkhaus, platform::Files& files,
                                        platform::TextConversion& conversion, const platform::Text& link);
 

@@ -6,13 +6,34 @@
 #include "app/text_helpers.h"
 #include "recorder/music_folder.h"
 #include "recorder/station_address.h"
+#include "stream/stream_address.h"
 
 namespace recorder {
 
 using platform::Text;
 
-// Trying again would only scatter empty files.
-bool EndsRecording(Fault fault) { return fault == Fault::kCannotWrite || fault == Fault::kDiskFull; }
+namespace {
+
+constexpr bool IsClientError(int status) { return status >= 400 && status < 500; }
+
+// The server names the moment and not the address as its reason.
+constexpr bool IsForNowOnly(int status) {
+  constexpr int kRequestTimeout = 408;
+  constexpr int kTooEarly = 425;
+  constexpr int kTooManyRequests = 429;
+  return status == kRequestTimeout || status == kTooEarly || status == kTooManyRequests;
+}
+
+constexpr bool IsRefusal(Fault fault) { return fault == Fault::kRefused || fault == Fault::kNoSound; }
+
+// Trying again after a failed write would only scatter empty files.
+constexpr bool EndsAtOnce(Fault fault) {
+  return fault == Fault::kNotHttp || fault == Fault::kCannotWrite || fault == Fault::kDiskFull;
+}
+
+}  // namespace
+
+bool EndsRecording(Fault fault) { return EndsAtOnce(fault) || IsRefusal(fault); }
 
 StationRecording::StationRecording(const Ports& ports, Text folder)
     : StationRecording(ports, std::move(folder), Limits{}) {}
@@ -38,14 +59,23 @@ void StationRecording::Run(const Text& link) {
 
 void StationRecording::RecordUntilStopped(const Text& link) {
   int pause = 1;
+  int refusals = 0;
   while (!stop_asked_) {
     status_.fault = RecordOnce(link);
-    if (stop_asked_ || complete_ || EndsRecording(status_.fault)) return;
+    if (stop_asked_ || complete_) return;
+    refusals = IsRefusal(status_.fault) ? refusals + 1 : 0;
+    if (IsFinal(status_.fault, refusals)) return;
     // A server that closes again and again after its first burst is not to be besieged.
     if (brought_bytes_ && last_bytes_at_ - opened_at_ >= limits_.steady) pause = 1;
     Pause(pause);
     pause = std::min(pause * 2, limits_.longest_pause);
   }
+  status_.fault = Fault::kNone;
+}
+
+bool StationRecording::IsFinal(Fault fault, int refusals) const {
+  if (EndsAtOnce(fault) || refusals >= limits_.refusals) return true;
+  return fault == Fault::kRefused && kept_files_->Bytes() == 0;
 }
 
 void StationRecording::Stop() {
@@ -73,15 +103,25 @@ Fault StationRecording::RecordOnce(const Text& link) {
 }
 
 Fault StationRecording::RecordStream(stream::clsFunkhaus& client, const Text& address) {
+  if (!stream::OpenFlagsOf(address)) return Fault::kNotHttp;
   bool answered = false;
   client.QueryStream = [&answered](bool bQueryOk) { answered = bQueryOk; };
+  internet_.ForgetAnswer();
   client.StreamUrl(address);
-  if (!answered) return Fault::kUnreachable;
+  if (!answered) return FaultOfAnswer();
   const StreamFacts facts = FactsOf(client, ports_.stream.text_conversion);
   if (!facts.is_sound) return Fault::kNoSound;
   if (!facts.station.empty()) status_.station = facts.station;
   if (!MakeFolder(ports_.files, folder_)) return Fault::kCannotWrite;
+  Record(client, address, facts);
+  if (kept_files_->GetFailure() == KeptFiles::Failure::kNotMade) return Fault::kCannotWrite;
+  if (kept_files_->GetFailure() == KeptFiles::Failure::kNotWritten) return Fault::kDiskFull;
+  complete_ = closed_by_server_ && brought_bytes_ && facts.is_file;
+  if (stop_asked_ || complete_) return Fault::kNone;
+  return brought_bytes_ ? Fault::kLost : FaultOfAnswer();
+}
 
+void StationRecording::Record(stream::clsFunkhaus& client, const Text& address, const StreamFacts& facts) {
   stream::RecordOptions options;
   options.plain_writes = stream::RecordOptions::PlainWrites::kBytesRead;
   options.title_characters = stream::RecordOptions::TitleCharacters::kDecoded;
@@ -98,11 +138,15 @@ Fault StationRecording::RecordStream(stream::clsFunkhaus& client, const Text& ad
   client.StartRecStream(facts.content_type, facts.metaint);
   client_ = nullptr;
   kept_files_->EndConnection();
-  if (kept_files_->GetFailure() == KeptFiles::Failure::kNotMade) return Fault::kCannotWrite;
-  if (kept_files_->GetFailure() == KeptFiles::Failure::kNotWritten) return Fault::kDiskFull;
-  complete_ = closed_by_server_ && brought_bytes_ && facts.is_file;
-  if (stop_asked_ || complete_) return Fault::kNone;
-  return brought_bytes_ ? Fault::kLost : Fault::kUnreachable;
+}
+
+Fault StationRecording::FaultOfAnswer() {
+  constexpr int kNoAnswer = 0;
+  constexpr int kOk = 200;
+  status_.answer_code = internet_.AnswerStatus();
+  if (status_.answer_code == kNoAnswer || status_.answer_code == kOk) return Fault::kUnreachable;
+  const bool refused = IsClientError(status_.answer_code) && !IsForNowOnly(status_.answer_code);
+  return refused ? Fault::kRefused : Fault::kServerError;
 }
 
 void StationRecording::Pause(int seconds) {

@@ -8,6 +8,7 @@
 #include "controls/event.h"
 #include "platform/files.h"
 #include "recorder/kept_files.h"
+#include "recorder/station_address.h"
 #include "recorder/watched_internet.h"
 #include "stream/cls_funkhaus.h"
 
@@ -24,14 +25,17 @@ enum class Phase {
 /// Why a connection has ended.
 enum class Fault {
   kNone,
-  kUnreachable,  ///< no answer, or a refusal
+  kNotHttp,      ///< the address is neither http nor https; ends the recording
+  kUnreachable,  ///< no answer
+  kServerError,  ///< the server cannot answer now (5xx, "too many requests")
+  kRefused,      ///< the server will not answer (4xx); ends the recording, see Limits::refusals
   kNoSound,      ///< a page or a playlist instead of a stream
   kLost,         ///< the stream broke off or fell silent
   kCannotWrite,  ///< the folder or a file cannot be made; ends the recording
   kDiskFull      ///< a file takes no more bytes; ends the recording
 };
 
-/// Whether there is no sense in trying again.
+/// Whether a recording can end by this. Otherwise it goes on until somebody ends it.
 [[nodiscard]] bool EndsRecording(Fault fault);
 
 struct Status {
@@ -43,6 +47,7 @@ struct Status {
   std::uint64_t bytes = 0;      ///< written into files
   std::uint64_t files = 0;      ///< written so far, the current one included
   int seconds_to_next_try = 0;  ///< while waiting
+  int answer_code = 0;          ///< the server's status code, with kServerError and kRefused
 };
 
 /// What was recorded is never overwritten (recorder/kept_files.h). Titles are decoded, and only received
@@ -58,6 +63,10 @@ class StationRecording {
     int silence = 20;        ///< after which a connection counts as dead
     int longest_pause = 30;  ///< between two attempts; the first pause is 1, each next one twice as long
     int steady = 10;  ///< a connection that brought bytes for so long makes the next pause the first one
+    /// So many times in a row (about three and a half minutes) a station that was recorded before may refuse,
+    /// as servers do while its studio is cut off, and so many times may an address bring pages instead of
+    /// sound. One that refuses before anything was recorded is a wrong one, and ends the recording at once.
+    int refusals = 12;
   };
 
   /// `folder` is made when it is missing. The ports outlive the object.
@@ -66,9 +75,9 @@ class StationRecording {
   StationRecording(const StationRecording&) = delete;
   StationRecording& operator=(const StationRecording&) = delete;
 
-  /// Records until Stop is called in a pump of the message loop, or until nothing can be written any more.
-  /// A file on a server is recorded once, to its end. Does nothing for an empty link and while it runs
-  /// already.
+  /// Records until Stop is called in a pump of the message loop, until nothing can be written any more, or
+  /// until the address is known to be no station's. A file on a server is recorded once, to its end. Does
+  /// nothing for an empty link and while it runs already.
   void Run(const platform::Text& link);
 
   /// Ends Run soon: at once while recording or pausing, after the bounded wait while connecting.
@@ -85,6 +94,9 @@ class StationRecording {
   void RecordUntilStopped(const platform::Text& link);
   Fault RecordOnce(const platform::Text& link);
   Fault RecordStream(stream::clsFunkhaus& client, const platform::Text& address);
+  void Record(stream::clsFunkhaus& client, const platform::Text& address, const StreamFacts& facts);
+  [[nodiscard]] bool IsFinal(Fault fault, int refusals) const;
+  Fault FaultOfAnswer();
   void Pause(int seconds);
   void OnRead(const platform::InternetRead& read);
   void Tell();

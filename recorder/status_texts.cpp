@@ -12,10 +12,33 @@ using platform::Text;
 
 namespace {
 
-Text FaultText(Fault fault) {
-  switch (fault) {
+// What the status codes say to whoever entered the address (RFC 9110, section 15.5).
+Text RefusalText(int status) {
+  switch (status) {
+    case 401:
+      return u"Der Sender verlangt eine Anmeldung";
+    case 403:
+      return u"Der Sender verweigert den Zugriff";
+    case 404:
+    case 410:
+      return u"Unter dieser Adresse gibt es keinen Sender";
+    default:
+      return u"Der Sender lehnt die Anfrage ab";
+  }
+}
+
+Text WithCode(const Text& text, int status) { return text + u" (" + app::FormatNumber(status) + u")"; }
+
+Text FaultText(const Status& status) {
+  switch (status.fault) {
+    case Fault::kNotHttp:
+      return u"Nur Adressen mit http:// oder https:// lassen sich aufnehmen";
     case Fault::kUnreachable:
       return u"Der Sender ist nicht erreichbar";
+    case Fault::kServerError:
+      return WithCode(u"Der Sender meldet einen Fehler", status.answer_code);
+    case Fault::kRefused:
+      return WithCode(RefusalText(status.answer_code), status.answer_code);
     case Fault::kNoSound:
       return u"Die Adresse liefert keinen Radiostrom";
     case Fault::kLost:
@@ -39,10 +62,10 @@ Text PhaseText(const Status& status) {
     case Phase::kRecording:
       return u"Aufnahme läuft";
     case Phase::kWaiting:
-      return FaultText(status.fault) + u", neuer Versuch in " +
-             app::FormatNumber(status.seconds_to_next_try) + u" s";
+      return FaultText(status) + u", neuer Versuch in " + app::FormatNumber(status.seconds_to_next_try) +
+             u" s";
     case Phase::kEnded:
-      return EndsRecording(status.fault) ? FaultText(status.fault) : u"Aufnahme beendet";
+      return EndsRecording(status.fault) ? FaultText(status) : u"Aufnahme beendet";
     case Phase::kIdle:
       break;
   }

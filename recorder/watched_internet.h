@@ -1,7 +1,8 @@
 #pragma once
-// The internet port with a watcher who is told of every read, so that a dead connection can be noticed.
-// Not a connection of its own: everything is passed on.
+// The internet port with a watcher: what servers answered, and every read, so that a refusal and a dead
+// connection can be noticed. Not a connection of its own.
 
+#include <cstdint>
 #include <functional>
 #include <utility>
 
@@ -9,7 +10,8 @@
 
 namespace recorder {
 
-/// The inner port outlives the object.
+/// Passes everything on, but opens no address that is answered with another status than 200: what came then
+/// would be an error page and no sound. The inner port outlives the object.
 class WatchedInternet final : public platform::Internet {
  public:
   using Text = platform::Text;
@@ -18,6 +20,11 @@ class WatchedInternet final : public platform::Internet {
   using Watcher = std::function<void(const platform::InternetRead&)>;
 
   WatchedInternet(platform::Internet& inner, Watcher watcher) : inner_(inner), watcher_(std::move(watcher)) {}
+
+  /// The status code that the latest request was answered with; 0 when it was not answered.
+  [[nodiscard]] std::int32_t AnswerStatus() const { return answer_status_; }
+  /// As if nothing had been requested yet.
+  void ForgetAnswer() { answer_status_ = 0; }
 
   Handle InternetOpenW(const Text& agent, std::uint32_t access_type) override {
     return inner_.InternetOpenW(agent, access_type);
@@ -30,27 +37,21 @@ class WatchedInternet final : public platform::Internet {
                           std::uint32_t flags) override {
     return inner_.HttpOpenRequestW(connection, verb, path, version, flags);
   }
-  bool HttpSendRequestW(Handle request, const Text& headers) override {
-    return inner_.HttpSendRequestW(request, headers);
-  }
+  bool HttpSendRequestW(Handle request, const Text& headers) override;
   bool HttpQueryInfoW(Handle request, std::uint32_t info_level, std::span<std::byte> buffer,
                       std::uint32_t& size) override {
     return inner_.HttpQueryInfoW(request, info_level, buffer, size);
   }
-  Handle InternetOpenUrlW(Handle session, const Text& url, const Text& headers,
-                          std::uint32_t flags) override {
-    return inner_.InternetOpenUrlW(session, url, headers, flags);
-  }
-  platform::InternetRead InternetReadFile(Handle request, std::span<std::byte> buffer) override {
-    const platform::InternetRead read = inner_.InternetReadFile(request, buffer);
-    watcher_(read);
-    return read;
-  }
+  Handle InternetOpenUrlW(Handle session, const Text& url, const Text& headers, std::uint32_t flags) override;
+  platform::InternetRead InternetReadFile(Handle request, std::span<std::byte> buffer) override;
   bool InternetCloseHandle(Handle handle) override { return inner_.InternetCloseHandle(handle); }
 
  private:
+  [[nodiscard]] std::int32_t StatusOf(Handle request) const;
+
   platform::Internet& inner_;
   Watcher watcher_;
+  std::int32_t answer_status_ = 0;
 };
 
 }  // namespace recorder

@@ -37,6 +37,22 @@ TEST_F(MusicFolderOf, TheUsersChoiceComesNext) {
   EXPECT_EQ(Folder(), u"\\srv\\m\"u$ik\\Funkhausplayer");
 }
 
+TEST_F(MusicFolderOf, TheLastAssignmentCounts) {
+  UserDirs("XDG_MUSIC_DIR=\"/first\"\nXDG_MUSIC_DIR=\"/last\"\nXDG_VIDEOS_DIR=\"/videos\"\n");
+  EXPECT_EQ(Folder(), u"\\last\\Funkhausplayer");
+  UserDirs("XDG_MUSIC_DIR=\"/first\"\nXDG_MUSIC_DIR=\"relative\"\n");
+  EXPECT_EQ(Folder(), u"\\first\\Funkhausplayer") << "one that names no folder is none";
+}
+
+TEST_F(MusicFolderOf, AnAssignmentWithoutQuotesIsNone) {
+  for (const char* bytes :
+       {"XDG_MUSIC_DIR=/unquoted\n", "XDG_MUSIC_DIR=x/half\"\n", "XDG_MUSIC_DIR=\"/half\n",
+        "XDG_MUSIC_DIR='/single'\n", "XDG_MUSIC_DIR=$HOME\"\n"}) {
+    UserDirs(bytes);
+    EXPECT_EQ(Folder(), u"\\home\\u\\Music\\Funkhausplayer") << bytes;
+  }
+}
+
 TEST_F(MusicFolderOf, TheConfigurationFolderMayBeElsewhere) {
   environment_.variables[u"XDG_CONFIG_HOME"] = u"\\conf";
   files_.files[u"\\conf\\user-dirs.dirs"] = "XDG_MUSIC_DIR=\"$HOME/M\xC3\xBCsik\"\n";

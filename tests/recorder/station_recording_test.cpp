@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <utility>
+
 #include "recorder/status_texts.h"
 #include "tests/recorder/recorder_rig.h"
 
@@ -27,15 +30,28 @@ class Recording : public testing::Test {
     rig_.recording.Run(link);
     return rig_.recording.GetStatus();
   }
-  int Connections() const {
-    int count = 0;
-    for (const std::string& call : rig_.internet.calls) count += call.starts_with("InternetOpenUrlW") ? 1 : 0;
-    return count;
+  int Calls(const std::string& operation) const {
+    return static_cast<int>(
+        std::count_if(rig_.internet.calls.begin(), rig_.internet.calls.end(),
+                      [&](const std::string& call) { return call.starts_with(operation + "("); }));
+  }
+  int Connections() const { return Calls("InternetOpenUrlW"); }
+  int Queries() const { return Calls("HttpSendRequestW"); }
+  // The user ends it as soon as it waits for the next attempt.
+  void StopInTheFirstPause() {
+    rig_.loop.on_sleep = [this](std::uint32_t) { rig_.recording.Stop(); };
+  }
+  // Runs at the beginning of every attempt with its number, from 1.
+  void AtEachAttempt(const std::function<void(int)>& act) {
+    attempts_ = rig_.recording.Changed.Subscribe([this, act, number = 0]() mutable {
+      if (rig_.recording.GetStatus().phase == Phase::kConnecting) act(++number);
+    });
   }
 
   RecorderRig rig_;
   std::vector<Phase> phases_;
   controls::Subscription told_;
+  controls::Subscription attempts_;
 };
 
 TEST_F(Recording, GivesEachTitleItsFileWhenTheServerOffersTitles) {
@@ -364,6 +380,104 @@ TEST_F(Recording, CountsAnewInANewRun) {
   EXPECT_EQ(status.bytes, 4U);
   EXPECT_EQ(status.files, 1U);
   EXPECT_EQ(rig_.File(u"Eins (2).mp3"), "1111");
+}
+
+TEST_F(Recording, ASecondRunBeginsAnew) {
+  rig_.internet.answer.raw_headers =
+      u"HTTP/1.1 200 OK\r\nContent-Type: audio/mpeg\r\nContent-Length: 4\r\n\r\n";
+  rig_.StationSends("1111");
+  rig_.internet.answer.closes = true;
+  EXPECT_EQ(Run().seconds, 1) << "a file, recorded to its end";
+
+  rig_.internet.answer.reachable = false;
+  AtEachAttempt([this](int attempt) {
+    const Status& status = rig_.recording.GetStatus();
+    EXPECT_EQ(status.station, u"http://radio.example/other");
+    EXPECT_EQ(status.title, u"");
+    EXPECT_EQ(status.seconds, 0);
+    EXPECT_EQ(status.bytes, 0U);
+    EXPECT_EQ(status.fault, attempt == 1 ? Fault::kNone : Fault::kUnreachable);
+    if (attempt == 2) rig_.recording.Stop();
+  });
+  Run(u"http://radio.example/other");
+  EXPECT_EQ(rig_.loop.slept, 1000U) << "the file of the first run does not end the second one";
+}
+
+TEST_F(Recording, ATitleIsForgottenWithItsConnection) {
+  rig_.internet.answer.reads = {{true, "----" + TitleOf("Eins") + "1111"}, {false, ""}};
+  AtEachAttempt([this](int attempt) {
+    EXPECT_EQ(rig_.recording.GetStatus().title, u"");
+    if (attempt == 2) rig_.recording.Stop();
+  });
+  Run();
+}
+
+TEST_F(Recording, TheWindowWorksInAPause) {
+  rig_.internet.answer.reachable = false;
+  int pumps_before = 0;
+  rig_.loop.on_sleep = [&](std::uint32_t) {
+    EXPECT_EQ(rig_.loop.pumps, pumps_before) << "one pump after each sleep";
+    ++pumps_before;
+    if (rig_.loop.slept >= 1000) rig_.recording.Stop();
+  };
+  Run();
+  EXPECT_EQ(rig_.loop.slept, 1000U);
+  EXPECT_EQ(rig_.loop.pumps, 20);
+}
+
+TEST_F(Recording, TimeAndBytesAreToldAfterEveryRead) {
+  rig_.internet.answer.raw_headers = RecorderRig::Headers(u"");
+  rig_.internet.answer.reads.assign(3, {true, "1234"});
+  rig_.stop_after_reads = 5;
+  std::vector<std::pair<std::int64_t, std::uint64_t>> told;
+  auto subscription = rig_.recording.Changed.Subscribe([&] {
+    const Status& status = rig_.recording.GetStatus();
+    if (status.phase == Phase::kRecording) told.emplace_back(status.seconds, status.bytes);
+  });
+  Run();
+  // A read is told before its bytes are written.
+  EXPECT_THAT(told, ElementsAre(std::pair(1, 0U), std::pair(2, 4U), std::pair(3, 8U), std::pair(3, 12U),
+                                std::pair(3, 12U)));
+}
+
+TEST_F(Recording, SilenceThatEndsAtItsLimitStillCountsAsTimeAndALongerOneDoesNot) {
+  rig_.internet.answer.raw_headers = RecorderRig::Headers(u"");
+  rig_.internet.answer.reads.assign(10, {true, "1234"});
+  rig_.seconds_per_read = 20;
+  EXPECT_EQ(Run().seconds, 200);
+  EXPECT_EQ(Connections(), 1);
+  rig_.internet.reads.clear();
+  rig_.seconds_per_read = 21;
+  EXPECT_EQ(Run().seconds, 0);
+}
+
+TEST_F(Recording, AConnectionIsGivenUpInTheTwentiethSilentSecondAndNotBefore) {
+  rig_.StationSends("----" + TitleOf("Eins") + "1111");
+  rig_.stop_after_reads = 1000;
+  std::size_t reads = 0;
+  AtEachAttempt([&](int attempt) {
+    if (attempt == 1) return;
+    reads = rig_.internet.reads.size();
+    rig_.recording.Stop();
+  });
+  Run();
+  EXPECT_EQ(reads, 21U) << "one that brought bytes and twenty that did not";
+}
+
+TEST_F(Recording, AfterTheClockWasSetBackSilenceCountsFromThere) {
+  rig_.StationSends("----" + TitleOf("Eins") + "1111");
+  rig_.stop_after_reads = 1000;
+  rig_.internet.before_read = [this] {
+    rig_.clock.whole_seconds += rig_.internet.reads.size() == 5 ? -3600 : 1;
+  };
+  std::size_t reads = 0;
+  AtEachAttempt([&](int attempt) {
+    if (attempt == 1) return;
+    reads = rig_.internet.reads.size();
+    rig_.recording.Stop();
+  });
+  EXPECT_EQ(Run().seconds, 1);
+  EXPECT_EQ(reads, 26U) << "six up to the clock's change and twenty more";
 }
 
 TEST_F(Recording, AClockThatIsSetBackEndsNothing) {

@@ -20,12 +20,46 @@ TEST(StatusTexts, SayWhatIsGoingOn) {
   EXPECT_EQ(PhaseText(status), u"Die Verbindung ist abgerissen, neuer Versuch in 4 s");
   status.fault = Fault::kNoSound;
   EXPECT_EQ(PhaseText(status), u"Die Adresse liefert keinen Radiostrom, neuer Versuch in 4 s");
+  status.fault = Fault::kServerError;
+  status.answer_code = 503;
+  EXPECT_EQ(PhaseText(status), u"Der Sender meldet einen Fehler (503), neuer Versuch in 4 s");
   status.phase = Phase::kEnded;
-  EXPECT_EQ(PhaseText(status), u"Aufnahme beendet");
+  for (const Fault fault : {Fault::kNone, Fault::kUnreachable, Fault::kServerError, Fault::kLost}) {
+    status.fault = fault;
+    EXPECT_EQ(PhaseText(status), u"Aufnahme beendet");
+  }
+  status.fault = Fault::kNoSound;
+  EXPECT_EQ(PhaseText(status), u"Die Adresse liefert keinen Radiostrom");
+  status.fault = Fault::kNotHttp;
+  EXPECT_EQ(PhaseText(status), u"Nur Adressen mit http:// oder https:// lassen sich aufnehmen");
   status.fault = Fault::kCannotWrite;
   EXPECT_EQ(PhaseText(status), u"In den Ordner kann nicht geschrieben werden");
   status.fault = Fault::kDiskFull;
   EXPECT_EQ(PhaseText(status), u"Der Datenträger nimmt nichts mehr auf, vermutlich ist er voll");
+}
+
+TEST(StatusTexts, SayWhyAServerRefuses) {
+  Status status;
+  status.phase = Phase::kEnded;
+  status.fault = Fault::kRefused;
+  const auto text_of = [&status](int code) {
+    status.answer_code = code;
+    return PhaseText(status);
+  };
+  EXPECT_EQ(text_of(400), u"Der Sender lehnt die Anfrage ab (400)");
+  EXPECT_EQ(text_of(401), u"Der Sender verlangt eine Anmeldung (401)");
+  EXPECT_EQ(text_of(403), u"Der Sender verweigert den Zugriff (403)");
+  EXPECT_EQ(text_of(404), u"Unter dieser Adresse gibt es keinen Sender (404)");
+  EXPECT_EQ(text_of(410), u"Unter dieser Adresse gibt es keinen Sender (410)");
+}
+
+TEST(StatusTexts, ChangeTheUnitAtAThousandAndNotBefore) {
+  EXPECT_EQ(BytesText(1'000), u"1,0 KB");
+  EXPECT_EQ(BytesText(999'999), u"999,9 KB");
+  EXPECT_EQ(BytesText(1'000'000), u"1,0 MB");
+  EXPECT_EQ(BytesText(999'999'999), u"999,9 MB");
+  EXPECT_EQ(BytesText(1'000'000'000), u"1,0 GB");
+  EXPECT_EQ(BytesText(1'234'567'890'123), u"1234,5 GB") << "there is no larger unit";
 }
 
 TEST(StatusTexts, WriteNumbersInGerman) {

@@ -59,7 +59,7 @@ TEST_F(Recording, ClosingTheWindowClosesTheFormAndEndsTheProgram) {
 
 TEST_F(Recording, TextsFitAndMarkupIsShownAsItIs) {
   form_.title.SetCaption(u"<b>Eins</b> & Zwei");
-  form_.state.SetCaption(u"Die Adresse liefert keinen Radiostrom, neuer Versuch in 30 s");
+  form_.state.SetCaption(u"Unter dieser Adresse gibt es keinen Sender (404), neuer Versuch in 30 s");
   window_.show();
   ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
   EXPECT_EQ(Find<QLabel>("title").text(), QStringLiteral("<b>Eins</b> & Zwei"));

@@ -7,6 +7,8 @@
 #include <fstream>
 
 #include "tests/platform/recorder/tool_fixture.h"
+#include "tests/support/icy_script.h"
+#include "tests/support/scripted_icy_server.h"
 
 namespace recorder {
 namespace {
@@ -66,6 +68,18 @@ TEST_F(Program, RecordsOnATerminalWhenTheDisplayCannotBeReached) {
   surroundings["DISPLAY"] = ":nonexistent";
   EXPECT_EQ(RunUntilTwoTitles({RECORDING_TOOL, station_.Url()}, surroundings, SIGTERM), 0);
   ExpectTwoTitles();
+}
+
+TEST_F(Program, EndsWithTheReasonWhenThereIsNothingToRecord) {
+  test_support::ScriptedIcyServer server;
+  server.OnAny(test_support::Script().Send(test_support::Header("HTTP/1.1 404 Not Found", {})));
+  const auto refused = test_support::RunProgram({RECORDING_TOOL, server.Url()}, Surroundings(""));
+  EXPECT_EQ(refused.exit_code, 1);
+  EXPECT_THAT(refused.output, testing::HasSubstr("Unter dieser Adresse gibt es keinen Sender (404)"));
+  const auto no_address = test_support::RunProgram({RECORDING_TOOL, "mms://127.0.0.1/"}, Surroundings(""));
+  EXPECT_EQ(no_address.exit_code, 1);
+  EXPECT_THAT(no_address.output,
+              testing::HasSubstr("Nur Adressen mit http:// oder https:// lassen sich aufnehmen"));
 }
 
 TEST_F(Program, AsksForAnAddressInAWindowUntilItIsClosed) {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QLabel>
 #include <QTest>
 #include <QTimer>
 #include <array>
@@ -25,6 +26,8 @@
 #include "recorder/music_folder.h"
 #include "recorder/record_control.h"
 #include "tests/platform/recorder/tool_fixture.h"
+#include "tests/support/icy_script.h"
+#include "tests/support/scripted_icy_server.h"
 
 namespace recorder {
 namespace {
@@ -113,6 +116,18 @@ TEST_F(Window, ShowsTheRecordingAndStopEndsItWithWholeFiles) {
   EXPECT_TRUE(window_.isVisible());
   EXPECT_TRUE(Find("start").isEnabled());
   ExpectTwoTitles();
+}
+
+TEST_F(Window, ShowsWhyThereIsNothingToRecordAndWaitsForAnotherAddress) {
+  test_support::ScriptedIcyServer server;
+  server.OnAny(test_support::Script().Send(test_support::Header("HTTP/1.1 404 Not Found", {})));
+  window_.show();
+  QTest::keyClicks(&Find("address"), QString::fromStdString(server.Url()));
+  Click("start");
+  EXPECT_FALSE(recording_.Running());
+  EXPECT_EQ(Find<QLabel>("state").text(), QStringLiteral("Unter dieser Adresse gibt es keinen Sender (404)"));
+  EXPECT_TRUE(Find("address").isEnabled());
+  EXPECT_TRUE(Find("start").isEnabled());
 }
 
 TEST_F(Window, OpensTheFolderWhileItRecords) {
