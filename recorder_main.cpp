@@ -1,4 +1,5 @@
-// The recording tool's entry: in a window where there is a display, otherwise on the terminal.
+// The recording tool's entry: in a window where there is a display, otherwise, or when asked to, on the
+// terminal.
 
 #include <QApplication>
 #include <QScreen>
@@ -131,17 +132,19 @@ int RunInWindow(int& argc, char** argv, const std::string& link) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  using Wish = recorder::CommandLine::Wish;
+  using recorder::CommandLine;
+  using Wish = CommandLine::Wish;
   // A reader of the terminal's lines that goes away is no reason to end a recording, and a file that must not
   // grow any more is told as a full disk.
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
   const auto words =
       std::span<const char* const>(argv, static_cast<std::size_t>(argc)).subspan(argc > 0 ? 1 : 0);
-  const recorder::CommandLine line = recorder::ReadCommandLine(words);
+  const CommandLine line = recorder::ReadCommandLine(words);
   if (line.wish == Wish::kWrongUse) return TellWrongUse();
   if (line.wish == Wish::kHelp)
     return std::fputs(std::string(recorder::Usage()).c_str(), stdout) < 0 ? kFailed : 0;
+  if (line.form == CommandLine::Form::kTerminal) return RunOnTerminal(line.link);
   if (CanShowWindows(argc, argv)) return RunInWindow(argc, argv, line.link);
   if (NamesDisplay())
     std::fputs("Kein Bildschirm ist erreichbar, darum geht es auf dem Terminal weiter.\n", stderr);

@@ -13,12 +13,17 @@ struct CommandLine {
     kHelp,     ///< "--help" or "-h"
     kWrongUse  ///< an option that does not exist
   };
+  enum class Form {
+    kWindowIfPossible,
+    kTerminal  ///< "--terminal"
+  };
   Wish wish = Wish::kRecord;
   std::string link;
+  Form form = Form::kWindowIfPossible;
 };
 
-/// All words together are one link, because whoever starts the tool may have split it at its blanks; no link
-/// begins with "-". Blanks round the link are dropped.
+/// The word "--terminal" may stand anywhere. All other words together are one link, because whoever starts
+/// the tool may have split it at its blanks; no link begins with "-". Blanks round the link are dropped.
 [[nodiscard]] CommandLine ReadCommandLine(std::span<const char* const> words);
 
 /// How the tool is called, in German, several lines of UTF-8.

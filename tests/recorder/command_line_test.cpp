@@ -36,6 +36,22 @@ TEST(CommandLine, HelpIsAWishOfItsOwn) {
   EXPECT_EQ(Read({"-h"}).wish, Wish::kHelp);
 }
 
+TEST(CommandLine, TheTerminalMayBeChosenBeforeAndBehindTheLink) {
+  EXPECT_EQ(Read({"http://h/"}).form, CommandLine::Form::kWindowIfPossible);
+  for (const auto& words :
+       {std::vector<const char*>{"--terminal", "http://h/"}, {"http://h/", "--terminal"}}) {
+    const CommandLine line = Read(words);
+    EXPECT_EQ(line.wish, Wish::kRecord);
+    EXPECT_EQ(line.form, CommandLine::Form::kTerminal);
+    EXPECT_EQ(line.link, "http://h/");
+  }
+  EXPECT_EQ(Read({"--terminal"}).form, CommandLine::Form::kTerminal);
+  EXPECT_EQ(Read({"--terminal"}).wish, Wish::kRecord);
+  EXPECT_EQ(Read({"--terminal"}).link, "");
+  EXPECT_EQ(Read({"--terminal", "--help"}).wish, Wish::kHelp);
+  EXPECT_EQ(Read({"--terminal", "--nonsense"}).wish, Wish::kWrongUse);
+}
+
 TEST(CommandLine, OtherOptionsAreWrongUse) {
   EXPECT_EQ(Read({"--version"}).wish, Wish::kWrongUse);
   EXPECT_EQ(Read({"-x", "http://h/"}).wish, Wish::kWrongUse);
@@ -43,7 +59,7 @@ TEST(CommandLine, OtherOptionsAreWrongUse) {
 }
 
 TEST(CommandLine, TheUsageNamesTheProgramAndItsArgument) {
-  EXPECT_THAT(std::string(Usage()), testing::StartsWith("Aufruf: OZRecordFunkhaus [ADRESSE]\n"));
+  EXPECT_THAT(std::string(Usage()), testing::StartsWith("Aufruf: OZRecordFunkhaus [--terminal] [ADRESSE]\n"));
 }
 
 }  // namespace

@@ -70,6 +70,15 @@ TEST_F(Program, RecordsOnATerminalWhenTheDisplayCannotBeReached) {
   ExpectTwoTitles();
 }
 
+TEST_F(Program, RecordsOnATerminalOfADesktopWhenAskedTo) {
+  const auto output = music_.Path() / "output";
+  const ChildProcess::Arguments arguments = {
+      "sh", "-c", "exec \"$1\" --terminal \"$2\" >\"$3\"", "sh", RECORDING_TOOL, station_.Url(), output};
+  EXPECT_EQ(RunUntilTwoTitles(arguments, "offscreen", SIGTERM), 0);
+  ExpectTwoTitles();
+  EXPECT_THAT(test_support::ReadBytes(output), testing::HasSubstr("Aufnahme läuft: Testfunk"));
+}
+
 TEST_F(Program, EndsWithTheReasonWhenThereIsNothingToRecord) {
   test_support::ScriptedIcyServer server;
   server.OnAny(test_support::Script().Send(test_support::Header("HTTP/1.1 404 Not Found", {})));
@@ -109,7 +118,7 @@ TEST_F(Program, ExplainsItselfOnRequest) {
   for (const char* qt_platform : {"", "offscreen"}) {
     const auto help = test_support::RunProgram({RECORDING_TOOL, "--help"}, Surroundings(qt_platform));
     EXPECT_EQ(help.exit_code, 0);
-    EXPECT_THAT(help.output, testing::StartsWith("Aufruf: OZRecordFunkhaus [ADRESSE]"));
+    EXPECT_THAT(help.output, testing::StartsWith("Aufruf: OZRecordFunkhaus [--terminal] [ADRESSE]"));
     EXPECT_EQ(test_support::RunProgram({RECORDING_TOOL, "--nonsense"}, Surroundings(qt_platform)).exit_code,
               2);
   }
