@@ -3,6 +3,7 @@
 #include <gst/gst.h>
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 
 #include "platform/gstreamer/gst_pointers.h"
@@ -13,6 +14,15 @@ namespace {
 
 constexpr char16_t kReplacement = 0xFFFD;
 constexpr std::string_view kFileScheme = "file://";
+
+/// What a line of a text file leaves around an address: blanks, tabs, the CR of a line end, other controls.
+bool IsBlankOrControl(char16_t unit) { return unit <= 0x20 || unit == 0x7F; }
+
+Text WithoutBlankEnds(const Text& text) {
+  const auto first = std::find_if_not(text.begin(), text.end(), IsBlankOrControl);
+  const auto last = std::find_if_not(text.rbegin(), std::make_reverse_iterator(first), IsBlankOrControl);
+  return {first, last.base()};
+}
 
 bool StartsWithIgnoringCase(const std::string& text, std::string_view prefix) {
   return text.size() >= prefix.size() && g_ascii_strncasecmp(text.c_str(), prefix.data(), prefix.size()) == 0;
@@ -74,7 +84,8 @@ std::string PathOfFileUri(std::string text) {
 
 }  // namespace
 
-Address ResolveAddress(const Text& text, NativePaths& native_paths) {
+Address ResolveAddress(const Text& untrimmed, NativePaths& native_paths) {
+  const Text text = WithoutBlankEnds(untrimmed);
   if (text.empty() || text.find(u'\0') != Text::npos) return {};
   const std::string utf8 = Utf8FromText(text);
   if (StartsWithIgnoringCase(utf8, "http://") || StartsWithIgnoringCase(utf8, "https://")) {

@@ -17,9 +17,9 @@ struct Address {
 };
 
 /// Accepts "http://" and "https://" (any letter case; spaces and letters beyond ASCII are escaped), "file://"
-/// addresses, and file names with either separator. Another scheme gives MF_E_UNSUPPORTED_SCHEME, no text
-/// E_INVALIDARG.
-Address ResolveAddress(const Text& text, NativePaths& native_paths);
+/// addresses, and file names with either separator. Blanks and control characters (U+0000 to U+0020, U+007F)
+/// at the ends are dropped. Another scheme gives MF_E_UNSUPPORTED_SCHEME, no text E_INVALIDARG.
+Address ResolveAddress(const Text& untrimmed, NativePaths& native_paths);
 
 /// UTF-8 for UTF-16; what is no valid UTF-16 becomes U+FFFD.
 std::string Utf8FromText(const Text& text);

@@ -47,6 +47,19 @@ TEST_F(AddressTest, FileAddressesMayBeWrittenLoosely) {
   EXPECT_EQ(Uri(u"FILE:///music\\a.mp3"), "file:///music/a.mp3");
 }
 
+TEST_F(AddressTest, BlanksAndControlCharactersAtTheEndsAreDropped) {
+  EXPECT_EQ(Uri(u"http://a.example/live\r"), "http://a.example/live");
+  EXPECT_EQ(Uri(u" \t http://a.example/live\r\n\x7F"), "http://a.example/live");
+  EXPECT_EQ(Uri(Text(u"\0http://a.example/\x1F\0", 20)), "http://a.example/");
+  EXPECT_EQ(Uri(u"http://a.example/a b \t"), "http://a.example/a%20b") << "those within belong to it";
+  EXPECT_EQ(Uri(u"http://a.example/a\u00A0\u0080"), "http://a.example/a%C2%A0%C2%80") << "others stay";
+  EXPECT_EQ(Uri(u"/music/a b.mp3\r"), "file:///music/a%20b.mp3");
+  EXPECT_EQ(Uri(u"\tfile:///music/a.mp3 "), "file:///music/a.mp3");
+  EXPECT_EQ(ResolveAddress(u" rtsp://a.example/x\r", paths).result,
+            platform::gstreamer::kMfEUnsupportedScheme);
+  EXPECT_EQ(ResolveAddress(u" \r\n\t", paths).result, platform::kEInvalidArg);
+}
+
 TEST_F(AddressTest, OtherSchemesAndEmptyTextsAreRefused) {
   EXPECT_EQ(ResolveAddress(u"rtsp://a.example/x", paths).result, platform::gstreamer::kMfEUnsupportedScheme);
   EXPECT_EQ(ResolveAddress(u"", paths).result, platform::kEInvalidArg);
