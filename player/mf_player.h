@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "platform/clock.h"
@@ -92,10 +93,15 @@ class clsMFPlayer : public std::enable_shared_from_this<clsMFPlayer> {
   /// The levels of the first `channels` channels, 0.0 to 1.0 each. False for a count
   /// below 1 or above 65535.
   bool GetAudioChannelsPeakValues(std::int32_t channels, std::vector<float>& peaks);
-  /// 1 muted, 0 not.
+  /// 1 muted, 0 not; nothing when the session gives no answer.
+  std::optional<std::int32_t> AnsweredMute();
+  /// As before, but 0 without an answer.
   std::int32_t GetAudioSimpleMute();
   bool SetAudioSimpleMute(bool bolMute);
-  /// The volume in hundredths, 0 (silent) to 100, ties rounded to the even number.
+  /// The volume in hundredths, 0 (silent) to 100, ties rounded to the even number; nothing when the session
+  /// gives no answer, or none that is a volume.
+  std::optional<std::int16_t> AnsweredVolume();
+  /// As before, but 0 without an answer.
   std::int16_t GetAudioSimpleAudioVolume();
   /// 0.0 (silent) to 1.0 (full); handed on as it is.
   bool SetAudioAudioVolume(float sngVolume);

@@ -45,12 +45,15 @@ bool clsMFPlayer::GetAudioChannelsPeakValues(std::int32_t channels, std::vector<
   return true;
 }
 
-std::int32_t clsMFPlayer::GetAudioSimpleMute() {
+std::optional<std::int32_t> clsMFPlayer::AnsweredMute() {
   std::int32_t mute = 0;
   const CallResult result =
       caller_.CallInterface(simple_volume_.Get(), platform::IMFSimpleAudioVolume::GetMute, &mute);
-  return IsOk(result) && mute == 1 ? 1 : 0;
+  if (!IsOk(result)) return std::nullopt;
+  return mute == 1 ? 1 : 0;
 }
+
+std::int32_t clsMFPlayer::GetAudioSimpleMute() { return AnsweredMute().value_or(0); }
 
 bool clsMFPlayer::SetAudioSimpleMute(bool bolMute) {
   if (!simple_volume_) return false;
@@ -58,17 +61,20 @@ bool clsMFPlayer::SetAudioSimpleMute(bool bolMute) {
   return IsOk(caller_.CallInterface(simple_volume_.Get(), platform::IMFSimpleAudioVolume::SetMute, mute));
 }
 
-std::int16_t clsMFPlayer::GetAudioSimpleAudioVolume() {
+std::optional<std::int16_t> clsMFPlayer::AnsweredVolume() {
   float volume = 0.0f;
   if (!IsOk(caller_.CallInterface(simple_volume_.Get(), platform::IMFSimpleAudioVolume::GetMasterVolume,
                                   &volume))) {
-    return 0;
+    return std::nullopt;
   }
   const double hundredths = RoundTiesToEven(static_cast<double>(volume) * 100.0);
   using Limits = std::numeric_limits<std::int16_t>;
   const bool fits = hundredths >= Limits::min() && hundredths <= Limits::max();
-  return fits ? static_cast<std::int16_t>(hundredths) : std::int16_t{0};
+  if (!fits) return std::nullopt;
+  return static_cast<std::int16_t>(hundredths);
 }
+
+std::int16_t clsMFPlayer::GetAudioSimpleAudioVolume() { return AnsweredVolume().value_or(std::int16_t{0}); }
 
 bool clsMFPlayer::SetAudioAudioVolume(float sngVolume) {
   if (!simple_volume_) return false;

@@ -201,8 +201,11 @@ void PlaybackControl::tmPlay_Timer() {
 }
 
 void PlaybackControl::FollowMixer(clsMFPlayer& player) {
+  const std::optional<std::int32_t> mute = player.AnsweredMute();
+  const std::optional<std::int16_t> volume = player.AnsweredVolume();
   following_mixer_ = true;
-  ShowServiceValues(player);
+  if (mute) parts_.ckSavMute.SetValue(*mute == 1 ? CheckValue::kChecked : CheckValue::kUnchecked);
+  if (volume) parts_.hscSavVolume.SetValue(*volume);
   following_mixer_ = false;
 }
 

@@ -96,7 +96,8 @@ class PlaybackControl {
   StartState RefreshSelection();
   StartState WorkOutAgain();
   void ShowServiceValues(player::clsMFPlayer& player);
-  /// The slider and the mute box take what the user has set in the desktop's mixer, and write nothing back.
+  /// The slider and the mute box take what the user has set in the desktop's mixer, and write nothing back;
+  /// without an answer they stay as they are.
   void FollowMixer(player::clsMFPlayer& player);
   /// What the stream says of itself, a line per name. Nothing when a name that was announced is missing.
   [[nodiscard]] std::optional<platform::Text> InformationText(player::clsMFPlayer& player) const;

@@ -71,7 +71,7 @@ std::vector<float> MediaItem::Peaks() const {
   const float factor = volume.mute ? 0.0F : static_cast<float>(volume.volume);
   const std::vector<float> measured = pipeline->Peaks();
   for (std::size_t channel = 0; channel < std::min(channels, measured.size()); ++channel) {
-    peaks[channel] = measured[channel] * factor;
+    peaks[channel] = std::min(1.0F, measured[channel] * factor);
   }
   return peaks;
 }

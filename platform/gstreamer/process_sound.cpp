@@ -1,21 +1,24 @@
 #include "platform/gstreamer/process_sound.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace platform::gstreamer {
 namespace {
 
-constexpr double kRounding = 0.002;
+/// On the mixer's scale of 0 to 1, which is the cube root of the linear one: in hundredths, as mixers show
+/// it, the smallest step is ten times this.
+constexpr double kRounding = 0.001;
+
+bool IsSameInMixer(double linear, double other) {
+  return std::abs(std::cbrt(linear) - std::cbrt(other)) <= kRounding;
+}
 
 }  // namespace
 
 void ProcessSound::Observe(const StreamVolume& observed, std::uint64_t version) {
   const std::lock_guard lock(mutex_);
   if (version != wanted_.version) return;
-  // The mixer can amplify beyond full volume; the program's scale ends there.
-  const double volume = std::clamp(observed.volume, 0.0, 1.0);
-  if (!wanted_.volume || std::abs(*wanted_.volume - volume) > kRounding) wanted_.volume = volume;
+  if (!wanted_.volume || !IsSameInMixer(*wanted_.volume, observed.volume)) wanted_.volume = observed.volume;
   wanted_.mute = observed.mute;
 }
 

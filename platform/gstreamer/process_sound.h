@@ -15,14 +15,16 @@ namespace platform::gstreamer {
 class ProcessSound {
  public:
   struct Wanted {
-    std::optional<double> volume;  ///< linear; nothing: what the sound server remembers
+    /// Linear; nothing: what the sound server remembers. Above 1 only by the mixer.
+    std::optional<double> volume;
     std::optional<bool> mute;
     std::uint64_t version = 0;  ///< changes with every setting
   };
 
+  /// At most 1, which leaves the mixer's amplification beyond that as it is.
   void SetVolume(double linear) {
     const std::lock_guard lock(mutex_);
-    wanted_.volume = linear;
+    if (linear < 1.0 || wanted_.volume.value_or(0.0) < 1.0) wanted_.volume = linear;
     ++wanted_.version;
   }
   void SetMute(bool mute) {
@@ -34,6 +36,7 @@ class ProcessSound {
     const std::lock_guard lock(mutex_);
     return wanted_;
   }
+  /// The mixer's amplification, which has a volume above 1, included.
   [[nodiscard]] StreamVolume Current() const {
     const std::lock_guard lock(mutex_);
     return {wanted_.volume.value_or(1.0), wanted_.mute.value_or(false)};

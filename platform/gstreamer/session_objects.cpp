@@ -2,6 +2,7 @@
 
 #include <gst/audio/streamvolume.h>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -136,7 +137,8 @@ SimpleAudioVolume::SimpleAudioVolume(Context& context, std::shared_ptr<SessionSt
   });
   Bind(IMFSimpleAudioVolume::GetMasterVolume, [&context](float* volume) {
     if (volume == nullptr) return kEPointer;
-    *volume = MixerFromLinear(context.services->sound.Current().volume);
+    // The mixer can amplify beyond full volume; the program's scale ends there.
+    *volume = MixerFromLinear(std::min(1.0, context.services->sound.Current().volume));
     return kSOk;
   });
   Bind(IMFSimpleAudioVolume::SetMute, [&context, state](std::int32_t mute) {

@@ -106,6 +106,22 @@ TEST_F(PlayerAudioTest, VolumeIsReadInHundredthsWithTiesToTheEvenNumber) {
   }
 }
 
+TEST_F(PlayerAudioTest, AnAnswerIsToldFromNone) {
+  const auto player = MakeServedPlayer();
+  media_.volume = 0.0f;
+  EXPECT_EQ(player->AnsweredVolume(), std::int16_t{0});
+  EXPECT_EQ(player->AnsweredMute(), 0);
+  media_.mute = 1;
+  EXPECT_EQ(player->AnsweredMute(), 1);
+  media_.volume = 1e9f;
+  EXPECT_EQ(player->AnsweredVolume(), std::nullopt) << "no number can hold it";
+  media_.faults["IMFSimpleAudioVolume::GetMasterVolume"] = platform::kEFail;
+  media_.faults["IMFSimpleAudioVolume::GetMute"] = platform::kEFail;
+  media_.volume = 0.5f;
+  EXPECT_EQ(player->AnsweredVolume(), std::nullopt);
+  EXPECT_EQ(player->AnsweredMute(), std::nullopt);
+}
+
 TEST_F(PlayerAudioTest, VolumeThatNoNumberCanHoldIsZero) {
   const auto player = MakeServedPlayer();
   for (const float volume :

@@ -1,5 +1,7 @@
 #include "ui/playback_control.h"
 
+#include <limits>
+
 #include "tests/ui/playback_fixture.h"
 
 namespace app {
@@ -309,6 +311,24 @@ TEST_F(PlaybackControlTest, SliderAndMuteBoxFollowTheMixerAndWriteNothingBack) {
   EXPECT_TRUE(Form().ckSavMute.Checked());
   EXPECT_EQ(CountCalls("SetMasterVolume"), 0U);
   EXPECT_EQ(CountCalls("SetMute"), 0U);
+}
+
+TEST_F(PlaybackControlTest, SliderAndMuteBoxStayWithoutAnAnswerOfTheMixer) {
+  StartAndPlay();
+  media.volume = 0.7F;
+  media.mute = 1;
+  Form().tmPlay.Fire();
+  media.faults["IMFSimpleAudioVolume::GetMasterVolume"] = platform::kEFail;
+  media.faults["IMFSimpleAudioVolume::GetMute"] = platform::kEFail;
+  Form().tmPlay.Fire();
+  EXPECT_EQ(Form().hscSavVolume.Value(), 70);
+  EXPECT_TRUE(Form().ckSavMute.Checked());
+  media.faults.clear();
+  media.volume = std::numeric_limits<float>::quiet_NaN();
+  media.mute = 0;
+  Form().tmPlay.Fire();
+  EXPECT_EQ(Form().hscSavVolume.Value(), 70) << "this is no volume";
+  EXPECT_FALSE(Form().ckSavMute.Checked()) << "each is an answer of its own";
 }
 
 TEST_F(PlaybackControlTest, SliderFollowsNothingWithoutServicesOrWhileTheNextStationOpens) {

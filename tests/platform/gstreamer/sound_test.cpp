@@ -123,6 +123,46 @@ TEST_F(SoundTest, VolumeAndMuteSurviveANewConnectionAndTheNextItem) {
   EXPECT_TRUE(IsAsLoudAs(kToneLevel / 8));
 }
 
+TEST_F(SoundTest, ASmallVolumeOfTheMixerIsFollowedThoughTheProgramWasSilent) {
+  SessionDriver driver;
+  ASSERT_TRUE(StartTone(driver));
+  ASSERT_EQ(driver.SetVolume(0.0F), kSOk);
+  ASSERT_TRUE(WaitUntil([&] { return pulse.FindStream(kApplication)->volume_percent == 0; }, 3s));
+  pulse.MoveSlider(kApplication, 10);
+  EXPECT_TRUE(WaitUntil([&] { return std::abs(driver.Volume() - 0.1F) < 0.002F; }, 3s));
+  ASSERT_EQ(driver.Open(MakeTone(folder, "t.flac", "flac")), kSOk);
+  ASSERT_EQ(driver.Start(), kSOk);
+  ASSERT_TRUE(WaitUntil([&] { return pulse.FindStream(kApplication).has_value(); }, 3s));
+  EXPECT_EQ(pulse.FindStream(kApplication)->volume_percent, 10) << "the next item is not silent again";
+}
+
+TEST_F(SoundTest, AnAmplificationOfTheMixerSurvivesANewConnectionAndTheNextItem) {
+  const std::string sound = ReadBytes(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 2}));
+  MediaHttpServer server;
+  server.On("/live", [&](MediaHttpServer::Connection& connection) {
+    connection.Send(LiveHead("audio/mpeg") + sound);
+  });
+  const auto percent = [&] {
+    const auto stream = pulse.FindStream(kApplication);
+    return stream ? stream->volume_percent : -1;
+  };
+  SessionDriver driver;
+  ASSERT_TRUE(StartTone(driver));
+  pulse.MoveSlider(kApplication, 130);
+  EXPECT_TRUE(WaitUntil([&] { return IsAsLoudAs(kToneLevel * 1.3 * 1.3 * 1.3); }, 3s));
+  EXPECT_EQ(driver.Volume(), 1.0F) << "the program's own scale ends there";
+  EXPECT_THAT(driver.Peaks(), testing::Each(testing::Le(1.0F)));
+  ASSERT_EQ(driver.Open(server.Url("/live")), kSOk);
+  ASSERT_EQ(driver.SetVolume(driver.Volume()), kSOk) << "as the slider does when it takes the value";
+  ASSERT_EQ(driver.Start(), kSOk);
+  EXPECT_TRUE(WaitUntil([&] { return percent() == 130; }, 3s));
+  ASSERT_TRUE(WaitUntil([&] { return server.Requests("/live") >= 2; }, 8s));
+  ASSERT_TRUE(loudness.WaitForSound(300ms, 5s));
+  EXPECT_TRUE(WaitUntil([&] { return percent() == 130; }, 3s));
+  ASSERT_EQ(driver.SetVolume(0.5F), kSOk);
+  EXPECT_TRUE(WaitUntil([&] { return percent() == 50; }, 3s));
+}
+
 TEST_F(SoundTest, ThePeaksShowEveryChannelWithVolumeAndMute) {
   SessionDriver driver;
   ASSERT_TRUE(StartTone(driver));
