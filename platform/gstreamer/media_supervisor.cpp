@@ -15,9 +15,8 @@ constexpr seconds kWaitForOutput{30};
 constexpr std::chrono::microseconds kDeviceBuffer{kDeviceBufferMicroseconds};
 /// How long a device is left alone once the buffer behind it is dry: until it asks for more in vain.
 constexpr std::chrono::microseconds kPlayedWhenDry = kDeviceBuffer * 3 / 4;
-/// The device takes what it can hold at once; what is left must not count as dry.
-constexpr std::int64_t kFirstRefill = kDeviceBufferMicroseconds * 1000 + 200'000'000;
-constexpr std::int64_t kLargestRefill = 5'000'000'000;
+/// While the sound goes on the buffer is only looked at when it runs dry.
+constexpr std::chrono::milliseconds kRefillWhilePlaying{100};
 
 }  // namespace
 
@@ -60,8 +59,7 @@ void MediaSupervisor::OpenNext() {
   opening_.pipeline = Pipeline::Create(input_, services_->pipeline, std::move(output), *state_, ++serial_);
   if (!opening_.pipeline) return OnOpenFailed(kEFail, {PlaybackFailure::kNoSoundDevice});
   opening_.deadline = now + services_->open_deadline;
-  opening_.refill = kFirstRefill;
-  opening_.pipeline->SetRefill(kFirstRefill);
+  opening_.pipeline->SetRefill(opening_.reserve.Most());
   const auto wanted = services_->sound.Get();
   if (wanted.volume) opening_.pipeline->SetVolume(*wanted.volume);
   if (wanted.mute) opening_.pipeline->SetMute(*wanted.mute);
@@ -82,9 +80,7 @@ void MediaSupervisor::OnOpeningEvent(const PipelineEvent& event) {
       opening_.prerolled = true;
       return OnOpened();
     case Kind::kBuffering:
-      opening_.filled = event.percent >= 100;
-      opening_.percent = event.percent;
-      return;
+      return OnBuffering(opening_);
     case Kind::kSourceEnded:
       opening_.source_gone = true;
       return;
@@ -99,7 +95,7 @@ void MediaSupervisor::OnPlayingEvent(const PipelineEvent& event) {
   using Kind = PipelineEvent::Kind;
   switch (event.kind) {
     case Kind::kBuffering:
-      return OnBuffering(event.percent);
+      return OnBuffering(playing_);
     case Kind::kSourceEnded:
       return LoseSource();
     case Kind::kEnded:
@@ -150,20 +146,29 @@ void MediaSupervisor::OnDuration() {
   state_->SetDuration(*duration);
 }
 
-void MediaSupervisor::OnBuffering(int percent) {
-  playing_.percent = percent;
-  const bool was_filled = std::exchange(playing_.filled, percent >= 100);
-  if (playing_.filled) {
-    playing_.refilled = true;
-    playing_.dry_at.reset();
+void MediaSupervisor::OnBuffering(Line& line) {
+  // What was announced may have changed since; the buffer itself decides.
+  if (line.filled) {
+    if (line.pipeline->IsDry()) OnDry(line);
     return;
   }
-  if (playing_.source_gone) return EndOnceHeard();
-  if (was_filled && playing_.playing) playing_.dry_at = Clock::now() + kPlayedWhenDry;
-  if (!std::exchange(playing_.refilled, false)) return;
-  // A connection that could not keep up gets a larger reserve each time.
-  playing_.refill = std::min(playing_.refill * 2, kLargestRefill);
-  playing_.pipeline->SetRefill(playing_.refill);
+  const auto now = Clock::now();
+  line.percent = line.reserve.Percent(line.pipeline->Buffered(), now);
+  if (line.percent < 100) return;
+  line.filled = true;
+  line.dry_at.reset();
+  line.reserve.Resume(now);
+  line.pipeline->SetRefill(kRefillWhilePlaying);
+}
+
+void MediaSupervisor::OnDry(Line& line) {
+  const auto now = Clock::now();
+  line.filled = false;
+  line.percent = 0;
+  if (line.source_gone) return EndOnceHeard();
+  if (line.playing) line.dry_at = now + kPlayedWhenDry;
+  line.reserve.RunDry(now);
+  line.pipeline->SetRefill(line.reserve.Most());
 }
 
 void MediaSupervisor::OnOpenFailed(HResult result, FailureCause cause) {

@@ -13,6 +13,7 @@
 #include "platform/gstreamer/pipeline.h"
 #include "platform/gstreamer/process_sound.h"
 #include "platform/gstreamer/reconnect_schedule.h"
+#include "platform/gstreamer/reserve.h"
 #include "platform/gstreamer/sound_output.h"
 
 namespace platform::gstreamer {
@@ -47,14 +48,13 @@ class MediaSupervisor {
     bool prerolled = false;
     bool filled = false;       ///< enough is buffered
     int percent = 0;           ///< buffered of what is wanted before the sound
-    bool refilled = false;     ///< after a hole: one more asks for a larger reserve
     bool source_gone = false;  ///< only what is buffered is left
     bool playing = false;
     Clock::time_point deadline{};                   ///< of opening
     std::optional<Clock::time_point> played_since;  ///< when it was first heard
     std::optional<Clock::time_point> silent_at;     ///< when the end has been heard, once it is near
     std::optional<Clock::time_point> dry_at;        ///< when the device is as good as dry, once the buffer is
-    std::int64_t refill = 0;
+    Reserve reserve;
   };
 
   void OpenNext();
@@ -62,7 +62,8 @@ class MediaSupervisor {
   void OnOpeningEvent(const PipelineEvent& event);
   void OnPlayingEvent(const PipelineEvent& event);
   void OnOpened();
-  void OnBuffering(int percent);
+  void OnBuffering(Line& line);
+  void OnDry(Line& line);
   void OnOpenFailed(HResult result, FailureCause cause);
   void OnSilent();
   void OnPlayingFailed(const PipelineEvent& event);

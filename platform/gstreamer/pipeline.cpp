@@ -2,6 +2,7 @@
 
 #include <gio/gio.h>
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -12,10 +13,10 @@ namespace platform::gstreamer {
 namespace {
 
 /// The buffer's size: so much decoded sound, or so many bytes of it.
-constexpr std::int64_t kBufferTime = 10 * GST_SECOND;
+constexpr std::chrono::nanoseconds kBufferTime = std::chrono::seconds(10);
 constexpr guint kBufferBytes = 24U << 20U;
-/// The share of the buffer below which it counts as dry: 40 ms, for the device has its own 400 ms by then.
-constexpr double kDry = 0.004;
+/// Below this the buffer counts as dry, for the device has its own 400 ms by then.
+constexpr std::chrono::nanoseconds kDry = std::chrono::milliseconds(40);
 /// How often a file on a server is asked for its rest after a broken connection.
 constexpr int kResumeTries = 3;
 constexpr std::int64_t kLevelInterval = 20 * GST_MSECOND;
@@ -23,6 +24,10 @@ constexpr std::int64_t kLevelInterval = 20 * GST_MSECOND;
 std::string_view FactoryName(GstElement* element) {
   GstElementFactory* factory = gst_element_get_factory(element);
   return factory == nullptr ? std::string_view() : GST_OBJECT_NAME(factory);
+}
+
+double ShareOfBuffer(std::chrono::nanoseconds sound) {
+  return static_cast<double>(sound.count()) / static_cast<double>(kBufferTime.count());
 }
 
 bool IsAudio(GstPad* pad) {
@@ -87,8 +92,8 @@ bool Pipeline::LinkChain(const std::vector<GstElement*>& chain) {
   }
   // Decoded sound is buffered, not bytes: its time is exact whatever the format and the server's burst.
   g_object_set(buffer_, "use-buffering", TRUE, "use-rate-estimate", FALSE, "max-size-buffers", 0U,
-               "max-size-bytes", kBufferBytes, "max-size-time", static_cast<guint64>(kBufferTime),
-               "low-watermark", kDry, nullptr);
+               "max-size-bytes", kBufferBytes, "max-size-time", static_cast<guint64>(kBufferTime.count()),
+               "low-watermark", ShareOfBuffer(kDry), nullptr);
   g_object_set(level_, "interval", static_cast<guint64>(kLevelInterval), nullptr);
   return true;
 }
@@ -278,6 +283,7 @@ GstPadProbeReturn Pipeline::OnBufferInput(GstPadProbeInfo* info) {
   if ((GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_BUFFER) != 0) {
     last_data_ = g_get_monotonic_time();
   } else if (GST_EVENT_TYPE(GST_PAD_PROBE_INFO_EVENT(info)) == GST_EVENT_EOS) {
+    source_ended_ = true;
     Notify({PipelineEvent::Kind::kSourceEnded, serial_});
   }
   return GST_PAD_PROBE_OK;
@@ -312,10 +318,19 @@ void Pipeline::Stop() {
   probe_.Cancel();
 }
 
-void Pipeline::SetRefill(std::int64_t nanoseconds) {
-  g_object_set(buffer_, "high-watermark", static_cast<double>(nanoseconds) / static_cast<double>(kBufferTime),
-               nullptr);
+void Pipeline::SetRefill(std::chrono::nanoseconds sound) {
+  g_object_set(buffer_, "high-watermark", ShareOfBuffer(sound), nullptr);
 }
+
+std::chrono::nanoseconds Pipeline::Buffered() const {
+  guint64 time = 0;
+  guint bytes = 0;
+  g_object_get(buffer_, "current-level-time", &time, "current-level-bytes", &bytes, nullptr);
+  if (source_ended_ || bytes >= kBufferBytes / 4 * 3) return kBufferTime;
+  return std::min(std::chrono::nanoseconds(static_cast<std::int64_t>(time)), kBufferTime);
+}
+
+bool Pipeline::IsDry() const { return Buffered() < kDry; }
 
 void Pipeline::SetVolume(double linear) { g_object_set(volume_, "volume", linear, nullptr); }
 

@@ -5,6 +5,7 @@
 #include <gst/gst.h>
 
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -36,7 +37,7 @@ struct PipelineSettings {
 struct PipelineEvent {
   enum class Kind : std::uint8_t {
     kPrerolled,        ///< opened; the first sound is decoded
-    kBuffering,        ///< `percent` of what is wanted before the sound goes on
+    kBuffering,        ///< `percent` of what is wanted before the sound goes on; the buffer can tell more
     kSourceEnded,      ///< no more data arrives; what is buffered is still to be heard
     kEnded,            ///< the device has everything; its buffer is still to be heard
     kFailed,           ///< `result` and `cause` say why; `output_failed` when it was the sink
@@ -87,8 +88,12 @@ class Pipeline {
   void Pause();
   void Stop();
 
-  /// How much sound has to be buffered before a pipeline that ran dry goes on.
-  void SetRefill(std::int64_t nanoseconds);
+  /// The buffered sound that kBuffering counts as 100 %.
+  void SetRefill(std::chrono::nanoseconds sound);
+  /// The buffered sound; all that the buffer can hold once nothing more comes or fits.
+  [[nodiscard]] std::chrono::nanoseconds Buffered() const;
+  /// True when the buffer counts as empty.
+  [[nodiscard]] bool IsDry() const;
   void SetVolume(double linear);
   void SetMute(bool mute);
   [[nodiscard]] StreamVolume ReadVolume() const;
@@ -149,6 +154,7 @@ class Pipeline {
   bool heard_ = false;
   LevelHistory levels_;
   std::atomic<bool> station_{false};
+  std::atomic<bool> source_ended_{false};
   std::atomic<int> channels_{0};
   std::atomic<int> sample_rate_{0};
   std::atomic<std::int64_t> last_data_{0};

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 
@@ -170,6 +171,30 @@ TEST_F(LiveTest, ABufferThatRunsDryPausesUntilThereIsEnough) {
   EXPECT_TRUE(loudness.WaitForSound(2000ms, 5s)) << "and then it holds";
   EXPECT_NEAR(driver.Seconds() - dry, 2.2, 0.7);
   EXPECT_EQ(server.Requests("/live"), 1);
+}
+
+TEST_F(LiveTest, TheSoundAfterAHoleIsWorthTheWait) {
+  const std::string sound = ReadBytes(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 12}));
+  MediaHttpServer server;
+  std::atomic<bool> is_heard_again{false};
+  server.On("/live", [&](MediaHttpServer::Connection& connection) {
+    if (!connection.Send(LiveHead("audio/mpeg") + sound.substr(0, kBytesPerSecond))) return;
+    connection.StaySilent(1500ms);
+    constexpr std::size_t kPiece = kBytesPerSecond / 10;
+    for (std::size_t sent = kBytesPerSecond; sent < sound.size() && !is_heard_again; sent += kPiece) {
+      if (!connection.SendAtRate(sound.substr(sent, kPiece), kBytesPerSecond)) return;
+    }
+    connection.StaySilent(20s);
+  });
+  ASSERT_TRUE(OpenAndHear(server.Url("/live")));
+  ASSERT_TRUE(loudness.WaitForSilence(200ms, 5s));
+  const auto silent = Clock::now() - 200ms;
+  ASSERT_TRUE(WaitUntil([&] { return loudness.FirstSoundAfter(silent + 200ms).has_value(); }, 15s));
+  is_heard_again = true;
+  const auto again = *loudness.FirstSoundAfter(silent + 200ms);
+  ASSERT_TRUE(loudness.WaitForSilence(200ms, 15s));
+  const auto lasted = Clock::now() - 200ms - again;
+  EXPECT_GT(lasted + 300ms, std::min<Clock::duration>(again - silent, 3s)) << "three seconds are the bound";
 }
 
 TEST_F(LiveTest, AHoleThatTheDeviceCanBridgeIsNotHeard) {
