@@ -73,6 +73,17 @@ void ListView::AddRows(std::vector<ListRow> rows) {
   RowsAdded.Raise(first, rows.size());
 }
 
+RowId ListView::InsertRow(std::size_t position, ListRow row) {
+  const std::size_t place = std::min(position, rows_.size());
+  Append(std::move(row));
+  const RowId id = rows_.back().id;
+  const auto target = rows_.begin() + static_cast<std::ptrdiff_t>(place);
+  std::rotate(target, rows_.end() - 1, rows_.end());
+  Reindex(place);
+  RowsAdded.Raise(place, 1);
+  return id;
+}
+
 bool ListView::RemoveRow(RowId id) {
   const auto index = IndexOf(id);
   if (!index) return false;

@@ -85,6 +85,9 @@ class ListView final : public Control {
   RowId AddRow(ListRow row);
   /// Appends many rows with one announcement.
   void AddRows(std::vector<ListRow> rows);
+  /// Puts a row at a position of the display order, at the end when there are fewer rows; otherwise as
+  /// AddRow.
+  RowId InsertRow(std::size_t position, ListRow row);
   bool RemoveRow(RowId id);
   /// Removes all rows, and the selection with them.
   void Clear();

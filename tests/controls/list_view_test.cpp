@@ -70,6 +70,26 @@ TEST_F(ListViewTest, AnnouncesManyRowsOnceAndNoneNotAtAll) {
   ExpectPositionsToAgree();
 }
 
+TEST_F(ListViewTest, InsertsARowAtItsPlaceAndAnnouncesIt) {
+  const RowId x = list_.InsertRow(1, Row(u"x"));
+  EXPECT_EQ(Names(), u"bxac");
+  EXPECT_EQ(list_.IndexOf(x), 1U);
+  ExpectPositionsToAgree();
+  list_.InsertRow(0, Row(u"y"));
+  list_.InsertRow(99, Row(u"z"));
+  EXPECT_EQ(Names(), u"ybxacz");
+  EXPECT_EQ(log_, (Log{"added 1+1", "added 0+1", "added 5+1"}));
+  ExpectPositionsToAgree();
+}
+
+TEST_F(ListViewTest, InsertedRowLeavesTheSelectionAndHasNoMark) {
+  list_.Select(a_);
+  ListRow row = Row(u"x");
+  row.mark = RowMark::kPlaying;
+  EXPECT_EQ(list_.Mark(list_.InsertRow(0, row)), RowMark::kNone);
+  EXPECT_EQ(list_.SelectedRow(), a_);
+}
+
 TEST_F(ListViewTest, MarkIsAnnouncedOnceAndLeavesTheCells) {
   const std::vector<ListRow> before = list_.Rows();
   list_.SetMark(a_, RowMark::kPlaying);
