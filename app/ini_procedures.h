@@ -58,7 +58,7 @@ class IniProcedures {
   [[nodiscard]] std::optional<platform::ProfileSection> CopyStationSection(const Text& Section) const;
 
   /// Puts a copied section back in its place; see platform::PrivateProfile::InsertSection.
-  [[nodiscard]] bool InsertStationSection(const platform::ProfileSection& section) const;
+  bool InsertStationSection(const platform::ProfileSection& section) const;
 
  private:
   [[nodiscard]] Text FamilyPathOrStationFile(const Text& file_name) const;

@@ -59,6 +59,11 @@ inline constexpr TextView kConnectionLost = u"Die Verbindung zu %1 ist abgebroch
 inline constexpr TextView kCannotPlay = u"%1 kann nicht abgespielt werden.";
 
 inline constexpr TextView kNotWritten = u"Nicht gespeichert: %1 konnte nicht geschrieben werden.";  // path
+inline constexpr TextView kNotDeleted =
+    u"Nicht gelöscht: %1 konnte nicht geschrieben werden. Der Eintrag erscheint wieder.";  // path
+inline constexpr TextView kBroughtBack = u"„%1“ ist wieder da.";  // name of a station
+inline constexpr TextView kNameTaken =
+    u"Nicht zurückgeholt: Es gibt inzwischen einen anderen Eintrag „%1“.";  // name of a station
 
 inline constexpr std::array kAll = {kResolving,
                                     kConnecting,
@@ -102,6 +107,9 @@ inline constexpr std::array kAll = {kResolving,
                                     kNoSoundDevice,
                                     kConnectionLost,
                                     kCannotPlay,
-                                    kNotWritten};
+                                    kNotWritten,
+                                    kNotDeleted,
+                                    kBroughtBack,
+                                    kNameTaken};
 
 }  // namespace app::sentences

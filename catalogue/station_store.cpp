@@ -33,6 +33,7 @@ void StationStore::LoadStations(const Text& Filter) {
     FillFullList(std::move(rows));
     return;
   }
+  filter_ = Filter;
   lists_.filtered.Clear();
   lists_.filtered.AddRows(std::move(rows));
   sort_again_(lists_.filtered);
@@ -79,7 +80,7 @@ void StationStore::LeaveOutSectionsOf(const std::vector<UnsavedRow>& unsaved,
 
 std::vector<ListRow> StationStore::ReadRows(const Text& filter) const {
   const Text wanted = ports_.conversion.CharLowerW(filter);
-  const Match match = filter.empty() ? Match::kEvery : (filter == u"1" ? Match::kFavourites : Match::kGenre);
+  const Match match = MatchOf(filter);
   std::vector<ListRow> rows;
   for (const Text& name : SectionNames()) {
     if (Matches(name, match, wanted)) rows.push_back(ReadRow(name));
@@ -103,6 +104,15 @@ std::vector<Text> StationStore::SectionNames() const {
     begin = end + 1;
   }
   return names;
+}
+
+StationStore::Match StationStore::MatchOf(const Text& filter) {
+  if (filter.empty()) return Match::kEvery;
+  return filter == u"1" ? Match::kFavourites : Match::kGenre;
+}
+
+bool StationStore::BelongsToView(const Text& name) const {
+  return Matches(name, MatchOf(filter_), ports_.conversion.CharLowerW(filter_));
 }
 
 bool StationStore::Matches(const Text& name, Match match, const Text& wanted) const {

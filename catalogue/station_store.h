@@ -43,13 +43,20 @@ class StationStore {
   /// rows or empty cells, never a message.
   void LoadStations(const platform::Text& Filter);
 
+  /// The text that the filtered list was last filled by; empty before the first time.
+  [[nodiscard]] const platform::Text& Filter() const { return filter_; }
+  /// Whether a station of the file belongs to the filtered list as it was last filled.
+  [[nodiscard]] bool BelongsToView(const platform::Text& name) const;
+  /// A station of the file as a row; empty cells where keys are missing.
+  [[nodiscard]] controls::ListRow ReadRow(const platform::Text& name) const;
+
  private:
   enum class Match { kEvery, kFavourites, kGenre };
 
   [[nodiscard]] std::vector<platform::Text> SectionNames() const;
   [[nodiscard]] std::vector<controls::ListRow> ReadRows(const platform::Text& filter) const;
+  [[nodiscard]] static Match MatchOf(const platform::Text& filter);
   [[nodiscard]] bool Matches(const platform::Text& name, Match match, const platform::Text& wanted) const;
-  [[nodiscard]] controls::ListRow ReadRow(const platform::Text& name) const;
   [[nodiscard]] platform::Text ReadKey(const platform::Text& name, const platform::Text& key) const;
   void FillFullList(std::vector<controls::ListRow> loaded);
   void ReadWrittenCells(UnsavedRow& unsaved) const;
@@ -64,6 +71,7 @@ class StationStore {
   controls::ListPair lists_;
   UnsavedRows& unsaved_;
   std::function<void(controls::ListView&)> sort_again_;
+  platform::Text filter_;
 };
 
 }  // namespace catalogue

@@ -1,5 +1,7 @@
 #include "catalogue/station_writer.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "app/numbers.h"
@@ -23,14 +25,15 @@ bool NamesAnEntry(const Text& number) { return app::ToNumber(number).value_or(0)
 
 StationWriter::StationWriter(platform::PrivateProfile& profile, app::IniProcedures& ini,
                              app::Settings& settings, app::Notices& notices, const StationIcons& icons,
-                             controls::ListPair lists, UnsavedRows& unsaved)
+                             controls::ListPair lists, UnsavedRows& unsaved, DeletedEntries& deleted)
     : profile_(profile),
       ini_(ini),
       settings_(settings),
       notices_(notices),
       icons_(icons),
       lists_(lists),
-      unsaved_(unsaved) {}
+      unsaved_(unsaved),
+      deleted_(deleted) {}
 
 void StationWriter::WriteCell(ListView& list, RowId row, app::StationCell cell, const Text& value) {
   const Text name = list.Cell(row, app::kNameCell);
@@ -87,19 +90,29 @@ void StationWriter::UpdateStation(ListView& list, RowId row, const Station& stat
 
 void StationWriter::DeleteStation(ListView& list, RowId row) {
   const Text name = list.Cell(row, app::kNameCell);
+  std::vector<Text> sections{name};
+  if (IsFull(list)) std::ranges::copy(unsaved_.LeftSections(row), std::back_inserter(sections));
+  DeletedEntry entry = deleted_.EntryOf(list, row, sections);
   platform::WriteGroup group(profile_);
-  ini_.DeleteStationSection(name);
-  if (IsFull(list)) DeleteSections(unsaved_.LeftSections(row));
-  const bool deleted = group.End();
-  if (!deleted) {
-    if (IsFull(list)) unsaved_.StationNotDeleted(row);
-    ReportFailure();
-  }
+  DeleteSections(sections);
+  if (!group.End()) return RemoveRowOnly(list, row, std::move(entry));
   list.RemoveRow(row);
-  if (!deleted) return;
+  deleted_.Add(std::move(entry));
   if (!IsFull(list)) return unsaved_.StationDeletedInView(name);
   if (unsaved_.StationDeleted(name, row)) settings_.CatalogueChanged = true;
   unsaved_.Remove(row);
+}
+
+/// The sections could not be deleted: unless the file holds nothing of it, the row comes back when the list
+/// is loaded again.
+void StationWriter::RemoveRowOnly(ListView& list, RowId row, DeletedEntry entry) {
+  notices_.Notify(app::sentences::kNotDeleted, {app::ReadablePath(ini_.StationFile())});
+  const bool is_in_no_file = IsFull(list) && unsaved_.Contains(row) && unsaved_.PartOf(row).sections.empty();
+  if (IsFull(list)) unsaved_.StationNotDeleted(row);
+  list.RemoveRow(row);
+  if (!is_in_no_file) return;
+  entry.sections.clear();
+  deleted_.Add(std::move(entry));
 }
 
 void StationWriter::WriteFullList() {

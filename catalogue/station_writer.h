@@ -9,6 +9,7 @@
 #include "app/notices.h"
 #include "app/settings.h"
 #include "app/station_row.h"
+#include "catalogue/deleted_entries.h"
 #include "catalogue/station_icons.h"
 #include "catalogue/unsaved_rows.h"
 #include "controls/list_view.h"
@@ -23,7 +24,7 @@ class StationWriter {
  public:
   StationWriter(platform::PrivateProfile& profile, app::IniProcedures& ini, app::Settings& settings,
                 app::Notices& notices, const StationIcons& icons, controls::ListPair lists,
-                UnsavedRows& unsaved);
+                UnsavedRows& unsaved, DeletedEntries& deleted);
 
   /// What the editor's fields say of a station.
   struct Station {
@@ -56,6 +57,7 @@ class StationWriter {
   void WriteCommonKeys(const Station& station);
   enum class Number { kShown, kNotShown };
   static void SetCells(controls::ListView& list, controls::RowId row, const Station& station, Number number);
+  void RemoveRowOnly(controls::ListView& list, controls::RowId row, DeletedEntry entry);
   void DeleteSections(const std::vector<platform::Text>& names);
   void KeepCell(const controls::ListView& list, controls::RowId row, app::StationCell cell);
   void KeepStation(controls::ListView& list, controls::RowId row, const platform::Text& old_name,
@@ -74,6 +76,7 @@ class StationWriter {
   const StationIcons& icons_;
   controls::ListPair lists_;
   UnsavedRows& unsaved_;
+  DeletedEntries& deleted_;
 };
 
 }  // namespace catalogue

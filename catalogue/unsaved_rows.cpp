@@ -51,6 +51,8 @@ RowId UnsavedRows::RowOf(const Text& name) const {
   return RowId::kNone;
 }
 
+bool UnsavedRows::OwnsSection(RowId row, const Text& name) const { return Owns(PartOf(row), Stored(name)); }
+
 std::vector<Text> UnsavedRows::LeftSections(RowId row) const {
   std::vector<Text> sections = PartOf(row).sections;
   std::erase_if(sections, [&](const Text& section) { return IsNamed(row, Stored(section)); });

@@ -43,6 +43,8 @@ class UnsavedRows {
   /// The row for which a section of that name stands in the file: a saved one, or one whose own it is; kNone
   /// when the full list has none.
   [[nodiscard]] controls::RowId RowOf(const platform::Text& name) const;
+  /// Whether a section of that name is the row's own.
+  [[nodiscard]] bool OwnsSection(controls::RowId row, const platform::Text& name) const;
   /// The sections that are the row's own under an earlier name: it was renamed, and the file could not be
   /// written.
   [[nodiscard]] std::vector<platform::Text> LeftSections(controls::RowId row) const;

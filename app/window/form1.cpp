@@ -111,6 +111,7 @@ void Form1::MakeEditor() {
   Command8[3].SetCaption(u"Eintrag löschen");
   Command8[3].SetToolTip(u"Eintrag löschen");
   Command8[3].Move({kColumns[0], kRows[6], kButtonWidth, kRowHeight});
+  UndoDelete.SetCaption(u"Löschen zurücknehmen");
   Command8[5].SetCaption(u"Aufnehmen...");
   Command8[5].SetToolTip(u"Startet das Aufnahme-Tool OZRecordFunkhaus");
   Command8[5].Move({kColumns[1], kRows[6], kButtonWidth, kRowHeight});

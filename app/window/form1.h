@@ -54,6 +54,8 @@ struct Form1 {
   controls::UpDownTextBox UpDownTextBox1;           // number of the entry within a playlist link
   std::array<controls::CommandButton, 6> Command8;  // take over number, all, link; delete; genre; record
 
+  controls::CommandButton UndoDelete;  // no button to be seen: Ctrl+Z, and the lists' menu
+
   // In Frame1: views and the list
   controls::CheckBox Check1;               // genre view
   controls::CheckBox Check3;               // favourites view

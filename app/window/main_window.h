@@ -12,6 +12,7 @@
 #include "app/window/form1.h"
 #include "app/window/layout.h"
 #include "app/window_state.h"
+#include "catalogue/deleted_entries.h"
 #include "catalogue/form2.h"
 #include "catalogue/station_details.h"
 #include "catalogue/station_editor.h"
@@ -121,6 +122,7 @@ class MainWindow {
   catalogue::StationLists station_lists_;
   catalogue::UnsavedRows unsaved_rows_;
   catalogue::StationStore store_;
+  catalogue::DeletedEntries deleted_;
   catalogue::StationWriter writer_;
   catalogue::StationViews views_;
   ui::RecorderLaunch recorder_launch_;

@@ -22,7 +22,7 @@ void ForEachCaption(Form1& form1, const std::function<void(controls::Captioned&)
   for (controls::CheckBox* box : {&form1.ckSavMute, &form1.Check2, &form1.Check1, &form1.Check3}) visit(*box);
   for (controls::CommandButton& button : form1.Command8) visit(button);
   for (controls::CommandButton* button : {&form1.CommandButton1, &form1.CommandButton2, &form1.Command4,
-                                          &form1.Command5, &form1.CmdInfoClose}) {
+                                          &form1.Command5, &form1.CmdInfoClose, &form1.UndoDelete}) {
     visit(*button);
   }
 }

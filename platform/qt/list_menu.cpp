@@ -31,6 +31,9 @@ void ShowListMenu(app::Form1& form, ReportView& list, const QPoint& place) {
   AddEntry(*menu, form.Command8[3], Qt::Key_Delete, [&list] {
     list.DeletePressed.Raise();
   }).setEnabled(selected);
+  AddEntry(*menu, form.UndoDelete, QKeySequence::Undo, [&form] {
+    form.UndoDelete.Click();
+  }).setEnabled(form.UndoDelete.Enabled());
   menu->addSeparator();
   if (form.CommandButton1.Visible()) {
     AddEntry(*menu, form.CommandButton1, QKeySequence::Save, [&form] { form.CommandButton1.Click(); });

@@ -162,6 +162,8 @@ void MainWindow::BindKeys() {
     // While a filter hides the button, a new station could not be saved.
     if (form_.CommandButton2.Visible()) form_.CommandButton2.Click();
   });
+  // A text field that has the focus takes these keys for what was typed in it.
+  BindShortcut(QKeySequence::Undo, [this] { form_.UndoDelete.Click(); });
   BindShortcut(QKeySequence::Find, [this] {
     ReportView* list = form_.ExplorerListFilter.Visible() ? filtered_list_ : full_list_;
     list->setFocus(Qt::ShortcutFocusReason);

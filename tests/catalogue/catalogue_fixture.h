@@ -109,7 +109,9 @@ class CatalogueTest : public ::testing::Test {
       {profile, conversion}, ini, settings, icons, state, lists, unsaved, [this](controls::ListView& list) {
         station_lists.SortAgain(list);
       }};
-  StationWriter writer{profile, ini, settings, notices, icons, lists, unsaved};
+  controls::CommandButton UndoDelete;
+  DeletedEntries deleted{UndoDelete, lists, profile, ini, settings, store, unsaved, notices};
+  StationWriter writer{profile, ini, settings, notices, icons, lists, unsaved, deleted};
   StationViews views{{Check1, Check2, Check3, Combo1, Frame2, CommandButton1, CommandButton2, lists},
                      store,
                      station_lists,

@@ -51,9 +51,8 @@ class FailedWriteTest : public CatalogueTest {
     EXPECT_TRUE(unsaved.All().empty());
     return List();
   }
-  void ExpectNotice() {
-    EXPECT_EQ(notices.notices,
-              (std::vector<Notice>{{Text(app::sentences::kNotWritten), {u"C:\\Cfg\\Funkhaus.ini"}}}));
+  void ExpectNotice(platform::TextView sentence = app::sentences::kNotWritten) {
+    EXPECT_EQ(notices.notices, (std::vector<Notice>{{Text(sentence), {u"C:\\Cfg\\Funkhaus.ini"}}}));
   }
 
   const Cells kA{u"A", u"Rock", u"http://a", u"1", u"", u"2"};
@@ -239,7 +238,8 @@ TEST_F(FailedWriteTest, StationThatCouldNotBeDeletedComesBackWithTheNextLoading)
     notices.notices.clear();
     Command8[3].Click();
     EXPECT_EQ(Names(lists.Active()), std::vector<Text>{u"B"});
-    ExpectNotice();
+    ExpectNotice(app::sentences::kNotDeleted);
+    EXPECT_FALSE(UndoDelete.Enabled()) << "it comes back by itself";
     EXPECT_FALSE(settings.CatalogueChanged) << "the file holds all that the user entered";
     if (in_view) Check3.Click();
     store.LoadStations(u"");

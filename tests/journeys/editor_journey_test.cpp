@@ -95,6 +95,27 @@ TEST_F(EditorJourney, DeletingRemovesTheSectionAndNothingElse) {
   EXPECT_TRUE(dialogs.boxes.empty());
 }
 
+TEST_F(EditorJourney, DeletedEntriesComeBackByteForByte) {
+  for (const char16_t* name : {u"Radio A", u"Küste"}) {
+    Select(name);
+    Press(3);
+  }
+  Form().Check1.Click();
+  Form().Combo1.Type(u"Dance");
+  Form().Combo1.Clicked.Raise();
+  SelectIn(Form().ExplorerListFilter, u"Radio B");
+  Press(3);
+  ASSERT_EQ(Stations(), kTop);
+  Form().UndoDelete.Click();
+  EXPECT_EQ(Stations(), kTop + kB);
+  Form().Check1.Click();
+  Form().UndoDelete.Click();
+  Form().UndoDelete.Click();
+  EXPECT_EQ(Stations(), kAll);
+  EXPECT_EQ(Form().StatusLine.Caption(), u"„Radio A“ ist wieder da.");
+  EXPECT_EQ(Names(Form().SymbolListview), (std::vector<Text>{u"Küste", u"Radio A", u"Radio B"}));
+}
+
 TEST_F(EditorJourney, NewEntryIsWrittenBehindTheOthersWithAllKeysInTheirOrder) {
   FillFields(u"Grüner Hügel", u"http://g", u"Klassik", u"");
   Form().Check2.SetValue(CheckValue::kUnchecked);

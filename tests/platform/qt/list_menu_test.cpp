@@ -14,6 +14,7 @@ class ListMenu : public ::testing::Test {
  protected:
   ListMenu() {
     opened_ = fixture_.Open();
+    form_.UndoDelete.SetEnabled(false);  // as at the program's start
     for (const char16_t* name : {u"Radio A", u"Radio B"}) {
       controls::ListRow row;
       row.cells[0] = name;
@@ -56,11 +57,13 @@ class ListMenu : public ::testing::Test {
 };
 
 TEST_F(ListMenu, ShowsTheControlsCaptionsAndTheirKeys) {
+  form_.UndoDelete.SetEnabled(true);
   RightClick(At(1));
   ASSERT_NE(Menu(), nullptr);
   EXPECT_EQ(Entries(),
             QStringList({"Start\tReturn", QString::fromUtf8("Eintrag löschen\tDel"),
-                         "Liste speichern\tCtrl+S", QString::fromUtf8("Sender hinzufügen\tCtrl+N")}));
+                         QString::fromUtf8("Löschen zurücknehmen\tCtrl+Z"), "Liste speichern\tCtrl+S",
+                         QString::fromUtf8("Sender hinzufügen\tCtrl+N")}));
 }
 
 TEST_F(ListMenu, RightClickSelectsItsRow) {
@@ -84,6 +87,17 @@ TEST_F(ListMenu, DeleteDeletesTheRowThatWasClickedThoughTheListDidNotKnowItYet) 
   RightClick(At(1));
   Choose("Eintrag löschen");
   EXPECT_TRUE(WaitFor([&] { return deleted == list_.RowAt(1); }));
+}
+
+TEST_F(ListMenu, DeletingIsTakenBackWhileThereIsSomethingToTakeBack) {
+  const Counter undone(form_.UndoDelete.Clicked);
+  form_.UndoDelete.SetEnabled(true);
+  RightClick(At(0));
+  Choose("Löschen zurücknehmen");
+  EXPECT_TRUE(WaitFor([&] { return undone.Count() == 1; }));
+  form_.UndoDelete.SetEnabled(false);
+  RightClick(At(0));
+  EXPECT_FALSE(Entries().contains(QString::fromUtf8("Löschen zurücknehmen\tCtrl+Z")));
 }
 
 TEST_F(ListMenu, SavingAndTheNewStationDoWhatTheirButtonsDo) {

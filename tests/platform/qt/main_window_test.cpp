@@ -4,6 +4,7 @@
 
 #include <QAccessible>
 #include <QImage>
+#include <QLineEdit>
 #include <QTimer>
 
 #include "tests/platform/qt/window_fixture.h"
@@ -132,6 +133,30 @@ TEST_F(Keys, DeleteInAListDeletesTheEntryAndInAFieldOnlyALetter) {
   EXPECT_EQ(clicks.Count(), 1);
   QTest::keyClick(&fixture_.Find("TextBox1_0"), Qt::Key_Delete);
   EXPECT_EQ(clicks.Count(), 1);
+}
+
+TEST_F(Keys, ControlZTakesADeletionBackUnlessATextFieldHasTheFocus) {
+  const Counter clicks(form_.UndoDelete.Clicked);
+  int expected = 0;
+  for (const char* name : {"SymbolListview", "Command1", "Check2"}) {
+    fixture_.Find(name).setFocus();
+    QTest::keyClick(&fixture_.Find(name), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(clicks.Count(), ++expected) << name;
+  }
+  form_.UpDownTextBox1.SetVisible(true);
+  for (const char* name : {"TextBox1_0", "TextBox1_1", "Combo1", "UpDownTextBox1"}) {
+    QWidget& field = fixture_.Find(name);
+    auto* line = qobject_cast<QLineEdit*>(&field);
+    if (line == nullptr) line = field.findChild<QLineEdit*>();
+    ASSERT_NE(line, nullptr) << name;
+    field.setFocus();
+    const QString before = line->text();
+    QTest::keyClick(&field, Qt::Key_7);
+    EXPECT_NE(line->text(), before) << name;
+    for (int times = 0; times < 3; ++times) QTest::keyClick(&field, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(line->text(), before) << name;
+  }
+  EXPECT_EQ(clicks.Count(), expected);
 }
 
 TEST_F(Keys, TabGoesFromEachControlToTheNextInReadingOrder) {
