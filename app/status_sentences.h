@@ -65,6 +65,20 @@ inline constexpr TextView kBroughtBack = u"„%1“ ist wieder da.";  // name of
 inline constexpr TextView kNameTaken =
     u"Nicht zurückgeholt: Es gibt inzwischen einen anderen Eintrag „%1“.";  // name of a station
 
+inline constexpr TextView kImported = u"Geladene Einträge: %1. Sie sind noch nicht gespeichert.";
+inline constexpr TextView kImportedIntoView =
+    u"Geladene Einträge: %1. Sie stehen nur in dieser Ansicht und werden nicht gespeichert.";
+// Why an import brought nothing; "%1" is the file's name.
+inline constexpr TextView kImportUnreadable = u"Nichts geladen: %1 konnte nicht gelesen werden.";
+inline constexpr TextView kImportEmpty = u"Nichts geladen: %1 ist leer.";
+inline constexpr TextView kImportUtf16 =
+    u"Nichts geladen: %1 ist in UTF-16 geschrieben und müsste in Windows-1252 geschrieben sein.";
+inline constexpr TextView kImportPls = u"Nichts geladen: %1 ist eine PLS-Liste und keine M3U-Liste.";
+inline constexpr TextView kImportNoComma =
+    u"Nichts geladen: In %1 steht in der ersten Zeile „#EXTINF:“ kein Komma vor dem Namen.";
+inline constexpr TextView kImportNoEntries =
+    u"Nichts geladen: %1 enthält keine Zeile, die mit „#EXTINF:“ beginnt.";
+
 inline constexpr std::array kAll = {kResolving,
                                     kConnecting,
                                     kBuffering,
@@ -110,6 +124,14 @@ inline constexpr std::array kAll = {kResolving,
                                     kNotWritten,
                                     kNotDeleted,
                                     kBroughtBack,
-                                    kNameTaken};
+                                    kNameTaken,
+                                    kImported,
+                                    kImportedIntoView,
+                                    kImportUnreadable,
+                                    kImportEmpty,
+                                    kImportUtf16,
+                                    kImportPls,
+                                    kImportNoComma,
+                                    kImportNoEntries};
 
 }  // namespace app::sentences

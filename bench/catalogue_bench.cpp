@@ -19,6 +19,7 @@
 #include "platform/posix/private_profile.h"
 #include "playlist/m3u_export.h"
 #include "playlist/m3u_import.h"
+#include "tests/support/fake_notices.h"
 #include "tests/support/fakes.h"
 #include "tests/support/temp_folder.h"
 
@@ -68,6 +69,7 @@ struct Catalogue {
   platform::posix::PosixEnvironment environment{paths};
   test_support::FakeIcons icon_port;
   test_support::FakeDialogs dialogs;
+  test_support::FakeNotices notices;
   test_support::FakeMessageLoop message_loop;
   test_support::FakeClock clock;
   app::Settings settings;
@@ -86,7 +88,7 @@ struct Catalogue {
       }};
   playlist::M3uExport m3u_export{
       {form, lists, export_button}, dialogs, files, conversion, message_loop, clock};
-  playlist::M3uImport m3u_import{{form, lists, import_button}, dialogs, files, conversion};
+  playlist::M3uImport m3u_import{{form, lists, import_button}, dialogs, files, conversion, notices, {[] {}}};
 };
 
 /// The list of names holds 8,191 characters, so a real catalogue has some hundreds of stations.

@@ -1,10 +1,13 @@
 #include "playlist/m3u_import.h"
 
+#include <cstdint>
 #include <optional>
 #include <utility>
 #include <vector>
 
+#include "app/numbers.h"
 #include "app/station_row.h"
+#include "app/status_sentences.h"
 #include "app/text_helpers.h"
 #include "playlist/file_dialogs.h"
 #include "playlist/text_file.h"
@@ -25,27 +28,60 @@ std::optional<TextView> SecondPiece(TextView line) {
   return rest.substr(0, rest.find(u','));
 }
 
-std::vector<controls::ListRow> RowsOf(TextView text) {
+/// What the lines of a file gave.
+struct Entries {
   std::vector<controls::ListRow> rows;
+  bool comma_missing = false;  ///< in a "#EXTINF:" line, which ended the import
+};
+
+Entries EntriesOf(TextView text) {
+  Entries entries;
+  std::vector<controls::ListRow>& rows = entries.rows;
   // A line feed anywhere decides, so that the CR of a CR LF stays at the end of its line.
   LineReader lines(text, text.find(u'\n') != TextView::npos ? TextView(u"\n") : TextView(u"\r\n"));
   while (const auto line = lines.Next()) {
     if (app::StartsWith(*line, kNamePrefix)) {
       const auto name = SecondPiece(*line);
+      entries.comma_missing = !name;
       if (!name || rows.size() == kMostRows) break;
       rows.emplace_back().cells[app::kNameCell] = *name;
     } else if (app::StartsWith(*line, kLinkPrefix) && !rows.empty()) {
       rows.back().cells[app::kLinkCell] = *line;
     }
   }
-  return rows;
+  return entries;
 }
+
+/// The byte order mark of UTF-16 as two characters of the code page, or the zero byte of a Latin letter.
+bool LooksLikeUtf16(TextView text) {
+  const TextView start = text.substr(0, 2);
+  return start == u"\u00FF\u00FE" || start == u"\u00FE\u00FF" || start.find(u'\0') != TextView::npos;
+}
+
+/// Why there was no entry in a text that could be read.
+TextView ReasonForNone(platform::TextConversion& conversion, TextView text, const Entries& entries) {
+  const auto begin = text.find_first_not_of(u" \t\r\n");
+  if (begin == TextView::npos) return app::sentences::kImportEmpty;
+  if (LooksLikeUtf16(text)) return app::sentences::kImportUtf16;
+  constexpr TextView kPlsHeader = u"[playlist]";
+  if (conversion.CharLowerW(text.substr(begin, kPlsHeader.size())) == kPlsHeader) {
+    return app::sentences::kImportPls;
+  }
+  return entries.comma_missing ? app::sentences::kImportNoComma : app::sentences::kImportNoEntries;
+}
+
+Text FileName(const Text& path) { return path.substr(path.find_last_of(u"\\/") + 1); }
 
 }  // namespace
 
 M3uImport::M3uImport(Parts parts, platform::Dialogs& dialogs, platform::Files& files,
-                     platform::TextConversion& conversion)
-    : parts_(parts), dialogs_(dialogs), files_(files), conversion_(conversion) {
+                     platform::TextConversion& conversion, app::Notices& notices, Actions actions)
+    : parts_(parts),
+      dialogs_(dialogs),
+      files_(files),
+      conversion_(conversion),
+      notices_(notices),
+      actions_(std::move(actions)) {
   subscriptions_ += parts_.Command5.Clicked.Subscribe([this] { Command5_Click(); });
 }
 
@@ -66,9 +102,22 @@ void M3uImport::ImportM3uFile(const Text& path) {
       Text(), platform::kMbYesNoCancel | platform::kMbIconQuestion);
   if (parts_.form.Closing()) return;
   controls::ListView& target = parts_.lists.Active();
-  if (answer == platform::MessageBoxAnswer::kNo) target.Clear();
+  if (answer == platform::MessageBoxAnswer::kNo) {
+    if (&target == &parts_.lists.full) actions_.full_list_is_emptied();
+    target.Clear();
+  }
   const auto text = ReadTextFile(files_, conversion_, path);
-  if (text) target.AddRows(RowsOf(*text));
+  if (!text) return notices_.Notify(app::sentences::kImportUnreadable, {FileName(path)});
+  Entries entries = EntriesOf(*text);
+  if (entries.rows.empty()) {
+    return notices_.Notify(ReasonForNone(conversion_, *text, entries), {FileName(path)});
+  }
+  const Text count = app::FormatNumber(static_cast<std::int64_t>(entries.rows.size()));
+  const std::size_t first = target.Count();
+  target.AddRows(std::move(entries.rows));
+  target.EnsureVisible(target.RowAt(first));
+  const bool can_be_saved = &target == &parts_.lists.full;
+  notices_.Notify(can_be_saved ? app::sentences::kImported : app::sentences::kImportedIntoView, {count});
 }
 
 }  // namespace playlist

@@ -2,6 +2,9 @@
 // "M3U laden...": turns the entries of an M3U file into rows of the visible list.
 // Not for playlists from a server.
 
+#include <functional>
+
+#include "app/notices.h"
 #include "app/text.h"
 #include "controls/captioned.h"
 #include "controls/form.h"
@@ -20,8 +23,13 @@ class M3uImport {
     controls::CommandButton& Command5;
   };
 
+  /// What the import starts elsewhere.
+  struct Actions {
+    std::function<void()> full_list_is_emptied;  ///< before the full list loses its rows
+  };
+
   M3uImport(Parts parts, platform::Dialogs& dialogs, platform::Files& files,
-            platform::TextConversion& conversion);
+            platform::TextConversion& conversion, app::Notices& notices, Actions actions);
 
   /// Asks for a file and imports it.
   void Command5_Click();
@@ -29,7 +37,7 @@ class M3uImport {
   /// Asks whether to append, then adds a row for each "#EXTINF:" line, with the text between its first two
   /// commas as name and the last "http" line before the next such line as link. The answer No empties the
   /// list first; Yes and Cancel append. A "#EXTINF:" line without a comma ends the import, the rows before
-  /// it stay. Ends without a message when the file cannot be read.
+  /// it stay. The first new row is scrolled into view; a notice says how many rows came, or why none did.
   void ImportM3uFile(const app::Text& path);
 
  private:
@@ -37,6 +45,8 @@ class M3uImport {
   platform::Dialogs& dialogs_;
   platform::Files& files_;
   platform::TextConversion& conversion_;
+  app::Notices& notices_;
+  Actions actions_;
   controls::Subscriptions subscriptions_;
 };
 

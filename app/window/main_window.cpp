@@ -60,7 +60,7 @@ MainWindow::MainWindow(Platform platform, std::function<void(catalogue::Form2&)>
       m3u_export_({form1_.form, Lists(), form1_.Command4}, platform.dialogs, platform.files,
                   platform.conversion, platform.message_loop, platform.clock),
       m3u_import_({form1_.form, Lists(), form1_.Command5}, platform.dialogs, platform.files,
-                  platform.conversion) {
+                  platform.conversion, status_line_, {[this] { unsaved_rows_.ListIsEmptied(); }}) {
   ChooseSettingsFolder(settings_, ini_, platform_.files, platform_.environment);
   subscriptions_ += form1_.form.QueryUnload.Subscribe([this] { Form_QueryUnload(); });
   subscriptions_ += form1_.form.Unloaded.Subscribe([this] { Form_Unload(); });

@@ -6,8 +6,10 @@
 #include <utility>
 #include <vector>
 
+#include "app/status_sentences.h"
 #include "platform/icu/text_conversion.h"
 #include "playlist/m3u_export.h"
+#include "tests/support/fake_notices.h"
 #include "tests/support/fakes.h"
 #include "tests/support/memory_files.h"
 
@@ -35,6 +37,11 @@ class M3uImportTest : public testing::Test {
     import_.ImportM3uFile(kImported);
     return EntriesOf(full_);
   }
+  void ExpectNotice(app::TextView sentence, const Text& argument) {
+    EXPECT_EQ(notices_.notices,
+              (std::vector<test_support::FakeNotices::Notice>{{Text(sentence), {argument}}}));
+    notices_.notices.clear();
+  }
   void AddStation(controls::ListView& list, const Text& name) {
     controls::ListRow row;
     row.cells[0] = name;
@@ -46,9 +53,14 @@ class M3uImportTest : public testing::Test {
   controls::ListView filtered_;
   controls::CommandButton Command5_;
   test_support::FakeDialogs dialogs_;
+  test_support::FakeNotices notices_;
   test_support::MemoryFiles files_;
   platform::icu::IcuTextConversion conversion_;
-  M3uImport import_{{form_, {full_, filtered_}, Command5_}, dialogs_, files_, conversion_};
+  int emptied_ = 0;
+  M3uImport import_{{form_, {full_, filtered_}, Command5_}, dialogs_, files_, conversion_, notices_, {[this] {
+                      ++emptied_;
+                      EXPECT_GT(full_.Count(), 0U) << "the rows are still there";
+                    }}};
 };
 
 TEST_F(M3uImportTest, TheButtonAsksForAnExistingM3uFile) {
@@ -168,12 +180,60 @@ TEST_F(M3uImportTest, TheFileIsReadInTheAnsiCodePage) {
   EXPECT_EQ(Imported("#EXTINF:-1,K\xF6ln \x80\nhttp://\xC3\xB6\n"), (Entries{{u"Köln €", u"http://Ã¶"}}));
 }
 
-TEST_F(M3uImportTest, AFileThatCannotBeReadEndsSilently) {
+TEST_F(M3uImportTest, AFileThatCannotBeReadEndsWithANoticeOnly) {
   AddStation(full_, u"Alt");
   dialogs_.answers = {MessageBoxAnswer::kYes};
   import_.ImportM3uFile(u"C:\\gibt es nicht.m3u");
   EXPECT_EQ(EntriesOf(full_), (Entries{{u"Alt", u""}}));
   EXPECT_EQ(dialogs_.boxes.size(), 1U);
+  ExpectNotice(app::sentences::kImportUnreadable, u"gibt es nicht.m3u");
+}
+
+TEST_F(M3uImportTest, TheFirstNewRowIsScrolledIntoViewAndNotSelected) {
+  AddStation(full_, u"Alt");
+  controls::RowId shown = controls::RowId::kNone;
+  const auto subscription = full_.ScrollWanted.Subscribe([&](controls::RowId row) { shown = row; });
+  Imported("#EXTINF:-1,Eins\nhttp://1\n#EXTINF:-1,Zwei\n");
+  EXPECT_EQ(shown, full_.RowAt(1));
+  EXPECT_EQ(full_.SelectedRow(), controls::RowId::kNone);
+}
+
+TEST_F(M3uImportTest, ANoticeSaysHowManyRowsCameAndThatTheyAreNotSaved) {
+  Imported("#EXTINF:-1,Eins\nhttp://1\n#EXTINF:-1,Zwei\n#EXTINF:-1\n");
+  ExpectNotice(app::sentences::kImported, u"2");
+  filtered_.SetVisible(true);
+  Imported("#EXTINF:-1,Eins\nhttp://1\n");
+  ExpectNotice(app::sentences::kImportedIntoView, u"1");
+}
+
+TEST_F(M3uImportTest, ANoticeSaysWhyNoRowCame) {
+  const std::vector<std::pair<std::string, app::TextView>> files = {
+      {"", app::sentences::kImportEmpty},
+      {" \r\n\t", app::sentences::kImportEmpty},
+      {"http://1\n", app::sentences::kImportNoEntries},
+      {"#EXTM3U\r#EXTINF:-1,Eins\rhttp://1\r", app::sentences::kImportNoEntries},
+      {"#EXTM3U\n#EXTINF:-1\nhttp://1\n#EXTINF:-1,Zwei\n", app::sentences::kImportNoComma},
+      {"\r\n[PlayList]\nFile1=http://1\n", app::sentences::kImportPls},
+      {std::string("\xFF\xFE#\0E\0", 6), app::sentences::kImportUtf16},
+      {std::string("\xFE\xFF\0#\0E", 6), app::sentences::kImportUtf16},
+      {std::string("#\0E\0", 4), app::sentences::kImportUtf16},
+      {std::string("\0#\0E", 4), app::sentences::kImportUtf16}};
+  for (const auto& [bytes, sentence] : files) {
+    EXPECT_EQ(Imported(bytes), Entries{});
+    ExpectNotice(sentence, u"liste.m3u");
+  }
+}
+
+TEST_F(M3uImportTest, OnlyTheFullListsEmptyingIsReported) {
+  AddStation(full_, u"Alt");
+  AddStation(filtered_, u"Gefiltert");
+  Imported("", MessageBoxAnswer::kYes);
+  EXPECT_EQ(emptied_, 0);
+  Imported("", MessageBoxAnswer::kNo);
+  EXPECT_EQ(emptied_, 1);
+  filtered_.SetVisible(true);
+  Imported("", MessageBoxAnswer::kNo);
+  EXPECT_EQ(emptied_, 1);
 }
 
 TEST_F(M3uImportTest, NoEmptiesTheListAlsoWhenTheFileCannotBeRead) {

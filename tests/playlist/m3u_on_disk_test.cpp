@@ -12,6 +12,7 @@
 #include "playlist/m3u_export.h"
 #include "playlist/m3u_import.h"
 #include "tests/platform/posix/child_process.h"
+#include "tests/support/fake_notices.h"
 #include "tests/support/fakes.h"
 #include "tests/support/temp_folder.h"
 
@@ -44,6 +45,7 @@ class M3uOnDiskTest : public testing::Test {
   platform::posix::PosixNativePaths paths_;
   platform::posix::PosixFiles files_{paths_};
   test_support::FakeDialogs dialogs_;
+  test_support::FakeNotices notices_;
   test_support::FakeMessageLoop messages_;
   test_support::FakeClock clock_;
   controls::Form form_;
@@ -52,7 +54,7 @@ class M3uOnDiskTest : public testing::Test {
   controls::CommandButton Command4_;
   controls::CommandButton Command5_;
   M3uExport export_{{form_, {full_, filtered_}, Command4_}, dialogs_, files_, conversion_, messages_, clock_};
-  M3uImport import_{{form_, {full_, filtered_}, Command5_}, dialogs_, files_, conversion_};
+  M3uImport import_{{form_, {full_, filtered_}, Command5_}, dialogs_, files_, conversion_, notices_, {[] {}}};
 };
 
 TEST_F(M3uOnDiskTest, AnExportedFileIsImportedAgain) {

@@ -64,6 +64,27 @@ TEST_F(ImportTest, RowsOfAFilterViewNeverReachTheStationFile) {
   EXPECT_FALSE(profile.HasSection(kStationFilePath, u"Neu"));
 }
 
+TEST_F(ImportTest, TheStatusLineSaysWhatCame) {
+  Start();
+  Import(MessageBoxAnswer::kYes);
+  EXPECT_EQ(Form().StatusLine.Caption(), u"Geladene Einträge: 1. Sie sind noch nicht gespeichert.");
+}
+
+TEST_F(ImportTest, HalfSavedRowComesBackWholeAfterTheListWasEmptied) {
+  Start();
+  Import(MessageBoxAnswer::kYes);
+  Select(u"Neu");
+  Form().Check2.Click();
+  files.files[kListPath] = "";
+  Import(MessageBoxAnswer::kNo);
+  ASSERT_EQ(Form().SymbolListview.Count(), 0U);
+  Form().Check3.Click();
+  Form().Check3.Click();
+  ASSERT_EQ(Names(Form().SymbolListview), (std::vector<Text>{u"A", u"B", u"Neu"}));
+  EXPECT_EQ(Form().SymbolListview.Rows()[2].cells[kLinkCell], u"http://neu/");
+  EXPECT_EQ(Form().SymbolListview.Rows()[2].cells[kFavouriteCell], u"1");
+}
+
 TEST_F(ImportTest, ExportWritesTheViewThatIsShown) {
   Start();
   Form().Check3.Click();
