@@ -85,8 +85,8 @@ void FollowedStation::Mark(RowMark mark) {
   }
 }
 
-PlayingMark::PlayingMark(controls::ListPair lists, std::function<PlaybackState()> state)
-    : state_(std::move(state)), chosen_(lists), playing_(lists) {
+PlayingMark::PlayingMark(controls::ListPair lists, const platform::PlaybackMonitor& monitor)
+    : monitor_(monitor), chosen_(lists), playing_(lists) {
   Bind(lists.full);
   Bind(lists.filtered);
 }
@@ -130,7 +130,7 @@ void PlayingMark::Stopped() {
 }
 
 void PlayingMark::Follow() {
-  if (stage_ == Stage::kPlaying) Show(MarkOf(state_()));
+  if (stage_ == Stage::kPlaying) Show(MarkOf(monitor_.Status().state));
 }
 
 void PlayingMark::Show(RowMark mark) {

@@ -5,7 +5,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 
 #include "controls/list_view.h"
 #include "platform/playback_monitor.h"
@@ -54,8 +53,8 @@ class FollowedStation {
 
 class PlayingMark {
  public:
-  /// `state` says how playing stands; it is asked only while something plays.
-  PlayingMark(controls::ListPair lists, std::function<platform::PlaybackState()> state);
+  /// The monitor is asked only while something plays.
+  PlayingMark(controls::ListPair lists, const platform::PlaybackMonitor& monitor);
 
   /// This row's address is what Start plays now.
   void Choose(const controls::ListView& list, controls::RowId row) { chosen_.Take(list, row); }
@@ -77,7 +76,7 @@ class PlayingMark {
   void TakeNewRows(const controls::ListView& list, std::size_t first);
   void Show(controls::RowMark mark);
 
-  std::function<platform::PlaybackState()> state_;
+  const platform::PlaybackMonitor& monitor_;
   FollowedStation chosen_;
   FollowedStation playing_;
   Stage stage_ = Stage::kIdle;

@@ -20,7 +20,7 @@ MainWindow::MainWindow(Platform platform, std::function<void(catalogue::Form2&)>
       ini_(settings_, platform.profile, platform.files, platform.environment),
       language_(settings_, ini_, platform.profile, platform.files, platform.environment),
       status_line_(form1_.StatusLine, language_, {platform.playback_monitor, platform.clock}),
-      playing_mark_(Lists(), [&monitor = platform.playback_monitor] { return monitor.Status().state; }),
+      playing_mark_(Lists(), platform.playback_monitor),
       picture_(platform.environment, platform.files, platform.icons),
       layout_(form1_),
       icons_({platform.icons, platform.files, platform.conversion, platform.dialogs}, Lists()),

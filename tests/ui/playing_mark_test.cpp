@@ -67,7 +67,7 @@ class PlayingMarkTest : public ::testing::Test {
   ListView full_;
   ListView filtered_;
   Monitor monitor_;
-  PlayingMark mark_{{full_, filtered_}, [this] { return monitor_.Status().state; }};
+  PlayingMark mark_{{full_, filtered_}, monitor_};
   RowId a_{}, b_{};
 };
 

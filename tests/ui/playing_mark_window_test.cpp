@@ -9,8 +9,6 @@ using controls::RowMark;
 
 class PlayingMarkWindowTest : public PlaybackControlTest {
  protected:
-  PlayingMarkWindowTest() { playback_monitor.status.state = platform::PlaybackState::kPlaying; }
-
   /// The names of the marked rows, with "?" behind one that waits.
   static std::vector<Text> Marked(const ListView& list) {
     std::vector<Text> names;
@@ -23,15 +21,25 @@ class PlayingMarkWindowTest : public PlaybackControlTest {
   std::vector<Text> InFullList() { return Marked(Form().SymbolListview); }
   std::vector<Text> InFilteredList() { return Marked(Form().ExplorerListFilter); }
 
-  /// The sound goes on: the player is asked again.
-  void Tick() { Form().tmPlay.Fire(); }
+  /// The next look at the player, which is in this state then.
+  void Reach(platform::PlaybackState state) {
+    playback_monitor.status.state = state;
+    Form().tmPlay.Fire();
+  }
+  /// Starts the selected station, which plays.
+  void Play() {
+    Form().Command1.Click();
+    media.play_state = player::kPlayStateRunning;
+    Reach(platform::PlaybackState::kPlaying);
+  }
 };
 
 using Rows = std::vector<Text>;
 
 TEST_F(PlayingMarkWindowTest, StartMarksTheRowAndStopUnmarksIt) {
-  StartAndPlay();
-  Tick();
+  Start();
+  Select(u"A");
+  Play();
   EXPECT_EQ(InFullList(), Rows{u"A"});
   Select(u"B");
   EXPECT_EQ(InFullList(), Rows{u"A"}) << "selecting another one does not play it";
@@ -51,12 +59,24 @@ TEST_F(PlayingMarkWindowTest, RowWaitsWhileItsAddressIsOpened) {
   EXPECT_EQ(while_opening, Rows{u"A?"});
 }
 
+TEST_F(PlayingMarkWindowTest, BrokenLineWaitsUntilItIsHeardAgain) {
+  Start();
+  Select(u"A");
+  Play();
+  Reach(platform::PlaybackState::kReconnecting);
+  EXPECT_EQ(InFullList(), Rows{u"A?"});
+  Reach(platform::PlaybackState::kPlaying);
+  EXPECT_EQ(InFullList(), Rows{u"A"});
+  Reach(platform::PlaybackState::kEnded);
+  EXPECT_EQ(InFullList(), Rows{});
+}
+
 TEST_F(PlayingMarkWindowTest, PlayingThatPausesWaits) {
-  StartAndPlay();
-  Tick();
+  Start();
+  Select(u"A");
+  Play();
   media.play_state = player::kPlayStatePaused;
-  playback_monitor.status.state = platform::PlaybackState::kPaused;
-  Tick();
+  Reach(platform::PlaybackState::kPaused);
   EXPECT_EQ(InFullList(), Rows{u"A?"});
   Form().Command6.Click();
   EXPECT_EQ(InFullList(), Rows{u"A?"}) << "Stop does not end what is paused";
@@ -100,9 +120,7 @@ TEST_F(PlayingMarkWindowTest, AnotherStartInTheMiddleOfAStartIsTheOneThatIsMarke
     clock.seconds_since_midnight += milliseconds / 1000.0;
     message_loop.on_sleep = [this](std::uint32_t more) { clock.seconds_since_midnight += more / 1000.0; };
     Select(u"B");
-    Form().Command1.Click();
-    media.play_state = player::kPlayStateRunning;
-    Tick();
+    Play();
   };
   Form().Command1.Click();
   EXPECT_EQ(InFullList(), Rows{u"B"});
@@ -112,9 +130,7 @@ TEST_F(PlayingMarkWindowTest, ViewsAndTheirReloadsKeepTheMark) {
   AddStation(u"C", u"http://c/", u"Jazz", u"1");
   Start();
   Select(u"C");
-  Form().Command1.Click();
-  media.play_state = player::kPlayStateRunning;
-  Tick();
+  Play();
   Form().Check3.Click();
   EXPECT_EQ(InFilteredList(), Rows{u"C"});
   Form().Combo1.SetText(u"Rock");
@@ -129,16 +145,15 @@ TEST_F(PlayingMarkWindowTest, StationThatIsStartedInAFilterViewIsMarkedInTheFull
   Start();
   Form().Check3.Click();
   SelectIn(Form().ExplorerListFilter, u"C");
-  Form().Command1.Click();
-  media.play_state = player::kPlayStateRunning;
-  Tick();
+  Play();
   EXPECT_EQ(InFilteredList(), Rows{u"C"});
   EXPECT_EQ(InFullList(), Rows{u"C"});
 }
 
 TEST_F(PlayingMarkWindowTest, RenamedStationKeepsTheMarkOverAReload) {
-  StartAndPlay();
-  Tick();
+  Start();
+  Select(u"A");
+  Play();
   Form().TextBox1[0].SetText(u"Neu");
   Form().Command8[1].Click();
   EXPECT_EQ(InFullList(), Rows{u"Neu"});
@@ -151,9 +166,7 @@ TEST_F(PlayingMarkWindowTest, StationThatIsRenamedInAFilterViewKeepsTheMarkInThe
   AddStation(u"C", u"http://c/", u"Jazz", u"1");
   Start();
   Select(u"C");
-  Form().Command1.Click();
-  media.play_state = player::kPlayStateRunning;
-  Tick();
+  Play();
   Form().Check3.Click();
   SelectIn(Form().ExplorerListFilter, u"C");
   Form().TextBox1[0].SetText(u"Neu");
@@ -164,10 +177,11 @@ TEST_F(PlayingMarkWindowTest, StationThatIsRenamedInAFilterViewKeepsTheMarkInThe
 }
 
 TEST_F(PlayingMarkWindowTest, DeletedStationTakesItsMarkAlong) {
-  StartAndPlay();
-  Tick();
+  Start();
+  Select(u"A");
+  Play();
   Form().Command8[3].Click();
-  Tick();
+  Reach(platform::PlaybackState::kBuffering);
   EXPECT_EQ(InFullList(), Rows{});
 }
 
@@ -175,18 +189,17 @@ TEST_F(PlayingMarkWindowTest, StationPlayedWithoutASelectionIsTheOneMarked) {
   Start();
   Select(u"B");
   Form().SymbolListview.Select(controls::RowId::kNone);
-  Form().Command1.Click();
-  media.play_state = player::kPlayStateRunning;
-  Tick();
+  Play();
   EXPECT_EQ(InFullList(), Rows{u"B"});
 }
 
 TEST_F(PlayingMarkWindowTest, TicksWithoutAChangeAnnounceNoRow) {
-  StartAndPlay();
-  Tick();
+  Start();
+  Select(u"A");
+  Play();
   int changes = 0;
   const auto subscription = Form().SymbolListview.RowChanged.Subscribe([&](std::size_t) { ++changes; });
-  for (int tick = 0; tick < 5; ++tick) Tick();
+  for (int tick = 0; tick < 5; ++tick) Form().tmPlay.Fire();
   EXPECT_EQ(changes, 0);
 }
 
