@@ -11,6 +11,9 @@
 namespace platform::gstreamer {
 namespace {
 
+/// Below it the answer was good, and what failed came after it.
+constexpr guint kFirstBadStatus = 300;
+
 struct HttpAnswer {
   guint status = 0;
   bool redirects = false;
@@ -100,7 +103,7 @@ std::optional<FailureCause> FailureNotes::Explain(GstMessage& error_message, Sou
   GError* raw = nullptr;
   gst_message_parse_error(&error_message, &raw, nullptr);
   const GErrorPointer error(raw);
-  if (const HttpAnswer answer = AnswerBehind(error_message); answer.status != 0) {
+  if (const HttpAnswer answer = AnswerBehind(error_message); answer.status >= kFirstBadStatus) {
     if (answer.redirects) return FailureCause{PlaybackFailure::kTooManyRedirects};
     return FailureCause{PlaybackFailure::kHttpStatus, static_cast<int>(answer.status)};
   }

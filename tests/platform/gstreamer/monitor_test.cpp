@@ -2,12 +2,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
 
 #include "tests/platform/gstreamer/session_driver.h"
 #include "tests/support/child_process.h"
 #include "tests/support/media_files.h"
 #include "tests/support/media_http_server.h"
+#include "tests/support/pulse_server.h"
 #include "tests/support/temp_folder.h"
 
 namespace gstreamer_test {
@@ -21,6 +26,7 @@ using platform::PlaybackStatus;
 using test_support::LiveHead;
 using test_support::MakeTone;
 using test_support::MediaHttpServer;
+using test_support::PulseServer;
 using test_support::ReadBytes;
 using test_support::TempFolder;
 using test_support::WaitUntil;
@@ -36,6 +42,9 @@ class MonitorTest : public testing::Test {
   }
 
   TempFolder folder;
+  std::atomic<bool> lose{false};
+  std::atomic<bool> come_back{false};
+  std::atomic<int> listeners{0};
   MediaHttpServer server;
   SessionDriver driver{Unheard()};
 };
@@ -45,7 +54,7 @@ TEST_F(MonitorTest, BeforeTheFirstOpeningNothingPlays) { EXPECT_EQ(Status(), Pla
 TEST_F(MonitorTest, AnAddressIsConnectingUntilItPlays) {
   const std::string sound = Mp3(20);
   std::vector<PlaybackState> while_opening;
-  server.On("/x", [&](MediaHttpServer::Connection& connection) {
+  server.On("/x", [&, sound](MediaHttpServer::Connection& connection) {
     while_opening.push_back(Status().state);
     if (connection.Send(LiveHead("audio/mpeg") + sound)) connection.StaySilent(20s);
   });
@@ -58,7 +67,7 @@ TEST_F(MonitorTest, AnAddressIsConnectingUntilItPlays) {
 
 TEST_F(MonitorTest, APlayingStationHasItsFormatAndRate) {
   const std::string sound = Mp3(20);
-  server.On("/x", [&](MediaHttpServer::Connection& connection) {
+  server.On("/x", [sound](MediaHttpServer::Connection& connection) {
     if (connection.Send(LiveHead("audio/mpeg") + sound)) connection.StaySilent(20s);
   });
   ASSERT_EQ(driver.Open(server.Url("/x")), kSOk);
@@ -91,7 +100,7 @@ TEST_F(MonitorTest, PauseStopAndClosingAreSeenAtOnce) {
 
 TEST_F(MonitorTest, ABrokenStationSaysHowLongItWaitsForTheNextTry) {
   const std::string sound = Mp3(1);
-  server.On("/x", [&](MediaHttpServer::Connection& connection) {
+  server.On("/x", [sound](MediaHttpServer::Connection& connection) {
     connection.Send(LiveHead("audio/mpeg") + sound);
   });
   ASSERT_EQ(driver.Open(server.Url("/x")), kSOk);
@@ -101,6 +110,75 @@ TEST_F(MonitorTest, ABrokenStationSaysHowLongItWaitsForTheNextTry) {
   EXPECT_TRUE(WaitUntil([&] { return Status().seconds_to_next_try == 1; }, 5s));
   server.Listen();
   EXPECT_TRUE(Reaches(PlaybackState::kPlaying));
+}
+
+TEST_F(MonitorTest, ALossIsNotReportedWhileWhatIsBufferedBridgesIt) {
+  const std::string sound = Mp3(6);
+  server.On("/x", [this, sound](MediaHttpServer::Connection& connection) {
+    if (++listeners == 1) {
+      if (connection.Send(LiveHead("audio/mpeg") + sound)) WaitUntil([&] { return lose.load(); }, 20s);
+      return;
+    }
+    WaitUntil([&] { return come_back.load(); }, 20s);
+    if (connection.Send(LiveHead("audio/mpeg") + sound)) connection.StaySilent(20s);
+  });
+  ASSERT_EQ(driver.Open(server.Url("/x")), kSOk);
+  driver.Start();
+  ASSERT_TRUE(Reaches(PlaybackState::kPlaying));
+  lose = true;
+  ASSERT_TRUE(WaitUntil([&] { return listeners == 2; }, 20s)) << "it is opened again";
+  EXPECT_EQ(Status().state, PlaybackState::kPlaying);
+  come_back = true;
+}
+
+TEST_F(MonitorTest, ALossIsReportedOnceATryHasFailedAlthoughTheBufferIsStillHeard) {
+  const std::string sound = Mp3(6);
+  server.On("/x", [sound](MediaHttpServer::Connection& connection) {
+    connection.Send(LiveHead("audio/mpeg") + sound);
+  });
+  ASSERT_EQ(driver.Open(server.Url("/x")), kSOk);
+  server.Refuse();
+  driver.Start();
+  ASSERT_TRUE(Reaches(PlaybackState::kReconnecting));
+  EXPECT_LT(driver.Seconds(), 5.0) << "the buffer holds more";
+}
+
+TEST_F(MonitorTest, AFileOnAServerThatBreaksOffHasFailed) {
+  const std::string sound = Mp3(20);
+  server.On("/x", [this, sound](MediaHttpServer::Connection& connection) {
+    if (++listeners > 1) return;
+    connection.Send("HTTP/1.1 200 OK\r\nContent-Type: audio/mpeg\r\nContent-Length: " +
+                    std::to_string(sound.size()) + "\r\n\r\n" + sound.substr(0, sound.size() / 10));
+    WaitUntil([this] { return lose.load(); }, 20s);
+  });
+  ASSERT_EQ(driver.Open(server.Url("/x")), kSOk);
+  driver.Start();
+  ASSERT_TRUE(Reaches(PlaybackState::kPlaying));
+  lose = true;
+  ASSERT_TRUE(Reaches(PlaybackState::kFailed));
+  EXPECT_EQ(Status().failure, PlaybackFailure::kConnectionLost);
+}
+
+TEST_F(MonitorTest, WithoutASoundDeviceThatIsSaid) {
+  if (std::filesystem::exists("/proc/asound/card0")) GTEST_SKIP() << "this machine has a sound card";
+  setenv("PULSE_SERVER", ("unix:" + (folder.Path() / "nobody-listens-here").string()).c_str(), 1);
+  SessionDriver automatic;
+  ASSERT_EQ(automatic.Open(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 20})), kSOk);
+  automatic.Start();
+  EXPECT_TRUE(WaitUntil([&] { return automatic.Media().Status().state == PlaybackState::kNoDevice; }, 10s));
+}
+
+TEST_F(MonitorTest, AStopIsSeenAtOnceAlthoughTheSoundServerHangs) {
+  PulseServer pulse;
+  pulse.UseInThisProcess();
+  SessionDriver heard;
+  ASSERT_EQ(heard.Open(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 20})), kSOk);
+  heard.Start();
+  ASSERT_TRUE(WaitUntil([&] { return heard.Media().Status().state == PlaybackState::kPlaying; }, 10s));
+  pulse.Signal(SIGSTOP);
+  heard.Stop();
+  EXPECT_EQ(heard.Media().Status(), PlaybackStatus{});
+  pulse.Signal(SIGCONT);
 }
 
 TEST_F(MonitorTest, ASilentServerGivesNoAnswer) {
