@@ -211,6 +211,16 @@ TEST_F(FailureCausesTest, DataThatIsNoSound) {
   EXPECT_EQ(CauseOf(Answering(HttpAnswer("200 OK", "image/gif", picture))), PlaybackFailure::kUnreadable);
 }
 
+TEST_F(FailureCausesTest, AnAnswerThatBreaksOffBeforeThereIsSound) {
+  const std::string head = "HTTP/1.1 200 OK\r\nContent-Type: audio/mpeg\r\nContent-Length: 100000\r\n\r\n";
+  server.On("/x", [head](MediaHttpServer::Connection& connection) { connection.Send(head + "ID3"); });
+  EXPECT_EQ(CauseOf(server.Url("/x")), PlaybackFailure::kConnectionLost);
+}
+
+TEST_F(FailureCausesTest, AnAnswerWithoutAnything) {
+  EXPECT_EQ(CauseOf(Answering(HttpAnswer("200 OK", "audio/mpeg", ""))), PlaybackFailure::kUnreadable);
+}
+
 TEST_F(FailureCausesTest, AFileThatIsMissingOrCannotBeRead) {
   EXPECT_EQ(CauseOf((folder.Path() / "none.mp3").string()), PlaybackFailure::kNotFound);
   EXPECT_EQ(CauseOf(folder.Path().string()), PlaybackFailure::kNoAccess) << "a folder";
