@@ -24,11 +24,6 @@ inline constexpr TextView kReconnecting = u"%1: Verbindung verloren, neuer Versu
 inline constexpr TextView kNoDevice = u"%1 ist nicht zu hören: Es ist kein Audiogerät da.";
 inline constexpr TextView kEnded = u"%1 ist zu Ende.";
 inline constexpr TextView kStopped = u"Gestoppt.";
-inline constexpr TextView kNoAddress = u"Zu „%1“ gibt es keine Adresse.";
-inline constexpr TextView kNoMixer = u"Es ließ sich kein Lautstärkemixer öffnen.";
-inline constexpr TextView kNoDirectory = u"Das Senderverzeichnis ließ sich nicht öffnen: %1";
-inline constexpr TextView kNoRecorder = u"Das Aufnahme-Tool OZRecordFunkhaus ließ sich nicht starten.";
-
 inline constexpr TextView kBadAddress = u"Die Adresse von %1 ist ungültig.";
 inline constexpr TextView kUnknownHost =
     u"Der Server von %1 ist nicht zu finden. Stimmt die Adresse, und besteht eine Internetverbindung?";
@@ -58,6 +53,11 @@ inline constexpr TextView kNoSoundDevice = u"%1 kann nicht spielen: Das Audioger
 inline constexpr TextView kConnectionLost = u"Die Verbindung zu %1 ist abgebrochen.";
 inline constexpr TextView kCannotPlay = u"%1 kann nicht abgespielt werden.";
 
+// What features report.
+inline constexpr TextView kNoAddress = u"Zu „%1“ gibt es keine Adresse.";
+inline constexpr TextView kNoMixer = u"Es ließ sich kein Lautstärkemixer öffnen.";
+inline constexpr TextView kNoDirectory = u"Das Senderverzeichnis ließ sich nicht öffnen: %1";
+inline constexpr TextView kNoRecorder = u"Das Aufnahme-Tool OZRecordFunkhaus ließ sich nicht starten.";
 inline constexpr TextView kNotWritten = u"Nicht gespeichert: %1 konnte nicht geschrieben werden.";  // path
 inline constexpr TextView kNotDeleted =
     u"Nicht gelöscht: %1 konnte nicht geschrieben werden. Der Eintrag erscheint wieder.";  // path
