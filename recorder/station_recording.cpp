@@ -123,7 +123,7 @@ Fault StationRecording::RecordStream(stream::clsFunkhaus& client, const Text& ad
 
 void StationRecording::Record(stream::clsFunkhaus& client, const Text& address, const StreamFacts& facts) {
   stream::RecordOptions options;
-  options.plain_writes = stream::RecordOptions::PlainWrites::kBytesRead;
+  options.writes = stream::RecordOptions::Writes::kReceived;
   options.title_characters = stream::RecordOptions::TitleCharacters::kDecoded;
   options.untitled_name = facts.station.empty() ? HostOf(address) : facts.station;
   client.SetRecordOptions(options);

@@ -1,5 +1,7 @@
 #include "stream/icy_demultiplexer.h"
 
+#include <algorithm>
+
 namespace stream {
 
 IcyByte IcyDemultiplexer::Take(std::byte value) {
@@ -18,6 +20,14 @@ IcyByte IcyDemultiplexer::Take(std::byte value) {
   remaining_ = std::to_integer<std::int32_t>(value) * kLengthUnit;
   block_.clear();
   return IcyByte::kBlockLength;
+}
+
+std::size_t IcyDemultiplexer::TakeAudio(std::size_t most) {
+  if (remaining_ > 0 || audio_bytes_ >= lMetaInt_) return 0;
+  const auto up_to_block = static_cast<std::uint64_t>(lMetaInt_ - audio_bytes_);
+  const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(most, up_to_block));
+  audio_bytes_ += static_cast<std::int64_t>(count);
+  return count;
 }
 
 }  // namespace stream

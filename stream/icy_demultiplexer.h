@@ -26,6 +26,9 @@ class IcyDemultiplexer {
 
   IcyByte Take(std::byte value);
 
+  /// Takes as many of the next `most` bytes as are audio, whatever they are, and tells how many that were.
+  std::size_t TakeAudio(std::size_t most);
+
   /// The bytes of the block collected so far, padding included; at most 4080. It starts anew with the
   /// next announced block.
   [[nodiscard]] const std::string& Block() const { return block_; }

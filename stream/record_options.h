@@ -10,10 +10,11 @@ using app::Text;
 
 /// Made without a choice it says the recorders' usual rules.
 struct RecordOptions {
-  /// What the plain recorder appends for a read that brought bytes.
-  enum class PlainWrites {
-    kWholeBuffer,  ///< all 512 bytes of the buffer, stale ones included
-    kBytesRead     ///< just the bytes that came
+  /// How the bytes of a stream get into the files.
+  enum class Writes {
+    kUsual,    ///< in reads of 512 bytes: the plain recorder appends all 512, stale ones included, and the
+               ///< recorder by title writes byte by byte
+    kReceived  ///< just the bytes that came, in pieces as large as they came (stream/read_size.h)
   };
   /// The characters of a title block.
   enum class TitleCharacters {
@@ -21,7 +22,7 @@ struct RecordOptions {
     kDecoded      ///< UTF-8 where the block is UTF-8, otherwise the ANSI code page
   };
 
-  PlainWrites plain_writes = PlainWrites::kWholeBuffer;
+  Writes writes = Writes::kUsual;
   TitleCharacters title_characters = TitleCharacters::kByteValues;
   /// What the file of a stream without titles is named after, in place of "record" and "unknown"; empty:
   /// those.

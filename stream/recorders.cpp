@@ -1,23 +1,21 @@
 #include "stream/recorders.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <span>
 #include <utility>
+#include <vector>
 
 #include "app/text_utilities.h"
 #include "stream/block_rules.h"
 #include "stream/icy_demultiplexer.h"
 #include "stream/internet_handles.h"
+#include "stream/read_size.h"
 #include "stream/record_name.h"
 #include "stream/stream_address.h"
 
 namespace stream {
 namespace {
-
-constexpr std::size_t kReadSize = 512;
-using ReadBuffer = std::array<std::byte, kReadSize>;
 
 enum class Progress { kGoesOn, kFailed };
 
@@ -52,6 +50,32 @@ class RecordingFile {
   platform::RecordFile file_ = platform::RecordFile::kNone;
 };
 
+Text NameOfUntitled(const RecordOptions& options, TextView usual) {
+  return options.untitled_name.empty() ? Text(usual) : options.untitled_name;
+}
+
+// Reads pieces of a stream into one buffer.
+class StreamReader {
+ public:
+  StreamReader(OpenedStream& stream, const RecordOptions& options)
+      : stream_(stream), size_(options.writes), buffer_(size_.Largest()) {}
+
+  // The bytes that the next read brings.
+  std::span<const std::byte> Read() {
+    const std::span<const std::byte> came = stream_.Read(std::span(buffer_).first(size_.Next()));
+    size_.Came(came.size());
+    return came;
+  }
+
+  // All that was read with the latest bytes before what is left of earlier ones.
+  [[nodiscard]] std::span<const std::byte> WholeBuffer() const { return buffer_; }
+
+ private:
+  OpenedStream& stream_;
+  ReadSize size_;
+  std::vector<std::byte> buffer_;
+};
+
 // Sorts the bytes of a stream into files by title.
 class TitleSplitter {
  public:
@@ -59,17 +83,35 @@ class TitleSplitter {
   using Characters = std::function<Text(const std::string& block)>;
 
   TitleSplitter(RecordingFile& file, std::int32_t lMetaInt, const CurrentPlaying& playing,
-                Characters characters, Text untitled_name)
+                Characters characters, const RecordOptions& options)
       : file_(file),
         demultiplexer_(lMetaInt),
         playing_(playing),
         characters_(std::move(characters)),
-        untitled_name_(std::move(untitled_name)) {}
+        options_(options) {}
 
-  Progress Take(std::byte byte) {
+  Progress Take(std::span<const std::byte> bytes) {
+    while (!bytes.empty()) {
+      const std::size_t audio = demultiplexer_.TakeAudio(bytes.size());
+      const Progress progress = audio > 0 ? TakeAudio(bytes.first(audio)) : TakeOther(bytes.front());
+      if (progress == Progress::kFailed) return Progress::kFailed;
+      bytes = bytes.subspan(std::max<std::size_t>(audio, 1));
+    }
+    return Progress::kGoesOn;
+  }
+
+ private:
+  Progress TakeAudio(std::span<const std::byte> bytes) {
+    if (!file_.IsOpen()) return Progress::kGoesOn;
+    if (options_.writes == RecordOptions::Writes::kReceived) return file_.Write(bytes);
+    for (const std::byte& byte : bytes) {
+      if (file_.Write({&byte, 1}) == Progress::kFailed) return Progress::kFailed;
+    }
+    return Progress::kGoesOn;
+  }
+
+  Progress TakeOther(std::byte byte) {
     switch (demultiplexer_.Take(byte)) {
-      case IcyByte::kAudio:
-        return file_.IsOpen() ? file_.Write({&byte, 1}) : Progress::kGoesOn;
       case IcyByte::kEmptyBlock:
         return CountEmptyBlock();
       case IcyByte::kBlockComplete:
@@ -79,12 +121,11 @@ class TitleSplitter {
     }
   }
 
- private:
   Progress CountEmptyBlock() {
     constexpr int kEmptyBlocksToGiveUp = 2;
     if (file_.IsOpen() || ++empty_blocks_ < kEmptyBlocksToGiveUp) return Progress::kGoesOn;
     empty_blocks_ = 0;
-    if (file_.Open(untitled_name_) == Progress::kFailed) return Progress::kFailed;
+    if (file_.Open(NameOfUntitled(options_, u"unknown")) == Progress::kFailed) return Progress::kFailed;
     playing_(u"unknown", {}, {});
     return Progress::kGoesOn;
   }
@@ -109,15 +150,11 @@ class TitleSplitter {
   IcyDemultiplexer demultiplexer_;
   const CurrentPlaying& playing_;
   Characters characters_;
-  const Text untitled_name_;
+  const RecordOptions& options_;
   Text title_;
   Text web_address_;
   int empty_blocks_ = 0;
 };
-
-Text NameOfUntitled(const RecordOptions& options, TextView usual) {
-  return options.untitled_name.empty() ? Text(usual) : options.untitled_name;
-}
 
 Text DecodedBlock(platform::TextConversion& conversion, const std::string& block) {
   const bool is_utf8 = app::IsUTF8(block, static_cast<std::int32_t>(block.size()));
@@ -139,12 +176,13 @@ void RecordPlain(StreamState& state, const Text& folder, const Text& extension,
   if (!opened) return;
   RecordingFile file(state.ports.record_files, folder, extension);
   if (file.Open(NameOfUntitled(options, u"record")) == Progress::kFailed) return;
-  ReadBuffer buffer{};
-  const bool whole_buffer = options.plain_writes == RecordOptions::PlainWrites::kWholeBuffer;
+  StreamReader reader(opened, options);
+  const bool whole_buffer = options.writes == RecordOptions::Writes::kUsual;
   while (!state.stop_flag) {
-    if (const auto came = opened.Read(buffer); !came.empty()) {
-      const std::span<const std::byte> bytes = whole_buffer ? std::span<const std::byte>(buffer) : came;
-      if (file.Write(bytes) == Progress::kFailed || file.Flush() == Progress::kFailed) return;
+    if (const auto came = reader.Read(); !came.empty()) {
+      if (file.Write(whole_buffer ? reader.WholeBuffer() : came) == Progress::kFailed ||
+          file.Flush() == Progress::kFailed)
+        return;
     }
     state.ports.message_loop.ProcessPendingMessages();
   }
@@ -158,13 +196,10 @@ void RecordByTitle(StreamState& state, const Text& folder, const Text& extension
   if (!opened) return;
   RecordingFile file(state.ports.record_files, folder, extension);
   TitleSplitter splitter(file, lMetaInt, playing, CharactersBy(options, state.ports.text_conversion),
-                         NameOfUntitled(options, u"unknown"));
-  ReadBuffer buffer{};
+                         options);
+  StreamReader reader(opened, options);
   do {
-    for (const std::byte byte : opened.Read(buffer)) {
-      if (splitter.Take(byte) == Progress::kFailed) return;
-    }
-    if (file.Flush() == Progress::kFailed) return;
+    if (splitter.Take(reader.Read()) == Progress::kFailed || file.Flush() == Progress::kFailed) return;
     state.ports.message_loop.ProcessPendingMessages();
   } while (!state.stop_flag);
 }

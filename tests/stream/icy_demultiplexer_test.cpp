@@ -54,5 +54,24 @@ TEST(IcyDemultiplexer, TheLargestIntervalIsJustAudio) {
   EXPECT_EQ(Walk(demultiplexer, std::string(5000, '\1')), std::string(5000, 'a'));
 }
 
+TEST(IcyDemultiplexer, AudioCanBeTakenInOnePieceUpToTheNextLengthByte) {
+  IcyDemultiplexer demultiplexer(10);
+  EXPECT_EQ(demultiplexer.TakeAudio(4), 4U);
+  EXPECT_EQ(demultiplexer.TakeAudio(0), 0U);
+  EXPECT_EQ(Walk(demultiplexer, "x"), "a");
+  EXPECT_EQ(demultiplexer.TakeAudio(100), 5U);
+  EXPECT_EQ(demultiplexer.TakeAudio(100), 0U) << "the length byte is next";
+  EXPECT_EQ(Walk(demultiplexer, "\1"), "L");
+  EXPECT_EQ(demultiplexer.TakeAudio(100), 0U) << "a block is next";
+  EXPECT_EQ(Walk(demultiplexer, std::string(16, 'b')), std::string(15, 'b') + "C");
+  EXPECT_EQ(demultiplexer.TakeAudio(100), 10U);
+}
+
+TEST(IcyDemultiplexer, AnIntervalOfZeroOrLessHasNoAudioToTake) {
+  for (const std::int32_t interval : {0, -1, std::numeric_limits<std::int32_t>::min()}) {
+    EXPECT_EQ(IcyDemultiplexer(interval).TakeAudio(100), 0U);
+  }
+}
+
 }  // namespace
 }  // namespace stream

@@ -366,9 +366,56 @@ TEST_F(TitleRecorder, AStopInsideTheEventEndsAfterTheRunningRead) {
 TEST_F(PlainRecorder, WritesJustTheBytesThatCameWhenItsHolderAsksForThat) {
   rig_.StationSends(AudioBytes(700), 100);
   RecordOptions options;
-  options.plain_writes = RecordOptions::PlainWrites::kBytesRead;
+  options.writes = RecordOptions::Writes::kReceived;
   RecordPlain(state_, u"C:\\Rec", u".mp3", options);
   EXPECT_EQ(File(u"record.mp3"), AudioBytes(700));
+}
+
+TEST_F(TitleRecorder, WritesPiecesAsTheyComeWhenItsHolderAsksForThat) {
+  rig_.StationSends("drop" + Block("StreamTitle='One';") + "1111" + std::string(1, '\0') + "22");
+  RecordOptions options;
+  options.writes = RecordOptions::Writes::kReceived;
+  RecordByTitle(
+      state_, u"C:\\Rec", u".mp3", 4, [](const Text&, const Text&, const Text&) {}, options);
+  EXPECT_THAT(rig_.files.write_sizes, ElementsAre(4, 2));
+  EXPECT_EQ(File(u"One.mp3"), "111122");
+}
+
+TEST_F(TitleRecorder, WritesTheSameFilesInPiecesHoweverTheBytesAreSplit) {
+  const std::string bytes =
+      "drop" + Block("StreamTitle='One';") + "1111" + Block("StreamTitle='Two';") + "3333";
+  RecordOptions options;
+  options.writes = RecordOptions::Writes::kReceived;
+  for (std::size_t split = 1; split < bytes.size(); ++split) {
+    rig_.files.files.clear();
+    rig_.internet.reads.clear();
+    state_.stop_flag = false;
+    rig_.internet.answer.reads = {{true, bytes.substr(0, split)}, {true, bytes.substr(split)}};
+    RecordByTitle(
+        state_, u"C:\\Rec", u".mp3", 4, [](const Text&, const Text&, const Text&) {}, options);
+    EXPECT_EQ(File(u"One.mp3"), "1111") << split;
+    EXPECT_EQ(File(u"Two.mp3"), "3333") << split;
+  }
+}
+
+TEST_F(Recorders, ReadMoreAtATimeFromAFastStreamWhenTheirHolderAsksForThat) {
+  RecordOptions options;
+  options.writes = RecordOptions::Writes::kReceived;
+  const std::string audio = AudioBytes(512 + 1024 + 700);
+  stop_after_reads_ = 5;
+  for (const bool by_title : {false, true}) {
+    rig_.StationSends(audio);
+    rig_.internet.reads.clear();
+    state_.stop_flag = false;
+    if (by_title) {
+      RecordByTitle(
+          state_, u"C:\\Rec", u".mp3", 4, [](const Text&, const Text&, const Text&) {}, options);
+    } else {
+      RecordPlain(state_, u"C:\\Rec", u".mp3", options);
+      EXPECT_EQ(File(u"record.mp3"), audio);
+    }
+    EXPECT_THAT(rig_.internet.reads, ElementsAre(512, 1024, 2048, 512, 512));
+  }
 }
 
 TEST_F(Recorders, NameAFileWithoutATitleAsTheirHolderAsks) {
