@@ -49,6 +49,27 @@ Sorted ByBytes(std::string_view bytes, std::int32_t interval) {
   return sorted;
 }
 
+// As ByBytes, with the audio in pieces that reach over the pieces in which a stream may come.
+Sorted ByRuns(std::string_view bytes, std::int32_t interval) {
+  constexpr std::size_t kPiece = 7;
+  Sorted sorted;
+  stream::IcyDemultiplexer demultiplexer(interval);
+  while (!bytes.empty()) {
+    const std::size_t most = std::min(kPiece, bytes.size());
+    const std::size_t audio = demultiplexer.TakeAudio(most);
+    Require(audio <= most);
+    sorted.audio += bytes.substr(0, audio);
+    bytes.remove_prefix(audio);
+    if (audio > 0) continue;
+    const IcyByte meaning = demultiplexer.Take(static_cast<std::byte>(bytes.front()));
+    Require(meaning != IcyByte::kAudio);
+    if (meaning == IcyByte::kEmptyBlock) ++sorted.empty_blocks;
+    if (meaning == IcyByte::kBlockComplete) sorted.blocks.push_back(demultiplexer.Block());
+    bytes.remove_prefix(1);
+  }
+  return sorted;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -56,6 +77,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (size < sizeof(interval)) return 0;
   std::memcpy(&interval, data, sizeof(interval));
   const std::string_view bytes = fuzz::AsBytes(data, size).substr(sizeof(interval));
-  Require(ByBytes(bytes, interval) == ByLengths(bytes, interval));
+  const Sorted sorted = ByLengths(bytes, interval);
+  Require(ByBytes(bytes, interval) == sorted);
+  Require(ByRuns(bytes, interval) == sorted);
   return 0;
 }
