@@ -119,6 +119,7 @@ TEST_F(TemporaryFileTest, LeftoversOfOtherTargetsStay) {
 
 TEST_F(TemporaryFileTest, WhatOnlyLooksLikeALeftoverStays) {
   const std::string name = Leave(Target()).filename();
+  std::filesystem::remove(folder.Path() / name);
   const std::string beginning = name.substr(0, name.size() - 4);
   folder.Write(beginning, "no ending");
   folder.Write(beginning + "0.tmp", "a digit too many");
@@ -127,7 +128,6 @@ TEST_F(TemporaryFileTest, WhatOnlyLooksLikeALeftoverStays) {
   std::filesystem::create_directory(folder.Path() / (digits + "00.tmp"));
   std::filesystem::create_symlink("target", folder.Path() / (digits + "01.tmp"));
   folder.Write("target", "");
-  std::filesystem::remove(folder.Path() / name);
   RemoveLeftovers(Target());
   EXPECT_EQ(Entries(), 6);
 }
