@@ -203,5 +203,15 @@ TEST_F(FilesTest, WhereFilesHaveNoPermissionsAnExistingFileIsReplacedAllTheSame)
   EXPECT_EQ(Entries(), 1);
 }
 
+TEST_F(FilesTest, WhereFilesHaveNoPermissionsAPrivateFileIsNotOpenedToOthers) {
+  folder.Write("a", "before");
+  ASSERT_EQ(::chmod((folder.Path() / "a").c_str(), 0600), 0);
+  const auto write = [&] { return files.WriteWholeFile(folder.TextPath("a"), "after"); };
+  EXPECT_EQ(RunWithoutFilePermissions(write), ChildResult::kTrue);
+  struct stat status {};
+  ASSERT_EQ(::stat((folder.Path() / "a").c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777U, 0600U);
+}
+
 }  // namespace
 }  // namespace platform::posix
