@@ -46,9 +46,10 @@ def memory_megabytes(process_id, field="VmRSS"):
 
 
 class Stage:
-    """A station that sends 128 kbit/s MP3, a screen and a sound card, for programs that play."""
+    """A station that sends 128 kbit/s MP3, a screen and a sound card, for programs that play. `more_stations` are
+    (name, address) of further rows of the catalogue."""
 
-    def __init__(self, children, build, scratch, log_folder):
+    def __init__(self, children, build, scratch, log_folder, more_stations=()):
         self.children, self.build, self.scratch = children, build, scratch
         self.station = Station(children, build / "bin" / "demo_station", log_folder)
         self.address = f"{self.station.address}/stream"
@@ -57,27 +58,34 @@ class Stage:
         self.reference_sink = None  # made with the reference
         self.environment = {**os.environ, **self.sink.environment, "DISPLAY": self.display, "QT_QPA_PLATFORM": "xcb"}
         write_catalogue(scratch / "settings" / "Ordnerzentrale" / "Funkhaus.ini",
-                        [(NAME, self.address, "Pop & Hits", "", "")])
+                        [(name, address, "Pop & Hits", "", "")
+                         for name, address in ((NAME, self.address), *more_stations)])
         self.environment.update(APPDATA=str(scratch / "settings"), XDG_STATE_HOME=str(scratch / "state"))
 
-    def _places(self):
-        """Where the row and the start button are, learned from the build that reports its controls: the program
-        itself then runs without a report, which would cost time of its own."""
+    def places(self, stations, controls):
+        """Where to click on the stations' rows, and the controls, as two lists; learned from the build that reports
+        its controls: the program itself then runs without a report, which would cost time of its own."""
         report = Report(self.scratch / "report.txt")
         process = self.children.start("reporting", [self.build / "bin" / "demo_player"],
                                       env={**self.environment, "FUNKHAUS_DEMO_REPORT": str(report.path)})
-        row = wait_for("the station's row", lambda: report.row(NAME), 60)
-        start = wait_for("the start button", lambda: report.find("Command1"), 10)
+        rows = [wait_for(f"the row of {name}", lambda name=name: report.row(name), 60) for name in stations]
+        found = [wait_for(f"the control {name}", lambda name=name: report.find(name), 10) for name in controls]
         process.terminate()
         process.wait()
-        return (row.x + min(row.width // 2, 80), row.middle[1]), start.middle
+        report.path.unlink()
+        return [(row.x + min(row.width // 2, 80), row.middle[1]) for row in rows], found
+
+    def open_program(self):
+        """The program, its window open, and nothing done with it yet."""
+        process = self.children.start("player", [self.build / "bin" / "funkhausplayer"], env=self.environment)
+        wait_for("the window", lambda: visible_windows(self.display, process.pid), 60)
+        return process
 
     def start_program(self):
         """The program, playing with its window open."""
-        row, start = self._places()
-        process = self.children.start("player", [self.build / "bin" / "funkhausplayer"], env=self.environment)
+        (row,), (start,) = self.places([NAME], ["Command1"])
+        process = self.open_program()
         hands = Hands(self.display)
-        wait_for("the window", lambda: visible_windows(self.display, process.pid), 60)
         left_before = len(self.station.lines("listener gone"))
 
         def title_was_read():
@@ -85,7 +93,7 @@ class Stage:
             return len(self.station.lines("listener gone")) > left_before
 
         wait_for("the station's title", title_was_read, 60, pause=3)
-        hands.click(*start)
+        hands.click(*start.middle)
         wait_for("sound", lambda: self.sink.loudness() > AUDIBLE, 60, pause=0)
         return process
 
