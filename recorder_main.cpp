@@ -85,8 +85,7 @@ std::string AskForLink() {
   std::fflush(stdout);
   std::array<char, 4096> line{};
   if (std::fgets(line.data(), static_cast<int>(line.size()), stdin) == nullptr) return {};
-  const std::string entered(line.data());
-  return entered.substr(0, entered.find_first_of("\r\n"));
+  return recorder::TrimmedLink(line.data());
 }
 
 int TellWrongUse() {
@@ -96,7 +95,7 @@ int TellWrongUse() {
 
 int RunOnTerminal(std::string link) {
   if (link.empty()) link = AskForLink();
-  if (link.find_first_not_of(' ') == std::string::npos) return TellWrongUse();
+  if (link.empty()) return TellWrongUse();
   platform::posix::TerminalLoop loop;
   Tool tool(loop);
   loop.EndAsked = [&tool] { tool.recording.Stop(); };

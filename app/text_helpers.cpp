@@ -10,6 +10,13 @@ TextView Trim(TextView text) {
   return text.substr(first, text.find_last_not_of(u' ') - first + 1);
 }
 
+TextView TrimControls(TextView text) {
+  const auto is_dropped = [](char16_t unit) { return unit <= u' ' || unit == 0x7F; };
+  while (!text.empty() && is_dropped(text.front())) text.remove_prefix(1);
+  while (!text.empty() && is_dropped(text.back())) text.remove_suffix(1);
+  return text;
+}
+
 std::vector<Text> Split(TextView text, TextView separator) {
   std::vector<Text> pieces;
   if (text.empty()) return pieces;

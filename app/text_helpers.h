@@ -13,6 +13,10 @@ namespace app {
 /// `text`.
 [[nodiscard]] TextView Trim(TextView text);
 
+/// `text` without the blanks and control characters (U+0000 to U+0020, U+007F) at its ends. A view into
+/// `text`.
+[[nodiscard]] TextView TrimControls(TextView text);
+
 /// The pieces of `text` between the occurrences of `separator`, empty pieces included. An empty text has no
 /// pieces; an empty separator gives the whole text as one piece.
 [[nodiscard]] std::vector<Text> Split(TextView text, TextView separator);

@@ -1,6 +1,18 @@
 #include "recorder/command_line.h"
 
+#include <algorithm>
+
 namespace recorder {
+
+std::string TrimmedLink(std::string_view entered) {
+  const auto is_dropped = [](char byte) {
+    const auto code = static_cast<unsigned char>(byte);
+    return code <= 0x20 || code == 0x7F;
+  };
+  const auto first = std::find_if_not(entered.begin(), entered.end(), is_dropped);
+  const auto last = std::find_if_not(entered.rbegin(), entered.rend(), is_dropped).base();
+  return first < last ? std::string(first, last) : std::string();
+}
 
 CommandLine ReadCommandLine(std::span<const char* const> words) {
   std::string link;
@@ -13,9 +25,8 @@ CommandLine ReadCommandLine(std::span<const char* const> words) {
     if (!link.empty()) link += ' ';
     link += word;
   }
-  const std::size_t first = link.find_first_not_of(' ');
-  if (first == std::string::npos) return {CommandLine::Wish::kRecord, {}, form};
-  link = link.substr(first, link.find_last_not_of(' ') - first + 1);
+  link = TrimmedLink(link);
+  if (link.empty()) return {CommandLine::Wish::kRecord, {}, form};
   if (link == "--help" || link == "-h") return {CommandLine::Wish::kHelp, {}, form};
   if (link.starts_with('-')) return {CommandLine::Wish::kWrongUse, {}, form};
   return {CommandLine::Wish::kRecord, link, form};

@@ -22,8 +22,12 @@ struct CommandLine {
   Form form = Form::kWindowIfPossible;
 };
 
+/// A link as it was entered, without the blanks and control characters (a line end, a tab) at its ends;
+/// UTF-8.
+[[nodiscard]] std::string TrimmedLink(std::string_view entered);
+
 /// The word "--terminal" may stand anywhere. All other words together are one link, because whoever starts
-/// the tool may have split it at its blanks; no link begins with "-". Blanks round the link are dropped.
+/// the tool may have split it at its blanks; no link begins with "-". The link is trimmed.
 [[nodiscard]] CommandLine ReadCommandLine(std::span<const char* const> words);
 
 /// How the tool is called, in German, several lines of UTF-8.

@@ -46,7 +46,7 @@ void RecordControl::Show() {
   const Status& status = recording_.GetStatus();
   const bool running = recording_.Running();
   form_.address.SetEnabled(!running);
-  form_.start.SetEnabled(!running && !app::Trim(form_.address.GetText()).empty());
+  form_.start.SetEnabled(!running && !app::TrimControls(form_.address.GetText()).empty());
   form_.stop.SetEnabled(running);
   form_.station.SetCaption(OneLine(status.station));
   form_.title.SetCaption(OneLine(status.title));

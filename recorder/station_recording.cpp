@@ -45,7 +45,7 @@ StationRecording::StationRecording(const Ports& ports, Text folder, Limits limit
       internet_(ports.stream.internet, [this](const platform::InternetRead& read) { OnRead(read); }) {}
 
 void StationRecording::Run(const Text& link) {
-  const Text address(app::Trim(link));
+  const Text address(app::TrimControls(link));
   if (running_ || address.empty()) return;
   running_ = true;
   stop_asked_ = false;

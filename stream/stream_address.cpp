@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "app/numbers.h"
+#include "app/text_helpers.h"
 #include "platform/internet.h"
 
 namespace stream {
@@ -19,7 +20,8 @@ bool TakeHostPart(TextView host_part, QueryTarget& target) {
   const std::size_t colon = host_part.find(u':');
   target.host = host_part.substr(0, colon);
   if (colon == TextView::npos) return true;
-  const std::optional<std::int32_t> port = app::ToInt32(host_part.substr(colon + 1));
+  // A line end that came along with the address is no part of the number.
+  const std::optional<std::int32_t> port = app::ToInt32(app::TrimControls(host_part.substr(colon + 1)));
   if (!port || *port < 0 || *port > std::numeric_limits<std::uint16_t>::max()) return false;
   target.port = static_cast<std::uint16_t>(*port);
   return true;

@@ -11,6 +11,12 @@ bool IsBlankOrControl(char byte) {
   return code <= 0x20 || code == 0x7F;
 }
 
+std::string_view WithoutBlanksAtTheEnds(std::string_view bytes) {
+  const auto first = std::find_if_not(bytes.begin(), bytes.end(), IsBlankOrControl);
+  const auto last = std::find_if_not(bytes.rbegin(), bytes.rend(), IsBlankOrControl).base();
+  return first < last ? std::string_view(first, last) : std::string_view();
+}
+
 std::string PercentEncoded(std::string_view bytes) {
   constexpr std::string_view kHex = "0123456789ABCDEF";
   std::string encoded;
@@ -41,13 +47,14 @@ std::size_t SchemeLength(std::string_view url) {
 }  // namespace
 
 std::optional<std::string> RequestAddress(TextConversion& conversion, TextView url) {
-  const std::string bytes = conversion.WideCharToMultiByte(CodePage::kUtf8, url);
+  const std::string utf8 = conversion.WideCharToMultiByte(CodePage::kUtf8, url);
+  const std::string_view bytes = WithoutBlanksAtTheEnds(utf8);
   const std::size_t scheme = SchemeLength(bytes);
   if (scheme == 0) return std::nullopt;
   const std::size_t host_end = std::min(bytes.find_first_of("/?#", scheme), bytes.size());
-  const std::string_view host = std::string_view(bytes).substr(scheme, host_end - scheme);
+  const std::string_view host = bytes.substr(scheme, host_end - scheme);
   if (host.empty() || std::any_of(host.begin(), host.end(), IsBlankOrControl)) return std::nullopt;
-  return bytes.substr(0, host_end) + PercentEncoded(std::string_view(bytes).substr(host_end));
+  return std::string(bytes.substr(0, host_end)) + PercentEncoded(bytes.substr(host_end));
 }
 
 std::optional<std::string> RequestAddress(TextConversion& conversion, TextView host, std::uint16_t port,

@@ -12,8 +12,9 @@ namespace platform::curl {
 
 /// An http or https address as ASCII bytes, but for the host, which stays UTF-8: blanks, control
 /// characters and everything outside ASCII behind the host become percent-encoded UTF-8 (RFC 3986, section
-/// 2.1); what is encoded already stays as it is. Nothing for any other scheme, an empty host, or a host
-/// part that holds blanks or control characters.
+/// 2.1); what is encoded already stays as it is. Blanks and control characters (U+0000 to U+0020, U+007F) at
+/// the address's ends are dropped; a line end often comes along with an address. Nothing for any other
+/// scheme, an empty host, or a host part that holds blanks or control characters.
 std::optional<std::string> RequestAddress(TextConversion& conversion, TextView url);
 
 enum class Security { kPlain, kTls };

@@ -17,6 +17,15 @@ TEST(Trim, DropsBlanksAtBothEndsAndNothingElse) {
   EXPECT_EQ(Trim(u""), u"");
 }
 
+TEST(TrimControls, DropsBlanksAndControlsAtBothEnds) {
+  const Text dropped(u"\0\t\r\n\x1F \x7F", 7);
+  EXPECT_EQ(TrimControls(dropped + u"a\tb" + dropped), u"a\tb");
+  EXPECT_EQ(TrimControls(u"\u0080a\u00A0"), u"\u0080a\u00A0");
+  EXPECT_EQ(TrimControls(u"!~"), u"!~") << "the neighbours of what is dropped";
+  EXPECT_EQ(TrimControls(dropped), u"");
+  EXPECT_EQ(TrimControls(u""), u"");
+}
+
 TEST(Split, KeepsEmptyPieces) {
   EXPECT_EQ(Split(u";a;;b;", u";"), (Pieces{u"", u"a", u"", u"b", u""}));
   EXPECT_EQ(Split(u";", u";"), (Pieces{u"", u""}));

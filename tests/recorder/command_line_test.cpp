@@ -29,7 +29,13 @@ TEST(CommandLine, WithoutAWordTheLinkIsStillToBeNamed) {
   }
 }
 
-TEST(CommandLine, BlanksRoundTheLinkAreDropped) { EXPECT_EQ(Read({"", " http://h/ "}).link, "http://h/"); }
+TEST(CommandLine, BlanksAndControlsRoundTheLinkAreDropped) {
+  EXPECT_EQ(Read({"", " http://h/ "}).link, "http://h/");
+  EXPECT_EQ(Read({"\t", "\x7Fhttp://h/a\tb", "\r\n\x01"}).link, "http://h/a\tb");
+  EXPECT_EQ(Read({"\xC3\xBC.m3u\r"}).link, "\xC3\xBC.m3u") << "bytes of letters are no controls";
+  EXPECT_EQ(Read({"\r\n"}).link, "");
+  EXPECT_EQ(Read({"--help\r"}).wish, Wish::kHelp);
+}
 
 TEST(CommandLine, HelpIsAWishOfItsOwn) {
   EXPECT_EQ(Read({"--help"}).wish, Wish::kHelp);

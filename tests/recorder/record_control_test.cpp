@@ -1,5 +1,6 @@
 #include "recorder/record_control.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "tests/recorder/recorder_rig.h"
@@ -20,7 +21,7 @@ class Window : public testing::Test {
 TEST_F(Window, AsksForAnAddressFirst) {
   EXPECT_FALSE(form_.start.Enabled());
   EXPECT_FALSE(form_.stop.Enabled());
-  form_.address.SetText(u" ");
+  form_.address.SetText(u" \t\r\n");
   EXPECT_FALSE(form_.start.Enabled());
   form_.address.SetText(kLink);
   EXPECT_TRUE(form_.start.Enabled());
@@ -34,6 +35,15 @@ TEST_F(Window, ShowsStationTitleTimeAndWhatWasWritten) {
   EXPECT_EQ(form_.title.Caption(), u"Eins ");
   EXPECT_EQ(form_.time.Caption(), u"00:00:01");
   EXPECT_EQ(form_.written.Caption(), u"4 Byte, 1 Datei");
+  EXPECT_EQ(form_.state.Caption(), u"Aufnahme beendet");
+}
+
+TEST_F(Window, ALineEndThatCameAlongWithTheAddressIsNoPartOfIt) {
+  form_.address.SetText(u"\t" + kLink + u"\r\n");
+  form_.start.Click();
+  EXPECT_THAT(rig_.internet.calls, testing::Contains(testing::HasSubstr("InternetOpenUrlW(4, " +
+                                                                        test_support::Ascii(kLink) + ", ")));
+  EXPECT_THAT(rig_.requests.calls, testing::Contains("Open(GET, " + test_support::Ascii(kLink) + ", True)"));
   EXPECT_EQ(form_.state.Caption(), u"Aufnahme beendet");
 }
 

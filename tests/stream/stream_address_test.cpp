@@ -41,6 +41,11 @@ TEST(StreamAddress, WithoutASlashThePathIsTheWholeRest) {
   ExpectTarget(u"http://radio.example:8000", u"radio.example", 8000, u"radio.example:8000", kReload);
 }
 
+TEST(StreamAddress, ALineEndBehindThePortIsNoPartOfIt) {
+  ExpectTarget(u"http://h:8000\r\n", u"h", 8000, u"h:8000\r\n", kReload);
+  EXPECT_FALSE(QueryTargetOf(u"http://h:80\r00/").has_value());
+}
+
 TEST(StreamAddress, WithoutSlashAndPortThereIsNoHost) {
   ExpectTarget(u"http://radio.example", u"", 80, u"radio.example", kReload);
 }

@@ -27,6 +27,19 @@ TEST_F(Address, BlanksControlsAndLettersBehindTheHostAreEncoded) {
   EXPECT_EQ(Of(u"http://h/a b\u00FC\u20AC\r\nX: y"), "http://h/a%20b%C3%BC%E2%82%AC%0D%0AX:%20y");
 }
 
+TEST_F(Address, BlanksAndControlsAtTheEndsAreDropped) {
+  const Text dropped(u"\0\t\n\r\x1F \x7F", 7);
+  EXPECT_EQ(Of(dropped + u"http://h/x" + dropped), "http://h/x");
+  EXPECT_EQ(Of(u"http://h/x\r"), "http://h/x");
+  EXPECT_EQ(Of(u"http://h:8000\r\n"), "http://h:8000");
+  EXPECT_EQ(Of(u"http://h/a\r b\r"), "http://h/a%0D%20b") << "inside they stay";
+  EXPECT_EQ(Of(u"http://h/x!\u00A0"), "http://h/x!%C2%A0") << "other characters stay";
+  EXPECT_EQ(Of(u"http://\r"), "<none>");
+  EXPECT_EQ(Of(dropped), "<none>");
+  EXPECT_EQ(Of(u"h", 80, u"/live\r"), "http://h:80/live");
+  EXPECT_EQ(Of(u"h", 80, u"h:80\r"), "http://h:80/h:80");
+}
+
 TEST_F(Address, OnlyHttpAndHttpsWithAHost) {
   EXPECT_EQ(Of(u""), "<none>");
   EXPECT_EQ(Of(u"ftp://h/"), "<none>");
