@@ -21,9 +21,12 @@ class XmlHttpRequest {
   virtual bool Open(const Text& method, const Text& url, bool asynchronous) = 0;
   virtual bool Send() = 0;
   /// 0 not opened, 1 opened, 2 headers received, 3 body arriving, 4 completed. Asking lets the transfer
-  /// go on; it never waits longer than a few milliseconds.
+  /// continue; it never waits longer than a few milliseconds. An answer that is plainly a live stream (an
+  /// "icy-" header, or a sound or video type that is no playlist's, and no Content-Length) is completed,
+  /// without a text, as soon as its headers are there: its body would never end. So is a request that failed.
   virtual std::int32_t ReadyState() = 0;
-  /// The body, decoded by the response's charset (a byte-order mark first, UTF-8 when none is named).
+  /// The body, decoded by the response's charset (a byte-order mark first, UTF-8 when none is named). Empty
+  /// before completion, and for a live stream and a failure after it.
   virtual Text ResponseText() = 0;
   virtual void Abort() = 0;
 };

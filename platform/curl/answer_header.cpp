@@ -12,6 +12,11 @@ bool SameIgnoringCase(char left, char right) {
   return std::tolower(static_cast<unsigned char>(left)) == std::tolower(static_cast<unsigned char>(right));
 }
 
+bool BeginsIgnoringCase(std::string_view line, std::string_view beginning) {
+  return line.size() >= beginning.size() &&
+         std::equal(beginning.begin(), beginning.end(), line.begin(), SameIgnoringCase);
+}
+
 std::string_view Trim(std::string_view text) {
   const std::size_t first = text.find_first_not_of(" \t");
   if (first == std::string_view::npos) return {};
@@ -50,19 +55,32 @@ bool AnswerHeader::AddLine(std::string_view line) {
   return true;
 }
 
+// Without the status line.
+std::vector<std::string_view> AnswerHeader::FieldLines() const {
+  std::vector<std::string_view> lines;
+  const std::string_view block = block_;
+  for (std::size_t at = 0; at < block.size();) {
+    const std::size_t end = std::min(block.find("\r\n", at), block.size());
+    if (at > 0) lines.push_back(block.substr(at, end - at));
+    at = end + 2;
+  }
+  return lines;
+}
+
 std::string AnswerHeader::Value(std::string_view name) const {
   std::string value;
-  std::string_view rest = block_;
-  while (!rest.empty()) {
-    const std::size_t end = rest.find("\r\n");
-    const std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 2);
-    const std::size_t colon = line.find(':');
-    if (colon != name.size() || !std::equal(name.begin(), name.end(), line.begin(), SameIgnoringCase))
-      continue;
-    value = Trim(line.substr(colon + 1));
+  for (const std::string_view line : FieldLines()) {
+    const bool is_named = line.find(':') == name.size() && BeginsIgnoringCase(line, name);
+    if (is_named) value = Trim(line.substr(name.size() + 1));
   }
   return value;
+}
+
+bool AnswerHeader::HasNameBeginning(std::string_view beginning) const {
+  const std::vector<std::string_view> lines = FieldLines();
+  return std::any_of(lines.begin(), lines.end(), [beginning](std::string_view line) {
+    return line.find(':') != std::string_view::npos && BeginsIgnoringCase(line, beginning);
+  });
 }
 
 }  // namespace platform::curl

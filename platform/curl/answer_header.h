@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform::curl {
 
@@ -28,11 +29,15 @@ class AnswerHeader {
   /// The three digits of the status line; empty when it has none.
   [[nodiscard]] const std::string& StatusCode() const { return status_code_; }
 
+  /// Whether a line's name begins like this (any case).
+  [[nodiscard]] bool HasNameBeginning(std::string_view beginning) const;
+
   /// The value of the last line with this name (any case), without blanks around it; empty without one.
   [[nodiscard]] std::string Value(std::string_view name) const;
 
  private:
   void Begin(std::string_view status_line);
+  [[nodiscard]] std::vector<std::string_view> FieldLines() const;
 
   std::string block_;
   std::string status_code_;

@@ -7,6 +7,7 @@
 
 #include "platform/curl/address.h"
 #include "platform/curl/body_text.h"
+#include "platform/curl/live_answer.h"
 
 namespace platform::curl {
 namespace {
@@ -79,14 +80,16 @@ class CurlXmlHttpRequest final : public XmlHttpRequest {
 
   [[nodiscard]] std::int32_t StateOfTransfer() const {
     if (!transfer_) return kBodyArriving;
-    if (transfer_->HasEnded()) return kCompleted;
+    if (transfer_->HasEnded() || IsLive()) return kCompleted;
     if (!body_.empty()) return kBodyArriving;
     return transfer_->IsAnswered() ? kHeadersReceived : kOpened;
   }
 
-  // A transfer that failed is completed too, but has no text.
+  [[nodiscard]] bool IsLive() const { return transfer_->IsAnswered() && IsLiveAnswer(transfer_->Header()); }
+
+  // A transfer that failed and a live stream are completed too, but have no text.
   void Complete() {
-    if (!transfer_->HasFailed()) {
+    if (!transfer_->HasFailed() && !IsLive()) {
       text_ = DecodeBody(conversion_, body_, transfer_->Header().Value("Content-Type"));
     }
     transfer_.reset();

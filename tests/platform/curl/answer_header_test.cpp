@@ -63,5 +63,18 @@ TEST(AnswerHeader, IsBounded) {
   EXPECT_EQ(lines, (AnswerHeader::kLimit - 17) / 1005);
 }
 
+TEST(AnswerHeader, FindsLinesByTheBeginningOfTheirName) {
+  AnswerHeader header;
+  for (const std::string line : {"HTTP/1.1 200 icy-x:\r\n", "Icy-Name: X\r\n", "icy-bare\r\n", "\r\n"}) {
+    header.AddLine(line);
+  }
+  EXPECT_TRUE(header.HasNameBeginning("icy-"));
+  EXPECT_TRUE(header.HasNameBeginning("ICY-NAME:"));
+  EXPECT_FALSE(header.HasNameBeginning("cy-"));
+  EXPECT_FALSE(header.HasNameBeginning("HTTP/")) << "the status line is no field";
+  EXPECT_FALSE(header.HasNameBeginning("icy-b")) << "nor is a line without a colon";
+  EXPECT_FALSE(AnswerHeader().HasNameBeginning("icy-"));
+}
+
 }  // namespace
 }  // namespace platform::curl

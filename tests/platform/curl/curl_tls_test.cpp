@@ -26,7 +26,8 @@ class CurlTls : public testing::Test {
     return settings;
   }
 
-  TlsServer secure_{"ICY 200 OK\r\nicy-name:Sicher\r\n\r\nhttp://127.0.0.1/stream"};
+  TlsServer secure_{
+      "ICY 200 OK\r\nicy-name:Sicher\r\nContent-Type:text/plain\r\n\r\nhttp://127.0.0.1/stream"};
   icu::IcuTextConversion conversion_;
   CurlXmlHttpRequests requests_{conversion_};
 };
@@ -38,7 +39,8 @@ TEST_F(CurlTls, ACertificateThatNobodyVouchesForIsRefused) {
 
 TEST_F(CurlTls, ATrustedCertificateIsAccepted) {
   CurlRig rig(Trusting(secure_));
-  EXPECT_EQ(rig.Headers(rig.OpenUrl(secure_.Url())), "ICY 200 OK\r\nicy-name:Sicher\r\n\r\n");
+  EXPECT_EQ(rig.Headers(rig.OpenUrl(secure_.Url())),
+            "ICY 200 OK\r\nicy-name:Sicher\r\nContent-Type:text/plain\r\n\r\n");
 }
 
 TEST_F(CurlTls, ACertificateForAnotherHostIsRefused) {

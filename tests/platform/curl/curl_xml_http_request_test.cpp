@@ -154,6 +154,53 @@ TEST_F(CurlXmlHttp, AMebibyteIsTheMostThatCompletes) {
   while (std::chrono::steady_clock::now() < until) EXPECT_EQ(request->ReadyState(), 3);
 }
 
+TEST_F(CurlXmlHttp, ALiveStreamIsCompleteWithoutATextAtOnce) {
+  for (const auto& fields : std::vector<std::vector<std::string>>{{"Content-Type: audio/mpeg"},
+                                                                  {"content-type: Audio/AACP; x=y"},
+                                                                  {"Content-Type: video/mp2t"},
+                                                                  {"Content-Type: application/ogg"},
+                                                                  {"icy-metaint: 8192"},
+                                                                  {"ICY-NAME:X", "Content-Type: x/y"}}) {
+    // Without its first byte, so that nothing but the header can have decided.
+    server_.OnAny(Script().Send(Header("HTTP/1.1 200 OK", fields)).Hold());
+    const auto request = Ask("/");
+    EXPECT_TRUE(Reaches(*request, 4)) << fields[0];
+    EXPECT_EQ(request->ResponseText(), u"");
+    EXPECT_TRUE(server_.WaitForAllClosed(kDeadline)) << "its connection is given back";
+  }
+  server_.OnAny(Script().Send("ICY 200 OK\r\n\r\n").Send("[playlist]").Hold());
+  const auto bare = Ask("/");
+  EXPECT_TRUE(Reaches(*bare, 3)) << "the status line of a station alone does not count";
+}
+
+TEST_F(CurlXmlHttp, ALiveStreamThatHasEndedAlreadyHasNoTextEither) {
+  server_.OnAny(Script().Send(Header("HTTP/1.1 200 OK", {"Content-Type: audio/mpeg"})).Send("http://h/"));
+  EXPECT_EQ(Fetch("/"), u"");
+}
+
+TEST_F(CurlXmlHttp, WhatHasALengthOrThePlaylistsTypeIsReadToItsEnd) {
+  for (const std::string field :
+       {"Content-Type: audio/x-mpegurl", "Content-Type: audio/mpegurl", "Content-Type: audio/x-scpls",
+        "Content-Type: AUDIO/X-SCPLS; charset=utf-8", "Content-Type: application/vnd.apple.mpegurl",
+        "Content-Type: application/pls+xml", "Content-Type: audio/x-pn-realaudio", "Content-Type: text/plain",
+        "Content-Type: text/html\r\nicy-name: X", "Content-Type: audio/x-scpls\r\nicy-name: X",
+        "Content-Type: audio/mpeg\r\nContent-Length: 10", "icy-br: 128\r\nContent-Length: 10",
+        "Content-Type: application/octet-stream", "X: y"}) {
+    server_.OnAny(Script().Send(Header("HTTP/1.1 200 OK", {field})).Send("[playlist]"));
+    EXPECT_EQ(Fetch("/"), u"[playlist]") << field;
+  }
+}
+
+TEST_F(CurlXmlHttp, OnlyTheFinalAnswerSaysWhetherItIsALiveStream) {
+  server_.On("/go", Script()
+                        .Send(Header("HTTP/1.1 302 Found",
+                                     {"Location: /list", "Content-Type: audio/mpeg", "icy-name: X"}))
+                        .Send("body")
+                        .Hold());
+  server_.On("/list", Script().Send(kOk).Send("[playlist]"));
+  EXPECT_EQ(Fetch("/go"), u"[playlist]");
+}
+
 TEST_F(CurlXmlHttp, AnEndlessStreamIsLetGoOfAndNeverCompletes) {
   server_.OnAny(Script().Send(kOk).Flood("0123456789abcdef"));
   const auto request = Ask("/");
