@@ -28,8 +28,20 @@ struct InternetRead {
   bool ended = false;     ///< nothing will come any more; everything before it has been read
 };
 
+/// Why a request has got no answer. An answer with a status other than 200 is an answer.
+enum class InternetFailure : std::uint8_t {
+  kNone,
+  kNoAnswer,  ///< the server, or the host, was silent until the time was up, or cannot be reached at all
+  kUnknownHost,
+  kRefused,  ///< nobody listens on the port
+  kGivenUp,  ///< the wait was ended before its time, for the user wants something else; the server may be
+             ///< well
+  kOther     ///< cut, too many redirects, a certificate, no HTTP ...
+};
+
 /// All operations are called on the user-interface thread. Connecting and a silent answer are bounded to
-/// 10 s each, during which the window is painted but takes no input. Redirects are followed (301, 302,
+/// 10 s each, and to 30 s together, or to the session's own limit (SetWaitLimit); meanwhile the window is
+/// painted but takes no input. Redirects are followed (301, 302,
 /// 303, 307, 308, at most 10, from http to https too); status and headers are those of the last answer.
 /// Certificates are checked. Nothing throws.
 /// Public references: RFC 9110 and RFC 9112; the "ICY 200 OK" status line of SHOUTcast servers counts as
@@ -39,6 +51,10 @@ class Internet {
   virtual ~Internet() = default;
 
   virtual InternetHandle InternetOpenW(const Text& agent, std::uint32_t access_type) = 0;
+
+  /// From now on every answer inside the session is there within this time, name look-up, connecting and
+  /// redirects included, or the request has failed with kNoAnswer. For sessions only; the time is above 0.
+  virtual bool SetWaitLimit(InternetHandle session, std::uint32_t milliseconds) = 0;
 
   /// Prepares a connection; the host may turn out to be unreachable only when a request is sent. An empty
   /// host fails.
@@ -71,6 +87,10 @@ class Internet {
   virtual InternetRead InternetReadFile(InternetHandle request, std::span<std::byte> buffer) = 0;
 
   virtual bool InternetCloseHandle(InternetHandle handle) = 0;
+
+  /// Why the latest HttpSendRequestW or InternetOpenUrlW has failed; kNone when it has not, or none was
+  /// called yet.
+  [[nodiscard]] virtual InternetFailure LastFailure() const = 0;
 };
 
 }  // namespace platform

@@ -29,6 +29,9 @@ class WatchedInternet final : public platform::Internet {
   Handle InternetOpenW(const Text& agent, std::uint32_t access_type) override {
     return inner_.InternetOpenW(agent, access_type);
   }
+  bool SetWaitLimit(Handle session, std::uint32_t milliseconds) override {
+    return inner_.SetWaitLimit(session, milliseconds);
+  }
   Handle InternetConnectW(Handle session, const Text& host, std::uint16_t port,
                           std::uint32_t service) override {
     return inner_.InternetConnectW(session, host, port, service);
@@ -45,6 +48,7 @@ class WatchedInternet final : public platform::Internet {
   Handle InternetOpenUrlW(Handle session, const Text& url, const Text& headers, std::uint32_t flags) override;
   platform::InternetRead InternetReadFile(Handle request, std::span<std::byte> buffer) override;
   bool InternetCloseHandle(Handle handle) override { return inner_.InternetCloseHandle(handle); }
+  [[nodiscard]] platform::InternetFailure LastFailure() const override { return inner_.LastFailure(); }
 
  private:
   [[nodiscard]] std::int32_t StatusOf(Handle request) const;

@@ -54,9 +54,17 @@ CurlInternet::Node* CurlInternet::Find(InternetHandle handle, Kind kind) {
 InternetHandle CurlInternet::InternetOpenW(const Text& agent, std::uint32_t access_type) {
   if (access_type != kInternetOpenTypeDirect) return InternetHandle::kNone;
   Node session;
+  session.wait_limit = settings_.whole_limit;
   session.agent = conversion_.WideCharToMultiByte(CodePage::kAnsi, agent);
   if (HoldsLineEndOrNul(session.agent)) return InternetHandle::kNone;
   return Keep(std::move(session));
+}
+
+bool CurlInternet::SetWaitLimit(InternetHandle session, std::uint32_t limit) {
+  Node* node = Find(session, Kind::kSession);
+  if (!node || limit == 0) return false;
+  node->wait_limit = std::min(settings_.whole_limit, milliseconds(limit));
+  return true;
 }
 
 InternetHandle CurlInternet::InternetConnectW(InternetHandle session, const Text& host, std::uint16_t port,
@@ -66,6 +74,7 @@ InternetHandle CurlInternet::InternetConnectW(InternetHandle session, const Text
   Node connection;
   connection.kind = Kind::kConnection;
   connection.agent = parent->agent;
+  connection.wait_limit = parent->wait_limit;
   connection.host = host;
   connection.port = port;
   return Keep(std::move(connection));
@@ -81,24 +90,28 @@ InternetHandle CurlInternet::HttpOpenRequestW(InternetHandle connection, const T
   Node request;
   request.kind = Kind::kRequest;
   request.agent = parent->agent;
+  request.wait_limit = parent->wait_limit;
   request.address = std::move(*address);
   request.flags = flags;
   return Keep(std::move(request));
 }
 
 bool CurlInternet::HttpSendRequestW(InternetHandle request, const Text& headers) {
+  last_failure_ = InternetFailure::kOther;
   Node* node = Find(request, Kind::kRequest);
   return node && Send(*node, headers);
 }
 
 InternetHandle CurlInternet::InternetOpenUrlW(InternetHandle session, const Text& url, const Text& headers,
                                               std::uint32_t flags) {
+  last_failure_ = InternetFailure::kOther;
   const Node* parent = Find(session, Kind::kSession);
   auto address = RequestAddress(conversion_, url);
   if (!parent || !address) return InternetHandle::kNone;
   Node request;
   request.kind = Kind::kRequest;
   request.agent = parent->agent;
+  request.wait_limit = parent->wait_limit;
   request.address = std::move(*address);
   request.flags = flags;
   if (!Send(request, headers)) return InternetHandle::kNone;
@@ -113,22 +126,24 @@ bool CurlInternet::Send(Node& request, const Text& headers) {
   if ((request.flags & kInternetFlagReload) != 0)
     options.header_lines.emplace_back("Cache-Control: no-cache");
   options.trusted_certificates = settings_.trusted_certificates;
-  options.connect_limit = settings_.connect_limit;
+  options.connect_limit = std::min(settings_.connect_limit, request.wait_limit);
   request.transfer = std::make_unique<Transfer>(options);
-  if (AwaitAnswer(*request.transfer)) return true;
+  last_failure_ = AwaitAnswer(*request.transfer, request.wait_limit);
+  if (last_failure_ == InternetFailure::kNone) return true;
   request.transfer.reset();
   return false;
 }
 
-bool CurlInternet::AwaitAnswer(Transfer& transfer) {
-  const Clock::time_point deadline = Clock::now() + settings_.whole_limit;
+InternetFailure CurlInternet::AwaitAnswer(Transfer& transfer, milliseconds limit) {
+  const Clock::time_point deadline = Clock::now() + limit;
   while (!transfer.IsAnswered()) {
-    if (transfer.HasEnded() || Clock::now() >= deadline) return false;
-    if (transfer.AnswerOwedFor().value_or(milliseconds(0)) >= settings_.answer_limit) return false;
+    if (transfer.HasEnded()) return transfer.Failure();
+    const bool is_silent = transfer.AnswerOwedFor().value_or(milliseconds(0)) >= settings_.answer_limit;
+    if (is_silent || Clock::now() >= deadline) return InternetFailure::kNoAnswer;
     transfer.Work(kPaintSlice);
     loop_.ProcessPaintMessages();
   }
-  return true;
+  return InternetFailure::kNone;
 }
 
 bool CurlInternet::HttpQueryInfoW(InternetHandle request, std::uint32_t info_level,

@@ -15,7 +15,8 @@
 
 namespace platform::curl {
 
-/// The time limits of the internet operations, and whom they trust.
+/// The time limits of the internet operations, and whom they trust. A session's own limit (SetWaitLimit)
+/// makes the first three shorter, never longer.
 struct InternetSettings {
   milliseconds connect_limit{10'000};  ///< name look-up, connecting, TLS; for each hop of a redirect
   milliseconds answer_limit{10'000};   ///< a connected server that does not get its header out; each hop
@@ -39,6 +40,7 @@ class CurlInternet final : public Internet {
   CurlInternet& operator=(const CurlInternet&) = delete;
 
   InternetHandle InternetOpenW(const Text& agent, std::uint32_t access_type) override;
+  bool SetWaitLimit(InternetHandle session, std::uint32_t limit) override;
   InternetHandle InternetConnectW(InternetHandle session, const Text& host, std::uint16_t port,
                                   std::uint32_t service) override;
   InternetHandle HttpOpenRequestW(InternetHandle connection, const Text& verb, const Text& path,
@@ -50,29 +52,32 @@ class CurlInternet final : public Internet {
                                   std::uint32_t flags) override;
   InternetRead InternetReadFile(InternetHandle request, std::span<std::byte> buffer) override;
   bool InternetCloseHandle(InternetHandle handle) override;
+  [[nodiscard]] InternetFailure LastFailure() const override { return last_failure_; }
 
  private:
   enum class Kind { kSession, kConnection, kRequest };
   struct Node {
     Kind kind = Kind::kSession;
     std::string agent;
-    Text host;                // of a connection
-    std::uint16_t port = 0;   // of a connection
-    std::string address;      // of a request
-    std::uint32_t flags = 0;  // of a request
+    milliseconds wait_limit{0};  // the session's, or the settings'
+    Text host;                   // of a connection
+    std::uint16_t port = 0;      // of a connection
+    std::string address;         // of a request
+    std::uint32_t flags = 0;     // of a request
     std::unique_ptr<Transfer> transfer;
   };
 
   InternetHandle Keep(Node node);
   Node* Find(InternetHandle handle, Kind kind);
   bool Send(Node& request, const Text& headers);
-  bool AwaitAnswer(Transfer& transfer);
+  InternetFailure AwaitAnswer(Transfer& transfer, milliseconds limit);
 
   MessageLoop& loop_;
   TextConversion& conversion_;
   const InternetSettings settings_;
   std::map<InternetHandle, Node> nodes_;
   std::uint32_t last_handle_ = 0;
+  InternetFailure last_failure_ = InternetFailure::kNone;
 };
 
 }  // namespace platform::curl

@@ -3,6 +3,7 @@
 #include <curl/curl.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 
 namespace platform::curl {
@@ -40,6 +41,24 @@ milliseconds Since(Clock::time_point start) {
   return std::chrono::duration_cast<milliseconds>(Clock::now() - start);
 }
 
+InternetFailure FailureOf(CURLcode result, CURL* easy) {
+  switch (result) {
+    case CURLE_OK:
+      return InternetFailure::kNone;
+    case CURLE_OPERATION_TIMEDOUT:
+      return InternetFailure::kNoAnswer;
+    case CURLE_COULDNT_RESOLVE_HOST:
+      return InternetFailure::kUnknownHost;
+    case CURLE_COULDNT_CONNECT: {
+      long error = 0;
+      curl_easy_getinfo(easy, CURLINFO_OS_ERRNO, &error);
+      return error == ECONNREFUSED ? InternetFailure::kRefused : InternetFailure::kNoAnswer;
+    }
+    default:
+      return InternetFailure::kOther;
+  }
+}
+
 // The library's own set-up is counted, so that every transfer may ask for it.
 struct LibraryUse {
   LibraryUse() : ok(curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK) {}
@@ -62,7 +81,7 @@ struct Transfer::State {
   std::unique_ptr<CURL, FreeEasy> easy{curl_easy_init()};
   bool is_added = false;
   bool has_ended = false;
-  bool has_failed = false;
+  InternetFailure failure = InternetFailure::kNone;
   bool is_paused = false;
   bool body_has_begun = false;
   AnswerHeader header;
@@ -163,7 +182,7 @@ std::size_t Transfer::State::OnBody(std::string_view bytes) {
 
 void Transfer::State::End(CURLcode result) {
   has_ended = true;
-  has_failed = result != CURLE_OK;
+  failure = FailureOf(result, easy.get());
   answer_owed_since.reset();
   if (is_added) curl_multi_remove_handle(multi.get(), easy.get());
   is_added = false;
@@ -213,7 +232,7 @@ void Transfer::Work(milliseconds slice) {
 }
 
 bool Transfer::IsAnswered() const {
-  return state_->header.IsFinal() || state_->body_has_begun || (state_->has_ended && !state_->has_failed);
+  return state_->header.IsFinal() || state_->body_has_begun || (state_->has_ended && !HasFailed());
 }
 
 const AnswerHeader& Transfer::Header() const { return state_->header; }
@@ -225,7 +244,9 @@ std::optional<milliseconds> Transfer::AnswerOwedFor() const {
 
 bool Transfer::HasEnded() const { return state_->has_ended; }
 
-bool Transfer::HasFailed() const { return state_->has_failed; }
+bool Transfer::HasFailed() const { return state_->failure != InternetFailure::kNone; }
+
+InternetFailure Transfer::Failure() const { return state_->failure; }
 
 std::size_t Transfer::Buffered() const { return state_->Buffered(); }
 

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "platform/curl/answer_header.h"
+#include "platform/internet.h"
 
 namespace platform::curl {
 
@@ -58,6 +59,8 @@ class Transfer {
   [[nodiscard]] bool HasEnded() const;
   /// It ended too early: refused, cut, timed out, more redirects than allowed, header too long.
   [[nodiscard]] bool HasFailed() const;
+  /// Why it has failed; kNone when it has not.
+  [[nodiscard]] InternetFailure Failure() const;
 
   /// Bytes that wait to be taken.
   [[nodiscard]] std::size_t Buffered() const;

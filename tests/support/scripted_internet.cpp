@@ -49,6 +49,17 @@ InternetHandle ScriptedInternet::InternetOpenW(const Text& agent, std::uint32_t 
   return Opened("InternetOpenW", Ascii(agent) + ", " + std::to_string(access_type), {});
 }
 
+bool ScriptedInternet::SetWaitLimit(InternetHandle session, std::uint32_t milliseconds) {
+  calls.push_back("SetWaitLimit(" + Number(session) + ", " + std::to_string(milliseconds) + ")");
+  return open_.contains(session);
+}
+
+bool ScriptedInternet::Await(const ScriptedAnswer& station, bool is_answered) {
+  if (before_answer) before_answer(is_answered);
+  failure_ = is_answered ? platform::InternetFailure::kNone : station.failure;
+  return is_answered;
+}
+
 InternetHandle ScriptedInternet::InternetConnectW(InternetHandle session, const Text& host,
                                                   std::uint16_t port, std::uint32_t service) {
   const std::string arguments =
@@ -71,7 +82,8 @@ InternetHandle ScriptedInternet::HttpOpenRequestW(InternetHandle connection, con
 }
 
 bool ScriptedInternet::HttpSendRequestW(InternetHandle request, const Text& headers) {
-  const bool sent = !Fails("HttpSendRequestW") && open_.at(request).answer.reachable;
+  const ScriptedAnswer& station = open_.at(request).answer;
+  const bool sent = Await(station, !Fails("HttpSendRequestW") && station.reachable);
   calls.push_back("HttpSendRequestW(" + Number(request) + ", " + Ascii(headers) +
                   ") = " + std::to_string(sent));
   return sent;
@@ -96,7 +108,7 @@ InternetHandle ScriptedInternet::InternetOpenUrlW(InternetHandle session, const 
   const std::string arguments =
       Number(session) + ", " + Ascii(url) + ", " + Ascii(headers) + ", " + std::to_string(flags);
   const ScriptedAnswer station = AnswerOf(url);
-  if (!station.reachable || url.empty()) {
+  if (!Await(station, station.reachable && !url.empty())) {
     calls.push_back("InternetOpenUrlW(" + arguments + ") = 0");
     return InternetHandle::kNone;
   }

@@ -26,6 +26,8 @@ struct ScriptedRead {
 /// How a station answers.
 struct ScriptedAnswer {
   bool reachable = true;
+  /// Why it is not.
+  platform::InternetFailure failure = platform::InternetFailure::kNoAnswer;
   platform::Text status = u"200";
   platform::Text raw_headers = u"HTTP/1.1 200 OK\r\n\r\n";
   /// Once they are used up, every read succeeds without bytes.
@@ -39,6 +41,7 @@ class ScriptedInternet : public platform::Internet {
   using Handle = platform::InternetHandle;
 
   Handle InternetOpenW(const platform::Text& agent, std::uint32_t access_type) override;
+  bool SetWaitLimit(Handle session, std::uint32_t milliseconds) override;
   Handle InternetConnectW(Handle session, const platform::Text& host, std::uint16_t port,
                           std::uint32_t service) override;
   Handle HttpOpenRequestW(Handle connection, const platform::Text& verb, const platform::Text& path,
@@ -50,12 +53,15 @@ class ScriptedInternet : public platform::Internet {
                           std::uint32_t flags) override;
   platform::InternetRead InternetReadFile(Handle request, std::span<std::byte> buffer) override;
   bool InternetCloseHandle(Handle handle) override;
+  [[nodiscard]] platform::InternetFailure LastFailure() const override { return failure_; }
 
   /// By "host:port" and path, or by opened address; every other one gets `answer`.
   std::map<platform::Text, ScriptedAnswer> answers;
   ScriptedAnswer answer;
   /// The names of operations that fail.
   std::vector<std::string> failing;
+  /// Runs while an answer is waited for, with whether one will come.
+  std::function<void(bool is_answered)> before_answer;
   /// Runs before every read, for what happens meanwhile.
   std::function<void()> before_read;
   /// Runs before an address is opened.
@@ -77,9 +83,11 @@ class ScriptedInternet : public platform::Internet {
   [[nodiscard]] bool Fails(const std::string& operation) const;
   Handle Opened(const std::string& operation, const std::string& arguments, Node node);
   [[nodiscard]] ScriptedAnswer AnswerOf(const platform::Text& name) const;
+  bool Await(const ScriptedAnswer& station, bool is_answered);
 
   std::map<Handle, Node> open_;
   std::uint32_t last_ = 0;
+  platform::InternetFailure failure_ = platform::InternetFailure::kNone;
 };
 
 /// How a playlist request goes. The last state of the list stays.

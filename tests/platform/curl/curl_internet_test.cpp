@@ -203,6 +203,24 @@ TEST_F(CurlInternetTest, NobodyListeningIsAFailure) {
     port = gone.Port();
   }
   EXPECT_EQ(rig_.OpenUrl("http://127.0.0.1:" + std::to_string(port) + "/"), InternetHandle::kNone);
+  EXPECT_EQ(rig_.internet.LastFailure(), InternetFailure::kRefused);
+}
+
+TEST_F(CurlInternetTest, ReportsWhyARequestHasFailed) {
+  EXPECT_EQ(rig_.internet.LastFailure(), InternetFailure::kNone) << "nothing was asked yet";
+  rig_.server.On("/cut", Script());
+  rig_.server.On("/gone", Script().Send(Header("HTTP/1.1 404 Not Found")));
+  EXPECT_EQ(rig_.Open("/cut"), InternetHandle::kNone);
+  EXPECT_EQ(rig_.internet.LastFailure(), InternetFailure::kOther);
+  EXPECT_NE(rig_.Open("/gone"), InternetHandle::kNone);
+  EXPECT_EQ(rig_.internet.LastFailure(), InternetFailure::kNone) << "any status is an answer";
+  // This name is reserved never to exist (RFC 6761).
+  EXPECT_EQ(rig_.OpenUrl("http://station.invalid/"), InternetHandle::kNone);
+  EXPECT_EQ(rig_.internet.LastFailure(), InternetFailure::kUnknownHost);
+  EXPECT_EQ(rig_.OpenUrl("mms://h/"), InternetHandle::kNone);
+  EXPECT_EQ(rig_.internet.LastFailure(), InternetFailure::kOther);
+  EXPECT_FALSE(rig_.internet.HttpSendRequestW(InternetHandle::kNone, u""));
+  EXPECT_EQ(rig_.internet.LastFailure(), InternetFailure::kOther);
 }
 
 TEST_F(CurlInternetTest, WhatCannotBeAskedForFailsAtOnce) {
@@ -232,7 +250,7 @@ TEST_F(CurlInternetTest, AHandleIsClosedOnceAndMeansOneThing) {
   EXPECT_EQ(internet.InternetOpenUrlW(session, u"http://h/", u"", 0), InternetHandle::kNone);
 }
 
-// Time limits. What a user waits for by default is written down here once.
+// Time limits. What is waited for at most is written down here once; the stream client asks for less.
 
 TEST(InternetSettings, ADeadServerCostsAtMostTenSecondsAStep) {
   const InternetSettings settings;
@@ -264,9 +282,20 @@ class CurlInternetLimits : public testing::Test {
 TEST_F(CurlInternetLimits, ASilentServerIsGivenUpWhileTheWindowIsPainted) {
   rig_.server.OnAny(Script().Hold());
   EXPECT_GE(FailToOpen(rig_.server.Url()), 400ms);
+  EXPECT_EQ(rig_.internet.LastFailure(), InternetFailure::kNoAnswer);
   EXPECT_GE(rig_.loop.paints, 5);
   EXPECT_EQ(rig_.loop.pumps, 0) << "this wait takes no input";
   EXPECT_TRUE(rig_.server.WaitForAllClosed(kDeadline));
+}
+
+TEST_F(CurlInternetLimits, ASessionsLimitMakesThemNoLonger) {
+  Script slow = Script().Stall(300ms);
+  slow.Send(Header("HTTP/1.1 302 Found", {"Location: /again", "Content-Length: 0"}));
+  rig_.server.OnAny(slow);
+  const InternetHandle session = rig_.internet.InternetOpenW(u"Agent", kInternetOpenTypeDirect);
+  EXPECT_TRUE(rig_.internet.SetWaitLimit(session, 60'000));
+  EXPECT_EQ(rig_.internet.InternetOpenUrlW(session, Wide(rig_.server.Url()), u"", 0), InternetHandle::kNone);
+  EXPECT_EQ(rig_.internet.LastFailure(), InternetFailure::kNoAnswer) << "before the tenth redirect";
 }
 
 TEST_F(CurlInternetLimits, AHeaderThatNeverEndsIsGivenUp) {
