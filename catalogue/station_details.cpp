@@ -50,14 +50,20 @@ void StationDetails::ShowStationDetails() {
   ShowNumberField(is_playlist_file);
   if (is_playlist_file && parts_.UpDownTextBox1.GetText().empty()) parts_.UpDownTextBox1.SetText(u"1");
 
+  SayWanted(link);
   const Text address = AddressOf(link, EntryNumber());
   if (run != latest_run_ || actions_.closing()) return;
   state_.current_stream_address = address;
+  if (address != link) SayWanted(address);
   if (StillSelected(worked_out)) state_.reselect = false;
 
   actions_.fetch_title();
   if (run != latest_run_ || actions_.closing()) return;
   ShowPicture(name);
+}
+
+void StationDetails::SayWanted(const Text& address) {
+  if (cFunkhaus) cFunkhaus->TryAgain(address, stream::Wait::kFull);
 }
 
 bool StationDetails::StillSelected(const controls::ListRow& worked_out) const {

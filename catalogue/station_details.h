@@ -59,6 +59,8 @@ class StationDetails {
   void FillFields(const controls::ListView& list, controls::RowId row);
   void ShowNumberField(bool shown);
   [[nodiscard]] std::int32_t EntryNumber() const;
+  /// A station selected anew is asked again, however silent it was.
+  void SayWanted(const platform::Text& address);
   [[nodiscard]] platform::Text AddressOf(const platform::Text& link, std::int32_t number);
   [[nodiscard]] bool IsPlaylistFileName(const platform::Text& link) const;
   /// Whether the row is the selected one and is as it was when the working out began.

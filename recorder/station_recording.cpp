@@ -94,6 +94,7 @@ Fault StationRecording::RecordOnce(const Text& link) {
   const stream::Ports& system = ports_.stream;
   stream::clsFunkhaus::Options options;
   options.record_folder = folder_;
+  options.patience = stream::Patience::kOfARecording;
   // Each connection has a client of its own, which knows no headers of an earlier one.
   stream::clsFunkhaus client({internet_, system.xml_http_requests, *kept_files_, system.environment,
                               system.clock, system.message_loop, system.text_conversion},

@@ -19,10 +19,25 @@ namespace stream {
 // Every call that waits holds a share of the core and touches nothing of `this` after its first wait.
 struct clsFunkhaus::Core : StreamState {
   Core(const Ports& system, Options chosen, clsFunkhaus* object)
-      : StreamState(system), options(std::move(chosen)), owner(object) {}
+      : StreamState(system, chosen.patience), options(std::move(chosen)), owner(object) {}
 
   [[nodiscard]] Text RecordFolder() const {
     return options.record_folder.empty() ? ports.environment.ProgramFolder() : options.record_folder;
+  }
+
+  // The header lines of a failed query are the earlier ones.
+  QueryFailure QueryHeaders(const Text& asked) {
+    const auto attempt = silent_addresses.Begin(Question::kHeaders, asked);
+    if (!attempt) return silent_addresses.FailureOf(asked);
+    QueriedHeaders headers = QueryStreamHeaders(ports.internet, asked, attempt->milliseconds);
+    const bool is_ok = headers.failure.kind == QueryFailure::Kind::kNone;
+    if (is_ok) header_lines = std::move(headers.lines);
+    if (is_ok || headers.failure.kind == QueryFailure::Kind::kHttpStatus) {
+      silent_addresses.Answered(Question::kHeaders, asked);
+    } else {
+      silent_addresses.Failed(Question::kHeaders, asked, *attempt, headers.failure);
+    }
+    return headers.failure;
   }
 
   // A handler may replace itself or destroy the object, so a copy of it is run.
@@ -60,18 +75,22 @@ void clsFunkhaus::StreamUrl(const Text& sUrl) {
   core->address = app::Trim(sUrl);
   if (const auto flags = OpenFlagsOf(core->address)) core->open_flags = *flags;
   if (core->address.empty()) return;
-  auto lines = QueryStreamHeaders(core->ports.internet, Text(core->address));
-  const bool bQueryOk = lines.has_value();
-  if (bQueryOk) core->header_lines = std::move(*lines);
-  core->RaiseQueryStream(bQueryOk);
+  core->query_failure = core->QueryHeaders(Text(core->address));
+  core->RaiseQueryStream(core->query_failure.kind == QueryFailure::Kind::kNone);
 }
 
 Text clsFunkhaus::StreamUrl() const { return core_->address; }
 
+QueryFailure clsFunkhaus::LastQueryFailure() const { return core_->query_failure; }
+
+void clsFunkhaus::TryAgain(const Text& sUrl, Wait wait) {
+  core_->silent_addresses.TryAgain(app::Trim(sUrl), wait);
+}
+
 bool clsFunkhaus::IsUrlPlaylist(const Text& sUrl) {
   const Text address(app::Trim(sUrl));
-  if (address.empty()) return false;
   const auto core = core_;
+  if (address.empty() || core->silent_addresses.IsSilent(address)) return false;
   const std::optional<Text> response = FetchPlaylistText(*core, address);
   if (!response || core->abort_flag) return false;
   auto lines = PlaylistLinesFromResponse(*response);

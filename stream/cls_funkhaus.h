@@ -24,6 +24,8 @@ class clsFunkhaus {
   struct Options {
     /// Receives the recorded files; empty stands for the program folder.
     Text record_folder;
+    /// Of header query, playlist question and title readers; the recorders' own patience is always long.
+    Patience patience = Patience::kOfAWindow;
   };
 
   explicit clsFunkhaus(const Ports& ports);
@@ -36,11 +38,21 @@ class clsFunkhaus {
   /// ends with the event QueryStream. An empty `sUrl` changes nothing; one of blanks only is stored as the
   /// empty address, for which no server is asked. The open flags of ReadStreamMetaData and
   /// ReadStreamMetaData2 keep their value for an address that is neither http nor https.
+  ///
+  /// The query takes 3 seconds at most, in which the window takes no input. An address that stays silent for
+  /// so long (or fails after a wait, in whatever way) fails at once for the next 10 seconds, then 20, 40 and
+  /// 60, and the title readers with it; see stream/silent_addresses.h.
   void StreamUrl(const Text& sUrl);
   [[nodiscard]] Text StreamUrl() const;
+  /// Why the latest header query has failed, or would have, had it been asked; kind kNone when it has not.
+  [[nodiscard]] QueryFailure LastQueryFailure() const;
+  /// The user wants this address: each question to it is asked once more, however silent it was. For what the
+  /// program asks by itself, as its polling does, nobody calls this.
+  void TryAgain(const Text& sUrl, Wait wait);
 
   /// True when the answer at `sUrl` came within the deadline (at most one second) and is a playlist; its
   /// entries are then the ones answered below. False keeps the earlier playlist. StreamUrl is not touched.
+  /// An address that counts as silent is not asked.
   bool IsUrlPlaylist(const Text& sUrl);
   /// The announced number of entries; 0 before any playlist and for an announcement that is no number.
   [[nodiscard]] std::int32_t GetPlaylistNumberOfEntries() const;

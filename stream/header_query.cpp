@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <optional>
 
+#include "app/numbers.h"
 #include "app/text_helpers.h"
 #include "stream/internet_handles.h"
 #include "stream/stream_address.h"
@@ -24,22 +26,39 @@ Text QueryHeaderText(Internet& internet, InternetHandle request, std::uint32_t i
   return text;
 }
 
-std::optional<std::vector<Text>> QueryStreamHeaders(Internet& internet, const Text& address) {
+namespace {
+
+// What a failing step without a server's part in it gives.
+QueriedHeaders NotAsked() { return {{}, {QueryFailure::Kind::kOther}}; }
+
+QueryFailure FailureOfStatus(TextView status) {
+  const std::int32_t number = app::ToInt32(status).value_or(0);
+  const bool is_status = status.size() == 3 && number >= 100;
+  return is_status ? QueryFailure{QueryFailure::Kind::kHttpStatus, number}
+                   : QueryFailure{QueryFailure::Kind::kOther};
+}
+
+}  // namespace
+
+QueriedHeaders QueryStreamHeaders(Internet& internet, const Text& address, std::uint32_t wait_limit) {
   const std::optional<QueryTarget> target = QueryTargetOf(address);
-  if (!target) return std::nullopt;
-  const OwnedHandle session(internet, internet.InternetOpenW(kAgent, platform::kInternetOpenTypeDirect));
-  if (!session) return std::nullopt;
+  if (!target) return NotAsked();
+  const OwnedHandle session(internet, OpenSession(internet, wait_limit));
+  if (!session) return NotAsked();
   const OwnedHandle connection(internet, internet.InternetConnectW(session.Get(), target->host, target->port,
                                                                    platform::kInternetServiceHttp));
-  if (!connection) return std::nullopt;
+  if (!connection) return NotAsked();
   const OwnedHandle request(internet, internet.HttpOpenRequestW(connection.Get(), u"GET", target->path,
                                                                 u"HTTP/1.1", target->flags));
-  if (!request) return std::nullopt;
-  if (!internet.HttpSendRequestW(request.Get(), kIcyMetaDataHeader)) return std::nullopt;
-  if (QueryHeaderText(internet, request.Get(), platform::kHttpQueryStatusCode) != u"200") return std::nullopt;
+  if (!request) return NotAsked();
+  if (!internet.HttpSendRequestW(request.Get(), kIcyMetaDataHeader)) {
+    return {{}, QueryFailureFrom(internet.LastFailure())};
+  }
+  const Text status = QueryHeaderText(internet, request.Get(), platform::kHttpQueryStatusCode);
+  if (status != u"200") return {{}, FailureOfStatus(status)};
   const Text block = QueryHeaderText(internet, request.Get(), platform::kHttpQueryRawHeadersCrLf);
-  if (block.empty()) return std::nullopt;
-  return app::Split(block, kCrLf);
+  if (block.empty()) return {{}, {QueryFailure::Kind::kOther}};
+  return {app::Split(block, kCrLf), {}};
 }
 
 }  // namespace stream

@@ -35,13 +35,22 @@ class OwnedHandle {
   platform::InternetHandle handle_;
 };
 
+/// A session whose answers are waited for so many milliseconds at most; 0: as long as the library does.
+inline platform::InternetHandle OpenSession(platform::Internet& internet, std::uint32_t wait_limit) {
+  const platform::InternetHandle session = internet.InternetOpenW(kAgent, platform::kInternetOpenTypeDirect);
+  if (session != platform::InternetHandle::kNone && wait_limit > 0) {
+    internet.SetWaitLimit(session, wait_limit);
+  }
+  return session;
+}
+
 /// A session and, inside it, an opened address; without a session nothing is opened.
 class OpenedStream {
  public:
   OpenedStream(platform::Internet& internet, const platform::Text& address, const platform::Text& headers,
-               std::uint32_t flags)
+               std::uint32_t flags, std::uint32_t wait_limit = 0)
       : internet_(internet),
-        session_(internet, internet.InternetOpenW(kAgent, platform::kInternetOpenTypeDirect)),
+        session_(internet, OpenSession(internet, wait_limit)),
         url_(internet, session_ ? internet.InternetOpenUrlW(session_.Get(), address, headers, flags)
                                 : platform::InternetHandle::kNone) {}
 

@@ -32,6 +32,29 @@ class ElapsedSeconds {
   double start_;
 };
 
+// The state's address, opened for its titles; not open when it stays silent, or was so a short while ago.
+class TitleStream {
+ public:
+  TitleStream(StreamState& state, std::uint32_t flags) {
+    const Text address = state.address;
+    const auto attempt = state.silent_addresses.Begin(Question::kTitle, address);
+    if (!attempt) return;
+    opened_.emplace(state.ports.internet, address, kIcyMetaDataHeader, flags, attempt->milliseconds);
+    if (*opened_) {
+      state.silent_addresses.Answered(Question::kTitle, address);
+    } else {
+      state.silent_addresses.Failed(Question::kTitle, address, *attempt,
+                                    QueryFailureFrom(state.ports.internet.LastFailure()));
+    }
+  }
+
+  explicit operator bool() const { return opened_.has_value() && static_cast<bool>(*opened_); }
+  std::span<const std::byte> Read(std::span<std::byte> buffer) { return opened_->Read(buffer); }
+
+ private:
+  std::optional<OpenedStream> opened_;
+};
+
 // The title of the first block in `bytes` by which `judge` ends the reading.
 template <typename Judge>
 std::optional<Text> WalkBlocks(IcyDemultiplexer& demultiplexer, std::span<const std::byte> bytes,
@@ -83,7 +106,7 @@ class ActiveTitleWalk {
 Text ReadLongTitle(StreamState& state, std::int32_t lMetaInt) {
   constexpr double kLimitSeconds = 6.0;
   const ElapsedSeconds elapsed(state.ports.clock);
-  OpenedStream opened(state.ports.internet, state.address, kIcyMetaDataHeader, state.open_flags);
+  TitleStream opened(state, state.open_flags);
   if (!opened) return {};
   const auto judge = [](const std::string& block) { return JudgeByLength(CharactersOfSameCode(block)); };
   IcyDemultiplexer demultiplexer(lMetaInt);
@@ -99,7 +122,7 @@ Text ReadLongTitle(StreamState& state, std::int32_t lMetaInt) {
 Text ReadFirstBlockTitle(StreamState& state, std::int32_t lMetaInt) {
   constexpr double kLimitSeconds = 8.0;
   const ElapsedSeconds elapsed(state.ports.clock);
-  OpenedStream opened(state.ports.internet, state.address, kIcyMetaDataHeader, state.open_flags);
+  TitleStream opened(state, state.open_flags);
   if (!opened) return {};
   const auto judge = [&state](const std::string& block) {
     return JudgeFirstBlock(state.ports.text_conversion.MultiByteToWideChar(platform::CodePage::kAnsi, block));
@@ -117,7 +140,7 @@ Text ReadFirstBlockTitle(StreamState& state, std::int32_t lMetaInt) {
 Text ReadActiveTitle(StreamState& state, std::int32_t lMetaInt) {
   if (state.address.empty()) return {};
   const std::uint32_t flags = OpenFlagsOf(state.address).value_or(0);
-  OpenedStream opened(state.ports.internet, state.address, kIcyMetaDataHeader, flags);
+  TitleStream opened(state, flags);
   if (!opened) return {};
   ActiveTitleWalk walk(state, lMetaInt);
   ReadBuffer buffer{};

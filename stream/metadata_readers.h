@@ -10,7 +10,8 @@ namespace stream {
 
 /// Each opens the state's address as it is at the call, reads until its own rule ends it, and closes the
 /// connection before it returns. The result is the title, "TimeOut" (the timed readers), or empty: no
-/// connection, no title in the block, or told to end.
+/// connection, no title in the block, or told to end. Connecting and waiting for the answer's header take 3
+/// seconds at most, in which the window takes no input; an address that counts as silent is not opened.
 
 /// Passes over titles that are not longer than their own position; more than 6 seconds are a time-out.
 Text ReadLongTitle(StreamState& state, std::int32_t lMetaInt);

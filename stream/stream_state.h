@@ -12,6 +12,8 @@
 #include "platform/record_files.h"
 #include "platform/text_conversion.h"
 #include "platform/xml_http_request.h"
+#include "stream/query_failure.h"
+#include "stream/silent_addresses.h"
 #include "stream/text_pieces.h"
 
 namespace stream {
@@ -28,13 +30,17 @@ struct Ports {
 };
 
 struct StreamState {
-  explicit StreamState(const Ports& system) : ports(system) {}
+  explicit StreamState(const Ports& system, Patience patience = Patience::kOfAWindow)
+      : ports(system), silent_addresses(system.clock, patience) {}
 
   const Ports ports;
   Text address;
   std::uint32_t open_flags = 0;
   std::vector<Text> playlist_lines;
   std::vector<Text> header_lines;
+  /// Of the latest header query.
+  QueryFailure query_failure;
+  SilentAddresses silent_addresses;
   /// Ends a recording and GetActiveMeta after their current read.
   bool stop_flag = false;
   /// Ends the timed readers and a playlist fetch after their current look. No operation sets it; it is

@@ -65,6 +65,8 @@ void PlaybackControl::Command1_Click() {
   if (state_.reselect && RefreshSelection() == StartState::kEnd) return;
   if (actions_.closing()) return;
   parts_.Timer2.SetEnabled(true);
+  // For the title, which the polling fetches: what is to be played is asked once more, however silent it was.
+  if (cFunkhaus) cFunkhaus->TryAgain(state_.current_stream_address, stream::Wait::kBrief);
   PlayStation(true, state_.current_stream_address);
   reports_.mark.GivenUp();
 }

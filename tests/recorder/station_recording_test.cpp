@@ -125,6 +125,21 @@ TEST_F(Recording, MakesTheFolderWithAllItsLevels) {
   EXPECT_THAT(rig_.files.created_folders, ElementsAre(u"C:", u"C:\\Musik", u"C:\\Musik\\Aufnahmen"));
 }
 
+TEST_F(Recording, WaitsForItsServersAsLongAsTheInternetLibraryAndAsksThemAfterEveryPause) {
+  rig_.internet.answer.reachable = false;
+  rig_.internet.before_answer = [this](bool) { rig_.clock.seconds_since_midnight += 10; };
+  std::size_t queries = 0;
+  rig_.loop.on_pump = [&] {
+    queries = static_cast<std::size_t>(std::ranges::count_if(
+        rig_.internet.calls, [](const std::string& call) { return call.starts_with("HttpSendRequestW"); }));
+    if (queries >= 3) rig_.recording.Stop();
+  };
+  Run();
+  EXPECT_EQ(queries, 3U);
+  EXPECT_EQ(rig_.loop.slept, 1000U + 2000U + 50U) << "no more than the pauses";
+  EXPECT_THAT(rig_.internet.calls, testing::Not(Contains(testing::StartsWith("SetWaitLimit"))));
+}
+
 TEST_F(Recording, EndsWhenTheFolderCannotBeMade) {
   rig_.files.can_create_folders = false;
   EXPECT_EQ(Run().fault, Fault::kCannotWrite);

@@ -10,25 +10,34 @@ namespace {
 
 using testing::ElementsAre;
 using Lines = std::vector<Text>;
+using Kind = QueryFailure::Kind;
 
 class HeaderQuery : public testing::Test {
  protected:
-  std::optional<Lines> Query(const Text& address) { return QueryStreamHeaders(internet_, address); }
+  /// Nothing when the query fails, why is then in `failure_`.
+  std::optional<Lines> Query(const Text& address) {
+    QueriedHeaders headers = QueryStreamHeaders(internet_, address, 3000);
+    failure_ = headers.failure;
+    const bool is_ok = failure_.kind == Kind::kNone;
+    EXPECT_EQ(headers.lines.empty(), !is_ok) << "lines or a failure, never both";
+    return is_ok ? std::optional<Lines>(std::move(headers.lines)) : std::nullopt;
+  }
 
   test_support::ScriptedInternet internet_;
+  QueryFailure failure_;
 };
 
 TEST_F(HeaderQuery, RunsTheOperationsInOrderAndClosesThemFromTheInside) {
   internet_.answer.raw_headers = u"ICY 200 OK\r\n\r\n";
   ASSERT_TRUE(Query(u"https://radio.example:8443/live?a=b"));
-  EXPECT_THAT(
-      internet_.calls,
-      ElementsAre("InternetOpenW(WinampMPEG/5.09, 1) = 1", "InternetConnectW(1, radio.example, 8443, 3) = 2",
-                  "HttpOpenRequestW(2, GET, /live?a=b, HTTP/1.1, 2155872256) = 3",
-                  "HttpSendRequestW(3, Icy-MetaData:1) = 1", "HttpQueryInfoW(3, 19, 0) = 0",
-                  "HttpQueryInfoW(3, 19, 6) = 1", "HttpQueryInfoW(3, 22, 0) = 0",
-                  "HttpQueryInfoW(3, 22, 28) = 1", "InternetCloseHandle(3)", "InternetCloseHandle(2)",
-                  "InternetCloseHandle(1)"));
+  EXPECT_THAT(internet_.calls,
+              ElementsAre("InternetOpenW(WinampMPEG/5.09, 1) = 1", "SetWaitLimit(1, 3000)",
+                          "InternetConnectW(1, radio.example, 8443, 3) = 2",
+                          "HttpOpenRequestW(2, GET, /live?a=b, HTTP/1.1, 2155872256) = 3",
+                          "HttpSendRequestW(3, Icy-MetaData:1) = 1", "HttpQueryInfoW(3, 19, 0) = 0",
+                          "HttpQueryInfoW(3, 19, 6) = 1", "HttpQueryInfoW(3, 22, 0) = 0",
+                          "HttpQueryInfoW(3, 22, 28) = 1", "InternetCloseHandle(3)", "InternetCloseHandle(2)",
+                          "InternetCloseHandle(1)"));
   EXPECT_TRUE(internet_.reads.empty()) << "the query reads no audio";
 }
 
@@ -47,6 +56,7 @@ TEST_F(HeaderQuery, TakesOnlyTheStatus200) {
 TEST_F(HeaderQuery, AnEmptyHeaderBlockIsAFailure) {
   internet_.answer.raw_headers = u"";
   EXPECT_EQ(Query(u"http://h/"), std::nullopt);
+  EXPECT_EQ(failure_, QueryFailure{Kind::kOther});
   EXPECT_EQ(internet_.OpenHandles(), 0U);
 }
 
@@ -63,13 +73,43 @@ TEST_F(HeaderQuery, EveryFailingStepClosesWhatWasOpenedBefore) {
 
 TEST_F(HeaderQuery, AnAddressWithoutAHostFailsInTheConnection) {
   EXPECT_EQ(Query(u"http://radio.example"), std::nullopt);
-  EXPECT_THAT(internet_.calls, ElementsAre("InternetOpenW(WinampMPEG/5.09, 1) = 1",
+  EXPECT_THAT(internet_.calls, ElementsAre("InternetOpenW(WinampMPEG/5.09, 1) = 1", "SetWaitLimit(1, 3000)",
                                            "InternetConnectW(1, , 80, 3) = 0", "InternetCloseHandle(1)"));
+  EXPECT_EQ(failure_, QueryFailure{Kind::kOther});
 }
 
 TEST_F(HeaderQuery, APortThatIsNoNumberOpensNothing) {
   EXPECT_EQ(Query(u"http://radio.example:http/"), std::nullopt);
+  EXPECT_EQ(failure_, QueryFailure{Kind::kOther});
   EXPECT_TRUE(internet_.calls.empty());
+}
+
+TEST_F(HeaderQuery, WithoutALimitTheInternetLibrarysOwnOneHolds) {
+  EXPECT_EQ(QueryStreamHeaders(internet_, u"http://h/", 0).failure, QueryFailure());
+  EXPECT_THAT(internet_.calls, testing::Not(testing::Contains(testing::StartsWith("SetWaitLimit"))));
+}
+
+TEST_F(HeaderQuery, SaysWhyItHasFailed) {
+  using platform::InternetFailure;
+  internet_.answer.reachable = false;
+  for (const auto& [failure, kind] : {std::pair(InternetFailure::kNoAnswer, Kind::kNoAnswer),
+                                      std::pair(InternetFailure::kUnknownHost, Kind::kUnknownHost),
+                                      std::pair(InternetFailure::kRefused, Kind::kRefused),
+                                      std::pair(InternetFailure::kGivenUp, Kind::kGivenUp),
+                                      std::pair(InternetFailure::kOther, Kind::kOther)}) {
+    internet_.answer.failure = failure;
+    Query(u"http://h/");
+    EXPECT_EQ(failure_, QueryFailure{kind});
+  }
+  internet_.answer.reachable = true;
+  internet_.answer.status = u"404";
+  Query(u"http://h/");
+  EXPECT_EQ(failure_, (QueryFailure{Kind::kHttpStatus, 404}));
+  for (const Text status : {u"", u"abc", u"2000", u" 20"}) {
+    internet_.answer.status = status;
+    Query(u"http://h/");
+    EXPECT_EQ(failure_, QueryFailure{Kind::kOther}) << test_support::Ascii(status);
+  }
 }
 
 TEST_F(HeaderQuery, HeaderTextOfAQuarterMebibyteComesThrough) {

@@ -43,7 +43,7 @@ TEST_P(EveryReader, OpensWithAgentHeaderAndFlagsAndClosesInOrder) {
   rig_.StationSends(kEightBytes + Block("StreamTitle='" + kLongTitle + "';"));
   EXPECT_EQ(Read(), u"A much longer song title here");
   EXPECT_THAT(rig_.internet.calls,
-              ElementsAre("InternetOpenW(WinampMPEG/5.09, 1) = 1",
+              ElementsAre("InternetOpenW(WinampMPEG/5.09, 1) = 1", "SetWaitLimit(1, 3000)",
                           "InternetOpenUrlW(1, http://radio.example/live, Icy-MetaData:1, 2147483648) = 2",
                           "InternetCloseHandle(2)", "InternetCloseHandle(1)"));
 }
@@ -65,6 +65,43 @@ TEST_P(EveryReader, ClosesTheSessionWithoutAConnection) {
   EXPECT_EQ(Read(), u"");
   EXPECT_EQ(rig_.internet.calls.back(), "InternetCloseHandle(1)");
   EXPECT_TRUE(rig_.internet.reads.empty());
+}
+
+TEST_P(EveryReader, AnAddressThatStayedSilentIsNotOpenedAgainForAWhile) {
+  rig_.StationSends(kEightBytes + Block("StreamTitle='" + kLongTitle + "';"));
+  rig_.internet.answer.reachable = false;
+  rig_.internet.before_answer = [this](bool) { rig_.clock.seconds_since_midnight += 3; };
+  EXPECT_EQ(Read(), u"");
+  rig_.internet.answer.reachable = true;
+  rig_.internet.calls.clear();
+  EXPECT_EQ(Read(), u"") << "as if it could not be opened";
+  EXPECT_TRUE(rig_.internet.calls.empty());
+  rig_.clock.whole_seconds += 11;
+  EXPECT_EQ(Read(), u"A much longer song title here");
+  EXPECT_THAT(rig_.internet.calls, testing::Contains("SetWaitLimit(2, 1250)"));
+  state_.stop_flag = false;
+  Read();
+  EXPECT_THAT(rig_.internet.calls, testing::Contains("SetWaitLimit(4, 3000)")) << "it has answered";
+}
+
+TEST_P(EveryReader, AnAddressWhoseHeadersAreSilentIsNotOpened) {
+  const auto attempt = state_.silent_addresses.Begin(Question::kHeaders, state_.address);
+  rig_.clock.seconds_since_midnight += 3;
+  state_.silent_addresses.Failed(Question::kHeaders, state_.address, *attempt,
+                                 {QueryFailure::Kind::kNoAnswer});
+  EXPECT_EQ(Read(), u"");
+  EXPECT_TRUE(rig_.internet.calls.empty());
+}
+
+TEST_P(EveryReader, AnOpenedAddressIsNotSilentHoweverLittleItSends) {
+  rig_.StationSends("");
+  rig_.ReadsTake(10);
+  rig_.loop.on_pump = [this] { state_.stop_flag = true; };
+  Read();
+  rig_.internet.calls.clear();
+  state_.stop_flag = false;
+  Read();
+  EXPECT_THAT(rig_.internet.calls, testing::Contains("SetWaitLimit(3, 3000)"));
 }
 
 TEST_P(EveryReader, FindsTheTitleHoweverTheBytesAreSplit) {

@@ -68,6 +68,19 @@ TEST_F(PlainRecorder, OpensWithoutAnExtraHeaderAndClosesTheFileFirst) {
   EXPECT_EQ(rig_.files.OpenFiles(), 0U);
 }
 
+TEST_F(Recorders, AnAddressThatStayedSilentIsOpenedAllTheSame) {
+  const auto attempt = state_.silent_addresses.Begin(Question::kHeaders, state_.address);
+  rig_.clock.seconds_since_midnight += 3;
+  state_.silent_addresses.Failed(Question::kHeaders, state_.address, *attempt,
+                                 {QueryFailure::Kind::kNoAnswer});
+  stop_after_reads_ = 1;
+  Plain();
+  state_.stop_flag = false;
+  ByTitle();
+  EXPECT_THAT(rig_.internet.calls, testing::Contains(testing::StartsWith("InternetOpenUrlW")).Times(2));
+  EXPECT_THAT(rig_.internet.calls, testing::Not(testing::Contains(testing::StartsWith("SetWaitLimit"))));
+}
+
 TEST_F(Recorders, TheFileIsClosedBeforeTheConnection) {
   stop_after_reads_ = 1;
   rig_.files.on_close = [this] { rig_.internet.calls.emplace_back("file"); };

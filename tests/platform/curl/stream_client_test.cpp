@@ -53,6 +53,21 @@ TEST_F(StreamClient, AnAddressThatEndsInASemicolonIsAskedForAsItIs) {
   EXPECT_EQ(rig_.server.Requests().at(0).target, "/;");
 }
 
+TEST_F(StreamClient, ALineEndThatCameAlongWithAnAddressIsNotAskedFor) {
+  StationWithBlock("StreamTitle='Song';");
+  Tune("/live\r");
+  EXPECT_EQ(rig_.client->LastQueryFailure(), stream::QueryFailure());
+  EXPECT_EQ(rig_.client->ReadStreamMetaData2(kInterval), u"Song");
+  rig_.client->IsUrlPlaylist(Wide(rig_.server.Url("/live\r")));
+  // Without a slash the path is the whole rest of the address.
+  const std::string host = rig_.server.Url("");
+  rig_.client->StreamUrl(Wide(host + "\r"));
+  const auto requests = rig_.server.Requests();
+  ASSERT_EQ(requests.size(), 4U);
+  for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(requests[i].target, "/live");
+  EXPECT_EQ(requests[3].target, "/" + host.substr(std::string("http://").size()));
+}
+
 TEST_F(StreamClient, ARedirectKeepsItsQuery) {
   rig_.server.On("/live", Redirect("302 Found", "/real?token=1&a=b"));
   rig_.server.On("/real?token=1&a=b",
@@ -147,6 +162,38 @@ TEST_F(StreamClient, PlaylistsOfEveryKindAreResolved) {
     rig_.client->GetPlaylistEntry(0, address, title);
     EXPECT_EQ(address, wanted);
   }
+}
+
+TEST_F(StreamClient, ALiveStreamIsNoPlaylistAsSoonAsItsHeaderIsThere) {
+  rig_.server.On("/live", Script().Send(Header("HTTP/1.1 200 OK", {"Content-Type: audio/mpeg"})).Hold());
+  // While the clock stands still only the answer itself can end the question.
+  test_support::FakeClock clock;
+  const auto deadline = std::chrono::steady_clock::now() + kDeadline;
+  rig_.loop.on_pump = [&] {
+    if (std::chrono::steady_clock::now() > deadline) ++clock.whole_seconds;
+  };
+  const stream::Ports ports{rig_.internet, rig_.requests, rig_.files,     rig_.environment,
+                            clock,         rig_.loop,     rig_.conversion};
+  EXPECT_FALSE(stream::clsFunkhaus(ports).IsUrlPlaylist(Wide(rig_.server.Url("/live"))));
+  EXPECT_EQ(clock.whole_seconds, test_support::FakeClock().whole_seconds);
+  EXPECT_TRUE(rig_.server.WaitForAllClosed(kDeadline));
+}
+
+TEST_F(StreamClient, ASilentServerIsWaitedForOnceAndThenFailsAtOnce) {
+  Station(Script().Hold());
+  const auto seconds_to_tune = [this] {
+    const auto start = std::chrono::steady_clock::now();
+    Tune();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  };
+  const double first = seconds_to_tune();
+  EXPECT_GE(first, 3.0);
+  EXPECT_LT(first, 8.0) << "not the ten seconds of the internet library";
+  EXPECT_EQ(rig_.client->LastQueryFailure().kind, stream::QueryFailure::Kind::kNoAnswer);
+  Tune();
+  EXPECT_EQ(rig_.client->ReadStreamMetaData2(kInterval), u"");
+  EXPECT_EQ(rig_.server.Connections(), 1) << "nobody was asked again";
+  EXPECT_EQ(rig_.client->LastQueryFailure().kind, stream::QueryFailure::Kind::kNoAnswer);
 }
 
 TEST_F(StreamClient, AnEndlessStreamIsNoPlaylistAndIsSoonLetGoOf) {

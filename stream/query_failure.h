@@ -1,0 +1,30 @@
+#pragma once
+// Why a header query gave no headers. Not for telling the user; the words are the window's.
+
+#include <cstdint>
+
+#include "platform/internet.h"
+
+namespace stream {
+
+struct QueryFailure {
+  enum class Kind : std::uint8_t {
+    kNone,         ///< the headers are there
+    kNoAnswer,     ///< the server, or its host, was silent until the time was up, or cannot be reached
+    kUnknownHost,  ///< no host of this name is known
+    kRefused,      ///< nobody listens on the port
+    kGivenUp,      ///< the wait was ended before its time, for the user wants something else
+    kHttpStatus,   ///< the server answered with another status than 200: see `http_status`
+    kOther         ///< anything else: no address of a server, a certificate, a cut answer ...
+  };
+
+  Kind kind = Kind::kNone;
+  int http_status = 0;  ///< with kHttpStatus, 100 to 999
+
+  friend bool operator==(const QueryFailure&, const QueryFailure&) = default;
+};
+
+/// The failure of a request that got no answer.
+[[nodiscard]] QueryFailure QueryFailureFrom(platform::InternetFailure failure);
+
+}  // namespace stream
