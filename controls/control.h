@@ -43,6 +43,10 @@ class Control {
     return true;
   }
 
+  /// Using the control ends a wait of the program at once, so that what it starts need not wait.
+  [[nodiscard]] bool EndsWaiting() const { return ends_waiting_; }
+  void SetEndsWaiting(bool ends_waiting) { Set(ends_waiting_, ends_waiting); }
+
   /// Some property has another value now.
   Event<> Changed;
 
@@ -65,6 +69,7 @@ class Control {
  private:
   bool visible_ = true;
   bool enabled_ = true;
+  bool ends_waiting_ = false;
   Text tool_tip_;
   Place place_;
 };

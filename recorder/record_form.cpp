@@ -31,6 +31,7 @@ RecordForm::RecordForm() {
   PlaceLine(written_label, u"Geschrieben:", written, 2175, 1);
   state.Move({kLeft, 2625, 7200, kLine * 2});
   stop.SetCaption(u"Stop");
+  stop.SetEndsWaiting(true);
   stop.Move({3600, 3330, 1650, 405});
   stop.SetToolTip(u"Beendet die Aufnahme");
   open_folder.SetCaption(u"Ordner öffnen");

@@ -49,6 +49,7 @@ void Form1::MakeLists() {
       u"sind "
       u"wieder alle zu sehen.");
   for (controls::ListView* list : {&SymbolListview, &ExplorerListFilter}) {
+    list->SetEndsWaiting(true);
     list->Move({45, 330, 15150, 6480});
     list->SetMarkText(controls::RowMark::kPlaying, u"wird abgespielt");
     list->SetMarkText(controls::RowMark::kWaiting, u"wartet auf Ton");
@@ -60,6 +61,7 @@ void Form1::MakePlaying() {
   Command1.SetCaption(u"Start");
   Command1.Move({kColumns[0], kRows[0], kButtonWidth, kRowHeight});
   Command6.SetCaption(u"Stop");
+  Command6.SetEndsWaiting(true);
   Command6.Move({kColumns[1], kRows[0], kButtonWidth, kRowHeight});
   Command3.SetCaption(u"Alle Titel anzeigen");
   Command3.Move({kColumns[2], kRows[0], kButtonWidth, kRowHeight});

@@ -47,6 +47,11 @@ TEST_F(Window, ALineEndThatCameAlongWithTheAddressIsNoPartOfIt) {
   EXPECT_EQ(form_.state.Caption(), u"Aufnahme beendet");
 }
 
+TEST_F(Window, StopEndsAWait) {
+  EXPECT_TRUE(form_.stop.EndsWaiting());
+  EXPECT_FALSE(form_.start.EndsWaiting());
+}
+
 TEST_F(Window, StopEndsTheRecordingAndAllowsAnother) {
   bool was_enabled = false;
   rig_.loop.on_pump = [&] {

@@ -43,6 +43,15 @@ TEST(Form1Test, FieldsCarryTheirLabels) {
   }
 }
 
+TEST(Form1Test, StopAndTheListsEndWaits) {
+  const Form1 form;
+  EXPECT_TRUE(form.Command6.EndsWaiting());
+  EXPECT_TRUE(form.SymbolListview.EndsWaiting());
+  EXPECT_TRUE(form.ExplorerListFilter.EndsWaiting());
+  EXPECT_FALSE(form.Command1.EndsWaiting());
+  EXPECT_FALSE(form.hscSavVolume.EndsWaiting());
+}
+
 TEST(Form1Test, TakeOverButtonsShowACheckMark) {
   const Form1 form;
   for (const std::size_t index : {0U, 1U, 2U, 4U}) {
