@@ -21,10 +21,11 @@ class ProcessSound {
     std::uint64_t version = 0;  ///< changes with every setting
   };
 
-  /// At most 1, which leaves the mixer's amplification beyond that as it is.
+  /// At most 1. What Current shows as full volume already is left as it is: the mixer's amplification beyond
+  /// that, or what the sound server remembers.
   void SetVolume(double linear) {
     const std::lock_guard lock(mutex_);
-    if (linear < 1.0 || wanted_.volume.value_or(0.0) < 1.0) wanted_.volume = linear;
+    if (linear < 1.0 || wanted_.volume.value_or(1.0) < 1.0) wanted_.volume = linear;
     ++wanted_.version;
   }
   void SetMute(bool mute) {
@@ -36,7 +37,7 @@ class ProcessSound {
     const std::lock_guard lock(mutex_);
     return wanted_;
   }
-  /// The mixer's amplification, which has a volume above 1, included.
+  /// The mixer's amplification, which has a volume above 1, included; full volume while nothing is known.
   [[nodiscard]] StreamVolume Current() const {
     const std::lock_guard lock(mutex_);
     return {wanted_.volume.value_or(1.0), wanted_.mute.value_or(false)};

@@ -41,6 +41,14 @@ TEST_F(ProcessSoundTest, ANewerSettingIsNotOverwritten) {
   EXPECT_TRUE(sound.Current().mute);
 }
 
+TEST_F(ProcessSoundTest, FullVolumeRepeatedBeforeAnythingIsKnownLeavesWhatTheServerRemembers) {
+  EXPECT_DOUBLE_EQ(sound.Current().volume, 1.0);
+  sound.SetVolume(1.0);
+  EXPECT_EQ(sound.Get().volume, std::nullopt);
+  MixerShows(40);
+  EXPECT_DOUBLE_EQ(sound.Current().volume, Linear(40));
+}
+
 TEST_F(ProcessSoundTest, AnAmplificationEndsWithASettingBelowFullVolumeOnly) {
   MixerShows(130);
   EXPECT_DOUBLE_EQ(sound.Current().volume, Linear(130));
