@@ -21,7 +21,8 @@ namespace platform::gstreamer {
 
 /// Where the sound goes.
 enum class SoundOutput : std::uint8_t {
-  kAutomatic,  ///< the sound server, else the sound card, else nowhere (said once in the log)
+  kAutomatic,  ///< the sound server, else the sound card; without either (said once in the log) one is waited
+               ///< for
   kNowhere,    ///< played in time, but not heard
 };
 

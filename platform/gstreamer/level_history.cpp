@@ -53,6 +53,11 @@ void LevelHistory::Add(std::int64_t now, std::int64_t duration, std::vector<floa
   if (intervals_.size() > kMostIntervals) intervals_.pop_front();
 }
 
+std::int64_t LevelHistory::End() const {
+  const std::lock_guard lock(mutex_);
+  return intervals_.empty() ? 0 : intervals_.back().end;
+}
+
 std::vector<float> LevelHistory::At(std::int64_t running_time) const {
   const std::lock_guard lock(mutex_);
   const auto later = [running_time](const Interval& interval) { return interval.start <= running_time; };

@@ -22,6 +22,9 @@ class LevelHistory {
   /// It is heard after what was measured before it, and at once when nothing of that is left.
   void Add(std::int64_t now, std::int64_t duration, std::vector<float> peaks);
 
+  /// When all that was measured has been heard; 0 at first.
+  [[nodiscard]] std::int64_t End() const;
+
   /// The peaks of the interval that `running_time` falls into; empty when there is none, since nothing is
   /// heard then.
   [[nodiscard]] std::vector<float> At(std::int64_t running_time) const;

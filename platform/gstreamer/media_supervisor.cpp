@@ -10,13 +10,7 @@ namespace {
 
 using std::chrono::seconds;
 
-/// While a sound server that was there restarts, playing on without sound would not come back by itself.
-constexpr seconds kWaitForOutput{30};
 constexpr std::chrono::microseconds kDeviceBuffer{kDeviceBufferMicroseconds};
-/// How long a device is left alone once the buffer behind it is dry: until it asks for more in vain.
-constexpr std::chrono::microseconds kPlayedWhenDry = kDeviceBuffer * 3 / 4;
-/// While the sound goes on the buffer is only looked at when it runs dry.
-constexpr std::chrono::milliseconds kRefillWhilePlaying{100};
 
 }  // namespace
 
@@ -30,10 +24,13 @@ ItemServices::ItemServices(const GstMediaOptions& options)
 
 MediaSupervisor::MediaSupervisor(PipelineInput input, std::shared_ptr<ItemState> state,
                                  std::shared_ptr<ItemServices> services)
-    : input_(std::move(input)), state_(std::move(state)), services_(std::move(services)) {}
+    : input_(std::move(input)),
+      state_(std::move(state)),
+      services_(std::move(services)),
+      device_(services_->output, *state_) {}
 
 void MediaSupervisor::Run() {
-  OpenNext();
+  OpenNext(OutputChooser::Wish::kDeviceOrNowhere);
   while (wanted_ != Wanted::kShutDown) {
     const ItemState::Work work = state_->WaitForWork(NextWake());
     for (const PipelineEvent& event : work.events) OnEvent(event);
@@ -49,14 +46,16 @@ void MediaSupervisor::Run() {
   }
 }
 
-void MediaSupervisor::OpenNext() {
+void MediaSupervisor::OpenNext(OutputChooser::Wish wish) {
   const auto now = Clock::now();
+  auto output = services_->output.Choose(wish);
+  if (!output.heard && services_->output.WantsDevice()) device_.Miss(now);
+  if (wish == OutputChooser::Wish::kDevice && !output.sink) return;
   schedule_.AttemptStarted(now);
   opening_ = {};
-  const bool insist = output_lost_ && now - schedule_.LostAt() < kWaitForOutput;
-  auto output =
-      services_->output.Choose(insist ? OutputChooser::Silence::kRefused : OutputChooser::Silence::kAllowed);
+  const bool heard = output.heard;
   opening_.pipeline = Pipeline::Create(input_, services_->pipeline, std::move(output), *state_, ++serial_);
+  if (!opening_.pipeline && heard) return OnOutputRefused();
   if (!opening_.pipeline) return OnOpenFailed(kEFail, {PlaybackFailure::kNoSoundDevice});
   opening_.deadline = now + services_->open_deadline;
   opening_.pipeline->SetRefill(opening_.reserve.Most());
@@ -69,6 +68,7 @@ void MediaSupervisor::OpenNext() {
 }
 
 void MediaSupervisor::OnEvent(const PipelineEvent& event) {
+  device_.OnEvent(event);
   if (opening_.pipeline && event.serial == opening_.pipeline->Serial()) return OnOpeningEvent(event);
   if (playing_.pipeline && event.serial == playing_.pipeline->Serial()) return OnPlayingEvent(event);
 }
@@ -77,14 +77,15 @@ void MediaSupervisor::OnOpeningEvent(const PipelineEvent& event) {
   using Kind = PipelineEvent::Kind;
   switch (event.kind) {
     case Kind::kPrerolled:
-      opening_.prerolled = true;
-      return OnOpened();
+      return OnPrerolled();
     case Kind::kBuffering:
-      return OnBuffering(opening_);
+      opening_.LookAtBuffer(Clock::now());
+      return;
     case Kind::kSourceEnded:
       opening_.source_gone = true;
       return;
     case Kind::kFailed:
+      if (event.output_failed && opening_.pipeline->Heard()) return OnOutputRefused();
       return OnOpenFailed(event.result, event.cause);
     default:
       return;
@@ -95,7 +96,8 @@ void MediaSupervisor::OnPlayingEvent(const PipelineEvent& event) {
   using Kind = PipelineEvent::Kind;
   switch (event.kind) {
     case Kind::kBuffering:
-      return OnBuffering(playing_);
+      if (playing_.LookAtBuffer(Clock::now()) == Line::Buffer::kDry && playing_.source_gone) EndOnceHeard();
+      return;
     case Kind::kSourceEnded:
       return LoseSource();
     case Kind::kEnded:
@@ -115,8 +117,23 @@ void MediaSupervisor::OnPlayingEvent(const PipelineEvent& event) {
   }
 }
 
-void MediaSupervisor::OnOpened() {
+void MediaSupervisor::OnPrerolled() {
+  const std::int64_t played = live_ || opening_.sought ? 0 : state_->PlayedTime();
+  if (played > 0) {
+    opening_.sought = true;
+    if (opening_.pipeline->Seek(played)) return;
+    state_->RestartTime();
+  }
+  opening_.prerolled = true;
   if (!playing_.pipeline) Promote();
+}
+
+void MediaSupervisor::OnOutputRefused() {
+  if (opening_.pipeline) opening_.pipeline->Stop();
+  opening_ = {};
+  device_.Miss(Clock::now());
+  // The address is tried all the same.
+  if (!ever_opened_) OpenNext(OutputChooser::Wish::kNowhere);
 }
 
 void MediaSupervisor::OnSilent() { live_ ? DropPlaying() : Finish(); }
@@ -125,13 +142,13 @@ void MediaSupervisor::Promote() {
   playing_ = std::exchange(opening_, {});
   const bool lost_meanwhile = std::exchange(playing_.source_gone, false);
   state_->SetCurrent(playing_.pipeline);
-  output_lost_ = false;
   tries_failed_ = false;
   cause_ = {};
   if (!ever_opened_) {
     ever_opened_ = true;
     live_ = !input_.local_file && !input_.reader;
     volume_moved_ = true;
+    ApplyVolume();
   }
   OnDuration();
   if (lost_meanwhile) LoseSource();
@@ -144,31 +161,6 @@ void MediaSupervisor::OnDuration() {
   live_ = false;
   playing_.pipeline->AllowResuming();
   state_->SetDuration(*duration);
-}
-
-void MediaSupervisor::OnBuffering(Line& line) {
-  // What was announced may have changed since; the buffer itself decides.
-  if (line.filled) {
-    if (line.pipeline->IsDry()) OnDry(line);
-    return;
-  }
-  const auto now = Clock::now();
-  line.percent = line.reserve.Percent(line.pipeline->Buffered(), now);
-  if (line.percent < 100) return;
-  line.filled = true;
-  line.dry_at.reset();
-  line.reserve.Resume(now);
-  line.pipeline->SetRefill(kRefillWhilePlaying);
-}
-
-void MediaSupervisor::OnDry(Line& line) {
-  const auto now = Clock::now();
-  line.filled = false;
-  line.percent = 0;
-  if (line.source_gone) return EndOnceHeard();
-  if (line.playing) line.dry_at = now + kPlayedWhenDry;
-  line.reserve.RunDry(now);
-  line.pipeline->SetRefill(line.reserve.Most());
 }
 
 void MediaSupervisor::OnOpenFailed(HResult result, FailureCause cause) {
@@ -185,13 +177,15 @@ void MediaSupervisor::OnOpenFailed(HResult result, FailureCause cause) {
 }
 
 void MediaSupervisor::OnPlayingFailed(const PipelineEvent& event) {
+  if (event.output_failed && playing_.pipeline->Heard()) {
+    device_.Lose(Clock::now());
+    return LoseDevice();
+  }
   if (!live_) {
     cause_ = event.cause;
     return Finish();
   }
   LoseSource();
-  output_lost_ = event.output_failed && playing_.pipeline->Heard();
-  if (event.output_failed) return DropPlaying();
   if (!playing_.filled) EndOnceHeard();
 }
 
@@ -221,15 +215,25 @@ void MediaSupervisor::Finish() {
   state_->SetEnded();
 }
 
+void MediaSupervisor::LoseDevice() {
+  services_->log("the sound device is lost and looked for");
+  DropLines();
+}
+
 void MediaSupervisor::DropAll() {
-  state_->SetCurrent(nullptr);
+  DropLines();
   state_->RestartTime();
-  if (playing_.pipeline) playing_.pipeline->Stop();
-  if (opening_.pipeline) opening_.pipeline->Stop();
-  playing_ = {};
-  opening_ = {};
+}
+
+void MediaSupervisor::DropLines() {
+  state_->SetCurrent(nullptr);
+  const Line playing = std::exchange(playing_, {});
+  const Line opening = std::exchange(opening_, {});
   schedule_.Reset();
-  output_lost_ = false;
+  // A sound server that hangs can hold up what follows.
+  state_->SetReport(Report());
+  if (playing.pipeline) playing.pipeline->Stop();
+  if (opening.pipeline) opening.pipeline->Stop();
 }
 
 void MediaSupervisor::OnRequest(Wanted wanted) {
@@ -237,6 +241,8 @@ void MediaSupervisor::OnRequest(Wanted wanted) {
   switch (wanted) {
     case Wanted::kRunning:
       if (ever_opened_) finished_ = false;
+      // What was opened without a device, to try the address, would be old when one is found.
+      if (device_.IsLost()) DropLines();
       return;
     case Wanted::kStopped:
     case Wanted::kShutDown:
@@ -253,12 +259,9 @@ PlaybackState MediaSupervisor::State() const {
   if (!ever_opened_ || wanted_ == Wanted::kOpened) return PlaybackState::kConnecting;
   if (wanted_ == Wanted::kPaused) return PlaybackState::kPaused;
   // What is buffered bridges a loss that the next attempt ends; then there is nothing to report.
-  if (playing_.playing && !(playing_.source_gone && tries_failed_)) {
-    const bool silent = services_->output.WantsDevice() && !playing_.pipeline->Heard();
-    return silent ? PlaybackState::kNoDevice : PlaybackState::kPlaying;
-  }
+  if (playing_.playing && !(playing_.source_gone && tries_failed_)) return PlaybackState::kPlaying;
   if (playing_.pipeline && !playing_.source_gone) return PlaybackState::kBuffering;
-  if (output_lost_) return PlaybackState::kNoDevice;
+  if (device_.IsAway(Clock::now())) return PlaybackState::kNoDevice;
   return schedule_.Lost() ? PlaybackState::kReconnecting : PlaybackState::kConnecting;
 }
 
@@ -268,9 +271,13 @@ ItemReport MediaSupervisor::Report() const {
   return report;
 }
 
+DeviceSearch::Interest MediaSupervisor::Interest() const {
+  return Runs() ? DeviceSearch::Interest::kRunning : DeviceSearch::Interest::kNone;
+}
+
 bool MediaSupervisor::WantsAttempt() const {
   const bool idle = !opening_.pipeline && (!playing_.pipeline || playing_.source_gone);
-  return wanted_ == Wanted::kRunning && !finished_ && idle;
+  return Runs() && idle && !device_.IsLost();
 }
 
 bool MediaSupervisor::MayStall() const {
@@ -279,9 +286,7 @@ bool MediaSupervisor::MayStall() const {
 }
 
 MediaSupervisor::Clock::time_point MediaSupervisor::StallTime() const {
-  // GLib's monotonic time and steady_clock are the same clock on Linux (CLOCK_MONOTONIC).
-  return Clock::time_point(std::chrono::microseconds(playing_.pipeline->LastDataMicroseconds())) +
-         services_->stall_limit;
+  return playing_.pipeline->LastData() + services_->stall_limit;
 }
 
 std::optional<MediaSupervisor::Clock::time_point> MediaSupervisor::NextWake() const {
@@ -292,6 +297,8 @@ std::optional<MediaSupervisor::Clock::time_point> MediaSupervisor::NextWake() co
   if (playing_.dry_at) consider(*playing_.dry_at);
   if (WantsAttempt()) consider(schedule_.NextAttempt());
   if (MayStall()) consider(StallTime());
+  if (const auto check = playing_.NextStandstillCheck()) consider(*check);
+  if (const auto look = device_.NextWake(Clock::now(), Interest())) consider(*look);
   return wake;
 }
 
@@ -306,17 +313,17 @@ void MediaSupervisor::CheckTimers() {
     LoseSource();
     DropPlaying();
   }
-  if (WantsAttempt() && now >= schedule_.NextAttempt()) OpenNext();
+  if (playing_.StandsStill(now)) {
+    device_.Miss(now);
+    LoseDevice();
+  }
+  device_.Continue(now, Interest());
+  if (WantsAttempt() && now >= schedule_.NextAttempt()) OpenNext(OutputChooser::Wish::kDevice);
 }
 
 void MediaSupervisor::AdjustPlaying() {
   if (!playing_.pipeline) return;
-  const bool has_sound = playing_.filled || playing_.dry_at || playing_.silent_at;
-  const bool play = wanted_ == Wanted::kRunning && has_sound;
-  if (play == playing_.playing) return;
-  playing_.playing = play;
-  if (play && !playing_.played_since) playing_.played_since = Clock::now();
-  play ? playing_.pipeline->Play() : playing_.pipeline->Pause();
+  playing_.SetPlaying(wanted_ == Wanted::kRunning && playing_.HasSound(), Clock::now());
 }
 
 void MediaSupervisor::ApplyVolume() {
@@ -332,7 +339,9 @@ void MediaSupervisor::ApplyVolume() {
 }
 
 void MediaSupervisor::ObserveVolume() {
-  if (playing_.pipeline) services_->sound.Observe(playing_.pipeline->ReadVolume(), volume_version_);
+  // A sink without a device only repeats what it was given.
+  if (!playing_.pipeline || !playing_.pipeline->Heard()) return;
+  services_->sound.Observe(playing_.pipeline->ReadVolume(), volume_version_);
 }
 
 }  // namespace platform::gstreamer

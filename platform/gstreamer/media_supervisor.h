@@ -9,11 +9,12 @@
 #include <optional>
 #include <string>
 
+#include "platform/gstreamer/device_search.h"
 #include "platform/gstreamer/item_state.h"
+#include "platform/gstreamer/line.h"
 #include "platform/gstreamer/pipeline.h"
 #include "platform/gstreamer/process_sound.h"
 #include "platform/gstreamer/reconnect_schedule.h"
-#include "platform/gstreamer/reserve.h"
 #include "platform/gstreamer/sound_output.h"
 
 namespace platform::gstreamer {
@@ -31,6 +32,8 @@ struct ItemServices {
 
 /// Two pipelines at most: the one that is heard, and the one that is being opened. When a live stream
 /// breaks, what was buffered is still heard while the next pipeline opens, and then they change places.
+/// While no device takes the sound there is none, and a device is looked for as long as the item runs; a file
+/// then goes on where it was, a live stream with what is sent by then.
 class MediaSupervisor {
  public:
   MediaSupervisor(PipelineInput input, std::shared_ptr<ItemState> state,
@@ -42,28 +45,12 @@ class MediaSupervisor {
  private:
   using Clock = ItemState::Clock;
 
-  /// A pipeline and what is known of it.
-  struct Line {
-    std::shared_ptr<Pipeline> pipeline;
-    bool prerolled = false;
-    bool filled = false;       ///< enough is buffered
-    int percent = 0;           ///< buffered of what is wanted before the sound
-    bool source_gone = false;  ///< only what is buffered is left
-    bool playing = false;
-    Clock::time_point deadline{};                   ///< of opening
-    std::optional<Clock::time_point> played_since;  ///< when it was first heard
-    std::optional<Clock::time_point> silent_at;     ///< when the end has been heard, once it is near
-    std::optional<Clock::time_point> dry_at;        ///< when the device is as good as dry, once the buffer is
-    Reserve reserve;
-  };
-
-  void OpenNext();
+  void OpenNext(OutputChooser::Wish wish);
   void OnEvent(const PipelineEvent& event);
   void OnOpeningEvent(const PipelineEvent& event);
   void OnPlayingEvent(const PipelineEvent& event);
-  void OnOpened();
-  void OnBuffering(Line& line);
-  void OnDry(Line& line);
+  void OnPrerolled();
+  void OnOutputRefused();
   void OnOpenFailed(HResult result, FailureCause cause);
   void OnSilent();
   void OnPlayingFailed(const PipelineEvent& event);
@@ -73,6 +60,9 @@ class MediaSupervisor {
   /// What plays has come to its end, or is given up; the device plays what it holds before that.
   void EndOnceHeard();
   void DropPlaying();
+  void DropLines();
+  /// The device that took the sound takes no more.
+  void LoseDevice();
   void Promote();
   void Finish();
   void DropAll();
@@ -82,6 +72,8 @@ class MediaSupervisor {
   void ObserveVolume();
   [[nodiscard]] PlaybackState State() const;
   [[nodiscard]] ItemReport Report() const;
+  [[nodiscard]] bool Runs() const { return wanted_ == Wanted::kRunning && !finished_; }
+  [[nodiscard]] DeviceSearch::Interest Interest() const;
   [[nodiscard]] bool WantsAttempt() const;
   [[nodiscard]] bool MayStall() const;
   [[nodiscard]] Clock::time_point StallTime() const;
@@ -100,10 +92,10 @@ class MediaSupervisor {
   bool ever_opened_ = false;
   bool live_ = false;
   bool finished_ = false;      ///< played to its end, or could not be opened at all
-  bool output_lost_ = false;   ///< the last loss was the sound server's
   bool tries_failed_ = false;  ///< since the last loss an attempt has failed
   FailureCause cause_;         ///< of the failure or the loss; none while all is well
   ReconnectSchedule schedule_;
+  DeviceSearch device_;
 };
 
 }  // namespace platform::gstreamer

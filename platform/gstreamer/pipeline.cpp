@@ -51,7 +51,8 @@ std::shared_ptr<Pipeline> Pipeline::Create(const PipelineInput& input, const Pip
 Pipeline::Pipeline(const PipelineInput& input, const PipelineSettings& settings, PipelineListener& listener,
                    int serial)
     : input_(input), settings_(settings), listener_(listener), serial_(serial) {
-  last_data_ = g_get_monotonic_time();
+  last_data_ = std::chrono::steady_clock::now();
+  supplied_until_ = std::chrono::steady_clock::now();
 }
 
 Pipeline::~Pipeline() {
@@ -188,8 +189,10 @@ void Pipeline::OnError(GstMessage* message) {
   GstObject* source = GST_MESSAGE_SRC(message);
   PipelineEvent event{PipelineEvent::Kind::kFailed, serial_};
   event.result = ResultOfError(message, input_.local_file);
-  event.output_failed = source != nullptr && (source == GST_OBJECT(sink_) ||
-                                              gst_object_has_as_ancestor(source, GST_OBJECT(sink_)) != 0);
+  // A sink that no device answers for refuses the sound, and then what pushes it there is the first to
+  // complain.
+  event.output_failed = source != nullptr && source != GST_OBJECT(pipeline_.get()) &&
+                        gst_object_has_as_ancestor(source, GST_OBJECT(decoder_)) == 0;
   if (event.output_failed) {
     event.cause = {PlaybackFailure::kNoSoundDevice};
     return Notify(event);
@@ -228,7 +231,10 @@ void Pipeline::OnLevelMessage(GstMessage* message) {
   for (guint channel = 0; channel < decibels->n_values; ++channel) {
     peaks.push_back(LinearFromDecibels(g_value_get_double(&decibels->values[channel])));
   }
-  levels_.Add(PlayedTime(), static_cast<std::int64_t>(duration), std::move(peaks));
+  const std::int64_t now = RunningTime();
+  levels_.Add(now, static_cast<std::int64_t>(duration), std::move(peaks));
+  const std::chrono::nanoseconds held(std::max<std::int64_t>(0, levels_.End() - now));
+  supplied_until_ = std::chrono::steady_clock::now() + held;
 }
 
 void Pipeline::OnTagMessage(GstMessage* message) {
@@ -281,7 +287,7 @@ void Pipeline::OnSourceSetup(GstElement* source) {
 
 GstPadProbeReturn Pipeline::OnBufferInput(GstPadProbeInfo* info) {
   if ((GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_BUFFER) != 0) {
-    last_data_ = g_get_monotonic_time();
+    last_data_ = std::chrono::steady_clock::now();
   } else if (GST_EVENT_TYPE(GST_PAD_PROBE_INFO_EVENT(info)) == GST_EVENT_EOS) {
     source_ended_ = true;
     Notify({PipelineEvent::Kind::kSourceEnded, serial_});
@@ -364,7 +370,14 @@ bool Pipeline::IsPlaying() const {
   return state == GST_STATE_PLAYING && (pending == GST_STATE_VOID_PENDING || pending == GST_STATE_PLAYING);
 }
 
-std::int64_t Pipeline::PlayedTime() const {
+bool Pipeline::Seek(std::int64_t position) {
+  source_ended_ = false;
+  return gst_element_seek_simple(pipeline_.get(), GST_FORMAT_TIME, GST_SEEK_FLAG_FLUSH, position) != FALSE;
+}
+
+std::int64_t Pipeline::PlayedTime() const { return std::min(RunningTime(), levels_.End()); }
+
+std::int64_t Pipeline::RunningTime() const {
   const GstClockTime now = IsPlaying() ? gst_element_get_current_running_time(pipeline_.get())
                                        : gst_element_get_start_time(pipeline_.get());
   return now == GST_CLOCK_TIME_NONE ? 0 : static_cast<std::int64_t>(now);

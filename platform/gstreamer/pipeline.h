@@ -40,10 +40,11 @@ struct PipelineEvent {
     kBuffering,        ///< `percent` of what is wanted before the sound goes on; the buffer can tell more
     kSourceEnded,      ///< no more data arrives; what is buffered is still to be heard
     kEnded,            ///< the device has everything; its buffer is still to be heard
-    kFailed,           ///< `result` and `cause` say why; `output_failed` when it was the sink
+    kFailed,           ///< `result` and `cause` say why; `output_failed` when the decoder was not to blame
     kDurationChanged,  ///< ask for the duration again
     kVolumeChanged,    ///< somebody moved the stream's volume in the mixer
     kLatencyChanged,
+    kDeviceFound,  ///< of a DeviceProbe only
   };
   Kind kind;
   int serial;
@@ -87,6 +88,9 @@ class Pipeline {
   void Play();
   void Pause();
   void Stop();
+  /// Goes on `position` nanoseconds from the start; once kPrerolled comes again. False when that is not
+  /// possible. After kPrerolled, before Play.
+  bool Seek(std::int64_t position);
 
   /// The buffered sound that kBuffering counts as 100 %.
   void SetRefill(std::chrono::nanoseconds sound);
@@ -105,15 +109,19 @@ class Pipeline {
 
   /// True when the sink is a device that can be heard.
   [[nodiscard]] bool Heard() const { return heard_; }
-  /// Any thread: the time played so far in nanoseconds; it stands still while paused.
+  /// Any thread: the time played so far in nanoseconds. It stands still while paused, and while the device
+  /// takes no sound.
   [[nodiscard]] std::int64_t PlayedTime() const;
   /// Any thread: linear peaks of what is heard now, before the volume; empty while paused.
   [[nodiscard]] std::vector<float> Peaks() const;
   /// Any thread: zero when not known yet.
   [[nodiscard]] int Channels() const { return channels_.load(); }
   [[nodiscard]] int SampleRate() const { return sample_rate_.load(); }
-  /// Any thread: when the last data arrived in the buffer (g_get_monotonic_time), the creation at first.
-  [[nodiscard]] std::int64_t LastDataMicroseconds() const { return last_data_.load(); }
+  /// Any thread: when the last data arrived in the buffer, the creation at first.
+  [[nodiscard]] std::chrono::steady_clock::time_point LastData() const { return last_data_.load(); }
+  /// Any thread: when the device has played all the sound that it took, the creation at first. What is taken
+  /// later, or a pause, puts it off.
+  [[nodiscard]] std::chrono::steady_clock::time_point SuppliedUntil() const { return supplied_until_.load(); }
 
  private:
   Pipeline(const PipelineInput& input, const PipelineSettings& settings, PipelineListener& listener,
@@ -135,6 +143,7 @@ class Pipeline {
   GstPadProbeReturn OnBufferInput(GstPadProbeInfo* info);
   GstPadProbeReturn OnFormat(GstPadProbeInfo* info);
   [[nodiscard]] bool IsPlaying() const;
+  [[nodiscard]] std::int64_t RunningTime() const;
 
   PipelineInput input_;
   PipelineSettings settings_;
@@ -157,7 +166,8 @@ class Pipeline {
   std::atomic<bool> source_ended_{false};
   std::atomic<int> channels_{0};
   std::atomic<int> sample_rate_{0};
-  std::atomic<std::int64_t> last_data_{0};
+  std::atomic<std::chrono::steady_clock::time_point> last_data_;
+  std::atomic<std::chrono::steady_clock::time_point> supplied_until_;
 };
 
 }  // namespace platform::gstreamer

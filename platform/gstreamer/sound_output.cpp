@@ -43,14 +43,33 @@ ElementPointer OutputChooser::TryDevice(const char* factory) {
   return nullptr;
 }
 
-OutputChooser::Output OutputChooser::Choose(Silence silence) {
-  if (output_ == SoundOutput::kAutomatic) {
-    for (const char* factory : {"pulsesink", "alsasink"}) {
-      if (ElementPointer sink = TryDevice(factory)) return {std::move(sink), true};
-    }
-    if (silence == Silence::kRefused) return {};
-    if (!said_.exchange(true)) log_("no sound server and no sound card: playing without sound");
+OutputChooser::Output OutputChooser::Choose(Wish wish) {
+  if (output_ == SoundOutput::kNowhere) return Nowhere();
+  if (wish != Wish::kNowhere) {
+    Output device = Device();
+    if (device.sink || wish == Wish::kDevice) return device;
   }
+  if (!said_.exchange(true)) log_("no device takes the sound: waiting for one");
+  return Nowhere();
+}
+
+OutputChooser::Output OutputChooser::Device() {
+  ElementPointer server = TryDevice("pulsesink");
+  bool may_take_card = false;
+  {
+    const auto now = CardRule::Clock::now();
+    const std::lock_guard lock(mutex_);
+    server ? card_rule_.ServerAnswered() : card_rule_.ServerMissing(now);
+    may_take_card = card_rule_.MayTakeCard(now);
+  }
+  if (server) return {std::move(server), true};
+  if (!may_take_card) return {};
+  ElementPointer card = TryDevice("alsasink");
+  const bool heard = card != nullptr;
+  return {std::move(card), heard};
+}
+
+OutputChooser::Output OutputChooser::Nowhere() {
   ElementPointer sink = MakeElement("fakesink");
   if (sink) g_object_set(sink.get(), "sync", TRUE, nullptr);
   return {std::move(sink), false};

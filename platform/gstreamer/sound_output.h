@@ -7,8 +7,10 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
+#include <mutex>
 #include <string>
 
+#include "platform/gstreamer/device_watch.h"
 #include "platform/gstreamer/gst_media.h"
 #include "platform/gstreamer/gst_pointers.h"
 
@@ -26,21 +28,29 @@ class OutputChooser {
     ElementPointer sink;  ///< floating reference taken; null when none may be had
     bool heard = false;   ///< a real device
   };
-  enum class Silence : std::uint8_t { kAllowed, kRefused };
+  enum class Wish : std::uint8_t {
+    kDevice,           ///< null without one
+    kDeviceOrNowhere,  ///< without one a sink that plays in time without sound
+    kNowhere,
+  };
 
-  /// The sound server when there is one, else the sound card, else a sink that plays in time without sound
-  /// (unless that is refused).
-  Output Choose(Silence silence);
+  /// A device is the sound server when there is one, else the sound card (CardRule says when). Where the
+  /// sound is meant to go nowhere, every wish gives that.
+  Output Choose(Wish wish);
   /// False when the sound is meant to go nowhere.
   [[nodiscard]] bool WantsDevice() const { return output_ == SoundOutput::kAutomatic; }
 
  private:
   ElementPointer TryDevice(const char* factory);
+  Output Device();
+  Output Nowhere();
 
   SoundOutput output_;
   std::string application_name_;
   std::function<void(const std::string&)> log_;
   std::atomic<bool> said_{false};
+  std::mutex mutex_;
+  CardRule card_rule_;
 };
 
 /// True when the sink keeps a volume of its own for this stream.

@@ -1,12 +1,16 @@
 #include "tests/support/pulse_server.h"
 
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 
 #include <chrono>
 #include <cstdlib>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
+
+#include "tests/support/local_socket.h"
 
 namespace test_support {
 namespace {
@@ -53,11 +57,13 @@ void PulseServer::Start() {
   auto variables = Variables();
   variables.erase("PULSE_SERVER");
   // Without "norewinds" playback stalls at its start on a null sink.
-  server_ = ChildProcess(
-      {"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
-       "--load=module-null-sink sink_name=ci rate=48000 norewinds=1",
-       "--load=module-native-protocol-unix auth-anonymous=1 socket=" + (folder_.Path() / "native").string()},
-      variables);
+  ChildProcess::Arguments arguments = {"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1",
+                                       "--use-pid-file=no"};
+  if (remembers_volumes_) arguments.push_back("--load=module-stream-restore restore_device=false");
+  arguments.insert(arguments.end(), {"--load=module-null-sink sink_name=ci rate=48000 norewinds=1",
+                                     "--load=module-native-protocol-unix auth-anonymous=1 socket=" +
+                                         (folder_.Path() / "native").string()});
+  server_ = ChildProcess(arguments, variables);
   const auto answers = [this] { return RunProgram({"pactl", "info"}, Variables()).exit_code == 0; };
   if (!WaitUntil(answers, std::chrono::seconds(15))) {
     throw std::runtime_error("the private PulseAudio server does not answer");
@@ -109,6 +115,34 @@ void PulseServer::PlugIn() {
   Control({"set-default-source", "ci.monitor"});
   Control({"set-default-sink", "second"});
 }
+
+void PulseServer::TakeCardAway() const { Control({"unload-module", "module-null-sink"}); }
+
+void PulseServer::GiveCardBack() const {
+  Control({"load-module", "module-null-sink", "sink_name=ci", "rate=48000", "norewinds=1"});
+}
+
+void PulseServer::Suspend(bool suspend) const { Control({"suspend-sink", "ci", suspend ? "1" : "0"}); }
+
+void PulseServer::KillStream(const std::string& application) const {
+  // pactl cannot do it; the server's own command line can.
+  const std::string path = (folder_.Path() / "commands").string();
+  const std::string number = NumberOf(application);
+  const std::string command = "kill-sink-input " + number + "\n";
+  Control({"load-module", "module-cli-protocol-unix", "socket=" + path});
+  const Descriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  path.copy(address.sun_path, sizeof(address.sun_path) - 1);
+  if (connect(socket.Get(), reinterpret_cast<sockaddr*>(&address), sizeof(address)) != 0 ||
+      send(socket.Get(), command.data(), command.size(), MSG_NOSIGNAL) < 0) {
+    throw std::runtime_error("the sound server takes no commands");
+  }
+  const auto ended = [&] { return NumberOf(application) != number; };
+  if (!WaitUntil(ended, std::chrono::seconds(5))) throw std::runtime_error("the stream does not end");
+}
+
+void PulseServer::MakeDefault(const std::string& card) const { Control({"set-default-sink", card}); }
 
 void PulseServer::Unplug() { Control({"unload-module", plugged_in_}); }
 

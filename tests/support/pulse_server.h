@@ -42,6 +42,19 @@ class PulseServer {
   /// From now on streams of a card that is pulled out move to another one, as desktops have it.
   void RescueStreams() const;
 
+  /// The first card, to which Loudness listens, goes and comes back; its listeners end when it goes.
+  void TakeCardAway() const;
+  void GiveCardBack() const;
+  /// The card takes no sound, and takes it again.
+  void Suspend(bool suspend) const;
+  /// The server ends the application's stream.
+  void KillStream(const std::string& application) const;
+  /// Streams move to the card.
+  void MakeDefault(const std::string& card) const;
+
+  /// From the next Start on the server remembers the volume of each application, as desktops have it.
+  void RememberVolumes() { remembers_volumes_ = true; }
+
   void Stop() { server_.Stop(); }
   /// Sends the server a signal, such as SIGSTOP and SIGCONT to hold it still.
   void Signal(int signal) const { server_.Signal(signal); }
@@ -55,6 +68,7 @@ class PulseServer {
   TempFolder folder_;
   std::string address_;
   std::string plugged_in_;  ///< the second card's number of its module
+  bool remembers_volumes_ = false;
   ChildProcess server_;
 };
 

@@ -237,43 +237,6 @@ TEST_F(SoundTest, TheMeterKeepsWorkingOverANewConnection) {
   EXPECT_TRUE(WaitUntil(shows, 5s));
 }
 
-TEST_F(SoundTest, WithoutASoundServerPlayingGoesOnUnheardAndSaysSoOnce) {
-  setenv("PULSE_SERVER", ("unix:" + (folder.Path() / "nobody-listens-here").string()).c_str(), 1);
-  SessionDriver driver;
-  const std::string file = MakeTone(folder, "t.flac", "flac");
-  for (int round = 0; round < 2; ++round) {
-    ASSERT_EQ(driver.Open(file), kSOk);
-    ASSERT_EQ(driver.SetVolume(0.5F), kSOk);
-    ASSERT_EQ(driver.Start(), kSOk);
-    EXPECT_TRUE(WaitUntil([&] { return driver.Seconds() > 0.3; }, 3s));
-    EXPECT_TRUE(WaitUntil(
-        [&] {
-          const auto peaks = driver.Peaks();
-          return peaks.size() == 2 && std::abs(peaks[0] - 0.0625F) < 0.003F;
-        },
-        3s));
-  }
-  EXPECT_THAT(driver.log, ElementsAre(testing::HasSubstr("without sound")));
-}
-
-TEST_F(SoundTest, ALiveStreamIsHeardAgainAfterTheSoundServerRestarts) {
-  const std::string sound = ReadBytes(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 20}));
-  MediaHttpServer server;
-  server.On("/live", [&](MediaHttpServer::Connection& connection) {
-    if (connection.Send(LiveHead("audio/mpeg") + sound)) connection.StaySilent(20s);
-  });
-  SessionDriver driver;
-  ASSERT_EQ(driver.Open(server.Url("/live")), kSOk);
-  ASSERT_EQ(driver.Start(), kSOk);
-  ASSERT_TRUE(loudness.WaitForSound(200ms, 5s));
-  pulse.Stop();
-  EXPECT_EQ(driver.State(), 1);
-  pulse.Start();
-  Loudness again(pulse);
-  EXPECT_TRUE(again.WaitForSound(200ms, 5s));
-  EXPECT_EQ(driver.State(), 1);
-}
-
 TEST_F(SoundTest, TheSoundMovesOnWhenItsDeviceIsUnplugged) {
   pulse.RescueStreams();
   pulse.PlugIn();

@@ -1,0 +1,125 @@
+#pragma once
+// Whether a device takes an item's sound, and when to look for one: decisions on times that are passed in.
+// Not the looking; device_search.h does it.
+
+#include <chrono>
+#include <optional>
+
+namespace platform::gstreamer {
+
+/// Begins with a device that takes the sound. Lose or Miss, then LookStarted and LookFailed by turns until
+/// Found.
+class DeviceWatch {
+ public:
+  using Clock = std::chrono::steady_clock;
+  enum class State {
+    kTaking,   ///< as far as is known
+    kLost,     ///< its sink has failed or stands still, or the last look was in vain; a look is due
+    kLooking,  ///< a look is under way
+  };
+
+  /// A look that fails costs a connection to the sound server at most.
+  static constexpr Clock::duration kLookEvery = std::chrono::seconds(1);
+  /// A device that is found again this soon was not away: the sound server has only ended the stream.
+  static constexpr Clock::duration kNotAway = std::chrono::milliseconds(500);
+
+  /// The device that took the sound fails at `now`.
+  void Lose(Clock::time_point now) {
+    if (state_ != State::kTaking) return;
+    state_ = State::kLost;
+    lost_at_ = now;
+    looked_in_vain_ = false;
+  }
+  /// There is none at `now`, as a try has shown.
+  void Miss(Clock::time_point now) {
+    Lose(now);
+    state_ = State::kLost;
+    looked_in_vain_ = true;
+  }
+
+  void LookStarted(Clock::time_point now) {
+    state_ = State::kLooking;
+    looked_at_ = now;
+  }
+  void LookFailed() {
+    state_ = State::kLost;
+    looked_in_vain_ = true;
+  }
+  /// The look was given up, because nobody wants the sound at present.
+  void LookDropped() { state_ = State::kLost; }
+  void Found() { state_ = State::kTaking; }
+
+  [[nodiscard]] State Now() const { return state_; }
+  /// When to look; only in kLost.
+  [[nodiscard]] Clock::time_point NextLook() const {
+    return looked_at_ ? *looked_at_ + kLookEvery : Clock::time_point{};
+  }
+  /// No device takes the sound at `now`.
+  [[nodiscard]] bool IsAway(Clock::time_point now) const {
+    return state_ != State::kTaking && (looked_in_vain_ || now >= lost_at_ + kNotAway);
+  }
+  /// When IsAway, false at `now`, becomes true by itself.
+  [[nodiscard]] std::optional<Clock::time_point> CountsAsAwayAt(Clock::time_point now) const {
+    if (state_ == State::kTaking || IsAway(now)) return std::nullopt;
+    return lost_at_ + kNotAway;
+  }
+
+ private:
+  State state_ = State::kTaking;
+  Clock::time_point lost_at_{};
+  std::optional<Clock::time_point> looked_at_;
+  bool looked_in_vain_ = false;
+};
+
+/// Notices a device that takes no more sound, as one that its sound server has suspended.
+class Standstill {
+ public:
+  using Clock = std::chrono::steady_clock;
+  /// A device asks for more before it has played what it holds. So long after that it is doubted ...
+  static constexpr Clock::duration kDoubted = std::chrono::milliseconds(600);
+  /// ... and so long after that it is given up, because the whole program may have been held up before.
+  static constexpr Clock::duration kGivenUp = std::chrono::milliseconds(500);
+
+  /// Whether the device stands still at `now`, when all that it took has been played at `supplied_until`.
+  [[nodiscard]] bool Check(Clock::time_point now, Clock::time_point supplied_until) {
+    if (supplied_until != supplied_until_) doubted_at_.reset();
+    supplied_until_ = supplied_until;
+    if (now < supplied_until + kDoubted) return false;
+    if (!doubted_at_) doubted_at_ = now;
+    return now >= *doubted_at_ + kGivenUp;
+  }
+  /// When to check again.
+  [[nodiscard]] Clock::time_point NextCheck(Clock::time_point supplied_until) const {
+    const bool is_doubted = doubted_at_ && supplied_until == supplied_until_;
+    return is_doubted ? *doubted_at_ + kGivenUp : supplied_until + kDoubted;
+  }
+
+ private:
+  Clock::time_point supplied_until_{};
+  std::optional<Clock::time_point> doubted_at_;
+};
+
+/// When the sound card may be taken without a sound server. One that was there is waited for first: a card
+/// that is taken meanwhile would be missing to it when it restarts.
+class CardRule {
+ public:
+  using Clock = std::chrono::steady_clock;
+  static constexpr Clock::duration kWaitForServer = std::chrono::seconds(30);
+
+  void ServerAnswered() {
+    server_seen_ = true;
+    missing_since_.reset();
+  }
+  void ServerMissing(Clock::time_point now) {
+    if (server_seen_ && !missing_since_) missing_since_ = now;
+  }
+  [[nodiscard]] bool MayTakeCard(Clock::time_point now) const {
+    return !missing_since_ || now >= *missing_since_ + kWaitForServer;
+  }
+
+ private:
+  bool server_seen_ = false;
+  std::optional<Clock::time_point> missing_since_;
+};
+
+}  // namespace platform::gstreamer

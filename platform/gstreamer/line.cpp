@@ -1,0 +1,56 @@
+#include "platform/gstreamer/line.h"
+
+#include <algorithm>
+
+namespace platform::gstreamer {
+namespace {
+
+/// How long a device is left alone once the buffer behind it is dry: until it asks for more in vain.
+constexpr std::chrono::microseconds kPlayedWhenDry{kDeviceBufferMicroseconds * 3 / 4};
+/// While the sound goes on the buffer is only looked at when it runs dry.
+constexpr std::chrono::milliseconds kRefillWhilePlaying{100};
+
+}  // namespace
+
+Line::Buffer Line::LookAtBuffer(Clock::time_point now) {
+  if (filled) {
+    if (!pipeline->IsDry()) return Buffer::kAsBefore;
+    filled = false;
+    percent = 0;
+    if (playing && !source_gone) dry_at = now + kPlayedWhenDry;
+    reserve.RunDry(now);
+    pipeline->SetRefill(reserve.Most());
+    return Buffer::kDry;
+  }
+  percent = reserve.Percent(pipeline->Buffered(), now);
+  if (percent < 100) return Buffer::kAsBefore;
+  filled = true;
+  dry_at.reset();
+  reserve.Resume(now);
+  pipeline->SetRefill(kRefillWhilePlaying);
+  return Buffer::kFilled;
+}
+
+void Line::SetPlaying(bool play, Clock::time_point now) {
+  if (play == playing) return;
+  playing = play;
+  if (!play) return pipeline->Pause();
+  playing_since = now;
+  if (!played_since) played_since = now;
+  pipeline->Play();
+}
+
+bool Line::StandsStill(Clock::time_point now) {
+  return FeedsDevice() && standstill.Check(now, SuppliedUntil());
+}
+
+std::optional<Line::Clock::time_point> Line::NextStandstillCheck() const {
+  if (!FeedsDevice()) return std::nullopt;
+  return standstill.NextCheck(SuppliedUntil());
+}
+
+Line::Clock::time_point Line::SuppliedUntil() const {
+  return std::max(pipeline->SuppliedUntil(), playing_since);
+}
+
+}  // namespace platform::gstreamer
