@@ -262,6 +262,20 @@ TEST_F(ClsFunkhaus, RecordsAsItsHolderAsksFromTheNextRecordingOn) {
               testing::ElementsAre(u"C:\\Programme\\Funkhaus\\Eins", u"C:\\Programme\\Funkhaus\\record"));
 }
 
+TEST_F(ClsFunkhaus, WhatItsHolderAsksForInTheMiddleOfARecordingChangesNothingInIt) {
+  rig_.internet.answer.reads = {{true, kEightBytes + Block("StreamTitle='One';")}, {true, "1234"}};
+  client_->StreamUrl(u"http://h/");
+  RecordOptions options;
+  options.writes = RecordOptions::Writes::kReceived;
+  client_->SetRecordOptions(options);
+  InTheNextPump([&] {
+    client_->SetRecordOptions({});
+    InTheNextPump([&] { client_->StopRecStream(); });
+  });
+  client_->StartRecStream(u"", u"8");
+  EXPECT_THAT(rig_.files.write_sizes, testing::ElementsAre(4));
+}
+
 TEST_F(ClsFunkhaus, AnIntervalMakesTheRecordingSplitByTitle) {
   rig_.StationSends(kEightBytes + Block("StreamTitle='One';StreamUrl='http://x';") + "1234");
   client_->StreamUrl(u"http://h/");
