@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <atomic>
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <thread>
 
 #include "tests/platform/posix/child_process.h"
 #include "tests/support/temp_folder.h"
@@ -109,6 +111,22 @@ TEST_F(TemporaryFileTest, WhatIsStillBeingWrittenStays) {
   EXPECT_EQ(RunInChild(remove), ChildResult::kTrue);
   remove();
   EXPECT_TRUE(file.ReplaceTarget());
+}
+
+TEST_F(TemporaryFileTest, NoneIsLostToAProgramThatTidiesUpAtTheSameTime) {
+  std::atomic<bool> done = false;
+  std::thread tidying([&] {
+    while (!done) RemoveLeftovers(Target());
+  });
+  int replaced = 0;
+  constexpr int kFiles = 2000;
+  for (int number = 0; number < kFiles; ++number) {
+    TemporaryFile file(Target(), kMode);
+    if (file.IsOpen() && file.ReplaceTarget()) ++replaced;
+  }
+  done = true;
+  tidying.join();
+  EXPECT_EQ(replaced, kFiles);
 }
 
 TEST_F(TemporaryFileTest, LeftoversOfOtherTargetsStay) {
