@@ -190,6 +190,27 @@ TEST_F(PlayingMarkTest, OfTwoEqualRowsTheStartedOneIsMarked) {
   EXPECT_EQ(Marks(full_), "--p");
 }
 
+TEST_F(PlayingMarkTest, RowsThatComeLaterAndSortingLeaveTheMarkWithTheStartedOne) {
+  const RowId twin = full_.AddRow(Row(u"A", u"http://a/"));
+  Play(full_, twin);
+  full_.AddRow(Row(u"C", u"http://c/"));
+  full_.AddRow(Row(u"A", u"http://a/"));
+  EXPECT_EQ(Marks(full_), "--p--");
+  full_.Sort(0, controls::SortDirection::kAscending, [](const ListRow& first, const ListRow& second) {
+    return first.cells[0].compare(second.cells[0]);
+  });
+  EXPECT_EQ(Marks(full_), "-p---");
+}
+
+TEST_F(PlayingMarkTest, DeletedRowLeavesItsMarkToNoEqualOne) {
+  const RowId twin = full_.AddRow(Row(u"A", u"http://a/"));
+  Play(full_, twin);
+  full_.RemoveRow(twin);
+  full_.AddRow(Row(u"C", u"http://c/"));
+  Follow(PlaybackState::kBuffering);
+  EXPECT_EQ(Marks(full_), "---");
+}
+
 TEST_F(PlayingMarkTest, NameAndLinkMayBeEditedWhileItPlays) {
   Play(full_, a_);
   full_.SetCell(a_, app::kNameCell, u"Neu");
@@ -223,9 +244,10 @@ TEST_F(PlayingMarkTest, DeletedRowTakesItsMarkAlong) {
   full_.RemoveRow(a_);
   Follow(PlaybackState::kBuffering);
   EXPECT_EQ(Marks(full_), "-");
+  filtered_.AddRow(Row(u"B", u"http://b/"));
   mark_.Choose(full_, a_);
   mark_.Opening();
-  EXPECT_EQ(Marks(full_), "-") << "a row that is gone cannot be chosen";
+  EXPECT_EQ(Marks(full_) + Marks(filtered_), "--") << "a row that is gone cannot be chosen";
 }
 
 TEST_F(PlayingMarkTest, StopInTheMiddleOfMarkingLeavesNoMark) {
