@@ -94,6 +94,14 @@ class WholeJourney : public ::testing::Test {
     }
     FAIL() << "no such station";
   }
+  /// The stations that are marked as playing.
+  std::vector<Text> Playing() {
+    std::vector<Text> names;
+    for (const controls::ListRow& row : Form().SymbolListview.Rows()) {
+      if (row.mark == controls::RowMark::kPlaying) names.push_back(row.cells[app::kNameCell]);
+    }
+    return names;
+  }
   bool HearAbout(double loudness) {
     return WaitFor(
         [this, loudness] { return std::abs(ear_->Last(300ms) - loudness) < kTolerance * loudness; });
@@ -134,6 +142,7 @@ void WholeJourney::PlaysItAndSeesThePositionAndTheBars() {
   EXPECT_TRUE(HearAbout(kFullVolume));
   EXPECT_TRUE(WaitFor([this] { return Form().StatusLine.Caption() == u"Radio Lichtung – MP3, 128 kbit/s"; }));
   EXPECT_TRUE(WaitFor([this] { return Form().Label1.Caption().starts_with(u"Pos: 00:00:0"); }));
+  EXPECT_TRUE(WaitFor([this] { return Playing() == std::vector<Text>{u"Radio Lichtung"}; }));
   const Text position = Form().Label1.Caption();
   EXPECT_TRUE(WaitFor([&] { return Form().Label1.Caption() > position; })) << "the position counts";
   for (const controls::ProgressBar& bar : Form().ProgressBar1) {
@@ -171,6 +180,7 @@ void WholeJourney::MarksAFavouriteAndNarrowsTheListToAGenre() {
   EXPECT_TRUE(Form().SymbolListview.Visible());
   EXPECT_EQ(Form().TextBox1[0].GetText(), u"Radio Lichtung") << "the station selected before";
   EXPECT_GT(ear_->Last(300ms), Loudness::kSilence) << "looking round does not stop the music";
+  EXPECT_EQ(Playing(), std::vector<Text>{u"Radio Lichtung"});
 }
 
 void WholeJourney::AddsAStationAndSavesIt() {
@@ -203,6 +213,7 @@ void WholeJourney::ExportsEmptiesAndImportsTheList() {
   player_->dialogs.answers = {MessageBoxAnswer::kNo};
   Form().Command5.Click();
   EXPECT_EQ(entries(), before) << "emptied and filled again, in the same order";
+  EXPECT_EQ(Playing(), std::vector<Text>{u"Radio Lichtung"});
   EXPECT_EQ(Form().SymbolListview.Rows()[0].cells[app::kGenreCell], u"") << "a playlist knows no genre";
 }
 
