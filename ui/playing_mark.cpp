@@ -1,6 +1,7 @@
 #include "ui/playing_mark.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 #include "app/station_row.h"
@@ -48,23 +49,23 @@ void FollowedStation::Take(const ListView& list, RowId row) {
       place.row = row;
       place.seen = station_;
     } else {
-      Search(place, 0);
+      Search(place, 0, place.list->Count());
     }
   }
 }
 
-void FollowedStation::Search(Place& place, std::size_t first) const {
+void FollowedStation::Search(Place& place, std::size_t first, std::size_t count) const {
   const auto& rows = place.list->Rows();
-  const auto begin = rows.begin() + static_cast<std::ptrdiff_t>(std::min(first, rows.size()));
-  const auto found =
-      std::find_if(begin, rows.end(), [this](const auto& row) { return StationOf(row) == station_; });
-  place.row = found == rows.end() ? RowId::kNone : found->id;
+  const std::size_t begin = std::min(first, rows.size());
+  const auto searched = std::span(rows).subspan(begin, std::min(count, rows.size() - begin));
+  const auto found = std::ranges::find(searched, station_, StationOf);
+  place.row = found == searched.end() ? RowId::kNone : found->id;
   place.seen = station_;
 }
 
-void FollowedStation::TakeNewRows(const ListView& list, std::size_t first) {
+void FollowedStation::TakeNewRows(const ListView& list, std::size_t first, std::size_t count) {
   for (Place& place : places_) {
-    if (known_ && place.list == &list && !list.Contains(place.row)) Search(place, first);
+    if (known_ && place.list == &list && !list.Contains(place.row)) Search(place, first, count);
   }
 }
 
@@ -93,17 +94,17 @@ PlayingMark::PlayingMark(controls::ListPair lists, const platform::PlaybackMonit
 
 void PlayingMark::Bind(ListView& list) {
   subscriptions_ += list.RowsAdded.Subscribe(
-      [this, &list](std::size_t first, std::size_t /*count*/) { TakeNewRows(list, first); });
-  subscriptions_ += list.RowsReset.Subscribe([this, &list] { TakeNewRows(list, 0); });
+      [this, &list](std::size_t first, std::size_t count) { TakeNewRows(list, first, count); });
+  subscriptions_ += list.RowsReset.Subscribe([this, &list] { TakeNewRows(list, 0, list.Count()); });
   subscriptions_ += list.RowChanged.Subscribe([this, &list](std::size_t position) {
     chosen_.TakeChangedRow(list, position);
     playing_.TakeChangedRow(list, position);
   });
 }
 
-void PlayingMark::TakeNewRows(const ListView& list, std::size_t first) {
-  chosen_.TakeNewRows(list, first);
-  playing_.TakeNewRows(list, first);
+void PlayingMark::TakeNewRows(const ListView& list, std::size_t first, std::size_t count) {
+  chosen_.TakeNewRows(list, first, count);
+  playing_.TakeNewRows(list, first, count);
   Show(mark_);
 }
 

@@ -22,8 +22,8 @@ class FollowedStation {
   /// Follows the station of this row from now on.
   void Take(const controls::ListView& list, controls::RowId row);
 
-  /// Rows stand in the list from `first` on that were not there before.
-  void TakeNewRows(const controls::ListView& list, std::size_t first);
+  /// `count` rows stand in the list from `first` on that were not there before.
+  void TakeNewRows(const controls::ListView& list, std::size_t first, std::size_t count);
   void TakeChangedRow(const controls::ListView& list, std::size_t position);
 
   /// Marks the station's rows. Rows that were marked before lose their mark.
@@ -44,7 +44,7 @@ class FollowedStation {
   };
 
   static Station StationOf(const controls::ListRow& row);
-  void Search(Place& place, std::size_t first) const;
+  void Search(Place& place, std::size_t first, std::size_t count) const;
 
   bool known_ = false;
   Station station_;
@@ -73,7 +73,7 @@ class PlayingMark {
  private:
   enum class Stage : std::uint8_t { kIdle, kOpening, kPlaying };
   void Bind(controls::ListView& list);
-  void TakeNewRows(const controls::ListView& list, std::size_t first);
+  void TakeNewRows(const controls::ListView& list, std::size_t first, std::size_t count);
   void Show(controls::RowMark mark);
 
   const platform::PlaybackMonitor& monitor_;

@@ -250,6 +250,16 @@ TEST_F(PlayingMarkTest, DeletedRowTakesItsMarkAlong) {
   EXPECT_EQ(Marks(full_) + Marks(filtered_), "--") << "a row that is gone cannot be chosen";
 }
 
+TEST_F(PlayingMarkTest, DeletedRowThatComesBackToItsPlaceIsMarkedAgain) {
+  full_.AddRow(Row(u"A", u"http://a/"));
+  Play(full_, a_);
+  full_.RemoveRow(a_);
+  full_.InsertRow(0, Row(u"0", u"http://0/"));
+  EXPECT_EQ(Marks(full_), "---");
+  full_.InsertRow(1, Row(u"A", u"http://a/"));
+  EXPECT_EQ(Marks(full_), "-p--");
+}
+
 TEST_F(PlayingMarkTest, StopInTheMiddleOfMarkingLeavesNoMark) {
   filtered_.AddRow(Row(u"A", u"http://a/"));
   mark_.Choose(full_, a_);
