@@ -45,7 +45,6 @@ void StatusLine::Notify(TextView sentence, const std::vector<Text>& arguments) {
 
 void StatusLine::Resolving() {
   phase_ = Phase::kResolving;
-  noticed_at_.reset();
   Say(app::sentences::kResolving, {});
 }
 
@@ -76,7 +75,6 @@ void StatusLine::NotPlayable() {
   Follow();
   if (phase_ != Phase::kFollowing) return;
   phase_ = Phase::kIdle;
-  noticed_at_.reset();
   Say(app::sentences::kCannotPlay, {station_});
 }
 

@@ -6,7 +6,7 @@
 #include "app/status_sentences.h"
 #include "tests/support/fakes.h"
 #include "tests/support/language_rig.h"
-#include "ui/playback_sentence.h"
+#include "tests/support/recording_profile.h"
 
 namespace ui {
 namespace {
@@ -336,6 +336,21 @@ TEST_F(StatusLineTest, TheCaptionChangesOnlyWhenItsTextDoes) {
   monitor.status.codec = u"MP3";
   for (int tick = 0; tick < 10; ++tick) line.Follow();
   EXPECT_EQ(changes, 1);
+}
+
+TEST_F(StatusLineTest, ASentenceIsLookedUpOnlyWhenItChanges) {
+  test_support::RecordingProfile profile;
+  test_support::MemoryFiles files;
+  test_support::FakeEnvironment environment;
+  app::Settings settings;
+  settings.LanguageName = u"English";
+  const app::IniProcedures ini(settings, profile, files, environment);
+  const app::Language language(settings, ini, profile, files, environment);
+  StatusLine counted(label, language, {monitor, clock});
+  counted.Starting(u"X");
+  monitor.status.state = PlaybackState::kPlaying;
+  for (int tick = 0; tick < 10; ++tick) counted.Follow();
+  EXPECT_EQ(profile.reads.size(), 2U);
 }
 
 }  // namespace
