@@ -79,6 +79,12 @@ inline constexpr TextView kImportNoComma =
 inline constexpr TextView kImportNoEntries =
     u"Nichts geladen: %1 enthält keine Zeile, die mit „#EXTINF:“ beginnt.";
 
+// At the start, about what an end that asked nobody left behind; "%1" is how many.
+inline constexpr TextView kOneRowRestored = u"Ein nicht gespeicherter Eintrag wurde wiederhergestellt.";
+inline constexpr TextView kRowsRestored = u"%1 nicht gespeicherte Einträge wurden wiederhergestellt.";
+inline constexpr TextView kKeptRowsUnreadable =
+    u"Die Sicherung nicht gespeicherter Einträge ist unlesbar und wurde beiseitegelegt.";
+
 inline constexpr std::array kAll = {kResolving,
                                     kConnecting,
                                     kBuffering,
@@ -132,6 +138,9 @@ inline constexpr std::array kAll = {kResolving,
                                     kImportUtf16,
                                     kImportPls,
                                     kImportNoComma,
-                                    kImportNoEntries};
+                                    kImportNoEntries,
+                                    kOneRowRestored,
+                                    kRowsRestored,
+                                    kKeptRowsUnreadable};
 
 }  // namespace app::sentences

@@ -11,13 +11,10 @@ using controls::RowId;
 using platform::MessageBoxAnswer;
 using platform::Text;
 
-StationEditor::StationEditor(Parts parts, StationStore& store, StationWriter& writer,
-                             const UnsavedRows& unsaved, app::Settings& settings, app::WindowState& state,
-                             platform::Dialogs& dialogs, Actions actions)
+StationEditor::StationEditor(Parts parts, StationWriter& writer, app::Settings& settings,
+                             app::WindowState& state, platform::Dialogs& dialogs, Actions actions)
     : parts_(parts),
-      store_(store),
       writer_(writer),
-      unsaved_(unsaved),
       settings_(settings),
       state_(state),
       dialogs_(dialogs),
@@ -101,14 +98,6 @@ void StationEditor::CommandButton1_Click() {
   }
   writer_.WriteFullList();
   dialogs_.MessageBoxW(u"Änderungen gespeichert!", u"", platform::kMbIconInformation);
-}
-
-void StationEditor::SaveUnsavedRows() {
-  if (!settings_.CatalogueChanged && unsaved_.All().empty()) return;
-  // The file may be newer than the loaded rows: what was taken over or deleted in a filter view stands in
-  // the file only, and an entry number of a new entry is in no column. Unsaved rows survive the loading.
-  store_.LoadStations(u"");
-  writer_.WriteFullList();
 }
 
 void StationEditor::CommandButton2_Click() {

@@ -9,9 +9,7 @@
 #include "app/settings.h"
 #include "app/station_row.h"
 #include "app/window_state.h"
-#include "catalogue/station_store.h"
 #include "catalogue/station_writer.h"
-#include "catalogue/unsaved_rows.h"
 #include "controls/captioned.h"
 #include "controls/list_view.h"
 #include "controls/text_box.h"
@@ -39,9 +37,8 @@ class StationEditor {
     std::function<void()> show_new_station_dialog;  ///< returns when the dialog is closed
   };
 
-  StationEditor(Parts parts, StationStore& store, StationWriter& writer, const UnsavedRows& unsaved,
-                app::Settings& settings, app::WindowState& state, platform::Dialogs& dialogs,
-                Actions actions);
+  StationEditor(Parts parts, StationWriter& writer, app::Settings& settings, app::WindowState& state,
+                platform::Dialogs& dialogs, Actions actions);
 
   /// Indices 0 to 5; any other does nothing.
   void Command8_Click(std::size_t Index);
@@ -49,10 +46,6 @@ class StationEditor {
   void CommandButton1_Click();
   /// Opens the new-station dialog, then offers to save.
   void CommandButton2_Click();
-
-  /// For the end of the session, when nobody can answer: writes the full list without any message, also in
-  /// a filter view, when the catalogue counts as changed or the station file lacks one of its rows.
-  void SaveUnsavedRows();
 
  private:
   void TakeOverField(app::StationCell cell, const platform::Text& value);
@@ -63,9 +56,7 @@ class StationEditor {
   [[nodiscard]] StationWriter::Station Fields() const;
 
   Parts parts_;
-  StationStore& store_;
   StationWriter& writer_;
-  const UnsavedRows& unsaved_;
   app::Settings& settings_;
   app::WindowState& state_;
   platform::Dialogs& dialogs_;

@@ -96,6 +96,7 @@ void UnsavedRows::CellWritten(RowId row, app::StationCell cell, SectionWas was) 
   part.cells.insert(cell);
   const Text& name = full_.Cell(row, app::kNameCell);
   if (was == SectionWas::kMissing && !Owns(part, Stored(name))) part.sections.push_back(name);
+  Changed.Raise();
 }
 
 void UnsavedRows::CellWrittenInView(const Text& name, app::StationCell cell, const Text& value) {
@@ -108,16 +109,19 @@ void UnsavedRows::CellWrittenInView(const Text& name, app::StationCell cell, con
   for (UnsavedRow& unsaved : waiting_) {
     if (Owns(unsaved.part, stored)) unsaved.row.cells[cell] = value;
   }
+  Changed.Raise();
 }
 
 void UnsavedRows::CellNotWritten(RowId row, app::StationCell cell) {
   if (!Contains(row)) Mark(row, WholeStation(full_.Cell(row, app::kNameCell)));
   parts_[row].cells.erase(cell);
+  Changed.Raise();
 }
 
 void UnsavedRows::StationNotWritten(RowId row, const Text& old_name) {
   if (!Contains(row)) Mark(row, WholeStation(old_name));
   parts_[row].cells.clear();
+  Changed.Raise();
 }
 
 void UnsavedRows::StationWritten(const Text& name, RowId row) {
@@ -131,12 +135,9 @@ void UnsavedRows::StationWritten(const Text& name, RowId row) {
   std::erase_if(waiting_, [&](UnsavedRow& unsaved) {
     return Disown(unsaved.part, stored) && unsaved.part.sections.empty();
   });
-  if (row == RowId::kNone) return;
-  if (stored.empty()) {
-    Mark(row, {{}, {name}});
-  } else {
-    Remove(row);
-  }
+  if (row != RowId::kNone && stored.empty()) Mark(row, {{}, {name}});
+  if (row != RowId::kNone && !stored.empty()) Remove(row);
+  Changed.Raise();
 }
 
 void UnsavedRows::ListWritten() {
@@ -153,6 +154,7 @@ void UnsavedRows::ListWritten() {
                   [&](const Text& section) { return written.contains(Stored(section)); });
     return unsaved.part.sections.empty();
   });
+  Changed.Raise();
 }
 
 bool UnsavedRows::StationDeleted(const Text& name, RowId row) {
@@ -163,6 +165,7 @@ bool UnsavedRows::StationDeleted(const Text& name, RowId row) {
     Mark(other.id, WholeStation(other.cells[app::kNameCell]));
     any = true;
   }
+  if (any) Changed.Raise();
   return any;
 }
 
@@ -181,6 +184,7 @@ void UnsavedRows::StationDeletedInView(const Text& name) {
   std::erase_if(waiting_, [&](UnsavedRow& unsaved) {
     return Disown(unsaved.part, stored) && unsaved.part.sections.empty();
   });
+  Changed.Raise();
 }
 
 bool UnsavedRows::AreOneSection(const Text& name, const Text& other) const {

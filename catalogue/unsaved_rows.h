@@ -54,6 +54,10 @@ class UnsavedRows {
   /// back when it is loaded.
   [[nodiscard]] std::vector<UnsavedRow> All() const;
 
+  /// Raised when a call below has reported what was written or deleted. Rows that come, go, move or change
+  /// are announced by the list.
+  controls::Event<> Changed;
+
   /// Whether two names mean the same section of the station file.
   [[nodiscard]] bool AreOneSection(const platform::Text& name, const platform::Text& other) const;
 

@@ -26,6 +26,11 @@ class Timer {
     if (std::exchange(interval_, milliseconds) != milliseconds) Changed.Raise();
   }
 
+  /// Whether ticks come inside waits that allow painting only, as they do anywhere else: for a handler that
+  /// touches nothing of what a wait relies on. False at first.
+  [[nodiscard]] bool TicksWhilePainting() const { return ticks_while_painting_; }
+  void SetTicksWhilePainting(bool ticks) { ticks_while_painting_ = ticks; }
+
   /// One tick. Nothing happens when the timer is disabled or its handler is still running.
   void Fire() {
     if (!enabled_ || firing_) return;
@@ -40,6 +45,7 @@ class Timer {
  private:
   bool enabled_ = false;
   bool firing_ = false;
+  bool ticks_while_painting_ = false;
   int interval_ = 0;
 };
 

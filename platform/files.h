@@ -1,5 +1,5 @@
 #pragma once
-// Port: files and folders as wholes - existence, listing, reading and replacing.
+// Port: files and folders as wholes - existence, listing, reading, replacing and removing.
 // Not for recordings, which grow while they are written (platform/record_files.h), nor INI files.
 
 #include <cstddef>
@@ -48,6 +48,13 @@ class Files {
   /// Creates the file or replaces its contents in one step. On false (no such folder, no permission, disk
   /// full) an existing file is as it was before.
   virtual bool WriteWholeFile(const Text& path, const std::string& bytes) = 0;
+
+  /// Deletes a file. False when there is none or it cannot be deleted.
+  virtual bool DeleteFileW(const Text& path) = 0;
+
+  /// Gives a file or folder another name in one step; a file that bears the new name is replaced. On false
+  /// both are as they were before.
+  virtual bool MoveFileExW(const Text& path, const Text& new_path) = 0;
 };
 
 }  // namespace platform

@@ -70,9 +70,10 @@ struct Form1 {
   controls::Image Image1;                // station picture
   controls::CommandButton CmdInfoClose;  // closes the panel
 
-  controls::Timer tmPlay;  // position, every 500 ms
-  controls::Timer Timer1;  // peak bars, every 20 ms
-  controls::Timer Timer2;  // title, every 5000 ms
+  controls::Timer tmPlay;     // position, every 500 ms
+  controls::Timer Timer1;     // peak bars, every 20 ms
+  controls::Timer Timer2;     // title, every 5000 ms
+  controls::Timer tmUnsaved;  // unsaved rows are kept, once after a change
 
  private:
   void MakePanels();

@@ -3,7 +3,9 @@
 #include <utility>
 
 #include "app/genre_list.h"
+#include "app/numbers.h"
 #include "app/settings_folder.h"
+#include "app/status_sentences.h"
 #include "app/text_helpers.h"
 #include "app/text_utilities.h"
 #include "app/window/translation.h"
@@ -27,6 +29,8 @@ MainWindow::MainWindow(Platform platform, std::function<void(catalogue::Form2&)>
       station_lists_(Lists(), platform.string_order, state_,
                      {[this] { details_.ShowStationDetails(); }, [this] { playback_.Command1_Click(); }}),
       unsaved_rows_(form1_.SymbolListview, platform.conversion),
+      keeper_({platform.files, platform.environment, platform.conversion}, unsaved_rows_,
+              form1_.SymbolListview, icons_, settings_, form1_.tmUnsaved),
       store_({platform.profile, platform.conversion}, ini_, settings_, icons_, state_, Lists(), unsaved_rows_,
              [this](controls::ListView& list) { station_lists_.SortAgain(list); }),
       deleted_(form1_.UndoDelete, Lists(), platform.profile, ini_, settings_, store_, unsaved_rows_,
@@ -40,7 +44,7 @@ MainWindow::MainWindow(Platform platform, std::function<void(catalogue::Form2&)>
                        Closing()),
       editor_({form1_.TextBox1, form1_.Combo1, form1_.Check1, form1_.Check2, form1_.UpDownTextBox1,
                form1_.Command8, form1_.CommandButton1, form1_.CommandButton2, Lists()},
-              store_, writer_, unsaved_rows_, settings_, state_, platform.dialogs,
+              writer_, settings_, state_, platform.dialogs,
               {[this] { recorder_launch_.Launch(); }, [this] { ShowNewStationDialog(); }}),
       now_playing_({form1_.Command3, form1_.Timer2, form1_.Frame3, form1_.Label4, Lists()},
                    {platform.dialogs, platform.message_loop, platform.conversion}, state_, cFunkhaus,
@@ -64,6 +68,10 @@ MainWindow::MainWindow(Platform platform, std::function<void(catalogue::Form2&)>
   ChooseSettingsFolder(settings_, ini_, platform_.files, platform_.environment);
   subscriptions_ += form1_.form.QueryUnload.Subscribe([this] { Form_QueryUnload(); });
   subscriptions_ += form1_.form.Unloaded.Subscribe([this] { Form_Unload(); });
+  // Both may clear CatalogueChanged and leave the rows as they are.
+  for (controls::CommandButton* button : {&form1_.CommandButton1, &form1_.CommandButton2}) {
+    subscriptions_ += button->Clicked.Subscribe([this] { keeper_.Note(); });
+  }
 }
 
 MainWindow::~MainWindow() { icons_.Destroy(); }
@@ -79,6 +87,7 @@ void MainWindow::Load() {
   catalogue::StationLists::CreateColumns(form1_.SymbolListview);
   icons_.LoadStationIcons(AddBackslash(platform_.environment.ProgramFolder()) + u"RadioIco");
   catalogue::StationLists::CreateColumns(form1_.ExplorerListFilter);
+  const auto restored = keeper_.Restore();
   store_.LoadStations(u"");
   form1_.tmPlay.SetEnabled(false);
   form1_.tmPlay.SetInterval(500);
@@ -86,6 +95,7 @@ void MainWindow::Load() {
   RestoreView();
   language_.ChooseLanguage();
   if (language_.Translates()) TranslateForm(form1_, language_);
+  ReportRestored(restored);
 }
 
 void MainWindow::CreateStreamClient() {
@@ -111,6 +121,14 @@ void MainWindow::RestoreView() {
   const Text view = ini_.ReadIni(u"Pfad3", u"FunkhausFavorit", u"0", u"Opt.ini");
   if (view == u"1") form1_.Check3.SetValue(CheckValue::kChecked);
   if (view == u"2") form1_.Check1.SetValue(CheckValue::kChecked);
+  view_restored_ = true;
+}
+
+void MainWindow::ReportRestored(const catalogue::UnsavedRowsKeeper::Restored& restored) {
+  if (restored.unreadable) status_line_.Notify(sentences::kKeptRowsUnreadable);
+  if (restored.rows == 1) status_line_.Notify(sentences::kOneRowRestored);
+  if (restored.rows < 2) return;
+  status_line_.Notify(sentences::kRowsRestored, {FormatNumber(static_cast<std::int64_t>(restored.rows))});
 }
 
 void MainWindow::ShowNewStationDialog() {
@@ -119,22 +137,30 @@ void MainWindow::ShowNewStationDialog() {
   dialog.Show(show_modal_);
 }
 
+bool MainWindow::SessionEnds() const { return form1_.form.Reason() == controls::CloseReason::kSessionEnd; }
+
 void MainWindow::Form_QueryUnload() {
   form1_.Timer1.SetEnabled(false);
-  const auto session_ends = [this] { return form1_.form.Reason() == controls::CloseReason::kSessionEnd; };
-  if (!session_ends() && settings_.CatalogueChanged) OfferToSave();
-  // Asked again, because the session may have ended while the question stood open.
-  if (session_ends()) editor_.SaveUnsavedRows();
+  const bool wants_to_save = !SessionEnds() && settings_.CatalogueChanged && OfferToSave();
+  // Asked again, because the session may have ended while the question stood open. What was to be saved and
+  // could not be is kept as well.
+  if (SessionEnds() || wants_to_save) {
+    keeper_.Finish();
+  } else {
+    keeper_.Discard();
+  }
+  if (!view_restored_) return;
   const Text view = form1_.Check3.Checked() ? u"1" : (form1_.Check1.Checked() ? u"2" : u"0");
   ini_.WriteOptIni(u"Pfad3", u"FunkhausFavorit", view);
 }
 
-void MainWindow::OfferToSave() {
+bool MainWindow::OfferToSave() {
   const auto answer = platform_.dialogs.MessageBoxW(u"Sollen die Änderungen gespeichert werden?", u"",
                                                     platform::kMbYesNo | platform::kMbIconQuestion);
-  if (answer != platform::MessageBoxAnswer::kYes) return;
+  if (answer != platform::MessageBoxAnswer::kYes) return false;
   settings_.CatalogueChanged = false;
   editor_.CommandButton1_Click();
+  return true;
 }
 
 void MainWindow::Form_Unload() {

@@ -22,6 +22,7 @@
 #include "catalogue/station_views.h"
 #include "catalogue/station_writer.h"
 #include "catalogue/unsaved_rows.h"
+#include "catalogue/unsaved_rows_keeper.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/environment.h"
@@ -74,8 +75,9 @@ struct Platform {
   platform::PlaybackMonitor& playback_monitor;
 };
 
-/// Its life: constructed (settings folder known), Load (lists filled, view restored, texts translated),
-/// closed through Form1's form (save offered, view written, objects released), destroyed (image list gone).
+/// Its life: constructed (settings folder known), Load (unsaved rows of an unasked end put back, lists
+/// filled, view restored, texts translated), closed through Form1's form (save offered, view written, objects
+/// released), destroyed (image list gone).
 class MainWindow {
  public:
   /// `show_modal` shows the new-station dialog until its form is closed.
@@ -96,7 +98,9 @@ class MainWindow {
  private:
   void Form_QueryUnload();
   void Form_Unload();
-  void OfferToSave();
+  [[nodiscard]] bool SessionEnds() const;
+  [[nodiscard]] bool OfferToSave();
+  void ReportRestored(const catalogue::UnsavedRowsKeeper::Restored& restored);
   void RestoreView();
   void CreateStreamClient();
   void CreatePlayer();
@@ -121,6 +125,7 @@ class MainWindow {
   catalogue::StationIcons icons_;
   catalogue::StationLists station_lists_;
   catalogue::UnsavedRows unsaved_rows_;
+  catalogue::UnsavedRowsKeeper keeper_;
   catalogue::StationStore store_;
   catalogue::DeletedEntries deleted_;
   catalogue::StationWriter writer_;
@@ -132,6 +137,7 @@ class MainWindow {
   ui::PlaybackControl playback_;
   playlist::M3uExport m3u_export_;
   playlist::M3uImport m3u_import_;
+  bool view_restored_ = false;
   controls::Subscriptions subscriptions_;
 };
 

@@ -1,6 +1,7 @@
 #include "platform/posix/files.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <exception>
@@ -101,6 +102,18 @@ bool PosixFiles::WriteWholeFile(const Text& path, const std::string& bytes) {
   } catch (const std::exception&) {
     return false;
   }
+}
+
+bool PosixFiles::DeleteFileW(const Text& path) {
+  const std::string native = paths_.ToNative(path);
+  return IsUsablePath(native) && ::unlink(native.c_str()) == 0;
+}
+
+bool PosixFiles::MoveFileExW(const Text& path, const Text& new_path) {
+  const std::string native = paths_.ToNative(path);
+  const std::string new_native = paths_.ToNative(new_path);
+  return IsUsablePath(native) && IsUsablePath(new_native) &&
+         ::rename(native.c_str(), new_native.c_str()) == 0;
 }
 
 }  // namespace platform::posix

@@ -23,6 +23,8 @@ class PosixFiles final : public Files {
   void FindClose(FindHandle search) override;
   std::optional<std::string> ReadWholeFile(const Text& path, std::size_t limit) override;
   bool WriteWholeFile(const Text& path, const std::string& bytes) override;
+  bool DeleteFileW(const Text& path) override;
+  bool MoveFileExW(const Text& path, const Text& new_path) override;
 
  private:
   struct Search {

@@ -43,7 +43,8 @@ MainWindow::MainWindow(app::Form1& form, const QtIcons& icons, const QtMessageLo
   BuildViews(panel);
   BuildInformation();
   widgets_.AddStrip(form_.StatusLine, *this, "StatusLine");
-  for (controls::Timer* timer : {&form_.tmPlay, &form_.Timer1, &form_.Timer2}) widgets_.Add(*timer);
+  for (controls::Timer* timer : {&form_.tmPlay, &form_.Timer1, &form_.Timer2, &form_.tmUnsaved})
+    widgets_.Add(*timer);
   SetTabOrder();
   BindKeys();
   subscriptions_ += form_.Frame2.Changed.Subscribe([this] { NameLists(); });

@@ -11,7 +11,7 @@ constexpr int kNeedsPrecision = 100;
 TimerBinding::TimerBinding(controls::Timer& timer, const QtMessageLoop& loop) : timer_(timer), loop_(loop) {
   subscription_ = timer.Changed.Subscribe([this] { Follow(); });
   QObject::connect(&clock_, &QTimer::timeout, &clock_, [this] {
-    if (!loop_.PaintingOnly()) timer_.Fire();
+    if (!loop_.PaintingOnly() || timer_.TicksWhilePainting()) timer_.Fire();
   });
   Follow();
 }

@@ -8,7 +8,8 @@
 
 namespace platform::qt {
 
-/// Ticks that come while only painting is allowed are dropped; the next one comes an interval later.
+/// Ticks that come while only painting is allowed are dropped unless the timer wants them; the next one comes
+/// an interval later.
 class TimerBinding final {
  public:
   TimerBinding(controls::Timer& timer, const QtMessageLoop& loop);

@@ -120,9 +120,7 @@ class CatalogueTest : public ::testing::Test {
                      dialogs};
   StationEditor editor{
       {TextBox1, Combo1, Check1, Check2, UpDownTextBox1, Command8, CommandButton1, CommandButton2, lists},
-      store,
       writer,
-      unsaved,
       settings,
       state,
       dialogs,

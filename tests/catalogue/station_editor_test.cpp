@@ -274,63 +274,6 @@ TEST_F(StationEditorTest, SaveRefusesInEitherFilterView) {
   }
 }
 
-TEST_F(StationEditorTest, SavingUnaskedWritesNothingWhenTheFileHoldsEveryRow) {
-  editor.SaveUnsavedRows();
-  EXPECT_TRUE(profile.writes.empty());
-}
-
-TEST_F(StationEditorTest, SavingUnaskedWritesUnsavedRowsWithoutAMessage) {
-  AddRow(SymbolListview, u"Neu", u"Rock", u"http://neu");
-  settings.CatalogueChanged = true;
-  editor.SaveUnsavedRows();
-  EXPECT_EQ(profile.Get(kStationFile, u"Neu", u"Link"), u"http://neu");
-  EXPECT_FALSE(settings.CatalogueChanged);
-  EXPECT_TRUE(dialogs.boxes.empty());
-  profile.writes.clear();
-  editor.SaveUnsavedRows();
-  EXPECT_TRUE(profile.writes.empty()) << "nothing is left to save";
-}
-
-TEST_F(StationEditorTest, SavingUnaskedSavesAnImportThatNobodyCountedAsAChange) {
-  AddRow(SymbolListview, u"Import", u"", u"http://import");
-  editor.SaveUnsavedRows();
-  EXPECT_EQ(profile.Get(kStationFile, u"Import", u"Link"), u"http://import");
-}
-
-TEST_F(StationEditorTest, SavingUnaskedCompletesARowOfWhichOnlyAFieldWasTakenOver) {
-  SymbolListview.Select(AddRow(SymbolListview, u"Import", u"Rock", u"http://import"));
-  UpDownTextBox1.SetText(u"2");
-  Command8[0].Click();
-  editor.SaveUnsavedRows();
-  EXPECT_EQ(profile.Get(kStationFile, u"Import", u"Link"), u"http://import");
-  EXPECT_EQ(profile.Get(kStationFile, u"Import", u"M3uNr"), u"2");
-}
-
-TEST_F(StationEditorTest, SavingUnaskedInAFilterViewKeepsWhatWasEditedAndDeletedThere) {
-  AddStation(u"C", u"Rock", u"http://c", u"1");
-  store.LoadStations(u"");
-  AddRow(SymbolListview, u"Neu", u"Rock", u"http://neu");
-  Check3.Click();
-  ExplorerListFilter.Select(RowNamed(ExplorerListFilter, u"A"));
-  Command8[3].Click();
-  ExplorerListFilter.Select(RowNamed(ExplorerListFilter, u"C"));
-  TextBox1[1].SetText(u"http://anders");
-  Command8[2].Click();
-  editor.SaveUnsavedRows();
-  EXPECT_EQ(profile.Get(kStationFile, u"Neu", u"Link"), u"http://neu");
-  EXPECT_EQ(profile.Get(kStationFile, u"C", u"Link"), u"http://anders");
-  EXPECT_FALSE(profile.HasSection(kStationFile, u"A")) << "deleted is deleted";
-  EXPECT_TRUE(dialogs.boxes.empty());
-}
-
-TEST_F(StationEditorTest, SavingUnaskedKeepsTheNumberOfANewEntryWhichNoColumnShows) {
-  Fill(u"Neu", u"http://neu", u"Rock", CheckValue::kUnchecked, u"4");
-  Command8[1].Click();
-  AddRow(SymbolListview, u"Import");
-  editor.SaveUnsavedRows();
-  EXPECT_EQ(profile.Get(kStationFile, u"Neu", u"M3uNr"), u"4");
-}
-
 TEST_F(StationEditorTest, NewStationWithoutAnAcceptedDialogAsksNothing) {
   CommandButton2.Click();
   EXPECT_TRUE(dialogs.boxes.empty());

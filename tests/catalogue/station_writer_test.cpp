@@ -83,13 +83,6 @@ TEST_F(FailedWriteTest, YesAfterTheDialogLeavesTheChangeUnsaved) {
   ExpectNotice();
 }
 
-TEST_F(FailedWriteTest, SavingUnaskedLeavesTheChangeUnsaved) {
-  AddRow(SymbolListview, u"Neu");
-  editor.SaveUnsavedRows();
-  EXPECT_TRUE(settings.CatalogueChanged);
-  EXPECT_EQ(unsaved.All().size(), 1U);
-}
-
 TEST_F(FailedWriteTest, EditedCellIsNewerThanTheFileUntilASave) {
   for (const bool in_view : {false, true}) {
     settings.CatalogueChanged = false;

@@ -31,6 +31,12 @@ TEST_F(TimerTest, TicksWhileItIsEnabled) {
   EXPECT_EQ(ticks_, 2);
 }
 
+TEST_F(TimerTest, DoesNotTickWhilePaintingUnlessItIsToldTo) {
+  EXPECT_FALSE(timer_.TicksWhilePainting());
+  timer_.SetTicksWhilePainting(true);
+  EXPECT_TRUE(timer_.TicksWhilePainting());
+}
+
 TEST_F(TimerTest, ATickInsideItsOwnHandlerIsDropped) {
   timer_.SetEnabled(true);
   const auto nested = timer_.Ticked.Subscribe([this] { timer_.Fire(); });

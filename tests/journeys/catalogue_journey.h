@@ -35,6 +35,7 @@ class CatalogueJourney : public ::testing::Test {
     std::filesystem::create_directories(folder.Path() / "program");
     environment.variables[u"APPDATA"] = folder.TextPath("config");
     environment.program_folder = folder.TextPath("program");
+    environment.state_file = folder.TextPath("state");
     message_loop.on_sleep = [this](std::uint32_t milliseconds) {
       clock.seconds_since_midnight += milliseconds / 1000.0;
     };

@@ -190,21 +190,28 @@ TEST_F(EditorJourney, SwitchingViewsLosesNoUnsavedStation) {
   EXPECT_EQ(Stations(), kAll);
 }
 
-TEST_F(EditorJourney, EndOfTheSessionWritesTheUnsavedStationAndWhatIsInTheFileStays) {
+TEST_F(EditorJourney, EndOfTheSessionInAFilterViewKeepsTheUnsavedStationAndTheFileAsItIs) {
   Form().Check3.Click();
   SelectIn(Form().ExplorerListFilter, u"Radio A");
   Press(3);
   dialogs.answers = {MessageBoxAnswer::kNo};
   Form().CommandButton2.Click();
   dialogs.boxes.clear();
+  const std::string stations = Stations();
   Form().form.Close(controls::CloseReason::kSessionEnd);
   EXPECT_TRUE(dialogs.boxes.empty());
+  EXPECT_EQ(Stations(), stations);
+  EXPECT_EQ(folder.Read(kOptFile), "[Pfad3]\r\nFunkhausFavorit=1\r\n");
+
+  Restart();
+  Form().Check3.Click();
+  EXPECT_EQ(Names(Form().SymbolListview), (std::vector<Text>{u"Küste", u"Neu", u"Radio B"}));
+  Form().CommandButton1.Click();
   EXPECT_EQ(Stations(),
             kTop +
                 "[Radio B]\r\nGenre=Dance\r\n; geht nur abends\r\nLink=http://b\r\nNotiz=bleibt\r\n"
                 "Favorit=\r\nM3uNr=\r\n\r\n" +
                 kC + "[Neu]\r\nGenre=80er/90er\r\nLink=http://neu\r\nFavorit=\r\nM3uNr=\r\n");
-  EXPECT_EQ(folder.Read(kOptFile), "[Pfad3]\r\nFunkhausFavorit=1\r\n");
 }
 
 TEST_F(EditorJourney, OptIniKeepsWhatBelongsToOtherPrograms) {

@@ -1,4 +1,6 @@
 // Imported rows on their way through take-overs, views and saving: none is lost, doubled or mixed up.
+#include <algorithm>
+
 #include "tests/journeys/catalogue_journey.h"
 #include "tests/support/full_disk.h"
 
@@ -122,6 +124,100 @@ TEST_F(UnsavedRowsJourney, SaveIntoAFolderThatIsGoneStaysAnUnsavedChange) {
   Form().CommandButton1.Click();
   EXPECT_FALSE(window->GetSettings().CatalogueChanged);
   EXPECT_NE(Stations().find("[Neu]"), std::string::npos);
+}
+
+/// The program is killed, a moment after the last change, and started again.
+class KilledJourney : public UnsavedRowsJourney {
+ protected:
+  void KillAndRestart() {
+    Form().tmUnsaved.Fire();
+    Restart();
+  }
+  [[nodiscard]] bool IsKept() const { return folder.Read("state.unsaved") != "<missing>"; }
+};
+
+TEST_F(KilledJourney, ImportComesBackAsItWasAndNothingReachesTheStationFile) {
+  const std::string before = Stations();
+  Import({"#EXTINF:-1,K\xFCste", "http://k", "#EXTINF:-1, Radio X\t", "http://x"}, "\r\n");
+  const auto names = Names(Form().SymbolListview);
+  const auto links = Links();
+  KillAndRestart();
+  LookAtTheFavourites();
+  std::vector<Text> expected = names;
+  std::sort(expected.begin(), expected.end());
+  std::vector<Text> found = Names(Form().SymbolListview);
+  std::sort(found.begin(), found.end());
+  EXPECT_EQ(found, expected) << "CR, blanks and tabs included";
+  EXPECT_EQ(Links().size(), links.size());
+  EXPECT_EQ(Stations(), before);
+  EXPECT_EQ(Form().StatusLine.Caption(), u"2 nicht gespeicherte Einträge wurden wiederhergestellt.");
+}
+
+TEST_F(KilledJourney, RowOfWhichSingleCellsWereWrittenIsNeverDoubled) {
+  Import({"#EXTINF:-1, Radio X", "http://x"});
+  ASSERT_TRUE(Form().SymbolListview.Select(LastRow()));
+  Form().Check2.Click();
+  for (int round = 0; round < 2; ++round) {
+    KillAndRestart();
+    ASSERT_EQ(Form().SymbolListview.Count(), 2U);
+    const RowId row = RowNamed(Form().SymbolListview, u" Radio X");
+    EXPECT_EQ(Form().SymbolListview.Cell(row, kLinkCell), u"http://x");
+    EXPECT_EQ(Form().SymbolListview.Cell(row, kFavouriteCell), u"1");
+    ASSERT_TRUE(Form().SymbolListview.Select(row));
+    Form().Combo1.Type(u"Jazz");
+    Form().Command8[4].Click();
+  }
+  Form().CommandButton1.Click();
+  EXPECT_FALSE(IsKept());
+  Restart();
+  EXPECT_EQ(Links(), (std::vector<Text>{u"http://alt", u"http://x"}));
+}
+
+TEST_F(KilledJourney, RowWhoseSectionAFilterViewDeletesStaysDeleted) {
+  Import({"#EXTINF:-1,X", "http://x"});
+  ASSERT_TRUE(Form().SymbolListview.Select(LastRow()));
+  Form().Check2.Click();
+  Form().Check3.Click();
+  ASSERT_TRUE(Form().ExplorerListFilter.Select(RowNamed(Form().ExplorerListFilter, u"X")));
+  Form().Command8[3].Click();
+  KillAndRestart();
+  EXPECT_EQ(Names(Form().SymbolListview), std::vector<Text>{u"Alt"});
+  EXPECT_FALSE(IsKept());
+}
+
+TEST_F(KilledJourney, StationThatAnotherProgramAddedMeanwhileStandsBesideTheRow) {
+  Import({"#EXTINF:-1,Neu", "http://meiner"});
+  Form().tmUnsaved.Fire();
+  window.reset();
+  const std::string foreign = Stations() + "[Neu]\r\nLink=http://fremd\r\nFremd=2\r\n";
+  folder.Write(kStationFile, foreign);
+  Restart();
+  EXPECT_EQ(Names(Form().SymbolListview), (std::vector<Text>{u"Alt", u"Neu", u"Neu"}));
+  EXPECT_EQ(Stations(), foreign);
+}
+
+TEST_F(KilledJourney, RowsComeBackAgainAndAgainUntilTheyAreSaved) {
+  new_name = u"Neu";
+  new_link = u"http://neu";
+  dialogs.answers = {MessageBoxAnswer::kNo};
+  Form().CommandButton2.Click();
+  for (int round = 0; round < 3; ++round) KillAndRestart();
+  EXPECT_EQ(Names(Form().SymbolListview), (std::vector<Text>{u"Alt", u"Neu"}));
+  EXPECT_TRUE(window->GetSettings().CatalogueChanged);
+  dialogs.answers = {MessageBoxAnswer::kYes};
+  Form().form.Close();
+  EXPECT_FALSE(IsKept());
+  Restart();
+  EXPECT_EQ(Names(Form().SymbolListview), (std::vector<Text>{u"Alt", u"Neu"}));
+  EXPECT_FALSE(window->GetSettings().CatalogueChanged);
+}
+
+TEST_F(KilledJourney, StateFolderThatCannotBeWrittenHoldsUpNothing) {
+  environment.state_file = folder.TextPath("missing/state");
+  Restart();
+  Import({"#EXTINF:-1,Neu", "http://neu"});
+  KillAndRestart();
+  EXPECT_EQ(Names(Form().SymbolListview), std::vector<Text>{u"Alt"});
 }
 
 }  // namespace

@@ -22,6 +22,7 @@ HeadlessPlayer::HeadlessPlayer(const TempFolder& folder)
   std::filesystem::create_directories(folder.Path() / "program");
   environment_.variables[u"APPDATA"] = folder.TextPath("config");
   environment_.process_id = static_cast<std::uint32_t>(::getpid());
+  environment_.state_file = folder.TextPath("state");
   environment_.program_folder = folder.TextPath("program");
 }
 
@@ -34,7 +35,8 @@ void HeadlessPlayer::Start() {
   window_->Load();
   timers_ = {std::make_unique<platform::qt::TimerBinding>(Form().tmPlay, message_loop_),
              std::make_unique<platform::qt::TimerBinding>(Form().Timer1, message_loop_),
-             std::make_unique<platform::qt::TimerBinding>(Form().Timer2, message_loop_)};
+             std::make_unique<platform::qt::TimerBinding>(Form().Timer2, message_loop_),
+             std::make_unique<platform::qt::TimerBinding>(Form().tmUnsaved, message_loop_)};
 }
 
 void HeadlessPlayer::Close() {

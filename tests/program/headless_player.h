@@ -75,7 +75,7 @@ class HeadlessPlayer {
   platform::curl::CurlXmlHttpRequests requests_{conversion_};
   platform::gstreamer::GstMedia media_{message_loop_, paths_};
   std::unique_ptr<app::MainWindow> window_;
-  std::array<std::unique_ptr<platform::qt::TimerBinding>, 3> timers_;
+  std::array<std::unique_ptr<platform::qt::TimerBinding>, 4> timers_;
 };
 
 }  // namespace test_support

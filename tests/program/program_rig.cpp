@@ -43,6 +43,9 @@ int ProgramRig::Run(const std::function<void()>& journey) {
   deadline.setSingleShot(true);
   deadline.start(kDeadlineMilliseconds);
   QTimer::singleShot(0, &program_->Window(), [&] {
+    // On a screen without a window manager nobody else gives the window the keyboard.
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(&program_->Window()));
+    program_->Window().activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&program_->Window()));
     journey();
     if (!Form().form.IsClosed()) QCoreApplication::exit();

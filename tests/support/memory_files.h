@@ -6,6 +6,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/files.h"
@@ -45,6 +46,15 @@ class MemoryFiles : public platform::Files {
     ++writes;
     if (!can_write) return false;
     files[path] = bytes;
+    return true;
+  }
+  bool DeleteFileW(const platform::Text& path) override { return files.erase(path) > 0; }
+  bool MoveFileExW(const platform::Text& path, const platform::Text& new_path) override {
+    const auto file = files.find(path);
+    if (file == files.end()) return false;
+    std::string bytes = std::move(file->second);
+    files.erase(file);
+    files[new_path] = std::move(bytes);
     return true;
   }
 

@@ -10,6 +10,12 @@ class ShutDownTest : public WindowTest {
  protected:
   std::optional<Text> WrittenView() { return profile.Get(kOptIniPath, u"Pfad3", u"FunkhausFavorit"); }
 
+  std::set<Text> WrittenPaths() {
+    std::set<Text> paths;
+    for (const auto& write : profile.writes) paths.insert(write.path);
+    return paths;
+  }
+
   /// Adds a station through the dialog and answers the question after it with No.
   void AddUnsavedStation() {
     on_new_station = [](catalogue::Form2& form) {
@@ -98,56 +104,168 @@ TEST_F(ShutDownTest, NoSavesNothingAndTheViewIsWrittenAllTheSame) {
   EXPECT_TRUE(Form().form.IsClosed());
 }
 
-TEST_F(ShutDownTest, EndOfTheSessionSavesWithoutAQuestion) {
+TEST_F(ShutDownTest, EndOfTheSessionAsksNothingSavesNothingAndKeepsUnsavedRows) {
   Start();
   AddUnsavedStation();
+  profile.writes.clear();
   Form().form.Close(controls::CloseReason::kSessionEnd);
   EXPECT_TRUE(dialogs.boxes.empty());
-  EXPECT_TRUE(profile.HasSection(kStationFilePath, u"Neu"));
-  EXPECT_FALSE(window->GetSettings().CatalogueChanged);
+  EXPECT_EQ(WrittenPaths(), std::set<Text>{kOptIniPath}) << "the view";
+  EXPECT_EQ(KeptRows(), std::vector<Text>{u"Neu"});
   EXPECT_EQ(WrittenView(), u"0");
   EXPECT_TRUE(Form().form.IsClosed());
 }
 
-TEST_F(ShutDownTest, EndOfTheSessionSavesInAFilterViewTooAndWritesThatView) {
+TEST_F(ShutDownTest, EndOfTheSessionInAFilterViewKeepsUnsavedRowsAndWritesThatView) {
   Start();
   AddUnsavedStation();
   Form().Check3.Click();
+  profile.writes.clear();
   Form().form.Close(controls::CloseReason::kSessionEnd);
   EXPECT_TRUE(dialogs.boxes.empty());
-  EXPECT_TRUE(profile.HasSection(kStationFilePath, u"Neu"));
+  EXPECT_EQ(WrittenPaths(), std::set<Text>{kOptIniPath});
+  EXPECT_EQ(KeptRows(), std::vector<Text>{u"Neu"});
   EXPECT_EQ(WrittenView(), u"1");
 }
 
-TEST_F(ShutDownTest, EndOfTheSessionSavesAnImportAboutWhichClosingDoesNotAsk) {
+TEST_F(ShutDownTest, EndOfTheSessionKeepsAnImportAboutWhichClosingDoesNotAsk) {
   Start();
   controls::ListRow row;
   row.cells[app::kNameCell] = u"Import";
   Form().SymbolListview.AddRow(row);
   Form().form.Close(controls::CloseReason::kSessionEnd);
   EXPECT_TRUE(dialogs.boxes.empty());
-  EXPECT_TRUE(profile.HasSection(kStationFilePath, u"Import"));
+  EXPECT_FALSE(profile.HasSection(kStationFilePath, u"Import"));
+  EXPECT_EQ(KeptRows(), std::vector<Text>{u"Import"});
 }
 
-TEST_F(ShutDownTest, EndOfTheSessionWithoutUnsavedRowsLeavesTheStationFileAlone) {
+TEST_F(ShutDownTest, EndOfTheSessionWithoutUnsavedRowsLeavesNothingBehind) {
   AddStation(u"A", u"http://a/");
   Start();
   profile.writes.clear();
   Form().form.Close(controls::CloseReason::kSessionEnd);
-  ASSERT_EQ(profile.writes.size(), 1U) << "the view";
-  EXPECT_EQ(profile.writes[0].path, kOptIniPath);
+  EXPECT_EQ(WrittenPaths(), std::set<Text>{kOptIniPath});
+  EXPECT_FALSE(HasKeptRows());
 }
 
-TEST_F(ShutDownTest, EndOfTheSessionWhileTheQuestionStandsOpenSavesAfterAll) {
+TEST_F(ShutDownTest, EndOfTheSessionWhileTheQuestionStandsOpenIsNoAnswer) {
   Start();
   AddUnsavedStation();
   dialogs.on_box = [this] { Form().form.Close(controls::CloseReason::kSessionEnd); };
   dialogs.answers = {MessageBoxAnswer::kNo};  // what a dismissed box answers
   Form().form.Close();
   EXPECT_EQ(BoxTexts(), std::vector<Text>{u"Sollen die Änderungen gespeichert werden?"});
-  EXPECT_TRUE(profile.HasSection(kStationFilePath, u"Neu"));
+  EXPECT_FALSE(profile.HasSection(kStationFilePath, u"Neu"));
+  EXPECT_EQ(KeptRows(), std::vector<Text>{u"Neu"});
   EXPECT_EQ(WrittenView(), u"0");
   EXPECT_TRUE(Form().form.IsClosed());
+}
+
+TEST_F(ShutDownTest, EndOfTheSessionAfterYesFindsEverythingSaved) {
+  Start();
+  AddUnsavedStation();
+  dialogs.on_box = [this] {
+    if (dialogs.boxes.size() == 2) Form().form.Close(controls::CloseReason::kSessionEnd);
+  };
+  dialogs.answers = {MessageBoxAnswer::kYes};
+  Form().form.Close();
+  EXPECT_TRUE(profile.HasSection(kStationFilePath, u"Neu"));
+  EXPECT_FALSE(HasKeptRows());
+}
+
+TEST_F(ShutDownTest, AnsweredQuestionLeavesNothingBehind) {
+  for (const auto answer : {MessageBoxAnswer::kYes, MessageBoxAnswer::kNo}) {
+    Start();
+    AddUnsavedStation();
+    Form().tmUnsaved.Fire();
+    ASSERT_TRUE(HasKeptRows());
+    dialogs.answers = {answer};
+    Form().form.Close();
+    EXPECT_FALSE(HasKeptRows());
+  }
+}
+
+TEST_F(ShutDownTest, CloseWithoutAQuestionLeavesNothingOfAnImportBehind) {
+  Start();
+  controls::ListRow row;
+  row.cells[app::kNameCell] = u"Import";
+  Form().SymbolListview.AddRow(row);
+  Form().tmUnsaved.Fire();
+  ASSERT_TRUE(HasKeptRows());
+  Form().form.Close();
+  EXPECT_TRUE(dialogs.boxes.empty());
+  EXPECT_FALSE(HasKeptRows());
+}
+
+TEST_F(ShutDownTest, YesThatCouldNotBeFollowedKeepsTheRows) {
+  Start();
+  AddUnsavedStation();
+  profile.fail_writes = true;
+  dialogs.answers = {MessageBoxAnswer::kYes};
+  Form().form.Close();
+  EXPECT_EQ(KeptRows(), std::vector<Text>{u"Neu"});
+  EXPECT_TRUE(Form().form.IsClosed());
+
+  profile.fail_writes = false;
+  Start();
+  EXPECT_EQ(Names(Form().SymbolListview), std::vector<Text>{u"Neu"});
+  EXPECT_TRUE(window->GetSettings().CatalogueChanged);
+  Form().Check3.Click();
+  dialogs.boxes.clear();
+  dialogs.answers = {MessageBoxAnswer::kYes};
+  Form().form.Close();
+  EXPECT_EQ(BoxTexts().back(), u"Bitte zuerst den Filter entfernen!");
+  EXPECT_EQ(KeptRows(), std::vector<Text>{u"Neu"});
+}
+
+TEST_F(ShutDownTest, FlagThatARefusedSaveClearedIsKeptCleared) {
+  Start();
+  AddUnsavedStation();
+  Form().tmUnsaved.Fire();
+  // While the dialog stands open the genre view is switched on, so that the save after it is refused.
+  on_new_station = [this](catalogue::Form2&) { Form().Check1.Click(); };
+  dialogs.answers = {MessageBoxAnswer::kYes};
+  Form().CommandButton2.Click();
+  ASSERT_FALSE(window->GetSettings().CatalogueChanged);
+  Form().tmUnsaved.Fire();
+  window.reset();  // the program was killed
+  Start();
+  EXPECT_NE(RowNamed(Form().SymbolListview, u"Neu"), controls::RowId::kNone);
+  EXPECT_FALSE(window->GetSettings().CatalogueChanged);
+}
+
+TEST_F(ShutDownTest, EndBeforeTheViewIsRestoredLeavesTheRememberedViewAndTheKeptRows) {
+  Start();
+  AddUnsavedStation();
+  Form().form.Close(controls::CloseReason::kSessionEnd);
+  profile.Set(kOptIniPath, u"Pfad3", u"FunkhausFavorit", u"2");
+  Construct();
+  Form().form.Close(controls::CloseReason::kSessionEnd);
+  EXPECT_EQ(WrittenView(), u"2");
+  EXPECT_EQ(KeptRows(), std::vector<Text>{u"Neu"});
+
+  // In the middle of the loading too: the columns are made before the list is filled.
+  for (const auto reason : {controls::CloseReason::kSessionEnd, controls::CloseReason::kUser}) {
+    Construct();
+    const auto end = Form().SymbolListview.Changed.Subscribe([&] { Form().form.Close(reason); });
+    window->Load();
+    EXPECT_TRUE(Form().form.IsClosed());
+    EXPECT_EQ(WrittenView(), u"2");
+    EXPECT_EQ(KeptRows(), std::vector<Text>{u"Neu"});
+  }
+}
+
+TEST_F(ShutDownTest, EndWhileTheViewIsBeingRestoredLeavesTheRememberedView) {
+  AddStation(u"A", u"http://a/", u"Rock", u"1");
+  profile.Set(kOptIniPath, u"Pfad3", u"FunkhausFavorit", u"1");
+  Construct();
+  const auto end = Form().ExplorerListFilter.RowsAdded.Subscribe([this](std::size_t, std::size_t) {
+    Form().Check3.SetValue(CheckValue::kUnchecked);
+    Form().form.Close(controls::CloseReason::kSessionEnd);
+  });
+  window->Load();
+  EXPECT_TRUE(Form().form.IsClosed());
+  EXPECT_EQ(WrittenView(), u"1");
 }
 
 TEST_F(ShutDownTest, PeakTimerStopsBeforeTheQuestionAndTheOthersWhenUnloading) {

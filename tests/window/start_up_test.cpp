@@ -45,6 +45,69 @@ TEST_F(StartUpTest, WholeCatalogueIsLoaded) {
   EXPECT_EQ(Form().Frame2.Caption(), u"Gespeicherte Radiostationen");
 }
 
+class RestoringTest : public WindowTest {
+ protected:
+  /// What an earlier run left behind.
+  void Leave(bool catalogue_changed, const std::vector<Text>& names) {
+    catalogue::UnsavedCatalogue kept{catalogue_changed, {}};
+    for (const Text& name : names) kept.rows.emplace_back().row.cells[app::kNameCell] = name;
+    files.files[kKeptRowsPath] = catalogue::FormatUnsavedRows(kept, conversion);
+  }
+  const Text& Notice() { return Form().StatusLine.Caption(); }
+};
+
+TEST_F(RestoringTest, RowsThatWereNotSavedComeBackUnsavedAndTheStatusLineSaysSo) {
+  AddStation(u"M", u"http://m/");
+  Leave(true, {u"A", u"Z"});
+  Start();
+  EXPECT_EQ(Names(Form().SymbolListview), (std::vector<Text>{u"A", u"M", u"Z"}));
+  EXPECT_EQ(Notice(), u"2 nicht gespeicherte Einträge wurden wiederhergestellt.");
+  EXPECT_TRUE(window->GetSettings().CatalogueChanged);
+  EXPECT_TRUE(profile.writes.empty());
+
+  dialogs.answers = {platform::MessageBoxAnswer::kYes};
+  Form().form.Close();
+  EXPECT_EQ(BoxTexts().front(), u"Sollen die Änderungen gespeichert werden?");
+  EXPECT_TRUE(profile.HasSection(kStationFilePath, u"A"));
+  EXPECT_FALSE(HasKeptRows());
+}
+
+TEST_F(RestoringTest, FlagOfUnsavedChangesIsAsItWas) {
+  Leave(false, {u"Import"});
+  Start();
+  EXPECT_EQ(Notice(), u"Ein nicht gespeicherter Eintrag wurde wiederhergestellt.");
+  EXPECT_FALSE(window->GetSettings().CatalogueChanged);
+  Form().form.Close();
+  EXPECT_TRUE(dialogs.boxes.empty());
+  EXPECT_FALSE(HasKeptRows());
+}
+
+TEST_F(RestoringTest, RestoredViewHidesTheRowsAndTheyStandInTheFullListAfterIt) {
+  profile.Set(kOptIniPath, u"Pfad3", u"FunkhausFavorit", u"1");
+  Leave(true, {u"Neu"});
+  Start();
+  EXPECT_TRUE(Form().ExplorerListFilter.Visible());
+  EXPECT_EQ(Form().ExplorerListFilter.Count(), 0U);
+  EXPECT_EQ(Notice(), u"Ein nicht gespeicherter Eintrag wurde wiederhergestellt.");
+  Form().Check3.Click();
+  EXPECT_EQ(Names(Form().SymbolListview), std::vector<Text>{u"Neu"});
+}
+
+TEST_F(RestoringTest, WhatCannotBeReadIsReportedAndTheStartGoesOn) {
+  AddStation(u"A", u"http://a/");
+  files.files[kKeptRowsPath] = "\xFF nonsense";
+  Start();
+  EXPECT_EQ(Notice(), u"Die Sicherung nicht gespeicherter Einträge ist unlesbar und wurde beiseitegelegt.");
+  EXPECT_EQ(Names(Form().SymbolListview), std::vector<Text>{u"A"});
+  EXPECT_FALSE(HasKeptRows());
+}
+
+TEST_F(RestoringTest, WithoutSuchRowsTheStatusLineSaysNothing) {
+  Start();
+  EXPECT_EQ(Notice(), u"");
+  EXPECT_EQ(files.writes, 0);
+}
+
 TEST_F(StartUpTest, TimersAreOffWithTheirIntervals) {
   Start();
   EXPECT_EQ(Form().tmPlay.Interval(), 500);

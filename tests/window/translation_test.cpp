@@ -25,9 +25,10 @@ class AllControls {
            form1.ExplorerListFilter, form1.Command1, form1.Command6, form1.Command3, form1.Command2,
            form1.Label1, form1.frSav, form1.lblSav, form1.hscSavVolume, form1.ckSavMute, form1.Command7,
            form1.Label5, form1.TextBox1, form1.Label6, form1.Label7, form1.Combo1, form1.Check2, form1.Label2,
-           form1.UpDownTextBox1, form1.Command8, form1.UndoDelete, form1.Check1, form1.Check3, form1.CommandButton1,
-           form1.CommandButton2, form1.Command4, form1.Command5, form1.Label4, form1.Label3, form1.Image1,
-           form1.CmdInfoClose, form1.tmPlay, form1.Timer1, form1.Timer2);
+           form1.UpDownTextBox1, form1.Command8, form1.UndoDelete, form1.Check1, form1.Check3,
+           form1.CommandButton1, form1.CommandButton2, form1.Command4, form1.Command5, form1.Label4,
+           form1.Label3, form1.Image1, form1.CmdInfoClose, form1.tmPlay, form1.Timer1, form1.Timer2,
+           form1.tmUnsaved);
     // Its sentences are translated one by one, by whoever shows them.
     size += sizeof(form1.StatusLine);
   }

@@ -11,6 +11,7 @@
 
 #include "app/station_row.h"
 #include "app/window/main_window.h"
+#include "catalogue/unsaved_rows_file.h"
 #include "platform/icu/string_order.h"
 #include "platform/icu/text_conversion.h"
 #include "platform/values/portable_property_values.h"
@@ -24,6 +25,7 @@
 namespace app {
 
 inline constexpr char16_t kOptIniPath[] = u"C:\\Daten\\Ordnerzentrale\\Opt.ini";
+inline constexpr char16_t kKeptRowsPath[] = u"C:\\Zustand\\0815.unsaved";
 inline constexpr char16_t kStationFilePath[] = u"C:\\Daten\\Ordnerzentrale\\Funkhaus.ini";
 
 class WindowTest : public ::testing::Test {
@@ -77,6 +79,17 @@ class WindowTest : public ::testing::Test {
     for (const controls::ListRow& row : list.Rows()) names.push_back(row.cells[app::kNameCell]);
     return names;
   }
+  /// The names of the rows that the next start would put back.
+  std::vector<Text> KeptRows() {
+    const auto file = files.files.find(kKeptRowsPath);
+    if (file == files.files.end()) return {};
+    std::vector<Text> names;
+    for (const auto& row : catalogue::ParseUnsavedRows(file->second, conversion).value().rows) {
+      names.push_back(row.row.cells[app::kNameCell]);
+    }
+    return names;
+  }
+  bool HasKeptRows() const { return files.files.contains(kKeptRowsPath); }
   /// The texts of the boxes shown so far.
   std::vector<Text> BoxTexts() const {
     std::vector<Text> texts;

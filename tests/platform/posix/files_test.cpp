@@ -213,5 +213,29 @@ TEST_F(FilesTest, WhereFilesHaveNoPermissionsAPrivateFileIsNotOpenedToOthers) {
   EXPECT_EQ(status.st_mode & 07777U, 0600U);
 }
 
+TEST_F(FilesTest, DeletingAFileRemovesItAndNothingElse) {
+  folder.Write("a", "1");
+  folder.Write("sub/b", "2");
+  EXPECT_TRUE(files.DeleteFileW(folder.TextPath("a")));
+  EXPECT_FALSE(std::filesystem::exists(folder.Path() / "a"));
+  EXPECT_FALSE(files.DeleteFileW(folder.TextPath("a"))) << "there is none any more";
+  EXPECT_FALSE(files.DeleteFileW(folder.TextPath("sub")));
+  EXPECT_FALSE(files.DeleteFileW(u""));
+  EXPECT_EQ(folder.Read("sub/b"), "2");
+}
+
+TEST_F(FilesTest, MovingGivesAnotherNameAndReplacesTheFileThatBoreIt) {
+  folder.Write("a", "new");
+  folder.Write("b", "old");
+  EXPECT_TRUE(files.MoveFileExW(folder.TextPath("a"), folder.TextPath("b")));
+  EXPECT_EQ(folder.Read("b"), "new");
+  EXPECT_EQ(Entries(), 1);
+  EXPECT_FALSE(files.MoveFileExW(folder.TextPath("a"), folder.TextPath("b")));
+  EXPECT_FALSE(files.MoveFileExW(folder.TextPath("b"), folder.TextPath("missing/b")));
+  EXPECT_FALSE(files.MoveFileExW(folder.TextPath("b"), u""));
+  EXPECT_FALSE(files.MoveFileExW(u"", folder.TextPath("b")));
+  EXPECT_EQ(folder.Read("b"), "new");
+}
+
 }  // namespace
 }  // namespace platform::posix

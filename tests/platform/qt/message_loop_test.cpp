@@ -59,6 +59,19 @@ TEST_F(MessageLoopTest, PaintingOnlyRepaints) {
   }));
 }
 
+TEST_F(MessageLoopTest, PaintingOnlyFiresTimersThatAskForIt) {
+  controls::Timer timer;
+  const TimerBinding binding(timer, loop_);
+  const Counter ticks(timer.Ticked);
+  timer.SetTicksWhilePainting(true);
+  timer.SetInterval(1);
+  timer.SetEnabled(true);
+  QElapsedTimer clock;
+  clock.start();
+  while (ticks.Count() == 0 && clock.elapsed() < 5000) loop_.ProcessPaintMessages();
+  EXPECT_GT(ticks.Count(), 0);
+}
+
 TEST_F(MessageLoopTest, PaintingOnlyFiresNoTimers) {
   controls::Timer timer;
   const TimerBinding binding(timer, loop_);

@@ -1,0 +1,108 @@
+#include "catalogue/unsaved_rows_keeper.h"
+
+#include <functional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "app/station_row.h"
+
+namespace catalogue {
+
+using controls::RowId;
+using platform::Text;
+
+UnsavedRowsKeeper::UnsavedRowsKeeper(Ports ports, UnsavedRows& unsaved, controls::ListView& full,
+                                     const StationIcons& icons, app::Settings& settings,
+                                     controls::Timer& timer)
+    : ports_(ports), unsaved_(unsaved), full_(full), icons_(icons), settings_(settings), timer_(timer) {
+  timer_.SetInterval(kDelay);
+  // Writing the file touches nothing on which a wait for a server relies, and rows are entered before it.
+  timer_.SetTicksWhilePainting(true);
+  subscription_ = timer_.Ticked.Subscribe([this] { Write(); });
+}
+
+UnsavedRowsKeeper::Restored UnsavedRowsKeeper::Restore() {
+  path_ = ports_.environment.StateFile(settings_.SettingsFolder + settings_.StationFileName, u".unsaved");
+  Restored restored;
+  if (auto kept = Read(restored.unreadable)) {
+    restored.rows = kept->rows.size();
+    settings_.CatalogueChanged = kept->catalogue_changed;
+    for (UnsavedRow& unsaved : kept->rows) {
+      if (unsaved.row.icon >= 0) unsaved.row.icon = icons_.IconOf(unsaved.row.cells[app::kNameCell]);
+    }
+    unsaved_.PutBack(std::move(kept->rows));
+  }
+  Watch();
+  return restored;
+}
+
+std::optional<UnsavedCatalogue> UnsavedRowsKeeper::Read(bool& unreadable) {
+  const auto bytes = ports_.files.ReadWholeFile(path_, kLongestUnsavedRowsFile);
+  if (!bytes && !ports_.files.PathFileExistsW(path_)) return std::nullopt;
+  if (bytes) {
+    if (auto kept = ParseUnsavedRows(*bytes, ports_.conversion)) {
+      in_file_ = MarkOf(*bytes);
+      return kept;
+    }
+  }
+  unreadable = true;
+  ports_.files.MoveFileExW(path_, path_ + u".damaged");
+  return std::nullopt;
+}
+
+void UnsavedRowsKeeper::Watch() {
+  watching_ += full_.RowsAdded.Subscribe([this](std::size_t, std::size_t) { Note(); });
+  watching_ += full_.RowRemoved.Subscribe([this](std::size_t) { Note(); });
+  watching_ += full_.RowsReset.Subscribe([this] { Note(); });
+  watching_ += full_.RowChanged.Subscribe([this](std::size_t index) {
+    if (unsaved_.Contains(full_.RowAt(index))) Note();
+  });
+  // The station file has just changed; the two must not contradict each other for longer than need be. What
+  // belongs to the same step, the flag above all, may follow.
+  watching_ += unsaved_.Changed.Subscribe([this] {
+    Write();
+    Note();
+  });
+  watches_ = true;
+}
+
+void UnsavedRowsKeeper::Note() {
+  if (watches_) timer_.SetEnabled(true);
+}
+
+void UnsavedRowsKeeper::Write() {
+  timer_.SetEnabled(false);
+  UnsavedCatalogue catalogue{settings_.CatalogueChanged, unsaved_.All()};
+  if (catalogue.rows.empty()) return RemoveFile();
+  const std::string bytes = FormatUnsavedRows(catalogue, ports_.conversion);
+  const Mark mark = MarkOf(bytes);
+  if (in_file_ == mark) return;
+  if (ports_.files.WriteWholeFile(path_, bytes)) in_file_ = mark;
+}
+
+void UnsavedRowsKeeper::RemoveFile() {
+  if (in_file_ && ports_.files.DeleteFileW(path_)) in_file_.reset();
+}
+
+void UnsavedRowsKeeper::Finish() {
+  if (watches_) Write();
+  Stop();
+}
+
+void UnsavedRowsKeeper::Discard() {
+  if (watches_) RemoveFile();
+  Stop();
+}
+
+void UnsavedRowsKeeper::Stop() {
+  timer_.SetEnabled(false);
+  watching_.Clear();
+  watches_ = false;
+}
+
+UnsavedRowsKeeper::Mark UnsavedRowsKeeper::MarkOf(const std::string& bytes) {
+  return {bytes.size(), std::hash<std::string_view>()(bytes)};
+}
+
+}  // namespace catalogue

@@ -1,0 +1,83 @@
+#pragma once
+// Lets the unsaved rows outlive a program that ends unasked: keeps them in a file of the program's own and
+// puts them back at the next start. Not the station file, which only the user's saving writes, nor the file's
+// text.
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "app/settings.h"
+#include "catalogue/station_icons.h"
+#include "catalogue/unsaved_rows.h"
+#include "catalogue/unsaved_rows_file.h"
+#include "controls/list_view.h"
+#include "controls/timer.h"
+#include "platform/environment.h"
+#include "platform/files.h"
+#include "platform/text_conversion.h"
+
+namespace catalogue {
+
+/// Order: Restore before the list is loaded for the first time, then either Finish or Discard. Between them
+/// the file says what is unsaved, at most kDelay after a change and at once after a write to the station
+/// file; without unsaved rows there is no file. Outside nothing is written.
+class UnsavedRowsKeeper {
+ public:
+  static constexpr int kDelay = 500;  ///< milliseconds
+
+  struct Ports {
+    platform::Files& files;
+    platform::Environment& environment;
+    platform::TextConversion& conversion;
+  };
+
+  /// `timer` is this object's alone; it runs only while a change waits to be written.
+  UnsavedRowsKeeper(Ports ports, UnsavedRows& unsaved, controls::ListView& full, const StationIcons& icons,
+                    app::Settings& settings, controls::Timer& timer);
+
+  struct Restored {
+    std::size_t rows = 0;     ///< that were put back as unsaved ones
+    bool unreadable = false;  ///< there was a file without a meaning; it is set aside as ".damaged"
+  };
+  /// Puts back what an earlier run of the program left, its CatalogueChanged included.
+  Restored Restore();
+
+  /// Something may have changed that neither the rows nor the list announces.
+  void Note();
+
+  /// The program ends and nobody was asked, or what was to be saved could not be: keeps what is unsaved now.
+  void Finish();
+
+  /// The program ends and the user has decided about the unsaved rows: nothing is kept.
+  void Discard();
+
+ private:
+  /// What tells one contents of the file from another.
+  struct Mark {
+    std::size_t size = 0;
+    std::size_t hash = 0;
+    friend bool operator==(const Mark&, const Mark&) = default;
+  };
+
+  static Mark MarkOf(const std::string& bytes);
+  std::optional<UnsavedCatalogue> Read(bool& unreadable);
+  void Watch();
+  void Write();
+  void RemoveFile();
+  void Stop();
+
+  Ports ports_;
+  UnsavedRows& unsaved_;
+  controls::ListView& full_;
+  const StationIcons& icons_;
+  app::Settings& settings_;
+  controls::Timer& timer_;
+  platform::Text path_;
+  std::optional<Mark> in_file_;  ///< nothing: there is no file
+  bool watches_ = false;         ///< between Restore and Finish or Discard
+  controls::Subscription subscription_;
+  controls::Subscriptions watching_;
+};
+
+}  // namespace catalogue
