@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractEventDispatcher>
 #include <QAccessible>
 #include <QHeaderView>
 #include <QScrollBar>
@@ -75,6 +76,19 @@ TEST_F(EmptyHintTest, ListThatIsLoadedAnewNeverSaysThatItIsEmpty) {
   for (int round = 0; round < 5; ++round) QTest::qWait(5);
   EXPECT_FALSE(Hint().isVisible());
   EXPECT_EQ(Description(view_), "");
+}
+
+TEST_F(EmptyHintTest, WakesNobodyOnceItIsShownOrGone) {
+  const auto timers = [this] {
+    return QAbstractEventDispatcher::instance()->registeredTimers(&Hint()).size();
+  };
+  EXPECT_EQ(timers(), 0);
+  AddRow();
+  EXPECT_EQ(timers(), 0);
+  list_.Clear();
+  EXPECT_EQ(timers(), 1);
+  AddRow();
+  EXPECT_EQ(timers(), 0);
 }
 
 TEST_F(EmptyHintTest, FilteredListHasASentenceOfItsOwn) {
