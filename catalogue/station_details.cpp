@@ -8,6 +8,7 @@
 
 #include "app/numbers.h"
 #include "app/station_row.h"
+#include "app/text_helpers.h"
 #include "app/text_utilities.h"
 #include "controls/picture_place.h"
 #include "playlist/local_playlist.h"
@@ -59,7 +60,14 @@ void StationDetails::ShowStationDetails() {
 
   actions_.fetch_title();
   if (run != latest_run_ || actions_.closing()) return;
+  actions_.report_server(name, FailureOf(address));
   ShowPicture(name);
+}
+
+stream::QueryFailure StationDetails::FailureOf(const Text& address) const {
+  // No server is asked for the empty address, and another fetch may have asked another one since.
+  const bool asked = cFunkhaus && !address.empty() && cFunkhaus->StreamUrl() == app::Trim(address);
+  return asked ? cFunkhaus->LastQueryFailure() : stream::QueryFailure{};
 }
 
 void StationDetails::SayWanted(const Text& address) {

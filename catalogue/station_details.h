@@ -41,10 +41,12 @@ class StationDetails {
   };
 
   /// `closing` tells whether the window is closing; `fetch_title` fetches the title of the current address;
-  /// `take_row` is given the row whose address becomes the current one.
+  /// `take_row` is given the row whose address becomes the current one; `report_server` hears what the
+  /// selected station's server made of the question for its headers (kind kNone too when it was not asked).
   struct Actions {
     std::function<void(const controls::ListView&, controls::RowId)> take_row;
     std::function<void()> fetch_title;
+    std::function<void(const platform::Text& station, const stream::QueryFailure&)> report_server;
     std::function<bool()> closing;
   };
 
@@ -57,6 +59,7 @@ class StationDetails {
 
  private:
   void FillFields(const controls::ListView& list, controls::RowId row);
+  [[nodiscard]] stream::QueryFailure FailureOf(const platform::Text& address) const;
   void ShowNumberField(bool shown);
   [[nodiscard]] std::int32_t EntryNumber() const;
   /// A station selected anew is asked again, however silent it was.

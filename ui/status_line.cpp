@@ -1,12 +1,14 @@
 #include "ui/status_line.h"
 
 #include <cstddef>
+#include <utility>
 
 #include "app/status_sentences.h"
 #include "ui/playback_sentence.h"
 
 namespace ui {
 
+using platform::PlaybackFailure;
 using platform::PlaybackState;
 using platform::PlaybackStatus;
 using platform::Text;
@@ -30,6 +32,21 @@ Text Filled(TextView sentence, const std::vector<Text>& arguments) {
   return filled;
 }
 
+/// Why a server gave no answer; nothing when it gave one, good or bad, or was not waited for.
+PlaybackFailure FailureOf(const stream::QueryFailure& failure) {
+  using Kind = stream::QueryFailure::Kind;
+  switch (failure.kind) {
+    case Kind::kNoAnswer:
+      return PlaybackFailure::kNoAnswer;
+    case Kind::kUnknownHost:
+      return PlaybackFailure::kUnknownHost;
+    case Kind::kRefused:
+      return PlaybackFailure::kRefused;
+    default:
+      return PlaybackFailure::kNone;
+  }
+}
+
 /// Nothing follows of itself any more.
 bool IsOver(PlaybackState state) {
   return state == PlaybackState::kStopped || state == PlaybackState::kEnded ||
@@ -41,6 +58,20 @@ bool IsOver(PlaybackState state) {
 void StatusLine::Notify(TextView sentence, const std::vector<Text>& arguments) {
   noticed_at_ = ports_.clock.WholeSeconds();
   Say(sentence, arguments);
+}
+
+void StatusLine::Selected(const Text& station, const stream::QueryFailure& failure) {
+  if (phase_ != Phase::kIdle) return;
+  PlaybackStatus status;
+  status.state = PlaybackState::kFailed;
+  status.failure = FailureOf(failure);
+  if (status.failure == PlaybackFailure::kNone) {
+    if (std::exchange(is_of_selection_, false)) label_.SetCaption(u"");
+    return;
+  }
+  const Sentence sentence = SentenceOf(status, station);
+  Say(sentence.text, sentence.arguments);
+  is_of_selection_ = true;
 }
 
 void StatusLine::Resolving() {
@@ -90,6 +121,7 @@ void StatusLine::Show(const PlaybackStatus& status) {
 
 void StatusLine::Say(TextView sentence, const std::vector<Text>& arguments) {
   is_current_ = false;
+  is_of_selection_ = false;
   const Text key(sentence);
   label_.SetCaption(Filled(language_.GetLangText(key, key), arguments));
 }

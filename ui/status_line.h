@@ -11,6 +11,7 @@
 #include "controls/captioned.h"
 #include "platform/clock.h"
 #include "platform/playback_monitor.h"
+#include "stream/query_failure.h"
 
 namespace ui {
 
@@ -19,6 +20,7 @@ namespace ui {
 ///
 /// A notice is shown at once and stays until playing is in another state than it was, which is not shown
 /// before the notice could be read; only a new failure is shown at once. A start or a stop ends a notice.
+/// A selection's silent server is named while nothing plays, and does not disturb what does.
 class StatusLine final : public app::Notices {
  public:
   struct Ports {
@@ -34,6 +36,9 @@ class StatusLine final : public app::Notices {
   using Notices::Notify;
   void Notify(platform::TextView sentence, const std::vector<platform::Text>& arguments) override;
 
+  /// The server of a selected station gave this answer when it was asked for its headers. Only what is no
+  /// answer at all is shown, and only while nothing plays; the next selection takes it away again.
+  void Selected(const platform::Text& station, const stream::QueryFailure& failure);
   /// A start works out first which address it is.
   void Resolving();
   /// `station` is about to be opened.
@@ -58,6 +63,7 @@ class StatusLine final : public app::Notices {
   platform::Text station_;
   platform::PlaybackStatus shown_;          // what was shown of playing last
   bool is_current_ = false;                 // the caption says that, and not something else
+  bool is_of_selection_ = false;            // the caption says what became of a selection
   std::optional<std::int64_t> noticed_at_;  // a notice stands there since then
 };
 

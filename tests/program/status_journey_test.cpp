@@ -75,6 +75,7 @@ TEST_F(StatusJourney, DeadStationIsNamedAlthoughNoBoxComes) {
   Start(Station("Radio A", server_.Url("/radio")), "[Pfad1]\r\nLanguages=English\r\n");
   EXPECT_EQ(Run([&] {
               ClickRow("Radio A");
+              EXPECT_EQ(Form().StatusLine.Caption(), u"The server of Radio A refuses the connection.");
               Click("Command1");
               EXPECT_EQ(Form().StatusLine.Caption(), u"The server of Radio A refuses the connection.");
               Click("Command6");

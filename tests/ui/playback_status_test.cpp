@@ -207,6 +207,41 @@ TEST_F(PlaybackStatusTest, StationWithoutANameIsCalledByItsAddress) {
   EXPECT_EQ(Line(), u"Verbinde mit http://namenlos/ …");
 }
 
+TEST_F(PlaybackStatusTest, SelectedStationWhoseServerIsSilentIsNamed) {
+  internet.answers[u"b:80/"].reachable = false;
+  internet.answers[u"b:80/"].failure = platform::InternetFailure::kRefused;
+  Start();
+  Select(u"B");
+  EXPECT_EQ(Line(), u"Der Server von B nimmt keine Verbindung an.");
+  Select(u"A");
+  EXPECT_EQ(Line(), u"");
+  PlayA();
+  Select(u"B");
+  EXPECT_EQ(Line(), u"A läuft.") << "what plays is not disturbed";
+}
+
+TEST_F(PlaybackStatusTest, StationThatIsNotAskedIsNotBlamedForTheOneBefore) {
+  AddStation(u"C", u"");
+  internet.answers[u"b:80/"].reachable = false;
+  Start();
+  Select(u"B");
+  ASSERT_EQ(Line(), u"Der Server von B antwortet nicht.");
+  Select(u"C");
+  EXPECT_EQ(Line(), u"");
+}
+
+TEST_F(PlaybackStatusTest, SelectionThatIsOvertakenNamesNoServer) {
+  internet.answers[u"b:80/"].reachable = false;
+  Start();
+  bool selected = false;
+  message_loop.on_pump = [&] {
+    if (!std::exchange(selected, true)) Select(u"A");
+  };
+  Select(u"B");
+  ASSERT_TRUE(selected);
+  EXPECT_EQ(Line(), u"");
+}
+
 TEST_F(PlaybackStatusTest, PausedStationIsSaidToBePaused) {
   PlayA();
   media.play_state = player::kPlayStatePaused;

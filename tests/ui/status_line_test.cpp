@@ -258,6 +258,41 @@ TEST_F(StatusLineTest, AStartThatDoesNotComeToPlaySaysSoUnlessTheMonitorKnowsWhy
   EXPECT_EQ(Shown(), u"Der Server von X nimmt keine Verbindung an.");
 }
 
+TEST_F(StatusLineTest, ASelectedStationsSilentServerIsNamedWhileNothingPlays) {
+  using Kind = stream::QueryFailure::Kind;
+  line.Selected(u"X", {Kind::kNoAnswer});
+  EXPECT_EQ(Shown(), u"Der Server von X antwortet nicht.");
+  line.Selected(u"Y", {Kind::kUnknownHost});
+  EXPECT_EQ(
+      Shown(),
+      u"Der Server von Y ist nicht zu finden. Stimmt die Adresse, und besteht eine Internetverbindung?");
+  line.Selected(u"Z", {Kind::kRefused});
+  EXPECT_EQ(Shown(), u"Der Server von Z nimmt keine Verbindung an.");
+  line.Starting(u"Z");
+  line.Selected(u"X", {Kind::kNoAnswer});
+  EXPECT_EQ(Shown(), u"Verbinde mit Z …");
+  Reach(PlaybackState::kPlaying);
+  line.Selected(u"X", {Kind::kNoAnswer});
+  EXPECT_EQ(Shown(), u"Z läuft.");
+}
+
+TEST_F(StatusLineTest, ASelectionThatIsAnsweredTakesOnlyAnEarlierSelectionsSentenceAway) {
+  using Kind = stream::QueryFailure::Kind;
+  for (const Kind answered : {Kind::kNone, Kind::kHttpStatus, Kind::kGivenUp, Kind::kOther}) {
+    line.Selected(u"X", {Kind::kRefused});
+    line.Selected(u"Y", {answered});
+    EXPECT_EQ(Shown(), u"");
+  }
+  line.Selected(u"X", {Kind::kRefused});
+  line.Notify(u"Hinweis");
+  line.Selected(u"Y", {});
+  EXPECT_EQ(Shown(), u"Hinweis");
+  line.Starting(u"X");
+  Fail(PlaybackFailure::kNoAnswer);
+  line.Selected(u"Y", {});
+  EXPECT_EQ(Shown(), u"Der Server von X antwortet nicht.");
+}
+
 TEST_F(StatusLineTest, ANoticeIsShownAtOnceAndStaysWhilePlayingIsInTheSameState) {
   Play();
   line.Notify(u"Hinweis");
