@@ -121,7 +121,7 @@ int Program::Run(platform::StartRequests* requests) {
   const platform::qt::CloseRequests close_requests(form, parts_->message_loop);
   std::optional<platform::qt::RaiseRequests> raise_requests;
   if (requests != nullptr) {
-    raise_requests.emplace(*requests, form, *parts_->window, parts_->message_loop);
+    raise_requests.emplace(*requests, form, *parts_->window);
   }
   return parts_->window->Run();
 }

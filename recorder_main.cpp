@@ -115,7 +115,7 @@ int RunInWindow(int& argc, char** argv, const std::string& link) {
   const QApplication application(argc, argv);
   const platform::qt::DesktopColors desktop_colors;
   const platform::qt::ToolkitTexts toolkit_texts(platform::qt::Language::kGerman);
-  platform::qt::QtMessageLoop loop;
+  platform::qt::QtMessageLoop loop(platform::qt::QtMessageLoop::LongProcedures::kAreWork);
   Tool tool(loop);
   const platform::qt::QtIcons icons(tool.paths);
   recorder::RecordForm form;
@@ -124,8 +124,9 @@ int RunInWindow(int& argc, char** argv, const std::string& link) {
   platform::qt::RecordWindow window(form, icons, loop);
   const platform::qt::CloseRequests close_requests(form.form, loop);
   window.show();
-  if (!link.empty()) control.Start(tool.conversion.MultiByteToWideChar(CodePage::kUtf8, link));
-  return form.form.IsClosed() ? 0 : QApplication::exec();
+  const auto start = [&] { control.Start(tool.conversion.MultiByteToWideChar(CodePage::kUtf8, link)); };
+  if (!link.empty()) loop.HandOver(window, start);
+  return QApplication::exec();
 }
 
 }  // namespace

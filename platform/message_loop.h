@@ -16,9 +16,16 @@ class MessageLoop {
   /// procedure of the program can run inside, closing the window included.
   virtual void ProcessPendingMessages() = 0;
 
-  /// Paints what needs painting, without input and without timer events; for waits that the user may not
-  /// enter. Returns at once.
+  /// Paints what needs painting; for waits that may not be entered. Runs no event procedure of the program:
+  /// ticks are dropped, and what the user does is kept, in its order, for when messages are processed again.
+  /// Returns at once.
   virtual void ProcessPaintMessages() = 0;
+
+  /// True when input is waiting that ends a wait: whoever waits gives up at once, as if the wait had failed,
+  /// and leaves the input to be processed afterwards. Such input is an Escape that was pressed since the
+  /// running event procedure began, a wish to close the window or end the program, and the use of a control
+  /// that is marked so (controls::Control::EndsWaiting). Asking processes nothing and changes nothing.
+  [[nodiscard]] virtual bool InputEndsWait() const = 0;
 
   /// Suspends the thread.
   virtual void Sleep(std::uint32_t milliseconds) = 0;

@@ -40,6 +40,8 @@ void TerminalLoop::ProcessPendingMessages() {
   if (EndAsked) EndAsked();
 }
 
+bool TerminalLoop::InputEndsWait() const { return end_asked != 0; }
+
 void TerminalLoop::Sleep(std::uint32_t milliseconds) {
   constexpr std::uint32_t kPerSecond = 1000;
   constexpr long kNanoseconds = 1'000'000;

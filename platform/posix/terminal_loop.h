@@ -22,6 +22,8 @@ class TerminalLoop final : public MessageLoop {
 
   void ProcessPendingMessages() override;
   void ProcessPaintMessages() override {}
+  /// A request to end that is not passed on yet.
+  [[nodiscard]] bool InputEndsWait() const override;
   /// A signal cuts it short.
   void Sleep(std::uint32_t milliseconds) override;
   /// No key is ever down.

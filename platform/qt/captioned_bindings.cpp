@@ -49,11 +49,21 @@ void FrameBinding::Follow() {
 }
 
 CommandButtonBinding::CommandButtonBinding(controls::CommandButton& button, CommandButtonWidget& widget,
-                                           const TwipScale& scale)
-    : WidgetBinding(button, widget, scale), button_(button), widget_(widget) {
+                                           const TwipScale& scale, QtMessageLoop& loop)
+    : InputBinding(button, widget, scale, loop), button_(button), widget_(widget) {
   subscriptions_ += button.Changed.Subscribe([this] { Follow(); });
-  QObject::connect(&widget_, &QPushButton::clicked, &context_, [this] { button_.Click(); });
-  widget_.on_context_click = [this] { button_.ContextClick(); };
+  QObject::connect(&widget_, &QPushButton::clicked, &context_, [this] {
+    HandOver(
+        [this] {
+          if (!IsBlocked()) button_.Click();
+        },
+        UseOnWait());
+  });
+  widget_.on_context_click = [this] {
+    HandOver([this] {
+      if (!IsBlocked()) button_.ContextClick();
+    });
+  };
   Follow();
   const bool drawn = button.GetGlyph() != controls::Glyph::kNone;
   if (drawn && !button.ToolTip().empty()) widget_.setAccessibleName(ToQt(button.ToolTip()));
@@ -65,23 +75,32 @@ void CommandButtonBinding::Follow() {
   widget_.SetGlyph(button_.GetGlyph());
 }
 
-CheckBoxBinding::CheckBoxBinding(controls::CheckBox& box, QCheckBox& widget, const TwipScale& scale)
-    : WidgetBinding(box, widget, scale), box_(box), widget_(widget) {
+CheckBoxBinding::CheckBoxBinding(controls::CheckBox& box, QCheckBox& widget, const TwipScale& scale,
+                                 QtMessageLoop& loop)
+    : InputBinding(box, widget, scale, loop), box_(box), widget_(widget) {
   subscriptions_ += box.Changed.Subscribe([this] { Follow(); });
-  QObject::connect(&widget_, &QCheckBox::toggled, &context_,
-                   [this](bool checked) { TakeUsersChoice(checked); });
+  QObject::connect(&widget_, &QCheckBox::toggled, &context_, [this](bool checked) {
+    if (!following_) TakeUsersChoice(checked);
+  });
   Follow();
 }
 
 void CheckBoxBinding::Follow() {
   const QString text = WithoutMnemonics(box_.Caption());
   if (widget_.text() != text) widget_.setText(text);
-  if (widget_.isChecked() != box_.Checked()) widget_.setChecked(box_.Checked());
+  if (choices_to_come_ > 0 || widget_.isChecked() == box_.Checked()) return;
+  const Following guard(following_);
+  widget_.setChecked(box_.Checked());
 }
 
 void CheckBoxBinding::TakeUsersChoice(bool checked) {
-  if (checked == box_.Checked()) return;  // the box came first
-  box_.Click();
+  ++choices_to_come_;
+  HandOver([this, checked] {
+    --choices_to_come_;
+    // The program may have come first.
+    if (!IsBlocked() && checked != box_.Checked()) box_.Click();
+    Follow();
+  });
 }
 
 }  // namespace platform::qt

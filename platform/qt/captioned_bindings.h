@@ -9,8 +9,8 @@
 #include "controls/captioned.h"
 #include "platform/qt/command_button_widget.h"
 #include "platform/qt/fitted_label.h"
+#include "platform/qt/input_binding.h"
 #include "platform/qt/status_strip.h"
-#include "platform/qt/widget_binding.h"
 
 namespace platform::qt {
 
@@ -57,9 +57,10 @@ class FrameBinding final : public WidgetBinding {
   QGroupBox& widget_;
 };
 
-class CommandButtonBinding final : public WidgetBinding {
+class CommandButtonBinding final : public InputBinding {
  public:
-  CommandButtonBinding(controls::CommandButton& button, CommandButtonWidget& widget, const TwipScale& scale);
+  CommandButtonBinding(controls::CommandButton& button, CommandButtonWidget& widget, const TwipScale& scale,
+                       QtMessageLoop& loop);
   ~CommandButtonBinding() override { widget_.on_context_click = nullptr; }
 
  private:
@@ -68,15 +69,17 @@ class CommandButtonBinding final : public WidgetBinding {
   CommandButtonWidget& widget_;
 };
 
-class CheckBoxBinding final : public WidgetBinding {
+class CheckBoxBinding final : public InputBinding {
  public:
-  CheckBoxBinding(controls::CheckBox& box, QCheckBox& widget, const TwipScale& scale);
+  CheckBoxBinding(controls::CheckBox& box, QCheckBox& widget, const TwipScale& scale, QtMessageLoop& loop);
 
  private:
   void Follow();
   void TakeUsersChoice(bool checked);
   controls::CheckBox& box_;
   QCheckBox& widget_;
+  int choices_to_come_ = 0;  // which the widget shows already
+  bool following_ = false;
 };
 
 }  // namespace platform::qt

@@ -13,7 +13,6 @@
 namespace platform::qt {
 namespace {
 
-constexpr int kRetryMilliseconds = 20;
 constexpr std::array kSignals = {SIGTERM, SIGHUP, SIGINT};
 
 // A signal handler has no other way to reach anything than what is known program-wide.
@@ -32,10 +31,7 @@ bool OpenPipe() { return ::pipe2(descriptors.data(), O_CLOEXEC | O_NONBLOCK) == 
 
 }  // namespace
 
-CloseRequests::CloseRequests(controls::Form& form, const QtMessageLoop& loop) : form_(form), loop_(loop) {
-  again_.setSingleShot(true);
-  again_.setInterval(kRetryMilliseconds);
-  connect(&again_, &QTimer::timeout, this, [this] { CloseForm(reason_); });
+CloseRequests::CloseRequests(controls::Form& form, QtMessageLoop& loop) : form_(form), loop_(loop) {
   connect(qGuiApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& manager) {
     // Closing may ask whether to save, which the session has to allow first.
     const bool may_ask = manager.allowsInteraction();
@@ -66,6 +62,10 @@ CloseRequests::~CloseRequests() {
 }
 
 void CloseRequests::EndSession(Interaction interaction) {
+  if (loop_.PaintingOnly()) {
+    HandOverSessionEnd();
+    return;
+  }
   CloseForm(interaction == Interaction::kAllowed ? controls::CloseReason::kUser
                                                  : controls::CloseReason::kSessionEnd);
 }
@@ -74,16 +74,15 @@ void CloseRequests::ReadSignals() {
   std::array<char, 16> bytes{};
   while (::read(descriptors[0], bytes.data(), bytes.size()) > 0) {
   }
-  CloseForm(controls::CloseReason::kSessionEnd);
+  HandOverSessionEnd();
+}
+
+void CloseRequests::HandOverSessionEnd() {
+  loop_.HandOver(
+      *this, [this] { CloseForm(controls::CloseReason::kSessionEnd); }, OnWait::kEndsWait);
 }
 
 void CloseRequests::CloseForm(controls::CloseReason reason) {
-  // Some event loops bring such requests although only painting was asked for.
-  if (loop_.PaintingOnly()) {
-    if (reason_ != controls::CloseReason::kSessionEnd) reason_ = reason;
-    again_.start();
-    return;
-  }
   form_.Close(reason);
   const bool stuck = !form_.IsClosed() && reason == controls::CloseReason::kSessionEnd;
   // The form is being closed further up and waits there for an answer. Leaving every event loop dismisses

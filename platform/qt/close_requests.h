@@ -4,7 +4,6 @@
 
 #include <QObject>
 #include <QSocketNotifier>
-#include <QTimer>
 #include <memory>
 
 #include "controls/form.h"
@@ -15,25 +14,25 @@ namespace platform::qt {
 /// One at a time. A signal ends the program without a question: the form is told that the session ends, and a
 /// message box or dialog that stands open is dismissed. A session that is about to end closes the form for
 /// the user when it allows questions, otherwise as a signal does. The form is closed from the event loop,
-/// never inside the signal handler and not while only painting is allowed; the signals' former handling is
-/// back when this ends.
+/// never inside the signal handler and not while only painting is allowed; a wait that only paints ends for
+/// it. The signals' former handling is back when this ends.
 class CloseRequests final : public QObject {
  public:
-  CloseRequests(controls::Form& form, const QtMessageLoop& loop);
+  CloseRequests(controls::Form& form, QtMessageLoop& loop);
   ~CloseRequests() override;
 
-  /// The session is about to end and waits for this call; `interaction` says whether it allows a question.
+  /// The session is about to end and waits for this call; `interaction` says whether it allows a question. A
+  /// call in a wait that only paints returns before the form is closed; then nothing is asked.
   enum class Interaction { kAllowed, kRefused };
   void EndSession(Interaction interaction);
 
  private:
   void ReadSignals();
+  void HandOverSessionEnd();
   void CloseForm(controls::CloseReason reason);
 
   controls::Form& form_;
-  const QtMessageLoop& loop_;
-  QTimer again_;
-  controls::CloseReason reason_ = controls::CloseReason::kUser;  // of a request that waits
+  QtMessageLoop& loop_;
   std::unique_ptr<QSocketNotifier> notifier_;
 };
 

@@ -4,13 +4,14 @@
 #include <QResizeEvent>
 #include <algorithm>
 
+#include "platform/qt/input_binding.h"
 #include "platform/qt/text.h"
 
 namespace platform::qt {
 
-FormBinding::FormBinding(controls::Form& form, QWidget& window, const TwipScale& scale,
+FormBinding::FormBinding(controls::Form& form, QWidget& window, const TwipScale& scale, QtMessageLoop& loop,
                          const controls::Control* footer)
-    : form_(form), window_(window), scale_(scale), footer_(footer) {
+    : form_(form), window_(window), scale_(scale), loop_(loop), footer_(footer) {
   window_.installEventFilter(this);
   subscriptions_ += form.Changed.Subscribe([this] { Follow(); });
   subscriptions_ += form.Closed.Subscribe([this] { window_.hide(); });
@@ -42,7 +43,12 @@ bool FormBinding::eventFilter(QObject* watched, QEvent* event) {
   if (watched != &window_) return false;
   if (event->type() == QEvent::Close) {
     event->ignore();
-    form_.Close();
+    loop_.HandOver(
+        *this,
+        [this] {
+          if (!IsBlockedByDialog(window_)) form_.Close();
+        },
+        OnWait::kEndsWait);
     return true;
   }
   if (event->type() == QEvent::Resize) TakeSize(static_cast<QResizeEvent*>(event)->size());

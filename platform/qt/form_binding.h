@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include "controls/form.h"
+#include "platform/qt/message_loop.h"
 #include "platform/qt/twip_scale.h"
 
 namespace platform::qt {
@@ -13,7 +14,7 @@ namespace platform::qt {
 /// form's inner size is the window without the footer, a control that stands below it, where there is one.
 class FormBinding final : public QObject {
  public:
-  FormBinding(controls::Form& form, QWidget& window, const TwipScale& scale,
+  FormBinding(controls::Form& form, QWidget& window, const TwipScale& scale, QtMessageLoop& loop,
               const controls::Control* footer = nullptr);
 
   /// The window's size for an inner size in twips.
@@ -31,6 +32,7 @@ class FormBinding final : public QObject {
   controls::Form& form_;
   QWidget& window_;
   const TwipScale& scale_;
+  QtMessageLoop& loop_;
   const controls::Control* const footer_;
   controls::Subscriptions subscriptions_;
 };

@@ -1,5 +1,6 @@
 #include "platform/qt/list_binding.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <functional>
 
@@ -13,12 +14,11 @@ constexpr int kRestMilliseconds = 250;
 }  // namespace
 
 ListBinding::ListBinding(controls::ListView& list, ReportView& view, const TwipScale& scale,
-                         const QtIcons& icons, const QtMessageLoop& loop)
-    : WidgetBinding(list, view, scale),
+                         const QtIcons& icons, QtMessageLoop& loop)
+    : InputBinding(list, view, scale, loop),
       list_(list),
       view_(view),
       hint_(*new EmptyHint(view)),
-      loop_(loop),
       model_(list, icons) {
   view_.setModel(&model_);
   rest_.setSingleShot(true);
@@ -47,65 +47,105 @@ ListBinding::~ListBinding() {
 
 void ListBinding::BindUser() {
   QObject::connect(view_.header(), &QHeaderView::sectionClicked, &context_, [this](int column) {
-    list_.ClickHeader(column);
-    FollowSorting();
+    HandOver([this, column] {
+      if (!IsBlocked()) list_.ClickHeader(column);
+      FollowSorting();
+    });
   });
   QObject::connect(view_.selectionModel(), &QItemSelectionModel::selectionChanged, &context_, [this] {
+    if (following_) return;
+    chosen_ = ShownSelection();
+    if (chosen_ == list_.SelectedRow() && !handed_over_) chosen_.reset();
     // A change that no gesture announces comes from a screen reader.
-    if (!following_) rest_.start(kRestMilliseconds);
+    rest_.start(kRestMilliseconds);
   });
-  QObject::connect(&rest_, &QTimer::timeout, &context_, [this] {
-    if (loop_.PaintingOnly()) {
-      rest_.start(kRestMilliseconds);
+  QObject::connect(&rest_, &QTimer::timeout, &context_, [this] { Rest(); });
+  BindKeysAndClicks();
+}
+
+void ListBinding::BindKeysAndClicks() {
+  subscriptions_ += view_.UserMoved.Subscribe([this](ReportView::Movement how) {
+    if (how == ReportView::Movement::kRested) {
+      Rest();
     } else {
-      TakeSelection();
+      rest_.start(kRestMilliseconds);
     }
   });
-  subscriptions_ += view_.UserMoved.Subscribe([this](ReportView::Movement how) { TakeMovement(how); });
-  subscriptions_ += view_.EnterPressed.Subscribe([this] {
-    const auto row = view_.SelectedRow();
-    if (row) TakeDoubleClick(*row);
-  });
-  subscriptions_ += view_.DeletePressed.Subscribe([this] { TakeDelete(); });
   subscriptions_ += view_.SelectedRowPressed.Subscribe([this](int row) {
-    rest_.stop();
-    list_.ClickRow(list_.RowAt(static_cast<std::size_t>(row)));
+    HandOver(
+        [this, id = RowAt(row)] {
+          if (!IsBlocked()) list_.ClickRow(id);
+        },
+        UseOnWait());
   });
-  subscriptions_ += view_.RowDoubleClicked.Subscribe([this](int row) { TakeDoubleClick(row); });
+  const auto hand_over_double_click = [this](int row) {
+    HandOver(
+        [this, id = RowAt(row)] {
+          if (!IsBlocked()) TakeDoubleClick(id);
+        },
+        UseOnWait());
+  };
+  subscriptions_ += view_.RowDoubleClicked.Subscribe(hand_over_double_click);
+  subscriptions_ += view_.EnterPressed.Subscribe([this, hand_over_double_click] {
+    const auto row = view_.SelectedRow();
+    if (row) hand_over_double_click(*row);
+  });
+  subscriptions_ += view_.DeletePressed.Subscribe([this] {
+    HandOver([this, id = ShownSelection()] {
+      if (!IsBlocked()) TakeDelete(id);
+    });
+  });
 }
 
-void ListBinding::TakeMovement(ReportView::Movement movement) {
-  if (movement == ReportView::Movement::kMoving) {
-    rest_.start(kRestMilliseconds);
-  } else {
-    TakeSelection();
-  }
-}
-
-void ListBinding::TakeSelection() {
+void ListBinding::Rest() {
   rest_.stop();
-  const controls::RowId id = ShownSelection();
+  if (!chosen_ || chosen_ == handed_over_) return;
+  // A menu or a dialog must not have to wait for what a selection starts.
+  if (QApplication::activePopupWidget() != nullptr || IsBlocked()) {
+    rest_.start(kRestMilliseconds);
+    return;
+  }
+  handed_over_ = chosen_;
+  const bool selects_a_row = *chosen_ != controls::RowId::kNone;
+  HandOver([this, id = *chosen_] { TakeChoice(id); }, selects_a_row ? UseOnWait() : OnWait::kKeepsWaiting);
+}
+
+void ListBinding::TakeChoice(controls::RowId id) {
+  if (handed_over_ == id) handed_over_.reset();
+  if (IsBlocked()) {
+    rest_.start(kRestMilliseconds);
+    return;
+  }
+  Select(id);
+}
+
+void ListBinding::Select(controls::RowId id) {
+  if (chosen_ == id) {
+    chosen_.reset();
+    rest_.stop();
+  }
   if (id != list_.SelectedRow()) list_.Select(id);
+  FollowSelection();
 }
 
 controls::RowId ListBinding::ShownSelection() const {
   const auto row = view_.SelectedRow();
-  return row ? list_.RowAt(static_cast<std::size_t>(*row)) : controls::RowId::kNone;
+  return row ? RowAt(*row) : controls::RowId::kNone;
 }
 
-void ListBinding::TakeDelete() {
-  // The list may not know yet which row is shown selected, and taking it over may take so long that the user
+controls::RowId ListBinding::RowAt(int row) const { return list_.RowAt(static_cast<std::size_t>(row)); }
+
+void ListBinding::TakeDelete(controls::RowId id) {
+  // The list may not know yet which row is shown selected, and selecting it may take so long that the user
   // selects another one meanwhile: only the row that the key was pressed for is deleted.
-  const controls::RowId id = ShownSelection();
-  TakeSelection();
+  Select(id);
   if (list_.SelectedRow() == id) list_.PressDelete();
 }
 
-void ListBinding::TakeDoubleClick(int row) {
-  // The rows may be others when the selection has been taken.
-  const auto id = list_.RowAt(static_cast<std::size_t>(row));
-  TakeSelection();
-  list_.DoubleClick(id);
+void ListBinding::TakeDoubleClick(controls::RowId id) {
+  Select(id);
+  // Another row may have been selected meanwhile, and starting would play that one.
+  if (list_.SelectedRow() == id) list_.DoubleClick(id);
 }
 
 void ListBinding::FollowRowsBy(const std::function<void()>& change) {
@@ -134,7 +174,9 @@ void ListBinding::Follow() {
 
 void ListBinding::FollowSelection() {
   const Following guard(following_);
-  const auto position = list_.IndexOf(list_.SelectedRow());
+  const bool chosen_is_gone = chosen_ && *chosen_ != controls::RowId::kNone && !list_.Contains(*chosen_);
+  if (chosen_is_gone) chosen_.reset();
+  const auto position = list_.IndexOf(chosen_.value_or(list_.SelectedRow()));
   const auto shown = view_.SelectedRow();
   if (!position) {
     if (shown) view_.selectionModel()->clearSelection();

@@ -4,23 +4,24 @@
 
 #include <QTimer>
 #include <functional>
+#include <optional>
 
 #include "controls/list_view.h"
 #include "platform/qt/empty_hint.h"
 #include "platform/qt/icons.h"
+#include "platform/qt/input_binding.h"
 #include "platform/qt/list_model.h"
-#include "platform/qt/message_loop.h"
 #include "platform/qt/report_view.h"
-#include "platform/qt/widget_binding.h"
 
 namespace platform::qt {
 
 /// Selecting a station may start a fetch that takes seconds. While a key repeats itself the list is
-/// therefore told only when the movement has come to rest.
-class ListBinding final : public WidgetBinding {
+/// therefore told only when the movement has come to rest, and while a menu or a dialog stands open, when it
+/// is gone.
+class ListBinding final : public InputBinding {
  public:
   ListBinding(controls::ListView& list, ReportView& view, const TwipScale& scale, const QtIcons& icons,
-              const QtMessageLoop& loop);
+              QtMessageLoop& loop);
   ~ListBinding() override;
 
   void FollowScale() override;
@@ -32,19 +33,23 @@ class ListBinding final : public WidgetBinding {
   void FollowSorting();
   void FollowEmptiness();
   void FollowColumnWidths();
-  void TakeMovement(ReportView::Movement movement);
-  void TakeSelection();
-  void TakeDoubleClick(int row);
-  void TakeDelete();
-  [[nodiscard]] controls::RowId ShownSelection() const;
   void BindUser();
+  void BindKeysAndClicks();
+  void Rest();
+  void TakeChoice(controls::RowId id);
+  void Select(controls::RowId id);
+  void TakeDoubleClick(controls::RowId id);
+  void TakeDelete(controls::RowId id);
+  [[nodiscard]] controls::RowId ShownSelection() const;
+  [[nodiscard]] controls::RowId RowAt(int row) const;
 
   controls::ListView& list_;
   ReportView& view_;
   EmptyHint& hint_;  // the view's own
-  const QtMessageLoop& loop_;
   ListModel model_;
   QTimer rest_;
+  std::optional<controls::RowId> chosen_;       // shown selected, and the list does not know it yet
+  std::optional<controls::RowId> handed_over_;  // the last choice that waits for its turn
   std::uint32_t shown_images_ = 0;
   bool following_ = false;
 };

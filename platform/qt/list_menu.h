@@ -4,12 +4,13 @@
 #include <QPoint>
 
 #include "app/window/form1.h"
+#include "platform/qt/message_loop.h"
 #include "platform/qt/report_view.h"
 
 namespace platform::qt {
 
 /// Opens the menu at a place of the screen and returns at once. An entry stands for the control of the same
 /// name: it bears its caption and does what the user's hand on it does; hidden controls have no entry.
-void ShowListMenu(app::Form1& form, ReportView& list, const QPoint& place);
+void ShowListMenu(app::Form1& form, ReportView& list, QtMessageLoop& loop, const QPoint& place);
 
 }  // namespace platform::qt

@@ -25,12 +25,13 @@ QString InBrackets(const QKeySequence& keys) {
 
 }  // namespace
 
-MainWindow::MainWindow(app::Form1& form, const QtIcons& icons, const QtMessageLoop& loop, Language language)
+MainWindow::MainWindow(app::Form1& form, const QtIcons& icons, QtMessageLoop& loop, Language language)
     : form_(form),
+      loop_(loop),
       language_(language),
       scale_(QApplication::font()),
       widgets_(scale_, icons, loop),
-      form_binding_(form.form, *this, scale_, &form.StatusLine) {
+      form_binding_(form.form, *this, scale_, loop, &form.StatusLine) {
   setWindowIcon(ApplicationIcon());
   // Those that come later lie above: the panels lie over the main panel that fills the window.
   QGroupBox& lists = widgets_.Add(form_.Frame2, *this, "Frame2", FrameLook::kTitled);
@@ -157,14 +158,22 @@ void MainWindow::BindShortcut(const QKeySequence& keys, std::function<void()> ac
   connect(shortcut, &QShortcut::activated, this, std::move(action));
 }
 
+void MainWindow::BindCommand(const QKeySequence& keys, const std::function<void()>& command) {
+  BindShortcut(keys, [this, command] {
+    loop_.HandOver(*this, [this, command] {
+      if (!IsBlockedByDialog(*this)) command();
+    });
+  });
+}
+
 void MainWindow::BindKeys() {
-  BindShortcut(QKeySequence::Save, [this] { form_.CommandButton1.Click(); });
-  BindShortcut(QKeySequence::New, [this] {
+  BindCommand(QKeySequence::Save, [this] { form_.CommandButton1.Click(); });
+  BindCommand(QKeySequence::New, [this] {
     // While a filter hides the button, a new station could not be saved.
     if (form_.CommandButton2.Visible()) form_.CommandButton2.Click();
   });
   // A text field that has the focus takes these keys for what was typed in it.
-  BindShortcut(QKeySequence::Undo, [this] { form_.UndoDelete.Click(); });
+  BindCommand(QKeySequence::Undo, [this] { form_.UndoDelete.Click(); });
   BindShortcut(QKeySequence::Find, [this] {
     ReportView* list = form_.ExplorerListFilter.Visible() ? filtered_list_ : full_list_;
     list->setFocus(Qt::ShortcutFocusReason);
@@ -173,8 +182,8 @@ void MainWindow::BindKeys() {
     subscriptions_ += list->DeletePressed.Subscribe([this] { form_.Command8[3].Click(); });
   }
   for (ReportView* list : {full_list_, filtered_list_}) {
-    subscriptions_ +=
-        list->MenuWanted.Subscribe([this, list](const QPoint& place) { ShowListMenu(form_, *list, place); });
+    subscriptions_ += list->MenuWanted.Subscribe(
+        [this, list](const QPoint& place) { ShowListMenu(form_, *list, loop_, place); });
   }
 }
 

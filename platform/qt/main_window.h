@@ -18,7 +18,7 @@ namespace platform::qt {
 /// session closes the window. The form outlives it.
 class MainWindow final : public QWidget {
  public:
-  MainWindow(app::Form1& form, const QtIcons& icons, const QtMessageLoop& loop, Language language);
+  MainWindow(app::Form1& form, const QtIcons& icons, QtMessageLoop& loop, Language language);
   ~MainWindow() override;
 
   /// Shows the window at the form's size, or at what the screen has room for.
@@ -38,12 +38,15 @@ class MainWindow final : public QWidget {
   void BuildInformation();
   void BindKeys();
   void BindShortcut(const QKeySequence& keys, std::function<void()> action);
+  /// For keys that run an event procedure of the program.
+  void BindCommand(const QKeySequence& keys, const std::function<void()>& command);
   void NameLists();
   void KeepTextsOffPicture();
   void SetTabOrder();
   [[nodiscard]] QSize SmallestSize() const;
 
   app::Form1& form_;
+  QtMessageLoop& loop_;
   const Language language_;
   TwipScale scale_;
   WidgetSet widgets_;

@@ -1,33 +1,55 @@
 #pragma once
-// The pump of the user-interface thread on Qt's event loop, and the state of the keys.
-// Not for timers; those are bound in platform/qt/timer_binding.h.
+// The pump of the user-interface thread on Qt's event loop, the event procedures that it runs, and the state
+// of the keys. Not for timers; those are bound in platform/qt/timer_binding.h.
 
 #include <QObject>
+#include <QPointer>
+#include <deque>
+#include <functional>
 #include <map>
 
-#include "controls/event.h"
 #include "platform/message_loop.h"
+#include "platform/qt/running_procedures.h"
+
+class QKeyEvent;
 
 namespace platform::qt {
 
+/// What input does to a wait that is under way when it comes.
+enum class OnWait { kKeepsWaiting, kEndsWait };
+
 /// Lives as long as the application object, whose events it watches for keys. A press is remembered until it
 /// is asked for or the program comes to rest: what was pressed before a long run began was not meant for it.
+///
+/// Widgets never run an event procedure of the program themselves. They hand it over, and it runs from an
+/// event loop, one after the other in the order of the input. So nothing of the toolkit stands on the stack
+/// below it but event loops, and a procedure that waits cannot pull a widget from under a call of the
+/// toolkit. While only painting is allowed the widgets keep taking input, and what they hand over waits.
 class QtMessageLoop final : public QObject, public MessageLoop {
  public:
-  QtMessageLoop();
+  /// Whether a procedure that goes on for long makes the user wait, or does what he asked for, as a recording
+  /// does. In a program of the latter kind Escape ends no wait.
+  enum class LongProcedures { kAreWaits, kAreWork };
+  explicit QtMessageLoop(LongProcedures long_procedures = LongProcedures::kAreWaits);
   ~QtMessageLoop() override;
 
   void ProcessPendingMessages() override;
   void ProcessPaintMessages() override;
+  [[nodiscard]] bool InputEndsWait() const override;
   void Sleep(std::uint32_t milliseconds) override;
   std::int16_t GetAsyncKeyState(std::int32_t virtual_key) override;
 
-  /// True while only painting is allowed: whoever receives a tick then drops it.
+  /// Runs the procedure from the event loop, never inside this call. It is forgotten when `context` goes.
+  void HandOver(QObject& context, std::function<void()> procedure, OnWait on_wait = OnWait::kKeepsWaiting);
+
+  /// For an event that comes from the event loop itself, a timer's: runs the procedure at once, or not at all
+  /// while only painting is allowed.
+  void Tick(const std::function<void()>& procedure);
+
+  /// True while only painting is allowed.
   [[nodiscard]] bool PaintingOnly() const { return painting_only_; }
 
-  /// Raised in every round of a wait that only paints, for what touches no state of the program.
-  controls::Event<> Painted;
-
+  bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -35,8 +57,21 @@ class QtMessageLoop final : public QObject, public MessageLoop {
     bool down = false;
     bool pressed_since_asked = false;
   };
+  struct HandedOver {
+    QPointer<QObject> context;
+    std::function<void()> procedure;
+    OnWait on_wait;
+  };
+  void AskForTurn();
+  void RunNext();
+  void Press(const QKeyEvent& press);
+
+  const LongProcedures long_procedures_;
   std::map<int, Key> keys_;  // by Qt::Key
+  std::deque<HandedOver> handed_over_;
+  int turns_held_ = 0;
   bool painting_only_ = false;
+  RunningProcedures running_;
 };
 
 }  // namespace platform::qt

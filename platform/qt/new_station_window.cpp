@@ -5,13 +5,14 @@
 
 namespace platform::qt {
 
-NewStationWindow::NewStationWindow(catalogue::Form2& form, const QtIcons& icons, const QtMessageLoop& loop,
+NewStationWindow::NewStationWindow(catalogue::Form2& form, const QtIcons& icons, QtMessageLoop& loop,
                                    QWidget* owner)
     : QDialog(owner),
       form_(form),
+      loop_(loop),
       scale_(QApplication::font()),
       widgets_(scale_, icons, loop),
-      form_binding_(form.form, *this, scale_) {
+      form_binding_(form.form, *this, scale_, loop) {
   Build();
   setFixedSize(size());
   subscriptions_ += form_.form.Closed.Subscribe([this] { done(QDialog::Accepted); });
@@ -38,7 +39,11 @@ void NewStationWindow::RunModal() {
   exec();
 }
 
-void NewStationWindow::reject() { form_.CommandButton2.Click(); }
+void NewStationWindow::reject() {
+  loop_.HandOver(*this, [this] {
+    if (!IsBlockedByDialog(*this)) form_.CommandButton2.Click();
+  });
+}
 
 void NewStationWindow::changeEvent(QEvent* event) {
   QDialog::changeEvent(event);

@@ -11,7 +11,7 @@ namespace platform::qt {
 
 class NewStationWindow final : public QDialog {
  public:
-  NewStationWindow(catalogue::Form2& form, const QtIcons& icons, const QtMessageLoop& loop,
+  NewStationWindow(catalogue::Form2& form, const QtIcons& icons, QtMessageLoop& loop,
                    QWidget* owner = nullptr);
 
   /// Blocks the other windows and returns when the form is closed, or when the program ends.
@@ -27,6 +27,7 @@ class NewStationWindow final : public QDialog {
   void Build();
 
   catalogue::Form2& form_;
+  QtMessageLoop& loop_;
   TwipScale scale_;
   WidgetSet widgets_;
   FormBinding form_binding_;

@@ -11,14 +11,11 @@ constexpr char kTokenVariable[] = "XDG_ACTIVATION_TOKEN";
 
 }  // namespace
 
-RaiseRequests::RaiseRequests(StartRequests& requests, const controls::Form& form, QWidget& window,
-                             QtMessageLoop& loop)
+RaiseRequests::RaiseRequests(StartRequests& requests, const controls::Form& form, QWidget& window)
     : requests_(requests), form_(form), window_(window) {
   if (requests_.Descriptor() < 0) return;
   notifier_ = std::make_unique<QSocketNotifier>(requests_.Descriptor(), QSocketNotifier::Read);
   connect(notifier_.get(), &QSocketNotifier::activated, this, [this] { Serve(); });
-  // A wait that only paints looks at no descriptor.
-  painted_ = loop.Painted.Subscribe([this] { Serve(); });
 }
 
 RaiseRequests::~RaiseRequests() = default;

@@ -9,7 +9,6 @@
 #include <memory>
 
 #include "controls/form.h"
-#include "platform/qt/message_loop.h"
 #include "platform/start_requests.h"
 
 namespace platform::qt {
@@ -19,7 +18,7 @@ namespace platform::qt {
 /// while the window goes is refused: the later start is to take its place. Everything given outlives this.
 class RaiseRequests final : public QObject {
  public:
-  RaiseRequests(StartRequests& requests, const controls::Form& form, QWidget& window, QtMessageLoop& loop);
+  RaiseRequests(StartRequests& requests, const controls::Form& form, QWidget& window);
   ~RaiseRequests() override;
 
  private:
@@ -31,7 +30,6 @@ class RaiseRequests final : public QObject {
   const controls::Form& form_;
   QWidget& window_;
   std::unique_ptr<QSocketNotifier> notifier_;
-  controls::Subscription painted_;
 };
 
 }  // namespace platform::qt

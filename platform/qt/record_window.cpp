@@ -7,11 +7,11 @@
 
 namespace platform::qt {
 
-RecordWindow::RecordWindow(recorder::RecordForm& form, const QtIcons& icons, const QtMessageLoop& loop)
+RecordWindow::RecordWindow(recorder::RecordForm& form, const QtIcons& icons, QtMessageLoop& loop)
     : form_(form),
       scale_(QApplication::font()),
       widgets_(scale_, icons, loop),
-      form_binding_(form.form, *this, scale_) {
+      form_binding_(form.form, *this, scale_, loop) {
   setWindowIcon(ApplicationIcon());
   setWindowFlag(Qt::WindowMinimizeButtonHint);
   setWindowFlag(Qt::WindowContextHelpButtonHint, false);

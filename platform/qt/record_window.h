@@ -13,7 +13,7 @@ namespace platform::qt {
 /// that ends the program's event loop too. The form outlives the window.
 class RecordWindow final : public QDialog {
  public:
-  RecordWindow(recorder::RecordForm& form, const QtIcons& icons, const QtMessageLoop& loop);
+  RecordWindow(recorder::RecordForm& form, const QtIcons& icons, QtMessageLoop& loop);
 
   /// The Escape key: nothing, because it would end a recording by accident.
   void reject() override;

@@ -147,7 +147,7 @@ void ReportView::mousePressEvent(QMouseEvent* event) {
 
 void ReportView::mouseReleaseEvent(QMouseEvent* event) {
   QTreeView::mouseReleaseEvent(event);
-  UserMoved.Raise(Movement::kRested);
+  if (event->button() != Qt::RightButton) UserMoved.Raise(Movement::kRested);
 }
 
 void ReportView::mouseDoubleClickEvent(QMouseEvent* event) {

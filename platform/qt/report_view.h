@@ -13,9 +13,9 @@ class ReportView final : public QTreeView {
  public:
   explicit ReportView(QWidget* parent);
 
-  /// The user's gestures, raised after the view has finished its own part, because what follows may take
-  /// long and pump. `UserMoved`: the selection may be another; auto-repeated keys come as kMoving, and
-  /// their end as kRested.
+  /// The user's gestures, raised inside the toolkit's calls: whoever receives one takes down what it means
+  /// and hands over the rest. `UserMoved`: the selection may be another; auto-repeated keys come as kMoving,
+  /// and their end as kRested.
   enum class Movement { kMoving, kRested };
   controls::Event<Movement> UserMoved;
   controls::Event<> EnterPressed;

@@ -17,16 +17,37 @@ void ShowText(QLineEdit& edit, TextView text) {
 
 }  // namespace
 
-TextBoxBinding::TextBoxBinding(controls::TextBox& box, QLineEdit& widget, const TwipScale& scale)
-    : WidgetBinding(box, widget, scale), box_(box), widget_(widget) {
+bool TypedText::ProgramWrote() {
+  if (control_.GetText() == known_) return false;
+  known_ = control_.GetText();
+  ++basis_;
+  return true;
+}
+
+void TypedText::Take(int basis, const Text& typed, const std::function<void()>& write) {
+  if (basis != basis_) return;
+  known_ = typed;
+  write();
+}
+
+TextBoxBinding::TextBoxBinding(controls::TextBox& box, QLineEdit& widget, const TwipScale& scale,
+                               QtMessageLoop& loop)
+    : InputBinding(box, widget, scale, loop), box_(box), widget_(widget), typed_(box) {
   subscriptions_ += box.Changed.Subscribe([this] { Follow(); });
   QObject::connect(&widget_, &QLineEdit::textChanged, &context_, [this](const QString& text) {
-    if (!following_) box_.SetText(FromQt(text));
+    if (!following_) TakeTyping(text);
   });
   Follow();
 }
 
+void TextBoxBinding::TakeTyping(const QString& text) {
+  HandOver([this, typed = FromQt(text), basis = typed_.Basis()] {
+    typed_.Take(basis, typed, [&] { box_.SetText(typed); });
+  });
+}
+
 void TextBoxBinding::Follow() {
+  if (!typed_.ProgramWrote()) return;
   const Following guard(following_);
   ShowText(widget_, box_.GetText());
 }
@@ -75,23 +96,31 @@ QAbstractSpinBox::StepEnabled CountingField::stepEnabled() const {
 }
 
 UpDownTextBoxBinding::UpDownTextBoxBinding(controls::UpDownTextBox& box, CountingField& widget,
-                                           const TwipScale& scale)
-    : WidgetBinding(box, widget, scale), box_(box), widget_(widget) {
+                                           const TwipScale& scale, QtMessageLoop& loop)
+    : InputBinding(box, widget, scale, loop), box_(box), widget_(widget), typed_(box) {
   subscriptions_ += box.Changed.Subscribe([this] { Follow(); });
   QObject::connect(&widget_.Edit(), &QLineEdit::textChanged, &context_, [this](const QString& text) {
     widget_.update();  // the arrows show whether there is a next number
-    if (!following_) box_.SetText(FromQt(text));
+    if (!following_) TakeTyping(text);
   });
   Follow();
 }
 
+void UpDownTextBoxBinding::TakeTyping(const QString& text) {
+  HandOver([this, typed = FromQt(text), basis = typed_.Basis()] {
+    typed_.Take(basis, typed, [&] { box_.SetText(typed); });
+  });
+}
+
 void UpDownTextBoxBinding::Follow() {
+  if (!typed_.ProgramWrote()) return;
   const Following guard(following_);
   ShowText(widget_.Edit(), box_.GetText());
 }
 
-ComboBoxBinding::ComboBoxBinding(controls::ComboBox& box, QComboBox& widget, const TwipScale& scale)
-    : WidgetBinding(box, widget, scale), box_(box), widget_(widget) {
+ComboBoxBinding::ComboBoxBinding(controls::ComboBox& box, QComboBox& widget, const TwipScale& scale,
+                                 QtMessageLoop& loop)
+    : InputBinding(box, widget, scale, loop), box_(box), widget_(widget), typed_(box) {
   widget_.setEditable(true);
   widget_.setInsertPolicy(QComboBox::NoInsert);
   constexpr int kShownWithoutScrolling = 20;
@@ -106,41 +135,64 @@ ComboBoxBinding::ComboBoxBinding(controls::ComboBox& box, QComboBox& widget, con
 }
 
 void ComboBoxBinding::TakeTyping(const QString& text) {
-  {
-    // The control loses its chosen entry before it has the new text; what lies between is not shown.
-    const Following guard(typing_);
-    box_.Type(FromQt(text));
-  }
-  Follow();
+  Show(FromQt(text), IndexOf(FromQt(text)));
+  ++inputs_to_come_;
+  HandOver([this, typed = FromQt(text), basis = typed_.Basis()] {
+    --inputs_to_come_;
+    typed_.Take(basis, typed, [&] {
+      // The control loses its chosen entry before it has the new text; what lies between is not shown.
+      const Following guard(typing_);
+      box_.Type(typed);
+    });
+    Follow();
+  });
 }
 
 void ComboBoxBinding::TakeUsersChoice(int index) {
   if (index < 0 || static_cast<std::size_t>(index) >= box_.Items().size()) return;
-  // Choosing the entry that was chosen last counts too, because another text may stand in the field by now.
-  if (box_.ListIndex() == index) box_.Type(box_.Items()[static_cast<std::size_t>(index)]);
-  box_.SetListIndex(index);
+  ++inputs_to_come_;
+  HandOver([this, index] {
+    --inputs_to_come_;
+    if (!IsBlocked()) Choose(index);
+    Follow();
+  });
+}
+
+void ComboBoxBinding::Choose(int index) {
+  const Text item = box_.Items()[static_cast<std::size_t>(index)];
+  typed_.Take(typed_.Basis(), item, [&] {
+    // Choosing the entry that was chosen last counts too, because another text may stand in the field by now.
+    if (box_.ListIndex() == index) box_.Type(item);
+    box_.SetListIndex(index);
+  });
 }
 
 int ComboBoxBinding::ShownIndex() const {
-  const auto& items = box_.Items();
   const int chosen = box_.ListIndex();
-  if (chosen >= 0 && items[static_cast<std::size_t>(chosen)] == box_.GetText()) return chosen;
-  const auto found = std::find(items.begin(), items.end(), box_.GetText());
+  return chosen >= 0 ? chosen : IndexOf(box_.GetText());
+}
+
+int ComboBoxBinding::IndexOf(const Text& text) const {
+  const auto& items = box_.Items();
+  const auto found = std::find(items.begin(), items.end(), text);
   return found == items.end() ? -1 : static_cast<int>(found - items.begin());
 }
 
 void ComboBoxBinding::Follow() {
   if (typing_) return;
   FollowItems();
+  if (!typed_.ProgramWrote() && inputs_to_come_ > 0) return;
+  Show(box_.GetText(), ShownIndex());
+}
+
+void ComboBoxBinding::Show(const Text& text, int index) {
   // The widget's own index always belongs to its text: otherwise it would choose the entry of that text by
   // itself as soon as the field loses the focus.
   QLineEdit& edit = *widget_.lineEdit();
-  const QString text = ToQt(box_.GetText());
-  const bool typed = edit.text() == text;
+  const bool typed = edit.text() == ToQt(text);
   const int cursor = edit.cursorPosition();
-  const int index = ShownIndex();
   if (widget_.currentIndex() != index) widget_.setCurrentIndex(index);
-  ShowText(edit, box_.GetText());
+  ShowText(edit, text);
   if (typed && edit.cursorPosition() != cursor) edit.setCursorPosition(cursor);
 }
 

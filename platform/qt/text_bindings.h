@@ -5,20 +5,42 @@
 #include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <functional>
 
 #include "controls/text_box.h"
-#include "platform/qt/widget_binding.h"
+#include "platform/qt/input_binding.h"
 
 namespace platform::qt {
 
-class TextBoxBinding final : public WidgetBinding {
+/// Keeps apart what the program writes into a field and what the user types into it, while the control learns
+/// of the typing only later. What the program has written since takes its place.
+class TypedText final {
  public:
-  TextBoxBinding(controls::TextBox& box, QLineEdit& widget, const TwipScale& scale);
+  explicit TypedText(controls::TextControl& control) : control_(control) {}
+
+  /// Which typing counts: that which stands on the program's latest text.
+  [[nodiscard]] int Basis() const { return basis_; }
+  /// True when the program wrote another text since this was last asked; what was typed before is void then.
+  bool ProgramWrote();
+  /// The turn of a typed text: `write` gives it to the control, unless it is void.
+  void Take(int basis, const Text& typed, const std::function<void()>& write);
+
+ private:
+  controls::TextControl& control_;
+  Text known_;
+  int basis_ = 0;
+};
+
+class TextBoxBinding final : public InputBinding {
+ public:
+  TextBoxBinding(controls::TextBox& box, QLineEdit& widget, const TwipScale& scale, QtMessageLoop& loop);
 
  private:
   void Follow();
+  void TakeTyping(const QString& text);
   controls::TextBox& box_;
   QLineEdit& widget_;
+  TypedText typed_;
   bool following_ = false;
 };
 
@@ -40,29 +62,37 @@ class CountingField final : public QAbstractSpinBox {
   [[nodiscard]] int Number() const;
 };
 
-class UpDownTextBoxBinding final : public WidgetBinding {
+class UpDownTextBoxBinding final : public InputBinding {
  public:
-  UpDownTextBoxBinding(controls::UpDownTextBox& box, CountingField& widget, const TwipScale& scale);
+  UpDownTextBoxBinding(controls::UpDownTextBox& box, CountingField& widget, const TwipScale& scale,
+                       QtMessageLoop& loop);
 
  private:
   void Follow();
+  void TakeTyping(const QString& text);
   controls::UpDownTextBox& box_;
   CountingField& widget_;
+  TypedText typed_;
   bool following_ = false;
 };
 
-class ComboBoxBinding final : public WidgetBinding {
+class ComboBoxBinding final : public InputBinding {
  public:
-  ComboBoxBinding(controls::ComboBox& box, QComboBox& widget, const TwipScale& scale);
+  ComboBoxBinding(controls::ComboBox& box, QComboBox& widget, const TwipScale& scale, QtMessageLoop& loop);
 
  private:
   void Follow();
   void FollowItems();
   void TakeTyping(const QString& text);
   void TakeUsersChoice(int index);
+  void Choose(int index);
+  void Show(const Text& text, int index);
   [[nodiscard]] int ShownIndex() const;
+  [[nodiscard]] int IndexOf(const Text& text) const;
   controls::ComboBox& box_;
   QComboBox& widget_;
+  TypedText typed_;
+  int inputs_to_come_ = 0;  // which the widget shows already
   bool typing_ = false;
 };
 

@@ -8,10 +8,11 @@ constexpr int kNeedsPrecision = 100;
 
 }  // namespace
 
-TimerBinding::TimerBinding(controls::Timer& timer, const QtMessageLoop& loop) : timer_(timer), loop_(loop) {
+TimerBinding::TimerBinding(controls::Timer& timer, QtMessageLoop& loop) : timer_(timer), loop_(loop) {
   subscription_ = timer.Changed.Subscribe([this] { Follow(); });
   QObject::connect(&clock_, &QTimer::timeout, &clock_, [this] {
-    if (!loop_.PaintingOnly() || timer_.TicksWhilePainting()) timer_.Fire();
+    if (timer_.TicksWhilePainting() && loop_.PaintingOnly()) return timer_.Fire();
+    loop_.Tick([this] { timer_.Fire(); });
   });
   Follow();
 }

@@ -12,7 +12,7 @@ namespace platform::qt {
 /// an interval later.
 class TimerBinding final {
  public:
-  TimerBinding(controls::Timer& timer, const QtMessageLoop& loop);
+  TimerBinding(controls::Timer& timer, QtMessageLoop& loop);
   TimerBinding(const TimerBinding&) = delete;
   TimerBinding& operator=(const TimerBinding&) = delete;
 
@@ -20,7 +20,7 @@ class TimerBinding final {
   void Follow();
 
   controls::Timer& timer_;
-  const QtMessageLoop& loop_;
+  QtMessageLoop& loop_;
   QTimer clock_;
   controls::Subscription subscription_;
 };

@@ -13,8 +13,9 @@ void ProgressBarBinding::Follow() {
   widget_.SetLevel(range > 0 ? static_cast<double>(bar_.Value() - bar_.Minimum()) / range : 0.0);
 }
 
-ScrollBarBinding::ScrollBarBinding(controls::ScrollBar& bar, QSlider& widget, const TwipScale& scale)
-    : WidgetBinding(bar, widget, scale), bar_(bar), widget_(widget) {
+ScrollBarBinding::ScrollBarBinding(controls::ScrollBar& bar, QSlider& widget, const TwipScale& scale,
+                                   QtMessageLoop& loop)
+    : InputBinding(bar, widget, scale, loop), bar_(bar), widget_(widget) {
   subscriptions_ += bar.Changed.Subscribe([this] { Follow(); });
   QObject::connect(&widget_, &QSlider::valueChanged, &context_, [this](int value) { TakeUsersValue(value); });
   QObject::connect(&widget_, &QSlider::sliderReleased, &context_, [this] { Follow(); });
@@ -29,16 +30,22 @@ void ScrollBarBinding::Follow() {
     widget_.setPageStep((bar_.Maximum() - bar_.Minimum()) / kPages);
   }
   // While the user drags, the handle stays under the pointer.
-  if (!widget_.isSliderDown() && widget_.value() != bar_.Value()) widget_.setValue(bar_.Value());
+  if (widget_.isSliderDown() || values_to_come_ > 0 || widget_.value() == bar_.Value()) return;
+  widget_.setValue(bar_.Value());
 }
 
 void ScrollBarBinding::TakeUsersValue(int value) {
   if (following_) return;
-  if (widget_.isSliderDown()) {
-    bar_.Scroll(value);
-  } else {
-    bar_.SetValue(value);
-  }
+  ++values_to_come_;
+  HandOver([this, value, drags = widget_.isSliderDown()] {
+    --values_to_come_;
+    if (drags) {
+      bar_.Scroll(value);
+    } else {
+      bar_.SetValue(value);
+    }
+    Follow();
+  });
 }
 
 ImageBinding::ImageBinding(controls::Image& image, PictureBox& widget, const TwipScale& scale,

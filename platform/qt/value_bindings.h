@@ -6,9 +6,9 @@
 
 #include "controls/value_controls.h"
 #include "platform/qt/icons.h"
+#include "platform/qt/input_binding.h"
 #include "platform/qt/peak_bar.h"
 #include "platform/qt/picture_box.h"
-#include "platform/qt/widget_binding.h"
 
 namespace platform::qt {
 
@@ -22,15 +22,16 @@ class ProgressBarBinding final : public WidgetBinding {
   PeakBar& widget_;
 };
 
-class ScrollBarBinding final : public WidgetBinding {
+class ScrollBarBinding final : public InputBinding {
  public:
-  ScrollBarBinding(controls::ScrollBar& bar, QSlider& widget, const TwipScale& scale);
+  ScrollBarBinding(controls::ScrollBar& bar, QSlider& widget, const TwipScale& scale, QtMessageLoop& loop);
 
  private:
   void Follow();
   void TakeUsersValue(int value);
   controls::ScrollBar& bar_;
   QSlider& widget_;
+  int values_to_come_ = 0;  // which the widget shows already
   bool following_ = false;
 };
 

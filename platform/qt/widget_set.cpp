@@ -5,7 +5,7 @@
 namespace platform::qt {
 
 template <typename Binding, typename Widget, typename Control, typename... More>
-Widget& WidgetSet::Bind(Control& control, Widget* widget, const char* name, const More&... more) {
+Widget& WidgetSet::Bind(Control& control, Widget* widget, const char* name, More&... more) {
   widget->setObjectName(QLatin1String(name));
   bindings_.push_back(std::make_unique<Binding>(control, *widget, scale_, more...));
   return *widget;
@@ -30,23 +30,23 @@ QGroupBox& WidgetSet::Add(controls::Frame& frame, QWidget& parent, const char* n
 }
 
 CommandButtonWidget& WidgetSet::Add(controls::CommandButton& button, QWidget& parent, const char* name) {
-  return Bind<CommandButtonBinding>(button, new CommandButtonWidget(&parent), name);
+  return Bind<CommandButtonBinding>(button, new CommandButtonWidget(&parent), name, loop_);
 }
 
 QCheckBox& WidgetSet::Add(controls::CheckBox& box, QWidget& parent, const char* name) {
-  return Bind<CheckBoxBinding, QCheckBox>(box, new CheckBoxWidget(&parent), name);
+  return Bind<CheckBoxBinding, QCheckBox>(box, new CheckBoxWidget(&parent), name, loop_);
 }
 
 QLineEdit& WidgetSet::Add(controls::TextBox& box, QWidget& parent, const char* name) {
-  return Bind<TextBoxBinding>(box, new QLineEdit(&parent), name);
+  return Bind<TextBoxBinding>(box, new QLineEdit(&parent), name, loop_);
 }
 
 CountingField& WidgetSet::Add(controls::UpDownTextBox& box, QWidget& parent, const char* name) {
-  return Bind<UpDownTextBoxBinding>(box, new CountingField(&parent), name);
+  return Bind<UpDownTextBoxBinding>(box, new CountingField(&parent), name, loop_);
 }
 
 QComboBox& WidgetSet::Add(controls::ComboBox& box, QWidget& parent, const char* name) {
-  return Bind<ComboBoxBinding>(box, new QComboBox(&parent), name);
+  return Bind<ComboBoxBinding>(box, new QComboBox(&parent), name, loop_);
 }
 
 PeakBar& WidgetSet::Add(controls::ProgressBar& bar, QWidget& parent, const char* name) {
@@ -54,7 +54,7 @@ PeakBar& WidgetSet::Add(controls::ProgressBar& bar, QWidget& parent, const char*
 }
 
 QSlider& WidgetSet::Add(controls::ScrollBar& bar, QWidget& parent, const char* name) {
-  return Bind<ScrollBarBinding>(bar, new QSlider(Qt::Horizontal, &parent), name);
+  return Bind<ScrollBarBinding>(bar, new QSlider(Qt::Horizontal, &parent), name, loop_);
 }
 
 PictureBox& WidgetSet::Add(controls::Image& image, QWidget& parent, const char* name) {

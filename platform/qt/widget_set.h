@@ -19,7 +19,7 @@ namespace platform::qt {
 /// set, which holds the bindings, must end before the window does.
 class WidgetSet {
  public:
-  WidgetSet(const TwipScale& scale, const QtIcons& icons, const QtMessageLoop& loop)
+  WidgetSet(const TwipScale& scale, const QtIcons& icons, QtMessageLoop& loop)
       : scale_(scale), icons_(icons), loop_(loop) {}
   WidgetSet(const WidgetSet&) = delete;
   WidgetSet& operator=(const WidgetSet&) = delete;
@@ -47,11 +47,11 @@ class WidgetSet {
 
  private:
   template <typename Binding, typename Widget, typename Control, typename... More>
-  Widget& Bind(Control& control, Widget* widget, const char* name, const More&... more);
+  Widget& Bind(Control& control, Widget* widget, const char* name, More&... more);
 
   const TwipScale& scale_;
   const QtIcons& icons_;
-  const QtMessageLoop& loop_;
+  QtMessageLoop& loop_;
   std::vector<std::unique_ptr<WidgetBinding>> bindings_;
   std::vector<std::unique_ptr<TimerBinding>> timers_;
 };

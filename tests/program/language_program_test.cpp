@@ -85,7 +85,7 @@ CaptionMap GermanWindow() {
   }
   platform::posix::PosixNativePaths paths;
   const platform::qt::QtIcons icons(paths);
-  const platform::qt::QtMessageLoop loop;
+  platform::qt::QtMessageLoop loop;
   return Captions(platform::qt::MainWindow(form, icons, loop, platform::qt::Language::kGerman));
 }
 
@@ -93,7 +93,7 @@ CaptionMap GermanDialog() {
   catalogue::Form2 form;
   platform::posix::PosixNativePaths paths;
   const platform::qt::QtIcons icons(paths);
-  const platform::qt::QtMessageLoop loop;
+  platform::qt::QtMessageLoop loop;
   return Captions(platform::qt::NewStationWindow(form, icons, loop));
 }
 

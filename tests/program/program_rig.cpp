@@ -48,9 +48,16 @@ int ProgramRig::Run(const std::function<void()>& journey) {
     program_->Window().activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&program_->Window()));
     journey();
+    Settle();
     if (!Form().form.IsClosed()) QCoreApplication::exit();
   });
   return program_->Run(entrance_->Requests());
+}
+
+void ProgramRig::Settle() {
+  // What comes during a round is left to the next one.
+  constexpr int kRounds = 3;
+  for (int round = 0; round < kRounds; ++round) QCoreApplication::sendPostedEvents();
 }
 
 void ProgramRig::ActOnDialog() {
@@ -109,6 +116,7 @@ void ProgramRig::Click(const char* name) {
   const bool box = widget.inherits("QCheckBox");
   const QPoint place = box ? QPoint(kInsideTheMark, widget.height() / 2) : widget.rect().center();
   QTest::mouseClick(&widget, Qt::LeftButton, {}, place);
+  Settle();
 }
 
 void ProgramRig::ClickRow(const QString& name) {
@@ -117,18 +125,21 @@ void ProgramRig::ClickRow(const QString& name) {
   const QModelIndex index = List().model()->index(static_cast<int>(row), 0);
   List().scrollTo(index);
   QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, List().visualRect(index).center());
+  Settle();
 }
 
 void ProgramRig::ClickHeader(int column) {
   QHeaderView& header = *List().header();
   const int left = header.sectionViewportPosition(column);
   QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, QPoint(left + 20, header.height() / 2));
+  Settle();
 }
 
 void ProgramRig::Type(QWidget& field, const QString& text) {
   field.setFocus();
   QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
   QTest::keyClicks(&field, text);
+  Settle();
 }
 
 void ProgramRig::PressKey(Qt::Key key, Qt::KeyboardModifiers modifiers) {
@@ -137,10 +148,12 @@ void ProgramRig::PressKey(Qt::Key key, Qt::KeyboardModifiers modifiers) {
   ASSERT_TRUE(QTest::qWaitForWindowActive(&program_->Window()));
   QWidget* focused = QApplication::focusWidget();
   QTest::keyClick(focused != nullptr ? focused : &program_->Window(), key, modifiers);
+  Settle();
 }
 
 void ProgramRig::PressButton(QWidget& dialog, const char* name) {
   QTest::mouseClick(dialog.findChild<QAbstractButton*>(QLatin1String(name)), Qt::LeftButton);
+  Settle();
 }
 
 }  // namespace program_test

@@ -64,6 +64,9 @@ class ProgramRig : public ::testing::Test {
   void PressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
   static void PressButton(QWidget& dialog, const char* name);
 
+  /// Has the program do what input was handed over to it, as the event loop would do next.
+  static void Settle();
+
   [[nodiscard]] std::string Stations() const { return folder_.Read("Ordnerzentrale/Funkhaus.ini"); }
   [[nodiscard]] std::string Options() const { return folder_.Read("Ordnerzentrale/Opt.ini"); }
 

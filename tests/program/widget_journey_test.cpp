@@ -54,6 +54,7 @@ TEST_F(WidgetJourney, ViewsAreSwitchedAFavouriteIsMarkedAndTheListIsSorted) {
               EXPECT_FALSE(Find("CommandButton1").isVisible());
               // Four entries up from "Dance" stands "Rock".
               for (int step = 0; step < 4; ++step) QTest::keyClick(&Find("Combo1"), Qt::Key_Up);
+              Settle();
               EXPECT_EQ(Column(), QStringList({"Radio A"}));
               Click("Check3");
               EXPECT_FALSE(Find<QCheckBox>("Check1").isChecked());
@@ -81,7 +82,9 @@ TEST_F(WidgetJourney, LinkAndNumberAreEditedAndTakenOver) {
               ClickRow("Radio A");
               ASSERT_TRUE(Find("UpDownTextBox1").isVisible());
               QTest::keyClick(&Find("UpDownTextBox1"), Qt::Key_Up);
+              Settle();
               QTest::keyClick(&Find("UpDownTextBox1"), Qt::Key_Up);
+              Settle();
               Click("Command8_0");
               EXPECT_EQ(List().model()->index(0, 5).data().toString(), "3");
               program_->Window().close();
@@ -173,12 +176,15 @@ TEST_F(WidgetJourney, EntriesAreDeletedByKeyAndByButtonWithoutAQuestion) {
   EXPECT_EQ(Run([&] {
               ClickRow("Radio A");
               QTest::keyClick(&List(), Qt::Key_Delete);
+              Settle();
               ClickRow("Radio B");
               Click("Command8_3");
               ClickRow("Radio C");
               QTest::keyClick(&List(), Qt::Key_Delete);
+              Settle();
               EXPECT_EQ(Column(), QStringList({"Radio D"}));
               QTest::keyClick(&List(), Qt::Key_Delete);
+              Settle();
               EXPECT_EQ(Column(), QStringList({"Radio D"})) << "no row is selected";
               program_->Window().close();
             }),
@@ -195,8 +201,10 @@ TEST_F(WidgetJourney, ControlFAndLettersFindAStationAndEnterPlaysIt) {
               QTest::keyClick(&Find("TextBox1_0"), Qt::Key_F, Qt::ControlModifier);
               ASSERT_TRUE(List().hasFocus());
               QTest::keyClicks(&List(), "radio b");
+              Settle();
               EXPECT_EQ(Find<QLineEdit>("TextBox1_0").text(), "Radio B");
               QTest::keyClick(&List(), Qt::Key_Return);
+              Settle();
               EXPECT_TRUE(Form().Timer2.Enabled()) << "Start was pressed";
               program_->Window().close();
             }),

@@ -40,7 +40,11 @@ class FakeMessageLoop : public platform::MessageLoop {
     ++pumps;
     if (const auto action = on_pump) action();
   }
-  void ProcessPaintMessages() override { ++paints; }
+  void ProcessPaintMessages() override {
+    ++paints;
+    if (const auto action = on_paint) action();
+  }
+  [[nodiscard]] bool InputEndsWait() const override { return input_ends_wait; }
   void Sleep(std::uint32_t milliseconds) override {
     slept += milliseconds;
     if (const auto action = on_sleep) action(milliseconds);
@@ -49,8 +53,10 @@ class FakeMessageLoop : public platform::MessageLoop {
 
   int pumps = 0;
   int paints = 0;
+  bool input_ends_wait = false;
   std::uint64_t slept = 0;
   std::function<void()> on_pump;
+  std::function<void()> on_paint;
   std::function<void(std::uint32_t)> on_sleep;
   std::map<std::int32_t, std::int16_t> keys;
 };

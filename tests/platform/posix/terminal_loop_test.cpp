@@ -23,6 +23,16 @@ TEST(TerminalLoopTest, TellsARequestToEndInTheNextPumpAndOnce) {
   }
 }
 
+TEST(TerminalLoopTest, ARequestToEndEndsAWaitUntilItIsPassedOn) {
+  TerminalLoop loop;
+  EXPECT_FALSE(loop.InputEndsWait());
+  ::raise(SIGTERM);
+  EXPECT_TRUE(loop.InputEndsWait());
+  EXPECT_TRUE(loop.InputEndsWait()) << "asking passes nothing on";
+  loop.ProcessPendingMessages();
+  EXPECT_FALSE(loop.InputEndsWait());
+}
+
 TEST(TerminalLoopTest, TheSecondSignalEndsTheProcess) {
   EXPECT_EXIT(
       {

@@ -25,6 +25,7 @@ TEST_F(CaptionedBindings, ClickOnTheBoxChecksTheControlOnce) {
   const Counter clicks(form_.Check2.Clicked);
   auto& box = fixture_.Find<QCheckBox>("Check2");
   QTest::mouseClick(&box, Qt::LeftButton, {}, QPoint(8, box.height() / 2));
+  Settle();
   EXPECT_TRUE(form_.Check2.Checked());
   EXPECT_TRUE(box.isChecked());
   EXPECT_EQ(clicks.Count(), 1);
@@ -43,6 +44,7 @@ TEST_F(CaptionedBindings, HandlerMayTakeTheUsersCheckBack) {
   });
   auto& box = fixture_.Find<QCheckBox>("Check2");
   QTest::keyClick(&box, Qt::Key_Space);
+  Settle();
   EXPECT_FALSE(form_.Check2.Checked());
   EXPECT_FALSE(box.isChecked());
 }
@@ -53,6 +55,7 @@ TEST_F(CaptionedBindings, CheckingOneViewMayUncheckTheOther) {
   });
   form_.Check1.SetValue(controls::CheckValue::kChecked);
   QTest::keyClick(&fixture_.Find("Check3"), Qt::Key_Space);
+  Settle();
   EXPECT_FALSE(fixture_.Find<QCheckBox>("Check1").isChecked());
   EXPECT_TRUE(fixture_.Find<QCheckBox>("Check3").isChecked());
 }
@@ -61,10 +64,13 @@ TEST_F(CaptionedBindings, ButtonTakesMouseSpaceAndEnter) {
   const Counter clicks(form_.Command1.Clicked);
   auto& button = fixture_.Find("Command1");
   QTest::mouseClick(&button, Qt::LeftButton);
+  Settle();
   EXPECT_EQ(clicks.Count(), 1);
   QTest::keyClick(&button, Qt::Key_Space);
+  Settle();
   EXPECT_EQ(clicks.Count(), 2);
   QTest::keyClick(&button, Qt::Key_Return);
+  Settle();
   EXPECT_EQ(clicks.Count(), 3);
 }
 
@@ -74,6 +80,7 @@ TEST_F(CaptionedBindings, DisabledButtonTakesNothing) {
   auto& button = fixture_.Find("Command1");
   EXPECT_FALSE(button.isEnabled());
   QTest::mouseClick(&button, Qt::LeftButton);
+  Settle();
   EXPECT_EQ(clicks.Count(), 0);
   form_.Command1.SetEnabled(true);
   EXPECT_TRUE(button.isEnabled());
@@ -87,6 +94,7 @@ TEST_F(CaptionedBindings, ContextMenuEventIsTheSecondaryActionOnly) {
     QContextMenuEvent event(reason, QPoint(5, 5), button.mapToGlobal(QPoint(5, 5)));
     QApplication::sendEvent(&button, &event);
   }
+  Settle();
   EXPECT_EQ(context_clicks.Count(), 2);
   EXPECT_EQ(clicks.Count(), 0);
 }

@@ -13,7 +13,7 @@ namespace {
 
 TEST(CloseRequestsTest, SignalsCloseTheForm) {
   for (const int signal : {SIGTERM, SIGHUP, SIGINT}) {
-    const QtMessageLoop loop;
+    QtMessageLoop loop;
     controls::Form form;
     const CloseRequests requests(form, loop);
     ::raise(signal);
@@ -23,7 +23,7 @@ TEST(CloseRequestsTest, SignalsCloseTheForm) {
 }
 
 TEST(CloseRequestsTest, SeveralSignalsCloseOnce) {
-  const QtMessageLoop loop;
+  QtMessageLoop loop;
   controls::Form form;
   const CloseRequests requests(form, loop);
   const Counter asked(form.QueryUnload);
@@ -46,7 +46,7 @@ TEST(CloseRequestsTest, SignalsWaitWhileOnlyPaintingIsAllowed) {
 QSessionManager& Session() { return *qApp->findChild<QSessionManager*>(); }
 
 TEST(CloseRequestsTest, LogOutThatAllowsNoQuestionEndsTheFormsSession) {
-  const QtMessageLoop loop;
+  QtMessageLoop loop;
   controls::Form form;
   const CloseRequests requests(form, loop);
   ASSERT_NE(qApp->findChild<QSessionManager*>(), nullptr);
@@ -57,7 +57,7 @@ TEST(CloseRequestsTest, LogOutThatAllowsNoQuestionEndsTheFormsSession) {
 }
 
 TEST(CloseRequestsTest, LogOutThatAllowsAQuestionClosesTheFormForTheUser) {
-  const QtMessageLoop loop;
+  QtMessageLoop loop;
   controls::Form form;
   CloseRequests requests(form, loop);
   const Counter asked(form.QueryUnload);
@@ -88,7 +88,7 @@ TEST(CloseRequestsTest, FormerHandlingIsBackAfterwards) {
   struct sigaction after {};
   ::sigaction(SIGTERM, nullptr, &before);
   {
-    const QtMessageLoop loop;
+    QtMessageLoop loop;
     controls::Form form;
     const CloseRequests requests(form, loop);
   }

@@ -127,7 +127,7 @@ TEST_F(MessageBoxes, EscapeIsCancelWhereThereIsCancelAndOkWhereThereIsOnlyOk) {
 }
 
 TEST_F(MessageBoxes, TimersRunWhileABoxIsOpen) {
-  const QtMessageLoop loop;
+  QtMessageLoop loop;
   controls::Timer timer;
   const TimerBinding binding(timer, loop);
   const Counter ticks(timer.Ticked);

@@ -35,6 +35,7 @@ class ListBindingTest : public ::testing::Test {
   QPoint At(int row) const { return view_.visualRect(view_.model()->index(row, 0)).center(); }
   void Click(int row, Qt::KeyboardModifiers modifiers = {}) {
     QTest::mouseClick(view_.viewport(), Qt::LeftButton, modifiers, At(row));
+    Settle();
   }
   void SortByName(controls::SortDirection direction) {
     const int sign = direction == controls::SortDirection::kAscending ? 1 : -1;
@@ -122,6 +123,7 @@ TEST_F(ListBindingTest, ClickBesideTheRowsAndControlClickTakeTheSelectionAway) {
   Fill(3);
   Click(1);
   QTest::mouseClick(view_.viewport(), Qt::LeftButton, {}, QPoint(20, view_.viewport()->height() - 5));
+  Settle();
   EXPECT_EQ(list_.SelectedRow(), RowId::kNone);
   Click(1);
   Click(1, Qt::ControlModifier);
@@ -166,6 +168,7 @@ TEST_F(ListBindingTest, HeaderClickReachesTheListAndTheArrowIsTheLists) {
   QHeaderView& header = *view_.header();
   QTest::mouseClick(header.viewport(), Qt::LeftButton, {},
                     QPoint(header.sectionViewportPosition(1) + 20, header.height() / 2));
+  Settle();
   EXPECT_EQ(clicked, 1);
   // Nobody sorted, so the arrow stays where the list says.
   EXPECT_EQ(header.sortIndicatorSection(), 0);
@@ -180,6 +183,7 @@ TEST_F(ListBindingTest, DoubleClickAndEnterRaiseDoubleClickedForTheRow) {
   QTest::mouseDClick(view_.viewport(), Qt::LeftButton, {}, At(1));
   QTest::keyClick(&view_, Qt::Key_Down);
   QTest::keyClick(&view_, Qt::Key_Return);
+  Settle();
   EXPECT_EQ(rows, (std::vector<RowId>{list_.RowAt(1), list_.RowAt(2)}));
 }
 
@@ -187,6 +191,7 @@ TEST_F(ListBindingTest, EnterWithoutASelectionDoesNothing) {
   Fill(2);
   const Counter clicks(list_.DoubleClicked);
   QTest::keyClick(&view_, Qt::Key_Return);
+  Settle();
   EXPECT_EQ(clicks.Count(), 0);
 }
 
@@ -200,6 +205,7 @@ TEST_F(ListBindingTest, DoubleClickMeansTheRowThatWasClickedEvenWhenSelectingSor
   view_.selectionModel()->select(view_.model()->index(2, 0),
                                  QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   QTest::keyClick(&view_, Qt::Key_Return);
+  Settle();
   EXPECT_EQ(reported, clicked);
 }
 
@@ -212,6 +218,7 @@ TEST_F(ListBindingTest, DeleteMeansTheRowThatIsShownSelectedThoughTheMovementHas
   QApplication::sendEvent(&view_, &press);
   ASSERT_EQ(list_.SelectedRow(), list_.RowAt(0));
   QTest::keyClick(&view_, Qt::Key_Delete);
+  Settle();
   EXPECT_EQ(selected, list_.RowAt(1));
 }
 
@@ -226,6 +233,7 @@ TEST_F(ListBindingTest, DeleteIsDroppedWhenAnotherRowIsSelectedMeanwhile) {
   QKeyEvent press(QEvent::KeyPress, Qt::Key_Down, {}, {}, true);
   QApplication::sendEvent(&view_, &press);
   QTest::keyClick(&view_, Qt::Key_Delete);
+  Settle();
   EXPECT_EQ(list_.SelectedRow(), list_.RowAt(3));
   EXPECT_EQ(deletions.Count(), 0);
 }
@@ -237,6 +245,7 @@ TEST_F(ListBindingTest, HeldDeleteDeletesOneRowOnly) {
   QTest::keyPress(&view_, Qt::Key_Delete);
   QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Delete, {}, {}, true);
   QApplication::sendEvent(&view_, &repeated);
+  Settle();
   EXPECT_EQ(deletions.Count(), 1);
 }
 
@@ -244,6 +253,7 @@ TEST_F(ListBindingTest, BlankInsideANameIsALetterOfTheSearch) {
   for (const char16_t* name : {u"Radio 1", u"Radio 2", u"Radio X", u"Radiofon"}) list_.AddRow(Row(name));
   view_.setFocus();
   QTest::keyClicks(&view_, "radio x");
+  Settle();
   EXPECT_EQ(list_.SelectedRow(), list_.RowAt(2));
 }
 
@@ -251,14 +261,18 @@ TEST_F(ListBindingTest, LettersFindRowsByTheirNamesBeginning) {
   for (const char16_t* name : {u"Antenne", u"Berlin", u"Bremen", u"Ärzte", u"Zebra"}) list_.AddRow(Row(name));
   view_.setFocus();
   QTest::keyClicks(&view_, "br");
+  Settle();
   EXPECT_EQ(list_.SelectedRow(), list_.RowAt(2));
   QTest::qWait(QApplication::keyboardInputInterval() + 50);  // a new word begins after this pause
   QTest::keyClicks(&view_, "b");
+  Settle();
   EXPECT_EQ(list_.SelectedRow(), list_.RowAt(1));
   QTest::keyClicks(&view_, "b");
+  Settle();
   EXPECT_EQ(list_.SelectedRow(), list_.RowAt(2));
   QTest::qWait(QApplication::keyboardInputInterval() + 50);
   QTest::keyClicks(&view_, "x");
+  Settle();
   EXPECT_EQ(list_.SelectedRow(), list_.RowAt(2));
 }
 
@@ -274,6 +288,7 @@ TEST_F(ListBindingTest, HeldKeyTellsTheListWhenItComesToRest) {
   EXPECT_EQ(changes.Count(), 0);
   QKeyEvent release(QEvent::KeyRelease, Qt::Key_Down, {});
   QApplication::sendEvent(&view_, &release);
+  Settle();
   EXPECT_EQ(list_.SelectedRow(), list_.RowAt(4));
   EXPECT_EQ(changes.Count(), 1);
 }

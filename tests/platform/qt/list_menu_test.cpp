@@ -66,11 +66,60 @@ TEST_F(ListMenu, ShowsTheControlsCaptionsAndTheirKeys) {
                          QString::fromUtf8("Sender hinzufügen\tCtrl+N")}));
 }
 
-TEST_F(ListMenu, RightClickSelectsItsRow) {
+TEST_F(ListMenu, RightClickSelectsItsRowWhichIsWorkedOutWhenTheMenuIsGone) {
   RightClick(At(1));
   EXPECT_EQ(view_.SelectedRow(), 1);
+  EXPECT_FALSE(QTest::qWaitFor([this] { return list_.SelectedRow() == list_.RowAt(1); }, 600))
+      << "what a selection starts may take long, and the menu would have to wait for it";
+  QTest::keyClick(Menu(), Qt::Key_Escape);
   EXPECT_TRUE(WaitFor([this] { return list_.SelectedRow() == list_.RowAt(1); }));
 }
+
+/// The ways in which a menu goes away.
+struct WayOut {
+  const char* name;
+  std::function<void(QMenu& menu)> leave;
+};
+
+void ChooseIn(QMenu& menu, int entry) {
+  QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(menu.actions().at(entry)).center());
+}
+
+class MenuThatGoes : public ListMenu, public ::testing::WithParamInterface<WayOut> {};
+
+// Choosing a row fetches its title, and the window pumps meanwhile. The menu may go away in any pump, and
+// with it goes whatever call of the toolkit works on it.
+TEST_P(MenuThatGoes, InsideTheWaitOfASelectionHarmsNothing) {
+  int pumps_inside = 0;
+  const auto fetch = list_.SelectionChanged.Subscribe([&] {
+    EXPECT_TRUE(WaitFor([&] {
+      if (Menu() != nullptr && Menu()->isVisible()) GetParam().leave(*Menu());
+      fixture_.loop.ProcessPendingMessages();
+      ++pumps_inside;
+      return Menu() == nullptr;
+    }));
+  });
+  RightClick(At(1));
+  EXPECT_EQ(pumps_inside, 0) << "the menu's opening has called the program";
+  ASSERT_NE(Menu(), nullptr);
+  // Another fetch that is under way while the menu is open.
+  list_.Select(list_.RowAt(0));
+  EXPECT_GT(pumps_inside, 0);
+  EXPECT_TRUE(WaitFor([this] { return list_.SelectedRow() == list_.RowAt(1) && Menu() == nullptr; }));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    ListMenu, MenuThatGoes,
+    ::testing::Values(
+        WayOut{"Escape", [](QMenu& menu) { QTest::keyPress(&menu, Qt::Key_Escape); }},
+        WayOut{"ClickBeside",
+               [](QMenu& menu) { QTest::mousePress(&menu, Qt::LeftButton, {}, QPoint(-50, -50)); }},
+        WayOut{"SecondRightClick",
+               [](QMenu& menu) { QTest::mousePress(&menu, Qt::RightButton, {}, QPoint(-50, -50)); }},
+        WayOut{"Start", [](QMenu& menu) { ChooseIn(menu, 0); }},
+        WayOut{"Delete", [](QMenu& menu) { ChooseIn(menu, 1); }},
+        WayOut{"Closed", [](QMenu& menu) { menu.close(); }}),
+    [](const auto& way) { return way.param.name; });
 
 TEST_F(ListMenu, StartPlaysTheRowAsADoubleClickDoes) {
   controls::RowId played = controls::RowId::kNone;

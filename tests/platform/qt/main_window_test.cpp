@@ -104,6 +104,7 @@ class Keys : public ::testing::Test {
 TEST_F(Keys, ControlSSavesTheList) {
   const Counter clicks(form_.CommandButton1.Clicked);
   QTest::keyClick(&fixture_.Find("TextBox1_0"), Qt::Key_S, Qt::ControlModifier);
+  Settle();
   EXPECT_EQ(clicks.Count(), 1);
   EXPECT_FALSE(fixture_.Find("CommandButton1").toolTip().isEmpty());
 }
@@ -111,9 +112,11 @@ TEST_F(Keys, ControlSSavesTheList) {
 TEST_F(Keys, ControlNMakesAStationUnlessItsButtonIsHidden) {
   const Counter clicks(form_.CommandButton2.Clicked);
   QTest::keyClick(fixture_.window.get(), Qt::Key_N, Qt::ControlModifier);
+  Settle();
   EXPECT_EQ(clicks.Count(), 1);
   form_.CommandButton2.SetVisible(false);
   QTest::keyClick(fixture_.window.get(), Qt::Key_N, Qt::ControlModifier);
+  Settle();
   EXPECT_EQ(clicks.Count(), 1);
 }
 
@@ -130,8 +133,10 @@ TEST_F(Keys, ControlFGoesToTheVisibleList) {
 TEST_F(Keys, DeleteInAListDeletesTheEntryAndInAFieldOnlyALetter) {
   const Counter clicks(form_.Command8[3].Clicked);
   QTest::keyClick(&fixture_.Find("SymbolListview"), Qt::Key_Delete);
+  Settle();
   EXPECT_EQ(clicks.Count(), 1);
   QTest::keyClick(&fixture_.Find("TextBox1_0"), Qt::Key_Delete);
+  Settle();
   EXPECT_EQ(clicks.Count(), 1);
 }
 
@@ -141,6 +146,7 @@ TEST_F(Keys, ControlZTakesADeletionBackUnlessATextFieldHasTheFocus) {
   for (const char* name : {"SymbolListview", "Command1", "Check2"}) {
     fixture_.Find(name).setFocus();
     QTest::keyClick(&fixture_.Find(name), Qt::Key_Z, Qt::ControlModifier);
+    Settle();
     EXPECT_EQ(clicks.Count(), ++expected) << name;
   }
   form_.UpDownTextBox1.SetVisible(true);
@@ -156,6 +162,7 @@ TEST_F(Keys, ControlZTakesADeletionBackUnlessATextFieldHasTheFocus) {
     for (int times = 0; times < 3; ++times) QTest::keyClick(&field, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(line->text(), before) << name;
   }
+  Settle();
   EXPECT_EQ(clicks.Count(), expected);
 }
 

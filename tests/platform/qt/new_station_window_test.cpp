@@ -52,6 +52,7 @@ TEST_F(NewStation, FieldsAreBoundAndPasteButtonsBelongToTheirFields) {
   RunWith(window, [&] {
     QTest::keyClicks(&Find(window, "TextBox1_0"), "Neu");
     QTest::mouseClick(&Find(window, "CommandButton3_1"), Qt::LeftButton);
+    Settle();
     form_.form.Close();
   });
   EXPECT_EQ(form_.TextBox1[0].GetText(), u"Neu");

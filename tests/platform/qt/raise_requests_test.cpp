@@ -85,7 +85,7 @@ class RaiseRequestsTest : public ::testing::Test {
 
   WindowFixture fixture_;
   ScriptedRequests requests_;
-  RaiseRequests raise_{requests_, fixture_.form.form, *fixture_.window, fixture_.loop};
+  RaiseRequests raise_{requests_, fixture_.form.form, *fixture_.window};
   QWidget other_;
 };
 
@@ -184,7 +184,7 @@ TEST_F(RaiseRequestsTest, TokenIsThereForTheActivationAndNotLater) {
 TEST_F(RaiseRequestsTest, NothingHappensAfterwards) {
   {
     const WindowFixture fixture;
-    const RaiseRequests gone(requests_, fixture_.form.form, Window(), fixture_.loop);
+    const RaiseRequests gone(requests_, fixture_.form.form, Window());
   }
   requests_.Ask();
   EXPECT_TRUE(Served()) << "by the one that is left";
@@ -195,7 +195,7 @@ TEST(RaiseRequestsWithoutAPlace, DoNothing) {
   WindowFixture fixture;
   ScriptedRequests requests;
   requests.nobody_can_ask = true;
-  const RaiseRequests raise(requests, fixture.form.form, *fixture.window, fixture.loop);
+  const RaiseRequests raise(requests, fixture.form.form, *fixture.window);
   requests.Ask();
   for (int round = 0; round < 5; ++round) fixture.loop.ProcessPendingMessages();
   EXPECT_EQ(requests.accepted + requests.refused, 0);

@@ -28,6 +28,7 @@ TEST_F(Recording, EnterInTheAddressStarts) {
   window_.show();
   QTest::keyClicks(&Find("address"), "http://a");
   QTest::keyClick(&Find("address"), Qt::Key_Return);
+  Settle();
   EXPECT_EQ(form_.address.GetText(), u"http://a");
   EXPECT_EQ(started.Count(), 1);
 }
@@ -38,6 +39,7 @@ TEST_F(Recording, ButtonsAreBound) {
   window_.show();
   QTest::mouseClick(&Find("stop"), Qt::LeftButton);
   QTest::mouseClick(&Find("open_folder"), Qt::LeftButton);
+  Settle();
   EXPECT_EQ(stopped.Count(), 1);
   EXPECT_EQ(opened.Count(), 1);
 }
@@ -45,6 +47,7 @@ TEST_F(Recording, ButtonsAreBound) {
 TEST_F(Recording, EscapeEndsNothing) {
   window_.show();
   QTest::keyClick(&window_, Qt::Key_Escape);
+  Settle();
   EXPECT_TRUE(window_.isVisible());
   EXPECT_FALSE(form_.form.Closing());
 }

@@ -29,6 +29,7 @@ class TextBindings : public ::testing::Test {
 TEST_F(TextBindings, TypingReachesTheControl) {
   const Counter changes(form_.TextBox1[0].TextChanged);
   QTest::keyClicks(&fixture_.Find("TextBox1_0"), "abc");
+  Settle();
   EXPECT_EQ(form_.TextBox1[0].GetText(), u"abc");
   EXPECT_EQ(changes.Count(), 3);
 }
@@ -56,12 +57,15 @@ TEST_F(TextBindings, ArrowsCountWithinTheRange) {
   auto& field = fixture_.Find<CountingField>("UpDownTextBox1");
   form_.UpDownTextBox1.SetText(u"");
   QTest::keyClick(&field, Qt::Key_Up);
+  Settle();
   EXPECT_EQ(form_.UpDownTextBox1.GetText(), u"1");
   QTest::keyClick(&field, Qt::Key_Down);
   QTest::keyClick(&field, Qt::Key_Down);
+  Settle();
   EXPECT_EQ(form_.UpDownTextBox1.GetText(), u"0");
   form_.UpDownTextBox1.SetText(u"99999");
   QTest::keyClick(&field, Qt::Key_Up);
+  Settle();
   EXPECT_EQ(form_.UpDownTextBox1.GetText(), u"99999");
 }
 
@@ -70,6 +74,7 @@ TEST_F(TextBindings, NumberFieldShowsAnyTextButTakesOnlyDigits) {
   form_.UpDownTextBox1.SetText(u"12");
   field.Edit().end(false);
   QTest::keyClicks(&field.Edit(), "x3");
+  Settle();
   EXPECT_EQ(form_.UpDownTextBox1.GetText(), u"123");
   form_.UpDownTextBox1.SetText(u"keine");
   EXPECT_EQ(field.Edit().text(), "keine");
@@ -80,6 +85,7 @@ TEST_F(TextBindings, ChoosingAnEntryByKeyRaisesClickedOnce) {
   form_.Combo1.SetListIndex(0);
   const Counter clicks(form_.Combo1.Clicked);
   QTest::keyClick(&fixture_.Find("Combo1"), Qt::Key_Down);
+  Settle();
   EXPECT_EQ(form_.Combo1.ListIndex(), 1);
   EXPECT_EQ(form_.Combo1.GetText(), u"Pop & Hits");
   EXPECT_EQ(clicks.Count(), 1);
@@ -92,6 +98,7 @@ TEST_F(TextBindings, ChoosingFromTheOpenListRaisesClicked) {
   box.showPopup();
   QTest::keyClick(box.view(), Qt::Key_Down);
   QTest::keyClick(box.view(), Qt::Key_Return);
+  Settle();
   EXPECT_EQ(form_.Combo1.ListIndex(), 1);
   EXPECT_EQ(clicks.Count(), 1);
 }
@@ -104,6 +111,7 @@ TEST_F(TextBindings, ChoosingTheSameEntryCountsWhenAnotherTextStandsThere) {
   box.showPopup();
   QTest::keyClick(box.view(), Qt::Key_Home);
   QTest::keyClick(box.view(), Qt::Key_Return);
+  Settle();
   EXPECT_EQ(form_.Combo1.GetText(), u"Rock");
   EXPECT_EQ(clicks.Count(), 1);
 }
@@ -112,6 +120,7 @@ TEST_F(TextBindings, SecondOfTwoEqualEntriesCanBeChosen) {
   auto& box = fixture_.Find<QComboBox>("Combo1");
   form_.Combo1.SetListIndex(4);
   QTest::keyClick(&box, Qt::Key_Down);
+  Settle();
   EXPECT_EQ(form_.Combo1.ListIndex(), 5);
   EXPECT_EQ(box.currentIndex(), 5);
 }
@@ -122,6 +131,7 @@ TEST_F(TextBindings, TypingAGenreOnlyChangesTheText) {
   auto& box = fixture_.Find<QComboBox>("Combo1");
   box.lineEdit()->selectAll();
   QTest::keyClicks(box.lineEdit(), "Polka");
+  Settle();
   EXPECT_EQ(form_.Combo1.GetText(), u"Polka");
   EXPECT_EQ(form_.Combo1.ListIndex(), -1);
   EXPECT_EQ(box.currentText(), "Polka");
@@ -133,6 +143,7 @@ TEST_F(TextBindings, TypingInTheMiddleKeepsTheCursor) {
   auto& edit = *fixture_.Find<QComboBox>("Combo1").lineEdit();
   edit.setCursorPosition(2);
   QTest::keyClicks(&edit, "xy");
+  Settle();
   EXPECT_EQ(form_.Combo1.GetText(), u"Roxyck");
   EXPECT_EQ(edit.cursorPosition(), 4);
 }
@@ -148,6 +159,7 @@ TEST_F(TextBindings, LeavingTheFieldChoosesNothing) {
   box.lineEdit()->selectAll();
   QTest::keyClicks(box.lineEdit(), "Oldies");
   QTest::keyClick(box.lineEdit(), Qt::Key_Return);
+  Settle();
   EXPECT_EQ(form_.Combo1.GetText(), u"Oldies");
   EXPECT_EQ(clicks.Count(), 0);
 }

@@ -10,7 +10,7 @@ namespace platform::qt {
 namespace {
 
 TEST(TimerBindingTest, TicksWhileEnabledOnly) {
-  const QtMessageLoop loop;
+  QtMessageLoop loop;
   controls::Timer timer;
   const TimerBinding binding(timer, loop);
   const Counter ticks(timer.Ticked);
@@ -24,7 +24,7 @@ TEST(TimerBindingTest, TicksWhileEnabledOnly) {
 }
 
 TEST(TimerBindingTest, IntervalOfZeroNeverTicks) {
-  const QtMessageLoop loop;
+  QtMessageLoop loop;
   controls::Timer timer;
   const TimerBinding binding(timer, loop);
   const Counter ticks(timer.Ticked);
@@ -33,7 +33,7 @@ TEST(TimerBindingTest, IntervalOfZeroNeverTicks) {
 }
 
 TEST(TimerBindingTest, TwentyMillisecondTimerKeepsItsPace) {
-  const QtMessageLoop loop;
+  QtMessageLoop loop;
   controls::Timer timer;
   timer.SetInterval(20);
   timer.SetEnabled(true);

@@ -24,6 +24,7 @@ TEST_F(ValueBindings, KeysOnTheSliderChangeTheValueOnce) {
   const Counter changes(form_.hscSavVolume.ValueChanged);
   auto& slider = fixture_.Find<QSlider>("hscSavVolume");
   QTest::keyClick(&slider, Qt::Key_Right);
+  Settle();
   EXPECT_EQ(form_.hscSavVolume.Value(), 51);
   EXPECT_EQ(changes.Count(), 1);
 }
@@ -40,6 +41,7 @@ TEST_F(ValueBindings, DraggingScrollsAndTheProgramDoesNotPullTheHandleAway) {
   auto& slider = fixture_.Find<QSlider>("hscSavVolume");
   slider.setSliderDown(true);
   slider.setSliderPosition(40);
+  Settle();
   EXPECT_EQ(form_.hscSavVolume.Value(), 40);
   EXPECT_EQ(scrolls.Count(), 1);
   EXPECT_EQ(changes.Count(), 0);

@@ -33,6 +33,13 @@ inline bool WaitFor(const std::function<bool()>& done) {
   return QTest::qWaitFor(done, kDeadline);
 }
 
+/// Has the program do what input was handed over to it, as the event loop would do next.
+inline void Settle() {
+  // What comes during a round is left to the next one.
+  constexpr int kRounds = 3;
+  for (int round = 0; round < kRounds; ++round) QCoreApplication::sendPostedEvents();
+}
+
 /// Form1 with its window, laid out at every size, and the columns of the lists.
 class WindowFixture {
  public:

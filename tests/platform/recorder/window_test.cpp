@@ -62,7 +62,16 @@ class Window : public Surrounded {
   Widget& Find(const char* name) {
     return *static_cast<Widget*>(window_.findChild<QWidget*>(QLatin1String(name)));
   }
-  void Click(const char* name) { QTest::mouseClick(&Find(name), Qt::LeftButton); }
+  /// Has the program do what input was handed over to it, as the event loop would do next.
+  static void Settle() {
+    // What comes during a round is left to the next one.
+    constexpr int kRounds = 3;
+    for (int round = 0; round < kRounds; ++round) QCoreApplication::sendPostedEvents();
+  }
+  void Click(const char* name) {
+    QTest::mouseClick(&Find(name), Qt::LeftButton);
+    Settle();
+  }
   // Types the station's address, presses Start and returns when the recording has ended; `act` is run in the
   // middle of it as soon as `now` holds.
   void RecordAnd(const std::function<bool()>& now, const std::function<void()>& act) {
@@ -78,6 +87,7 @@ class Window : public Surrounded {
     });
     window_.show();
     QTest::keyClicks(&Find("address"), QString::fromStdString(station_.Url()));
+    Settle();
     look.start(10);
     Click("start");
   }
@@ -89,7 +99,7 @@ class Window : public Surrounded {
   platform::posix::PosixEnvironment environment_{paths_};
   platform::posix::PosixClock clock_;
   platform::posix::PosixShell shell_{paths_};
-  platform::qt::QtMessageLoop loop_;
+  platform::qt::QtMessageLoop loop_{platform::qt::QtMessageLoop::LongProcedures::kAreWork};
   platform::curl::CurlInternet internet_{loop_, conversion_};
   platform::curl::CurlXmlHttpRequests requests_{conversion_};
   StationRecording recording_{

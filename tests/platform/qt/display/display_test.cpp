@@ -55,6 +55,102 @@ TEST_F(Display, PaintingOnlyKeepsInputForLater) {
   }));
 }
 
+/// A wait that only paints, with the mouse and keyboard worked from outside.
+class DisplayWait : public Display {
+ protected:
+  DisplayWait() {
+    for (const char16_t* name : {u"Radio A", u"Radio B", u"Radio C"}) {
+      controls::ListRow row;
+      row.cells[0] = name;
+      list_.AddRow(std::move(row));
+    }
+    list_.Select(list_.RowAt(0));
+  }
+  QPoint At(int row) const {
+    return view_.viewport()->mapToGlobal(view_.visualRect(view_.model()->index(row, 0)).center());
+  }
+  static void Click(const QPoint& place, const char* button = "1") {
+    Work({"mousemove", QString::number(place.x()), QString::number(place.y()), "click", button});
+  }
+  /// Whether `input` ends the wait within a second.
+  bool EndsWait(const std::function<void()>& input) {
+    bool ended = false;
+    fixture_.loop.HandOver(context_, [&] {
+      input();
+      QElapsedTimer clock;
+      clock.start();
+      while (!ended && clock.elapsed() < 1000) {
+        fixture_.loop.ProcessPaintMessages();
+        ended = fixture_.loop.InputEndsWait();
+      }
+    });
+    fixture_.loop.ProcessPendingMessages();
+    return ended;
+  }
+
+  controls::ListView& list_ = fixture_.form.SymbolListview;
+  ReportView& view_ = fixture_.Find<ReportView>("SymbolListview");
+  QObject context_;
+};
+
+TEST_F(DisplayWait, EndsForStopAndThenStops) {
+  const Counter stops(fixture_.form.Command6.Clicked);
+  EXPECT_TRUE(EndsWait([&] { ClickOn(fixture_.Find("Command6")); }));
+  EXPECT_TRUE(WaitFor([&] { return stops.Count() == 1; }));
+}
+
+TEST_F(DisplayWait, EndsForAnotherRowByMouseAndKeyAndThenSelectsIt) {
+  EXPECT_TRUE(EndsWait([&] { Click(At(1)); }));
+  EXPECT_TRUE(WaitFor([&] { return list_.SelectedRow() == list_.RowAt(1); }));
+  EXPECT_TRUE(EndsWait([&] { Work({"key", "Down"}); }));
+  EXPECT_TRUE(WaitFor([&] { return list_.SelectedRow() == list_.RowAt(2); }));
+}
+
+TEST_F(DisplayWait, EndsForEscape) {
+  EXPECT_TRUE(EndsWait([] { Work({"key", "Escape"}); }));
+  EXPECT_NE(fixture_.loop.GetAsyncKeyState(kVkEscape), 0);
+}
+
+TEST_F(DisplayWait, EndsForADoubleClickWhichStartsItsRowOnce) {
+  std::vector<controls::RowId> started;
+  const auto starts = list_.DoubleClicked.Subscribe([&](controls::RowId row) { started.push_back(row); });
+  const QPoint place = At(2);
+  EXPECT_TRUE(EndsWait([&] {
+    Work({"mousemove", QString::number(place.x()), QString::number(place.y()), "click", "--repeat", "2",
+          "--delay", "50", "1"});
+  }));
+  EXPECT_TRUE(WaitFor([&] { return !started.empty(); }));
+  EXPECT_EQ(started, std::vector<controls::RowId>{list_.RowAt(2)});
+  EXPECT_EQ(list_.SelectedRow(), list_.RowAt(2));
+}
+
+TEST_F(DisplayWait, GoesOnForTheVolumeAndForTyping) {
+  EXPECT_FALSE(EndsWait([&] {
+    fixture_.Find("hscSavVolume").setFocus();
+    Work({"key", "Left"});
+    fixture_.Find("TextBox1_0").setFocus();
+    Work({"type", "neu"});
+  }));
+  EXPECT_TRUE(WaitFor([&] { return fixture_.form.TextBox1[0].GetText() == u"neu"; }));
+}
+
+TEST_F(DisplayWait, MenuThatOpensAndGoesInTheWaitOfASelectionHarmsNothing) {
+  const auto slow = list_.SelectionChanged.Subscribe([&] {
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < 300) fixture_.loop.ProcessPendingMessages();
+  });
+  const auto menu_is_open = [this] { return view_.findChild<QWidget*>("list_menu") != nullptr; };
+  for (int round = 0; round < 3; ++round) {
+    for (const int row : {1, 2}) {
+      Click(At(row), "3");
+      EXPECT_TRUE(WaitFor(menu_is_open));
+      Work({"key", "Escape"});
+      EXPECT_TRUE(WaitFor([&] { return !menu_is_open() && list_.SelectedRow() == list_.RowAt(row); }));
+    }
+  }
+}
+
 TEST_F(Display, EscapeIsSeenDownAndUp) {
   Work({"keydown", "Escape"});
   EXPECT_TRUE(WaitFor([this] { return fixture_.loop.GetAsyncKeyState(kVkEscape) < 0; }));

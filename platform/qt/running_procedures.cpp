@@ -1,0 +1,60 @@
+#include "platform/qt/running_procedures.h"
+
+#include <algorithm>
+
+namespace platform::qt {
+
+RunningProcedures::Scope::Scope(RunningProcedures& procedures, Pumping pumping) : procedures_(procedures) {
+  procedures_.running_.push_back({pumping, std::nullopt, false});
+}
+
+RunningProcedures::Scope::~Scope() {
+  procedures_.running_.pop_back();
+  // The one that this one ran inside may still be waiting; its next pump or painting decides.
+  if (procedures_.running_.empty()) procedures_.cursor_.Hide();
+}
+
+void RunningProcedures::Pumps() {
+  if (running_.empty()) return;
+  Procedure& innermost = running_.back();
+  if (innermost.pumping == Pumping::kIsWaiting) {
+    Waits();
+  } else {
+    innermost.waiting_since.reset();
+    ShowPointer(Clock::now());
+  }
+}
+
+void RunningProcedures::Waits() {
+  if (running_.empty()) return;
+  const Clock::time_point now = Clock::now();
+  Procedure& innermost = running_.back();
+  if (!innermost.waiting_since) innermost.waiting_since = now;
+  ShowPointer(now);
+}
+
+void RunningProcedures::ShowPointer(Clock::time_point now) {
+  const bool busy = std::any_of(running_.begin(), running_.end(), [now](const Procedure& procedure) {
+    return procedure.waiting_since && now - *procedure.waiting_since > kPatience;
+  });
+  if (busy) {
+    cursor_.Show();
+  } else {
+    cursor_.Hide();
+  }
+}
+
+void RunningProcedures::Rests() {
+  for (Procedure& procedure : running_) procedure.waiting_since.reset();
+  cursor_.Hide();
+}
+
+void RunningProcedures::EscapePressed() {
+  for (Procedure& procedure : running_) procedure.escape_pressed = true;
+}
+
+bool RunningProcedures::EscapePressedInside() const {
+  return !running_.empty() && running_.back().escape_pressed;
+}
+
+}  // namespace platform::qt

@@ -1,0 +1,58 @@
+#pragma once
+// The event procedures of the program that run now, one inside the wait of another, and what the user notices
+// of their waiting: the busy pointer, Escape. Not how a procedure comes to run (platform/qt/message_loop.h).
+
+#include <chrono>
+#include <optional>
+#include <vector>
+
+#include "platform/qt/busy_cursor.h"
+
+namespace platform::qt {
+
+/// What it means that a procedure lets the window process its messages: that the user waits for it, or that
+/// it does its work in the background. A wait that only paints is one in any case.
+enum class Pumping { kIsWaiting, kIsWork };
+
+/// The busy pointer is shown while any running procedure has been waiting for `kPatience`. A procedure that
+/// rests (a dialog waits for the user inside it) does not wait.
+class RunningProcedures final {
+ public:
+  static constexpr std::chrono::milliseconds kPatience{200};
+
+  /// A procedure runs for as long as this lives.
+  class Scope final {
+   public:
+    Scope(RunningProcedures& procedures, Pumping pumping);
+    ~Scope();
+    Scope(const Scope&) = delete;
+    Scope& operator=(const Scope&) = delete;
+
+   private:
+    RunningProcedures& procedures_;
+  };
+
+  /// The innermost procedure pumps; it waits and only has the window painted.
+  void Pumps();
+  void Waits();
+  /// The event loop waits for the user.
+  void Rests();
+
+  void EscapePressed();
+  /// Whether Escape was pressed since the innermost procedure began.
+  [[nodiscard]] bool EscapePressedInside() const;
+
+ private:
+  using Clock = std::chrono::steady_clock;
+  struct Procedure {
+    Pumping pumping;
+    std::optional<Clock::time_point> waiting_since;
+    bool escape_pressed = false;
+  };
+  void ShowPointer(Clock::time_point now);
+
+  std::vector<Procedure> running_;
+  BusyCursor cursor_;
+};
+
+}  // namespace platform::qt
