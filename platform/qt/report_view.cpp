@@ -109,7 +109,9 @@ bool ReportView::event(QEvent* event) {
 void ReportView::keyPressEvent(QKeyEvent* event) {
   const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
   if (plain && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
-    if (!event->isAutoRepeat()) EnterPressed.Raise();
+    if (event->isAutoRepeat()) return;
+    if (!SelectedRow()) SelectFramedRow();
+    EnterPressed.Raise();
     return;
   }
   if (plain && event->key() == Qt::Key_Delete) {
@@ -120,9 +122,30 @@ void ReportView::keyPressEvent(QKeyEvent* event) {
     // Names have blanks; inside one it is a letter like the others.
     keyboardSearch(QStringLiteral(" "));
   } else {
-    QTreeView::keyPressEvent(event);
+    PressKey(event);
   }
   UserMoved.Raise(event->isAutoRepeat() ? Movement::kMoving : Movement::kRested);
+}
+
+void ReportView::PressKey(QKeyEvent* event) {
+  const int key = event->key();
+  const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+  const bool steps = key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_Space;
+  const bool leaps =
+      key == Qt::Key_Home || key == Qt::Key_End || key == Qt::Key_PageUp || key == Qt::Key_PageDown;
+  if (plain && steps && !SelectedRow()) {
+    SelectFramedRow();
+    return;
+  }
+  QTreeView::keyPressEvent(event);
+  // A leap to where the frame stands already moves nothing.
+  if (plain && leaps && !SelectedRow()) SelectFramedRow();
+}
+
+void ReportView::SelectFramedRow() {
+  const QModelIndex framed = currentIndex().isValid() ? currentIndex() : model()->index(0, 0);
+  // Selects a row that is current already, too.
+  if (framed.isValid()) setCurrentIndex(framed);
 }
 
 void ReportView::keyReleaseEvent(QKeyEvent* event) {

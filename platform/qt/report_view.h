@@ -15,7 +15,7 @@ class ReportView final : public QTreeView {
 
   /// The user's gestures, raised inside the toolkit's calls: whoever receives one takes down what it means
   /// and hands over the rest. `UserMoved`: the selection may be another; auto-repeated keys come as kMoving,
-  /// and their end as kRested.
+  /// and their end as kRested. Enter comes after it has selected the framed row when none was selected.
   enum class Movement { kMoving, kRested };
   controls::Event<Movement> UserMoved;
   controls::Event<> EnterPressed;
@@ -52,6 +52,8 @@ class ReportView final : public QTreeView {
  private:
   [[nodiscard]] bool Searching() const;
   [[nodiscard]] bool StartsWith(int row, const QString& text) const;
+  void PressKey(QKeyEvent* event);
+  void SelectFramedRow();
   void ShowCellToolTip(const QPoint& place, const QPoint& screen_place);
 
   QString searched_;
