@@ -22,6 +22,7 @@ inline constexpr HResult kENoInterface = static_cast<HResult>(0x80004002u);
 inline constexpr HResult kEFail = static_cast<HResult>(0x80004005u);
 inline constexpr HResult kEInvalidArg = static_cast<HResult>(0x80070057u);
 inline constexpr HResult kErrorFileNotFound = static_cast<HResult>(0x80070002u);
+inline constexpr HResult kErrorCancelled = static_cast<HResult>(0x800704C7u);
 inline constexpr HResult kMfEUnsupportedByteStreamType = static_cast<HResult>(0xC00D36C4u);
 
 /// A reference to a platform object; zero when absent. Released by slot 2 (IUnknown Release).

@@ -41,7 +41,8 @@ enum class InternetFailure : std::uint8_t {
 
 /// All operations are called on the user-interface thread. Connecting and a silent answer are bounded to
 /// 10 s each, and to 30 s together, or to the session's own limit (SetWaitLimit); meanwhile the window is
-/// painted but takes no input. Redirects are followed (301, 302,
+/// painted, and input that ends a wait (MessageLoop::InputEndsWait) makes the operation fail at once with
+/// kGivenUp. Redirects are followed (301, 302,
 /// 303, 307, 308, at most 10, from http to https too); status and headers are those of the last answer.
 /// Certificates are checked. Nothing throws.
 /// Public references: RFC 9110 and RFC 9112; the "ICY 200 OK" status line of SHOUTcast servers counts as

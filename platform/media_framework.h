@@ -23,8 +23,8 @@ inline constexpr std::int32_t kMfResolutionContentNeedNotMatch = 16;
 
 /// MFStartup comes first, MFShutdown last. Every object written to an `out` parameter is released once by
 /// its caller; `out` is written on S_OK only. Opening an address is bounded to 10 s, during which the
-/// window is painted. Nothing throws.
-/// Public reference: the Media Foundation documentation of the functions of the same names.
+/// window is painted; input that ends a wait (MessageLoop::InputEndsWait) ends it with kErrorCancelled.
+/// Nothing throws. Public reference: the Media Foundation documentation of the functions of the same names.
 class MediaFramework {
  public:
   virtual ~MediaFramework() = default;

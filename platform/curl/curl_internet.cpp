@@ -142,6 +142,7 @@ InternetFailure CurlInternet::AwaitAnswer(Transfer& transfer, milliseconds limit
     if (is_silent || Clock::now() >= deadline) return InternetFailure::kNoAnswer;
     transfer.Work(kPaintSlice);
     loop_.ProcessPaintMessages();
+    if (loop_.InputEndsWait()) return InternetFailure::kGivenUp;
   }
   return InternetFailure::kNone;
 }

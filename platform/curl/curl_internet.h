@@ -33,7 +33,8 @@ struct InternetSettings {
 /// kept between requests: no cache, no cookies, no open connections.
 class CurlInternet final : public Internet {
  public:
-  /// `loop` is only asked to paint, in every slice of at most 10 ms of a wait for an answer.
+  /// `loop` is only asked to paint and whether input ends the wait, in every slice of at most 10 ms of a wait
+  /// for an answer.
   CurlInternet(MessageLoop& loop, TextConversion& conversion, InternetSettings settings = {});
   ~CurlInternet() override;
   CurlInternet(const CurlInternet&) = delete;

@@ -42,6 +42,10 @@ HResult SourceResolver::Open(PipelineInput input, std::int32_t* type, InterfaceH
   std::optional<HResult> result;
   while (!(result = item->WaitOpened(kPaintEvery))) {
     context_.message_loop.ProcessPaintMessages();
+    if (context_.message_loop.InputEndsWait()) {
+      context_.latest.Failed(PlaybackFailure::kNone);  // nothing has failed, and nothing plays
+      return kErrorCancelled;
+    }
     if (std::chrono::steady_clock::now() >= deadline) {
       context_.latest.Failed(PlaybackFailure::kNoAnswer);
       return kMfENetTimeout;

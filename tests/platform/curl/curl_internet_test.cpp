@@ -298,6 +298,17 @@ TEST_F(CurlInternetLimits, ASessionsLimitMakesThemNoLonger) {
   EXPECT_EQ(rig_.internet.LastFailure(), InternetFailure::kNoAnswer) << "before the tenth redirect";
 }
 
+TEST_F(CurlInternetLimits, InputThatEndsAWaitGivesASilentServerUpAtOnce) {
+  rig_.server.OnAny(Script().Hold());
+  int asked = 0;
+  rig_.loop.on_paint = [&] { rig_.loop.input_ends_wait = ++asked == 3; };
+  EXPECT_EQ(rig_.OpenUrl(rig_.server.Url()), InternetHandle::kNone);
+  EXPECT_EQ(rig_.internet.LastFailure(), InternetFailure::kGivenUp);
+  EXPECT_EQ(asked, 3) << "it is asked in every slice";
+  EXPECT_EQ(rig_.loop.pumps, 0) << "the input is left for later";
+  EXPECT_TRUE(rig_.server.WaitForAllClosed(kDeadline));
+}
+
 TEST_F(CurlInternetLimits, AHeaderThatNeverEndsIsGivenUp) {
   rig_.server.OnAny(Script().Send("HTTP/1.1 200 OK\r\n").SendInPieces(std::string(5000, 'x'), 1, 20ms));
   EXPECT_GE(FailToOpen(rig_.server.Url()), 400ms);

@@ -123,6 +123,15 @@ TEST_F(OpeningTest, ASilentServerIsGivenUpInTimeAndTheWindowIsPaintedMeanwhile) 
   EXPECT_EQ(driver.loop.pumps, 0);
 }
 
+TEST_F(OpeningTest, InputThatEndsAWaitGivesASilentServerUpAtOnce) {
+  server.On("/x", [](MediaHttpServer::Connection& connection) { connection.StaySilent(30s); });
+  driver.loop.on_paint = [this] { driver.loop.input_ends_wait = driver.loop.paints == 5; };
+  EXPECT_EQ(driver.Open(server.Url("/x")), platform::kErrorCancelled);
+  EXPECT_EQ(driver.Media().Status(), platform::PlaybackStatus{}) << "nothing has failed";
+  EXPECT_EQ(driver.loop.paints, 5) << "it is asked in every slice";
+  EXPECT_EQ(driver.loop.pumps, 0) << "the input is left for later";
+}
+
 TEST_F(OpeningTest, AServerThatFallsSilentAfterItsHeadIsNoUnsupportedType) {
   auto options = Unheard();
   options.open_deadline = 500ms;
