@@ -54,6 +54,7 @@ bool clsMFPlayer::IsMediaReady() const { return static_cast<bool>(session_); }
 
 clsMFPlayer::OwnCall clsMFPlayer::BeginOpening() {
   ++openings_;
+  opening_cancelled_ = false;
   return BeginCall();
 }
 
@@ -92,6 +93,7 @@ bool clsMFPlayer::CreateSourceFromUrl(const Text& address, const OwnCall& call) 
   const HResult code = result.value_or(platform::kSOk);
   const bool reported = code == platform::kSOk || code == platform::kErrorFileNotFound ||
                         code == platform::kMfEUnsupportedByteStreamType;
+  opening_cancelled_ = code == platform::kErrorCancelled;
   if (reported) RaiseIsCreateOK(code);
   if (code != platform::kSOk || !MayGoOn(call)) return false;
   return KeepSource(object_type, object);

@@ -69,6 +69,9 @@ class clsMFPlayer : public std::enable_shared_from_this<clsMFPlayer> {
 
   /// Opens a stream address; opening is bounded by the framework (10 s).
   void MediaFileFromUrl(Text address);
+  /// Whether the last opening of an address was given up because the user's input was waiting. Nothing is
+  /// reported of such an opening, and there is no item then.
+  [[nodiscard]] bool OpeningCancelled() const { return opening_cancelled_; }
   void MediaFileFromIStream(platform::StreamObject stream);
 
   /// Starts from the current position; true when the session accepted.
@@ -168,6 +171,7 @@ class clsMFPlayer : public std::enable_shared_from_this<clsMFPlayer> {
   InterfaceCaller caller_;
   bool started_ = false;
   std::uint32_t openings_ = 0;
+  bool opening_cancelled_ = false;
   platform::WindowHandle video_window_ = platform::WindowHandle::kNone;
   InterfaceRef clock_{caller_};
   InterfaceRef metadata_{caller_};

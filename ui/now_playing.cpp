@@ -41,6 +41,8 @@ void NowPlaying::FetchTitle(const std::function<bool()>& wanted) {
   if (superseded()) return;
   if (!cFunkhaus) return;
   cFunkhaus->StreamUrl(state_.current_stream_address);
+  // The reading would only wait for the same server again.
+  if (!cFunkhaus || ports_.message_loop.InputEndsWait()) return;
   const Text target = cFunkhaus->StreamUrl();
   ports_.message_loop.ProcessPendingMessages();
   if (!cFunkhaus || superseded()) return;
@@ -103,6 +105,7 @@ NowPlaying::RunState NowPlaying::FetchRowTitle(controls::ListView& list, RowId r
   if (!list.Contains(row)) return RunState::kGoOn;
 
   cFunkhaus->StreamUrl(list.Cell(row, app::kLinkCell));
+  if (ports_.message_loop.InputEndsWait()) return RunState::kGoOn;
   ports_.message_loop.ProcessPendingMessages();
   if (closing_()) return RunState::kEnd;
   if (cFunkhaus->GetStreamQueryInfo(kMetaInt).empty()) return RunState::kGoOn;

@@ -100,6 +100,10 @@ void PlaybackControl::PlayStation(bool bStart, const Text& sLink) {
   if (bStart) reports_.mark.Opening();
   reports_.status_line.Starting(state_.current_station_name.empty() ? sLink : state_.current_station_name);
   player->MediaFileFromUrl(state_.current_stream_address);
+  if (player->OpeningCancelled()) {
+    ShowNothingPlaying();
+    return;
+  }
   reports_.status_line.Follow();
   if (state_.last_create_result != 0) {
     reports_.mark.GivenUp();
@@ -181,6 +185,18 @@ void PlaybackControl::Command6_Click() {
   reports_.status_line.Stopped();
   parts_.Frame3.SetVisible(false);
   parts_.Label3.SetCaption(u"");
+  ClearDisplay();
+}
+
+void PlaybackControl::ShowNothingPlaying() {
+  reports_.mark.GivenUp();
+  reports_.status_line.Stopped();
+  parts_.Timer2.SetEnabled(false);
+  parts_.tmPlay.SetEnabled(false);
+  ClearDisplay();
+}
+
+void PlaybackControl::ClearDisplay() {
   parts_.Timer1.SetEnabled(false);
   for (controls::ProgressBar& bar : parts_.ProgressBar1) HideBar(bar);
   parts_.Label1.SetCaption(u"");

@@ -103,6 +103,10 @@ class PlaybackControl {
   [[nodiscard]] std::optional<platform::Text> InformationText(player::clsMFPlayer& player) const;
   void ShowPicture(const platform::Text& station_name);
   void HideBar(controls::ProgressBar& bar);
+  /// Position and bars disappear.
+  void ClearDisplay();
+  /// After an opening that was given up: the item before it was closed, and nobody asks for titles.
+  void ShowNothingPlaying();
   [[nodiscard]] platform::Text PositionText(player::clsMFPlayer& player) const;
 
   Parts parts_;

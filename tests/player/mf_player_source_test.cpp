@@ -35,6 +35,32 @@ TEST_F(PlayerSourceTest, EveryOtherFailureIsNotReported) {
   }
 }
 
+TEST_F(PlayerSourceTest, CancelledOpeningIsNotReportedAndIsKnownUntilTheNextOne) {
+  const auto player = MakePlayer();
+  EXPECT_FALSE(player->OpeningCancelled());
+  media_.open_result = platform::kErrorCancelled;
+  player->MediaFileFromUrl(u"http://radio/");
+  EXPECT_EQ(events_, (Strings{"ready false"}));
+  EXPECT_EQ(media_.LiveHandles(), Strings{});
+  EXPECT_TRUE(player->OpeningCancelled());
+  for (const HResult result : {platform::kEFail, platform::kSOk}) {
+    media_.open_result = platform::kErrorCancelled;
+    player->MediaFileFromUrl(u"http://radio/");
+    media_.open_result = result;
+    player->MediaFileFromUrl(u"http://radio/");
+    EXPECT_FALSE(player->OpeningCancelled()) << result;
+  }
+}
+
+TEST_F(PlayerSourceTest, OpeningIsNotCancelledAnyMoreOnceTheNextOneBegins) {
+  const auto player = MakePlayer();
+  media_.open_result = platform::kErrorCancelled;
+  player->MediaFileFromUrl(u"http://radio/");
+  media_.faults["MFCreateSourceResolver"] = platform::kEFail;
+  player->MediaFileFromUrl(u"http://radio/");
+  EXPECT_FALSE(player->OpeningCancelled());
+}
+
 TEST_F(PlayerSourceTest, ResolverThatCannotBeMadeIsNotReported) {
   const auto player = MakePlayer();
   media_.faults["MFCreateSourceResolver"] = platform::kErrorFileNotFound;

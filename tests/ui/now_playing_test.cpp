@@ -17,6 +17,36 @@ TEST_F(NowPlayingTest, SelectedStationsTitleIsShown) {
   EXPECT_TRUE(Form().Frame3.Visible());
 }
 
+TEST_F(NowPlayingTest, FetchEndsWithTheWaitThatInputEnded) {
+  AddPlayingStation(u"a", "Artist - Song");
+  Start();
+  const Text before = Form().Label4.Caption();
+  message_loop.input_ends_wait = true;
+  message_loop.on_pump = [this] {
+    EXPECT_TRUE(internet.calls.empty()) << "the input is left to whoever the fetch returns to";
+  };
+  Select(u"a");
+  EXPECT_EQ(Form().Label4.Caption(), before);
+  EXPECT_FALSE(internet.calls.empty()) << "the header query";
+  EXPECT_FALSE(std::any_of(internet.calls.begin(), internet.calls.end(), [](const std::string& call) {
+    return call.find("InternetOpenUrlW") != std::string::npos;
+  })) << "the reading would wait for the same server again";
+}
+
+TEST_F(NowPlayingTest, RunLeavesARowWhoseWaitInputEnded) {
+  AddPlayingStation(u"a", "Erster");
+  AddPlayingStation(u"b", "Zweiter");
+  Start();
+  internet.answers[u"a:80/s"].reachable = false;
+  message_loop.on_pump = [this] {
+    // The input comes while the first row's server is silent, and is processed in the next pump.
+    message_loop.input_ends_wait = internet.calls.empty();
+  };
+  RunAllTitles();
+  EXPECT_EQ(TitleOf(u"a"), u"");
+  EXPECT_EQ(TitleOf(u"b"), u"Zweiter");
+}
+
 TEST_F(NowPlayingTest, TitleInUtf8IsRepaired) {
   AddPlayingStation(u"a", "K\xC3\xBCnstler - Lied");
   Start();

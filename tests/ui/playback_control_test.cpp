@@ -79,6 +79,34 @@ TEST_F(PlaybackControlTest, AfterAReportedFailureAnUnreportedOneShowsTheEarlierT
   EXPECT_EQ(BoxTexts(), (std::vector<Text>{u"weg", u"weg"}));
 }
 
+TEST_F(PlaybackControlTest, CancelledOpeningShowsNoMessageEvenAfterAReportedFailure) {
+  Start();
+  Select(u"A");
+  media.open_result = kErrorFileNotFound;
+  Form().Command1.Click();
+  dialogs.boxes.clear();
+  media.open_result = platform::kErrorCancelled;
+  Form().Command1.Click();
+  EXPECT_TRUE(dialogs.boxes.empty());
+  EXPECT_EQ(window->State().last_create_result, kErrorFileNotFound)
+      << "the result is that of the last report";
+  EXPECT_FALSE(Form().Frame3.Visible()) << "nothing was opened that the panel could tell of";
+  EXPECT_EQ(CountCalls(".Start("), 0U);
+}
+
+TEST_F(PlaybackControlTest, AfterACancelledOpeningNothingPlaysAndTheWindowSaysSo) {
+  StartAndPlay();
+  Form().Timer1.Fire();
+  ASSERT_TRUE(Form().tmPlay.Enabled() && Form().Timer1.Enabled() && Form().Timer2.Enabled());
+  ASSERT_FALSE(Form().Label1.Caption().empty());
+  media.open_result = platform::kErrorCancelled;
+  media.play_state = player::kPlayStateInvalid;
+  Form().Command1.Click();
+  EXPECT_FALSE(Form().tmPlay.Enabled() || Form().Timer1.Enabled() || Form().Timer2.Enabled());
+  EXPECT_EQ(Form().Label1.Caption(), u"");
+  EXPECT_FALSE(Form().ProgressBar1[0].Visible() || Form().ProgressBar1[1].Visible());
+}
+
 TEST_F(PlaybackControlTest, SliderAndMuteBoxTakeTheSessionsValuesAndWriteThemBack) {
   media.volume = 0.25F;
   media.mute = 1;
