@@ -1,7 +1,11 @@
 // The end of the session while a dialog of the program stands open.
 #include <gtest/gtest.h>
 
+#include <QComboBox>
+#include <QContextMenuEvent>
 #include <QDialog>
+#include <QDir>
+#include <QFile>
 #include <QTimer>
 #include <csignal>
 #include <cstdlib>
@@ -42,6 +46,17 @@ class SessionEndTest : public ::testing::Test {
     poll.start(5);
     QTimer::singleShot(0, opens_dialog);
     fixture_.window->Run();
+  }
+  /// The same with a popup, which the end of the program must not wait for.
+  void EndSessionInsideAPopup(const std::function<void()>& opens_popup) {
+    QTimer::singleShot(0, qApp, [&] {
+      opens_popup();
+      EXPECT_NE(QApplication::activePopupWidget(), nullptr);
+      std::raise(SIGTERM);
+    });
+    fixture_.window->Run();
+    EXPECT_TRUE(Form().IsClosed());
+    EXPECT_FALSE(fixture_.window->isVisible());
   }
   controls::Form& Form() { return fixture_.form.form; }
 
@@ -96,6 +111,41 @@ TEST_F(SessionEndTest, OpenFileDialogIsCancelled) {
   EXPECT_TRUE(dialog_was_open_);
   EXPECT_EQ(chosen, false);
   EXPECT_TRUE(Form().IsClosed());
+}
+
+TEST_F(SessionEndTest, QuestionOfAFileDialogIsLeftWithTheDialog) {
+  const QString folder = QDir::tempPath();
+  const QString file = folder + QStringLiteral("/funkhaus_end_%1.m3u").arg(QApplication::applicationPid());
+  ASSERT_TRUE(QFile(file).open(QIODevice::WriteOnly));
+  std::optional<bool> chosen;
+  EndSessionInside(
+      [&] {
+        QTimer::singleShot(0, qApp, [] {
+          QMetaObject::invokeMethod(QApplication::activeModalWidget(), "accept", Qt::QueuedConnection);
+        });
+        OpenFileName record;
+        record.flags = kOfnOverwritePrompt;
+        record.file = FromQt(file) + std::u16string(512, u'\0');
+        chosen = dialogs_.GetSaveFileNameW(record);
+      },
+      "QMessageBox");
+  QFile::remove(file);
+  EXPECT_TRUE(dialog_was_open_);
+  EXPECT_EQ(chosen, false);
+  EXPECT_TRUE(Form().IsClosed());
+}
+
+TEST_F(SessionEndTest, OpenMenuGoesWithTheWindow) {
+  auto& list = fixture_.Find<QWidget>("SymbolListview");
+  EndSessionInsideAPopup([&] {
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(5, 5), list.mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(&list, &event);
+  });
+}
+
+TEST_F(SessionEndTest, OpenGenreListGoesWithTheWindow) {
+  fixture_.form.Combo1.AddItem(u"Rock");
+  EndSessionInsideAPopup([&] { fixture_.Find<QComboBox>("Combo1").showPopup(); });
 }
 
 TEST_F(SessionEndTest, NewStationDialogAndItsMessageAreLeftTogether) {

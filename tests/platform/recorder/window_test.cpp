@@ -75,6 +75,10 @@ class Window : public Surrounded {
   // Types the station's address, presses Start and returns when the recording has ended; `act` is run in the
   // middle of it as soon as `now` holds.
   void RecordAnd(const std::function<bool()>& now, const std::function<void()>& act) {
+    RecordAnd(station_.Url(), now, act);
+  }
+  void RecordAnd(const std::string& address, const std::function<bool()>& now,
+                 const std::function<void()>& act) {
     const auto deadline = std::chrono::steady_clock::now() + kDeadline;
     QTimer look;
     QObject::connect(&look, &QTimer::timeout, &look, [&] {
@@ -86,7 +90,7 @@ class Window : public Surrounded {
       act();
     });
     window_.show();
-    QTest::keyClicks(&Find("address"), QString::fromStdString(station_.Url()));
+    QTest::keyClicks(&Find("address"), QString::fromStdString(address));
     Settle();
     look.start(10);
     Click("start");
@@ -133,11 +137,50 @@ TEST_F(Window, ShowsWhyThereIsNothingToRecordAndWaitsForAnotherAddress) {
   server.OnAny(test_support::Script().Send(test_support::Header("HTTP/1.1 404 Not Found", {})));
   window_.show();
   QTest::keyClicks(&Find("address"), QString::fromStdString(server.Url()));
+  Settle();
   Click("start");
   EXPECT_FALSE(recording_.Running());
   EXPECT_EQ(Find<QLabel>("state").text(), QStringLiteral("Unter dieser Adresse gibt es keinen Sender (404)"));
   EXPECT_TRUE(Find("address").isEnabled());
   EXPECT_TRUE(Find("start").isEnabled());
+}
+
+/// A server that takes the request and never answers.
+class WindowOfAStationThatDoesNotAnswer : public Window {
+ protected:
+  WindowOfAStationThatDoesNotAnswer() { server_.OnAny(test_support::Script().Hold()); }
+
+  // Half of what the wait for the answer takes when nothing ends it.
+  static constexpr std::chrono::seconds kAtOnce{5};
+
+  // How long the recording goes on after `act` in the wait for the answer.
+  std::chrono::nanoseconds RecordUntil(const std::function<void()>& act) {
+    std::chrono::steady_clock::time_point acted;
+    const auto waits_for_answer = [this] {
+      const auto requests = server_.Requests();
+      return !requests.empty() && requests.back().headers.find("User-Agent: Winamp") != std::string::npos;
+    };
+    RecordAnd(server_.Url(), waits_for_answer, [&] {
+      acted = std::chrono::steady_clock::now();
+      act();
+    });
+    return std::chrono::steady_clock::now() - acted;
+  }
+
+  test_support::ScriptedIcyServer server_;
+};
+
+TEST_F(WindowOfAStationThatDoesNotAnswer, StopEndsTheWaitAndTheRecording) {
+  EXPECT_LT(RecordUntil([this] { Click("stop"); }), kAtOnce);
+  EXPECT_FALSE(recording_.Running());
+  EXPECT_EQ(form_.state.Caption(), u"Aufnahme beendet");
+  EXPECT_TRUE(server_.WaitForAllClosed(kDeadline)) << "it is not tried again";
+}
+
+TEST_F(WindowOfAStationThatDoesNotAnswer, ClosingEndsTheWaitAndTheRecording) {
+  EXPECT_LT(RecordUntil([this] { window_.close(); }), kAtOnce);
+  EXPECT_FALSE(recording_.Running());
+  EXPECT_TRUE(form_.form.IsClosed());
 }
 
 TEST_F(Window, OpensTheFolderWhileItRecords) {

@@ -5,7 +5,9 @@
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QScreen>
+#include <QTimer>
 
+#include "platform/qt/dialogs.h"
 #include "tests/platform/qt/window_fixture.h"
 
 namespace platform::qt {
@@ -149,6 +151,16 @@ TEST_F(DisplayWait, MenuThatOpensAndGoesInTheWaitOfASelectionHarmsNothing) {
       EXPECT_TRUE(WaitFor([&] { return !menu_is_open() && list_.SelectedRow() == list_.RowAt(row); }));
     }
   }
+}
+
+TEST_F(DisplayWait, MessageBoxThatOpensOverAMenuTakesTheKeyboard) {
+  QtDialogs dialogs(fixture_.paths, Language::kGerman);
+  dialogs.SetMainWindow(fixture_.window.get());
+  Click(At(1), "3");
+  ASSERT_TRUE(WaitFor([this] { return view_.findChild<QWidget*>("list_menu") != nullptr; }));
+  QTimer::singleShot(500, [] { Work({"key", "Return"}); });
+  dialogs.MessageBoxW(u"Text", u"", kMbIconInformation);
+  EXPECT_TRUE(WaitFor([this] { return view_.findChild<QWidget*>("list_menu") == nullptr; }));
 }
 
 TEST_F(Display, EscapeIsSeenDownAndUp) {
