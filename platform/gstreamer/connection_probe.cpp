@@ -32,21 +32,13 @@ void OnConnectionEvent(GSocketClient*, GSocketClientEvent event, GSocketConnecta
 }
 
 PlaybackFailure FailureOfError(const GError& error) {
-  if (error.domain == G_RESOLVER_ERROR) return PlaybackFailure::kUnknownHost;
+  const auto is = [&error](GIOErrorEnum code) { return g_error_matches(&error, G_IO_ERROR, code) != FALSE; };
+  if (error.domain == G_RESOLVER_ERROR || is(G_IO_ERROR_HOST_NOT_FOUND)) return PlaybackFailure::kUnknownHost;
   if (error.domain == G_TLS_ERROR) return PlaybackFailure::kNoSecureConnection;
-  if (error.domain != G_IO_ERROR) return PlaybackFailure::kBadAddress;
-  switch (error.code) {
-    case G_IO_ERROR_CONNECTION_REFUSED:
-      return PlaybackFailure::kRefused;
-    case G_IO_ERROR_HOST_NOT_FOUND:
-      return PlaybackFailure::kUnknownHost;
-    case G_IO_ERROR_INVALID_ARGUMENT:
-      return PlaybackFailure::kBadAddress;
-    case G_IO_ERROR_CONNECTION_CLOSED:
-      return PlaybackFailure::kHungUp;
-    default:
-      return PlaybackFailure::kNoAnswer;
-  }
+  if (is(G_IO_ERROR_CONNECTION_REFUSED)) return PlaybackFailure::kRefused;
+  if (is(G_IO_ERROR_INVALID_ARGUMENT)) return PlaybackFailure::kBadAddress;
+  if (is(G_IO_ERROR_CONNECTION_CLOSED)) return PlaybackFailure::kHungUp;
+  return PlaybackFailure::kNoAnswer;
 }
 
 /// Nothing when it was cancelled.
@@ -57,7 +49,6 @@ std::optional<PlaybackFailure> Probe(const ProbeTarget& target, GCancellable& ca
     handshake.trusted.reset(g_tls_file_database_new(target.certificate_file.c_str(), nullptr));
   }
   const GObjectPointer<GSocketClient> client(g_socket_client_new());
-  g_socket_client_set_timeout(client.get(), static_cast<guint>(target.limit.count()));
   g_socket_client_set_tls(client.get(), secure ? TRUE : FALSE);
   g_signal_connect(client.get(), "event", G_CALLBACK(OnConnectionEvent), &handshake);
   GError* raw = nullptr;

@@ -4,7 +4,6 @@
 
 #include <gio/gio.h>
 
-#include <chrono>
 #include <functional>
 #include <mutex>
 #include <string>
@@ -18,7 +17,6 @@ namespace platform::gstreamer {
 struct ProbeTarget {
   std::string address;           ///< http or https
   std::string certificate_file;  ///< as in GstMediaOptions
-  std::chrono::seconds limit{10};
 };
 
 /// Start and Cancel may be called from any thread.
@@ -31,8 +29,9 @@ class ConnectionProbe {
   ConnectionProbe(const ConnectionProbe&) = delete;
   ConnectionProbe& operator=(const ConnectionProbe&) = delete;
 
-  /// Connects on a thread of its own, which calls `done` with what was found, unless Cancel comes before.
-  /// Only the first Start counts, and none after Cancel.
+  /// Connects on a thread of its own, which calls `done` with what was found, unless Cancel comes before;
+  /// that may take long, so somebody has to cancel in time. Only the first Start counts, and none after
+  /// Cancel.
   void Start(ProbeTarget target, Done done);
   /// Returns once the thread has ended, which takes a moment; `done` is not called any more. Not from `done`.
   void Cancel();

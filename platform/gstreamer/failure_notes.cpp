@@ -78,7 +78,6 @@ bool SaysMissing(const GError& error) {
 
 void FailureNotes::Hear(GstMessage& element_message) {
   const GstStructure* structure = gst_message_get_structure(&element_message);
-  if (structure == nullptr) return;
   const std::lock_guard lock(mutex_);
   if (gst_structure_has_name(structure, "http-headers")) return HearHeaders(*structure);
   if (gst_is_missing_plugin_message(&element_message) == 0) return;
@@ -90,9 +89,8 @@ void FailureNotes::Hear(GstMessage& element_message) {
 void FailureNotes::HearHeaders(const GstStructure& headers) {
   guint status = 0;
   gst_structure_get_uint(&headers, "http-status-code", &status);
-  const gchar* address = gst_structure_get_string(&headers, "redirection-uri");
-  if (address == nullptr) address = gst_structure_get_string(&headers, "uri");
-  if (address != nullptr) last_address_ = address;
+  const gchar* target = gst_structure_get_string(&headers, "redirection-uri");
+  redirect_target_ = target == nullptr ? "" : target;
   if (status == 0) return;
   answered_ = true;
   text_ = IsText(TypeOf(headers));
@@ -121,9 +119,9 @@ FailureCause FailureNotes::NoSound() const {
   return missing_ ? CauseOfMissingDecoder(*missing_) : FailureCause{PlaybackFailure::kUnreadable};
 }
 
-std::string FailureNotes::LastAddress() const {
+std::string FailureNotes::RedirectTarget() const {
   const std::lock_guard lock(mutex_);
-  return last_address_;
+  return redirect_target_;
 }
 
 }  // namespace platform::gstreamer

@@ -27,8 +27,8 @@ class FailureNotes {
   /// The cause when an opened item turns out to hold no sound that can be decoded.
   [[nodiscard]] FailureCause NoSound() const;
 
-  /// The address that was asked last: the item's own or the target of a redirect. Empty before the first.
-  [[nodiscard]] std::string LastAddress() const;
+  /// Where the item's own address led to in the end; empty without a redirect.
+  [[nodiscard]] std::string RedirectTarget() const;
 
  private:
   void HearHeaders(const GstStructure& headers);
@@ -36,7 +36,7 @@ class FailureNotes {
   mutable std::mutex mutex_;
   bool answered_ = false;
   bool text_ = false;
-  std::string last_address_;
+  std::string redirect_target_;
   CapsPointer missing_;
 };
 

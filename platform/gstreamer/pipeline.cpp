@@ -206,8 +206,8 @@ void Pipeline::OnError(GstMessage* message) {
 }
 
 void Pipeline::AskWhySilent(const PipelineEvent& event) {
-  const std::string redirected = notes_.LastAddress();
-  probe_.Start({redirected.empty() ? input_.uri : redirected, settings_.certificate_file},
+  const std::string target = notes_.RedirectTarget();
+  probe_.Start({target.empty() ? input_.uri : target, settings_.certificate_file},
                [this, event](PlaybackFailure failure) {
                  PipelineEvent explained = event;
                  explained.cause = {failure};

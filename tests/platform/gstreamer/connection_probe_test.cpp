@@ -22,7 +22,7 @@ using test_support::WaitUntil;
 class ConnectionProbeTest : public testing::Test {
  protected:
   void Start(const std::string& address) {
-    probe.Start({address, "", 20s}, [this](PlaybackFailure failure) {
+    probe.Start({address, ""}, [this](PlaybackFailure failure) {
       found = failure;
       ++answers;
     });
@@ -62,7 +62,12 @@ TEST_F(ConnectionProbeTest, OnlyTheFirstStartCountsAndNoneAfterCancelling) {
   EXPECT_EQ(server.Connections(), 1);
 }
 
-TEST_F(ConnectionProbeTest, AnUnusedOneEndsToo) { probe.Cancel(); }
+TEST_F(ConnectionProbeTest, AfterCancellingNoneStarts) {
+  probe.Cancel();
+  Start(server.Url("/x"));
+  EXPECT_FALSE(WaitUntil([&] { return server.Connections() > 0; }, 500ms));
+  EXPECT_EQ(answers, 0);
+}
 
 }  // namespace
 }  // namespace gstreamer_test
