@@ -59,7 +59,10 @@ TEST_F(FailureNotesTest, OfSeveralMissingDecodersTheFirstIsNamed) {
   EXPECT_EQ(notes.NoSound().package, u"gstreamer1.0-libav");
 }
 
-TEST_F(FailureNotesTest, AMissingSourceIsNoMissingDecoder) {
+TEST_F(FailureNotesTest, OnlyAMessageOfAMissingDecoderIsOne) {
+  const CapsPointer caps(gst_caps_from_string("audio/x-wma"));
+  Hear(gst_message_new_element(GST_OBJECT(element.get()),
+                               gst_structure_new("format", "detail", GST_TYPE_CAPS, caps.get(), nullptr)));
   Hear(gst_missing_uri_source_message_new(element.get(), "gopher"));
   EXPECT_EQ(notes.NoSound().failure, PlaybackFailure::kUnreadable);
 }

@@ -112,6 +112,23 @@ TEST_F(MonitorTest, ABrokenStationSaysHowLongItWaitsForTheNextTry) {
   EXPECT_TRUE(Reaches(PlaybackState::kPlaying));
 }
 
+TEST_F(MonitorTest, ABufferThatRanDrySaysHowFullItIs) {
+  const std::string sound = Mp3(6);
+  server.On("/x", [this, sound](MediaHttpServer::Connection& connection) {
+    if (!connection.Send(LiveHead("audio/mpeg") + sound.substr(0, sound.size() / 6))) return;
+    WaitUntil([this] { return come_back.load(); }, 20s);
+    if (connection.Send(sound.substr(sound.size() / 6, sound.size() / 12))) connection.StaySilent(20s);
+  });
+  ASSERT_EQ(driver.Open(server.Url("/x")), kSOk);
+  driver.Start();
+  ASSERT_TRUE(Reaches(PlaybackState::kPlaying));
+  ASSERT_TRUE(Reaches(PlaybackState::kBuffering));
+  EXPECT_LT(Status().buffered_percent, 10);
+  come_back = true;
+  EXPECT_TRUE(WaitUntil([&] { return Status().buffered_percent >= 10; }, 10s));
+  EXPECT_EQ(Status().state, PlaybackState::kBuffering) << "half a second is not enough";
+}
+
 TEST_F(MonitorTest, ALossIsNotReportedWhileWhatIsBufferedBridgesIt) {
   const std::string sound = Mp3(6);
   server.On("/x", [this, sound](MediaHttpServer::Connection& connection) {
