@@ -70,6 +70,12 @@ class AtRaising final : public QObject {
 class RaiseRequestsTest : public ::testing::Test {
  protected:
   void SetUp() override { ASSERT_TRUE(fixture_.Open()); }
+  /// A window that closes ends the program's event loop; where none runs, the next test's would end at once.
+  void TearDown() override {
+    if (!Form().IsClosed()) return;
+    QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
+    QApplication::exec();
+  }
   /// Another window takes the keyboard, as another program's would.
   void Cover() {
     other_.show();
