@@ -60,14 +60,15 @@ DeletedEntry DeletedEntries::EntryOf(const ListView& list, RowId row, const std:
   const bool is_full = &list == &lists_.full;
   if (is_full) {
     entry.full.push_back(RowIn(list, row));
-    if (unsaved_.Contains(row)) entry.full.back().part = unsaved_.PartOf(row);
+    if (!unsaved_.IsSaved(row)) entry.full.back().part = unsaved_.PartOf(row);
   } else {
     entry.view = RowIn(list, row);
     entry.filter = store_.Filter();
     entry.full = RowsThatStandFor(list.Cell(row, app::kNameCell));
   }
   for (const Text& name : names) {
-    const bool is_its_own = !is_full || !unsaved_.Contains(row) || unsaved_.OwnsSection(row, name);
+    const bool is_its_own =
+        !is_full || unsaved_.IsSaved(row) || unsaved_.IsOwnSection(unsaved_.PartOf(row), name);
     entry.sections.push_back({name, ini_.CopyStationSection(name), std::nullopt, is_its_own});
   }
   return entry;
@@ -76,10 +77,10 @@ DeletedEntry DeletedEntries::EntryOf(const ListView& list, RowId row, const std:
 /// The rows that leave the full list with the next loading when that section is gone.
 std::vector<DeletedEntry::Row> DeletedEntries::RowsThatStandFor(const Text& name) const {
   std::vector<DeletedEntry::Row> rows;
-  for (const ListRow& row : lists_.full.Rows()) {
-    if (!unsaved_.OwnsSection(row.id, name)) continue;
-    rows.push_back(RowIn(lists_.full, row.id));
-    rows.back().part = unsaved_.PartOf(row.id);
+  for (UnsavedRow& row : unsaved_.All()) {
+    if (row.part.sections.size() != 1 || !unsaved_.IsOwnSection(row.part, name)) continue;
+    const std::size_t place = lists_.full.IndexOf(row.row.id).value_or(lists_.full.Count());
+    rows.push_back({std::move(row.row), place, std::move(row.part)});
   }
   const RowId saved = rows.empty() ? unsaved_.RowOf(name) : RowId::kNone;
   if (saved != RowId::kNone) rows.push_back(RowIn(lists_.full, saved));
@@ -144,6 +145,9 @@ bool DeletedEntries::RestoreSections(const DeletedEntry& entry) {
 
 RowId DeletedEntries::RestoreInFullList(const DeletedEntry& entry) {
   ListView& full = lists_.full;
+  for (const DeletedEntry::Section& section : entry.sections) {
+    if (section.before && section.is_its_own) unsaved_.StationWritten(section.name, RowId::kNone);
+  }
   RowId last = RowId::kNone;
   for (const DeletedEntry::Row& row : entry.full) {
     last = row.row.id;
@@ -153,7 +157,7 @@ RowId DeletedEntries::RestoreInFullList(const DeletedEntry& entry) {
     if (row.part) {
       unsaved_.Mark(last, *row.part);
       if (entry.changed) settings_.CatalogueChanged = true;
-    } else if (!is_there) {
+    } else {
       unsaved_.Remove(last);
     }
   }

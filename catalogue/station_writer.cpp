@@ -58,7 +58,10 @@ void StationWriter::AddStation(ListView& list, const Station& station) {
   const RowId added = list.AddRow(std::move(row));
   WriteCommonKeys(station);
   ini_.WriteStationIni(station.name, KeyOf(app::kM3uNumberCell), station.number);
-  if (group.End()) return unsaved_.StationWritten(station.name, IsFull(list) ? added : RowId::kNone);
+  if (group.End()) {
+    unsaved_.StationWritten(station.name, IsFull(list) ? added : RowId::kNone);
+    return KeepUnlisted(list, added);
+  }
   ReportUnsaved();
   SetCells(list, added, station, Number::kShown);
   if (!IsFull(list)) lists_.full.AddRow(CopyOf(list, added));
@@ -81,11 +84,17 @@ void StationWriter::UpdateStation(ListView& list, RowId row, const Station& stat
   if (!IsFull(list)) {
     unsaved_.StationDeletedInView(old_name);
     unsaved_.StationWritten(station.name, RowId::kNone);
-    return;
+    return KeepUnlisted(list, row);
   }
-  const bool renamed = !unsaved_.AreOneSection(old_name, station.name);
-  if (renamed && unsaved_.StationDeleted(old_name, row)) settings_.CatalogueChanged = true;
+  if (!unsaved_.AreOneSection(old_name, station.name)) SectionIsDeleted(old_name, row);
   unsaved_.StationWritten(station.name, row);
+}
+
+/// A station that a filter view wrote under a name that the file cannot list would be gone with that view.
+void StationWriter::KeepUnlisted(const ListView& list, RowId row) {
+  const Text name = list.Cell(row, app::kNameCell);
+  if (IsFull(list) || !unsaved_.AreOneSection(name, u"")) return;
+  unsaved_.Mark(lists_.full.AddRow(CopyOf(list, row)), {{}, {name}});
 }
 
 void StationWriter::DeleteStation(ListView& list, RowId row) {
@@ -99,8 +108,14 @@ void StationWriter::DeleteStation(ListView& list, RowId row) {
   list.RemoveRow(row);
   deleted_.Add(std::move(entry));
   if (!IsFull(list)) return unsaved_.StationDeletedInView(name);
-  if (unsaved_.StationDeleted(name, row)) settings_.CatalogueChanged = true;
+  SectionIsDeleted(name, row);
   unsaved_.Remove(row);
+}
+
+/// A section was deleted for a row of the full list; the file may hold another one of that name.
+void StationWriter::SectionIsDeleted(const Text& name, RowId row) {
+  if (ini_.CopyStationSection(name)) return;
+  if (unsaved_.StationDeleted(name, row)) settings_.CatalogueChanged = true;
 }
 
 /// The sections could not be deleted: unless the file holds nothing of it, the row comes back when the list
@@ -175,7 +190,7 @@ void StationWriter::KeepStation(ListView& list, RowId row, const Text& old_name,
 /// The row of the full list that stands for a filter view's station of that name: made, if the list was
 /// emptied, kNone when the file holds no such station.
 RowId StationWriter::CarryOver(const ListView& view, RowId row, const Text& name) {
-  const RowId known = unsaved_.RowOf(name);
+  const RowId known = unsaved_.RowOfAnyList(name);
   if (known != RowId::kNone || !ini_.CopyStationSection(name)) return known;
   const RowId added = lists_.full.AddRow(CopyOf(view, row));
   unsaved_.Remove(added);

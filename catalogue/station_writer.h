@@ -57,6 +57,8 @@ class StationWriter {
   void WriteCommonKeys(const Station& station);
   enum class Number { kShown, kNotShown };
   static void SetCells(controls::ListView& list, controls::RowId row, const Station& station, Number number);
+  void KeepUnlisted(const controls::ListView& list, controls::RowId row);
+  void SectionIsDeleted(const platform::Text& name, controls::RowId row);
   void RemoveRowOnly(controls::ListView& list, controls::RowId row, DeletedEntry entry);
   void DeleteSections(const std::vector<platform::Text>& names);
   void KeepCell(const controls::ListView& list, controls::RowId row, app::StationCell cell);

@@ -32,7 +32,9 @@ UnsavedRows::UnsavedRows(controls::ListView& full, platform::TextConversion& con
     for (std::size_t index = first; index < first + count; ++index) parts_.try_emplace(full_.RowAt(index));
   });
   subscriptions_ += full_.RowsReset.Subscribe([this] {
-    if (full_.Count() == 0) parts_.clear();
+    if (full_.Count() > 0) return;
+    parts_.clear();
+    overwritten_.clear();
   });
 }
 
@@ -44,14 +46,21 @@ PartInFile UnsavedRows::PartOf(RowId row) const {
 RowId UnsavedRows::RowOf(const Text& name) const {
   const Text stored = Stored(name);
   for (const ListRow& row : full_.Rows()) {
-    const auto part = parts_.find(row.id);
-    const bool is_its = part == parts_.end() ? IsNamed(row.id, stored) : Owns(part->second, stored);
-    if (is_its) return row.id;
+    if (IsSaved(row.id) ? IsNamed(row.id, stored) : Owns(PartOf(row.id), stored)) return row.id;
   }
   return RowId::kNone;
 }
 
-bool UnsavedRows::OwnsSection(RowId row, const Text& name) const { return Owns(PartOf(row), Stored(name)); }
+RowId UnsavedRows::RowOfAnyList(const Text& name) {
+  const RowId listed = RowOf(name);
+  const auto found = std::find_if(waiting_.begin(), waiting_.end(), [&](const UnsavedRow& unsaved) {
+    return Owns(unsaved.part, Stored(name));
+  });
+  if (listed != RowId::kNone || found == waiting_.end()) return listed;
+  PutBack({*found});
+  waiting_.erase(found);
+  return full_.RowAt(full_.Count() - 1);
+}
 
 std::vector<Text> UnsavedRows::LeftSections(RowId row) const {
   std::vector<Text> sections = PartOf(row).sections;
@@ -80,8 +89,31 @@ void UnsavedRows::PutBack(std::vector<UnsavedRow> rows) {
   }
 }
 
+void UnsavedRows::Mark(RowId row, PartInFile part) {
+  parts_[row] = std::move(part);
+  overwritten_.erase(row);
+}
+
+void UnsavedRows::Remove(RowId row) {
+  parts_.erase(row);
+  overwritten_.erase(row);
+}
+
+PartInFile& UnsavedRows::MakeUnsaved(RowId row, PartInFile part) {
+  if (!Contains(row)) Mark(row, overwritten_.contains(row) ? PartInFile() : std::move(part));
+  return parts_[row];
+}
+
+/// Whatever saved row bears the name.
+void UnsavedRows::MarkOverwritten(const Text& stored) {
+  for (const ListRow& row : full_.Rows()) {
+    if (!Contains(row.id) && IsNamed(row.id, stored)) overwritten_.insert(row.id);
+  }
+}
+
 void UnsavedRows::Clear() {
   parts_.clear();
+  overwritten_.clear();
   waiting_.clear();
 }
 
@@ -113,19 +145,18 @@ void UnsavedRows::CellWrittenInView(const Text& name, app::StationCell cell, con
 }
 
 void UnsavedRows::CellNotWritten(RowId row, app::StationCell cell) {
-  if (!Contains(row)) Mark(row, WholeStation(full_.Cell(row, app::kNameCell)));
-  parts_[row].cells.erase(cell);
+  MakeUnsaved(row, WholeStation(full_.Cell(row, app::kNameCell))).cells.erase(cell);
   Changed.Raise();
 }
 
 void UnsavedRows::StationNotWritten(RowId row, const Text& old_name) {
-  if (!Contains(row)) Mark(row, WholeStation(old_name));
-  parts_[row].cells.clear();
+  MakeUnsaved(row, WholeStation(old_name)).cells.clear();
   Changed.Raise();
 }
 
 void UnsavedRows::StationWritten(const Text& name, RowId row) {
   const Text stored = Stored(name);
+  MarkOverwritten(stored);
   for (auto& [other, part] : parts_) {
     if (other == row || (part.cells.empty() && part.sections.empty())) continue;
     Disown(part, stored);
@@ -142,12 +173,17 @@ void UnsavedRows::StationWritten(const Text& name, RowId row) {
 
 void UnsavedRows::ListWritten() {
   parts_.clear();
+  overwritten_.clear();
   std::set<Text> written;
-  for (const ListRow& row : full_.Rows()) {
-    const Text& name = row.cells[app::kNameCell];
+  for (auto row = full_.Rows().rbegin(); row != full_.Rows().rend(); ++row) {
+    const Text& name = row->cells[app::kNameCell];
     const Text stored = Stored(name);
-    if (stored.empty()) Mark(row.id, {{}, {name}});
-    written.insert(stored);
+    const bool is_last = written.insert(stored).second;
+    if (stored.empty()) {
+      Mark(row->id, {{}, {name}});
+    } else if (!is_last) {
+      overwritten_.insert(row->id);
+    }
   }
   std::erase_if(waiting_, [&](UnsavedRow& unsaved) {
     std::erase_if(unsaved.part.sections,
@@ -162,7 +198,7 @@ bool UnsavedRows::StationDeleted(const Text& name, RowId row) {
   bool any = false;
   for (const ListRow& other : full_.Rows()) {
     if (other.id == row || Contains(other.id) || !IsNamed(other.id, stored)) continue;
-    Mark(other.id, WholeStation(other.cells[app::kNameCell]));
+    MakeUnsaved(other.id, {{}, {other.cells[app::kNameCell]}});
     any = true;
   }
   if (any) Changed.Raise();

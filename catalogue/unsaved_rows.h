@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <set>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "app/station_row.h"
@@ -33,6 +34,9 @@ struct UnsavedRow {
 /// sections, or renamed the station away from it, the user has deleted the row, and the next loading drops
 /// it.
 ///
+/// A saved row over which another one of its name was written is overwritten: the next loading drops it,
+/// unless the other one is deleted before.
+///
 /// Names are compared as the file stores them (catalogue/stored_name.h).
 class UnsavedRows {
  public:
@@ -40,15 +44,23 @@ class UnsavedRows {
   UnsavedRows(controls::ListView& full, platform::TextConversion& conversion);
 
   [[nodiscard]] bool Contains(controls::RowId row) const { return parts_.contains(row); }
+  /// Whether the file holds the row, and not another one of its name.
+  [[nodiscard]] bool IsSaved(controls::RowId row) const {
+    return !parts_.contains(row) && !overwritten_.contains(row);
+  }
   /// The row for which a section of that name stands in the file: a saved one, or one whose own it is; kNone
   /// when the full list has none.
   [[nodiscard]] controls::RowId RowOf(const platform::Text& name) const;
-  /// Whether a section of that name is the row's own.
-  [[nodiscard]] bool OwnsSection(controls::RowId row, const platform::Text& name) const;
+  /// The same, and a row that was to come back with the next loading comes back now.
+  [[nodiscard]] controls::RowId RowOfAnyList(const platform::Text& name);
+  /// Whether a section of that name is the own one of the row of which this is the part.
+  [[nodiscard]] bool IsOwnSection(const PartInFile& part, const platform::Text& name) const {
+    return Owns(part, Stored(name));
+  }
   /// The sections that are the row's own under an earlier name: it was renamed, and the file could not be
   /// written.
   [[nodiscard]] std::vector<platform::Text> LeftSections(controls::RowId row) const;
-  /// What the file holds of an unsaved row; nothing of any other row.
+  /// What the file holds of a row that is not saved.
   [[nodiscard]] PartInFile PartOf(controls::RowId row) const;
   /// The unsaved rows with all their cells in the order of the list, then those that are in no list but come
   /// back when it is loaded.
@@ -65,9 +77,9 @@ class UnsavedRows {
   /// the loading reads their cells back and leaves out the sections that are theirs.
   void PutBack(std::vector<UnsavedRow> rows);
   /// The row is unsaved from here on.
-  void Mark(controls::RowId row, PartInFile part) { parts_[row] = std::move(part); }
+  void Mark(controls::RowId row, PartInFile part);
   /// The file holds the row whole, or nobody wants it any more.
-  void Remove(controls::RowId row) { parts_.erase(row); }
+  void Remove(controls::RowId row);
   void Clear();
 
   /// The full list is about to be emptied: what the file holds a part of comes back with the next loading,
@@ -91,8 +103,9 @@ class UnsavedRows {
   /// The file holds every row of the full list.
   void ListWritten();
 
-  /// The section of that name was deleted for a row of the full list, which is gone or has another name now.
-  /// Saved rows of the same name become unsaved. True when there were any.
+  /// The last section of that name was deleted for a row of the full list, which is gone or has another name
+  /// now. Saved rows of the same name become unsaved; a section of that name would be theirs. True when there
+  /// were any.
   bool StationDeleted(const platform::Text& name, controls::RowId row);
   /// The section could not be deleted, and the row is about to leave the full list: it comes back with the
   /// next loading, as saved rows do.
@@ -101,6 +114,9 @@ class UnsavedRows {
   void StationDeletedInView(const platform::Text& name);
 
  private:
+  /// A row is newer than the file; `part` is what the file holds of it if it was saved until now.
+  PartInFile& MakeUnsaved(controls::RowId row, PartInFile part);
+  void MarkOverwritten(const platform::Text& stored);
   [[nodiscard]] platform::Text Stored(platform::TextView name) const;
   [[nodiscard]] bool IsNamed(controls::RowId row, const platform::Text& stored) const;
   [[nodiscard]] bool Owns(const PartInFile& part, const platform::Text& stored) const;
@@ -110,6 +126,7 @@ class UnsavedRows {
   controls::ListView& full_;
   platform::TextConversion& conversion_;
   std::unordered_map<controls::RowId, PartInFile> parts_;
+  std::unordered_set<controls::RowId> overwritten_;
   std::vector<UnsavedRow> waiting_;  ///< in no list until the next loading
   controls::Subscriptions subscriptions_;
 };

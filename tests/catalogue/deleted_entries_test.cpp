@@ -189,6 +189,20 @@ TEST_F(DeletedEntriesTest, UnsavedRowThatAFilterViewDeletedComesBackAfterTheList
   EXPECT_TRUE(unsaved.Contains(RowNamed(SymbolListview, u"Neu")));
 }
 
+TEST_F(DeletedEntriesTest, UnsavedRowThatWasWaitingForTheNextLoadingComesBackWhole) {
+  SymbolListview.Select(AddRow(SymbolListview, u"Neu", u"Jazz", u"http://neu"));
+  Check2.SetValue(CheckValue::kUnchecked);
+  Check2.Click();
+  unsaved.ListIsEmptied();
+  SymbolListview.Clear();
+  Check3.Click();
+  Delete(ExplorerListFilter, u"Neu");
+  UndoDelete.Click();
+  Check3.Click();
+  EXPECT_EQ(CellsOf(SymbolListview),
+            (std::vector<Cells>{kA, kB, kC, {u"Neu", u"Jazz", u"http://neu", u"1", u"", u""}}));
+}
+
 TEST_F(DeletedEntriesTest, SecondRowOfANameComesBackBesideTheFirst) {
   Delete(SymbolListview, u"A");
   UndoDelete.Click();
@@ -213,6 +227,19 @@ TEST_F(DeletedEntriesTest, SecondRowOfANameComesBackThoughTheFirstWasSavedAgain)
   EXPECT_EQ(profile.Get(kStationFile, u"A", u"Link"), u"http://a");
   store.LoadStations(u"");
   EXPECT_EQ(SymbolListview.Count(), 4U);
+}
+
+TEST_F(DeletedEntriesTest, RestoredSectionBelongsToTheEntryAndNoLongerToAnotherRow) {
+  // Both rows were saved into one section; without it the other one is a row of its own.
+  SymbolListview.Select(AddRow(SymbolListview, u"A", u"", u"http://zweite"));
+  CommandButton1.Click();
+  Command8[3].Click();
+  ASSERT_EQ(Names(SymbolListview), (std::vector<Text>{u"A", u"B", u"C"}));
+  ASSERT_TRUE(unsaved.Contains(SymbolListview.RowAt(0)));
+  UndoDelete.Click();
+  store.LoadStations(u"");
+  EXPECT_EQ(CellsOf(SymbolListview),
+            (std::vector<Cells>{{u"A", u"", u"http://zweite", u"", u"", u""}, kA, kB, kC}));
 }
 
 TEST_F(DeletedEntriesTest, OfTwoEqualSectionsTheFirstComesBackInFront) {

@@ -30,7 +30,9 @@ inline constexpr const char* kOptFile = "config/Ordnerzentrale/Opt.ini";
 
 class CatalogueJourney : public ::testing::Test {
  protected:
-  CatalogueJourney() {
+  /// All files are below `parent`.
+  explicit CatalogueJourney(const std::filesystem::path& parent = std::filesystem::temp_directory_path())
+      : folder(parent) {
     std::filesystem::create_directories(folder.Path() / "config");
     std::filesystem::create_directories(folder.Path() / "program");
     environment.variables[u"APPDATA"] = folder.TextPath("config");

@@ -6,8 +6,8 @@
 
 namespace test_support {
 
-TempFolder::TempFolder() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "funkhaus-test-XXXXXX").string();
+TempFolder::TempFolder(const std::filesystem::path& parent) {
+  std::string pattern = (parent / "funkhaus-test-XXXXXX").string();
   if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no scratch folder");
   path_ = std::filesystem::canonical(pattern);
 }

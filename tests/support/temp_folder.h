@@ -12,7 +12,8 @@ namespace test_support {
 
 class TempFolder {
  public:
-  TempFolder();
+  /// In the system's folder for temporary files, or in another one.
+  explicit TempFolder(const std::filesystem::path& parent = std::filesystem::temp_directory_path());
   ~TempFolder();
   TempFolder(const TempFolder&) = delete;
   TempFolder& operator=(const TempFolder&) = delete;
