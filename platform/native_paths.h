@@ -19,8 +19,8 @@ class NativePaths {
   /// The system's file name for a path: "\" becomes the system's separator.
   virtual std::string ToNative(const Text& path) = 0;
 
-  /// As ToNative, for something that is looked for, listed or read and never written: where the letter case of
-  /// the program's own data does not count, the name that exists.
+  /// As ToNative, for something that is looked for, listed or read and never written: where the letter case
+  /// of the program's own data does not count, the name that exists.
   virtual std::string ToNativeForReading(const Text& path) = 0;
 };
 

@@ -23,12 +23,12 @@ enum class PlaybackState : std::uint8_t {
 /// Why opening failed or a connection was lost.
 enum class PlaybackFailure : std::uint8_t {
   kNone,
-  kBadAddress,    ///< no address that can be opened at all
-  kUnknownHost,   ///< the name cannot be resolved
-  kNoAnswer,      ///< nothing arrived in time, or the host cannot be reached
-  kRefused,       ///< nobody listens on the port
-  kHungUp,        ///< the connection was closed without an answer
-  kHttpStatus,    ///< see `http_status`
+  kBadAddress,   ///< no address that can be opened at all
+  kUnknownHost,  ///< the name cannot be resolved
+  kNoAnswer,     ///< nothing arrived in time, or the host cannot be reached
+  kRefused,      ///< nobody listens on the port
+  kHungUp,       ///< the connection was closed without an answer
+  kHttpStatus,   ///< see `http_status`
   kTooManyRedirects,
   kCertificateExpired,
   kCertificateNotYetValid,

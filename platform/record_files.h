@@ -30,8 +30,8 @@ class RecordFiles {
   /// separator or is "." or "..", when the entry is a link or no regular file, or when the system refuses.
   virtual RecordFile OpenBinary(const Text& folder, const Text& file_name) = 0;
 
-  /// Makes `file_name` directly inside `folder`, in one step: of several programs that ask for one name at the
-  /// same time, one gets it. Refused names are those of OpenBinary.
+  /// Makes `file_name` directly inside `folder`, in one step: of several programs that ask for one name at
+  /// the same time, one gets it. Refused names are those of OpenBinary.
   virtual NewRecordFile CreateBinary(const Text& folder, const Text& file_name) = 0;
 
   /// Writes all bytes at the current place. False when not all could be written (disk full); what was

@@ -15,7 +15,9 @@ namespace sentences = app::sentences;
 namespace {
 
 /// Encoders are set to multiples of 8 kbit/s; a measured rate wavers about what was set.
-Text KilobitsPerSecond(int bits_per_second) { return FormatNumber((bits_per_second + 4000) / 8000 * 8); }
+Text KilobitsPerSecond(int bits_per_second) {
+  return FormatNumber((std::int64_t{bits_per_second} + 4000) / 8000 * 8);
+}
 
 Sentence Playing(const PlaybackStatus& status, const Text& station) {
   const Text rate = KilobitsPerSecond(status.bit_rate);

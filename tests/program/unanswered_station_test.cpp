@@ -32,9 +32,7 @@ class UnansweredStation : public ProgramRig {
     const auto requests = server_.Requests();
     return !requests.empty() && requests.back().headers.find("User-Agent: Winamp") != std::string::npos;
   }
-  [[nodiscard]] bool AskedForSound() const {
-    return server_.Requests().size() > requests_before_;
-  }
+  [[nodiscard]] bool AskedForSound() const { return server_.Requests().size() > requests_before_; }
 
   /// Runs `wait`, in the middle of which the server is `asked` and `input` comes; how long it lasted after
   /// that, in milliseconds.
