@@ -92,7 +92,7 @@ void StationWriter::UpdateStation(ListView& list, RowId row, const Station& stat
 
 /// A station that a filter view wrote under a name that the file cannot list would be gone with that view.
 void StationWriter::KeepUnlisted(const ListView& list, RowId row) {
-  const Text name = list.Cell(row, app::kNameCell);
+  const Text& name = list.Cell(row, app::kNameCell);
   if (IsFull(list) || !unsaved_.AreOneSection(name, u"")) return;
   unsaved_.Mark(lists_.full.AddRow(CopyOf(list, row)), {{}, {name}});
 }

@@ -9,7 +9,6 @@
 
 namespace catalogue {
 
-using controls::ListRow;
 using platform::CodePage;
 using platform::Text;
 using platform::TextView;

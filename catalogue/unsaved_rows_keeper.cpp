@@ -9,7 +9,6 @@
 
 namespace catalogue {
 
-using controls::RowId;
 using platform::Text;
 
 UnsavedRowsKeeper::UnsavedRowsKeeper(Ports ports, UnsavedRows& unsaved, controls::ListView& full,

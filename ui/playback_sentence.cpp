@@ -1,5 +1,7 @@
 #include "ui/playback_sentence.h"
 
+#include <cstdint>
+
 #include "app/numbers.h"
 #include "app/status_sentences.h"
 
