@@ -49,7 +49,8 @@ class RowMarks : public ::testing::Test {
   QRect Cell(int row, int column = 0) const { return view_.visualRect(view_.model()->index(row, column)); }
   QImage Picture(const QRect& place) const {
     QApplication::processEvents();
-    return view_.viewport()->grab(place).toImage();
+    // All of it is painted, so that a cell would be seen to spoil its neighbour.
+    return view_.viewport()->grab().toImage().copy(place);
   }
   /// How many pixels of a cell's text are drawn; a bold text has more of them.
   int Ink(const QRect& place) const {
@@ -98,9 +99,11 @@ TEST_F(RowMarks, IconBearsASignThatSaysWhich) {
   AddIcons();
   const QRect icon = QRect(Cell(2).topLeft(), QSize(44, Cell(2).height()));
   const QImage plain = Picture(icon);
+  const int genre = Ink(Cell(2, 1));
   list_.SetMark(list_.RowAt(2), RowMark::kPlaying);
   const QImage playing = Picture(icon);
   EXPECT_NE(playing, plain);
+  EXPECT_GT(Ink(Cell(2, 1)), genre) << "the cells beside it are painted in their own places";
   list_.SetMark(list_.RowAt(2), RowMark::kWaiting);
   EXPECT_NE(Picture(icon), playing);
   EXPECT_NE(Picture(icon), plain);
