@@ -73,11 +73,12 @@ QPalette DesktopColors::DarkPalette() {
 DesktopColors::DesktopColors(QDBusConnection bus) : bus_(std::move(bus)) {
   if (!bus_.isConnected()) return;
   // A signal of the bus needs a slot by name. The timer's has the right one: what has changed is asked for,
-  // so that there is one way of reading it.
+  // so that there is one way of reading it, and it need not be known who reports: finding out whose name the
+  // service's is would wait for the bus.
   ask_.setSingleShot(true);
   ask_.setInterval(0);
   connect(&ask_, &QTimer::timeout, this, [this] { Ask(); });
-  bus_.connect(kService, kPath, kSettings, QStringLiteral("SettingChanged"),
+  bus_.connect(QString(), kPath, kSettings, QStringLiteral("SettingChanged"),
                {QString(kNamespace), QString(kKey)}, QString(), &ask_, SLOT(start()));
   connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
     if (state == Qt::ApplicationActive) Ask();
