@@ -96,13 +96,20 @@ TEST(CheckBoxWidgetTest, BoxThatTheStyleMakesVisibleIsLeftToTheStyle) {
   StyleWithABox style;
   QWidget window;
   CheckBoxWidget widget(&window);
-  widget.setStyle(&style);
   widget.resize(100, 30);
+  widget.grab();
+  widget.setStyle(&style);
   const QImage picture = widget.grab().toImage();
   const QRect box = BoxOf(widget);
   for (const QPoint& place : {box.topLeft(), box.center(), box.bottomRight()}) {
-    EXPECT_EQ(picture.pixelColor(place), QColor(Qt::darkGreen));
+    EXPECT_EQ(picture.pixelColor(place), QColor(Qt::darkGreen))
+        << "what was measured of another style is void";
   }
+  QPalette green = widget.palette();
+  green.setColor(QPalette::Window, Qt::darkGreen);
+  green.setColor(QPalette::WindowText, Qt::white);
+  widget.setPalette(green);
+  EXPECT_GE(ContrastOfFrame(widget.grab().toImage(), box, Qt::darkGreen), 3.0) << "as with other colours";
   widget.setStyle(nullptr);
 }
 

@@ -62,6 +62,18 @@ class RowMarks : public ::testing::Test {
     }
     return ink;
   }
+  /// A place of the sign, whose square of 16 units stands in the lower right corner of the red icon.
+  static QPoint SignPlace(const QImage& plain, double across, double down) {
+    QRect icon;
+    for (int y = 0; y < plain.height(); ++y) {
+      for (int x = 0; x < plain.width(); ++x) {
+        if (plain.pixelColor(x, y) == QColor(Qt::red)) icon |= QRect(x, y, 1, 1);
+      }
+    }
+    const double unit = icon.width() * 0.6 / 16;
+    return {static_cast<int>(icon.right() + 1 - (16 - across) * unit),
+            static_cast<int>(icon.bottom() + 1 - (16 - down) * unit)};
+  }
   QString Name(int row, int column = 0) const {
     QAccessibleInterface* view = QAccessible::queryAccessibleInterface(&view_);
     return view->tableInterface()->cellAt(row, column)->text(QAccessible::Name);
@@ -104,8 +116,11 @@ TEST_F(RowMarks, IconBearsASignThatSaysWhich) {
   const QImage playing = Picture(icon);
   EXPECT_NE(playing, plain);
   EXPECT_GT(Ink(Cell(2, 1)), genre) << "the cells beside it are painted in their own places";
+  // A place within the triangle that points on, but between the dots.
+  const QPoint place = SignPlace(plain, 7, 6);
+  EXPECT_EQ(playing.pixelColor(place), view_.palette().color(QPalette::Base));
   list_.SetMark(list_.RowAt(2), RowMark::kWaiting);
-  EXPECT_NE(Picture(icon), playing);
+  EXPECT_EQ(Picture(icon).pixelColor(place), view_.palette().color(QPalette::Text));
   EXPECT_NE(Picture(icon), plain);
 }
 

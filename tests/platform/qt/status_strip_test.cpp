@@ -80,6 +80,15 @@ TEST_F(StatusStripTest, WiderWindowShowsMoreOfTheSentence) {
   EXPECT_EQ(Line().text(), QString(120, 'm'));
 }
 
+TEST_F(StatusStripTest, WiderFontShowsLessOfTheSentence) {
+  Show(Text(40, u'm'));
+  ASSERT_TRUE(strip_.toolTip().isEmpty());
+  QFont wide = strip_.font();
+  wide.setLetterSpacing(QFont::PercentageSpacing, 500);
+  strip_.setFont(wide);
+  EXPECT_FALSE(strip_.toolTip().isEmpty());
+}
+
 TEST_F(StatusStripTest, TextIsOneLineAndNeverMarkup) {
   Show(u"<b>eins</b>\r\nzwei");
   EXPECT_EQ(Line().text(), "<b>eins</b>  zwei");
