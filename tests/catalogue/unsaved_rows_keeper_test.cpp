@@ -223,6 +223,19 @@ TEST_F(UnsavedRowsKeeperTest, RowsThatWerePutBackStayKeptUntilTheUserDecides) {
   EXPECT_FALSE(files.files.contains(kFile));
 }
 
+TEST_F(UnsavedRowsKeeperTest, FileThatWasReadIsKnownFromTheBeginning) {
+  Leave({true, {Row(u"Neu")}});
+  Begin();
+  Wait();
+  EXPECT_EQ(files.writes, 0) << "it says the same as before";
+
+  Leave({true, {Row(u"Neu")}});
+  UnsavedRowsKeeper next{{files, environment, conversion}, unsaved, SymbolListview, icons, settings, timer};
+  next.Restore();
+  next.Discard();
+  EXPECT_FALSE(files.files.contains(kFile)) << "at once too";
+}
+
 TEST_F(UnsavedRowsKeeperTest, SectionThatExistsForARowsSakeIsNoSecondRow) {
   AddStation(u"Neu", u"", u"", u"1");
   Leave({false, {Row(u"Neu", {{app::kFavouriteCell}, {u"Neu"}})}});
