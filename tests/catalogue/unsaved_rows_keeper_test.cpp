@@ -301,6 +301,11 @@ TEST_F(UnsavedRowsKeeperTest, UnaskedEndKeepsAtOnceWhatIsUnsaved) {
   keeper.Finish();
   EXPECT_EQ(KeptNames(), std::vector<Text>{u"Neu"});
   EXPECT_FALSE(timer.Enabled());
+  SymbolListview.Clear();
+  keeper.Note();
+  EXPECT_FALSE(timer.Enabled());
+  keeper.Discard();
+  EXPECT_EQ(KeptNames(), std::vector<Text>{u"Neu"}) << "whatever happens after that";
 }
 
 TEST_F(UnsavedRowsKeeperTest, AfterTheEndNothingIsWrittenAnyMore) {
@@ -310,6 +315,9 @@ TEST_F(UnsavedRowsKeeperTest, AfterTheEndNothingIsWrittenAnyMore) {
   AddRow(SymbolListview, u"Neuer");
   keeper.Note();
   EXPECT_FALSE(timer.Enabled());
+  SymbolListview.Select(RowNamed(SymbolListview, u"Neuer"));
+  Check2.Click();
+  ASSERT_FALSE(unsaved.PartOf(SymbolListview.SelectedRow()).cells.empty());
   keeper.Finish();
   EXPECT_FALSE(files.files.contains(kFile));
 }
