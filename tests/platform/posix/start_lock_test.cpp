@@ -69,6 +69,7 @@ TEST_F(StartLockTest, SurvivesTheDeletionOfItsFileByHand) {
   // There is no file any more that could be locked for both; the one who comes now holds the new one.
   EXPECT_EQ(second.Try(), State::kHeld);
   EXPECT_EQ(StartLock(path_).Try(), State::kTaken);
+  EXPECT_EQ(first.Try(), State::kHeld) << "it releases nothing to ask again";
 }
 
 TEST_F(StartLockTest, IsImpossibleWhereTheFileCannotBeMade) {
