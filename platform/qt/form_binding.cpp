@@ -45,8 +45,9 @@ bool FormBinding::eventFilter(QObject* watched, QEvent* event) {
     event->ignore();
     loop_.HandOver(
         *this,
-        [this] {
-          if (!IsBlockedByDialog(window_)) form_.Close();
+        [this, blocked_before = IsBlockedByDialog(window_)] {
+          // The toolkit keeps the user from closing a blocked window; what comes nevertheless is not his.
+          if (blocked_before || !IsBlockedByDialog(window_)) form_.Close();
         },
         OnWait::kEndsWait);
     return true;
