@@ -283,6 +283,15 @@ TEST_F(InsideADialog, ValuesSetBeforeItOpenedAreTaken) {
   EXPECT_EQ(form_.hscSavVolume.Value(), 99);
 }
 
+// The toolkit keeps the user from doing this; when the session ends it closes the windows itself.
+TEST_F(InsideADialog, ClosingOfTheBlockedWindowIsNotDropped) {
+  OpenBox([this] {
+    fixture_.window->close();
+    Settle();
+    EXPECT_TRUE(form_.form.IsClosed());
+  });
+}
+
 TEST_F(InsideADialog, ChosenRowIsWorkedOutWhenItIsGone) {
   PressRow(1);
   OpenBox([this] {
