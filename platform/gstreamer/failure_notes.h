@@ -4,6 +4,7 @@
 
 #include <gst/gst.h>
 
+#include <cstdint>
 #include <mutex>
 #include <optional>
 #include <string>

@@ -113,6 +113,11 @@ PlaybackStatus ItemState::Status() const {
   return status;
 }
 
+bool ItemState::HasReport() const {
+  const std::lock_guard lock(mutex_);
+  return has_report_;
+}
+
 int ItemState::Channels() const {
   const std::lock_guard lock(mutex_);
   return current_ ? current_->Channels() : last_channels_;
@@ -140,12 +145,14 @@ void ItemState::SetOpened(HResult result, const ItemReport& report) {
   const std::lock_guard lock(mutex_);
   if (!opened_) opened_ = result;
   report_ = report;
+  has_report_ = true;
   caller_wakes_.notify_all();
 }
 
 void ItemState::SetReport(const ItemReport& report) {
   const std::lock_guard lock(mutex_);
   report_ = report;
+  has_report_ = true;
 }
 
 void ItemState::SetEnded() {

@@ -46,6 +46,8 @@ class ItemState final : public PipelineListener {
   [[nodiscard]] Properties GetProperties() const;
   /// As of now; what is stopped or shut down counts as stopped at once, unless it had failed.
   [[nodiscard]] PlaybackStatus Status() const;
+  /// False until the supervisor has got as far as its first report.
+  [[nodiscard]] bool HasReport() const;
   /// The channel count, also of the last pipeline while there is none.
   [[nodiscard]] int Channels() const;
 
@@ -85,6 +87,7 @@ class ItemState final : public PipelineListener {
   int last_sample_rate_ = 0;
   Properties properties_;
   ItemReport report_;
+  bool has_report_ = false;
 };
 
 }  // namespace platform::gstreamer

@@ -47,7 +47,9 @@ HResult SourceResolver::Open(PipelineInput input, std::int32_t* type, InterfaceH
       return kErrorCancelled;
     }
     if (std::chrono::steady_clock::now() >= deadline) {
-      context_.latest.Failed(PlaybackFailure::kNoAnswer);
+      // Before an address is opened, a device is; only a sound server that hangs can hold that up.
+      const bool has_device = item->SharedState()->HasReport();
+      context_.latest.Failed(has_device ? PlaybackFailure::kNoAnswer : PlaybackFailure::kNoSoundDevice);
       return kMfENetTimeout;
     }
   }

@@ -31,6 +31,7 @@ MediaSupervisor::MediaSupervisor(PipelineInput input, std::shared_ptr<ItemState>
 
 void MediaSupervisor::Run() {
   OpenNext(OutputChooser::Wish::kDeviceOrNowhere);
+  state_->SetReport(Report());
   while (wanted_ != Wanted::kShutDown) {
     const ItemState::Work work = state_->WaitForWork(NextWake());
     for (const PipelineEvent& event : work.events) OnEvent(event);

@@ -90,6 +90,7 @@ TEST_F(MonitorTest, PauseStopAndClosingAreSeenAtOnce) {
   ASSERT_TRUE(Reaches(PlaybackState::kPlaying));
   driver.Pause();
   EXPECT_TRUE(Reaches(PlaybackState::kPaused));
+  EXPECT_EQ(Status().codec, u"") << "which is told of what is heard";
   driver.Stop();
   EXPECT_EQ(Status(), PlaybackStatus{});
   driver.Start();
@@ -110,6 +111,7 @@ TEST_F(MonitorTest, ABrokenStationSaysHowLongItWaitsForTheNextTry) {
   EXPECT_TRUE(WaitUntil([&] { return Status().seconds_to_next_try == 1; }, 5s));
   server.Listen();
   EXPECT_TRUE(Reaches(PlaybackState::kPlaying));
+  EXPECT_EQ(Status().failure, PlaybackFailure::kNone) << "all is well again";
 }
 
 TEST_F(MonitorTest, ABufferThatRanDrySaysHowFullItIs) {
@@ -195,6 +197,22 @@ TEST_F(MonitorTest, AStopIsSeenAtOnceAlthoughTheSoundServerHangs) {
   pulse.Signal(SIGSTOP);
   heard.Stop();
   EXPECT_EQ(heard.Media().Status(), PlaybackStatus{});
+  pulse.Signal(SIGCONT);
+}
+
+TEST_F(MonitorTest, ASoundServerThatHangsIsNotTakenForASilentStation) {
+  const std::string file = MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 1});
+  PulseServer pulse;
+  pulse.UseInThisProcess();
+  pulse.Signal(SIGSTOP);
+  platform::gstreamer::GstMediaOptions options;
+  options.open_deadline = 500ms;
+  {
+    SessionDriver held_up(options);
+    EXPECT_NE(held_up.Open(file), kSOk);
+    EXPECT_EQ(held_up.Media().Status().state, PlaybackState::kFailed);
+    EXPECT_EQ(held_up.Media().Status().failure, PlaybackFailure::kNoSoundDevice);
+  }
   pulse.Signal(SIGCONT);
 }
 
