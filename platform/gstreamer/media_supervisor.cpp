@@ -11,6 +11,8 @@ namespace {
 using std::chrono::seconds;
 
 constexpr std::chrono::microseconds kDeviceBuffer{kDeviceBufferMicroseconds};
+/// The buffer announces once that it is full enough, and by then some of it may have gone on already.
+constexpr std::chrono::milliseconds kLookAtBufferEvery{50};
 
 }  // namespace
 
@@ -97,8 +99,7 @@ void MediaSupervisor::OnPlayingEvent(const PipelineEvent& event) {
   using Kind = PipelineEvent::Kind;
   switch (event.kind) {
     case Kind::kBuffering:
-      if (playing_.LookAtBuffer(Clock::now()) == Line::Buffer::kDry && playing_.source_gone) EndOnceHeard();
-      return;
+      return LookAtBuffer();
     case Kind::kSourceEnded:
       return LoseSource();
     case Kind::kEnded:
@@ -116,6 +117,10 @@ void MediaSupervisor::OnPlayingEvent(const PipelineEvent& event) {
     default:
       return;
   }
+}
+
+void MediaSupervisor::LookAtBuffer() {
+  if (playing_.LookAtBuffer(Clock::now()) == Line::Buffer::kDry && playing_.source_gone) EndOnceHeard();
 }
 
 void MediaSupervisor::OnPrerolled() {
@@ -281,10 +286,9 @@ bool MediaSupervisor::WantsAttempt() const {
   return Runs() && idle && !device_.IsLost();
 }
 
-bool MediaSupervisor::MayStall() const {
-  return live_ && playing_.pipeline && !playing_.filled && !playing_.source_gone &&
-         wanted_ == Wanted::kRunning;
-}
+bool MediaSupervisor::WaitsForBuffer() const { return Runs() && playing_.pipeline && !playing_.filled; }
+
+bool MediaSupervisor::MayStall() const { return live_ && WaitsForBuffer() && !playing_.source_gone; }
 
 MediaSupervisor::Clock::time_point MediaSupervisor::StallTime() const {
   return playing_.pipeline->LastData() + services_->stall_limit;
@@ -297,6 +301,7 @@ std::optional<MediaSupervisor::Clock::time_point> MediaSupervisor::NextWake() co
   if (playing_.silent_at) consider(*playing_.silent_at);
   if (playing_.dry_at) consider(*playing_.dry_at);
   if (WantsAttempt()) consider(schedule_.NextAttempt());
+  if (WaitsForBuffer()) consider(Clock::now() + kLookAtBufferEvery);
   if (MayStall()) consider(StallTime());
   if (const auto check = playing_.NextStandstillCheck()) consider(*check);
   if (const auto look = device_.NextWake(Clock::now(), Interest())) consider(*look);
@@ -309,6 +314,7 @@ void MediaSupervisor::CheckTimers() {
     OnOpenFailed(kMfENetTimeout, {PlaybackFailure::kNoAnswer});
   }
   if (playing_.silent_at && now >= *playing_.silent_at) OnSilent();
+  if (WaitsForBuffer()) LookAtBuffer();
   if (playing_.dry_at && now >= *playing_.dry_at) playing_.dry_at.reset();
   if (MayStall() && now >= StallTime()) {
     LoseSource();

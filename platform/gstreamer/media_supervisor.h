@@ -49,6 +49,7 @@ class MediaSupervisor {
   void OnEvent(const PipelineEvent& event);
   void OnOpeningEvent(const PipelineEvent& event);
   void OnPlayingEvent(const PipelineEvent& event);
+  void LookAtBuffer();
   void OnPrerolled();
   void OnOutputRefused();
   void OnOpenFailed(HResult result, FailureCause cause);
@@ -75,6 +76,7 @@ class MediaSupervisor {
   [[nodiscard]] bool Runs() const { return wanted_ == Wanted::kRunning && !finished_; }
   [[nodiscard]] DeviceSearch::Interest Interest() const;
   [[nodiscard]] bool WantsAttempt() const;
+  [[nodiscard]] bool WaitsForBuffer() const;
   [[nodiscard]] bool MayStall() const;
   [[nodiscard]] Clock::time_point StallTime() const;
   [[nodiscard]] std::optional<Clock::time_point> NextWake() const;

@@ -107,6 +107,20 @@ TEST_F(LiveTest, TheStreamIsOpenedOnceAndPlayed) {
   EXPECT_EQ(server.Connections(), 1);
 }
 
+TEST_F(LiveTest, AStationThatSendsMuchAtOnceStartsEveryTime) {
+  const std::string sound = ReadBytes(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 8}));
+  MediaHttpServer server;
+  server.On("/live", [&](MediaHttpServer::Connection& connection) {
+    if (connection.Send(LiveHead("audio/mpeg") + sound)) connection.StaySilent(20s);
+  });
+  SessionDriver unheard(Unheard());
+  for (int round = 0; round < 100; ++round) {
+    ASSERT_EQ(unheard.Open(server.Url("/live")), kSOk);
+    ASSERT_EQ(unheard.Start(), kSOk);
+    ASSERT_TRUE(WaitUntil([&] { return unheard.Seconds() > 0; }, 3s)) << round;
+  }
+}
+
 TEST_F(LiveTest, AResetIsBridgedByWhatIsBuffered) {
   const std::string sound = ReadBytes(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 12}));
   MediaHttpServer server;
