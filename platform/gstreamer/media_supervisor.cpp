@@ -14,6 +14,23 @@ constexpr std::chrono::microseconds kDeviceBuffer{kDeviceBufferMicroseconds};
 /// The buffer announces once that it is full enough, and by then some of it may have gone on already.
 constexpr std::chrono::milliseconds kLookAtBufferEvery{50};
 
+/// How the next attempt is to be timed. A mount that is not there yet is what a restarting station answers.
+ReconnectSchedule::Failure Expense(const FailureCause& cause) {
+  constexpr int kNotFound = 404;
+  switch (cause.failure) {
+    case PlaybackFailure::kHttpStatus:
+      return cause.http_status == kNotFound ? ReconnectSchedule::Failure::kCheap
+                                            : ReconnectSchedule::Failure::kRefusal;
+    case PlaybackFailure::kTooManyRedirects:
+    case PlaybackFailure::kWebPage:
+    case PlaybackFailure::kNoDecoder:
+    case PlaybackFailure::kUnreadable:
+      return ReconnectSchedule::Failure::kRefusal;
+    default:
+      return ReconnectSchedule::Failure::kCheap;
+  }
+}
+
 }  // namespace
 
 ItemServices::ItemServices(const GstMediaOptions& options)
@@ -173,6 +190,7 @@ void MediaSupervisor::OnOpenFailed(HResult result, FailureCause cause) {
   if (opening_.pipeline) opening_.pipeline->Stop();
   opening_ = {};
   tries_failed_ = true;
+  schedule_.AttemptFailed(Clock::now(), Expense(cause));
   cause_ = std::move(cause);
   if (!ever_opened_) {
     finished_ = true;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <memory>
 
 #include "tests/platform/gstreamer/session_driver.h"
 #include "tests/support/icecast_server.h"
@@ -165,6 +166,39 @@ TEST_F(LiveTest, AStationThatClosesEveryConnectionIsAskedOnceASecondAtMost) {
   EXPECT_EQ(driver.State(), 2);
   EXPECT_FALSE(WaitUntil([&] { return server.Requests("/live") > asked; }, 1500ms)) << "stopped is stopped";
 }
+
+class LostLiveTest : public LiveTest, public testing::WithParamInterface<const char*> {
+ protected:
+  /// How often a station is asked within 1.5 s that has lost its listeners and answers with a status then.
+  int AskedWhileItAnswers(const std::string& status) {
+    const std::string sound = ReadBytes(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 1}));
+    MediaHttpServer server;
+    std::atomic<int> refused{0};
+    server.On("/live", [&, first = std::make_shared<std::atomic<bool>>(true)](
+                           MediaHttpServer::Connection& connection) {
+      if (first->exchange(false)) return void(connection.Send(LiveHead("audio/mpeg") + sound));
+      ++refused;
+      connection.Send(test_support::HttpAnswer(status, "text/plain", ""));
+    });
+    if (driver.Open(server.Url("/live")) != kSOk || driver.Start() != kSOk) return -1;
+    if (!WaitUntil([&] { return refused > 0; }, 5s)) return -1;
+    const auto start = Clock::now();
+    WaitUntil([&] { return Clock::now() - start > 1500ms; }, 3s);
+    driver.Stop();
+    return refused;
+  }
+};
+
+TEST_F(LostLiveTest, AStationThatIsNotThereYetIsAskedSeveralTimesASecond) {
+  EXPECT_GE(AskedWhileItAnswers("404 Not Found"), 4);
+}
+
+TEST_P(LostLiveTest, AServerThatRefusesIsAskedOnceASecond) {
+  const int asked = AskedWhileItAnswers(GetParam());
+  EXPECT_GE(asked, 1);
+  EXPECT_LE(asked, 2);
+}
+INSTANTIATE_TEST_SUITE_P(Statuses, LostLiveTest, testing::Values("503 Service Unavailable", "200 OK"));
 
 TEST_F(LiveTest, ABufferThatRunsDryPausesUntilThereIsEnough) {
   const std::string sound = ReadBytes(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 8}));

@@ -9,6 +9,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using platform::gstreamer::ReconnectSchedule;
+using Failure = ReconnectSchedule::Failure;
 using Time = ReconnectSchedule::Clock::time_point;
 
 const Time kStart = Time(1h);
@@ -55,7 +56,45 @@ TEST(ReconnectScheduleTest, AStreamThatWasNeverHeardIsNotTriedAgainAtOnce) {
   schedule.AttemptStarted(kStart);
   schedule.Lose(kStart + 10ms, std::nullopt);
   EXPECT_EQ(schedule.NextAttempt(), kStart + 1s);
-  EXPECT_EQ(schedule.LostAt(), kStart + 10ms);
+  EXPECT_TRUE(schedule.Lost());
+}
+
+TEST(ReconnectScheduleTest, WhatCostsNobodyAnythingIsTriedAgainSoonWithinTheFirstMinute) {
+  ReconnectSchedule schedule;
+  schedule.AttemptStarted(kStart - 100s);
+  schedule.Lose(kStart, kStart - 99s);
+  schedule.AttemptStarted(kStart);
+  schedule.AttemptFailed(kStart + 10ms, Failure::kCheap);
+  EXPECT_EQ(schedule.NextAttempt(), kStart + 260ms);
+  schedule.AttemptStarted(kStart + 300ms);
+  EXPECT_EQ(schedule.NextAttempt(), kStart + 1300ms) << "a stream that opens and breaks is no cheap failure";
+  schedule.AttemptFailed(kStart + 59999ms, Failure::kCheap);
+  EXPECT_EQ(schedule.NextAttempt(), kStart + 60249ms);
+  schedule.AttemptStarted(kStart + 60249ms);
+  schedule.AttemptFailed(kStart + 60250ms, Failure::kCheap);
+  EXPECT_EQ(schedule.NextAttempt(), kStart + 62249ms) << "the minute is over";
+}
+
+TEST(ReconnectScheduleTest, AServerThatRefusesIsAskedOnceASecond) {
+  ReconnectSchedule schedule;
+  schedule.AttemptStarted(kStart - 100s);
+  schedule.Lose(kStart, kStart - 99s);
+  schedule.AttemptStarted(kStart);
+  schedule.AttemptFailed(kStart + 10ms, Failure::kRefusal);
+  EXPECT_EQ(schedule.NextAttempt(), kStart + 1s);
+}
+
+TEST(ReconnectScheduleTest, AfterAResetTheMinuteBeginsWithTheFirstAttempt) {
+  ReconnectSchedule schedule;
+  schedule.Lose(kStart - 100s, std::nullopt);
+  schedule.Reset();
+  EXPECT_FALSE(schedule.Lost());
+  EXPECT_LE(schedule.NextAttempt(), kStart);
+  schedule.AttemptStarted(kStart);
+  schedule.AttemptStarted(kStart + 59s);
+  EXPECT_EQ(schedule.NextAttempt(), kStart + 60s);
+  schedule.AttemptStarted(kStart + 60s);
+  EXPECT_EQ(schedule.NextAttempt(), kStart + 62s);
 }
 
 TEST(ReconnectScheduleTest, SteadySoundEndsALoss) {
