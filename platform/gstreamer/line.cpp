@@ -7,6 +7,8 @@ namespace {
 
 /// How long a device is left alone once the buffer behind it is dry: until it asks for more in vain.
 constexpr std::chrono::microseconds kPlayedWhenDry{kDeviceBufferMicroseconds * 3 / 4};
+/// A wireless device that was at rest takes its time to begin.
+constexpr std::chrono::seconds kBegins{3};
 /// While the sound goes on the buffer is only looked at when it runs dry.
 constexpr std::chrono::milliseconds kRefillWhilePlaying{100};
 
@@ -50,7 +52,7 @@ std::optional<Line::Clock::time_point> Line::NextStandstillCheck() const {
 }
 
 Line::Clock::time_point Line::SuppliedUntil() const {
-  return std::max(pipeline->SuppliedUntil(), playing_since);
+  return std::max(pipeline->SuppliedUntil(), playing_since + kBegins);
 }
 
 }  // namespace platform::gstreamer

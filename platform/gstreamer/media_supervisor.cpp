@@ -240,7 +240,7 @@ void MediaSupervisor::Finish() {
 }
 
 void MediaSupervisor::LoseDevice() {
-  services_->log("the sound device is lost and looked for");
+  services_->log("the sound device is gone: looking for one");
   DropLines();
 }
 

@@ -44,15 +44,15 @@ class ReconnectSchedule {
   }
 
   void AttemptStarted(Clock::time_point now) {
-    if (!attempted_ && !lost_) since_ = now;
     if (attempted_ && now - since_ >= kOftenFor) pause_ = std::min<Clock::duration>(pause_ * 2, kRarest);
     attempted_ = true;
     last_attempt_ = now;
     soon_at_.reset();
   }
 
-  /// The last attempt has opened nothing, as is known at `now`.
+  /// The last attempt has opened nothing, as is known at `now`; what was not lost before is lost with that.
   void AttemptFailed(Clock::time_point now, Failure failure) {
+    Lose(now, std::nullopt);
     if (failure == Failure::kCheap && now - since_ < kOftenFor) soon_at_ = now + kSoon;
   }
 
@@ -63,7 +63,7 @@ class ReconnectSchedule {
 
  private:
   bool lost_ = false;
-  Clock::time_point since_{};  ///< of the loss; without one, of the first attempt
+  Clock::time_point since_{};  ///< of the loss
   Clock::time_point last_attempt_{};
   std::optional<Clock::time_point> soon_at_;
   Clock::duration pause_ = kOften;

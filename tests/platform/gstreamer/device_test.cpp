@@ -64,7 +64,7 @@ class DeviceTest : public testing::Test {
     return loudness->WaitForSound(300ms, 5s) && std::abs(loudness->Frequency(200ms) - hertz) < 15;
   }
   bool IsWithoutDevice() const {
-    return WaitUntil([&] { return driver.Media().Status().state == PlaybackState::kNoDevice; }, 5s);
+    return WaitUntil([&] { return driver.Media().Status().state == PlaybackState::kNoDevice; }, 10s);
   }
   bool PlaysTheStation() {
     return driver.Open(station.Url("/live")) == kSOk && driver.Start() == kSOk && Hears(kOldHertz);

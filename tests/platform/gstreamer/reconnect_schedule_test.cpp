@@ -84,14 +84,17 @@ TEST(ReconnectScheduleTest, AServerThatRefusesIsAskedOnceASecond) {
   EXPECT_EQ(schedule.NextAttempt(), kStart + 1s);
 }
 
-TEST(ReconnectScheduleTest, AfterAResetTheMinuteBeginsWithTheFirstAttempt) {
+TEST(ReconnectScheduleTest, WithoutALossTheMinuteBeginsWithTheFirstFailure) {
   ReconnectSchedule schedule;
   schedule.Lose(kStart - 100s, std::nullopt);
   schedule.Reset();
   EXPECT_FALSE(schedule.Lost());
   EXPECT_LE(schedule.NextAttempt(), kStart);
   schedule.AttemptStarted(kStart);
+  schedule.AttemptFailed(kStart, Failure::kRefusal);
+  EXPECT_TRUE(schedule.Lost());
   schedule.AttemptStarted(kStart + 59s);
+  schedule.AttemptFailed(kStart + 59s, Failure::kRefusal);
   EXPECT_EQ(schedule.NextAttempt(), kStart + 60s);
   schedule.AttemptStarted(kStart + 60s);
   EXPECT_EQ(schedule.NextAttempt(), kStart + 62s);
