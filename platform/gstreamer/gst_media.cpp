@@ -4,6 +4,7 @@
 
 #include <iostream>
 #include <map>
+#include <mutex>
 #include <utility>
 
 #include "platform/gstreamer/context.h"
@@ -17,8 +18,28 @@
 namespace platform::gstreamer {
 namespace {
 
-GstMediaOptions WithLog(GstMediaOptions options) {
-  if (!options.log) options.log = [](const std::string& line) { std::cerr << "sound: " << line << '\n'; };
+/// The caller's log until it is closed. A thread that a sound server holds up can outlive the caller.
+class Log {
+ public:
+  explicit Log(std::function<void(const std::string&)> write) : write_(std::move(write)) {
+    if (!write_) write_ = [](const std::string& line) { std::cerr << "sound: " << line << '\n'; };
+  }
+  void Write(const std::string& line) {
+    const std::lock_guard lock(mutex_);
+    if (write_) write_(line);
+  }
+  void Close() {
+    const std::lock_guard lock(mutex_);
+    write_ = nullptr;
+  }
+
+ private:
+  std::mutex mutex_;
+  std::function<void(const std::string&)> write_;
+};
+
+GstMediaOptions WithLog(GstMediaOptions options, const std::shared_ptr<Log>& log) {
+  options.log = [log](const std::string& line) { log->Write(line); };
   return options;
 }
 
@@ -26,10 +47,11 @@ GstMediaOptions WithLog(GstMediaOptions options) {
 
 struct GstMedia::Impl {
   Impl(MessageLoop& message_loop, NativePaths& native_paths, const GstMediaOptions& options)
-      : context{message_loop,
+      : log(std::make_shared<Log>(options.log)),
+        context{message_loop,
                 native_paths,
                 options.open_deadline,
-                std::make_shared<ItemServices>(options),
+                std::make_shared<ItemServices>(WithLog(options, log)),
                 {},
                 {},
                 {}} {}
@@ -41,16 +63,17 @@ struct GstMedia::Impl {
     return context.handles.Hand(std::make_shared<Type>(std::forward<Arguments>(arguments)...), &out);
   }
 
+  const std::shared_ptr<Log> log;
   Context context;
   int started = 0;
   std::map<std::uint32_t, std::shared_ptr<StreamReader>> streams;
   std::uint32_t last_stream = 0;
 };
 
-GstMedia::GstMedia(MessageLoop& message_loop, NativePaths& native_paths, GstMediaOptions options)
-    : impl_(std::make_unique<Impl>(message_loop, native_paths, WithLog(std::move(options)))) {}
+GstMedia::GstMedia(MessageLoop& message_loop, NativePaths& native_paths, const GstMediaOptions& options)
+    : impl_(std::make_unique<Impl>(message_loop, native_paths, options)) {}
 
-GstMedia::~GstMedia() = default;
+GstMedia::~GstMedia() { impl_->log->Close(); }
 
 StreamObject GstMedia::RegisterStream(std::shared_ptr<StreamReader> reader) {
   if (!reader) return StreamObject::kNone;

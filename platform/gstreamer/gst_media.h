@@ -38,7 +38,7 @@ struct GstMediaOptions {
   /// A PEM file whose certificates are trusted instead of the system's; empty is the system's.
   std::string certificate_file;
   /// Receives one line per event worth knowing; empty writes to the standard error stream. May be called
-  /// from any thread.
+  /// from any thread, but not once the adapter is gone.
   std::function<void(const std::string&)> log;
 };
 
@@ -68,7 +68,7 @@ class StreamReader {
 /// (bits per second), "SampleRate" (Hz) and "Channels" (32-bit unsigned integers).
 class GstMedia : public MediaFramework, public InterfaceCalls, public PlaybackMonitor {
  public:
-  GstMedia(MessageLoop& message_loop, NativePaths& native_paths, GstMediaOptions options = {});
+  GstMedia(MessageLoop& message_loop, NativePaths& native_paths, const GstMediaOptions& options = {});
   ~GstMedia() override;
   GstMedia(const GstMedia&) = delete;
   GstMedia& operator=(const GstMedia&) = delete;

@@ -69,6 +69,8 @@ void MediaSupervisor::Run() {
 void MediaSupervisor::OpenNext(OutputChooser::Wish wish) {
   const auto now = Clock::now();
   auto output = services_->output.Choose(wish);
+  // A sound server that hangs can hold that up for longer than anybody waits.
+  if (state_->Requested() == Wanted::kShutDown) return;
   if (!output.heard && services_->output.WantsDevice()) device_.Miss(now);
   if (wish == OutputChooser::Wish::kDevice && !output.sink) return;
   schedule_.AttemptStarted(now);
