@@ -60,7 +60,7 @@ void StationWriter::AddStation(ListView& list, const Station& station) {
   ini_.WriteStationIni(station.name, KeyOf(app::kM3uNumberCell), station.number);
   if (group.End()) {
     unsaved_.StationWritten(station.name, IsFull(list) ? added : RowId::kNone);
-    return KeepUnlisted(list, added);
+    return KeepUnlisted(list, added, station);
   }
   ReportUnsaved();
   SetCells(list, added, station, Number::kShown);
@@ -84,17 +84,18 @@ void StationWriter::UpdateStation(ListView& list, RowId row, const Station& stat
   if (!IsFull(list)) {
     unsaved_.StationDeletedInView(old_name);
     unsaved_.StationWritten(station.name, RowId::kNone);
-    return KeepUnlisted(list, row);
+    return KeepUnlisted(list, row, station);
   }
   if (!unsaved_.AreOneSection(old_name, station.name)) SectionIsDeleted(old_name, row);
   unsaved_.StationWritten(station.name, row);
 }
 
 /// A station that a filter view wrote under a name that the file cannot list would be gone with that view.
-void StationWriter::KeepUnlisted(const ListView& list, RowId row) {
-  const Text& name = list.Cell(row, app::kNameCell);
-  if (IsFull(list) || !unsaved_.AreOneSection(name, u"")) return;
-  unsaved_.Mark(lists_.full.AddRow(CopyOf(list, row)), {{}, {name}});
+void StationWriter::KeepUnlisted(const ListView& list, RowId row, const Station& station) {
+  if (IsFull(list) || !unsaved_.AreOneSection(station.name, u"")) return;
+  const RowId kept = lists_.full.AddRow(CopyOf(list, row));
+  SetCells(lists_.full, kept, station, Number::kShown);
+  unsaved_.Mark(kept, {{}, {station.name}});
 }
 
 void StationWriter::DeleteStation(ListView& list, RowId row) {
@@ -192,7 +193,11 @@ void StationWriter::KeepStation(ListView& list, RowId row, const Text& old_name,
 RowId StationWriter::CarryOver(const ListView& view, RowId row, const Text& name) {
   const RowId known = unsaved_.RowOfAnyList(name);
   if (known != RowId::kNone || !ini_.CopyStationSection(name)) return known;
-  const RowId added = lists_.full.AddRow(CopyOf(view, row));
+  ListRow station = CopyOf(view, row);
+  for (const auto& [cell, key] : kCellKeys) {
+    station.cells[cell] = ini_.ReadIni(name, key, u"", settings_.StationFileName);
+  }
+  const RowId added = lists_.full.AddRow(std::move(station));
   unsaved_.Remove(added);
   return added;
 }

@@ -57,7 +57,7 @@ class StationWriter {
   void WriteCommonKeys(const Station& station);
   enum class Number { kShown, kNotShown };
   static void SetCells(controls::ListView& list, controls::RowId row, const Station& station, Number number);
-  void KeepUnlisted(const controls::ListView& list, controls::RowId row);
+  void KeepUnlisted(const controls::ListView& list, controls::RowId row, const Station& station);
   void SectionIsDeleted(const platform::Text& name, controls::RowId row);
   void RemoveRowOnly(controls::ListView& list, controls::RowId row, DeletedEntry entry);
   void DeleteSections(const std::vector<platform::Text>& names);
