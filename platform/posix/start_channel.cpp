@@ -23,7 +23,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-constexpr char kYes = 'y';
+constexpr char kAccepted = 'y';
 /// Version, token and argument, with a NUL behind each of the first two.
 constexpr std::string_view kVersion("funkhausplayer 1");
 
@@ -58,7 +58,7 @@ FileDescriptor MakeSocket() {
   return FileDescriptor(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
 }
 
-std::string Message(const StartRequest& request) {
+std::string Encode(const StartRequest& request) {
   std::string message(kVersion);
   message += '\0';
   message += request.activation_token;
@@ -98,7 +98,7 @@ AskResult ReadAnswer(int socket, milliseconds limit) {
     pollfd ready{socket, POLLIN, 0};
     if (::poll(&ready, 1, static_cast<int>(left.count())) <= 0) continue;
     char answer = 0;
-    return ::recv(socket, &answer, 1, 0) == 1 && answer == kYes ? AskResult::kAccepted : AskResult::kRefused;
+    return ::recv(socket, &answer, 1, 0) == 1 && answer == kAccepted ? AskResult::kAccepted : AskResult::kRefused;
   }
 }
 
@@ -160,14 +160,14 @@ FileDescriptor StartListener::Take(int number) {
 }
 
 void StartListener::Accept() {
-  if (current_.IsOpen()) ::send(current_.Get(), &kYes, 1, MSG_NOSIGNAL);
+  if (current_.IsOpen()) ::send(current_.Get(), &kAccepted, 1, MSG_NOSIGNAL);
   current_.Close();
 }
 
 AskResult AskRunningStart(const std::string& path, const StartRequest& request, milliseconds limit) {
   const FileDescriptor socket = MakeSocket();
   if (!socket.IsOpen() || !SocketAddress(path).Connect(socket.Get())) return AskResult::kRefused;
-  const std::string message = Message(request);
+  const std::string message = Encode(request);
   const ssize_t sent = ::send(socket.Get(), message.data(), message.size(), MSG_NOSIGNAL);
   if (sent != static_cast<ssize_t>(message.size())) return AskResult::kRefused;
   return ReadAnswer(socket.Get(), limit);

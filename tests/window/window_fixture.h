@@ -84,7 +84,8 @@ class WindowTest : public ::testing::Test {
     const auto file = files.files.find(kKeptRowsPath);
     if (file == files.files.end()) return {};
     std::vector<Text> names;
-    for (const auto& row : catalogue::ParseUnsavedRows(file->second, conversion).value().rows) {
+    const auto kept = catalogue::ParseUnsavedRows(file->second, conversion).value();
+    for (const auto& row : kept.rows) {
       names.push_back(row.row.cells[app::kNameCell]);
     }
     return names;
