@@ -162,6 +162,8 @@ bool MainWindow::OfferToSave() {
   if (answer != platform::MessageBoxAnswer::kYes) return false;
   settings_.CatalogueChanged = false;
   editor_.CommandButton1_Click();
+  // A view is never saved. The rows come back with the next start, and so must the question.
+  if (form1_.ExplorerListFilter.Visible()) settings_.CatalogueChanged = true;
   return true;
 }
 

@@ -216,6 +216,9 @@ TEST_F(ShutDownTest, YesThatCouldNotBeFollowedKeepsTheRows) {
   Form().form.Close();
   EXPECT_EQ(BoxTexts().back(), u"Bitte zuerst den Filter entfernen!");
   EXPECT_EQ(KeptRows(), std::vector<Text>{u"Neu"});
+
+  Start();
+  EXPECT_TRUE(window->GetSettings().CatalogueChanged) << "the next closing asks again";
 }
 
 TEST_F(ShutDownTest, FlagThatARefusedSaveClearedIsKeptCleared) {
