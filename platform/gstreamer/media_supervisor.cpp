@@ -292,7 +292,11 @@ PlaybackState MediaSupervisor::State() const {
 }
 
 ItemReport MediaSupervisor::Report() const {
-  ItemReport report{State(), cause_, playing_.percent, {}};
+  ItemReport report{State(), {}, playing_.percent, {}};
+  // A loss that is bridged has a cause already, but there is nothing to report yet.
+  const bool in_trouble =
+      report.state == PlaybackState::kFailed || report.state == PlaybackState::kReconnecting;
+  if (in_trouble) report.cause = cause_;
   if (WantsAttempt()) report.next_try = schedule_.NextAttempt();
   return report;
 }

@@ -98,7 +98,8 @@ AskResult ReadAnswer(int socket, milliseconds limit) {
     pollfd ready{socket, POLLIN, 0};
     if (::poll(&ready, 1, static_cast<int>(left.count())) <= 0) continue;
     char answer = 0;
-    return ::recv(socket, &answer, 1, 0) == 1 && answer == kAccepted ? AskResult::kAccepted : AskResult::kRefused;
+    return ::recv(socket, &answer, 1, 0) == 1 && answer == kAccepted ? AskResult::kAccepted
+                                                                     : AskResult::kRefused;
   }
 }
 
