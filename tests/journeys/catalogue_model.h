@@ -98,7 +98,8 @@ class CatalogueModel {
     }
     Overwrite(fields.name);
     Station station{fields.name, fields.link, fields.genre, fields.favourite, fields.number};
-    station.hidden = place == Place::kView;
+    // A station without a name, which the file cannot list, is kept in the full list at once.
+    station.hidden = place == Place::kView && !station.name.empty();
     BecomeSaved(station);
     if (!station.saved)
       station.number = station.shown = place == Place::kView ? fields.EntryNumber() : Text();

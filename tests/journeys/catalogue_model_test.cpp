@@ -383,9 +383,7 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
   void EndAndStartAgain() {
     if (disk_is_full) ToggleDisk();
     const bool log_out = OneIn(2);
-    const bool unsaved = std::any_of(model.Stations().begin(), model.Stations().end(),
-                                     [](const Station& station) { return !station.saved; });
-    const bool changed = window->GetSettings().CatalogueChanged;
+    const bool asked = !log_out && window->GetSettings().CatalogueChanged;
     const bool yes = OneIn(2);
     dialogs.answers = {yes ? MessageBoxAnswer::kYes : MessageBoxAnswer::kNo};
     const bool in_view = InView();
@@ -393,21 +391,23 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
       Form().form.Close(log_out ? controls::CloseReason::kSessionEnd : controls::CloseReason::kUser);
     });
     dialogs.answers.clear();
-    if (log_out && (unsaved || changed)) {
-      model.Load();
-      model.Save(Order());
-    }
-    if (!log_out && changed && yes && !in_view) model.Save(Order());
+    if (asked && yes && !in_view) model.Save(Order());
     Restart();
-    AfterTheStart();
+    AfterTheStart(log_out || (asked && yes) ? Unsaved::kComeBack : Unsaved::kAreGone);
   }
-  /// A new start forgets what was not saved, and shows single cells that were written as stations.
-  void AfterTheStart() {
+  enum class Unsaved { kComeBack, kAreGone };
+  /// A new start shows single cells that were written for a row that is gone as a station.
+  void AfterTheStart(Unsaved unsaved) {
     model.Load();
     std::vector<Station> stations = model.Stations();
-    std::erase_if(stations, [](const Station& station) { return !station.saved; });
+    if (unsaved == Unsaved::kAreGone) {
+      std::erase_if(stations, [](const Station& station) { return !station.saved; });
+    }
     std::set<Text> known;
-    for (const Station& station : stations) known.insert(station.name);
+    for (const Station& station : stations) {
+      if (station.saved) known.insert(station.name);
+      known.insert(station.own.begin(), station.own.end());
+    }
     for (const auto& [name, keys] : ReadStationFile(form, Stations())) {
       if (!known.contains(name) && !name.empty()) stations.push_back(InFile(name));
     }
