@@ -148,7 +148,9 @@ TEST_F(DisplayWait, MenuThatOpensAndGoesInTheWaitOfASelectionHarmsNothing) {
       Click(At(row), "3");
       EXPECT_TRUE(WaitFor(menu_is_open));
       Work({"key", "Escape"});
-      EXPECT_TRUE(WaitFor([&] { return !menu_is_open() && list_.SelectedRow() == list_.RowAt(static_cast<std::size_t>(row)); }));
+      EXPECT_TRUE(WaitFor([&] {
+        return !menu_is_open() && list_.SelectedRow() == list_.RowAt(static_cast<std::size_t>(row));
+      }));
     }
   }
 }
