@@ -5,9 +5,9 @@
 #include <memory>
 #include <string>
 
-#include "app/ini_procedures.h"
-#include "app/settings.h"
-#include "app/window_state.h"
+#include "app/settings/ini_procedures.h"
+#include "app/settings/settings.h"
+#include "app/state/window_state.h"
 #include "catalogue/station_icons.h"
 #include "catalogue/station_lists.h"
 #include "catalogue/station_store.h"

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/station_row.h"
-#include "app/status_sentences.h"
-#include "app/text_utilities.h"
+#include "app/state/station_row.h"
+#include "app/state/status_sentences.h"
+#include "app/text/text_utilities.h"
 
 namespace catalogue {
 

@@ -6,14 +6,14 @@
 #include <optional>
 #include <vector>
 
-#include "app/ini_procedures.h"
-#include "app/notices.h"
-#include "app/settings.h"
+#include "app/settings/ini_procedures.h"
+#include "app/settings/settings.h"
+#include "app/state/notices.h"
 #include "catalogue/station_store.h"
 #include "catalogue/unsaved_rows.h"
 #include "controls/captioned.h"
 #include "controls/list_view.h"
-#include "platform/private_profile.h"
+#include "ports/private_profile.h"
 
 namespace catalogue {
 

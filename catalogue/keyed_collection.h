@@ -5,7 +5,7 @@
 #include <map>
 #include <optional>
 
-#include "platform/text_conversion.h"
+#include "ports/text_conversion.h"
 
 namespace catalogue {
 

@@ -1,8 +1,8 @@
 #include "catalogue/new_station_dialog.h"
 
-#include "app/genre_list.h"
-#include "app/station_row.h"
-#include "app/text_helpers.h"
+#include "app/state/genre_list.h"
+#include "app/state/station_row.h"
+#include "app/text/text_helpers.h"
 
 namespace catalogue {
 
@@ -25,7 +25,7 @@ NewStationDialog::NewStationDialog(controls::ListView& list, app::Settings& sett
   }
 }
 
-void NewStationDialog::Show(const std::function<void(Form2&)>& show_modal) {
+void NewStationDialog::Show(const std::function<void(app::Form2&)>& show_modal) {
   Load();
   show_modal(form_);
 }

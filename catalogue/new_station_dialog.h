@@ -1,15 +1,15 @@
 #pragma once
-// The new-station dialog's behaviour. Not its controls (catalogue/form2.h), not saving.
+// The new-station dialog's behaviour. Not its controls (app/forms/form2.h), not saving.
 
 #include <cstddef>
 #include <functional>
 
-#include "app/language.h"
-#include "app/settings.h"
-#include "catalogue/form2.h"
+#include "app/forms/form2.h"
+#include "app/settings/language.h"
+#include "app/settings/settings.h"
 #include "controls/list_view.h"
-#include "platform/dialogs.h"
-#include "platform/shell.h"
+#include "ports/dialogs.h"
+#include "ports/shell.h"
 
 namespace catalogue {
 
@@ -21,7 +21,7 @@ class NewStationDialog {
                    platform::Clipboard& clipboard, platform::Dialogs& dialogs);
 
   /// Fills the genres and translates the captions. `show_modal` shows the form until it is closed.
-  void Show(const std::function<void(Form2&)>& show_modal);
+  void Show(const std::function<void(app::Form2&)>& show_modal);
 
   /// Accept: with a name, appends the row and closes; without one, tells so and stays open.
   void CommandButton1_Click();
@@ -30,7 +30,7 @@ class NewStationDialog {
   /// Paste: the clipboard's text takes the place of the text box's.
   void CommandButton3_Click(std::size_t Index);
 
-  Form2& Controls() { return form_; }
+  app::Form2& Controls() { return form_; }
 
  private:
   void Load();
@@ -41,7 +41,7 @@ class NewStationDialog {
   const app::Language& language_;
   platform::Clipboard& clipboard_;
   platform::Dialogs& dialogs_;
-  Form2 form_;
+  app::Form2 form_;
   controls::Subscriptions subscriptions_;
 };
 

@@ -1,7 +1,7 @@
 #pragma once
-// Texts as dates, for sorting only. Not for numbers (app/numbers.h) or for reading a clock.
+// Texts as dates, for sorting only. Not for numbers (app/text/numbers.h) or for reading a clock.
 
-#include "platform/text.h"
+#include "ports/text.h"
 
 namespace catalogue {
 

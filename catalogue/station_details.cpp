@@ -6,10 +6,10 @@
 #include <optional>
 #include <utility>
 
-#include "app/numbers.h"
-#include "app/station_row.h"
-#include "app/text_helpers.h"
-#include "app/text_utilities.h"
+#include "app/state/station_row.h"
+#include "app/text/numbers.h"
+#include "app/text/text_helpers.h"
+#include "app/text/text_utilities.h"
 #include "controls/picture_place.h"
 #include "playlist/local_playlist.h"
 

@@ -7,14 +7,14 @@
 #include <functional>
 #include <memory>
 
-#include "app/station_picture.h"
-#include "app/window_state.h"
+#include "app/state/station_picture.h"
+#include "app/state/window_state.h"
 #include "controls/captioned.h"
 #include "controls/list_view.h"
 #include "controls/text_box.h"
 #include "controls/value_controls.h"
-#include "platform/files.h"
-#include "platform/text_conversion.h"
+#include "ports/files.h"
+#include "ports/text_conversion.h"
 #include "stream/cls_funkhaus.h"
 
 namespace catalogue {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "app/station_row.h"
+#include "app/state/station_row.h"
 
 namespace catalogue {
 

@@ -6,14 +6,14 @@
 #include <cstddef>
 #include <functional>
 
-#include "app/settings.h"
-#include "app/station_row.h"
-#include "app/window_state.h"
+#include "app/settings/settings.h"
+#include "app/state/station_row.h"
+#include "app/state/window_state.h"
 #include "catalogue/station_writer.h"
 #include "controls/captioned.h"
 #include "controls/list_view.h"
 #include "controls/text_box.h"
-#include "platform/dialogs.h"
+#include "ports/dialogs.h"
 
 namespace catalogue {
 

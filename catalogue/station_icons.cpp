@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "app/text_utilities.h"
+#include "app/text/text_utilities.h"
 
 namespace catalogue {
 

@@ -6,10 +6,10 @@
 
 #include "catalogue/keyed_collection.h"
 #include "controls/list_view.h"
-#include "platform/dialogs.h"
-#include "platform/files.h"
-#include "platform/icons.h"
-#include "platform/text_conversion.h"
+#include "ports/dialogs.h"
+#include "ports/files.h"
+#include "ports/icons.h"
+#include "ports/text_conversion.h"
 
 namespace catalogue {
 

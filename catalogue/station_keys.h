@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "app/station_row.h"
+#include "app/state/station_row.h"
 
 namespace catalogue {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/numbers.h"
-#include "app/station_row.h"
+#include "app/state/station_row.h"
+#include "app/text/numbers.h"
 #include "catalogue/sort_dates.h"
 
 namespace catalogue {

@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <functional>
 
-#include "app/window_state.h"
+#include "app/state/window_state.h"
 #include "controls/list_view.h"
-#include "platform/string_order.h"
+#include "ports/string_order.h"
 
 namespace catalogue {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "app/station_row.h"
+#include "app/state/station_row.h"
 #include "catalogue/station_keys.h"
 #include "catalogue/stored_name.h"
 

@@ -6,14 +6,14 @@
 #include <functional>
 #include <vector>
 
-#include "app/ini_procedures.h"
-#include "app/settings.h"
-#include "app/window_state.h"
+#include "app/settings/ini_procedures.h"
+#include "app/settings/settings.h"
+#include "app/state/window_state.h"
 #include "catalogue/station_icons.h"
 #include "catalogue/unsaved_rows.h"
 #include "controls/list_view.h"
-#include "platform/private_profile.h"
-#include "platform/text_conversion.h"
+#include "ports/private_profile.h"
+#include "ports/text_conversion.h"
 
 namespace catalogue {
 

@@ -1,6 +1,6 @@
 #include "catalogue/station_views.h"
 
-#include "app/station_row.h"
+#include "app/state/station_row.h"
 
 namespace catalogue {
 

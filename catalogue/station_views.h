@@ -2,13 +2,13 @@
 // The three views of the catalogue - all stations, one genre, the favourites - and the favourite mark.
 // Not the lists' order or selection (catalogue/station_lists.h).
 
-#include "app/window_state.h"
+#include "app/state/window_state.h"
 #include "catalogue/station_lists.h"
 #include "catalogue/station_store.h"
 #include "catalogue/station_writer.h"
 #include "controls/captioned.h"
 #include "controls/text_box.h"
-#include "platform/dialogs.h"
+#include "ports/dialogs.h"
 
 namespace catalogue {
 

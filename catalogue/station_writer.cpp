@@ -4,9 +4,9 @@
 #include <iterator>
 #include <utility>
 
-#include "app/numbers.h"
-#include "app/status_sentences.h"
-#include "app/text_utilities.h"
+#include "app/state/status_sentences.h"
+#include "app/text/numbers.h"
+#include "app/text/text_utilities.h"
 #include "catalogue/station_keys.h"
 
 namespace catalogue {

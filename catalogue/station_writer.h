@@ -5,15 +5,15 @@
 
 #include <vector>
 
-#include "app/ini_procedures.h"
-#include "app/notices.h"
-#include "app/settings.h"
-#include "app/station_row.h"
+#include "app/settings/ini_procedures.h"
+#include "app/settings/settings.h"
+#include "app/state/notices.h"
+#include "app/state/station_row.h"
 #include "catalogue/deleted_entries.h"
 #include "catalogue/station_icons.h"
 #include "catalogue/unsaved_rows.h"
 #include "controls/list_view.h"
-#include "platform/private_profile.h"
+#include "ports/private_profile.h"
 
 namespace catalogue {
 

@@ -1,8 +1,8 @@
 #pragma once
 // Station names as the station file tells them apart. Not the names that the lists show.
 
-#include "platform/text.h"
-#include "platform/text_conversion.h"
+#include "ports/text.h"
+#include "ports/text_conversion.h"
 
 namespace catalogue {
 

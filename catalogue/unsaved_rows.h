@@ -9,10 +9,10 @@
 #include <unordered_set>
 #include <vector>
 
-#include "app/station_row.h"
+#include "app/state/station_row.h"
 #include "controls/list_view.h"
-#include "platform/text.h"
-#include "platform/text_conversion.h"
+#include "ports/text.h"
+#include "ports/text_conversion.h"
 
 namespace catalogue {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "catalogue/unsaved_rows.h"
-#include "platform/text_conversion.h"
+#include "ports/text_conversion.h"
 
 namespace catalogue {
 

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/station_row.h"
+#include "app/state/station_row.h"
 
 namespace catalogue {
 

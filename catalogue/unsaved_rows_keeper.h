@@ -7,15 +7,15 @@
 #include <optional>
 #include <string>
 
-#include "app/settings.h"
+#include "app/settings/settings.h"
 #include "catalogue/station_icons.h"
 #include "catalogue/unsaved_rows.h"
 #include "catalogue/unsaved_rows_file.h"
 #include "controls/list_view.h"
 #include "controls/timer.h"
-#include "platform/environment.h"
-#include "platform/files.h"
-#include "platform/text_conversion.h"
+#include "ports/environment.h"
+#include "ports/files.h"
+#include "ports/text_conversion.h"
 
 namespace catalogue {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/text.h"
+#include "ports/text.h"
 
 namespace fuzz {
 

@@ -1,6 +1,6 @@
 // Feeds arbitrary header blocks to the look-up of values, for every name.
 
-#include "app/text_helpers.h"
+#include "app/text/text_helpers.h"
 #include "fuzz/fuzz_input.h"
 #include "stream/header_lines.h"
 

@@ -1,7 +1,7 @@
 // Feeds arbitrary answers to the playlist rules: what they make of them stays bounded, and every entry that
 // is announced can be asked for.
 
-#include "app/text_helpers.h"
+#include "app/text/text_helpers.h"
 #include "fuzz/fuzz_input.h"
 #include "stream/playlist_text.h"
 

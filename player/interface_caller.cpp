@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "platform/media_interfaces.h"
+#include "ports/media_interfaces.h"
 
 namespace player {
 

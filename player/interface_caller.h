@@ -1,6 +1,6 @@
 #pragma once
 // The player's way to call an operation of a platform interface, with its GUID texts and object creation.
-// Not the operations themselves (platform/media_interfaces.h) and not ownership (player/interface_ref.h).
+// Not the operations themselves (ports/media_interfaces.h) and not ownership (player/interface_ref.h).
 
 #include <array>
 #include <concepts>
@@ -11,9 +11,9 @@
 #include <utility>
 #include <vector>
 
-#include "platform/interface_call.h"
-#include "platform/property_value.h"
-#include "platform/text.h"
+#include "ports/interface_call.h"
+#include "ports/property_value.h"
+#include "ports/text.h"
 
 namespace player {
 

@@ -1,10 +1,10 @@
 #pragma once
 // The interfaces, services, attributes and media types that the player asks for, as GUID texts.
-// Not the operations of those interfaces (platform/media_interfaces.h).
+// Not the operations of those interfaces (ports/media_interfaces.h).
 //
 // Public source of the values: the headers and documentation of Media Foundation and Core Audio.
 
-#include "platform/text.h"
+#include "ports/text.h"
 
 namespace player::media_ids {
 

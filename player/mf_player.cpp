@@ -3,8 +3,8 @@
 
 #include <utility>
 
-#include "platform/media_interfaces.h"
 #include "player/media_ids.h"
+#include "ports/media_interfaces.h"
 
 namespace player {
 

@@ -8,16 +8,16 @@
 #include <optional>
 #include <vector>
 
-#include "platform/clock.h"
-#include "platform/environment.h"
-#include "platform/interface_call.h"
-#include "platform/media_framework.h"
-#include "platform/message_loop.h"
-#include "platform/property_value.h"
-#include "platform/text.h"
 #include "player/interface_caller.h"
 #include "player/interface_ref.h"
 #include "player/program_duration.h"
+#include "ports/clock.h"
+#include "ports/environment.h"
+#include "ports/interface_call.h"
+#include "ports/media_framework.h"
+#include "ports/message_loop.h"
+#include "ports/property_value.h"
+#include "ports/text.h"
 
 namespace player {
 

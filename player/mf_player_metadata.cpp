@@ -3,9 +3,9 @@
 #include <string>
 #include <variant>
 
-#include "platform/media_interfaces.h"
 #include "player/mf_player.h"
 #include "player/rounding.h"
+#include "ports/media_interfaces.h"
 
 namespace player {
 

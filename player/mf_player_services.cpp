@@ -1,10 +1,10 @@
 // What an opened item offers besides playing: volume, metadata and the meter of this program's sound.
 #include <utility>
 
-#include "app/wait_seconds.h"
-#include "platform/media_interfaces.h"
+#include "app/text/wait_seconds.h"
 #include "player/media_ids.h"
 #include "player/mf_player.h"
+#include "ports/media_interfaces.h"
 
 namespace player {
 

@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/media_interfaces.h"
 #include "player/media_ids.h"
 #include "player/mf_player.h"
+#include "ports/media_interfaces.h"
 
 namespace player {
 

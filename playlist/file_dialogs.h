@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "app/text.h"
-#include "platform/dialogs.h"
+#include "app/text/text.h"
+#include "ports/dialogs.h"
 
 namespace playlist {
 

@@ -1,6 +1,6 @@
 #include "playlist/local_playlist.h"
 
-#include "app/text_helpers.h"
+#include "app/text/text_helpers.h"
 #include "playlist/text_file.h"
 
 namespace playlist {

@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "app/numbers.h"
-#include "app/station_row.h"
+#include "app/state/station_row.h"
+#include "app/text/numbers.h"
 #include "playlist/file_dialogs.h"
 #include "playlist/text_file.h"
 

@@ -4,15 +4,15 @@
 
 #include <optional>
 
-#include "app/text.h"
+#include "app/text/text.h"
 #include "controls/captioned.h"
 #include "controls/form.h"
 #include "controls/list_view.h"
-#include "platform/clock.h"
-#include "platform/dialogs.h"
-#include "platform/files.h"
-#include "platform/message_loop.h"
-#include "platform/text_conversion.h"
+#include "ports/clock.h"
+#include "ports/dialogs.h"
+#include "ports/files.h"
+#include "ports/message_loop.h"
+#include "ports/text_conversion.h"
 
 namespace playlist {
 

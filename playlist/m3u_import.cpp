@@ -5,10 +5,10 @@
 #include <utility>
 #include <vector>
 
-#include "app/numbers.h"
-#include "app/station_row.h"
-#include "app/status_sentences.h"
-#include "app/text_helpers.h"
+#include "app/state/station_row.h"
+#include "app/state/status_sentences.h"
+#include "app/text/numbers.h"
+#include "app/text/text_helpers.h"
 #include "playlist/file_dialogs.h"
 #include "playlist/text_file.h"
 

@@ -4,14 +4,14 @@
 
 #include <functional>
 
-#include "app/notices.h"
-#include "app/text.h"
+#include "app/state/notices.h"
+#include "app/text/text.h"
 #include "controls/captioned.h"
 #include "controls/form.h"
 #include "controls/list_view.h"
-#include "platform/dialogs.h"
-#include "platform/files.h"
-#include "platform/text_conversion.h"
+#include "ports/dialogs.h"
+#include "ports/files.h"
+#include "ports/text_conversion.h"
 
 namespace playlist {
 

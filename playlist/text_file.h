@@ -5,9 +5,9 @@
 #include <cstddef>
 #include <optional>
 
-#include "app/text.h"
-#include "platform/files.h"
-#include "platform/text_conversion.h"
+#include "app/text/text.h"
+#include "ports/files.h"
+#include "ports/text_conversion.h"
 
 namespace playlist {
 

@@ -3,8 +3,8 @@
 #include <array>
 #include <utility>
 
-#include "app/numbers.h"
-#include "app/text_utilities.h"
+#include "app/text/numbers.h"
+#include "app/text/text_utilities.h"
 
 namespace recorder {
 

@@ -6,9 +6,9 @@
 #include <cstdint>
 #include <span>
 
-#include "platform/files.h"
-#include "platform/record_files.h"
-#include "platform/text.h"
+#include "ports/files.h"
+#include "ports/record_files.h"
+#include "ports/text.h"
 
 namespace recorder {
 

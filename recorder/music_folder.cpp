@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-#include "app/text_utilities.h"
+#include "app/text/text_utilities.h"
 
 namespace recorder {
 

@@ -2,10 +2,10 @@
 // Where recordings go: the program's folder inside the user's music folder.
 // Not for the names of the recorded files.
 
-#include "platform/environment.h"
-#include "platform/files.h"
-#include "platform/native_paths.h"
-#include "platform/text.h"
+#include "ports/environment.h"
+#include "ports/files.h"
+#include "ports/native_paths.h"
+#include "ports/text.h"
 
 namespace recorder {
 

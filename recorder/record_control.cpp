@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "app/text_helpers.h"
+#include "app/text/text_helpers.h"
 #include "recorder/music_folder.h"
 #include "recorder/status_texts.h"
 
@@ -10,7 +10,7 @@ namespace recorder {
 
 using platform::Text;
 
-RecordControl::RecordControl(RecordForm& form, StationRecording& recording, platform::Files& files,
+RecordControl::RecordControl(app::RecordForm& form, StationRecording& recording, platform::Files& files,
                              platform::Shell& shell, Text folder_address)
     : form_(form),
       recording_(recording),

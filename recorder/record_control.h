@@ -2,9 +2,9 @@
 // The behaviour of the recording tool's window: Start, Stop, the folder, the status.
 // Not the recording itself (recorder/station_recording.h).
 
+#include "app/forms/record_form.h"
 #include "controls/event.h"
-#include "platform/shell.h"
-#include "recorder/record_form.h"
+#include "ports/shell.h"
 #include "recorder/station_recording.h"
 
 namespace recorder {
@@ -13,8 +13,8 @@ namespace recorder {
 class RecordControl {
  public:
   /// `folder_address` is the "file" address of the recording's folder. All outlive the object.
-  RecordControl(RecordForm& form, StationRecording& recording, platform::Files& files, platform::Shell& shell,
-                platform::Text folder_address);
+  RecordControl(app::RecordForm& form, StationRecording& recording, platform::Files& files,
+                platform::Shell& shell, platform::Text folder_address);
 
   /// Records this link as if the user had typed it; returns when the recording has ended.
   void Start(const platform::Text& link);
@@ -24,7 +24,7 @@ class RecordControl {
   void OpenFolder();
   void Show();
 
-  RecordForm& form_;
+  app::RecordForm& form_;
   StationRecording& recording_;
   platform::Files& files_;
   platform::Shell& shell_;

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "app/numbers.h"
-#include "app/text_helpers.h"
-#include "app/text_utilities.h"
+#include "app/text/numbers.h"
+#include "app/text/text_helpers.h"
+#include "app/text/text_utilities.h"
 #include "playlist/local_playlist.h"
 #include "stream/stream_address.h"
 #include "stream/text_pieces.h"

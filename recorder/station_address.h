@@ -2,8 +2,8 @@
 // From a link, as a station list has it, to the address of the stream itself, and what its headers tell.
 // Not for recording.
 
-#include "platform/files.h"
-#include "platform/text_conversion.h"
+#include "ports/files.h"
+#include "ports/text_conversion.h"
 #include "stream/cls_funkhaus.h"
 
 namespace recorder {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/text_helpers.h"
+#include "app/text/text_helpers.h"
 #include "recorder/music_folder.h"
 #include "recorder/station_address.h"
 #include "stream/stream_address.h"

@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "controls/event.h"
-#include "platform/files.h"
+#include "ports/files.h"
 #include "recorder/kept_files.h"
 #include "recorder/station_address.h"
 #include "recorder/watched_internet.h"

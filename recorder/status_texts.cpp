@@ -4,7 +4,7 @@
 #include <array>
 #include <cstddef>
 
-#include "app/numbers.h"
+#include "app/text/numbers.h"
 
 namespace recorder {
 

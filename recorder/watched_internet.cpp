@@ -1,6 +1,6 @@
 #include "recorder/watched_internet.h"
 
-#include "app/numbers.h"
+#include "app/text/numbers.h"
 #include "stream/header_query.h"
 
 namespace recorder {

@@ -6,7 +6,7 @@
 #include <functional>
 #include <utility>
 
-#include "platform/internet.h"
+#include "ports/internet.h"
 
 namespace recorder {
 

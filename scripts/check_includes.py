@@ -10,18 +10,22 @@ import pathlib
 import re
 import sys
 
-# Room -> rooms that it may include. A room may always include itself.
+# Room -> rooms that it may include, from the top floor down. A room may always include itself.
+LOGIC_GROUND = {"app/settings", "app/state", "app/text", "ports"}
 ALLOWED = {
-    "main": {"platform/posix", "platform/icu", "platform/values", "platform/curl", "platform/gstreamer",
-             "platform/qt", "app/window", "recorder", "ports"},  # and the inventories of the forms
-    "app/window": {"ui", "catalogue", "playlist", "stream", "player", "app", "controls", "ports"},
-    "ui": {"stream", "player", "app", "controls", "ports"},
-    "catalogue": {"stream", "playlist", "app", "controls", "ports"},
-    "recorder": {"stream", "playlist", "app", "controls", "ports"},
-    "playlist": {"app", "controls", "ports"},
-    "stream": {"app", "ports"},
-    "player": {"app", "ports"},
-    "app": {"ports"},
+    "programs/linux": {"window", "recorder", "app/forms", "app/settings", "controls", "ports", "platform/posix", "platform/icu",
+                       "platform/values", "platform/curl", "platform/gstreamer", "platform/qt"},
+    "window": {"ui", "catalogue", "playlist", "stream", "player", "app/forms", "controls"} | LOGIC_GROUND,
+    "ui": {"stream", "player", "controls"} | LOGIC_GROUND,
+    "catalogue": {"stream", "playlist", "app/forms", "controls"} | LOGIC_GROUND,
+    "recorder": {"stream", "playlist", "app/forms", "controls"} | LOGIC_GROUND,
+    "playlist": {"controls"} | LOGIC_GROUND,
+    "stream": LOGIC_GROUND,
+    "player": LOGIC_GROUND,
+    "app/forms": {"controls"},
+    "app/state": {"app/text", "ports"},
+    "app/settings": {"app/text", "ports"},
+    "app/text": {"ports"},
     "controls": set(),
     "ports": set(),
     "platform/posix": {"ports"},
@@ -29,12 +33,10 @@ ALLOWED = {
     "platform/values": {"ports"},
     "platform/curl": {"ports"},
     "platform/gstreamer": {"ports"},
-    "platform/qt": {"ports", "controls"},
+    "platform/qt": {"app/forms", "controls", "ports"},
 }
-# The adapter of the windows sees the inventories of the forms and nothing else of their rooms.
-INVENTORIES = {"app/window/form1.h", "catalogue/form2.h", "recorder/record_form.h"}
 # Rooms whose code may use no system, toolkit or library header: the standard library only.
-PLAIN = {"app/window", "ui", "catalogue", "recorder", "playlist", "stream", "player", "app", "controls", "ports"}
+PLAIN = {room for room in ALLOWED if not room.startswith(("platform/", "programs/"))}
 STANDARD = set("""algorithm any array atomic bit bitset cassert cctype cerrno cfloat charconv chrono cinttypes
 climits cmath compare complex concepts condition_variable csignal cstdarg cstddef cstdint cstdio cstdlib cstring
 ctime deque exception filesystem forward_list fstream functional future initializer_list iomanip ios iosfwd
@@ -51,13 +53,11 @@ INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.M)
 def room_of(path):
     """The room of a project path, or None for what belongs to no room (tests, tools)."""
     parts = pathlib.PurePosixPath(path).parts
-    if len(parts) == 1:
-        return "main"
-    if parts[0] == "platform":
-        return "ports" if len(parts) == 2 else "platform/" + parts[1]
-    if parts[:2] == ("app", "window"):
-        return "app/window"
-    return parts[0] if parts[0] in ALLOWED else None
+    for depth in (2, 1):
+        room = "/".join(parts[:depth])
+        if len(parts) == depth + 1 and room in ALLOWED:
+            return room
+    return None
 
 
 def check(files):
@@ -85,8 +85,6 @@ def check(files):
             graph.setdefault(path, []).append(target)
             other = room_of(target)
             if other == room:
-                continue
-            if room in ("main", "platform/qt") and target in INVENTORIES:
                 continue
             if other is None or other not in ALLOWED[room]:
                 errors.append(f"{path}: room {room} may not include {target}")
@@ -125,30 +123,29 @@ def read_tree(root):
 
 
 def self_test():
-    good = {"app/a.h": '#pragma once\n#include "platform/text.h"\n#include <string>\n',
-            "platform/text.h": "#pragma once\n"}
+    good = {"app/text/a.h": '#pragma once\n#include "ports/text.h"\n#include <string>\n',
+            "ports/text.h": "#pragma once\n"}
     assert check(good) == [], check(good)
     cases = {
-        "app may not see ui": {"app/a.h": '#pragma once\n#include "ui/b.h"\n', "ui/b.h": "#pragma once\n"},
+        "the ground floor may not see a feature": {"app/state/a.h": '#pragma once\n#include "ui/b.h"\n',
+                                                   "ui/b.h": "#pragma once\n"},
         "no system header in the logic": {"stream/a.cpp": "#include <unistd.h>\n"},
         "no toolkit in the logic": {"ui/a.cpp": "#include <QString>\n"},
         "no clock behind the ports": {"player/a.cpp": "#include <chrono>\n"},
         "adapters do not see each other": {"platform/qt/a.cpp": '#include "platform/icu/b.h"\n',
                                            "platform/icu/b.h": "#pragma once\n"},
-        "the window adapter sees inventories only": {
-            "platform/qt/a.cpp": '#include "app/window/start_up.h"\n',
-            "app/window/start_up.h": "#pragma once\n"},
-        "the window adapter sees no behaviour of the recording tool": {
-            "platform/qt/a.cpp": '#include "recorder/record_control.h"\n',
-            "recorder/record_control.h": "#pragma once\n"},
+        "a front end sees no feature": {"platform/qt/a.cpp": '#include "recorder/record_control.h"\n',
+                                        "recorder/record_control.h": "#pragma once\n"},
+        "forms know no settings": {"app/forms/a.h": '#pragma once\n#include "app/settings/b.h"\n',
+                                   "app/settings/b.h": "#pragma once\n"},
         "ui and catalogue do not see each other": {"ui/a.h": '#pragma once\n#include "catalogue/b.h"\n',
                                                    "catalogue/b.h": "#pragma once\n"},
-        "no circles": {"app/a.h": '#pragma once\n#include "app/b.h"\n',
-                       "app/b.h": '#pragma once\n#include "app/a.h"\n'},
-        "no unknown file": {"app/a.h": '#pragma once\n#include "missing.h"\n'},
-        "include guard": {"app/a.h": "\n"},
-        "own header first": {"app/a.h": "#pragma once\n", "app/b.h": "#pragma once\n",
-                             "app/a.cpp": '#include "app/b.h"\n#include "app/a.h"\n'},
+        "no circles": {"app/text/a.h": '#pragma once\n#include "app/text/b.h"\n',
+                       "app/text/b.h": '#pragma once\n#include "app/text/a.h"\n'},
+        "no unknown file": {"app/text/a.h": '#pragma once\n#include "missing.h"\n'},
+        "include guard": {"app/text/a.h": "\n"},
+        "own header first": {"app/text/a.h": "#pragma once\n", "app/text/b.h": "#pragma once\n",
+                             "app/text/a.cpp": '#include "app/text/b.h"\n#include "app/text/a.h"\n'},
         "own header at all": {"tests/a.h": "#pragma once\n", "tests/a.cpp": "#include <string>\n"},
     }
     for name, files in cases.items():

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "app/text_helpers.h"
+#include "app/text/text_helpers.h"
 
 namespace stream {
 namespace {

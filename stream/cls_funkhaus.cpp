@@ -3,8 +3,8 @@
 #include <optional>
 #include <utility>
 
-#include "app/numbers.h"
-#include "app/text_helpers.h"
+#include "app/text/numbers.h"
+#include "app/text/text_helpers.h"
 #include "stream/header_lines.h"
 #include "stream/header_query.h"
 #include "stream/metadata_readers.h"

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <optional>
 
-#include "app/text_helpers.h"
+#include "app/text/text_helpers.h"
 
 namespace stream {
 namespace {

@@ -5,8 +5,8 @@
 #include <cstring>
 #include <optional>
 
-#include "app/numbers.h"
-#include "app/text_helpers.h"
+#include "app/text/numbers.h"
+#include "app/text/text_helpers.h"
 #include "stream/internet_handles.h"
 #include "stream/stream_address.h"
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/internet.h"
+#include "ports/internet.h"
 #include "stream/query_failure.h"
 #include "stream/text_pieces.h"
 

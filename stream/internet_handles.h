@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <span>
 
-#include "platform/internet.h"
+#include "ports/internet.h"
 
 namespace stream {
 

@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
-#include "app/numbers.h"
-#include "app/text_helpers.h"
+#include "app/text/numbers.h"
+#include "app/text/text_helpers.h"
 
 namespace stream {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "platform/internet.h"
+#include "ports/internet.h"
 
 namespace stream {
 

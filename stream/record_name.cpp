@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "app/text_helpers.h"
+#include "app/text/text_helpers.h"
 
 namespace stream {
 namespace {

@@ -2,7 +2,7 @@
 // What the holder of a stream client may ask of its recorders beyond their usual rules.
 // Not for where the files go (clsFunkhaus::Options).
 
-#include "app/text.h"
+#include "app/text/text.h"
 
 namespace stream {
 

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/text_utilities.h"
+#include "app/text/text_utilities.h"
 #include "stream/block_rules.h"
 #include "stream/icy_demultiplexer.h"
 #include "stream/internet_handles.h"

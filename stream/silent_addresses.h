@@ -8,7 +8,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/clock.h"
+#include "ports/clock.h"
 #include "stream/query_failure.h"
 #include "stream/text_pieces.h"
 

@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <limits>
 
-#include "app/numbers.h"
-#include "app/text_helpers.h"
-#include "platform/internet.h"
+#include "app/text/numbers.h"
+#include "app/text/text_helpers.h"
+#include "ports/internet.h"
 
 namespace stream {
 namespace {

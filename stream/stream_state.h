@@ -5,13 +5,13 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/clock.h"
-#include "platform/environment.h"
-#include "platform/internet.h"
-#include "platform/message_loop.h"
-#include "platform/record_files.h"
-#include "platform/text_conversion.h"
-#include "platform/xml_http_request.h"
+#include "ports/clock.h"
+#include "ports/environment.h"
+#include "ports/internet.h"
+#include "ports/message_loop.h"
+#include "ports/record_files.h"
+#include "ports/text_conversion.h"
+#include "ports/xml_http_request.h"
 #include "stream/query_failure.h"
 #include "stream/silent_addresses.h"
 #include "stream/text_pieces.h"

@@ -1,12 +1,12 @@
 #pragma once
 // Small pure operations on text that the stream client's rules are written with.
 // Not for letters outside ASCII: the keywords compared here are all ASCII. Trimming, splitting, joining:
-// app/text_helpers.h.
+// app/text/text_helpers.h.
 
 #include <cstddef>
 #include <optional>
 
-#include "app/text.h"
+#include "app/text/text.h"
 
 namespace stream {
 

@@ -4,10 +4,10 @@
 #include <utility>
 #include <vector>
 
-#include "app/numbers.h"
-#include "app/station_row.h"
-#include "app/text_utilities.h"
-#include "platform/text_conversion.h"
+#include "app/state/station_row.h"
+#include "app/text/numbers.h"
+#include "app/text/text_utilities.h"
+#include "ports/text_conversion.h"
 
 namespace ui {
 

@@ -6,13 +6,13 @@
 #include <functional>
 #include <memory>
 
-#include "app/window_state.h"
+#include "app/state/window_state.h"
 #include "controls/captioned.h"
 #include "controls/list_view.h"
 #include "controls/timer.h"
-#include "platform/dialogs.h"
-#include "platform/message_loop.h"
-#include "platform/text_conversion.h"
+#include "ports/dialogs.h"
+#include "ports/message_loop.h"
+#include "ports/text_conversion.h"
 #include "stream/cls_funkhaus.h"
 
 namespace ui {

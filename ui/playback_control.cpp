@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/status_sentences.h"
+#include "app/state/status_sentences.h"
 #include "controls/picture_place.h"
 
 namespace ui {

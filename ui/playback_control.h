@@ -8,16 +8,16 @@
 #include <memory>
 #include <optional>
 
-#include "app/station_picture.h"
-#include "app/window_state.h"
+#include "app/state/station_picture.h"
+#include "app/state/window_state.h"
 #include "controls/captioned.h"
 #include "controls/list_view.h"
 #include "controls/timer.h"
 #include "controls/value_controls.h"
-#include "platform/dialogs.h"
-#include "platform/message_loop.h"
-#include "platform/shell.h"
 #include "player/mf_player.h"
+#include "ports/dialogs.h"
+#include "ports/message_loop.h"
+#include "ports/shell.h"
 #include "stream/cls_funkhaus.h"
 #include "ui/playing_mark.h"
 #include "ui/status_line.h"

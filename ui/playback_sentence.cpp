@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "app/numbers.h"
-#include "app/status_sentences.h"
+#include "app/state/status_sentences.h"
+#include "app/text/numbers.h"
 
 namespace ui {
 

@@ -3,12 +3,12 @@
 
 #include <vector>
 
-#include "app/text.h"
-#include "platform/playback_monitor.h"
+#include "app/text/text.h"
+#include "ports/playback_monitor.h"
 
 namespace ui {
 
-/// One of app/status_sentences.h, in German, with its arguments.
+/// One of app/state/status_sentences.h, in German, with its arguments.
 struct Sentence {
   app::TextView text;
   std::vector<app::Text> arguments;

@@ -4,7 +4,7 @@
 #include <span>
 #include <utility>
 
-#include "app/station_row.h"
+#include "app/state/station_row.h"
 
 namespace ui {
 

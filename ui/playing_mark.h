@@ -7,8 +7,8 @@
 #include <cstdint>
 
 #include "controls/list_view.h"
-#include "platform/playback_monitor.h"
-#include "platform/text.h"
+#include "ports/playback_monitor.h"
+#include "ports/text.h"
 
 namespace ui {
 

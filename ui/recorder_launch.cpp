@@ -1,8 +1,8 @@
 #include "ui/recorder_launch.h"
 
-#include "app/station_row.h"
-#include "app/status_sentences.h"
-#include "app/text_utilities.h"
+#include "app/state/station_row.h"
+#include "app/state/status_sentences.h"
+#include "app/text/text_utilities.h"
 
 namespace ui {
 

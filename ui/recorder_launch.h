@@ -5,13 +5,13 @@
 #include <functional>
 #include <utility>
 
-#include "app/notices.h"
-#include "app/window_state.h"
+#include "app/state/notices.h"
+#include "app/state/window_state.h"
 #include "controls/list_view.h"
 #include "controls/text_box.h"
-#include "platform/dialogs.h"
-#include "platform/environment.h"
-#include "platform/shell.h"
+#include "ports/dialogs.h"
+#include "ports/environment.h"
+#include "ports/shell.h"
 
 namespace ui {
 

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "app/status_sentences.h"
+#include "app/state/status_sentences.h"
 #include "ui/playback_sentence.h"
 
 namespace ui {

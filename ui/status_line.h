@@ -1,16 +1,16 @@
 #pragma once
 // The status line: what playing does now, and what a feature has to say in one sentence.
-// Not the message boxes, and not the causes themselves (platform/playback_monitor.h).
+// Not the message boxes, and not the causes themselves (ports/playback_monitor.h).
 
 #include <cstdint>
 #include <optional>
 #include <vector>
 
-#include "app/language.h"
-#include "app/notices.h"
+#include "app/settings/language.h"
+#include "app/state/notices.h"
 #include "controls/captioned.h"
-#include "platform/clock.h"
-#include "platform/playback_monitor.h"
+#include "ports/clock.h"
+#include "ports/playback_monitor.h"
 #include "stream/query_failure.h"
 
 namespace ui {

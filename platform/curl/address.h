@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/text_conversion.h"
+#include "ports/text_conversion.h"
 
 namespace platform::curl {
 

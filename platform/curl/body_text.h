@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-#include "platform/text_conversion.h"
+#include "ports/text_conversion.h"
 
 namespace platform::curl {
 

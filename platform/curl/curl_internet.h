@@ -9,9 +9,9 @@
 #include <string>
 
 #include "platform/curl/transfer.h"
-#include "platform/internet.h"
-#include "platform/message_loop.h"
-#include "platform/text_conversion.h"
+#include "ports/internet.h"
+#include "ports/message_loop.h"
+#include "ports/text_conversion.h"
 
 namespace platform::curl {
 

@@ -8,8 +8,8 @@
 #include <string>
 
 #include "platform/curl/transfer.h"
-#include "platform/text_conversion.h"
-#include "platform/xml_http_request.h"
+#include "ports/text_conversion.h"
+#include "ports/xml_http_request.h"
 
 namespace platform::curl {
 

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "platform/curl/answer_header.h"
-#include "platform/internet.h"
+#include "ports/internet.h"
 
 namespace platform::curl {
 

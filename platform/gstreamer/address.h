@@ -4,9 +4,9 @@
 
 #include <string>
 
-#include "platform/interface_call.h"
-#include "platform/native_paths.h"
-#include "platform/text.h"
+#include "ports/interface_call.h"
+#include "ports/native_paths.h"
+#include "ports/text.h"
 
 namespace platform::gstreamer {
 

@@ -10,7 +10,7 @@
 #include <thread>
 
 #include "platform/gstreamer/gst_pointers.h"
-#include "platform/playback_monitor.h"
+#include "ports/playback_monitor.h"
 
 namespace platform::gstreamer {
 

@@ -8,8 +8,8 @@
 #include "platform/gstreamer/latest_item.h"
 #include "platform/gstreamer/media_item.h"
 #include "platform/gstreamer/object.h"
-#include "platform/message_loop.h"
-#include "platform/native_paths.h"
+#include "ports/message_loop.h"
+#include "ports/native_paths.h"
 
 namespace platform::gstreamer {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/gstreamer/identifiers.h"
-#include "platform/media_interfaces.h"
+#include "ports/media_interfaces.h"
 
 namespace platform::gstreamer {
 namespace {

@@ -2,7 +2,7 @@
 // Why an item could not be opened, or broke off.
 // Not the media framework's result for it; open_error.h gives both.
 
-#include "platform/playback_monitor.h"
+#include "ports/playback_monitor.h"
 
 namespace platform::gstreamer {
 

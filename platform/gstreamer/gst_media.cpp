@@ -13,7 +13,7 @@
 #include "platform/gstreamer/media_objects.h"
 #include "platform/gstreamer/session_objects.h"
 #include "platform/gstreamer/topology_objects.h"
-#include "platform/media_interfaces.h"
+#include "ports/media_interfaces.h"
 
 namespace platform::gstreamer {
 namespace {

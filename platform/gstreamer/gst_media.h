@@ -11,11 +11,11 @@
 #include <span>
 #include <string>
 
-#include "platform/interface_call.h"
-#include "platform/media_framework.h"
-#include "platform/message_loop.h"
-#include "platform/native_paths.h"
-#include "platform/playback_monitor.h"
+#include "ports/interface_call.h"
+#include "ports/media_framework.h"
+#include "ports/message_loop.h"
+#include "ports/native_paths.h"
+#include "ports/playback_monitor.h"
 
 namespace platform::gstreamer {
 

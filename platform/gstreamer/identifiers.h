@@ -1,10 +1,10 @@
 #pragma once
 // The GUIDs by which callers name interfaces, classes, services and attributes.
-// Not the operations; those are in platform/media_interfaces.h.
+// Not the operations; those are in ports/media_interfaces.h.
 //
 // Values: the public headers and documentation of COM, Media Foundation and Core Audio.
 
-#include "platform/property_value.h"
+#include "ports/property_value.h"
 
 namespace platform::gstreamer {
 

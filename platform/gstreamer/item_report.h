@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "platform/gstreamer/failure_cause.h"
-#include "platform/playback_monitor.h"
+#include "ports/playback_monitor.h"
 
 namespace platform::gstreamer {
 

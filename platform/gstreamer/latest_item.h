@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "platform/gstreamer/item_state.h"
-#include "platform/playback_monitor.h"
+#include "ports/playback_monitor.h"
 
 namespace platform::gstreamer {
 

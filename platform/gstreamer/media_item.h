@@ -11,7 +11,7 @@
 
 #include "platform/gstreamer/item_state.h"
 #include "platform/gstreamer/media_supervisor.h"
-#include "platform/interface_call.h"
+#include "ports/interface_call.h"
 
 namespace platform::gstreamer {
 

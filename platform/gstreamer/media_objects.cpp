@@ -4,8 +4,8 @@
 
 #include "platform/gstreamer/address.h"
 #include "platform/gstreamer/identifiers.h"
-#include "platform/media_framework.h"
-#include "platform/media_interfaces.h"
+#include "ports/media_framework.h"
+#include "ports/media_interfaces.h"
 
 namespace platform::gstreamer {
 namespace {

@@ -7,8 +7,8 @@
 #include <map>
 #include <vector>
 
-#include "platform/property_value.h"
-#include "platform/text.h"
+#include "ports/property_value.h"
+#include "ports/text.h"
 
 namespace platform::gstreamer {
 

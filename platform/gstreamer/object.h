@@ -9,7 +9,7 @@
 #include <span>
 
 #include "platform/gstreamer/results.h"
-#include "platform/interface_dispatch.h"
+#include "ports/interface_dispatch.h"
 
 namespace platform::gstreamer {
 

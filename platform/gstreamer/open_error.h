@@ -4,7 +4,7 @@
 
 #include <gst/gst.h>
 
-#include "platform/interface_call.h"
+#include "ports/interface_call.h"
 
 namespace platform::gstreamer {
 

@@ -1,10 +1,10 @@
 #pragma once
-// Results of operations that only this adapter gives, beside those of platform/interface_call.h.
+// Results of operations that only this adapter gives, beside those of ports/interface_call.h.
 // Not the choice among them; open_error.h turns what GStreamer says into a result.
 //
 // Numbers: the public documentation of Media Foundation (mferror.h) and of Windows (winerror.h).
 
-#include "platform/interface_call.h"
+#include "ports/interface_call.h"
 
 namespace platform::gstreamer {
 

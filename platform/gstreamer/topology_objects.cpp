@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "platform/gstreamer/identifiers.h"
-#include "platform/media_interfaces.h"
+#include "ports/media_interfaces.h"
 
 namespace platform::gstreamer {
 

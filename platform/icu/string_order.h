@@ -6,7 +6,7 @@
 
 #include <memory>
 
-#include "platform/string_order.h"
+#include "ports/string_order.h"
 
 namespace platform::icu {
 

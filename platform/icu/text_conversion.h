@@ -2,7 +2,7 @@
 // Adapter: code pages and letter case, answered with ICU and a table of code page 1252.
 // Not for comparing texts; that is platform/icu/string_order.h.
 
-#include "platform/text_conversion.h"
+#include "ports/text_conversion.h"
 
 namespace platform::icu {
 

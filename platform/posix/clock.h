@@ -1,7 +1,7 @@
 #pragma once
 // Adapter: the system's clock in the user's time zone. Not for timers or waiting.
 
-#include "platform/clock.h"
+#include "ports/clock.h"
 
 namespace platform::posix {
 

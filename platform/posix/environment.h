@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "platform/environment.h"
-#include "platform/native_paths.h"
+#include "ports/environment.h"
+#include "ports/native_paths.h"
 
 namespace platform::posix {
 

@@ -4,8 +4,8 @@
 #include <map>
 #include <vector>
 
-#include "platform/files.h"
-#include "platform/native_paths.h"
+#include "ports/files.h"
+#include "ports/native_paths.h"
 
 namespace platform::posix {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/text.h"
-#include "platform/text_conversion.h"
+#include "ports/text.h"
+#include "ports/text_conversion.h"
 
 namespace platform::posix {
 

@@ -12,9 +12,9 @@
 #include <vector>
 
 #include "platform/posix/ini_codec.h"
-#include "platform/private_profile.h"
-#include "platform/text.h"
-#include "platform/text_conversion.h"
+#include "ports/private_profile.h"
+#include "ports/text.h"
+#include "ports/text_conversion.h"
 
 namespace platform::posix {
 

@@ -9,8 +9,8 @@
 
 #include "platform/posix/ini_document.h"
 #include "platform/posix/whole_file.h"
-#include "platform/text.h"
-#include "platform/text_conversion.h"
+#include "ports/text.h"
+#include "ports/text_conversion.h"
 
 namespace platform::posix {
 

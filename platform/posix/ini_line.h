@@ -2,7 +2,7 @@
 // What one line of an INI file says, and the trimming and quoting rules of names and values.
 // Not for bytes, code pages or whole files.
 
-#include "platform/text.h"
+#include "ports/text.h"
 
 namespace platform::posix {
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "platform/native_paths.h"
+#include "ports/native_paths.h"
 
 namespace platform::posix {
 

@@ -7,10 +7,10 @@
 #include <span>
 #include <string>
 
-#include "platform/native_paths.h"
 #include "platform/posix/ini_file.h"
-#include "platform/private_profile.h"
-#include "platform/text_conversion.h"
+#include "ports/native_paths.h"
+#include "ports/private_profile.h"
+#include "ports/text_conversion.h"
 
 namespace platform::posix {
 

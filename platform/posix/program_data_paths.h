@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/native_paths.h"
-#include "platform/text_conversion.h"
+#include "ports/native_paths.h"
+#include "ports/text_conversion.h"
 
 namespace platform::posix {
 

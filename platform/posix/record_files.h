@@ -4,9 +4,9 @@
 #include <map>
 #include <string>
 
-#include "platform/native_paths.h"
 #include "platform/posix/file_descriptor.h"
-#include "platform/record_files.h"
+#include "ports/native_paths.h"
+#include "ports/record_files.h"
 
 namespace platform::posix {
 

@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 
-#include "platform/native_paths.h"
 #include "platform/posix/process.h"
-#include "platform/shell.h"
+#include "ports/native_paths.h"
+#include "ports/shell.h"
 
 namespace platform::posix {
 

@@ -1,6 +1,6 @@
 #pragma once
 // One start of the program among those that may come at the same time: it runs, or it hands itself over to
-// the one that runs already. Not for what that one does about it (platform/start_requests.h).
+// the one that runs already. Not for what that one does about it (ports/start_requests.h).
 
 #include <chrono>
 #include <memory>

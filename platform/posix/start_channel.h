@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/posix/file_descriptor.h"
-#include "platform/start_requests.h"
+#include "ports/start_requests.h"
 
 namespace platform::posix {
 

@@ -2,7 +2,7 @@
 // Adapter: the platform's texts for the few error codes that the program shows.
 // Not for messages of the program's own.
 
-#include "platform/shell.h"
+#include "ports/shell.h"
 
 namespace platform::posix {
 

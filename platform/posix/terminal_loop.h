@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "platform/message_loop.h"
+#include "ports/message_loop.h"
 
 namespace platform::posix {
 

@@ -1,7 +1,7 @@
 #pragma once
 // The clipboard's text by Qt. Not other kinds of content.
 
-#include "platform/shell.h"
+#include "ports/shell.h"
 
 namespace platform::qt {
 

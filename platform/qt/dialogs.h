@@ -4,9 +4,9 @@
 #include <QPointer>
 #include <QWidget>
 
-#include "platform/dialogs.h"
-#include "platform/native_paths.h"
 #include "platform/qt/language.h"
+#include "ports/dialogs.h"
+#include "ports/native_paths.h"
 
 namespace platform::qt {
 

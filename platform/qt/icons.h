@@ -6,8 +6,8 @@
 #include <map>
 #include <vector>
 
-#include "platform/icons.h"
-#include "platform/native_paths.h"
+#include "ports/icons.h"
+#include "ports/native_paths.h"
 
 namespace platform::qt {
 

@@ -3,7 +3,7 @@
 
 #include <QPoint>
 
-#include "app/window/form1.h"
+#include "app/forms/form1.h"
 #include "platform/qt/message_loop.h"
 #include "platform/qt/report_view.h"
 

@@ -8,8 +8,8 @@
 #include <functional>
 #include <map>
 
-#include "platform/message_loop.h"
 #include "platform/qt/running_procedures.h"
+#include "ports/message_loop.h"
 
 class QKeyEvent;
 

@@ -5,7 +5,7 @@
 
 namespace platform::qt {
 
-NewStationWindow::NewStationWindow(catalogue::Form2& form, const QtIcons& icons, QtMessageLoop& loop,
+NewStationWindow::NewStationWindow(app::Form2& form, const QtIcons& icons, QtMessageLoop& loop,
                                    QWidget* owner)
     : QDialog(owner),
       form_(form),

@@ -3,7 +3,7 @@
 
 #include <QDialog>
 
-#include "catalogue/form2.h"
+#include "app/forms/form2.h"
 #include "platform/qt/form_binding.h"
 #include "platform/qt/widget_set.h"
 
@@ -11,8 +11,7 @@ namespace platform::qt {
 
 class NewStationWindow final : public QDialog {
  public:
-  NewStationWindow(catalogue::Form2& form, const QtIcons& icons, QtMessageLoop& loop,
-                   QWidget* owner = nullptr);
+  NewStationWindow(app::Form2& form, const QtIcons& icons, QtMessageLoop& loop, QWidget* owner = nullptr);
 
   /// Blocks the other windows and returns when the form is closed, or when the program ends.
   void RunModal();
@@ -26,7 +25,7 @@ class NewStationWindow final : public QDialog {
  private:
   void Build();
 
-  catalogue::Form2& form_;
+  app::Form2& form_;
   QtMessageLoop& loop_;
   TwipScale scale_;
   WidgetSet widgets_;

@@ -9,7 +9,7 @@
 #include <memory>
 
 #include "controls/form.h"
-#include "platform/start_requests.h"
+#include "ports/start_requests.h"
 
 namespace platform::qt {
 

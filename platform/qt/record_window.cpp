@@ -7,7 +7,7 @@
 
 namespace platform::qt {
 
-RecordWindow::RecordWindow(recorder::RecordForm& form, const QtIcons& icons, QtMessageLoop& loop)
+RecordWindow::RecordWindow(app::RecordForm& form, const QtIcons& icons, QtMessageLoop& loop)
     : form_(form),
       scale_(QApplication::font()),
       widgets_(scale_, icons, loop),

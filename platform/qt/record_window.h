@@ -3,9 +3,9 @@
 
 #include <QDialog>
 
+#include "app/forms/record_form.h"
 #include "platform/qt/form_binding.h"
 #include "platform/qt/widget_set.h"
-#include "recorder/record_form.h"
 
 namespace platform::qt {
 
@@ -13,7 +13,7 @@ namespace platform::qt {
 /// that ends the program's event loop too. The form outlives the window.
 class RecordWindow final : public QDialog {
  public:
-  RecordWindow(recorder::RecordForm& form, const QtIcons& icons, QtMessageLoop& loop);
+  RecordWindow(app::RecordForm& form, const QtIcons& icons, QtMessageLoop& loop);
 
   /// The Escape key: nothing, because it would end a recording by accident.
   void reject() override;
@@ -24,7 +24,7 @@ class RecordWindow final : public QDialog {
  private:
   void Build();
 
-  recorder::RecordForm& form_;
+  app::RecordForm& form_;
   TwipScale scale_;
   WidgetSet widgets_;
   FormBinding form_binding_;

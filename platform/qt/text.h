@@ -4,7 +4,7 @@
 
 #include <QString>
 
-#include "platform/text.h"
+#include "ports/text.h"
 
 namespace platform::qt {
 

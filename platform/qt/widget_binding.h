@@ -6,7 +6,7 @@
 
 #include "controls/control.h"
 #include "platform/qt/twip_scale.h"
-#include "platform/text.h"
+#include "ports/text.h"
 
 namespace platform::qt {
 

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "platform/property_value.h"
+#include "ports/property_value.h"
 
 namespace platform::values {
 

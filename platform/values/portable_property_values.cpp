@@ -3,9 +3,9 @@
 #include <variant>
 #include <vector>
 
-#include "platform/interface_call.h"
 #include "platform/values/guid_text.h"
 #include "platform/values/value_text.h"
+#include "ports/interface_call.h"
 
 namespace platform::values {
 

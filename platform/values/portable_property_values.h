@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "platform/property_value.h"
+#include "ports/property_value.h"
 
 namespace platform::values {
 

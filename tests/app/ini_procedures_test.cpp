@@ -1,4 +1,4 @@
-#include "app/ini_procedures.h"
+#include "app/settings/ini_procedures.h"
 
 #include <gtest/gtest.h>
 

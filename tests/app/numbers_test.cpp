@@ -1,4 +1,4 @@
-#include "app/numbers.h"
+#include "app/text/numbers.h"
 
 #include <gtest/gtest.h>
 

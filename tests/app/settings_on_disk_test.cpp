@@ -3,9 +3,9 @@
 
 #include <filesystem>
 
-#include "app/ini_procedures.h"
-#include "app/language.h"
-#include "app/settings_folder.h"
+#include "app/settings/ini_procedures.h"
+#include "app/settings/language.h"
+#include "app/settings/settings_folder.h"
 #include "platform/icu/text_conversion.h"
 #include "platform/posix/files.h"
 #include "platform/posix/native_paths.h"

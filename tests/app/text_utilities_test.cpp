@@ -1,4 +1,4 @@
-#include "app/text_utilities.h"
+#include "app/text/text_utilities.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>

@@ -1,4 +1,4 @@
-#include "app/wait_seconds.h"
+#include "app/text/wait_seconds.h"
 
 #include <gtest/gtest.h>
 

@@ -7,10 +7,10 @@
 #include <array>
 #include <string>
 
-#include "app/ini_procedures.h"
-#include "app/settings.h"
-#include "app/station_row.h"
-#include "app/window_state.h"
+#include "app/settings/ini_procedures.h"
+#include "app/settings/settings.h"
+#include "app/state/station_row.h"
+#include "app/state/window_state.h"
 #include "catalogue/station_editor.h"
 #include "catalogue/station_icons.h"
 #include "catalogue/station_lists.h"

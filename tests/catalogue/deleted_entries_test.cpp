@@ -1,6 +1,6 @@
 #include "catalogue/deleted_entries.h"
 
-#include "app/status_sentences.h"
+#include "app/state/status_sentences.h"
 #include "tests/catalogue/catalogue_fixture.h"
 
 namespace catalogue {

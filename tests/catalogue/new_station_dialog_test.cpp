@@ -1,7 +1,7 @@
 #include "catalogue/new_station_dialog.h"
 
-#include "app/genre_list.h"
-#include "app/text_helpers.h"
+#include "app/state/genre_list.h"
+#include "app/text/text_helpers.h"
 #include "tests/catalogue/catalogue_fixture.h"
 
 namespace catalogue {
@@ -10,7 +10,7 @@ namespace {
 class NewStationDialogTest : public CatalogueTest {
  protected:
   /// Shows the dialog and acts on it while it is open.
-  void Show(const std::function<void(Form2&)>& act) { dialog.Show(act); }
+  void Show(const std::function<void(app::Form2&)>& act) { dialog.Show(act); }
 
   test_support::FakeClipboard clipboard;
   app::Language language{settings, ini, profile, files, environment};
@@ -18,7 +18,7 @@ class NewStationDialogTest : public CatalogueTest {
 };
 
 TEST_F(NewStationDialogTest, OffersAllGenresInOrderWithTheFirstOneChosen) {
-  Show([](Form2& form) {
+  Show([](app::Form2& form) {
     EXPECT_EQ(form.Combo1.Items(), app::Split(app::GenreList, u";"));
     EXPECT_EQ(form.Combo1.Items().size(), 17U);
     EXPECT_EQ(form.Combo1.GetText(), u"80er/90er");
@@ -26,7 +26,7 @@ TEST_F(NewStationDialogTest, OffersAllGenresInOrderWithTheFirstOneChosen) {
 }
 
 TEST_F(NewStationDialogTest, CarriesItsGermanTexts) {
-  Show([](Form2& form) {
+  Show([](app::Form2& form) {
     EXPECT_EQ(form.form.Caption(), u"Neue Radiostation einfügen");
     EXPECT_EQ(form.Label2[0].Caption(), u"Station");
     EXPECT_EQ(form.Label2[1].Caption(), u"Weblink");
@@ -43,7 +43,7 @@ TEST_F(NewStationDialogTest, CarriesItsGermanTexts) {
 }
 
 TEST_F(NewStationDialogTest, AcceptAddsTheRowToTheFullListAndMarksTheCatalogueChanged) {
-  Show([](Form2& form) {
+  Show([](app::Form2& form) {
     form.TextBox1[0].SetText(u" Neu ");
     form.TextBox1[1].SetText(u"http://neu");
     form.Combo1.SetText(u"Eigenes");
@@ -60,7 +60,7 @@ TEST_F(NewStationDialogTest, AcceptAddsTheRowToTheFullListAndMarksTheCatalogueCh
 }
 
 TEST_F(NewStationDialogTest, AcceptWithOnlyANameTakesTheGenreShown) {
-  Show([](Form2& form) {
+  Show([](app::Form2& form) {
     form.TextBox1[0].SetText(u"Neu");
     form.CommandButton1.Click();
   });
@@ -69,7 +69,7 @@ TEST_F(NewStationDialogTest, AcceptWithOnlyANameTakesTheGenreShown) {
 }
 
 TEST_F(NewStationDialogTest, AcceptWithoutANameTellsSoAndKeepsWhatWasTyped) {
-  Show([&](Form2& form) {
+  Show([&](app::Form2& form) {
     form.TextBox1[1].SetText(u"http://neu");
     form.Combo1.SetText(u"Rock");
     form.CommandButton1.Click();
@@ -85,7 +85,7 @@ TEST_F(NewStationDialogTest, AcceptWithoutANameTellsSoAndKeepsWhatWasTyped) {
 
 TEST_F(NewStationDialogTest, SecondClickWhileTheRowIsAddedAddsNoSecondRow) {
   int announced = 0;
-  Show([&](Form2& form) {
+  Show([&](app::Form2& form) {
     form.TextBox1[0].SetText(u"Neu");
     const auto subscription = SymbolListview.RowsAdded.Subscribe([&](std::size_t, std::size_t) {
       ++announced;
@@ -99,14 +99,14 @@ TEST_F(NewStationDialogTest, SecondClickWhileTheRowIsAddedAddsNoSecondRow) {
 }
 
 TEST_F(NewStationDialogTest, NextUseBeginsEmpty) {
-  Show([](Form2& form) {
+  Show([](app::Form2& form) {
     form.TextBox1[0].SetText(u"Neu");
     form.TextBox1[1].SetText(u"http://neu");
     form.Combo1.SetText(u"Rock");
     form.CommandButton2.Click();
   });
   NewStationDialog next(SymbolListview, settings, language, clipboard, dialogs);
-  next.Show([](Form2& form) {
+  next.Show([](app::Form2& form) {
     EXPECT_EQ(form.TextBox1[0].GetText(), u"");
     EXPECT_EQ(form.TextBox1[1].GetText(), u"");
     EXPECT_EQ(form.Combo1.GetText(), u"80er/90er");
@@ -115,7 +115,7 @@ TEST_F(NewStationDialogTest, NextUseBeginsEmpty) {
 
 TEST_F(NewStationDialogTest, RowGoesToTheFullListAlsoWhileAFilterIsShown) {
   Check3.Click();
-  Show([](Form2& form) {
+  Show([](app::Form2& form) {
     form.TextBox1[0].SetText(u"Neu");
     form.CommandButton1.Click();
   });
@@ -125,7 +125,7 @@ TEST_F(NewStationDialogTest, RowGoesToTheFullListAlsoWhileAFilterIsShown) {
 
 TEST_F(NewStationDialogTest, SecondStationOfTheSameNameBecomesASecondRow) {
   AddRow(SymbolListview, u"Neu");
-  Show([](Form2& form) {
+  Show([](app::Form2& form) {
     form.TextBox1[0].SetText(u"Neu");
     form.CommandButton1.Click();
   });
@@ -133,7 +133,7 @@ TEST_F(NewStationDialogTest, SecondStationOfTheSameNameBecomesASecondRow) {
 }
 
 TEST_F(NewStationDialogTest, CancelChangesNothing) {
-  Show([](Form2& form) {
+  Show([](app::Form2& form) {
     form.TextBox1[0].SetText(u"Neu");
     form.CommandButton2.Click();
     EXPECT_TRUE(form.form.IsClosed());
@@ -143,7 +143,7 @@ TEST_F(NewStationDialogTest, CancelChangesNothing) {
 }
 
 TEST_F(NewStationDialogTest, PasteReplacesTheTextOfItsOwnBox) {
-  Show([&](Form2& form) {
+  Show([&](app::Form2& form) {
     form.TextBox1[0].SetText(u"alt");
     form.TextBox1[1].SetText(u"alt");
     clipboard.text = u"http://aus der Ablage";
@@ -163,7 +163,7 @@ TEST_F(NewStationDialogTest, CaptionsAndMessageAreTranslatedAndTooltipsStayGerma
   profile.Set(file, u"Common", u"Genre:", u"Kind:");
   profile.Set(file, u"Common", u"Text aus der Zwischenablage einfügen", u"Paste");
   profile.Set(file, u"Common", u"Bitte geben Sie einen Namen für die Radiostation ein!", u"A name, please!");
-  Show([](Form2& form) {
+  Show([](app::Form2& form) {
     EXPECT_EQ(form.CommandButton2.Caption(), u"Cancel");
     EXPECT_EQ(form.Label2[2].Caption(), u"Kind:");
     EXPECT_EQ(form.CommandButton1.Caption(), u"Übernehmen") << "without a translation it stays German";

@@ -12,17 +12,17 @@ using platform::Text;
 
 class NewStationTranslationTest : public ::testing::Test {
  protected:
-  void Show(const app::Language& language, const std::function<void(Form2&)>& act) {
+  void Show(const app::Language& language, const std::function<void(app::Form2&)>& act) {
     NewStationDialog dialog(list_, settings_, language, clipboard_, dialogs_);
     dialog.Show(act);
   }
   /// Every caption of the dialog in the order of its declaration.
-  static std::vector<Text> Captions(Form2& form) {
+  static std::vector<Text> Captions(app::Form2& form) {
     std::vector<Text> captions;
     for (const controls::Captioned* control : Captioned(form)) captions.push_back(control->Caption());
     return captions;
   }
-  static std::vector<controls::Captioned*> Captioned(Form2& form) {
+  static std::vector<controls::Captioned*> Captioned(app::Form2& form) {
     return {&form.form,
             &form.Label2[0],
             &form.Label2[1],
@@ -41,17 +41,17 @@ class NewStationTranslationTest : public ::testing::Test {
 };
 
 TEST_F(NewStationTranslationTest, EveryControlOfTheDialogIsKnownHere) {
-  Form2 form;
+  app::Form2 form;
   constexpr std::size_t kFormAndButtons = sizeof(controls::Form) + 4 * sizeof(controls::CommandButton);
   constexpr std::size_t kLabels = 4 * sizeof(controls::Label);
   constexpr std::size_t kFields = 2 * sizeof(controls::TextBox) + sizeof(controls::ComboBox);
-  EXPECT_EQ(kFormAndButtons + kLabels + kFields, sizeof(Form2));
+  EXPECT_EQ(kFormAndButtons + kLabels + kFields, sizeof(app::Form2));
   EXPECT_EQ(Captioned(form).size(), 1U + 4U + 4U);
 }
 
 TEST_F(NewStationTranslationTest, LabelsAndButtonsAreTranslatedTheWindowsCaptionAndTheToolTipsStayGerman) {
   test_support::MarkingLanguage marks;
-  Show(marks.language, [](Form2& form) {
+  Show(marks.language, [](app::Form2& form) {
     EXPECT_EQ(Captions(form),
               (std::vector<Text>{u"Neue Radiostation einfügen", u"<Station>", u"<Weblink>", u"<Genre:>",
                                  u"<Das passende Icon (32 Pixel) zur Radiostation muss in den Ordner "
@@ -67,11 +67,11 @@ TEST_F(NewStationTranslationTest, LabelsAndButtonsAreTranslatedTheWindowsCaption
 TEST_F(NewStationTranslationTest, EnglishFileKnowsEveryCaptionAndTheMessage) {
   test_support::ProgramLanguage english(u"English");
   ASSERT_TRUE(english.language.Translates()) << "the build puts the file beside the program";
-  Form2 form;
+  app::Form2 form;
   for (const Text& caption : Captions(form)) {
     EXPECT_TRUE(caption.empty() || english.Knows(caption)) << english.Utf8(caption);
   }
-  Show(english.language, [](Form2& shown) {
+  Show(english.language, [](app::Form2& shown) {
     EXPECT_EQ(shown.CommandButton1.Caption(), u"Accept");
     EXPECT_EQ(shown.CommandButton2.Caption(), u"Cancel");
     EXPECT_EQ(shown.Label2[1].Caption(), u"Web link");
@@ -87,8 +87,8 @@ TEST_F(NewStationTranslationTest, LanguageFileInUtf16TranslatesAsItsCopyInTheCod
   test_support::ProgramLanguage wide(u"English", test_support::LanguageEncoding::kUtf16);
   ASSERT_TRUE(wide.language.Translates());
   std::vector<Text> captions;
-  Show(english.language, [&](Form2& form) { captions = Captions(form); });
-  Show(wide.language, [&](Form2& form) { EXPECT_EQ(Captions(form), captions); });
+  Show(english.language, [&](app::Form2& form) { captions = Captions(form); });
+  Show(wide.language, [&](app::Form2& form) { EXPECT_EQ(Captions(form), captions); });
   EXPECT_EQ(wide.Translated(u"Übernehmen"), u"Accept");
 }
 

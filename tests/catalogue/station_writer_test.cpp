@@ -3,7 +3,7 @@
 
 #include "catalogue/station_writer.h"
 
-#include "app/status_sentences.h"
+#include "app/state/status_sentences.h"
 #include "tests/catalogue/catalogue_fixture.h"
 
 namespace catalogue {

@@ -9,8 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "app/station_row.h"
-#include "app/window/main_window.h"
+#include "app/state/station_row.h"
 #include "platform/icu/string_order.h"
 #include "platform/icu/text_conversion.h"
 #include "platform/posix/files.h"
@@ -22,6 +21,7 @@
 #include "tests/support/recording_media.h"
 #include "tests/support/scripted_internet.h"
 #include "tests/support/temp_folder.h"
+#include "window/main_window.h"
 
 namespace app {
 
@@ -51,11 +51,11 @@ class CatalogueJourney : public ::testing::Test {
   /// A new window over what the last one left on the disk.
   void Restart() {
     window.reset();
-    window = std::make_unique<MainWindow>(
-        Platform{profile, files, record_files, environment, conversion, string_order, icons, internet,
-                 requests, media, media, values, dialogs, shell, clipboard, system_messages, message_loop,
-                 clock, playback_monitor},
-        [this](catalogue::Form2& form) {
+    window = std::make_unique<window::MainWindow>(
+        window::Platform{profile, files, record_files, environment, conversion, string_order, icons, internet,
+                         requests, media, media, values, dialogs, shell, clipboard, system_messages,
+                         message_loop, clock, playback_monitor},
+        [this](app::Form2& form) {
           form.TextBox1[0].SetText(new_name);
           form.TextBox1[1].SetText(new_link);
           form.CommandButton1.Click();
@@ -109,7 +109,7 @@ class CatalogueJourney : public ::testing::Test {
   test_support::FakePlaybackMonitor playback_monitor;
   Text new_name = u"Neu";
   Text new_link = u"http://neu";
-  std::unique_ptr<MainWindow> window;
+  std::unique_ptr<window::MainWindow> window;
 };
 
 }  // namespace app

@@ -8,7 +8,7 @@
 #include <set>
 #include <vector>
 
-#include "platform/text.h"
+#include "ports/text.h"
 
 namespace app {
 

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/text.h"
-#include "platform/text_conversion.h"
+#include "ports/text.h"
+#include "ports/text_conversion.h"
 
 namespace app {
 

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/media_interfaces.h"
 #include "player/media_ids.h"
+#include "ports/media_interfaces.h"
 #include "tests/player/player_fixture.h"
 
 namespace player {

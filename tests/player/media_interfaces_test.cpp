@@ -1,6 +1,6 @@
 // The numbers by which the platform knows its operations and value types, written out once more on purpose:
 // the player and every test double use the same constants, so that a wrong one would go unnoticed otherwise.
-#include "platform/media_interfaces.h"
+#include "ports/media_interfaces.h"
 
 #include <gtest/gtest.h>
 
@@ -8,8 +8,8 @@
 #include <map>
 #include <string>
 
-#include "platform/media_framework.h"
-#include "platform/property_value.h"
+#include "ports/media_framework.h"
+#include "ports/property_value.h"
 
 namespace platform {
 namespace {

@@ -5,8 +5,8 @@
 #include <ostream>
 #include <string>
 
-#include "platform/media_interfaces.h"
 #include "player/media_ids.h"
+#include "ports/media_interfaces.h"
 #include "tests/player/player_fixture.h"
 
 namespace player {

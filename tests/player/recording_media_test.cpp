@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/media_interfaces.h"
+#include "ports/media_interfaces.h"
 
 namespace test_support {
 namespace {

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/status_sentences.h"
+#include "app/state/status_sentences.h"
 #include "platform/icu/text_conversion.h"
 #include "playlist/m3u_export.h"
 #include "tests/support/fake_notices.h"

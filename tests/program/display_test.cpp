@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "program.h"
+#include "programs/linux/program.h"
 
 namespace {
 

@@ -9,7 +9,6 @@
 #include <memory>
 #include <string>
 
-#include "app/window/main_window.h"
 #include "platform/curl/curl_internet.h"
 #include "platform/curl/curl_xml_http_request.h"
 #include "platform/gstreamer/gst_media.h"
@@ -28,6 +27,7 @@
 #include "platform/values/portable_property_values.h"
 #include "tests/support/fakes.h"
 #include "tests/support/temp_folder.h"
+#include "window/main_window.h"
 
 namespace test_support {
 
@@ -51,7 +51,7 @@ class HeadlessPlayer {
   FakeDialogs dialogs;
   FakeClipboard clipboard;
   /// What the user does in the new-station dialog, which has no widgets here.
-  std::function<void(catalogue::Form2&)> in_new_station_dialog;
+  std::function<void(app::Form2&)> in_new_station_dialog;
 
  private:
   std::string name_ = "funkhausplayer";
@@ -74,7 +74,7 @@ class HeadlessPlayer {
   platform::curl::CurlInternet internet_{message_loop_, conversion_};
   platform::curl::CurlXmlHttpRequests requests_{conversion_};
   platform::gstreamer::GstMedia media_{message_loop_, paths_};
-  std::unique_ptr<app::MainWindow> window_;
+  std::unique_ptr<window::MainWindow> window_;
   std::array<std::unique_ptr<platform::qt::TimerBinding>, 4> timers_;
 };
 

@@ -86,11 +86,11 @@ CaptionMap GermanWindow() {
   platform::posix::PosixNativePaths paths;
   const platform::qt::QtIcons icons(paths);
   platform::qt::QtMessageLoop loop;
-  return Captions(platform::qt::MainWindow(form, icons, loop, platform::qt::Language::kGerman));
+  return Captions(platform::qt::PlayerWindow(form, icons, loop, platform::qt::Language::kGerman));
 }
 
 CaptionMap GermanDialog() {
-  catalogue::Form2 form;
+  app::Form2 form;
   platform::posix::PosixNativePaths paths;
   const platform::qt::QtIcons icons(paths);
   platform::qt::QtMessageLoop loop;

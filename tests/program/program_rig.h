@@ -17,11 +17,11 @@
 #include <string>
 #include <vector>
 
-#include "app/window/main_window.h"
-#include "entrance.h"
-#include "platform/qt/main_window.h"
-#include "program.h"
+#include "platform/qt/player_window.h"
+#include "programs/linux/entrance.h"
+#include "programs/linux/program.h"
 #include "tests/support/temp_folder.h"
+#include "window/main_window.h"
 
 namespace program_test {
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <csignal>
 
-#include "platform/start_requests.h"
+#include "ports/start_requests.h"
 #include "tests/program/later_start.h"
 #include "tests/program/program_rig.h"
 

@@ -15,9 +15,9 @@
 #include <memory>
 #include <string>
 
-#include "app/window/main_window.h"
-#include "program.h"
+#include "programs/linux/program.h"
 #include "tests/support/temp_folder.h"
+#include "window/main_window.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "app/station_row.h"
+#include "app/state/station_row.h"
 #include "tests/program/headless_player.h"
 #include "tests/support/child_process.h"
 #include "tests/support/icy_station.h"
@@ -57,7 +57,7 @@ class WholeJourney : public ::testing::Test {
                                     Section("Blaue Stunde", station_.Url("/station.pls"), "Oldies", "1"));
     MakeRecordingTool();
     player_.emplace(folder_);
-    player_->in_new_station_dialog = [](catalogue::Form2& form) {
+    player_->in_new_station_dialog = [](app::Form2& form) {
       form.TextBox1[0].SetText(u"Küstenfunk Süd");
       form.CommandButton3[1].Click();
       form.Combo1.SetListIndex(1);

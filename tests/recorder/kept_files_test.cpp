@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <thread>
 
-#include "app/numbers.h"
+#include "app/text/numbers.h"
 #include "platform/posix/files.h"
 #include "platform/posix/native_paths.h"
 #include "platform/posix/record_files.h"

@@ -13,7 +13,7 @@ class Window : public testing::Test {
   Window() { rig_.StationSends("----" + TitleOf("Eins\x1B") + "1111"); }
 
   RecorderRig rig_;
-  RecordForm form_;
+  app::RecordForm form_;
   test_support::FakeShell shell_;
   RecordControl control_{form_, rig_.recording, rig_.files, shell_, u"file:///musik"};
 };

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/text_helpers.h"
+#include "app/text/text_helpers.h"
 
 namespace stream {
 namespace {

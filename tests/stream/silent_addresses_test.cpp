@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/numbers.h"
+#include "app/text/numbers.h"
 #include "tests/support/fakes.h"
 
 namespace stream {

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "app/notices.h"
+#include "app/state/notices.h"
 
 namespace test_support {
 

@@ -9,13 +9,13 @@
 #include <utility>
 #include <vector>
 
-#include "platform/clock.h"
-#include "platform/dialogs.h"
-#include "platform/environment.h"
-#include "platform/icons.h"
-#include "platform/message_loop.h"
-#include "platform/playback_monitor.h"
-#include "platform/shell.h"
+#include "ports/clock.h"
+#include "ports/dialogs.h"
+#include "ports/environment.h"
+#include "ports/icons.h"
+#include "ports/message_loop.h"
+#include "ports/playback_monitor.h"
+#include "ports/shell.h"
 
 namespace test_support {
 

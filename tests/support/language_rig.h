@@ -7,8 +7,8 @@
 #include <optional>
 #include <string>
 
-#include "app/ini_procedures.h"
-#include "app/language.h"
+#include "app/settings/ini_procedures.h"
+#include "app/settings/language.h"
 #include "platform/icu/text_conversion.h"
 #include "platform/posix/environment.h"
 #include "platform/posix/files.h"

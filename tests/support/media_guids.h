@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/property_value.h"
+#include "ports/property_value.h"
 
 namespace test_support::media_guids {
 

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/files.h"
+#include "ports/files.h"
 
 namespace test_support {
 

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/private_profile.h"
+#include "ports/private_profile.h"
 
 namespace test_support {
 

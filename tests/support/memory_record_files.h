@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/record_files.h"
+#include "ports/record_files.h"
 
 namespace test_support {
 

@@ -4,7 +4,7 @@
 #include <type_traits>
 #include <variant>
 
-#include "platform/media_interfaces.h"
+#include "ports/media_interfaces.h"
 #include "tests/support/media_guids.h"
 
 namespace test_support {

@@ -12,11 +12,11 @@
 #include <utility>
 #include <vector>
 
-#include "platform/interface_call.h"
-#include "platform/interface_dispatch.h"
-#include "platform/media_framework.h"
-#include "platform/property_value.h"
-#include "platform/text.h"
+#include "ports/interface_call.h"
+#include "ports/interface_dispatch.h"
+#include "ports/media_framework.h"
+#include "ports/property_value.h"
+#include "ports/text.h"
 
 namespace test_support {
 

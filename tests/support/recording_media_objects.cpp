@@ -1,7 +1,7 @@
 // The objects of the recording media framework and what their operations answer.
 #include <cstddef>
 
-#include "platform/media_interfaces.h"
+#include "ports/media_interfaces.h"
 #include "tests/support/media_guids.h"
 #include "tests/support/recording_media.h"
 

@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/internet.h"
-#include "platform/xml_http_request.h"
+#include "ports/internet.h"
+#include "ports/xml_http_request.h"
 
 namespace test_support {
 

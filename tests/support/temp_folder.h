@@ -6,7 +6,7 @@
 #include <sstream>
 #include <string>
 
-#include "platform/text.h"
+#include "ports/text.h"
 
 namespace test_support {
 

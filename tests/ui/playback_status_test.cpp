@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "app/status_sentences.h"
+#include "app/state/status_sentences.h"
 #include "tests/ui/playback_fixture.h"
 #include "ui/playback_control.h"
 

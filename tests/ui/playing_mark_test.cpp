@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "app/station_row.h"
+#include "app/state/station_row.h"
 
 namespace ui {
 namespace {

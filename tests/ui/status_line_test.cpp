@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/status_sentences.h"
+#include "app/state/status_sentences.h"
 #include "tests/support/fakes.h"
 #include "tests/support/language_rig.h"
 #include "tests/support/recording_profile.h"

@@ -1,4 +1,4 @@
-#include "app/window/form1.h"
+#include "app/forms/form1.h"
 
 #include <gtest/gtest.h>
 

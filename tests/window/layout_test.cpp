@@ -1,4 +1,4 @@
-#include "app/window/layout.h"
+#include "app/forms/layout.h"
 
 #include <gtest/gtest.h>
 

@@ -18,7 +18,7 @@ class ShutDownTest : public WindowTest {
 
   /// Adds a station through the dialog and answers the question after it with No.
   void AddUnsavedStation() {
-    on_new_station = [](catalogue::Form2& form) {
+    on_new_station = [](app::Form2& form) {
       form.TextBox1[0].SetText(u"Neu");
       form.CommandButton1.Click();
     };
@@ -226,7 +226,7 @@ TEST_F(ShutDownTest, FlagThatARefusedSaveClearedIsKeptCleared) {
   AddUnsavedStation();
   Form().tmUnsaved.Fire();
   // While the dialog stands open the genre view is switched on, so that the save after it is refused.
-  on_new_station = [this](catalogue::Form2&) { Form().Check1.Click(); };
+  on_new_station = [this](app::Form2&) { Form().Check1.Click(); };
   dialogs.answers = {MessageBoxAnswer::kYes};
   Form().CommandButton2.Click();
   ASSERT_FALSE(window->GetSettings().CatalogueChanged);

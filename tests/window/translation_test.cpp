@@ -1,6 +1,6 @@
 // The main window in another language: its own walk over the controls, the file that comes with the program,
 // and the system's own files.
-#include "app/window/translation.h"
+#include "app/forms/translation.h"
 
 #include <gtest/gtest.h>
 
@@ -9,8 +9,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "app/genre_list.h"
-#include "app/text_helpers.h"
+#include "app/state/genre_list.h"
+#include "app/text/text_helpers.h"
 #include "catalogue/station_lists.h"
 #include "tests/support/language_rig.h"
 
@@ -58,6 +58,10 @@ class AllControls {
   }
 };
 
+void Translate(Form1& form1, const Language& language) {
+  TranslateForm(form1, [&](const Text& text) { return language.GetLangText(text, text); });
+}
+
 /// What stands in the window before it is translated, as the start leaves it.
 void FillAtStart(Form1& form1) {
   for (controls::ListView* list : {&form1.SymbolListview, &form1.ExplorerListFilter}) {
@@ -87,7 +91,7 @@ TEST(TranslationTest, EveryCaptionAndTextIsTranslatedOnceWithItselfAsTheKey) {
   for (controls::TextControl* control : all.texts) before.push_back(control->GetText());
 
   test_support::MarkingLanguage language;
-  TranslateForm(form1, language.language);
+  Translate(form1, language.language);
 
   std::vector<Text> after;
   for (controls::Captioned* control : all.captioned) after.push_back(control->Caption());
@@ -107,7 +111,7 @@ TEST(TranslationTest, WordsOfBothListsAreTranslated) {
   const Form1 german;
   Form1 form1;
   test_support::MarkingLanguage language;
-  TranslateForm(form1, language.language);
+  Translate(form1, language.language);
   const auto expect_marked = [](const controls::ListView& list, const controls::ListView& before) {
     EXPECT_EQ(list.EmptyText(), u"<" + before.EmptyText() + u">");
     for (const auto mark : {controls::RowMark::kPlaying, controls::RowMark::kWaiting}) {
@@ -122,7 +126,7 @@ TEST(TranslationTest, WordsOfBothListsAreTranslated) {
 TEST(TranslationTest, EmptyCaptionsStayEmptyAndToolTipsStayGerman) {
   Form1 form1;
   test_support::MarkingLanguage language;
-  TranslateForm(form1, language.language);
+  Translate(form1, language.language);
   EXPECT_EQ(form1.Label1.Caption(), u"");
   EXPECT_EQ(form1.TextBox1[0].GetText(), u"");
   EXPECT_EQ(form1.Command8[1].ToolTip(), u"Alles übernehmen");
@@ -159,7 +163,7 @@ TEST(TranslationTest, EnglishWindowKeepsNoGermanTextAndItsSymbolsAndGenresAsThey
   Form1 form1;
   FillAtStart(form1);
   AllControls all(form1);
-  TranslateForm(form1, english.language);
+  Translate(form1, english.language);
   EXPECT_EQ(form1.Frame2.Caption(), u"Saved radio stations");
   EXPECT_EQ(form1.Command8[3].Caption(), u"Delete entry");
   EXPECT_EQ(form1.SymbolListview.Columns()[3].caption, u"Favourite");
@@ -176,8 +180,8 @@ TEST(TranslationTest, LanguageFileInUtf16TranslatesAsItsCopyInTheCodePage) {
   ASSERT_TRUE(wide.language.Translates());
   Form1 form1;
   Form1 wide_form1;
-  TranslateForm(form1, english.language);
-  TranslateForm(wide_form1, wide.language);
+  Translate(form1, english.language);
+  Translate(wide_form1, wide.language);
   const AllControls all(form1);
   const AllControls wide_all(wide_form1);
   for (std::size_t index = 0; index < all.captioned.size(); ++index) {

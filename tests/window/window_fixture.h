@@ -9,8 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "app/station_row.h"
-#include "app/window/main_window.h"
+#include "app/state/station_row.h"
 #include "catalogue/unsaved_rows_file.h"
 #include "platform/icu/string_order.h"
 #include "platform/icu/text_conversion.h"
@@ -21,6 +20,7 @@
 #include "tests/support/memory_record_files.h"
 #include "tests/support/recording_media.h"
 #include "tests/support/scripted_internet.h"
+#include "window/main_window.h"
 
 namespace app {
 
@@ -50,11 +50,11 @@ class WindowTest : public ::testing::Test {
   }
 
   void Construct() {
-    window = std::make_unique<MainWindow>(
-        Platform{profile, files, record_files, environment, conversion, string_order, icons, internet,
-                 requests, media, media, values, dialogs, shell, clipboard, system_messages, message_loop,
-                 clock, playback_monitor},
-        [this](catalogue::Form2& form) {
+    window = std::make_unique<window::MainWindow>(
+        window::Platform{profile, files, record_files, environment, conversion, string_order, icons, internet,
+                         requests, media, media, values, dialogs, shell, clipboard, system_messages,
+                         message_loop, clock, playback_monitor},
+        [this](app::Form2& form) {
           if (on_new_station) on_new_station(form);
         });
   }
@@ -116,8 +116,8 @@ class WindowTest : public ::testing::Test {
   platform::icu::IcuTextConversion conversion;
   platform::icu::IcuStringOrder string_order;
   platform::values::PortablePropertyValues values;
-  std::function<void(catalogue::Form2&)> on_new_station;
-  std::unique_ptr<MainWindow> window;
+  std::function<void(app::Form2&)> on_new_station;
+  std::unique_ptr<window::MainWindow> window;
 };
 
 }  // namespace app

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/gstreamer/gst_media.h"
-#include "platform/media_interfaces.h"
+#include "ports/media_interfaces.h"
 #include "tests/support/fakes.h"
 
 namespace gstreamer_test {

@@ -82,7 +82,7 @@ void ExpectTextsFit(const QWidget& parent) {
 }
 
 void ExpectWellLaidOut(const WindowFixture& fixture) {
-  const MainWindow& window = *fixture.window;
+  const PlayerWindow& window = *fixture.window;
   const QRect list = InWindow(fixture.Find("SymbolListview"), window);
   const QRect panel = InWindow(fixture.Find("Frame1"), window);
   const QRect first_bar = InWindow(fixture.Find("ProgressBar1_0"), window);

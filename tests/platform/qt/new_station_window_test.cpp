@@ -28,7 +28,7 @@ class NewStation : public ::testing::Test {
   PlainPaths paths_;
   QtIcons icons_;
   QtMessageLoop loop_;
-  catalogue::Form2 form_;
+  app::Form2 form_;
   controls::Subscription cancel_;
 };
 

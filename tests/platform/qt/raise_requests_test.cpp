@@ -86,7 +86,7 @@ class RaiseRequestsTest : public ::testing::Test {
   bool Served() {
     return WaitFor([this] { return requests_.accepted + requests_.refused > 0; });
   }
-  MainWindow& Window() { return *fixture_.window; }
+  PlayerWindow& Window() { return *fixture_.window; }
   controls::Form& Form() { return fixture_.form.form; }
 
   WindowFixture fixture_;

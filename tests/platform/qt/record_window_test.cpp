@@ -19,7 +19,7 @@ class Recording : public ::testing::Test {
   PlainPaths paths_;
   QtIcons icons_{paths_};
   QtMessageLoop loop_;
-  recorder::RecordForm form_;
+  app::RecordForm form_;
   RecordWindow window_{form_, icons_, loop_};
 };
 

@@ -11,7 +11,7 @@
 #include <cstdlib>
 #include <optional>
 
-#include "catalogue/form2.h"
+#include "app/forms/form2.h"
 #include "platform/qt/close_requests.h"
 #include "platform/qt/dialogs.h"
 #include "platform/qt/new_station_window.h"
@@ -149,7 +149,7 @@ TEST_F(SessionEndTest, OpenGenreListGoesWithTheWindow) {
 }
 
 TEST_F(SessionEndTest, NewStationDialogAndItsMessageAreLeftTogether) {
-  catalogue::Form2 form2;
+  app::Form2 form2;
   bool left = false;
   EndSessionInside(
       [&] {

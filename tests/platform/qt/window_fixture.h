@@ -7,13 +7,13 @@
 #include <memory>
 #include <string>
 
-#include "app/window/form1.h"
-#include "app/window/layout.h"
-#include "platform/native_paths.h"
+#include "app/forms/form1.h"
+#include "app/forms/layout.h"
 #include "platform/qt/icons.h"
-#include "platform/qt/main_window.h"
 #include "platform/qt/message_loop.h"
+#include "platform/qt/player_window.h"
 #include "platform/qt/text.h"
+#include "ports/native_paths.h"
 
 namespace platform::qt {
 
@@ -51,7 +51,7 @@ class WindowFixture {
         list->AddColumn({captions[column], widths[column], 0});
       }
     }
-    window = std::make_unique<MainWindow>(form, icons, loop, language);
+    window = std::make_unique<PlayerWindow>(form, icons, loop, language);
   }
 
   /// Shows the window and waits until it has the keyboard.
@@ -70,7 +70,7 @@ class WindowFixture {
   QtMessageLoop loop;
   app::Form1 form;
   app::WindowLayout layout{form};
-  std::unique_ptr<MainWindow> window;
+  std::unique_ptr<PlayerWindow> window;
 };
 
 /// Counts how often an event was raised.

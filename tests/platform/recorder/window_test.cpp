@@ -110,7 +110,7 @@ class Window : public Surrounded {
       {{internet_, requests_, record_files_, environment_, clock_, loop_, conversion_}, files_},
       paths_.FromNative(Folder())};
   platform::qt::QtIcons icons_{paths_};
-  RecordForm form_;
+  app::RecordForm form_;
   RecordControl control_{form_, recording_, files_, shell_, FolderAddress(paths_, recording_.Folder())};
   platform::qt::RecordWindow window_{form_, icons_, loop_};
 };

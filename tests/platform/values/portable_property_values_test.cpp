@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/interface_call.h"
+#include "ports/interface_call.h"
 
 namespace platform::values {
 namespace {

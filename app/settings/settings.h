@@ -1,0 +1,31 @@
+#pragma once
+// The settings that the whole program shares while it runs. Not the files that keep them
+// (app/settings/ini_procedures.h), nor how their folder is chosen (app/settings/settings_folder.h).
+
+#include "app/text/text.h"
+
+namespace app {
+
+struct Settings {
+  /// The folder of both INI files, normally with its trailing "\".
+  /// Written by ChooseSettingsFolder; read by the INI procedures and the station store.
+  Text SettingsFolder;
+
+  /// The file name of the station file.
+  /// Written by ChooseSettingsFolder; read by the INI procedures and the station store.
+  Text StationFileName;
+
+  /// The name of the language file without ".lng"; "default" or empty for the built-in German texts.
+  /// Written by Language::ChooseLanguage; read by Language, the main window and the new-station dialog.
+  Text LanguageName;
+
+  /// The catalogue holds edits that are not in the station file yet.
+  /// Written by the station editor, the new-station dialog and the closing question; read by the latter.
+  bool CatalogueChanged = false;
+
+  /// The program's own folder takes the place of the family's folder in every path rule.
+  /// Written by ChooseSettingsFolder (false in this build); read by it and the INI procedures.
+  bool UseProgramFolder = false;
+};
+
+}  // namespace app

@@ -1,0 +1,16 @@
+#include "app/settings/station_file_place.h"
+
+#include "app/settings/ini_procedures.h"
+#include "app/settings/settings.h"
+#include "app/settings/settings_folder.h"
+
+namespace app {
+
+Text StationFilePlace(platform::PrivateProfile& profile, platform::Files& files,
+                      platform::Environment& environment) {
+  Settings settings;
+  ChooseSettingsFolder(settings, IniProcedures(settings, profile, files, environment), files, environment);
+  return settings.SettingsFolder + settings.StationFileName;
+}
+
+}  // namespace app

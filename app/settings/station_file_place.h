@@ -1,0 +1,16 @@
+#pragma once
+// Where the station file of a start lies, to be asked before there is a window. Not the file itself.
+
+#include "app/text/text.h"
+#include "ports/environment.h"
+#include "ports/files.h"
+#include "ports/private_profile.h"
+
+namespace app {
+
+/// The path of the station file that a main window over the same ports would use. Makes the settings folder,
+/// as that window does.
+Text StationFilePlace(platform::PrivateProfile& profile, platform::Files& files,
+                      platform::Environment& environment);
+
+}  // namespace app

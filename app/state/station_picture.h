@@ -1,0 +1,36 @@
+#pragma once
+// The one station picture that is shown: finds its file, decodes it, releases it. Not its place.
+
+#include "ports/environment.h"
+#include "ports/files.h"
+#include "ports/icons.h"
+
+namespace app {
+
+/// The file is "RadioJPG\" + station name + ".jpg" in the program folder.
+class StationPicture {
+ public:
+  StationPicture(platform::Environment& environment, platform::Files& files, platform::Icons& icons);
+  ~StationPicture();
+  StationPicture(const StationPicture&) = delete;
+  StationPicture& operator=(const StationPicture&) = delete;
+
+  /// True when the station has a picture file.
+  [[nodiscard]] bool Exists(const platform::Text& station_name) const;
+
+  /// Decodes the station's picture. On failure the handle is kNone and what was loaded before stays.
+  /// The handle is good until the next successful Load or Clear.
+  platform::LoadedPicture Load(const platform::Text& station_name);
+
+  void Clear();
+
+ private:
+  [[nodiscard]] platform::Text PathOf(const platform::Text& station_name) const;
+
+  platform::Environment& environment_;
+  platform::Files& files_;
+  platform::Icons& icons_;
+  platform::PictureHandle loaded_ = platform::PictureHandle::kNone;
+};
+
+}  // namespace app

@@ -1,0 +1,18 @@
+#pragma once
+// Port: the natural order of names as people expect it in a list. Not for equality of keys.
+
+#include "ports/text.h"
+
+namespace platform {
+
+class StringOrder {
+ public:
+  virtual ~StringOrder() = default;
+
+  /// Negative, zero or positive as `first` stands before, with or after `second`: runs of digits by their
+  /// number whatever their length, letters without regard to case and in their German places, blanks and
+  /// punctuation before digits, digits before letters, a text's end before everything.
+  virtual int StrCmpLogicalW(const Text& first, const Text& second) = 0;
+};
+
+}  // namespace platform

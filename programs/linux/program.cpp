@@ -1,0 +1,132 @@
+#include "programs/linux/program.h"
+
+#include <QApplication>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+
+#include "app/forms/form2.h"
+#include "platform/curl/curl_internet.h"
+#include "platform/curl/curl_xml_http_request.h"
+#include "platform/gstreamer/gst_media.h"
+#include "platform/icu/string_order.h"
+#include "platform/icu/text_conversion.h"
+#include "platform/posix/clock.h"
+#include "platform/posix/environment.h"
+#include "platform/posix/files.h"
+#include "platform/posix/native_paths.h"
+#include "platform/posix/private_profile.h"
+#include "platform/posix/program_data_paths.h"
+#include "platform/posix/record_files.h"
+#include "platform/posix/shell.h"
+#include "platform/posix/system_messages.h"
+#include "platform/qt/clipboard.h"
+#include "platform/qt/close_requests.h"
+#include "platform/qt/desktop_colors.h"
+#include "platform/qt/dialogs.h"
+#include "platform/qt/icons.h"
+#include "platform/qt/language.h"
+#include "platform/qt/message_loop.h"
+#include "platform/qt/new_station_window.h"
+#include "platform/qt/player_window.h"
+#include "platform/qt/raise_requests.h"
+#include "platform/values/portable_property_values.h"
+#include "window/main_window.h"
+
+namespace {
+
+/// Without a display the toolkit says so and would then abort the process.
+void LeaveOnFatalMessage(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
+  std::fprintf(stderr, "%s\n", qPrintable(message));
+  if (type == QtFatalMsg) std::_Exit(EXIT_FAILURE);
+}
+
+std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv) {
+  QApplication::setApplicationName(QStringLiteral("funkhausplayer"));
+  QApplication::setApplicationDisplayName(QStringLiteral("Funkhausplayer"));
+  QApplication::setDesktopFileName(QStringLiteral("funkhausplayer"));
+  // The window's pictures are small bars, many times a second. By shared memory each would cost the X
+  // server's answer and two wake-ups; sent along they cost less. Does nothing on other displays.
+  if (!qEnvironmentVariableIsSet("QT_XCB_NO_MITSHM")) qputenv("QT_XCB_NO_MITSHM", "1");
+  const QtMessageHandler usual = qInstallMessageHandler(LeaveOnFatalMessage);
+  auto application = std::make_unique<QApplication>(argc, argv);
+  qInstallMessageHandler(usual);
+  return application;
+}
+
+}  // namespace
+
+/// Declared in the order of making; the window goes before the adapters that it uses.
+struct Program::Parts {
+  Parts(int& argc, char** argv) : application(MakeApplication(argc, argv)) {}
+
+  [[nodiscard]] platform::qt::Language Language() const {
+    const platform::Text& name = logic.GetSettings().LanguageName;
+    const bool german = name.empty() || name == u"default";
+    return german ? platform::qt::Language::kGerman : platform::qt::Language::kEnglish;
+  }
+
+  void ShowNewStation(app::Form2& form) {
+    platform::qt::NewStationWindow(form, icons, message_loop, window.get()).RunModal();
+  }
+
+  std::unique_ptr<QApplication> application;
+  platform::qt::DesktopColors desktop_colors;
+  platform::posix::PosixNativePaths plain_paths;
+  platform::posix::PosixEnvironment environment{plain_paths};
+  platform::icu::IcuTextConversion conversion;
+  platform::posix::ProgramDataPaths paths{
+      plain_paths, conversion, environment.ProgramFolder(), {u"Languages", u"RadioIco", u"RadioJPG"}};
+  platform::icu::IcuStringOrder string_order;
+  platform::posix::IniPrivateProfile profile{paths, conversion};
+  platform::posix::PosixFiles files{paths};
+  platform::posix::PosixRecordFiles record_files{paths};
+  platform::posix::PosixClock clock;
+  platform::posix::PosixShell shell{paths};
+  platform::posix::PosixSystemMessages system_messages{platform::posix::MessageLanguage::kGerman};
+  platform::values::PortablePropertyValues property_values;
+  platform::qt::QtMessageLoop message_loop;
+  platform::qt::QtIcons icons{paths};
+  platform::qt::QtClipboard clipboard;
+  platform::qt::QtDialogs dialogs{paths, platform::qt::Language::kGerman};
+  platform::curl::CurlInternet internet{message_loop, conversion};
+  platform::curl::CurlXmlHttpRequests requests{conversion};
+  platform::gstreamer::GstMedia media{message_loop, paths};
+  window::MainWindow logic{
+      window::Platform{profile, files, record_files, environment, conversion, string_order, icons, internet,
+                       requests, media, media, property_values, dialogs, shell, clipboard, system_messages,
+                       message_loop, clock, media},
+      [this](app::Form2& form) { ShowNewStation(form); }};
+  std::unique_ptr<platform::qt::ToolkitTexts> toolkit_texts;
+  std::unique_ptr<platform::qt::PlayerWindow> window;
+};
+
+Program::Program(int& argc, char** argv) : parts_(std::make_unique<Parts>(argc, argv)) {
+  parts_->logic.Load();
+  const platform::qt::Language language = parts_->Language();
+  parts_->dialogs.SetLanguage(language);
+  parts_->system_messages.SetLanguage(language == platform::qt::Language::kGerman
+                                          ? platform::posix::MessageLanguage::kGerman
+                                          : platform::posix::MessageLanguage::kEnglish);
+  parts_->toolkit_texts = std::make_unique<platform::qt::ToolkitTexts>(language);
+  parts_->window = std::make_unique<platform::qt::PlayerWindow>(parts_->logic.Controls(), parts_->icons,
+                                                                parts_->message_loop, language);
+  parts_->dialogs.SetMainWindow(parts_->window.get());
+}
+
+Program::~Program() = default;
+
+int Program::Run(platform::StartRequests* requests) {
+  controls::Form& form = parts_->logic.Controls().form;
+  const platform::qt::CloseRequests close_requests(form, parts_->message_loop);
+  std::optional<platform::qt::RaiseRequests> raise_requests;
+  if (requests != nullptr) {
+    raise_requests.emplace(*requests, form, *parts_->window);
+  }
+  return parts_->window->Run();
+}
+
+window::MainWindow& Program::Logic() { return parts_->logic; }
+
+platform::qt::PlayerWindow& Program::Window() { return *parts_->window; }

@@ -1,0 +1,37 @@
+#pragma once
+// The program on Linux: makes the platform's adapters and the main window over them, and runs it.
+// Not for the program's behaviour; that is the main window's.
+
+#include <memory>
+
+namespace window {
+class MainWindow;
+}
+namespace platform {
+class StartRequests;
+}
+namespace platform::qt {
+class PlayerWindow;
+}
+
+/// One per process. Order: construct, Run.
+class Program {
+ public:
+  /// `argc` and `argv` belong to the toolkit; the program itself has no options. They outlive the object.
+  Program(int& argc, char** argv);
+  ~Program();
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+
+  /// Shows the window and returns the exit code when it has been closed. Meanwhile `requests` of later starts
+  /// bring the window to the front; null when nobody can ask.
+  int Run(platform::StartRequests* requests = nullptr);
+
+  [[nodiscard]] window::MainWindow& Logic();
+  /// The window on the screen; made by the constructor, shown by Run.
+  [[nodiscard]] platform::qt::PlayerWindow& Window();
+
+ private:
+  struct Parts;
+  std::unique_ptr<Parts> parts_;
+};
