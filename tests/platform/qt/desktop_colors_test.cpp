@@ -80,6 +80,10 @@ class DesktopColorsTest : public ::testing::Test {
     program.connect(QString(), QStringLiteral("/org/freedesktop/portal/desktop"),
                     QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("SettingChanged"),
                     {QStringLiteral("last")}, QString(), &heard, SLOT(start()));
+    // The bus must know of the wish before another connection sends what is wished for.
+    program.call(QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
+                                                QStringLiteral("org.freedesktop.DBus"),
+                                                QStringLiteral("GetId")));
     FakeSettings::Report(service, "last", "last", 0);
     EXPECT_TRUE(WaitFor([&] { return heard.isActive(); }));
     QApplication::processEvents();
