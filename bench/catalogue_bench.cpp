@@ -13,10 +13,11 @@
 #include "catalogue/station_store.h"
 #include "platform/icu/string_order.h"
 #include "platform/icu/text_conversion.h"
+#include "platform/ini/private_profile.h"
 #include "platform/posix/environment.h"
 #include "platform/posix/files.h"
 #include "platform/posix/native_paths.h"
-#include "platform/posix/private_profile.h"
+#include "platform/posix/profile_files.h"
 #include "playlist/m3u_export.h"
 #include "playlist/m3u_import.h"
 #include "tests/support/fake_notices.h"
@@ -64,7 +65,8 @@ struct Catalogue {
   platform::icu::IcuTextConversion conversion;
   platform::icu::IcuStringOrder order;
   platform::posix::PosixNativePaths paths;
-  platform::posix::IniPrivateProfile profile{paths, conversion};
+  platform::posix::PosixProfileFiles profile_files;
+  platform::ini::IniPrivateProfile profile{paths, profile_files, conversion};
   platform::posix::PosixFiles files{paths};
   platform::posix::PosixEnvironment environment{paths};
   test_support::FakeIcons icon_port;

@@ -10,14 +10,14 @@
 #include <vector>
 
 #include "platform/icu/text_conversion.h"
-#include "platform/posix/ini_document.h"
-#include "platform/posix/ini_line.h"
+#include "platform/ini/ini_document.h"
+#include "platform/ini/ini_line.h"
 
 namespace {
 
 using platform::Text;
-using platform::posix::IniChange;
-using platform::posix::IniDocument;
+using platform::ini::IniChange;
+using platform::ini::IniDocument;
 
 void Require(bool promise) {
   if (!promise) std::abort();
@@ -56,7 +56,7 @@ std::vector<Text> KeysIn(std::string_view file, platform::TextConversion& conver
   for (std::size_t at = 0; at < file.size() && keys.size() < 40;) {
     const std::size_t end = std::min(file.find_first_of("\r\n", at), file.size());
     const Text line = conversion.MultiByteToWideChar(platform::CodePage::kAnsi, file.substr(at, end - at));
-    keys.emplace_back(platform::posix::ReadIniLine(line).name);
+    keys.emplace_back(platform::ini::ReadIniLine(line).name);
     at = end + 1;
   }
   return keys;

@@ -68,7 +68,7 @@ bool Fill(int file, std::string_view bytes, const struct stat* old) {
 
 }  // namespace
 
-FileStamp StampOf(const struct stat& status) {
+DiskStamp StampOf(const struct stat& status) {
   return {status.st_dev, status.st_ino, status.st_size, Nanoseconds(status.st_mtim),
           Nanoseconds(status.st_ctim)};
 }
@@ -85,7 +85,7 @@ ReadResult ReadRegularFile(const std::string& path, std::size_t limit) {
   return {std::move(whole), {}};
 }
 
-std::optional<FileStamp> ReplaceFile(const std::string& path, std::string_view bytes) {
+std::optional<DiskStamp> ReplaceFile(const std::string& path, std::string_view bytes) {
   const auto target = FollowLinks(path);
   if (!target) return std::nullopt;
   struct stat old {};

@@ -15,21 +15,21 @@ struct stat;
 namespace platform::posix {
 
 /// What tells one state of a file from another: which file it is, its size and its times in nanoseconds.
-struct FileStamp {
+struct DiskStamp {
   dev_t device = 0;
   ino_t inode = 0;
   off_t size = 0;
   std::int64_t modified = 0;
   std::int64_t changed = 0;
 
-  friend bool operator==(const FileStamp&, const FileStamp&) = default;
+  friend bool operator==(const DiskStamp&, const DiskStamp&) = default;
 };
 
-FileStamp StampOf(const struct stat& status);
+DiskStamp StampOf(const struct stat& status);
 
 struct WholeFile {
   std::string bytes;
-  FileStamp stamp;
+  DiskStamp stamp;
 };
 
 enum class ReadFailure {
@@ -50,7 +50,7 @@ ReadResult ReadRegularFile(const std::string& path, std::size_t limit);
 /// the permissions and the owner stay where the system allows it, and so does a symbolic link (its target is
 /// replaced). Nothing when it failed (no such folder, read-only file or folder, no regular file, full disk);
 /// the file is then what it was.
-std::optional<FileStamp> ReplaceFile(const std::string& path, std::string_view bytes);
+std::optional<DiskStamp> ReplaceFile(const std::string& path, std::string_view bytes);
 
 /// Writes all of `bytes`; false when the system took only a part of them, whose size is added to `written`.
 bool WriteAll(int file, std::string_view bytes, std::size_t& written);

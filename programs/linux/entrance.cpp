@@ -7,10 +7,11 @@
 
 #include "app/settings/station_file_place.h"
 #include "platform/icu/text_conversion.h"
+#include "platform/ini/private_profile.h"
 #include "platform/posix/environment.h"
 #include "platform/posix/files.h"
 #include "platform/posix/native_paths.h"
-#include "platform/posix/private_profile.h"
+#include "platform/posix/profile_files.h"
 #include "platform/posix/single_start.h"
 
 namespace {
@@ -34,7 +35,8 @@ std::string ActivationToken() {
 SingleStart::Places Places() {
   platform::posix::PosixNativePaths paths;
   platform::icu::IcuTextConversion conversion;
-  platform::posix::IniPrivateProfile profile(paths, conversion);
+  platform::posix::PosixProfileFiles profile_files;
+  platform::ini::IniPrivateProfile profile(paths, profile_files, conversion);
   platform::posix::PosixFiles files(paths);
   platform::posix::PosixEnvironment environment(paths);
   const platform::Text station_file = app::StationFilePlace(profile, files, environment);

@@ -12,11 +12,12 @@
 #include "platform/gstreamer/gst_media.h"
 #include "platform/icu/string_order.h"
 #include "platform/icu/text_conversion.h"
+#include "platform/ini/private_profile.h"
 #include "platform/posix/clock.h"
 #include "platform/posix/environment.h"
 #include "platform/posix/files.h"
 #include "platform/posix/native_paths.h"
-#include "platform/posix/private_profile.h"
+#include "platform/posix/profile_files.h"
 #include "platform/posix/program_data_paths.h"
 #include "platform/posix/record_files.h"
 #include "platform/posix/shell.h"
@@ -79,7 +80,8 @@ struct Program::Parts {
   platform::posix::ProgramDataPaths paths{
       plain_paths, conversion, environment.ProgramFolder(), {u"Languages", u"RadioIco", u"RadioJPG"}};
   platform::icu::IcuStringOrder string_order;
-  platform::posix::IniPrivateProfile profile{paths, conversion};
+  platform::posix::PosixProfileFiles profile_files;
+  platform::ini::IniPrivateProfile profile{paths, profile_files, conversion};
   platform::posix::PosixFiles files{paths};
   platform::posix::PosixRecordFiles record_files{paths};
   platform::posix::PosixClock clock;

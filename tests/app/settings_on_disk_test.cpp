@@ -9,7 +9,8 @@
 #include "platform/icu/text_conversion.h"
 #include "platform/posix/files.h"
 #include "platform/posix/native_paths.h"
-#include "platform/posix/private_profile.h"
+#include "platform/posix/profile_files.h"
+#include "platform/ini/private_profile.h"
 #include "tests/support/fakes.h"
 #include "tests/support/temp_folder.h"
 
@@ -32,7 +33,8 @@ class SettingsOnDiskTest : public testing::Test {
   platform::icu::IcuTextConversion conversion_;
   platform::posix::PosixNativePaths paths_;
   platform::posix::PosixFiles files_{paths_};
-  platform::posix::IniPrivateProfile profile_{paths_, conversion_};
+  platform::posix::PosixProfileFiles profile_files_;
+  platform::ini::IniPrivateProfile profile_{paths_, profile_files_, conversion_};
   test_support::FakeEnvironment environment_;
   Settings settings_;
   IniProcedures ini_{settings_, profile_, files_, environment_};

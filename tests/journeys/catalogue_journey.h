@@ -12,9 +12,10 @@
 #include "app/state/station_row.h"
 #include "platform/icu/string_order.h"
 #include "platform/icu/text_conversion.h"
+#include "platform/ini/private_profile.h"
 #include "platform/posix/files.h"
 #include "platform/posix/native_paths.h"
-#include "platform/posix/private_profile.h"
+#include "platform/posix/profile_files.h"
 #include "platform/values/portable_property_values.h"
 #include "tests/support/fakes.h"
 #include "tests/support/memory_record_files.h"
@@ -91,7 +92,8 @@ class CatalogueJourney : public ::testing::Test {
   platform::posix::PosixNativePaths paths;
   platform::icu::IcuTextConversion conversion;
   platform::icu::IcuStringOrder string_order;
-  platform::posix::IniPrivateProfile profile{paths, conversion};
+  platform::posix::PosixProfileFiles profile_files;
+  platform::ini::IniPrivateProfile profile{paths, profile_files, conversion};
   platform::posix::PosixFiles files{paths};
   platform::values::PortablePropertyValues values;
   test_support::MemoryRecordFiles record_files;

@@ -14,10 +14,11 @@
 #include "platform/gstreamer/gst_media.h"
 #include "platform/icu/string_order.h"
 #include "platform/icu/text_conversion.h"
+#include "platform/ini/private_profile.h"
 #include "platform/posix/clock.h"
 #include "platform/posix/files.h"
 #include "platform/posix/native_paths.h"
-#include "platform/posix/private_profile.h"
+#include "platform/posix/profile_files.h"
 #include "platform/posix/record_files.h"
 #include "platform/posix/shell.h"
 #include "platform/posix/system_messages.h"
@@ -62,7 +63,8 @@ class HeadlessPlayer {
   FakeEnvironment environment_;
   platform::icu::IcuTextConversion conversion_;
   platform::icu::IcuStringOrder string_order_;
-  platform::posix::IniPrivateProfile profile_{paths_, conversion_};
+  platform::posix::PosixProfileFiles profile_files_;
+  platform::ini::IniPrivateProfile profile_{paths_, profile_files_, conversion_};
   platform::posix::PosixFiles files_{paths_};
   platform::posix::PosixRecordFiles record_files_{paths_};
   platform::posix::PosixClock clock_;

@@ -10,10 +10,11 @@
 #include "app/settings/ini_procedures.h"
 #include "app/settings/language.h"
 #include "platform/icu/text_conversion.h"
+#include "platform/ini/private_profile.h"
 #include "platform/posix/environment.h"
 #include "platform/posix/files.h"
 #include "platform/posix/native_paths.h"
-#include "platform/posix/private_profile.h"
+#include "platform/posix/profile_files.h"
 #include "tests/support/fakes.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/memory_profile.h"
@@ -91,7 +92,8 @@ class ProgramLanguage {
   platform::posix::PosixNativePaths paths_;
   platform::icu::IcuTextConversion conversion_;
   platform::posix::PosixFiles files_{paths_};
-  platform::posix::IniPrivateProfile profile_{paths_, conversion_};
+  platform::posix::PosixProfileFiles profile_files_;
+  platform::ini::IniPrivateProfile profile_{paths_, profile_files_, conversion_};
   platform::posix::PosixEnvironment posix_environment_{paths_};
   FakeEnvironment own_environment_;
   platform::Text path_;

@@ -1,65 +1,14 @@
 #pragma once
-// What the tests of the INI operations share: one file in a scratch folder and short ways to ask about it.
-// Not for expectations.
-
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <string>
-#include <vector>
+// The INI engine over this system's disk. Not for the rules of the format; tests/platform/ini has those.
 
 #include "platform/icu/text_conversion.h"
 #include "platform/posix/native_paths.h"
-#include "platform/posix/private_profile.h"
-#include "tests/support/temp_folder.h"
+#include "platform/posix/profile_files.h"
+#include "tests/support/ini_fixture.h"
 
 namespace platform::posix {
 
-class IniFixture : public testing::Test {
- protected:
-  void Given(const std::string& bytes) { folder.Write("test.ini", bytes); }
-  [[nodiscard]] std::string Bytes() const { return folder.Read("test.ini"); }
-  [[nodiscard]] Text Path() const { return folder.TextPath("test.ini"); }
-
-  Text Read(const Text& section, const Text& key, const Text& default_value = u"(default)") {
-    std::vector<char16_t> buffer(4096, u'#');
-    const auto count = profile.GetPrivateProfileStringW(section, key, default_value, buffer, Path());
-    EXPECT_EQ(buffer.at(count), u'\0');
-    return {buffer.data(), count};
-  }
-  bool Write(const Text& section, const Text& key, const Text& value) {
-    return profile.WritePrivateProfileStringW(section, key, value, Path());
-  }
-  bool DeleteKey(const Text& section, const Text& key) {
-    return profile.WritePrivateProfileStringW(section, key, std::nullopt, Path());
-  }
-  bool DeleteSection(const Text& section) {
-    return profile.WritePrivateProfileStringW(section, std::nullopt, std::nullopt, Path());
-  }
-  /// The list of names with "|" in place of each NUL.
-  std::string Names(std::size_t size = 4096) {
-    std::vector<char> buffer(size, '#');
-    const auto count = profile.GetPrivateProfileSectionNamesA(buffer, Path());
-    std::string list(buffer.data(), count);
-    for (char& byte : list) {
-      if (byte == '\0') byte = '|';
-    }
-    return list;
-  }
-
-  static std::string Utf16(TextView text) {
-    std::string bytes = "\xFF\xFE";
-    for (const char16_t unit : text) {
-      bytes.push_back(static_cast<char>(unit & 0xFF));
-      bytes.push_back(static_cast<char>(unit >> 8));
-    }
-    return bytes;
-  }
-
-  test_support::TempFolder folder;
-  PosixNativePaths paths;
-  icu::IcuTextConversion conversion;
-  IniPrivateProfile profile{paths, conversion};
-};
+using ini::IniPrivateProfile;
+using IniFixture = test_support::IniFixture<PosixNativePaths, PosixProfileFiles, icu::IcuTextConversion>;
 
 }  // namespace platform::posix

@@ -7,7 +7,6 @@
 #include <filesystem>
 
 #include "platform/posix/file_descriptor.h"
-#include "platform/posix/private_profile.h"
 #include "tests/platform/posix/child_process.h"
 #include "tests/platform/posix/ini_fixture.h"
 

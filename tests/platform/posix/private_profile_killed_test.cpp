@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <random>
 
-#include "platform/posix/private_profile.h"
 #include "tests/platform/posix/ini_fixture.h"
 
 namespace platform::posix {
@@ -23,7 +22,8 @@ class KilledSave : public IniFixture {
   [[noreturn]] static void SaveForever(const Text& path) {
     PosixNativePaths native_paths;
     icu::IcuTextConversion text_conversion;
-    IniPrivateProfile saving(native_paths, text_conversion);
+    PosixProfileFiles native_disk;
+    IniPrivateProfile saving(native_paths, native_disk, text_conversion);
     for (char16_t round = u'0';; round = round == u'9' ? u'0' : static_cast<char16_t>(round + 1)) {
       WriteGroup group(saving);
       for (char16_t station = 0; station < kStations; ++station) {

@@ -5,15 +5,16 @@
 #include <filesystem>
 
 #include "platform/icu/text_conversion.h"
+#include "platform/ini/private_profile.h"
 #include "platform/posix/files.h"
 #include "platform/posix/native_paths.h"
-#include "platform/posix/private_profile.h"
+#include "platform/posix/profile_files.h"
 #include "tests/support/temp_folder.h"
 
 namespace platform::posix {
 namespace {
 
-constexpr std::size_t kLimit = 1000;
+constexpr std::size_t kMostBytes = 1000;
 
 class ProgramDataPathsTest : public testing::Test {
  protected:
@@ -117,7 +118,7 @@ TEST_F(ProgramDataPathsTest, FilesLooksListsAndReadsByThem) {
   folder.Write("program/RADIOICO/A.ICO", "icon");
   PosixFiles files(paths);
   EXPECT_TRUE(files.PathFileExistsW(In(u"RadioIco\\a.ico")));
-  EXPECT_EQ(files.ReadWholeFile(In(u"RadioIco\\a.ico"), kLimit), "icon");
+  EXPECT_EQ(files.ReadWholeFile(In(u"RadioIco\\a.ico"), kMostBytes), "icon");
   FoundFile found;
   const FindHandle search = files.FindFirstFileW(In(u"RadioIco\\*.*"), found);
   ASSERT_NE(search, FindHandle::kNone);
@@ -136,7 +137,8 @@ TEST_F(ProgramDataPathsTest, FilesAreWrittenUnderTheNameThatIsGiven) {
 
 TEST_F(ProgramDataPathsTest, IniFilesAreReadByThemAndWrittenUnderTheNameThatIsGiven) {
   folder.Write("program/RadioIco/A.LNG", "[Common]\r\nTitel=Title\r\n");
-  IniPrivateProfile profile(paths, conversion);
+  PosixProfileFiles disk;
+  ini::IniPrivateProfile profile(paths, disk, conversion);
   std::vector<char16_t> buffer(10);
   EXPECT_EQ(profile.GetPrivateProfileStringW(u"Common", u"Titel", u"", buffer, In(u"RadioIco\\a.lng")), 5U);
   std::vector<char> names(10);

@@ -1,10 +1,10 @@
-#include "platform/posix/private_profile.h"
+#include "platform/ini/private_profile.h"
 
 #include <algorithm>
 #include <exception>
 #include <utility>
 
-namespace platform::posix {
+namespace platform::ini {
 namespace {
 
 /// The program uses three files; more than this many are not kept in memory at once.
@@ -19,8 +19,8 @@ Text DefaultText(const Text& default_value) {
 
 }  // namespace
 
-IniPrivateProfile::IniPrivateProfile(NativePaths& paths, TextConversion& conversion)
-    : paths_(paths), conversion_(conversion) {}
+IniPrivateProfile::IniPrivateProfile(NativePaths& paths, ProfileFiles& disk, TextConversion& conversion)
+    : paths_(paths), disk_(disk), conversion_(conversion) {}
 
 IniFile* IniPrivateProfile::FileToRead(const Text& path) { return FileOf(paths_.ToNativeForReading(path)); }
 
@@ -33,7 +33,7 @@ IniFile* IniPrivateProfile::FileOf(const std::string& native) {
   if (files_.size() >= kMostFiles) {
     std::erase_if(files_, [](const auto& entry) { return !entry.second.HasCollected(); });
   }
-  return &files_.try_emplace(native, conversion_, native).first->second;
+  return &files_.try_emplace(native, disk_, conversion_, native).first->second;
 }
 
 std::optional<Text> IniPrivateProfile::Value(const Text& section, const Text& key, const Text& path) {
@@ -148,4 +148,4 @@ bool IniPrivateProfile::WriteCollected() {
   return all_written;
 }
 
-}  // namespace platform::posix
+}  // namespace platform::ini

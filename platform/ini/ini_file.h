@@ -1,18 +1,19 @@
 #pragma once
-// One INI file on the disk: parsed once, read again when it changed, replaced in one step.
-// Not for the rules of the format (platform/posix/ini_document.h).
+// One INI file of the disk: parsed once, read again when it changed, replaced in one step.
+// Not for the rules of the format (platform/ini/ini_document.h), nor for the disk itself
+// (ports/profile_files.h).
 
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "platform/posix/ini_document.h"
-#include "platform/posix/whole_file.h"
+#include "platform/ini/ini_document.h"
+#include "ports/profile_files.h"
 #include "ports/text.h"
 #include "ports/text_conversion.h"
 
-namespace platform::posix {
+namespace platform::ini {
 
 /// One change: no value deletes the key, no key deletes the section.
 struct IniEdit {
@@ -23,10 +24,11 @@ struct IniEdit {
 };
 
 /// A missing file, one that cannot be read and one larger than kLargestIniFile read as empty; only the
-/// missing one can be written. The conversion must outlive the file.
+/// missing one can be written. Both ports must outlive the file.
 class IniFile {
  public:
-  IniFile(TextConversion& conversion, std::string path);
+  /// `name` is the system's own.
+  IniFile(ProfileFiles& disk, TextConversion& conversion, std::string name);
 
   /// What the file says now, with the changes that were collected.
   IniDocument& Read();
@@ -54,15 +56,15 @@ class IniFile {
   bool MergeWithDisk(const std::vector<IniEdit>& edits);
   bool Replace();
 
+  ProfileFiles& disk_;
   TextConversion& conversion_;
-  std::string path_;
+  std::string name_;
   State state_ = State::kUnknown;
   IniDocument document_;
-  FileStamp stamp_;
+  FileState on_disk_;
   std::size_t hash_ = 0;      ///< of the bytes on the disk
-  bool is_fresh_ = false;     ///< the file was so new when read that its stamp may not show the next change
   bool has_changes_ = false;  ///< the document differs from the file
   std::vector<IniEdit> edits_;
 };
 
-}  // namespace platform::posix
+}  // namespace platform::ini

@@ -1,17 +1,12 @@
 // Reading through the private-profile operations. Writing is in private_profile_writing_test.cpp.
 
-#include "platform/posix/private_profile.h"
-
-#include <fcntl.h>
-#include <sys/mman.h>
-#include <sys/stat.h>
+#include "platform/ini/private_profile.h"
 
 #include <filesystem>
 
-#include "platform/posix/file_descriptor.h"
-#include "tests/platform/posix/ini_fixture.h"
+#include "tests/platform/ini/ini_fixture.h"
 
-namespace platform::posix {
+namespace platform::ini {
 namespace {
 
 class PrivateProfileReading : public IniFixture {};
@@ -236,25 +231,6 @@ TEST_F(PrivateProfileReading, AChangeMadeByAnotherProgramIsSeenByTheNextRead) {
   }
 }
 
-TEST_F(PrivateProfileReading, AChangeThatTheTimeStampDoesNotShowIsSeenWhileTheFileIsNew) {
-  // Storing into a mapped page that is already changed leaves the stamp alone, as two changes within one step
-  // of the clock do. A busy machine can let the file grow old between two lines, hence the repetitions.
-  bool seen = false;
-  for (int attempt = 0; attempt < 50 && !seen; ++attempt) {
-    Given("[a]\r\nk=0\r\n");
-    const FileDescriptor file(::open((folder.Path() / "test.ini").c_str(), O_RDWR));
-    void* const page = ::mmap(nullptr, 10, PROT_READ | PROT_WRITE, MAP_SHARED, file.Get(), 0);
-    ASSERT_NE(page, MAP_FAILED);
-    char* const value = static_cast<char*>(page) + 7;
-    *value = '1';
-    const bool first = Read(u"a", u"k") == u"1";
-    *value = '2';
-    seen = first && Read(u"a", u"k") == u"2";
-    ::munmap(page, 10);
-  }
-  EXPECT_TRUE(seen);
-}
-
 TEST_F(PrivateProfileReading, AFileThatIsReplacedRemovedOrMadeIsSeenByTheNextRead) {
   EXPECT_EQ(Read(u"a", u"k"), u"(default)");
   Given("[a]\r\nk=1\r\n");
@@ -268,9 +244,6 @@ TEST_F(PrivateProfileReading, AFileThatIsReplacedRemovedOrMadeIsSeenByTheNextRea
 
 TEST_F(PrivateProfileReading, WhatIsNoRegularFileReadsAsMissing) {
   std::filesystem::create_directory(folder.Path() / "test.ini");
-  EXPECT_EQ(Read(u"a", u"k"), u"(default)");
-  std::filesystem::remove(folder.Path() / "test.ini");
-  ASSERT_EQ(::mkfifo((folder.Path() / "test.ini").c_str(), 0600), 0);
   EXPECT_EQ(Read(u"a", u"k"), u"(default)");
   EXPECT_EQ(Names(), "");
 }
@@ -297,4 +270,4 @@ TEST_F(PrivateProfileReading, ManyFilesAtOnceAreAllReadRight) {
 }
 
 }  // namespace
-}  // namespace platform::posix
+}  // namespace platform::ini

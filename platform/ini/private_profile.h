@@ -1,24 +1,25 @@
 #pragma once
-// Adapter: the private-profile operations on INI files of the disk.
-// Not for the format or the disk themselves (platform/posix/ini_document.h, platform/posix/ini_file.h).
+// The private-profile operations, answered by an engine of the program's own over any system's disk.
+// Not for the format of a file (platform/ini/ini_document.h), nor for the disk (ports/profile_files.h).
 
 #include <map>
 #include <optional>
 #include <span>
 #include <string>
 
-#include "platform/posix/ini_file.h"
+#include "platform/ini/ini_file.h"
 #include "ports/native_paths.h"
 #include "ports/private_profile.h"
+#include "ports/profile_files.h"
 #include "ports/text_conversion.h"
 
-namespace platform::posix {
+namespace platform::ini {
 
 /// A file that begins with FF FE is UTF-16LE, one that begins with EF BB BF is UTF-8, any other and every new
-/// one is code page 1252. Names and values end at a NUL. Both ports must outlive the object.
+/// one is code page 1252. Names and values end at a NUL. The ports must outlive the object.
 class IniPrivateProfile final : public PrivateProfile {
  public:
-  IniPrivateProfile(NativePaths& paths, TextConversion& conversion);
+  IniPrivateProfile(NativePaths& paths, ProfileFiles& disk, TextConversion& conversion);
 
   std::uint32_t GetPrivateProfileStringW(const Text& section, const Text& key, const Text& default_value,
                                          std::span<char16_t> buffer, const Text& path) override;
@@ -41,10 +42,11 @@ class IniPrivateProfile final : public PrivateProfile {
   std::string JoinedNames(const Text& path);
 
   NativePaths& paths_;
+  ProfileFiles& disk_;
   TextConversion& conversion_;
   std::map<std::string, IniFile> files_;
   int open_groups_ = 0;
   bool group_refused_ = false;  ///< a change of the open group was refused
 };
 
-}  // namespace platform::posix
+}  // namespace platform::ini

@@ -1,8 +1,8 @@
-#include "platform/posix/ini_codec.h"
+#include "platform/ini/ini_codec.h"
 
 #include <algorithm>
 
-namespace platform::posix {
+namespace platform::ini {
 namespace {
 
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
@@ -126,4 +126,4 @@ Text IniCodec::Fold(TextView name) const {
   return folded;
 }
 
-}  // namespace platform::posix
+}  // namespace platform::ini

@@ -1,6 +1,6 @@
 #pragma once
 // One INI file in memory: bytes in, values read and changed, bytes out; what is not changed keeps its bytes.
-// Not for the disk: loading, locking and replacing are platform/posix/ini_file.h.
+// Not for the disk: loading, locking and replacing are platform/ini/ini_file.h.
 
 #include <cstddef>
 #include <cstdint>
@@ -11,12 +11,12 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/posix/ini_codec.h"
+#include "platform/ini/ini_codec.h"
 #include "ports/private_profile.h"
 #include "ports/text.h"
 #include "ports/text_conversion.h"
 
-namespace platform::posix {
+namespace platform::ini {
 
 /// A larger file is not read, and no change may make a file larger.
 inline constexpr std::size_t kLargestIniFile = std::size_t{64} * 1024 * 1024;
@@ -30,6 +30,22 @@ enum class IniChange {
 
 /// Names and values end at a NUL, lose CR and LF, and names also the blanks at their ends. Of equal names
 /// the first counts. The headers are found at once, the keys of a section when it is first asked for.
+///
+///     buffer_    the bytes as they came  |  lines written since
+///                   ^            ^                  ^
+///                   | Piece      | Piece            | Piece: begin and size
+///                   |            |                  |
+///     sections_  [0] no header  [1] "[a]" ------> [3] "[A]"         in file order; equal names are linked
+///                   |            |   next_equal                     by next_equal, the first one counts
+///                   |            |
+///                   |            +-- body: not made yet (body_size bytes behind the header), or
+///                   |                items  kOther "; x"  kKey "k=1"  kBlank  kGone  kKey "K=2"
+///                   |                keys   "k" -> first and last of its chain of items
+///                   +-- body: what stands before the first header
+///     names_     "a" -> first and last of its chain of sections
+///
+/// A change stores its line behind the buffer's end and lets the piece point there; Bytes() puts the pieces
+/// together again in order. When most of the buffer is waste it is made anew.
 class IniDocument {
  public:
   /// No bytes make an empty document, which is code page 1252 with CR LF. At most kLargestIniFile bytes.
@@ -145,4 +161,4 @@ class IniDocument {
   std::size_t size_ = 0;  ///< of the document, in bytes
 };
 
-}  // namespace platform::posix
+}  // namespace platform::ini

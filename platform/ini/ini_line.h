@@ -4,7 +4,7 @@
 
 #include "ports/text.h"
 
-namespace platform::posix {
+namespace platform::ini {
 
 enum class IniLineKind {
   kBlank,    ///< nothing but blanks and tabs
@@ -28,4 +28,4 @@ TextView TrimBlanks(TextView text);
 /// `value` without one pair of equal quotes (both " or both ') round it.
 TextView RemoveQuotes(TextView value);
 
-}  // namespace platform::posix
+}  // namespace platform::ini

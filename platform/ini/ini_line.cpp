@@ -1,6 +1,6 @@
-#include "platform/posix/ini_line.h"
+#include "platform/ini/ini_line.h"
 
-namespace platform::posix {
+namespace platform::ini {
 namespace {
 
 constexpr TextView kBlanks = u" \t";
@@ -32,4 +32,4 @@ IniLine ReadIniLine(TextView line) {
   return {IniLineKind::kKey, TrimBlanks(line.substr(0, equals)), TrimBlanks(line.substr(equals + 1))};
 }
 
-}  // namespace platform::posix
+}  // namespace platform::ini

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/posix/ini_document.h"
-#include "platform/posix/ini_line.h"
+#include "platform/ini/ini_document.h"
+#include "platform/ini/ini_line.h"
 
-namespace platform::posix {
+namespace platform::ini {
 namespace {
 
 TextView DropLeadingBlanks(TextView text) {
@@ -191,4 +191,4 @@ void IniDocument::MakeAnew(std::string bytes) {
   line_end_ = line_end;
 }
 
-}  // namespace platform::posix
+}  // namespace platform::ini

@@ -1,15 +1,12 @@
-// Many writes in one replacement, and two programs that write the same file.
-
-#include <sys/stat.h>
+// Many writes in one replacement.
 
 #include <ctime>
 #include <filesystem>
 
-#include "platform/posix/private_profile.h"
-#include "tests/platform/posix/child_process.h"
-#include "tests/platform/posix/ini_fixture.h"
+#include "platform/ini/private_profile.h"
+#include "tests/platform/ini/ini_fixture.h"
 
-namespace platform::posix {
+namespace platform::ini {
 namespace {
 
 Text Number(int number) {
@@ -19,19 +16,7 @@ Text Number(int number) {
 
 double ProcessorSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 
-class PrivateProfileGroup : public IniFixture {
- protected:
-  /// Writes 200 keys of its own, one by one, through an object of its own.
-  static bool WriteKeys(const Text& prefix, const Text& path) {
-    PosixNativePaths native_paths;
-    icu::IcuTextConversion text_conversion;
-    IniPrivateProfile other(native_paths, text_conversion);
-    for (int number = 0; number < 200; ++number) {
-      if (!other.WritePrivateProfileStringW(u"a", prefix + Number(number), prefix, path)) return false;
-    }
-    return true;
-  }
-};
+class PrivateProfileGroup : public IniFixture {};
 
 TEST_F(PrivateProfileGroup, ReadsSeeWhatIsCollectedAndTheDiskOnlyTheEnd) {
   Given("[a]\r\nk=1\r\n");
@@ -114,15 +99,11 @@ TEST_F(PrivateProfileGroup, AFailedGroupIsForgotten) {
 
 TEST_F(PrivateProfileGroup, AGroupThatChangesNothingDoesNotTouchTheFile) {
   Given("[a]\r\nk=1\r\n");
-  struct stat before {};
-  ASSERT_EQ(::stat((folder.Path() / "test.ini").c_str(), &before), 0);
   WriteGroup group(profile);
   EXPECT_TRUE(Write(u"a", u"k", u"1"));
   EXPECT_TRUE(DeleteSection(u"b"));
   EXPECT_TRUE(group.End());
-  struct stat after {};
-  ASSERT_EQ(::stat((folder.Path() / "test.ini").c_str(), &after), 0);
-  EXPECT_EQ(before.st_ino, after.st_ino);
+  EXPECT_EQ(disk.replacements, 0);
 }
 
 TEST_F(PrivateProfileGroup, WhatAnotherProgramWroteMeanwhileStays) {
@@ -166,7 +147,7 @@ TEST_F(PrivateProfileGroup, ACatalogueOfThousandsOfStationsIsParsedOnceAndReplac
     for (const Text& key : keys) all = Write(name, key, key + Number(station)) && all;
   }
   EXPECT_TRUE(group.End() && all);
-  IniPrivateProfile reader(paths, conversion);
+  IniPrivateProfile reader(paths, disk, conversion);
   std::vector<char16_t> buffer(1024);
   int wrong = 0;
   for (int station = 0; station < kStations; ++station) {
@@ -184,21 +165,17 @@ TEST_F(PrivateProfileGroup, ACatalogueOfThousandsOfStationsIsParsedOnceAndReplac
   EXPECT_LT(seconds, 60);
 }
 
-TEST_F(PrivateProfileGroup, TwoProgramsWritingDifferentKeysAtTheSameTimeBothSucceed) {
-  Given("[a]\r\n");
-  const pid_t other = ::fork();
-  ASSERT_GE(other, 0);
-  if (other == 0) ::_exit(WriteKeys(u"child", Path()) ? 0 : 1);
-  EXPECT_TRUE(WriteKeys(u"parent", Path()));
-  int status = 0;
-  ASSERT_EQ(::waitpid(other, &status, 0), other);
-  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-  for (int number = 0; number < 200; ++number) {
-    EXPECT_EQ(Read(u"a", u"child" + Number(number)), u"child");
-    EXPECT_EQ(Read(u"a", u"parent" + Number(number)), u"parent");
-  }
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
+TEST_F(PrivateProfileGroup, TheLockOfTheFolderIsHeldForTheReplacementOnly) {
+  EXPECT_TRUE(Write(u"a", u"k", u"1"));
+  WriteGroup group(profile);
+  EXPECT_TRUE(Write(u"a", u"k", u"2"));
+  EXPECT_EQ(disk.open_locks, 0);
+  disk.is_full = true;
+  EXPECT_FALSE(group.End());
+  EXPECT_EQ(disk.open_locks, 0);
+  EXPECT_EQ(disk.replacements, 2);
+  EXPECT_EQ(disk.unlocked_replacements, 0);
 }
 
 }  // namespace
-}  // namespace platform::posix
+}  // namespace platform::ini

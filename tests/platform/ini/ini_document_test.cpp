@@ -1,15 +1,15 @@
 // Holds the document against a plain model that reads all lines again for every change.
 
-#include "platform/posix/ini_document.h"
+#include "platform/ini/ini_document.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "platform/icu/text_conversion.h"
-#include "platform/posix/ini_line.h"
+#include "platform/ini/ini_line.h"
+#include "tests/support/plain_text_conversion.h"
 
-namespace platform::posix {
+namespace platform::ini {
 namespace {
 
 /// The rules in their shortest form, for ASCII files with LF line ends.
@@ -135,7 +135,7 @@ class IniDocumentTest : public testing::Test {
     return texts[random() % size];
   }
 
-  icu::IcuTextConversion conversion;
+  test_support::PlainTextConversion conversion;
   std::mt19937 random{20261115};
 };
 
@@ -235,4 +235,4 @@ TEST_F(IniDocumentTest, AfterManyReplacementsOfLongValuesTheDocumentIsStillRight
 }
 
 }  // namespace
-}  // namespace platform::posix
+}  // namespace platform::ini

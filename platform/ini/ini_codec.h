@@ -1,6 +1,6 @@
 #pragma once
 // The encoding of one INI file: its mark, its units, its line ends, and the way to and from text.
-// Not for the meaning of a line (platform/posix/ini_line.h).
+// Not for the meaning of a line (platform/ini/ini_line.h).
 
 #include <cstddef>
 #include <string>
@@ -9,7 +9,7 @@
 #include "ports/text.h"
 #include "ports/text_conversion.h"
 
-namespace platform::posix {
+namespace platform::ini {
 
 /// A file that begins with FF FE is UTF-16LE, one that begins with EF BB BF is UTF-8, any other is code
 /// page 1252. The conversion must outlive the codec.
@@ -48,4 +48,4 @@ class IniCodec {
   Encoding encoding_;
 };
 
-}  // namespace platform::posix
+}  // namespace platform::ini

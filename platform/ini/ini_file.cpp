@@ -1,41 +1,20 @@
-#include "platform/posix/ini_file.h"
-
-#include <sys/stat.h>
-#include <time.h>
+#include "platform/ini/ini_file.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdint>
 #include <exception>
 #include <functional>
 #include <string_view>
 #include <utility>
 
-#include "platform/posix/folder_lock.h"
-#include "platform/posix/native_names.h"
-
-namespace platform::posix {
+namespace platform::ini {
 namespace {
-
-std::int64_t NowNanoseconds() {
-  timespec now{};
-  ::clock_gettime(CLOCK_REALTIME, &now);
-  return std::int64_t{now.tv_sec} * 1'000'000'000 + now.tv_nsec;
-}
-
-/// Time stamps advance in steps of some milliseconds, so that two changes within one step look alike. A stamp
-/// from another machine's clock that lies further ahead says nothing about this and counts as old.
-bool IsFresh(const FileStamp& stamp, std::int64_t now) {
-  constexpr std::int64_t kStep = 100'000'000;
-  return stamp.changed > now - kStep && stamp.changed < now + kStep;
-}
 
 std::size_t HashOf(std::string_view bytes) { return std::hash<std::string_view>()(bytes); }
 
 }  // namespace
 
-IniFile::IniFile(TextConversion& conversion, std::string path)
-    : conversion_(conversion), path_(std::move(path)), document_(conversion, {}) {}
+IniFile::IniFile(ProfileFiles& disk, TextConversion& conversion, std::string name)
+    : disk_(disk), conversion_(conversion), name_(std::move(name)), document_(conversion, {}) {}
 
 IniDocument& IniFile::Read() {
   if (edits_.empty() && !IsCurrent()) Load();
@@ -44,29 +23,28 @@ IniDocument& IniFile::Read() {
 
 bool IniFile::IsCurrent() {
   if (state_ == State::kUnknown || state_ == State::kUnreadable) return false;
-  struct stat status {};
-  if (::stat(path_.c_str(), &status) != 0) return state_ == State::kMissing && errno == ENOENT;
-  if (state_ == State::kMissing || StampOf(status) != stamp_) return false;
-  if (!is_fresh_) return true;
-  const std::int64_t now = NowNanoseconds();
-  const ReadResult result = ReadRegularFile(path_, kLargestIniFile);
-  if (!result.file || result.file->stamp != stamp_ || HashOf(result.file->bytes) != hash_) return false;
-  is_fresh_ = IsFresh(stamp_, now);
+  const auto [reading, stamp] = disk_.Stamp(name_);
+  if (reading != ProfileReading::kRead)
+    return state_ == State::kMissing && reading == ProfileReading::kMissing;
+  if (state_ == State::kMissing || stamp != on_disk_.stamp) return false;
+  if (!on_disk_.is_fresh) return true;
+  const ProfileBytes now = disk_.Read(name_, kLargestIniFile);
+  if (now.reading != ProfileReading::kRead || now.state.stamp != on_disk_.stamp) return false;
+  if (HashOf(now.bytes) != hash_) return false;
+  on_disk_ = now.state;
   return true;
 }
 
 void IniFile::Load() {
   Forget();
-  const std::int64_t now = NowNanoseconds();
-  ReadResult result = ReadRegularFile(path_, kLargestIniFile);
-  if (!result.file) {
-    state_ = result.failure == ReadFailure::kMissing ? State::kMissing : State::kUnreadable;
+  ProfileBytes read = disk_.Read(name_, kLargestIniFile);
+  if (read.reading != ProfileReading::kRead) {
+    state_ = read.reading == ProfileReading::kMissing ? State::kMissing : State::kUnreadable;
     return;
   }
-  stamp_ = result.file->stamp;
-  is_fresh_ = IsFresh(stamp_, now);
-  hash_ = HashOf(result.file->bytes);
-  document_ = IniDocument(conversion_, std::move(result.file->bytes));
+  on_disk_ = read.state;
+  hash_ = HashOf(read.bytes);
+  document_ = IniDocument(conversion_, std::move(read.bytes));
   state_ = State::kRead;
 }
 
@@ -119,11 +97,9 @@ bool IniFile::Write() {
 }
 
 bool IniFile::WriteTogether(const std::vector<IniEdit>& edits) {
-  const auto target = FollowLinks(path_);
-  if (!target) return false;
-  const FolderLock lock(FolderOf(*target));
-  if (lock.Get() == FolderLock::State::kBusy) return false;
-  if (lock.Get() == FolderLock::State::kNoFolder) return !has_changes_;
+  const ProfileLockHolder lock(disk_, name_);
+  if (lock.Result() == ProfileLocking::Result::kFailed) return false;
+  if (lock.Result() == ProfileLocking::Result::kNoFolder) return !has_changes_;
   return MergeWithDisk(edits) && (!has_changes_ || Replace());
 }
 
@@ -138,10 +114,9 @@ bool IniFile::MergeWithDisk(const std::vector<IniEdit>& edits) {
 
 bool IniFile::Replace() {
   std::string bytes = document_.Bytes();
-  const auto stamp = ReplaceFile(path_, bytes);
-  if (!stamp) return false;
-  stamp_ = *stamp;
-  is_fresh_ = IsFresh(stamp_, NowNanoseconds());
+  const auto replaced = disk_.Replace(name_, bytes);
+  if (!replaced) return false;
+  on_disk_ = *replaced;
   hash_ = HashOf(bytes);
   document_ = IniDocument(conversion_, std::move(bytes));
   has_changes_ = false;
@@ -149,4 +124,4 @@ bool IniFile::Replace() {
   return true;
 }
 
-}  // namespace platform::posix
+}  // namespace platform::ini

@@ -1,11 +1,11 @@
-#include "platform/posix/ini_document.h"
+#include "platform/ini/ini_document.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "platform/posix/ini_line.h"
+#include "platform/ini/ini_line.h"
 
-namespace platform::posix {
+namespace platform::ini {
 IniDocument::IniDocument(TextConversion& conversion, std::string bytes)
     : conversion_(&conversion), codec_(conversion, bytes), buffer_(std::move(bytes)), size_(buffer_.size()) {
   FindSections();
@@ -145,4 +145,4 @@ Text IniDocument::Content(Piece line) const {
   return codec_.Decode(bytes.substr(0, bytes.size() - codec_.LineEndSize(bytes)));
 }
 
-}  // namespace platform::posix
+}  // namespace platform::ini

@@ -1,0 +1,14 @@
+#pragma once
+// The INI engine over any system's disk, for the rules of the format. Not for what only a real system does;
+// the tests of its adapter have that.
+
+#include "tests/support/ini_fixture.h"
+#include "tests/support/plain_disk.h"
+#include "tests/support/plain_text_conversion.h"
+
+namespace platform::ini {
+
+using IniFixture = test_support::IniFixture<test_support::PlainNativePaths, test_support::PlainProfileFiles,
+                                            test_support::PlainTextConversion>;
+
+}  // namespace platform::ini
