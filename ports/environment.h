@@ -19,6 +19,9 @@ class Environment {
   /// a root folder.
   virtual Text ProgramFolder() = 0;
 
+  /// The user's folder for music, which need not exist; the program's own folder where there is none.
+  virtual Text MusicFolder() = 0;
+
   /// A file of the program's own, in its user's folder for state, that belongs to another file: the same one
   /// for every name that `path`'s folder has. `extension` tells several apart (".lock"). The folder is made
   /// when it is missing; whether it can be used shows when the file is.

@@ -13,6 +13,7 @@
 #include <memory>
 #include <string_view>
 
+#include "platform/posix/music_folder.h"
 #include "platform/posix/native_names.h"
 #include "platform/posix/native_paths.h"
 
@@ -99,6 +100,12 @@ Text PosixEnvironment::ProgramFolder() {
   const ssize_t size = ::readlink("/proc/self/exe", program.data(), program.size());
   if (size <= 0) return {};
   return paths_.FromNative(FolderOf(std::string(program.data(), static_cast<std::size_t>(size))));
+}
+
+Text PosixEnvironment::MusicFolder() {
+  const std::string folder =
+      posix::MusicFolder({Variable("XDG_MUSIC_DIR"), Variable("XDG_CONFIG_HOME"), Variable("HOME")});
+  return folder.empty() ? ProgramFolder() : paths_.FromNative(folder);
 }
 
 Text PosixEnvironment::StateFile(const Text& path, const Text& extension) {

@@ -34,6 +34,7 @@ class PosixEnvironment final : public Environment {
 
   Text GetEnvironmentVariableW(const Text& name) override;
   Text ProgramFolder() override;
+  Text MusicFolder() override;
   Text StateFile(const Text& path, const Text& extension) override;
   std::uint32_t GetCurrentProcessId() override;
 

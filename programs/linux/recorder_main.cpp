@@ -17,6 +17,7 @@
 #include "platform/posix/clock.h"
 #include "platform/posix/environment.h"
 #include "platform/posix/files.h"
+#include "platform/posix/folder_address.h"
 #include "platform/posix/native_paths.h"
 #include "platform/posix/record_files.h"
 #include "platform/posix/shell.h"
@@ -58,7 +59,7 @@ struct Tool {
   platform::curl::CurlXmlHttpRequests requests{conversion};
   recorder::StationRecording recording{
       {{internet, requests, record_files, environment, clock, loop, conversion}, files},
-      recorder::MusicFolder(environment, files, paths)};
+      recorder::RecordingFolder(environment)};
 };
 
 bool IsSet(const char* name) {
@@ -119,8 +120,9 @@ int RunInWindow(int& argc, char** argv, const std::string& link) {
   Tool tool(loop);
   const platform::qt::QtIcons icons(tool.paths);
   app::RecordForm form;
-  recorder::RecordControl control(form, tool.recording, tool.files, tool.shell,
-                                  recorder::FolderAddress(tool.paths, tool.recording.Folder()));
+  recorder::RecordControl control(
+      form, tool.recording, tool.files, tool.shell,
+      platform::posix::FolderAddress(tool.paths.ToNative(tool.recording.Folder())));
   platform::qt::RecordWindow window(form, icons, loop);
   const platform::qt::CloseRequests close_requests(form.form, loop);
   window.show();

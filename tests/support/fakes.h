@@ -138,11 +138,13 @@ class FakeEnvironment : public platform::Environment {
  public:
   Text GetEnvironmentVariableW(const Text& name) override { return variables[name]; }
   Text ProgramFolder() override { return program_folder; }
+  Text MusicFolder() override { return music_folder; }
   Text StateFile(const Text&, const Text& extension) override { return state_file + extension; }
   std::uint32_t GetCurrentProcessId() override { return process_id; }
 
   std::map<Text, Text> variables;
   Text program_folder = u"C:\\Programme\\Funkhaus";
+  Text music_folder = u"C:\\Musik";
   Text state_file = u"C:\\Zustand\\0815";
   std::uint32_t process_id = 4711;
 };

@@ -17,13 +17,13 @@
 #include "platform/posix/clock.h"
 #include "platform/posix/environment.h"
 #include "platform/posix/files.h"
+#include "platform/posix/folder_address.h"
 #include "platform/posix/native_paths.h"
 #include "platform/posix/record_files.h"
 #include "platform/posix/shell.h"
 #include "platform/qt/icons.h"
 #include "platform/qt/message_loop.h"
 #include "platform/qt/record_window.h"
-#include "recorder/music_folder.h"
 #include "recorder/record_control.h"
 #include "tests/platform/recorder/tool_fixture.h"
 #include "tests/support/icy_script.h"
@@ -111,7 +111,7 @@ class Window : public Surrounded {
       paths_.FromNative(Folder())};
   platform::qt::QtIcons icons_{paths_};
   app::RecordForm form_;
-  RecordControl control_{form_, recording_, files_, shell_, FolderAddress(paths_, recording_.Folder())};
+  RecordControl control_{form_, recording_, files_, shell_, platform::posix::FolderAddress(Folder())};
   platform::qt::RecordWindow window_{form_, icons_, loop_};
 };
 
