@@ -41,12 +41,22 @@ function(funkhaus_ports name directory)
   target_include_directories(funkhaus_${name} INTERFACE ${CMAKE_SOURCE_DIR})
 endfunction()
 
-# funkhaus_room(NAME DIR [LINKS room-or-target ...]): the sources directly in DIR as one static library.
-# A link name without "::" is another room.
+# funkhaus_room(NAME DIR [ONLY file ...] [EXCEPT file ...] [LINKS room-or-target ...]): the sources directly in DIR as
+# one static library, or those of these names, without their endings. A link name without "::" is another room.
 function(funkhaus_room name directory)
-  cmake_parse_arguments(ROOM "" "" "LINKS" ${ARGN})
+  cmake_parse_arguments(ROOM "" "" "ONLY;EXCEPT;LINKS" ${ARGN})
   file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${directory}/*.h)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${directory}/*.cpp)
+  string(REPLACE ";" "|" only "${ROOM_ONLY}")
+  string(REPLACE ";" "|" except "${ROOM_EXCEPT}")
+  if(only)
+    list(FILTER headers INCLUDE REGEX "/(${only})[.]h$")
+    list(FILTER sources INCLUDE REGEX "/(${only})[.]cpp$")
+  endif()
+  if(except)
+    list(FILTER headers EXCLUDE REGEX "/(${except})[.]h$")
+    list(FILTER sources EXCLUDE REGEX "/(${except})[.]cpp$")
+  endif()
   set(kind PUBLIC)
   if(sources)
     add_library(funkhaus_${name} STATIC ${sources})

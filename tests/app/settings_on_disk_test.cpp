@@ -6,12 +6,10 @@
 #include "app/settings/ini_procedures.h"
 #include "app/settings/language.h"
 #include "app/settings/settings_folder.h"
-#include "platform/icu/text_conversion.h"
-#include "platform/posix/files.h"
-#include "platform/posix/native_paths.h"
-#include "platform/posix/profile_files.h"
 #include "platform/ini/private_profile.h"
 #include "tests/support/fakes.h"
+#include "tests/support/plain_disk.h"
+#include "tests/support/plain_text_conversion.h"
 #include "tests/support/temp_folder.h"
 
 namespace app {
@@ -30,10 +28,10 @@ class SettingsOnDiskTest : public testing::Test {
   static std::string Utf8(const std::filesystem::path& path) { return path.string(); }
 
   test_support::TempFolder folder_;
-  platform::icu::IcuTextConversion conversion_;
-  platform::posix::PosixNativePaths paths_;
-  platform::posix::PosixFiles files_{paths_};
-  platform::posix::PosixProfileFiles profile_files_;
+  test_support::PlainTextConversion conversion_;
+  test_support::PlainNativePaths paths_;
+  test_support::PlainFiles files_;
+  test_support::PlainProfileFiles profile_files_;
   platform::ini::IniPrivateProfile profile_{paths_, profile_files_, conversion_};
   test_support::FakeEnvironment environment_;
   Settings settings_;
@@ -113,13 +111,14 @@ TEST_F(SettingsOnDiskTest, TheLanguageFileTranslatesWhatItHolds) {
   folder_.Write("config/Ordnerzentrale/Opt.ini", "[Pfad1]\r\nLanguages=English\r\n");
   folder_.Write("program/Languages/English.lng",
                 "[Common]\r\ngespeicherte radiostationen=Saved radio stations\r\n"
-                "L\xF6schen=Delete\r\nTitel=\r\n");
+                "L\xF6schen=Delete\r\nTitel=\r\nGenre=\" \"\r\n");
   Choose();
   language_.ChooseLanguage();
   EXPECT_EQ(settings_.LanguageName, u"English");
   EXPECT_EQ(language_.GetLangText(u"Gespeicherte Radiostationen", u""), u"Saved radio stations");
   EXPECT_EQ(language_.GetLangText(u"LÖSCHEN", u""), u"Delete");
   EXPECT_EQ(language_.GetLangText(u"Titel", u"Titel"), u"Titel");
+  EXPECT_EQ(language_.GetLangText(u"Genre", u"Genre"), u" ") << "a quoted blank is a translation";
   EXPECT_EQ(language_.GetLangText(u"Sender", u"Sender"), u"Sender");
 }
 

@@ -1,13 +1,14 @@
 #include "app/text/text_utilities.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <csignal>
+#include <chrono>
+#include <cstdlib>
 #include <limits>
+#include <thread>
 #include <vector>
 
-#include "platform/icu/text_conversion.h"
+#include "tests/support/plain_text_conversion.h"
 
 namespace app {
 namespace {
@@ -18,7 +19,7 @@ constexpr std::int32_t kMany = 2048;
 
 class TextUtilitiesTest : public testing::Test {
  protected:
-  platform::icu::IcuTextConversion conversion_;
+  test_support::PlainTextConversion conversion_;
 };
 
 TEST_F(TextUtilitiesTest, IsUTF8IsTrueForTheBytesOfGruesseInUtf8AndFalseInASingleByteCodePage) {
@@ -95,6 +96,15 @@ TEST_F(TextUtilitiesTest, IsUTF8AcceptsFormsOfTwoToSixBytes) {
   EXPECT_FALSE(IsUTF8("\xFC\x84\x80\x80\x80", kMany));
 }
 
+TEST_F(TextUtilitiesTest, IsUTF8DrawsTheLinesBetweenTheKindsOfBytes) {
+  EXPECT_TRUE(IsUTF8("\x7F\xC3\xBC", kMany)) << "127 is plain";
+  EXPECT_FALSE(IsUTF8("\xC3\x7F", kMany)) << "and continues nothing";
+  EXPECT_TRUE(IsUTF8("\xC0\x80", kMany)) << "192 leads, 128 continues";
+  EXPECT_TRUE(IsUTF8("\xC0\xBF", kMany)) << "191 continues";
+  EXPECT_FALSE(IsUTF8("\xC0\xC0", kMany)) << "192 does not";
+  EXPECT_TRUE(IsUTF8("\xFD\x84\x80\x80\x80\x80", kMany)) << "253 leads";
+}
+
 TEST_F(TextUtilitiesTest, IsUTF8TakesByteSpansToo) {
   const std::vector<std::byte> bytes = {std::byte{0xC3}, std::byte{0xBC}};
   EXPECT_TRUE(IsUTF8(bytes, 2));
@@ -157,13 +167,17 @@ TEST_F(TextUtilitiesTest, ReplaceMPassesOverAnEmptySearchText) {
 }
 
 TEST_F(TextUtilitiesTest, ReplaceMDoesNotReturnWhenAReplacementContainsItsSearchText) {
+  constexpr int kStillAtIt = 42;
   testing::FLAGS_gtest_death_test_style = "threadsafe";
   EXPECT_EXIT(
       {
-        alarm(1);
+        std::thread([] {
+          std::this_thread::sleep_for(std::chrono::seconds(1));
+          std::_Exit(kStillAtIt);
+        }).detach();
         Replaced(u"a-b-c", {u"a", u"aa"});
       },
-      testing::KilledBySignal(SIGALRM), "");
+      testing::ExitedWithCode(kStillAtIt), "");
 }
 
 TEST_F(TextUtilitiesTest, GetFileExtGivesWhatFollowsTheLastDotInUpperCase) {

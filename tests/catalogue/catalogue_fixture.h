@@ -16,12 +16,12 @@
 #include "catalogue/station_lists.h"
 #include "catalogue/station_store.h"
 #include "catalogue/station_views.h"
-#include "platform/icu/string_order.h"
-#include "platform/icu/text_conversion.h"
 #include "tests/support/fake_notices.h"
 #include "tests/support/fakes.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/memory_profile.h"
+#include "tests/support/plain_string_order.h"
+#include "tests/support/plain_text_conversion.h"
 
 namespace catalogue {
 
@@ -79,8 +79,8 @@ class CatalogueTest : public ::testing::Test {
   test_support::FakeIcons icon_port;
   test_support::FakeDialogs dialogs;
   test_support::FakeNotices notices;
-  platform::icu::IcuTextConversion conversion;
-  platform::icu::IcuStringOrder order;
+  test_support::PlainTextConversion conversion;
+  test_support::PlainStringOrder order;
 
   app::Settings settings;
   app::WindowState state;

@@ -84,7 +84,7 @@ TEST_F(StationIconsTest, ImageListIsDestroyedOnce) {
 }
 
 TEST(ItemIndexTest, GivesTheEntryOrMinusOne) {
-  platform::icu::IcuTextConversion conversion;
+  test_support::PlainTextConversion conversion;
   KeyedCollection collection(conversion);
   EXPECT_TRUE(collection.Add(5, u"Äther"));
   EXPECT_FALSE(collection.Add(6, u"äTHER"));

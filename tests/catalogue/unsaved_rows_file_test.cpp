@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "platform/icu/text_conversion.h"
+#include "tests/support/plain_text_conversion.h"
 
 namespace catalogue {
 namespace {
@@ -49,7 +49,7 @@ class UnsavedRowsFileTest : public ::testing::Test {
     }
   }
 
-  platform::icu::IcuTextConversion conversion_;
+  test_support::PlainTextConversion conversion_;
   const UnsavedCatalogue two_rows_{
       true,
       {Row({u"Grüner Hügel", u"Klassik", u"http://h", u"1", u"Titel", u"2"},

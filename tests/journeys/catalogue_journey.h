@@ -1,5 +1,5 @@
 #pragma once
-// A main window without widgets over the system's own files, and a scratch folder for all of them.
+// A main window without widgets over real files, and a scratch folder for all of them.
 // Not real servers or sound: those are doubles.
 
 #include <gtest/gtest.h>
@@ -10,15 +10,13 @@
 #include <vector>
 
 #include "app/state/station_row.h"
-#include "platform/icu/string_order.h"
-#include "platform/icu/text_conversion.h"
 #include "platform/ini/private_profile.h"
-#include "platform/posix/files.h"
-#include "platform/posix/native_paths.h"
-#include "platform/posix/profile_files.h"
 #include "platform/values/portable_property_values.h"
 #include "tests/support/fakes.h"
 #include "tests/support/memory_record_files.h"
+#include "tests/support/plain_disk.h"
+#include "tests/support/plain_string_order.h"
+#include "tests/support/plain_text_conversion.h"
 #include "tests/support/recording_media.h"
 #include "tests/support/scripted_internet.h"
 #include "tests/support/temp_folder.h"
@@ -63,6 +61,8 @@ class CatalogueJourney : public ::testing::Test {
         });
     window->Load();
   }
+  /// No file can be written while it is.
+  void SetDiskFull(bool is_full) { profile_files.is_full = files.is_full = is_full; }
   Form1& Form() { return window->Controls(); }
   [[nodiscard]] std::string Stations() const { return folder.Read(kStationFile); }
 
@@ -89,12 +89,12 @@ class CatalogueJourney : public ::testing::Test {
   }
 
   test_support::TempFolder folder;
-  platform::posix::PosixNativePaths paths;
-  platform::icu::IcuTextConversion conversion;
-  platform::icu::IcuStringOrder string_order;
-  platform::posix::PosixProfileFiles profile_files;
+  test_support::PlainNativePaths paths;
+  test_support::PlainTextConversion conversion;
+  test_support::PlainStringOrder string_order;
+  test_support::PlainProfileFiles profile_files;
   platform::ini::IniPrivateProfile profile{paths, profile_files, conversion};
-  platform::posix::PosixFiles files{paths};
+  test_support::PlainFiles files;
   platform::values::PortablePropertyValues values;
   test_support::MemoryRecordFiles record_files;
   test_support::FakeEnvironment environment;

@@ -8,7 +8,6 @@
 
 #include "tests/journeys/catalogue_journey.h"
 #include "tests/journeys/station_file_text.h"
-#include "tests/support/full_disk.h"
 
 namespace app {
 namespace {
@@ -159,11 +158,9 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
     actions.push_back(name);
     const std::string before = Stations();
     Form().StatusLine.SetCaption(u"");
-    {
-      std::optional<test_support::FullDisk> full;
-      if (disk_is_full) full.emplace();
-      action();
-    }
+    SetDiskFull(disk_is_full);
+    action();
+    SetDiskFull(false);
     const Text& said = Form().StatusLine.Caption();
     actions.back() += " -> " + Utf8(said);
     const bool failed = said.starts_with(u"Nicht gespeichert") || said.starts_with(u"Nicht gel\u00F6scht");

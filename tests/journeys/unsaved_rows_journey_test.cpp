@@ -2,7 +2,6 @@
 #include <algorithm>
 
 #include "tests/journeys/catalogue_journey.h"
-#include "tests/support/full_disk.h"
 
 namespace app {
 namespace {
@@ -98,10 +97,9 @@ TEST_F(UnsavedRowsJourney, UnsavedRowsStandAmongTheLoadedOnesInTheOrderThatTheHe
 TEST_F(UnsavedRowsJourney, SaveOnAFullDiskLosesNothing) {
   const std::string before = Stations();
   dialogs.answers = {MessageBoxAnswer::kYes};
-  {
-    const test_support::FullDisk disk;
-    Form().CommandButton2.Click();
-  }
+  SetDiskFull(true);
+  Form().CommandButton2.Click();
+  SetDiskFull(false);
   EXPECT_EQ(Stations(), before);
   EXPECT_EQ(dialogs.boxes.back().text, u"Änderungen gespeichert!");
   EXPECT_EQ(Form().StatusLine.Caption(),

@@ -5,8 +5,8 @@
 #include <limits>
 #include <string>
 
-#include "platform/icu/text_conversion.h"
 #include "tests/support/memory_files.h"
+#include "tests/support/plain_text_conversion.h"
 
 namespace playlist {
 namespace {
@@ -23,7 +23,7 @@ class LocalPlaylistTest : public testing::Test {
   }
 
   test_support::MemoryFiles files_;
-  platform::icu::IcuTextConversion conversion_;
+  test_support::PlainTextConversion conversion_;
 };
 
 TEST_F(LocalPlaylistTest, CountsTheHttpLinesFromOne) {

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <string>
 
-#include "platform/icu/text_conversion.h"
 #include "tests/support/fakes.h"
 #include "tests/support/memory_files.h"
+#include "tests/support/plain_text_conversion.h"
 
 namespace playlist {
 namespace {
@@ -41,7 +41,7 @@ class CountingConversion : public platform::TextConversion {
   int conversions = 0;
 
  private:
-  platform::icu::IcuTextConversion real_;
+  test_support::PlainTextConversion real_;
 };
 
 class M3uExportTest : public testing::Test {

@@ -7,11 +7,11 @@
 #include <vector>
 
 #include "app/state/status_sentences.h"
-#include "platform/icu/text_conversion.h"
 #include "playlist/m3u_export.h"
 #include "tests/support/fake_notices.h"
 #include "tests/support/fakes.h"
 #include "tests/support/memory_files.h"
+#include "tests/support/plain_text_conversion.h"
 
 namespace playlist {
 namespace {
@@ -55,7 +55,7 @@ class M3uImportTest : public testing::Test {
   test_support::FakeDialogs dialogs_;
   test_support::FakeNotices notices_;
   test_support::MemoryFiles files_;
-  platform::icu::IcuTextConversion conversion_;
+  test_support::PlainTextConversion conversion_;
   int emptied_ = 0;
   M3uImport import_{{form_, {full_, filtered_}, Command5_}, dialogs_, files_, conversion_, notices_, {[this] {
                       ++emptied_;

@@ -4,8 +4,8 @@
 
 #include <vector>
 
-#include "platform/icu/text_conversion.h"
 #include "tests/support/memory_files.h"
+#include "tests/support/plain_text_conversion.h"
 
 namespace playlist {
 namespace {
@@ -33,7 +33,7 @@ TEST(LineReader, EndsLinesAtTheWholeSeparatorOnly) {
 class TextFileTest : public testing::Test {
  protected:
   test_support::MemoryFiles files_;
-  platform::icu::IcuTextConversion conversion_;
+  test_support::PlainTextConversion conversion_;
 };
 
 TEST_F(TextFileTest, WritesOneLineInTheAnsiCodePage) {

@@ -2,15 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <thread>
-
-#include "app/text/numbers.h"
-#include "platform/posix/files.h"
-#include "platform/posix/native_paths.h"
-#include "platform/posix/record_files.h"
 #include "tests/recorder/recorder_rig.h"
-#include "tests/support/temp_folder.h"
 
 namespace recorder {
 namespace {
@@ -126,33 +118,6 @@ TEST_F(KeptFilesOverMemory, AFullDiskInTheMiddleOfAFileIsAFailureAndKeepsTheRest
 }
 
 TEST_F(KeptFilesOverMemory, LeavesRoomForTheNumber) { EXPECT_EQ(kept_.LongestFileName(u"C:\\Musik"), 247U); }
-
-TEST(KeptFilesOnDisk, TwoRecordingsOfTheSameTitlesAtTheSameTimeNeverShareAFile) {
-  constexpr int kTitles = 300;
-  const test_support::TempFolder folder;
-  const auto record = [&folder](char mark) {
-    platform::posix::PosixNativePaths paths;
-    platform::posix::PosixRecordFiles disk(paths);
-    platform::posix::PosixFiles files(paths);
-    KeptFiles kept(disk, files);
-    for (int title = 0; title < kTitles; ++title) {
-      const RecordFile file = kept.OpenBinary(folder.TextPath(), app::FormatNumber(title) + u".mp3");
-      const std::string bytes(100, mark);
-      kept.WriteBytes(file, std::as_bytes(std::span(bytes)));
-      kept.Flush(file);
-    }
-  };
-  std::thread other(record, 'b');
-  record('a');
-  other.join();
-  int files = 0;
-  for (const auto& entry : std::filesystem::directory_iterator(folder.Path())) {
-    const std::string bytes = folder.Read(entry.path().filename());
-    EXPECT_TRUE(bytes == std::string(100, 'a') || bytes == std::string(100, 'b')) << entry.path();
-    ++files;
-  }
-  EXPECT_EQ(files, 2 * kTitles);
-}
 
 TEST(NumberedName, PutsTheNumberBeforeTheExtensionOfARecording) {
   EXPECT_EQ(NumberedName(u"Eins.mp3", 2), u"Eins (2).mp3");

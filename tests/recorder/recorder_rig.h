@@ -4,12 +4,12 @@
 
 #include <string>
 
-#include "platform/icu/text_conversion.h"
 #include "recorder/station_recording.h"
 #include "tests/support/fakes.h"
 #include "tests/support/icy_script.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/memory_record_files.h"
+#include "tests/support/plain_text_conversion.h"
 #include "tests/support/scripted_internet.h"
 
 namespace recorder {
@@ -59,7 +59,7 @@ struct RecorderRig {
   test_support::FakeEnvironment environment;
   test_support::FakeClock clock;
   test_support::FakeMessageLoop loop;
-  platform::icu::IcuTextConversion conversion;
+  test_support::PlainTextConversion conversion;
   int seconds_per_read = 1;
   std::size_t stop_after_reads = 10;
   StationRecording recording{

@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "platform/icu/text_conversion.h"
 #include "stream/cls_funkhaus.h"
 #include "tests/support/fakes.h"
 #include "tests/support/icy_script.h"
 #include "tests/support/memory_record_files.h"
+#include "tests/support/plain_text_conversion.h"
 #include "tests/support/scripted_internet.h"
 
 namespace stream {
@@ -24,7 +24,7 @@ struct StreamRig {
   test_support::FakeEnvironment environment;
   test_support::FakeClock clock;
   test_support::FakeMessageLoop loop;
-  platform::icu::IcuTextConversion conversion;
+  test_support::PlainTextConversion conversion;
 
   [[nodiscard]] Ports Through() { return {internet, requests, files, environment, clock, loop, conversion}; }
 

@@ -9,15 +9,13 @@
 
 #include "app/settings/ini_procedures.h"
 #include "app/settings/language.h"
-#include "platform/icu/text_conversion.h"
 #include "platform/ini/private_profile.h"
-#include "platform/posix/environment.h"
-#include "platform/posix/files.h"
-#include "platform/posix/native_paths.h"
-#include "platform/posix/profile_files.h"
 #include "tests/support/fakes.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/memory_profile.h"
+#include "tests/support/plain_disk.h"
+#include "tests/support/plain_text_conversion.h"
+#include "tests/support/program_folder.h"
 #include "tests/support/temp_folder.h"
 
 namespace test_support {
@@ -49,13 +47,13 @@ class MarkingLanguage {
 
 enum class LanguageEncoding { kAsItLies, kUtf16 };
 
-/// A language file that the build put beside this test program, read by the system's own operations; or a
+/// A language file that the build put beside this test program, read by the INI engine; or a
 /// copy of it in UTF-16LE with its mark.
 class ProgramLanguage {
  public:
   explicit ProgramLanguage(const platform::Text& name,
                            LanguageEncoding encoding = LanguageEncoding::kAsItLies) {
-    own_environment_.program_folder = posix_environment_.ProgramFolder();
+    own_environment_.program_folder = ProgramFolder();
     const std::string file = "Languages/" + paths_.ToNative(name) + ".lng";
     if (encoding == LanguageEncoding::kUtf16) {
       const auto bytes = files_.ReadWholeFile(
@@ -89,12 +87,11 @@ class ProgramLanguage {
   }
 
   TempFolder folder_;
-  platform::posix::PosixNativePaths paths_;
-  platform::icu::IcuTextConversion conversion_;
-  platform::posix::PosixFiles files_{paths_};
-  platform::posix::PosixProfileFiles profile_files_;
+  test_support::PlainNativePaths paths_;
+  test_support::PlainTextConversion conversion_;
+  test_support::PlainFiles files_;
+  test_support::PlainProfileFiles profile_files_;
   platform::ini::IniPrivateProfile profile_{paths_, profile_files_, conversion_};
-  platform::posix::PosixEnvironment posix_environment_{paths_};
   FakeEnvironment own_environment_;
   platform::Text path_;
   app::Settings settings_;

@@ -11,13 +11,13 @@
 
 #include "app/state/station_row.h"
 #include "catalogue/unsaved_rows_file.h"
-#include "platform/icu/string_order.h"
-#include "platform/icu/text_conversion.h"
 #include "platform/values/portable_property_values.h"
 #include "tests/support/fakes.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/memory_profile.h"
 #include "tests/support/memory_record_files.h"
+#include "tests/support/plain_string_order.h"
+#include "tests/support/plain_text_conversion.h"
 #include "tests/support/recording_media.h"
 #include "tests/support/scripted_internet.h"
 #include "window/main_window.h"
@@ -113,8 +113,8 @@ class WindowTest : public ::testing::Test {
   test_support::FakeMessageLoop message_loop;
   test_support::FakeClock clock;
   test_support::FakePlaybackMonitor playback_monitor;
-  platform::icu::IcuTextConversion conversion;
-  platform::icu::IcuStringOrder string_order;
+  test_support::PlainTextConversion conversion;
+  test_support::PlainStringOrder string_order;
   platform::values::PortablePropertyValues values;
   std::function<void(app::Form2&)> on_new_station;
   std::unique_ptr<window::MainWindow> window;
