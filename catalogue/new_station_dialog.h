@@ -8,8 +8,8 @@
 #include "app/settings/language.h"
 #include "app/settings/settings.h"
 #include "controls/list_view.h"
+#include "ports/clipboard.h"
 #include "ports/dialogs.h"
-#include "ports/shell.h"
 
 namespace catalogue {
 

@@ -1,5 +1,5 @@
 #pragma once
-// Calling an operation of a platform interface by its slot: handles, argument lists, typed operations.
+// Port: the dynamic call of a platform interface's operation by its slot, with handles and argument lists.
 // Not the operations themselves; those are listed in ports/media_interfaces.h.
 
 #include <array>
@@ -70,7 +70,7 @@ struct Operation {
   std::string_view name;
 };
 
-/// Port: the dynamic call of an operation, and the creation of objects by class.
+/// The dynamic call of an operation, and the creation of objects by class.
 class InterfaceCalls {
  public:
   virtual ~InterfaceCalls() = default;

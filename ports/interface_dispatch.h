@@ -1,6 +1,6 @@
 #pragma once
-// The answering side of a call by slot: binds typed operations to functions and checks argument lists.
-// Not for callers; they use the operations of ports/media_interfaces.h through DispCallFunc.
+// No port: the answering side of a call by slot, which binds typed operations to functions and checks
+// arguments. Not for callers; they use the operations of ports/media_interfaces.h through DispCallFunc.
 
 #include <cstddef>
 #include <functional>

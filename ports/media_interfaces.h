@@ -1,6 +1,6 @@
 #pragma once
-// Every interface operation that the player calls, as a typed constant: interface, slot, argument types.
-// Not code: ports/interface_call.h says how they are called.
+// No port: every interface operation that the player calls, as a typed constant: interface, slot, argument
+// types. Not code: ports/interface_call.h says how they are called.
 //
 // Slots count from 0 (QueryInterface). The argument types are those of the operation's public
 // documentation (Media Foundation, Core Audio); an address that a caller may leave out is InterfaceHandle

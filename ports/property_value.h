@@ -1,5 +1,5 @@
 #pragma once
-// GUIDs and property values (PROPVARIANT) and the port that converts them.
+// Port: conversions of GUIDs and property values (PROPVARIANT), and these values themselves.
 // Not for calling anything; see ports/interface_call.h.
 
 #include <array>
@@ -56,7 +56,7 @@ struct PropertyValue {
       payload;
 };
 
-/// Port: conversions of GUIDs and property values. A zero result is S_OK.
+/// A zero result is S_OK.
 class PropertyValues {
  public:
   virtual ~PropertyValues() = default;

@@ -1,5 +1,5 @@
 #pragma once
-// Port: what the program asks of the desktop: starting things, the clipboard's text, error texts.
+// Port: what the program asks of the desktop: opening addresses and starting programs.
 // Not for windows of its own (ports/dialogs.h).
 
 #include <cstdint>
@@ -19,21 +19,6 @@ class Shell {
   /// single argument; empty means none.
   virtual bool ShellExecuteW(std::uint32_t owner, const Text& verb, const Text& file, const Text& parameters,
                              const Text& folder, std::int32_t show) = 0;
-};
-
-class Clipboard {
- public:
-  virtual ~Clipboard() = default;
-  /// The clipboard's text, empty when it holds none.
-  virtual Text GetText() = 0;
-};
-
-class SystemMessages {
- public:
-  virtual ~SystemMessages() = default;
-  /// The platform's message for an error code in the program's language, at most 255 characters; empty
-  /// for an unknown code (FormatMessageA with FORMAT_MESSAGE_FROM_SYSTEM).
-  virtual Text FormatMessageA(std::int32_t code) = 0;
 };
 
 }  // namespace platform

@@ -1,6 +1,6 @@
 #pragma once
-// Text as the program holds it: UTF-16, so that positions, lengths and limits count 16-bit units.
-// Not for bytes: what comes from a file or a server is std::string until it has been decoded.
+// No port: text as the program and all ports hold it, UTF-16, so that positions and limits count 16-bit
+// units. Not for bytes: what comes from a file or a server is std::string until it has been decoded.
 
 #include <string>
 #include <string_view>

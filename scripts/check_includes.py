@@ -2,6 +2,7 @@
 """Holds the code to the table of allowed includes between rooms, and rejects include circles.
 
 A source file includes its own header before all others, so that compiling it shows that the header stands alone.
+A header in ports/ says in its first line whether it is a port, for these are what a new system must supply.
 
 Usage: check_includes.py SOURCE_ROOT
        check_includes.py --self-test
@@ -72,6 +73,8 @@ def check(files):
         room = room_of(path)
         if room is None:
             continue
+        if room == "ports" and not text.startswith(("#pragma once\n// Port: ", "#pragma once\n// No port: ")):
+            errors.append(f"{path}: does not say in its first line whether it is a port")
         if path.endswith(".h") and "#pragma once" not in text:
             errors.append(f"{path}: no #pragma once")
         for kind, target in INCLUDE.findall(text):
@@ -126,7 +129,7 @@ def read_tree(root):
 
 def self_test():
     good = {"app/text/a.h": '#pragma once\n#include "ports/text.h"\n#include <string>\n',
-            "ports/text.h": "#pragma once\n"}
+            "ports/text.h": "#pragma once\n// No port: text.\n"}
     assert check(good) == [], check(good)
     cases = {
         "the ground floor may not see a feature": {"app/state/a.h": '#pragma once\n#include "ui/b.h"\n',
@@ -145,6 +148,7 @@ def self_test():
                                    "app/settings/b.h": "#pragma once\n"},
         "ui and catalogue do not see each other": {"ui/a.h": '#pragma once\n#include "catalogue/b.h"\n',
                                                    "catalogue/b.h": "#pragma once\n"},
+        "a port says that it is one": {"ports/a.h": "#pragma once\n// Text.\n"},
         "no circles": {"app/text/a.h": '#pragma once\n#include "app/text/b.h"\n',
                        "app/text/b.h": '#pragma once\n#include "app/text/a.h"\n'},
         "no unknown file": {"app/text/a.h": '#pragma once\n#include "missing.h"\n'},

@@ -18,6 +18,7 @@
 #include "ports/dialogs.h"
 #include "ports/message_loop.h"
 #include "ports/shell.h"
+#include "ports/system_messages.h"
 #include "stream/cls_funkhaus.h"
 #include "ui/playing_mark.h"
 #include "ui/status_line.h"

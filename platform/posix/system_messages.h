@@ -2,7 +2,7 @@
 // Adapter: the platform's texts for the few error codes that the program shows.
 // Not for messages of the program's own.
 
-#include "ports/shell.h"
+#include "ports/system_messages.h"
 
 namespace platform::posix {
 

@@ -1,7 +1,7 @@
 #pragma once
 // The clipboard's text by Qt. Not other kinds of content.
 
-#include "ports/shell.h"
+#include "ports/clipboard.h"
 
 namespace platform::qt {
 

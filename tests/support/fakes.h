@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "ports/clipboard.h"
 #include "ports/clock.h"
 #include "ports/dialogs.h"
 #include "ports/environment.h"
@@ -16,6 +17,7 @@
 #include "ports/message_loop.h"
 #include "ports/playback_monitor.h"
 #include "ports/shell.h"
+#include "ports/system_messages.h"
 
 namespace test_support {
 
