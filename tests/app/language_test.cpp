@@ -92,6 +92,12 @@ TEST_F(LanguageTest, AnEmptyTranslationKeepsTheGermanText) {
   EXPECT_EQ(language_.GetLangText(u"Titel", u"Titel"), u"Titel");
 }
 
+TEST_F(LanguageTest, AQuotedBlankIsATranslation) {
+  settings_.LanguageName = u"English";
+  profile_.values[{kEnglish, u"Common", u"Titel"}] = u" ";
+  EXPECT_EQ(language_.GetLangText(u"Titel", u"Titel"), u" ");
+}
+
 TEST_F(LanguageTest, AnEmptyDefaultGivesTheKeyWithoutATranslation) {
   settings_.LanguageName = u"English";
   EXPECT_EQ(language_.GetLangText(u"Titel", u""), u"Titel");

@@ -46,6 +46,12 @@ TEST_F(SettingsFolderTest, IsTheFamilyFolderUnlessTheUserHasMovedIt) {
   EXPECT_EQ(profile_.reads[0].default_value, u"0");
 }
 
+TEST_F(SettingsFolderTest, AnAppDataThatEndsWithABackslashGetsNoSecondOne) {
+  environment_.variables[u"APPDATA"] = u"C:\\Users\\x\\AppData\\";
+  Choose();
+  EXPECT_EQ(settings_.SettingsFolder, kHome);
+}
+
 TEST_F(SettingsFolderTest, AMovedFolderThatExistsHoldsBothFiles) {
   files_.folders.insert(u"D:\\Cfg\\");
   MoveTo(u"D:\\Cfg\\");
@@ -55,6 +61,23 @@ TEST_F(SettingsFolderTest, AMovedFolderThatExistsHoldsBothFiles) {
   EXPECT_EQ(profile_.reads.back().path, u"D:\\Cfg\\Opt.ini");
   (void)ini_.ReadIni(u"Radio", u"Link", u"", u"");
   EXPECT_EQ(profile_.reads.back().path, u"D:\\Cfg\\Funkhaus.ini");
+}
+
+TEST_F(SettingsFolderTest, TheMovedFolderIsReadByTheFamilyFoldersRuleAndTheFlagIsNot) {
+  files_.folders.insert(u"D:\\Cfg\\");
+  MoveTo(u"D:\\Cfg\\");
+  Choose();
+  ASSERT_EQ(profile_.reads.size(), 2U);
+  EXPECT_EQ(profile_.reads[1].path, kHomeOpt);
+  EXPECT_EQ(profile_.reads[1].default_value, u"");
+  EXPECT_EQ(files_.existence_questions.front(), kHomeOpt) << "that rule asks for the family's file first";
+  // It falls back to the station file, whose name is not known at the first choice.
+  files_.files.clear();
+  settings_.StationFileName.clear();
+  profile_.values[{kHome, u"Pfad3", u"UserIniPfad"}] = u"E:\\Cfg\\";
+  files_.folders.insert(u"E:\\Cfg\\");
+  Choose();
+  EXPECT_EQ(settings_.SettingsFolder, u"E:\\Cfg\\");
 }
 
 TEST_F(SettingsFolderTest, AMovedFolderWithoutABackslashIsTakenAsItStands) {
@@ -88,6 +111,24 @@ TEST_F(SettingsFolderTest, AMissingFolderIsMade) {
   Choose();
   EXPECT_EQ(settings_.SettingsFolder, kHome);
   EXPECT_EQ(files_.created_folders, std::vector<Text>{kHome});
+}
+
+TEST_F(SettingsFolderTest, WhetherAFolderIsThereDecidesAndNotTheAnswerOfMakingIt) {
+  class Files final : public test_support::MemoryFiles {
+   public:
+    bool CreateDirectoryW(const Text& path) override {
+      if (!answer) folders.insert(path);
+      return answer;
+    }
+    bool answer = false;
+  };
+  Files files;
+  ChooseSettingsFolder(settings_, ini_, files, environment_);
+  EXPECT_EQ(settings_.SettingsFolder, kHome) << "another program made it in that moment";
+  files.folders.clear();
+  files.answer = true;
+  ChooseSettingsFolder(settings_, ini_, files, environment_);
+  EXPECT_EQ(settings_.SettingsFolder, u"C:\\Programme\\Funkhaus") << "it is gone again";
 }
 
 TEST_F(SettingsFolderTest, AFolderThatCannotBeMadeGivesTheProgramFolderWithoutABackslash) {

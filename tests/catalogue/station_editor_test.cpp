@@ -219,6 +219,18 @@ TEST_F(StationEditorTest, UpdateLeavesTheNumbersKeyOutBelowOneAndNewEntryDoesNot
   EXPECT_EQ(profile.Get(kStationFile, u"N", u"M3uNr"), u"0");
 }
 
+TEST_F(StationEditorTest, UpdateAndSaveWriteANumberOfAtLeastOne) {
+  for (const char16_t* number : {u"1", u"1,0", u"1,5", u"12"}) {
+    SelectStation(u"A");
+    Fill(u"A", u"http://a", u"Rock", CheckValue::kUnchecked, number);
+    Command8[1].Click();
+    EXPECT_EQ(profile.Get(kStationFile, u"A", u"M3uNr"), number);
+    SymbolListview.SetCell(RowNamed(SymbolListview, u"B"), app::kM3uNumberCell, number);
+    CommandButton1.Click();
+    EXPECT_EQ(profile.Get(kStationFile, u"B", u"M3uNr"), number);
+  }
+}
+
 TEST_F(StationEditorTest, SaveWritesEveryRowInListOrderWithoutTheStationKey) {
   SymbolListview.ClickHeader(0);
   profile.writes.clear();
@@ -243,7 +255,7 @@ TEST_F(StationEditorTest, SaveIsOnDiskBeforeItIsReported) {
 }
 
 TEST_F(StationEditorTest, SavingANumberBelowOneWritesAnEmptyValue) {
-  for (const char16_t* number : {u"0", u"-3", u"x"}) {
+  for (const char16_t* number : {u"0", u"0,99", u"-3", u"x"}) {
     SymbolListview.SetCell(RowNamed(SymbolListview, u"A"), app::kM3uNumberCell, number);
     CommandButton1.Click();
     EXPECT_EQ(profile.Get(kStationFile, u"A", u"M3uNr"), u"");
