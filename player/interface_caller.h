@@ -56,7 +56,8 @@ class InterfaceCaller {
     if (object == InterfaceHandle::kNone) return std::nullopt;
     const std::array<platform::Argument, sizeof...(Arguments)> list{
         platform::Argument(std::in_place_type<Arguments>, given)...};
-    return calls_.DispCallFunc(object, operation.slot, std::span<const platform::Argument>(list));
+    return calls_.DispCallFunc(object, operation.interface_id, operation.slot,
+                               std::span<const platform::Argument>(list));
   }
 
   /// Releases the object and clears the variable; the count that the object answers with is ignored.

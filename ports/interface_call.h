@@ -75,10 +75,12 @@ class InterfaceCalls {
  public:
   virtual ~InterfaceCalls() = default;
 
-  /// Invokes operation `slot` of the object's table. Nothing when the call itself cannot be made: an
-  /// unknown handle, no such slot, or arguments of other types than the operation's.
-  virtual std::optional<HResult> DispCallFunc(InterfaceHandle object, std::int32_t slot,
-                                              std::span<const Argument> arguments) = 0;
+  /// Invokes operation `slot` of the object's table, which must be that of interface `interface_id` (every
+  /// table begins with kUnknown's operations). Nothing when the call itself cannot be made: an unknown
+  /// handle, one through which another interface is seen, no such slot, or arguments of other types than the
+  /// operation's.
+  virtual std::optional<HResult> DispCallFunc(InterfaceHandle object, Interface interface_id,
+                                              std::int32_t slot, std::span<const Argument> arguments) = 0;
 
   /// A new object of class `clsid`, seen through interface `iid`. `out` is written on S_OK only.
   virtual HResult CoCreateInstance(const Guid& clsid, InterfaceHandle outer, std::int32_t class_context,

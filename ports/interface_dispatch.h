@@ -15,20 +15,23 @@
 
 namespace platform {
 
-/// The operation table of one object: what each slot does. A slot that was not bound, and an argument
-/// list of other length or types than the operation's, make the call impossible (nothing is returned).
+/// The operation table of one object: what each slot does. A slot that was not bound for that interface, and
+/// an argument list of other length or types than the operation's, make the call impossible (nothing is
+/// returned).
 class OperationTable {
  public:
   /// Binds `function`, callable with the operation's argument types and returning an HResult.
   template <typename... Arguments, typename Function>
   void Bind(const Operation<Arguments...>& operation, Function function) {
-    entries_[operation.slot] = [call = std::move(function)](std::span<const Argument> list) {
-      return Invoke<Arguments...>(call, list, std::index_sequence_for<Arguments...>{});
-    };
+    entries_[{operation.interface_id, operation.slot}] =
+        [call = std::move(function)](std::span<const Argument> list) {
+          return Invoke<Arguments...>(call, list, std::index_sequence_for<Arguments...>{});
+        };
   }
 
-  [[nodiscard]] std::optional<HResult> Call(std::int32_t slot, std::span<const Argument> list) const {
-    const auto entry = entries_.find(slot);
+  [[nodiscard]] std::optional<HResult> Call(Interface interface_id, std::int32_t slot,
+                                            std::span<const Argument> list) const {
+    const auto entry = entries_.find({interface_id, slot});
     if (entry == entries_.end()) return std::nullopt;
     return entry->second(list);
   }
@@ -42,7 +45,8 @@ class OperationTable {
     return call(std::get<Arguments>(list[Index])...);
   }
 
-  std::map<std::int32_t, std::function<std::optional<HResult>(std::span<const Argument>)>> entries_;
+  using Entry = std::function<std::optional<HResult>(std::span<const Argument>)>;
+  std::map<std::pair<Interface, std::int32_t>, Entry> entries_;
 };
 
 }  // namespace platform

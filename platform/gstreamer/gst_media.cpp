@@ -140,14 +140,12 @@ HResult GstMedia::MFGetService(InterfaceHandle object, const Guid& service, cons
   return session ? session->GetService(service, iid, &out) : kEInvalidArg;
 }
 
-std::optional<HResult> GstMedia::DispCallFunc(InterfaceHandle object, std::int32_t slot,
-                                              std::span<const Argument> arguments) {
+std::optional<HResult> GstMedia::DispCallFunc(InterfaceHandle object, Interface interface_id,
+                                              std::int32_t slot, std::span<const Argument> arguments) {
   // The reference keeps the object alive inside its own call, whatever the caller does in a repaint.
   const auto target = impl_->context.handles.Find(object);
   if (!target) return std::nullopt;
-  if (slot != IUnknown::QueryInterface.slot && slot != IUnknown::Release.slot) {
-    return target->Call(slot, arguments);
-  }
+  if (interface_id != Interface::kUnknown) return target->Call(interface_id, slot, arguments);
   OperationTable common;
   common.Bind(IUnknown::QueryInterface, [this, &target](const Guid* iid, InterfaceHandle* out) {
     if (iid == nullptr) return kEPointer;
@@ -158,7 +156,7 @@ std::optional<HResult> GstMedia::DispCallFunc(InterfaceHandle object, std::int32
     impl_->context.handles.Release(object);
     return kSOk;
   });
-  return common.Call(slot, arguments);
+  return common.Call(interface_id, slot, arguments);
 }
 
 HResult GstMedia::CoCreateInstance(const Guid& clsid, InterfaceHandle, std::int32_t, const Guid& iid,

@@ -90,7 +90,7 @@ class GstMedia : public MediaFramework, public InterfaceCalls, public PlaybackMo
   HResult MFGetService(InterfaceHandle object, const Guid& service, const Guid& iid,
                        InterfaceHandle& out) override;
 
-  std::optional<HResult> DispCallFunc(InterfaceHandle object, std::int32_t slot,
+  std::optional<HResult> DispCallFunc(InterfaceHandle object, Interface interface_id, std::int32_t slot,
                                       std::span<const Argument> arguments) override;
   HResult CoCreateInstance(const Guid& clsid, InterfaceHandle outer, std::int32_t class_context,
                            const Guid& iid, InterfaceHandle& out) override;

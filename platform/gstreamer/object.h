@@ -21,8 +21,9 @@ class Object : public std::enable_shared_from_this<Object> {
   Object(const Object&) = delete;
   Object& operator=(const Object&) = delete;
 
-  [[nodiscard]] std::optional<HResult> Call(std::int32_t slot, std::span<const Argument> arguments) const {
-    return operations_.Call(slot, arguments);
+  [[nodiscard]] std::optional<HResult> Call(Interface interface_id, std::int32_t slot,
+                                            std::span<const Argument> arguments) const {
+    return operations_.Call(interface_id, slot, arguments);
   }
 
   /// The object seen through interface `iid`; null when it has no such interface.

@@ -55,6 +55,14 @@ TEST_F(InterfaceCallerTest, CallThatCannotBeMadeCountsAsSuccess) {
   EXPECT_TRUE(IsOk(result));
 }
 
+TEST_F(InterfaceCallerTest, AnOperationOfAnotherInterfaceIsNoCallThoughItsSlotAndArgumentsFit) {
+  const InterfaceHandle session = NewSession();
+  // Slot 12 without arguments is Close of the session.
+  EXPECT_EQ(caller_.CallInterface(session, platform::IMFMediaSource::Shutdown), std::nullopt);
+  EXPECT_EQ(caller_.CallInterface(session, platform::IMFMediaSession::Close), platform::kSOk);
+  EXPECT_EQ(media_.Misuses().size(), 1U);
+}
+
 TEST_F(InterfaceCallerTest, GivesTheOperationsOwnResult) {
   const InterfaceHandle session = NewSession();
   media_.faults["IMFMediaSession::Stop"] = platform::kEFail;

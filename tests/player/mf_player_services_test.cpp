@@ -193,7 +193,7 @@ TEST_F(PlayerServicesTest, CreateInterfaceGivesTheObjectToItsReceiver) {
   EXPECT_EQ(media_.LiveHandles(), (Strings{"enumerator"}));
   EXPECT_FALSE(player->CreateInterface(u"", u"", created));
   EXPECT_NE(created, InterfaceHandle::kNone);
-  media_.DispCallFunc(created, platform::IUnknown::Release.slot, {});
+  media_.DispCallFunc(created, platform::Interface::kUnknown, platform::IUnknown::Release.slot, {});
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ using platform::InterfaceHandle;
 using Strings = std::vector<std::string>;
 
 std::optional<platform::HResult> Release(RecordingMedia& media, InterfaceHandle handle) {
-  return media.DispCallFunc(handle, platform::IUnknown::Release.slot, {});
+  return media.DispCallFunc(handle, platform::Interface::kUnknown, platform::IUnknown::Release.slot, {});
 }
 
 TEST(RecordingMedia, KnowsWhatHasNotBeenReleased) {
@@ -67,7 +67,9 @@ TEST(RecordingMedia, WrongArgumentTypesAreAMisuse) {
   InterfaceHandle session{};
   media.MFCreateMediaSession(session);
   const platform::Argument wrong[] = {platform::Argument(1.0f)};
-  EXPECT_EQ(media.DispCallFunc(session, platform::IMFMediaSession::Stop.slot, wrong), std::nullopt);
+  EXPECT_EQ(media.DispCallFunc(session, platform::Interface::kMediaSession,
+                               platform::IMFMediaSession::Stop.slot, wrong),
+            std::nullopt);
   EXPECT_EQ(media.Misuses(), (Strings{"impossible call session.Stop(1.000000)"}));
 }
 

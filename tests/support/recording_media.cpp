@@ -122,8 +122,8 @@ std::string RecordingMedia::ArgumentText(const Argument& argument) {
       argument);
 }
 
-std::optional<HResult> RecordingMedia::DispCallFunc(InterfaceHandle handle, std::int32_t slot,
-                                                    std::span<const Argument> arguments) {
+std::optional<HResult> RecordingMedia::DispCallFunc(InterfaceHandle handle, platform::Interface interface_id,
+                                                    std::int32_t slot, std::span<const Argument> arguments) {
   const std::string label = LabelOf(handle);
   const auto found = objects_.find(handle);
   if (found == objects_.end()) return std::nullopt;
@@ -138,8 +138,8 @@ std::optional<HResult> RecordingMedia::DispCallFunc(InterfaceHandle handle, std:
   return Run(full_name, record + ")", [&, this]() -> std::optional<HResult> {
     Object& object = objects_.at(handle);
     if (object.released) return std::nullopt;
-    if (slot != platform::IUnknown::Release.slot) {
-      const auto result = object.table.Call(slot, arguments);
+    if (interface_id != platform::Interface::kUnknown || slot != platform::IUnknown::Release.slot) {
+      const auto result = object.table.Call(interface_id, slot, arguments);
       if (!result) misuses_.push_back("impossible call " + record + ")");
       return result;
     }

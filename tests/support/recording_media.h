@@ -104,7 +104,8 @@ class RecordingMedia : public platform::MediaFramework, public platform::Interfa
                                                   platform::InterfaceHandle& out) override;
   platform::HResult MFGetService(platform::InterfaceHandle object, const platform::Guid& service,
                                  const platform::Guid& iid, platform::InterfaceHandle& out) override;
-  std::optional<platform::HResult> DispCallFunc(platform::InterfaceHandle object, std::int32_t slot,
+  std::optional<platform::HResult> DispCallFunc(platform::InterfaceHandle object,
+                                                platform::Interface interface_id, std::int32_t slot,
                                                 std::span<const platform::Argument> arguments) override;
   platform::HResult CoCreateInstance(const platform::Guid& clsid, platform::InterfaceHandle outer,
                                      std::int32_t class_context, const platform::Guid& iid,

@@ -63,12 +63,29 @@ TEST_F(CallsTest, AReleasedHandleCannotBeCalled) {
 TEST_F(CallsTest, AnUnknownSlotAndWrongArgumentsCannotBeCalled) {
   InterfaceHandle topology{};
   ASSERT_EQ(Media().MFCreateTopology(topology), kSOk);
-  EXPECT_EQ(Media().DispCallFunc(topology, 99, {}), std::nullopt);
-  EXPECT_EQ(Media().DispCallFunc(topology, -1, {}), std::nullopt);
-  EXPECT_EQ(Media().DispCallFunc(topology, IMFTopology::AddNode.slot, {}), std::nullopt);
+  const auto call = [&](Interface interface_id, std::int32_t slot, std::span<const Argument> arguments) {
+    return Media().DispCallFunc(topology, interface_id, slot, arguments);
+  };
+  EXPECT_EQ(call(Interface::kTopology, 99, {}), std::nullopt);
+  EXPECT_EQ(call(Interface::kTopology, -1, {}), std::nullopt);
+  EXPECT_EQ(call(Interface::kTopology, IMFTopology::AddNode.slot, {}), std::nullopt);
   const std::vector<Argument> number = {Argument(7)};
-  EXPECT_EQ(Media().DispCallFunc(topology, IMFTopology::AddNode.slot, number), std::nullopt);
-  EXPECT_EQ(Media().DispCallFunc(topology, IUnknown::Release.slot, number), std::nullopt);
+  EXPECT_EQ(call(Interface::kTopology, IMFTopology::AddNode.slot, number), std::nullopt);
+  EXPECT_EQ(call(Interface::kUnknown, IUnknown::Release.slot, number), std::nullopt);
+}
+
+TEST_F(CallsTest, AnOperationOfAnotherInterfaceCannotBeCalledThoughItsSlotAndArgumentsFit) {
+  InterfaceHandle topology{};
+  InterfaceHandle node{};
+  InterfaceHandle session{};
+  ASSERT_EQ(Media().MFCreateTopology(topology), kSOk);
+  ASSERT_EQ(Media().MFCreateTopologyNode(0, node), kSOk);
+  ASSERT_EQ(Media().MFCreateMediaSession(session), kSOk);
+  // Both are slot 34; the activation's takes nothing, the topology's a node.
+  EXPECT_EQ(Call(Media(), topology, IMFActivate::ShutdownObject), std::nullopt);
+  EXPECT_EQ(Call(Media(), session, IMFMediaSource::Shutdown), std::nullopt) << "slot 12 closes a session";
+  EXPECT_EQ(Call(Media(), session, IMFMediaSession::Close), kSOk);
+  EXPECT_EQ(Call(Media(), topology, IMFTopology::AddNode, node), kSOk);
 }
 
 TEST_F(CallsTest, MissingAddressesAreRefused) {

@@ -32,7 +32,7 @@ template <typename... Types>
 std::optional<HResult> Call(platform::InterfaceCalls& calls, InterfaceHandle object,
                             const platform::Operation<Types...>& operation, Types... arguments) {
   const std::vector<platform::Argument> list = {platform::Argument(arguments)...};
-  return calls.DispCallFunc(object, operation.slot, list);
+  return calls.DispCallFunc(object, operation.interface_id, operation.slot, list);
 }
 
 /// Plays in time, but into nothing.
