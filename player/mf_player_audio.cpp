@@ -3,8 +3,8 @@
 #include <limits>
 #include <utility>
 
+#include "app/text/numbers.h"
 #include "player/mf_player.h"
-#include "player/rounding.h"
 #include "ports/media_interfaces.h"
 
 namespace player {
@@ -67,7 +67,7 @@ std::optional<std::int16_t> clsMFPlayer::AnsweredVolume() {
                                   &volume))) {
     return std::nullopt;
   }
-  const double hundredths = RoundTiesToEven(static_cast<double>(volume) * 100.0);
+  const double hundredths = app::RoundTiesToEven(static_cast<double>(volume) * 100.0);
   using Limits = std::numeric_limits<std::int16_t>;
   const bool fits = hundredths >= Limits::min() && hundredths <= Limits::max();
   if (!fits) return std::nullopt;

@@ -3,8 +3,8 @@
 #include <string>
 #include <variant>
 
+#include "app/text/numbers.h"
 #include "player/mf_player.h"
-#include "player/rounding.h"
 #include "ports/media_interfaces.h"
 
 namespace player {
@@ -87,7 +87,7 @@ Text clsMFPlayer::DurationHMS() const { return CurrencyTime2HMS(duration_.value)
 
 Text clsMFPlayer::CurrencyTime2HMS(std::int64_t time) {
   const auto seconds =
-      static_cast<std::int64_t>(RoundTiesToEven(static_cast<double>(time) / kUnitsPerSecond));
+      static_cast<std::int64_t>(app::RoundTiesToEven(static_cast<double>(time) / kUnitsPerSecond));
   const std::int64_t rest = seconds % 3600;
   Text text;
   AppendTwoDigits(text, seconds / 3600);

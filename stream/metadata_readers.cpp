@@ -1,12 +1,12 @@
 #include "stream/metadata_readers.h"
 
 #include <array>
-#include <cmath>
 #include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
 
+#include "app/text/numbers.h"
 #include "stream/block_rules.h"
 #include "stream/icy_demultiplexer.h"
 #include "stream/internet_handles.h"
@@ -24,7 +24,7 @@ const Text kTimeOut = u"TimeOut";
 class ElapsedSeconds {
  public:
   explicit ElapsedSeconds(platform::Clock& clock)
-      : clock_(clock), start_(std::nearbyint(clock.SecondsSinceMidnight())) {}
+      : clock_(clock), start_(app::RoundTiesToEven(clock.SecondsSinceMidnight())) {}
   [[nodiscard]] bool Exceed(double limit) const { return clock_.SecondsSinceMidnight() - start_ > limit; }
 
  private:

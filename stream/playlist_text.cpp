@@ -8,13 +8,6 @@
 namespace stream {
 namespace {
 
-// Half of `value`, rounded to the nearest whole number, halves to the even neighbour.
-std::size_t HalfToEven(std::size_t value) {
-  const std::size_t floor = value / 2;
-  const bool is_half = value % 2 != 0;
-  return is_half && floor % 2 != 0 ? floor + 1 : floor;
-}
-
 Text OneEntryPls(TextView address) {
   Text text = u"[playlist]\r\nNumberOfEntries = 1\r\nFile1=";
   text += address;
@@ -32,7 +25,8 @@ TextView ExtInfTitle(TextView line) {
 // entry is counted all the same.
 Text PlsFromExtendedM3u(TextView response) {
   const std::vector<Text> lines = app::Split(response, kCrLf);
-  const std::size_t entries = HalfToEven(lines.size() - 1);
+  const auto entries =
+      static_cast<std::size_t>(app::RoundTiesToEven(static_cast<double>(lines.size() - 1) / 2));
   Text pls =
       u"[playlist]\r\nNumberOfEntries = " + app::FormatNumber(static_cast<std::int64_t>(entries)) + u"\r\n";
   for (std::size_t i = 1; i <= entries; ++i) {

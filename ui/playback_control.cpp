@@ -1,11 +1,11 @@
 #include "ui/playback_control.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 #include <vector>
 
 #include "app/state/status_sentences.h"
+#include "app/text/numbers.h"
 #include "controls/picture_place.h"
 
 namespace ui {
@@ -23,8 +23,8 @@ constexpr std::int32_t kStopped = 2;
 /// A public directory of internet radio stations.
 constexpr std::u16string_view kStationDirectory = u"https://www.radio-browser.info/";
 
-/// A peak of 0 to 1 on the scale of the bars, halves to the even number.
-int BarValue(float peak) { return static_cast<int>(std::nearbyint(peak * 10000.0F)); }
+/// A peak of 0 to 1 on the scale of the bars.
+int BarValue(float peak) { return static_cast<int>(app::RoundTiesToEven(peak * 10000.0F)); }
 
 }  // namespace
 

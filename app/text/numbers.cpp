@@ -31,11 +31,15 @@ std::optional<double> ToNumber(TextView text) {
   return negative ? -number : number;
 }
 
-std::optional<std::int32_t> RoundToInt32(double number) {
+double RoundTiesToEven(double number) {
   const double below = std::floor(number);
   const double part = number - below;
   const bool up = part > 0.5 || (part == 0.5 && std::fmod(below, 2.0) != 0.0);
-  const double rounded = up ? below + 1.0 : below;
+  return up ? below + 1.0 : below;
+}
+
+std::optional<std::int32_t> RoundToInt32(double number) {
+  const double rounded = RoundTiesToEven(number);
   const bool fits = rounded >= std::numeric_limits<std::int32_t>::min() &&
                     rounded <= std::numeric_limits<std::int32_t>::max();
   if (!fits) return {};

@@ -14,7 +14,11 @@ namespace app {
 /// number is too large.
 [[nodiscard]] std::optional<double> ToNumber(TextView text);
 
-/// The nearest whole number, halves to the even neighbour. Nothing when it does not fit (NaN included).
+/// The nearest whole number; of two equally near ones the even one (0.5 gives 0, 1.5 gives 2). The one way in
+/// which the program rounds.
+[[nodiscard]] double RoundTiesToEven(double number);
+
+/// The number rounded in this way. Nothing when it does not fit (NaN included).
 [[nodiscard]] std::optional<std::int32_t> RoundToInt32(double number);
 
 /// The number that a text stands for, rounded in this way: "2.5" gives 2, " 3,5 " gives 4.

@@ -53,6 +53,21 @@ TEST(ToNumber, ReadsFractionsWithPointOrComma) {
   EXPECT_EQ(ToNumber(u"1.234,5"), std::nullopt);
 }
 
+TEST(RoundTiesToEven, TiesGoToTheEvenNumber) {
+  EXPECT_EQ(RoundTiesToEven(0.5), 0.0);
+  EXPECT_EQ(RoundTiesToEven(1.5), 2.0);
+  EXPECT_EQ(RoundTiesToEven(2.5), 2.0);
+  EXPECT_EQ(RoundTiesToEven(-0.5), 0.0);
+  EXPECT_EQ(RoundTiesToEven(-1.5), -2.0);
+}
+
+TEST(RoundTiesToEven, EverythingElseGoesToTheNearest) {
+  EXPECT_EQ(RoundTiesToEven(0.49999999999999994), 0.0);
+  EXPECT_EQ(RoundTiesToEven(12.51), 13.0);
+  EXPECT_EQ(RoundTiesToEven(-12.51), -13.0);
+  EXPECT_EQ(RoundTiesToEven(7.0), 7.0);
+}
+
 TEST(RoundToInt32, FailsForWhatDoesNotFit) {
   EXPECT_EQ(RoundToInt32(0.5), 0);
   EXPECT_EQ(RoundToInt32(-1.5), -2);
