@@ -12,6 +12,7 @@
 #include "app/text/text_helpers.h"
 #include "app/text/text_utilities.h"
 #include "playlist/local_playlist.h"
+#include "stream/header_lines.h"
 #include "stream/stream_address.h"
 #include "stream/text_pieces.h"
 
@@ -23,21 +24,14 @@ using platform::TextView;
 
 namespace {
 
-// The positions in the table of header names.
-constexpr std::int32_t kIcyName = 0;
-constexpr std::int32_t kIcyMetaint = 9;
-constexpr std::int32_t kContentType = 10;
-
 bool IsPlaylistFile(platform::Files& files, platform::TextConversion& conversion, const Text& link) {
   const std::optional<Text> extension = app::GetFileExt(conversion, link);
   return (extension == u"M3U" || extension == u"TXT") && files.PathFileExistsW(link);
 }
 
 // A header's bytes have come through the code page; servers send UTF-8 in them too.
-Text Decoded(platform::TextConversion& conversion, const Text& value) {
-  const std::string bytes = conversion.WideCharToMultiByte(CodePage::kAnsi, value);
-  const bool is_utf8 = app::IsUTF8(bytes, static_cast<std::int32_t>(bytes.size()));
-  return is_utf8 ? conversion.MultiByteToWideChar(CodePage::kUtf8, bytes) : value;
+Text DecodedHeader(platform::TextConversion& conversion, const Text& value) {
+  return app::Decoded(conversion, conversion.WideCharToMultiByte(CodePage::kAnsi, value));
 }
 
 // The value of a header that may be there twice or carry parameters.
@@ -103,10 +97,10 @@ Text HostOf(const Text& address) {
 
 StreamFacts FactsOf(const stream::clsFunkhaus& cFunkhaus, platform::TextConversion& conversion) {
   StreamFacts facts;
-  facts.station = Decoded(conversion, cFunkhaus.GetStreamQueryInfo(kIcyName));
-  facts.content_type = FirstValue(cFunkhaus.GetStreamQueryInfo(kContentType));
+  facts.station = DecodedHeader(conversion, cFunkhaus.GetStreamQueryInfo(stream::kIcyName));
+  facts.content_type = FirstValue(cFunkhaus.GetStreamQueryInfo(stream::kContentType));
   facts.is_sound = IsSound(facts.content_type);
-  const Text metaint = FirstValue(cFunkhaus.GetStreamQueryInfo(kIcyMetaint));
+  const Text metaint = FirstValue(cFunkhaus.GetStreamQueryInfo(stream::kIcyMetaint));
   if (app::ToInt32(metaint).value_or(0) > 0) facts.metaint = metaint;
   facts.is_file = IsFile(cFunkhaus);
   return facts;

@@ -9,7 +9,6 @@
 namespace stream {
 namespace {
 
-constexpr std::int32_t kIcyUrl = 7;
 constexpr std::array<TextView, kHeaderNameCount> kHeaderNames = {
     u"icy-name", u"ice-audio-info", u"icy-audio-info", u"icy-description", u"icy-br", u"icy-sr", u"icy-genre",
     u"icy-url",  u"icy-pub",        u"icy-metaint",    u"Content-Type",    u"Server", u"Date",   u"Expires"};

@@ -9,8 +9,12 @@
 
 namespace stream {
 
-/// How many header names can be asked for.
+/// How many header names can be asked for, and the positions of those that the program asks for itself.
 inline constexpr std::int32_t kHeaderNameCount = 14;
+inline constexpr std::int32_t kIcyName = 0;
+inline constexpr std::int32_t kIcyUrl = 7;
+inline constexpr std::int32_t kIcyMetaint = 9;
+inline constexpr std::int32_t kContentType = 10;
 
 /// The name with the given index: icy-name, ice-audio-info, icy-audio-info, icy-description, icy-br,
 /// icy-sr, icy-genre, icy-url, icy-pub, icy-metaint, Content-Type, Server, Date, Expires. Empty outside 0

@@ -156,15 +156,9 @@ class TitleSplitter {
   int empty_blocks_ = 0;
 };
 
-Text DecodedBlock(platform::TextConversion& conversion, const std::string& block) {
-  const bool is_utf8 = app::IsUTF8(block, static_cast<std::int32_t>(block.size()));
-  const platform::CodePage page = is_utf8 ? platform::CodePage::kUtf8 : platform::CodePage::kAnsi;
-  return conversion.MultiByteToWideChar(page, block);
-}
-
 TitleSplitter::Characters CharactersBy(const RecordOptions& options, platform::TextConversion& conversion) {
   if (options.title_characters == RecordOptions::TitleCharacters::kByteValues) return CharactersOfSameCode;
-  return [&conversion](const std::string& block) { return DecodedBlock(conversion, block); };
+  return [&conversion](const std::string& block) { return app::Decoded(conversion, block); };
 }
 
 }  // namespace

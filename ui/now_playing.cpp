@@ -8,6 +8,7 @@
 #include "app/text/numbers.h"
 #include "app/text/text_utilities.h"
 #include "ports/text_conversion.h"
+#include "stream/header_lines.h"
 
 namespace ui {
 
@@ -16,7 +17,6 @@ using platform::Text;
 
 namespace {
 
-constexpr std::int32_t kMetaInt = 9;  // icy-metaint in the stream client's table of header names
 constexpr std::int32_t kBytesExamined = 2048;
 
 }  // namespace
@@ -49,9 +49,9 @@ void NowPlaying::FetchTitle(const std::function<bool()>& wanted) {
   // A run over all stations may have used the client meanwhile; its last station is not this one.
   if (cFunkhaus->StreamUrl() != target) return;
 
-  Text interval = cFunkhaus->GetStreamQueryInfo(kMetaInt);
+  Text interval = cFunkhaus->GetStreamQueryInfo(stream::kIcyMetaint);
   if (interval.empty()) return;
-  interval = cFunkhaus->GetStreamQueryInfo(kMetaInt);
+  interval = cFunkhaus->GetStreamQueryInfo(stream::kIcyMetaint);
   if (interval.empty()) return parts_.Label4.SetCaption(u"Keine Info!");
 
   const Text title = ReadTitle(interval);
@@ -108,9 +108,9 @@ NowPlaying::RunState NowPlaying::FetchRowTitle(controls::ListView& list, RowId r
   if (ports_.message_loop.InputEndsWait()) return RunState::kGoOn;
   ports_.message_loop.ProcessPendingMessages();
   if (closing_()) return RunState::kEnd;
-  if (cFunkhaus->GetStreamQueryInfo(kMetaInt).empty()) return RunState::kGoOn;
+  if (cFunkhaus->GetStreamQueryInfo(stream::kIcyMetaint).empty()) return RunState::kGoOn;
   list.SetCell(row, app::kTitleCell, u"Hole Info...");
-  const Text interval = cFunkhaus->GetStreamQueryInfo(kMetaInt);
+  const Text interval = cFunkhaus->GetStreamQueryInfo(stream::kIcyMetaint);
   if (interval.empty()) return RunState::kGoOn;
   const Text title = ReadTitle(interval);
   if (closing_()) return RunState::kEnd;

@@ -52,6 +52,11 @@ bool IsUTF8(std::string_view bytes, std::int32_t count) {
   return IsUTF8(std::as_bytes(std::span(bytes)), count);
 }
 
+Text Decoded(platform::TextConversion& conversion, std::string_view bytes) {
+  const bool is_utf8 = IsUTF8(bytes, static_cast<std::int32_t>(bytes.size()));
+  return conversion.MultiByteToWideChar(is_utf8 ? CodePage::kUtf8 : CodePage::kAnsi, bytes);
+}
+
 Text Utf8ByteStringToText(platform::TextConversion& conversion, TextView byte_string) {
   return Utf8BytesToText(conversion, conversion.WideCharToMultiByte(CodePage::kAnsi, byte_string));
 }

@@ -21,6 +21,10 @@ namespace app {
 [[nodiscard]] bool IsUTF8(std::span<const std::byte> bytes, std::int32_t count);
 [[nodiscard]] bool IsUTF8(std::string_view bytes, std::int32_t count);
 
+/// The text of bytes of which nobody says whether they are UTF-8 or in the ANSI code page: IsUTF8 over all of
+/// them decides.
+[[nodiscard]] Text Decoded(platform::TextConversion& conversion, std::string_view bytes);
+
 // A byte string is a text whose characters stand for one byte each, by way of the ANSI code page.
 
 /// Decodes the bytes of a byte string as UTF-8; malformed parts become U+FFFD.

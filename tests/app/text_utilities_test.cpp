@@ -111,6 +111,14 @@ TEST_F(TextUtilitiesTest, IsUTF8TakesByteSpansToo) {
   EXPECT_FALSE(IsUTF8(bytes, 1));
 }
 
+TEST_F(TextUtilitiesTest, BytesOfAnUnknownKindAreDecodedAsUtf8WhereTheyAreUtf8) {
+  EXPECT_EQ(Decoded(conversion_, "K\xC3\xBC"), u"K\u00FC");
+  EXPECT_EQ(Decoded(conversion_, "K\xFC\x80"), u"K\u00FC\u20AC");
+  EXPECT_EQ(Decoded(conversion_, "K"), u"K");
+  EXPECT_EQ(Decoded(conversion_, std::string(3000, 'K') + "\xC3\xBC"), Text(3000, u'K') + u"\u00FC")
+      << "all bytes count";
+}
+
 TEST_F(TextUtilitiesTest, ByteStringsCarryUtf8ThroughTheAnsiCodePage) {
   EXPECT_EQ(TextToUtf8ByteString(conversion_, u"Grüße €"), u"GrÃ¼ÃŸe â‚¬");
   EXPECT_EQ(Utf8ByteStringToText(conversion_, u"GrÃ¼ÃŸe â‚¬"), u"Grüße €");
