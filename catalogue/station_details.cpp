@@ -3,13 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <optional>
 #include <utility>
 
 #include "app/state/station_row.h"
 #include "app/text/numbers.h"
 #include "app/text/text_helpers.h"
-#include "app/text/text_utilities.h"
 #include "controls/picture_place.h"
 #include "playlist/local_playlist.h"
 
@@ -46,7 +44,7 @@ void StationDetails::ShowStationDetails() {
   state_.current_stream_address = link;
   actions_.take_row(list, row);
 
-  const bool is_playlist_file = IsPlaylistFileName(link);
+  const bool is_playlist_file = playlist::IsPlaylistFileName(ports_.conversion, link);
   if (!is_playlist_file) parts_.UpDownTextBox1.SetText(u"0");
   ShowNumberField(is_playlist_file);
   if (is_playlist_file && parts_.UpDownTextBox1.GetText().empty()) parts_.UpDownTextBox1.SetText(u"1");
@@ -93,11 +91,6 @@ void StationDetails::FillFields(const ListView& list, RowId row) {
   state_.filling_fields = false;
 }
 
-bool StationDetails::IsPlaylistFileName(const Text& link) const {
-  const std::optional<Text> extension = app::GetFileExt(ports_.conversion, link);
-  return extension == u"M3U" || extension == u"TXT";
-}
-
 void StationDetails::ShowNumberField(bool shown) {
   parts_.UpDownTextBox1.SetVisible(shown);
   parts_.Label2.SetVisible(shown);
@@ -110,7 +103,7 @@ std::int32_t StationDetails::EntryNumber() const {
 }
 
 Text StationDetails::AddressOf(const Text& link, std::int32_t number) {
-  if (IsPlaylistFileName(link) && ports_.files.PathFileExistsW(link)) {
+  if (playlist::IsPlaylistFileName(ports_.conversion, link) && ports_.files.PathFileExistsW(link)) {
     return playlist::GetLocalPlaylistEntry(ports_.files, ports_.conversion, link, number);
   }
   if (!cFunkhaus || !cFunkhaus->IsUrlPlaylist(link)) return link;
@@ -119,8 +112,7 @@ Text StationDetails::AddressOf(const Text& link, std::int32_t number) {
   Text entry;
   Text ignored_title;
   cFunkhaus->GetPlaylistEntry(number < 1 ? 0 : number - 1, entry, ignored_title);
-  const auto line_end = entry.find(u'\n');
-  return line_end == Text::npos ? entry : entry.substr(0, line_end);
+  return Text(app::FirstLine(entry));
 }
 
 void StationDetails::ShowPicture(const Text& station_name) {

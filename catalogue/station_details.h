@@ -65,7 +65,6 @@ class StationDetails {
   /// A station selected anew is asked again, however silent it was.
   void SayWanted(const platform::Text& address);
   [[nodiscard]] platform::Text AddressOf(const platform::Text& link, std::int32_t number);
-  [[nodiscard]] bool IsPlaylistFileName(const platform::Text& link) const;
   /// Whether the row is the selected one and is as it was when the working out began.
   [[nodiscard]] bool StillSelected(const controls::ListRow& worked_out) const;
   void ShowPicture(const platform::Text& station_name);

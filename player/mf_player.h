@@ -15,6 +15,7 @@
 #include "ports/environment.h"
 #include "ports/interface_call.h"
 #include "ports/media_framework.h"
+#include "ports/media_interfaces.h"
 #include "ports/message_loop.h"
 #include "ports/property_value.h"
 #include "ports/text.h"
@@ -22,10 +23,10 @@
 namespace player {
 
 /// The states of the presentation clock, as PlayState gives them.
-inline constexpr std::int32_t kPlayStateInvalid = 0;
-inline constexpr std::int32_t kPlayStateRunning = 1;
-inline constexpr std::int32_t kPlayStateStopped = 2;
-inline constexpr std::int32_t kPlayStatePaused = 3;
+inline constexpr std::int32_t kPlayStateInvalid = static_cast<std::int32_t>(platform::ClockState::kInvalid);
+inline constexpr std::int32_t kPlayStateRunning = static_cast<std::int32_t>(platform::ClockState::kRunning);
+inline constexpr std::int32_t kPlayStateStopped = static_cast<std::int32_t>(platform::ClockState::kStopped);
+inline constexpr std::int32_t kPlayStatePaused = static_cast<std::int32_t>(platform::ClockState::kPaused);
 
 /// No operation raises an error: what fails gives false, 0 or "" and leaves its output as it was.
 ///

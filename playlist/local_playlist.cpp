@@ -1,9 +1,17 @@
 #include "playlist/local_playlist.h"
 
+#include <optional>
+
 #include "app/text/text_helpers.h"
+#include "app/text/text_utilities.h"
 #include "playlist/text_file.h"
 
 namespace playlist {
+
+bool IsPlaylistFileName(platform::TextConversion& conversion, TextView link) {
+  const std::optional<Text> extension = app::GetFileExt(conversion, link);
+  return extension == u"M3U" || extension == u"TXT";
+}
 
 Text GetLocalPlaylistEntry(platform::Files& files, platform::TextConversion& conversion, const Text& path,
                            std::int32_t number) {

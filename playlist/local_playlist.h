@@ -10,6 +10,9 @@
 
 namespace playlist {
 
+/// Whether a link has the name of a playlist file on the disk (".m3u" or ".txt"), be there one or not.
+[[nodiscard]] bool IsPlaylistFileName(platform::TextConversion& conversion, app::TextView link);
+
 /// The entry of a playlist file with this number, counted from 1: a line that begins with "http" or names an
 /// existing file or folder. The last entry when there is none with this number; empty when the file has no
 /// entry or cannot be read.

@@ -88,11 +88,14 @@ inline constexpr Operation<InterfaceHandle*> GetClock{Interface::kMediaSession, 
                                                       "IMFMediaSession::GetClock"};
 }  // namespace IMFMediaSession
 
+/// What IMFClock::GetState says.
+enum class ClockState : std::int32_t { kInvalid = 0, kRunning = 1, kStopped = 2, kPaused = 3 };
+
 namespace IMFClock {
 /// Reserved (0), clock time and system time in 100-nanosecond units.
 inline constexpr Operation<std::int32_t, std::int64_t*, std::int64_t*> GetCorrelatedTime{
     Interface::kClock, 4, "IMFClock::GetCorrelatedTime"};
-/// Reserved (0), state: 0 invalid, 1 running, 2 stopped, 3 paused.
+/// Reserved (0), state (a ClockState).
 inline constexpr Operation<std::int32_t, std::int32_t*> GetState{Interface::kClock, 6, "IMFClock::GetState"};
 }  // namespace IMFClock
 

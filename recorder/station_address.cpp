@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,11 +22,6 @@ using platform::Text;
 using platform::TextView;
 
 namespace {
-
-bool IsPlaylistFile(platform::Files& files, platform::TextConversion& conversion, const Text& link) {
-  const std::optional<Text> extension = app::GetFileExt(conversion, link);
-  return (extension == u"M3U" || extension == u"TXT") && files.PathFileExistsW(link);
-}
 
 // A header's bytes have come through the code page; servers send UTF-8 in them too.
 Text DecodedHeader(platform::TextConversion& conversion, const Text& value) {
@@ -74,14 +68,14 @@ bool IsFile(const stream::clsFunkhaus& cFunkhaus) {
 
 Text AddressOf(stream::clsFunkhaus& cFunkhaus, platform::Files& files, platform::TextConversion& conversion,
                const Text& link) {
-  if (IsPlaylistFile(files, conversion, link)) {
+  if (playlist::IsPlaylistFileName(conversion, link) && files.PathFileExistsW(link)) {
     return Askable(Text(app::Trim(playlist::GetLocalPlaylistEntry(files, conversion, link, 1))));
   }
   if (!cFunkhaus.IsUrlPlaylist(link) || cFunkhaus.GetPlaylistNumberOfEntries() <= 0) return Askable(link);
   Text entry;
   Text ignored_title;
   cFunkhaus.GetPlaylistEntry(0, entry, ignored_title);
-  return Askable(Text(app::Trim(TextView(entry).substr(0, entry.find(u'\n')))));
+  return Askable(Text(app::Trim(app::FirstLine(entry))));
 }
 
 Text HostOf(const Text& address) {

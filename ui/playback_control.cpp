@@ -16,10 +16,6 @@ using player::clsMFPlayer;
 
 namespace {
 
-constexpr std::int32_t kInvalid = 0;
-constexpr std::int32_t kRunning = 1;
-constexpr std::int32_t kStopped = 2;
-
 /// A public directory of internet radio stations.
 constexpr std::u16string_view kStationDirectory = u"https://www.radio-browser.info/";
 
@@ -160,7 +156,7 @@ void PlaybackControl::cPlayer_MediaFileIsReady(bool IsReady) {
   if (!IsReady || !cPlayer) return;
   const std::shared_ptr<clsMFPlayer> player = cPlayer;
   const std::int32_t play_state = player->PlayState();
-  if (play_state != kStopped && play_state != kInvalid) return;
+  if (play_state != player::kPlayStateStopped && play_state != player::kPlayStateInvalid) return;
   if (!player->PlayMedia()) return reports_.status_line.NotPlayable();
   reports_.mark.Playing();
   parts_.tmPlay.SetEnabled(true);
@@ -174,7 +170,7 @@ void PlaybackControl::Command6_Click() {
   parts_.Timer2.SetEnabled(false);
   if (cFunkhaus) cFunkhaus->StopRecStream();
   const std::shared_ptr<clsMFPlayer> player = cPlayer;
-  if (!player || player->PlayState() != kRunning) {
+  if (!player || player->PlayState() != player::kPlayStateRunning) {
     reports_.mark.GivenUp();
     reports_.status_line.Stopped();
     return;

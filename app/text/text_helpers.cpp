@@ -31,6 +31,8 @@ std::vector<Text> Split(TextView text, TextView separator) {
   return pieces;
 }
 
+TextView FirstLine(TextView text) { return text.substr(0, text.find(u'\n')); }
+
 Text Join(std::span<const Text> pieces, TextView separator) {
   Text joined;
   for (std::size_t index = 0; index < pieces.size(); ++index) {

@@ -21,6 +21,9 @@ namespace app {
 /// pieces; an empty separator gives the whole text as one piece.
 [[nodiscard]] std::vector<Text> Split(TextView text, TextView separator);
 
+/// `text` up to its first line feed, which is not included. A view into `text`.
+[[nodiscard]] TextView FirstLine(TextView text);
+
 /// The pieces with `separator` between them.
 [[nodiscard]] Text Join(std::span<const Text> pieces, TextView separator);
 

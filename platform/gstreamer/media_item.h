@@ -12,11 +12,9 @@
 #include "platform/gstreamer/item_state.h"
 #include "platform/gstreamer/media_supervisor.h"
 #include "ports/interface_call.h"
+#include "ports/media_interfaces.h"
 
 namespace platform::gstreamer {
-
-/// The values of IMFClock::GetState.
-enum class ClockState : std::int32_t { kInvalid = 0, kRunning = 1, kStopped = 2, kPaused = 3 };
 
 /// Begins to open at once; WaitOpened says when it is done. The destructor shuts the item down.
 class MediaItem {

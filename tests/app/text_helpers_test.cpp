@@ -26,6 +26,13 @@ TEST(TrimControls, DropsBlanksAndControlsAtBothEnds) {
   EXPECT_EQ(TrimControls(u""), u"");
 }
 
+TEST(FirstLine, EndsBeforeTheFirstLineFeed) {
+  EXPECT_EQ(FirstLine(u"a\r\nb\nc"), u"a\r");
+  EXPECT_EQ(FirstLine(u"\na"), u"");
+  EXPECT_EQ(FirstLine(u"a"), u"a");
+  EXPECT_EQ(FirstLine(u""), u"");
+}
+
 TEST(Split, KeepsEmptyPieces) {
   EXPECT_EQ(Split(u";a;;b;", u";"), (Pieces{u"", u"a", u"", u"b", u""}));
   EXPECT_EQ(Split(u";", u";"), (Pieces{u"", u""}));

@@ -98,6 +98,10 @@ TEST(MediaInterfaces, ValueTypesAndResultsHaveThePlatformsNumbers) {
       {PropertyType::kDouble, 5},        {PropertyType::kGuid, 72},   {PropertyType::kWideStringVector, 4127},
       {PropertyType::kStringArray, 8200}};
   for (const auto& [type, number] : numbers) EXPECT_EQ(static_cast<std::uint16_t>(type), number);
+  EXPECT_EQ(static_cast<int>(ClockState::kInvalid), 0);
+  EXPECT_EQ(static_cast<int>(ClockState::kRunning), 1);
+  EXPECT_EQ(static_cast<int>(ClockState::kStopped), 2);
+  EXPECT_EQ(static_cast<int>(ClockState::kPaused), 3);
   EXPECT_EQ(kErrorFileNotFound, -2147024894);
   EXPECT_EQ(kMfEUnsupportedByteStreamType, -1072875836);
 }

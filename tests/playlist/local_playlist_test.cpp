@@ -26,6 +26,15 @@ class LocalPlaylistTest : public testing::Test {
   test_support::PlainTextConversion conversion_;
 };
 
+TEST_F(LocalPlaylistTest, TheExtensionTellsALinkThatNamesAPlaylistFile) {
+  for (const Text link : {u"liste.m3u", u"D:\\Listen\\Meine.M3U", u"a.txt", u".TXT"}) {
+    EXPECT_TRUE(IsPlaylistFileName(conversion_, link)) << testing::PrintToString(link);
+  }
+  for (const Text link : {u"liste.m3u8", u"liste.pls", u"m3u", u"http://radio.example/a.m3u?x=1", u""}) {
+    EXPECT_FALSE(IsPlaylistFileName(conversion_, link)) << testing::PrintToString(link);
+  }
+}
+
 TEST_F(LocalPlaylistTest, CountsTheHttpLinesFromOne) {
   const std::string bytes = "#EXTM3U\n#EXTINF:-1,Eins\nhttp://1\n\n#EXTINF:-1,Zwei\nhttps://2\n";
   EXPECT_EQ(Entry(bytes, 1), u"http://1");
