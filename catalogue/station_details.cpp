@@ -33,7 +33,7 @@ void StationDetails::ShowStationDetails() {
   const RowId row = list.SelectedRow();
   if (row == RowId::kNone) return;
   const std::uint64_t run = ++latest_run_;
-  state_.reselect = true;
+  state_.details_are_stale = true;
 
   FillFields(list, row);
   const controls::ListRow worked_out = list.Rows()[*list.IndexOf(row)];
@@ -54,7 +54,7 @@ void StationDetails::ShowStationDetails() {
   if (run != latest_run_ || actions_.closing()) return;
   state_.current_stream_address = address;
   if (address != link) SayWanted(address);
-  if (StillSelected(worked_out)) state_.reselect = false;
+  if (StillSelected(worked_out)) state_.details_are_stale = false;
 
   actions_.fetch_title();
   if (run != latest_run_ || actions_.closing()) return;

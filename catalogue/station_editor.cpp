@@ -55,7 +55,7 @@ void StationEditor::TakeOverField(app::StationCell cell, const Text& value) {
   // The genre has no part in the details; a link or number that stays the same changes none of them.
   const bool changes_details = cell != app::kGenreCell && list.Cell(row, cell) != value;
   writer_.WriteCell(list, row, cell, value);
-  if (changes_details) state_.reselect = true;
+  if (changes_details) DetailsWereEdited();
 }
 
 void StationEditor::TakeOverAll() {
@@ -82,8 +82,10 @@ void StationEditor::UpdateEntry(ListView& list, RowId row) {
   const bool changes_details =
       list.Cell(row, app::kNameCell) != station.name || list.Cell(row, app::kLinkCell) != station.link;
   writer_.UpdateStation(list, row, station);
-  if (changes_details) state_.reselect = true;
+  if (changes_details) DetailsWereEdited();
 }
+
+void StationEditor::DetailsWereEdited() { state_.details_are_stale = true; }
 
 void StationEditor::DeleteEntry() {
   ListView& list = parts_.lists.Active();

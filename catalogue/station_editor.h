@@ -53,6 +53,7 @@ class StationEditor {
   void AddEntry();
   void UpdateEntry(controls::ListView& list, controls::RowId row);
   void DeleteEntry();
+  void DetailsWereEdited();
   [[nodiscard]] StationWriter::Station Fields() const;
 
   Parts parts_;

@@ -91,7 +91,7 @@ void StationLists::Sort(ListView& list, int column, SortDirection direction) {
   list.Sort(column, direction, [&](const ListRow& first, const ListRow& second) {
     return CompareForDisplay(list, first, second, cell, direction);
   });
-  state_.reselect = true;
+  state_.details_are_stale = true;
 }
 
 int StationLists::CompareForDisplay(const ListView& list, const ListRow& first, const ListRow& second,

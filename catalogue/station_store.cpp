@@ -27,7 +27,7 @@ StationStore::StationStore(Ports ports, app::IniProcedures& ini, const app::Sett
       sort_again_(std::move(sort_again)) {}
 
 void StationStore::LoadStations(const Text& Filter) {
-  state_.reselect = true;
+  state_.details_are_stale = true;
   std::vector<ListRow> rows = ReadRows(Filter);
   if (Filter.empty()) {
     FillFullList(std::move(rows));

@@ -58,7 +58,7 @@ void PlaybackControl::Command1_Click() {
                                platform::kMbIconInformation);
     return;
   }
-  if (state_.reselect && RefreshSelection() == StartState::kEnd) return;
+  if (state_.details_are_stale && RefreshSelection() == StartState::kEnd) return;
   if (actions_.closing()) return;
   parts_.Timer2.SetEnabled(true);
   // For the title, which the polling fetches: what is to be played is asked once more, however silent it was.
@@ -74,7 +74,7 @@ PlaybackControl::StartState PlaybackControl::RefreshSelection() {
   if (parts_.lists.filtered.Visible() && has_selection(parts_.lists.filtered)) return WorkOutAgain();
   if (!has_selection(parts_.lists.full)) return StartState::kGoOn;
   // Cleared before, so that what becomes doubtful during the waits stays so.
-  state_.reselect = false;
+  state_.details_are_stale = false;
   return WorkOutAgain();
 }
 

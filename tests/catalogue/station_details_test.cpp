@@ -233,7 +233,7 @@ TEST_F(StationDetailsTest, SelectionDuringThePlaylistFetchWins) {
   Select(u"A");
   EXPECT_EQ(Address(), u"http://b/");
   EXPECT_EQ(Form().TextBox1[0].GetText(), u"B");
-  EXPECT_FALSE(window->State().reselect);
+  EXPECT_FALSE(window->State().details_are_stale);
 }
 
 TEST_F(StationDetailsTest, WhatIsEditedWhileTheAddressIsWorkedOutStaysDoubtful) {
@@ -250,7 +250,7 @@ TEST_F(StationDetailsTest, WhatIsEditedWhileTheAddressIsWorkedOutStaysDoubtful) 
     };
     Select(u"A");
     message_loop.on_pump = nullptr;
-    EXPECT_TRUE(window->State().reselect) << button;
+    EXPECT_TRUE(window->State().details_are_stale) << button;
   }
 }
 
@@ -263,7 +263,7 @@ TEST_F(StationDetailsTest, RowThatIsReplacedWhileItIsWorkedOutStaysDoubtful) {
     if (!std::exchange(replaced, true)) Form().SymbolListview.Clear();
   };
   Form().SymbolListview.Select(RowNamed(Form().SymbolListview, u"A"));
-  EXPECT_TRUE(window->State().reselect);
+  EXPECT_TRUE(window->State().details_are_stale);
 }
 
 TEST_F(StationDetailsTest, AddressIsDoubtfulUntilItIsKnown) {
@@ -271,10 +271,10 @@ TEST_F(StationDetailsTest, AddressIsDoubtfulUntilItIsKnown) {
   Start();
   requests.request.states = {1, 4};
   bool doubtful = false;
-  message_loop.on_pump = [&] { doubtful = doubtful || window->State().reselect; };
+  message_loop.on_pump = [&] { doubtful = doubtful || window->State().details_are_stale; };
   Select(u"A");
   EXPECT_TRUE(doubtful);
-  EXPECT_FALSE(window->State().reselect);
+  EXPECT_FALSE(window->State().details_are_stale);
 }
 
 }  // namespace

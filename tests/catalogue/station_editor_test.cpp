@@ -70,9 +70,9 @@ TEST_F(StationEditorTest, EditedLinkOrNumberMakesTheDetailsDoubtful) {
   SelectStation(u"B");
   Fill(u"B", u"http://neu", u"Dance", CheckValue::kUnchecked, u"7");
   for (const std::size_t index : {0U, 2U}) {
-    state.reselect = false;
+    state.details_are_stale = false;
     Command8[index].Click();
-    EXPECT_TRUE(state.reselect);
+    EXPECT_TRUE(state.details_are_stale);
   }
 }
 
@@ -80,9 +80,9 @@ TEST_F(StationEditorTest, TakingOverTheGenreOrWhatIsThereAlreadyLeavesTheDetails
   SelectStation(u"A");
   Fill(u"A", u"http://a", u"Klassik", CheckValue::kUnchecked, u"2");
   for (const std::size_t index : {4U, 0U, 1U, 2U}) {
-    state.reselect = false;
+    state.details_are_stale = false;
     Command8[index].Click();
-    EXPECT_FALSE(state.reselect) << index;
+    EXPECT_FALSE(state.details_are_stale) << index;
   }
 }
 
@@ -91,9 +91,9 @@ TEST_F(StationEditorTest, TakingOverAnotherNameOrLinkWithAllFieldsMakesTheDetail
   for (const auto& [name, link] :
        {std::pair(u"Anders", u"http://a"), std::pair(u"Anders", u"http://anders")}) {
     Fill(name, link, u"Rock", CheckValue::kUnchecked, u"2");
-    state.reselect = false;
+    state.details_are_stale = false;
     Command8[1].Click();
-    EXPECT_TRUE(state.reselect);
+    EXPECT_TRUE(state.details_are_stale);
   }
 }
 

@@ -193,7 +193,7 @@ TEST_F(StationListsTest, DoubleClickInEitherListStartsPlaying) {
 
 TEST_F(StationListsTest, SortingMakesTheDetailsDoubtful) {
   SymbolListview.ClickHeader(0);
-  EXPECT_TRUE(state.reselect);
+  EXPECT_TRUE(state.details_are_stale);
 }
 
 TEST_F(StationListsTest, SelectionStaysWithItsRowWhenTheListIsSorted) {

@@ -191,9 +191,9 @@ TEST_F(StationStoreTest, SavedRowsAreNotKeptBesideTheLoadedOnes) {
 }
 
 TEST_F(StationStoreTest, LoadingMakesTheDetailsDoubtful) {
-  state.reselect = false;
+  state.details_are_stale = false;
   store.LoadStations(u"");
-  EXPECT_TRUE(state.reselect);
+  EXPECT_TRUE(state.details_are_stale);
 }
 
 }  // namespace

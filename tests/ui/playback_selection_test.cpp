@@ -12,11 +12,11 @@ TEST_F(PlaybackControlTest, DoubtfulDetailsAreWorkedOutAgainBeforeTheStart) {
   StartAndPlay();
   Form().TextBox1[1].SetText(u"http://neu/");
   Form().Command8[2].Click();
-  ASSERT_TRUE(window->State().reselect);
+  ASSERT_TRUE(window->State().details_are_stale);
   Form().Command1.Click();
   EXPECT_EQ(CountCalls(".Stop()"), 2U) << "stopped before the new start, and by the opening";
   EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://neu/\""), 1U);
-  EXPECT_FALSE(window->State().reselect);
+  EXPECT_FALSE(window->State().details_are_stale);
 }
 
 TEST_F(PlaybackControlTest, NumberThatTheRecordButtonTookOverIsThatOfTheNextStart) {
@@ -103,7 +103,7 @@ TEST_F(PlaybackControlTest, DoubtfulDetailsOfTheFilteredListAreThoseOfItsSelecte
   Form().Combo1.SetListIndex(2);
   SelectIn(Form().ExplorerListFilter, u"B");
   Form().ExplorerListFilter.ClickHeader(0);
-  ASSERT_TRUE(window->State().reselect);
+  ASSERT_TRUE(window->State().details_are_stale);
   Form().Command1.Click();
   EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://b/\""), 1U);
 }
@@ -111,14 +111,14 @@ TEST_F(PlaybackControlTest, DoubtfulDetailsOfTheFilteredListAreThoseOfItsSelecte
 TEST_F(PlaybackControlTest, FilterViewWithoutASelectionPlaysTheStationSelectedInTheFullList) {
   StartAndPlay();
   Form().Check3.Click();
-  ASSERT_TRUE(window->State().reselect);
+  ASSERT_TRUE(window->State().details_are_stale);
   const std::size_t stops = CountCalls(".Stop()");
   const std::size_t requests_before = requests.calls.size();
   Form().Command1.Click();
   EXPECT_GT(CountCalls(".Stop()"), stops);
   EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://a/\""), 2U);
   EXPECT_EQ(requests.calls.size(), requests_before);
-  EXPECT_FALSE(window->State().reselect);
+  EXPECT_FALSE(window->State().details_are_stale);
 }
 
 }  // namespace

@@ -173,7 +173,7 @@ TEST_F(PlaybackStatusTest, DoubtfulDetailsAreWorkedOutUnderASentenceOfTheirOwn) 
   PlayA();
   Form().TextBox1[1].SetText(u"http://neu/");
   Form().Command8[2].Click();
-  ASSERT_TRUE(window->State().reselect);
+  ASSERT_TRUE(window->State().details_are_stale);
   std::vector<Text> waiting;
   message_loop.on_pump = [&] { waiting.push_back(Line()); };
   ReachWhenOpened(PlaybackState::kConnecting);

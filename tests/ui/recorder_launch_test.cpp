@@ -80,13 +80,13 @@ TEST_F(RecorderLaunchTest, AnotherNumberOfAPlaylistMakesTheDetailsDoubtful) {
   Start();
   Select(u"A");
   Form().Command8[5].Click();
-  EXPECT_FALSE(window->State().reselect) << "the number is the row's own";
+  EXPECT_FALSE(window->State().details_are_stale) << "the number is the row's own";
   Form().UpDownTextBox1.SetText(u"7");
   Form().Command8[5].Click();
-  EXPECT_TRUE(window->State().reselect);
+  EXPECT_TRUE(window->State().details_are_stale);
   Select(u"B");
   Form().Command8[5].Click();
-  EXPECT_FALSE(window->State().reselect) << "no number changes the address of a link that is no playlist";
+  EXPECT_FALSE(window->State().details_are_stale) << "no number changes the address of a link that is no playlist";
 }
 
 TEST_F(RecorderLaunchTest, ActsOnTheFilteredListWhileItIsShown) {

@@ -52,7 +52,7 @@ class ReentryTest : public WindowTest {
             yes(form.Command8[0].Visible()),
             window->State().current_stream_address,
             window->State().current_station_name,
-            yes(window->State().reselect),
+            yes(window->State().details_are_stale),
             form.Label4.Caption(),
             form.Label3.Caption(),
             yes(form.Frame3.Visible()),
@@ -88,7 +88,7 @@ class ReentryTest : public WindowTest {
   void SelectDoubtfully() {
     Select(u"A");
     Form().SymbolListview.ClickHeader(0);
-    ASSERT_TRUE(window->State().reselect);
+    ASSERT_TRUE(window->State().details_are_stale);
   }
 
   /// `action` in a window that is closed meanwhile, at every moment in turn. Gives the number of moments.
