@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/state/scoped_flag.h"
 #include "app/text/text_helpers.h"
 #include "recorder/music_folder.h"
 #include "recorder/station_address.h"
@@ -47,27 +48,27 @@ StationRecording::StationRecording(const Ports& ports, Text folder, Limits limit
 void StationRecording::Run(const Text& link) {
   const Text address(app::TrimControls(link));
   if (running_ || address.empty()) return;
-  running_ = true;
-  stop_asked_ = false;
-  status_ = {};
-  kept_files_.emplace(ports_.stream.record_files, ports_.files);
-  RecordUntilStopped(address);
-  running_ = false;
+  {
+    const app::ScopedFlag running(running_);
+    status_ = {};
+    kept_files_.emplace(ports_.stream.record_files, ports_.files);
+    RecordUntilStopped(address, runs_.Begin());
+  }
   status_.phase = Phase::kEnded;
   Tell();
 }
 
-void StationRecording::RecordUntilStopped(const Text& link) {
+void StationRecording::RecordUntilStopped(const Text& link, const app::Runs::Run& run) {
   int pause = 1;
   int refusals = 0;
-  while (!stop_asked_) {
-    status_.fault = RecordOnce(link);
-    if (stop_asked_ || complete_) return;
+  while (run.Wanted()) {
+    status_.fault = RecordOnce(link, run);
+    if (!run.Wanted() || connection_.complete) return;
     refusals = IsRefusal(status_.fault) ? refusals + 1 : 0;
     if (IsFinal(status_.fault, refusals)) return;
     // A server that closes again and again after its first burst is not to be besieged.
-    if (brought_bytes_ && last_bytes_at_ - opened_at_ >= limits_.steady) pause = 1;
-    Pause(pause);
+    if (connection_.BroughtBytesFor(limits_.steady)) pause = 1;
+    Pause(pause, run);
     pause = std::min(pause * 2, limits_.longest_pause);
   }
   status_.fault = Fault::kNone;
@@ -79,14 +80,12 @@ bool StationRecording::IsFinal(Fault fault, int refusals) const {
 }
 
 void StationRecording::Stop() {
-  stop_asked_ = true;
-  if (client_) client_->StopRecStream();
+  runs_.Interrupt();
+  if (connection_.client) connection_.client->StopRecStream();
 }
 
-Fault StationRecording::RecordOnce(const Text& link) {
-  brought_bytes_ = false;
-  closed_by_server_ = false;
-  complete_ = false;
+Fault StationRecording::RecordOnce(const Text& link, const app::Runs::Run& run) {
+  connection_ = {};
   status_.phase = Phase::kConnecting;
   status_.title.clear();
   if (status_.station.empty()) status_.station = link;
@@ -100,10 +99,11 @@ Fault StationRecording::RecordOnce(const Text& link) {
                               system.clock, system.message_loop, system.text_conversion},
                              options);
   const Text address = AddressOf(client, ports_.files, system.text_conversion, link);
-  return stop_asked_ ? Fault::kNone : RecordStream(client, address);
+  return run.Wanted() ? RecordStream(client, address, run) : Fault::kNone;
 }
 
-Fault StationRecording::RecordStream(stream::clsFunkhaus& client, const Text& address) {
+Fault StationRecording::RecordStream(stream::clsFunkhaus& client, const Text& address,
+                                     const app::Runs::Run& run) {
   if (!stream::OpenFlagsOf(address)) return Fault::kNotHttp;
   bool answered = false;
   client.QueryStream = [&answered](bool bQueryOk) { answered = bQueryOk; };
@@ -117,9 +117,9 @@ Fault StationRecording::RecordStream(stream::clsFunkhaus& client, const Text& ad
   Record(client, address, facts);
   if (kept_files_->GetFailure() == KeptFiles::Failure::kNotMade) return Fault::kCannotWrite;
   if (kept_files_->GetFailure() == KeptFiles::Failure::kNotWritten) return Fault::kDiskFull;
-  complete_ = closed_by_server_ && brought_bytes_ && facts.is_file;
-  if (stop_asked_ || complete_) return Fault::kNone;
-  return brought_bytes_ ? Fault::kLost : FaultOfAnswer();
+  connection_.complete = connection_.closed_by_server && connection_.brought_bytes && facts.is_file;
+  if (!run.Wanted() || connection_.complete) return Fault::kNone;
+  return connection_.brought_bytes ? Fault::kLost : FaultOfAnswer();
 }
 
 void StationRecording::Record(stream::clsFunkhaus& client, const Text& address, const StreamFacts& facts) {
@@ -133,11 +133,11 @@ void StationRecording::Record(stream::clsFunkhaus& client, const Text& address, 
     status_.title = is_untitled ? Text() : sStreamTitle;
     Tell();
   };
-  opened_at_ = ports_.stream.clock.WholeSeconds();
-  last_bytes_at_ = opened_at_;
-  client_ = &client;
+  connection_.opened_at = ports_.stream.clock.WholeSeconds();
+  connection_.last_bytes_at = connection_.opened_at;
+  connection_.client = &client;
   client.StartRecStream(facts.content_type, facts.metaint);
-  client_ = nullptr;
+  connection_.client = nullptr;
   kept_files_->EndConnection();
 }
 
@@ -150,11 +150,11 @@ Fault StationRecording::FaultOfAnswer() {
   return refused ? Fault::kRefused : Fault::kServerError;
 }
 
-void StationRecording::Pause(int seconds) {
+void StationRecording::Pause(int seconds, const app::Runs::Run& run) {
   constexpr std::uint32_t kSlice = 50;
   constexpr int kSlicesPerSecond = 20;
   status_.phase = Phase::kWaiting;
-  for (int left = seconds * kSlicesPerSecond; left > 0 && !stop_asked_; --left) {
+  for (int left = seconds * kSlicesPerSecond; left > 0 && run.Wanted(); --left) {
     status_.seconds_to_next_try = (left + kSlicesPerSecond - 1) / kSlicesPerSecond;
     Tell();
     ports_.stream.message_loop.Sleep(kSlice);
@@ -163,20 +163,20 @@ void StationRecording::Pause(int seconds) {
 }
 
 void StationRecording::OnRead(const platform::InternetRead& read) {
-  if (!client_) return;
+  if (!connection_.client) return;
   const std::int64_t now = ports_.stream.clock.WholeSeconds();
-  const std::int64_t since = now - last_bytes_at_;
+  const std::int64_t since = now - connection_.last_bytes_at;
   if (read.ok && read.count > 0) {
-    brought_bytes_ = true;
+    connection_.brought_bytes = true;
     status_.phase = Phase::kRecording;
     status_.fault = Fault::kNone;
     if (since > 0 && since <= limits_.silence) status_.seconds += since;
-    last_bytes_at_ = now;
+    connection_.last_bytes_at = now;
   } else if (read.ended || !read.ok || since >= limits_.silence) {
-    closed_by_server_ = read.ended && read.ok;
-    client_->StopRecStream();
+    connection_.closed_by_server = read.ended && read.ok;
+    connection_.client->StopRecStream();
   } else if (since < 0) {
-    last_bytes_at_ = now;  // The clock was set back.
+    connection_.last_bytes_at = now;  // The clock was set back.
   }
   Tell();
 }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "app/state/runs.h"
 #include "controls/event.h"
 #include "ports/files.h"
 #include "recorder/kept_files.h"
@@ -91,13 +92,27 @@ class StationRecording {
   controls::Event<> Changed;
 
  private:
-  void RecordUntilStopped(const platform::Text& link);
-  Fault RecordOnce(const platform::Text& link);
-  Fault RecordStream(stream::clsFunkhaus& client, const platform::Text& address);
+  /// The latest connection, from the question for the stream's address to its last byte.
+  struct Connection {
+    stream::clsFunkhaus* client = nullptr;  ///< while it records
+    std::int64_t opened_at = 0;             ///< in whole seconds of the clock, as the next one
+    std::int64_t last_bytes_at = 0;
+    bool brought_bytes = false;
+    bool closed_by_server = false;  ///< at an end that the server meant
+    bool complete = false;          ///< a file was recorded to its end
+
+    [[nodiscard]] bool BroughtBytesFor(int seconds) const {
+      return brought_bytes && last_bytes_at - opened_at >= seconds;
+    }
+  };
+
+  void RecordUntilStopped(const platform::Text& link, const app::Runs::Run& run);
+  Fault RecordOnce(const platform::Text& link, const app::Runs::Run& run);
+  Fault RecordStream(stream::clsFunkhaus& client, const platform::Text& address, const app::Runs::Run& run);
   void Record(stream::clsFunkhaus& client, const platform::Text& address, const StreamFacts& facts);
   [[nodiscard]] bool IsFinal(Fault fault, int refusals) const;
   Fault FaultOfAnswer();
-  void Pause(int seconds);
+  void Pause(int seconds, const app::Runs::Run& run);
   void OnRead(const platform::InternetRead& read);
   void Tell();
 
@@ -105,16 +120,12 @@ class StationRecording {
   const platform::Text folder_;
   const Limits limits_;
   WatchedInternet internet_;
-  std::optional<KeptFiles> kept_files_;    ///< of the latest Run
-  stream::clsFunkhaus* client_ = nullptr;  ///< while one is recording
+  std::optional<KeptFiles> kept_files_;  ///< of the latest Run
   Status status_;
-  std::int64_t opened_at_ = 0;  ///< of the latest connection, as the next three
-  std::int64_t last_bytes_at_ = 0;
-  bool brought_bytes_ = false;
-  bool closed_by_server_ = false;
-  bool complete_ = false;  ///< a file was recorded to its end
+  Connection connection_;
   bool running_ = false;
-  bool stop_asked_ = false;
+  app::Life life_;
+  app::Runs runs_{life_};  ///< interrupted by Stop
 };
 
 }  // namespace recorder
