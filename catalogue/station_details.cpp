@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "app/state/scoped_flag.h"
 #include "app/state/station_row.h"
 #include "app/text/numbers.h"
 #include "app/text/text_helpers.h"
@@ -20,19 +21,21 @@ using platform::Text;
 
 StationDetails::StationDetails(Parts parts, Ports ports, app::WindowState& state,
                                app::StationPicture& picture,
-                               const std::shared_ptr<stream::clsFunkhaus>& funkhaus, Actions actions)
+                               const std::shared_ptr<stream::clsFunkhaus>& funkhaus, Actions actions,
+                               const app::Life& window)
     : parts_(parts),
       ports_(ports),
       state_(state),
       picture_(picture),
       cFunkhaus(funkhaus),
-      actions_(std::move(actions)) {}
+      actions_(std::move(actions)),
+      selections_(window) {}
 
 void StationDetails::ShowStationDetails() {
   const ListView& list = parts_.lists.Active();
   const RowId row = list.SelectedRow();
   if (row == RowId::kNone) return;
-  const std::uint64_t run = ++latest_run_;
+  const app::Runs::Run selection = selections_.Begin();
   state_.details_are_stale = true;
 
   FillFields(list, row);
@@ -51,13 +54,13 @@ void StationDetails::ShowStationDetails() {
 
   SayWanted(link);
   const Text address = AddressOf(link, EntryNumber());
-  if (run != latest_run_ || actions_.closing()) return;
+  if (!selection.Wanted()) return;
   state_.current_stream_address = address;
   if (address != link) SayWanted(address);
   if (StillSelected(worked_out)) state_.details_are_stale = false;
 
   actions_.fetch_title();
-  if (run != latest_run_ || actions_.closing()) return;
+  if (!selection.Wanted()) return;
   actions_.report_server(name, FailureOf(address));
   ShowPicture(name);
 }
@@ -81,14 +84,13 @@ bool StationDetails::StillSelected(const controls::ListRow& worked_out) const {
 }
 
 void StationDetails::FillFields(const ListView& list, RowId row) {
-  state_.filling_fields = true;
+  const app::ScopedFlag filling(state_.filling_fields);
   parts_.TextBox1[0].SetText(list.Cell(row, app::kNameCell));
   parts_.TextBox1[1].SetText(list.Cell(row, app::kLinkCell));
   parts_.Combo1.SetText(list.Cell(row, app::kGenreCell));
   parts_.Check2.SetValue(list.Cell(row, app::kFavouriteCell) == u"1" ? CheckValue::kChecked
                                                                      : CheckValue::kUnchecked);
   parts_.UpDownTextBox1.SetText(list.Cell(row, app::kM3uNumberCell));
-  state_.filling_fields = false;
 }
 
 void StationDetails::ShowNumberField(bool shown) {
@@ -107,7 +109,7 @@ Text StationDetails::AddressOf(const Text& link, std::int32_t number) {
     return playlist::GetLocalPlaylistEntry(ports_.files, ports_.conversion, link, number);
   }
   if (!cFunkhaus || !cFunkhaus->IsUrlPlaylist(link)) return link;
-  // The window may have let go of the stream client while it waited.
+  // A window that closed meanwhile has released the stream client.
   if (!cFunkhaus || cFunkhaus->GetPlaylistNumberOfEntries() <= 0) return link;
   Text entry;
   Text ignored_title;

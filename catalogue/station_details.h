@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 
+#include "app/state/runs.h"
 #include "app/state/station_picture.h"
 #include "app/state/window_state.h"
 #include "controls/captioned.h"
@@ -40,18 +41,21 @@ class StationDetails {
     platform::TextConversion& conversion;
   };
 
-  /// `closing` tells whether the window is closing; `fetch_title` fetches the title of the current address;
-  /// `take_row` is given the row whose address becomes the current one; `report_server` hears what the
-  /// selected station's server made of the question for its headers (kind kNone too when it was not asked).
+  /// What the details start elsewhere.
   struct Actions {
+    /// The address of this row becomes the current one.
     std::function<void(const controls::ListView&, controls::RowId)> take_row;
+    /// Fetches the title of the current address; waits.
     std::function<void()> fetch_title;
+    /// What the selected station's server made of the question for its headers; kind kNone too when it was
+    /// not asked.
     std::function<void(const platform::Text& station, const stream::QueryFailure&)> report_server;
-    std::function<bool()> closing;
   };
 
+  /// `cFunkhaus` is the owner's pointer, empty before the window is loaded and after it was unloaded.
   StationDetails(Parts parts, Ports ports, app::WindowState& state, app::StationPicture& picture,
-                 const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus, Actions actions);
+                 const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus, Actions actions,
+                 const app::Life& window);
 
   /// Runs for the active list's selected row; without one nothing happens. It waits for playlist and title
   /// while the window goes on; a selection that arrives meanwhile wins, and the earlier one ends unseen.
@@ -75,7 +79,7 @@ class StationDetails {
   app::StationPicture& picture_;
   const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus;
   Actions actions_;
-  std::uint64_t latest_run_ = 0;
+  app::Runs selections_;
 };
 
 }  // namespace catalogue

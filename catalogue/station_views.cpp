@@ -1,27 +1,12 @@
 #include "catalogue/station_views.h"
 
+#include "app/state/scoped_flag.h"
 #include "app/state/station_row.h"
 
 namespace catalogue {
 
 using controls::CheckValue;
 using platform::Text;
-
-namespace {
-
-/// Sets a flag for a scope; whoever meets it set stays out.
-class SwitchGuard {
- public:
-  explicit SwitchGuard(bool& flag) : flag_(flag) { flag_ = true; }
-  ~SwitchGuard() { flag_ = false; }
-  SwitchGuard(const SwitchGuard&) = delete;
-  SwitchGuard& operator=(const SwitchGuard&) = delete;
-
- private:
-  bool& flag_;
-};
-
-}  // namespace
 
 StationViews::StationViews(Parts parts, StationStore& store, StationLists& station_lists,
                            StationWriter& writer, const app::WindowState& state, platform::Dialogs& dialogs)
@@ -41,7 +26,7 @@ StationViews::StationViews(Parts parts, StationStore& store, StationLists& stati
 
 void StationViews::Check1_Click() {
   if (InViewSwitch) return;
-  const SwitchGuard guard(InViewSwitch);
+  const app::ScopedFlag switching(InViewSwitch);
   if (parts_.Check1.Checked()) {
     ShowFiltered(parts_.Combo1.GetText(), GenreCaption());
     parts_.Check3.SetValue(CheckValue::kUnchecked);
@@ -52,7 +37,7 @@ void StationViews::Check1_Click() {
 
 void StationViews::Check3_Click() {
   if (InViewSwitch) return;
-  const SwitchGuard guard(InViewSwitch);
+  const app::ScopedFlag switching(InViewSwitch);
   if (parts_.Check3.Checked()) {
     ShowFiltered(u"1", u"Favoriten");
     parts_.Check1.SetValue(CheckValue::kUnchecked);

@@ -45,7 +45,7 @@ class StationViews {
   StationWriter& writer_;
   const app::WindowState& state_;
   platform::Dialogs& dialogs_;
-  bool InViewSwitch = false;
+  bool InViewSwitch = false;  ///< whoever meets it set stays out
   controls::Subscriptions subscriptions_;
 };
 

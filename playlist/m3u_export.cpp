@@ -21,19 +21,20 @@ std::vector<controls::RowId> RowsOf(const controls::ListView& list) {
 
 M3uExport::M3uExport(Parts parts, platform::Dialogs& dialogs, platform::Files& files,
                      platform::TextConversion& conversion, platform::MessageLoop& messages,
-                     platform::Clock& clock)
+                     platform::Clock& clock, const app::Life& window)
     : parts_(parts),
       dialogs_(dialogs),
       files_(files),
       conversion_(conversion),
       messages_(messages),
-      clock_(clock) {
+      clock_(clock),
+      window_(window) {
   subscriptions_ += parts_.Command4.Clicked.Subscribe([this] { Command4_Click(); });
 }
 
 void M3uExport::Command4_Click() {
   const Text path = AskForPath();
-  if (path.empty() || parts_.form.Closing()) return;
+  if (path.empty() || window_.Ended()) return;
   const auto text = PlaylistText();
   if (!text || !WriteTextFile(files_, conversion_, path, *text)) return;
   dialogs_.MessageBoxW(u"M3U-Liste gespeichert unter: " + path, Text(), platform::kMbIconInformation);
@@ -62,7 +63,7 @@ std::optional<Text> M3uExport::PlaylistText() const {
   // The rows are named once, because they can be sorted and removed whenever messages are processed.
   for (const controls::RowId row : RowsOf(source)) {
     messages_.ProcessPendingMessages();
-    if (parts_.form.Closing()) return std::nullopt;
+    if (window_.Ended()) return std::nullopt;
     if (messages_.GetAsyncKeyState(platform::kVkEscape) != 0) break;
     if (!source.Contains(row)) continue;
     text.append(u"#EXTINF:-1,").append(source.Cell(row, app::kNameCell)).append(u"\n");

@@ -4,9 +4,9 @@
 
 #include <optional>
 
+#include "app/state/runs.h"
 #include "app/text/text.h"
 #include "controls/captioned.h"
-#include "controls/form.h"
 #include "controls/list_view.h"
 #include "ports/clock.h"
 #include "ports/dialogs.h"
@@ -21,13 +21,13 @@ namespace playlist {
 class M3uExport {
  public:
   struct Parts {
-    controls::Form& form;
     controls::ListPair lists;
     controls::CommandButton& Command4;
   };
 
   M3uExport(Parts parts, platform::Dialogs& dialogs, platform::Files& files,
-            platform::TextConversion& conversion, platform::MessageLoop& messages, platform::Clock& clock);
+            platform::TextConversion& conversion, platform::MessageLoop& messages, platform::Clock& clock,
+            const app::Life& window);
 
   /// Asks for the file, writes the rows of the visible list in display order and says where they are.
   /// Escape ends the list early; what was listed until then is written. Without a message: a cancelled
@@ -45,6 +45,7 @@ class M3uExport {
   platform::TextConversion& conversion_;
   platform::MessageLoop& messages_;
   platform::Clock& clock_;
+  const app::Life& window_;
   controls::Subscriptions subscriptions_;
 };
 

@@ -75,13 +75,15 @@ Text FileName(const Text& path) { return path.substr(path.find_last_of(u"\\/") +
 }  // namespace
 
 M3uImport::M3uImport(Parts parts, platform::Dialogs& dialogs, platform::Files& files,
-                     platform::TextConversion& conversion, app::Notices& notices, Actions actions)
+                     platform::TextConversion& conversion, app::Notices& notices, Actions actions,
+                     const app::Life& window)
     : parts_(parts),
       dialogs_(dialogs),
       files_(files),
       conversion_(conversion),
       notices_(notices),
-      actions_(std::move(actions)) {
+      actions_(std::move(actions)),
+      window_(window) {
   subscriptions_ += parts_.Command5.Clicked.Subscribe([this] { Command5_Click(); });
 }
 
@@ -91,7 +93,7 @@ void M3uImport::Command5_Click() {
   params.filter = u"*.m3U|*.m3u";
   params.flags = platform::kOfnFileMustExist;
   const Text path = ShowOpenFileDialog(dialogs_, params);
-  if (path.empty() || parts_.form.Closing()) return;
+  if (path.empty() || window_.Ended()) return;
   ImportM3uFile(path);
 }
 
@@ -100,7 +102,7 @@ void M3uImport::ImportM3uFile(const Text& path) {
       u"Sollen die Daten an die bestehende Liste angehängt werden?\r\n"
       u"Bei 'NEIN' wird die bestehende Liste zuvor geleert!",
       Text(), platform::kMbYesNoCancel | platform::kMbIconQuestion);
-  if (parts_.form.Closing()) return;
+  if (window_.Ended()) return;
   controls::ListView& target = parts_.lists.Active();
   if (answer == platform::MessageBoxAnswer::kNo) {
     if (&target == &parts_.lists.full) actions_.full_list_is_emptied();

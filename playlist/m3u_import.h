@@ -5,9 +5,9 @@
 #include <functional>
 
 #include "app/state/notices.h"
+#include "app/state/runs.h"
 #include "app/text/text.h"
 #include "controls/captioned.h"
-#include "controls/form.h"
 #include "controls/list_view.h"
 #include "ports/dialogs.h"
 #include "ports/files.h"
@@ -18,7 +18,6 @@ namespace playlist {
 class M3uImport {
  public:
   struct Parts {
-    controls::Form& form;
     controls::ListPair lists;
     controls::CommandButton& Command5;
   };
@@ -29,7 +28,8 @@ class M3uImport {
   };
 
   M3uImport(Parts parts, platform::Dialogs& dialogs, platform::Files& files,
-            platform::TextConversion& conversion, app::Notices& notices, Actions actions);
+            platform::TextConversion& conversion, app::Notices& notices, Actions actions,
+            const app::Life& window);
 
   /// Asks for a file and imports it.
   void Command5_Click();
@@ -47,6 +47,7 @@ class M3uImport {
   platform::TextConversion& conversion_;
   app::Notices& notices_;
   Actions actions_;
+  const app::Life& window_;
   controls::Subscriptions subscriptions_;
 };
 

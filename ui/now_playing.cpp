@@ -1,7 +1,6 @@
 #include "ui/now_playing.h"
 
 #include <optional>
-#include <utility>
 #include <vector>
 
 #include "app/state/station_row.h"
@@ -22,30 +21,29 @@ constexpr std::int32_t kBytesExamined = 2048;
 }  // namespace
 
 NowPlaying::NowPlaying(Parts parts, Ports ports, const app::WindowState& state,
-                       const std::shared_ptr<stream::clsFunkhaus>& funkhaus, std::function<bool()> closing)
-    : parts_(parts), ports_(ports), state_(state), cFunkhaus(funkhaus), closing_(std::move(closing)) {
+                       const std::shared_ptr<stream::clsFunkhaus>& funkhaus, const app::Life& window)
+    : parts_(parts), ports_(ports), state_(state), cFunkhaus(funkhaus), window_(window), fetches_(window) {
   subscriptions_ += parts_.Command3.Clicked.Subscribe([this] { Command3_Click(); });
   subscriptions_ += parts_.Command3.ContextClicked.Subscribe([this] { Command3_ContextClick(); });
   subscriptions_ += parts_.Timer2.Ticked.Subscribe([this] { Timer2_Timer(); });
 }
 
-void NowPlaying::CheckAktuellerSong() {
-  FetchTitle([] { return true; });
-}
+void NowPlaying::CheckAktuellerSong() { FetchTitle(Occasion::kOnce); }
 
-void NowPlaying::FetchTitle(const std::function<bool()>& wanted) {
-  const std::uint64_t fetch = ++latest_fetch_;
-  const auto superseded = [&] { return fetch != latest_fetch_ || closing_() || !wanted(); };
-
+void NowPlaying::FetchTitle(Occasion occasion) {
+  const app::Runs::Run fetch = fetches_.Begin();
+  const auto wanted = [&] {
+    return fetch.Wanted() && (occasion == Occasion::kOnce || parts_.Timer2.Enabled());
+  };
+  // A window that closes in one of these waits releases the client: a fetch that is wanted still has it.
   ports_.message_loop.ProcessPendingMessages();
-  if (superseded()) return;
-  if (!cFunkhaus) return;
+  if (!wanted() || !cFunkhaus) return;
   cFunkhaus->StreamUrl(state_.current_stream_address);
   // The reading would only wait for the same server again.
-  if (!cFunkhaus || ports_.message_loop.InputEndsWait()) return;
+  if (!wanted() || ports_.message_loop.InputEndsWait()) return;
   const Text target = cFunkhaus->StreamUrl();
   ports_.message_loop.ProcessPendingMessages();
-  if (!cFunkhaus || superseded()) return;
+  if (!wanted()) return;
   // A run over all stations may have used the client meanwhile; its last station is not this one.
   if (cFunkhaus->StreamUrl() != target) return;
 
@@ -55,7 +53,7 @@ void NowPlaying::FetchTitle(const std::function<bool()>& wanted) {
   if (interval.empty()) return parts_.Label4.SetCaption(u"Keine Info!");
 
   const Text title = ReadTitle(interval);
-  if (superseded()) return;
+  if (!wanted()) return;
   if (title.empty()) return parts_.Label4.SetCaption(u"Keine Info!");
   parts_.Frame3.SetVisible(true);
   parts_.Label4.SetCaption(RepairTitle(title));
@@ -72,13 +70,11 @@ Text NowPlaying::RepairTitle(const Text& title) const {
   return app::Utf8ByteStringToText(ports_.conversion, title);
 }
 
-void NowPlaying::Timer2_Timer() {
-  FetchTitle([this] { return parts_.Timer2.Enabled(); });
-}
+void NowPlaying::Timer2_Timer() { FetchTitle(Occasion::kPolling); }
 
 void NowPlaying::Command3_ContextClick() {
   CheckAktuellerSong();
-  if (closing_()) return;
+  if (window_.Ended()) return;
   parts_.Timer2.SetEnabled(!parts_.Timer2.Enabled());
 }
 
@@ -99,21 +95,23 @@ void NowPlaying::Command3_Click() {
 }
 
 NowPlaying::RunState NowPlaying::FetchRowTitle(controls::ListView& list, RowId row) {
+  // A window that closes in one of these waits releases the client; nothing is asked of it then.
   ports_.message_loop.ProcessPendingMessages();
-  if (closing_() || ports_.message_loop.GetAsyncKeyState(platform::kVkEscape) != 0) return RunState::kEnd;
+  if (window_.Ended() || ports_.message_loop.GetAsyncKeyState(platform::kVkEscape) != 0)
+    return RunState::kEnd;
   if (!cFunkhaus) return RunState::kEnd;
   if (!list.Contains(row)) return RunState::kGoOn;
 
   cFunkhaus->StreamUrl(list.Cell(row, app::kLinkCell));
   if (ports_.message_loop.InputEndsWait()) return RunState::kGoOn;
   ports_.message_loop.ProcessPendingMessages();
-  if (closing_()) return RunState::kEnd;
+  if (window_.Ended()) return RunState::kEnd;
   if (cFunkhaus->GetStreamQueryInfo(stream::kIcyMetaint).empty()) return RunState::kGoOn;
   list.SetCell(row, app::kTitleCell, u"Hole Info...");
   const Text interval = cFunkhaus->GetStreamQueryInfo(stream::kIcyMetaint);
   if (interval.empty()) return RunState::kGoOn;
   const Text title = ReadTitle(interval);
-  if (closing_()) return RunState::kEnd;
+  if (window_.Ended()) return RunState::kEnd;
   list.SetCell(row, app::kTitleCell, title.empty() ? Text(u"--") : RepairTitle(title));
   return RunState::kGoOn;
 }

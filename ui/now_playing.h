@@ -2,10 +2,9 @@
 // The titles being played: of the current station, and of all stations in turn.
 // Not reading the stream (stream/cls_funkhaus.h).
 
-#include <cstdint>
-#include <functional>
 #include <memory>
 
+#include "app/state/runs.h"
 #include "app/state/window_state.h"
 #include "controls/captioned.h"
 #include "controls/list_view.h"
@@ -33,9 +32,9 @@ class NowPlaying {
     platform::TextConversion& conversion;
   };
 
-  /// `closing` tells whether the window is closing.
+  /// `cFunkhaus` is the owner's pointer, empty before the window is loaded and after it was unloaded.
   NowPlaying(Parts parts, Ports ports, const app::WindowState& state,
-             const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus, std::function<bool()> closing);
+             const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus, const app::Life& window);
 
   /// Fetches the current station's title into Label4. It waits while the window goes on; a fetch that
   /// begins meanwhile wins, and the earlier one ends unseen.
@@ -50,8 +49,12 @@ class NowPlaying {
 
  private:
   enum class RunState { kGoOn, kEnd };
+  enum class Occasion {
+    kOnce,
+    kPolling  ///< wanted only as long as the timer runs
+  };
   RunState FetchRowTitle(controls::ListView& list, controls::RowId row);
-  void FetchTitle(const std::function<bool()>& wanted);
+  void FetchTitle(Occasion occasion);
   /// An interval that is no number cannot be read with: it gives no title.
   [[nodiscard]] platform::Text ReadTitle(const platform::Text& interval);
   [[nodiscard]] platform::Text RepairTitle(const platform::Text& title) const;
@@ -60,8 +63,8 @@ class NowPlaying {
   Ports ports_;
   const app::WindowState& state_;
   const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus;
-  std::function<bool()> closing_;
-  std::uint64_t latest_fetch_ = 0;
+  const app::Life& window_;
+  app::Runs fetches_;
   controls::Subscriptions subscriptions_;
 };
 

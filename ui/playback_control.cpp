@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/state/scoped_flag.h"
 #include "app/state/status_sentences.h"
 #include "app/text/numbers.h"
 #include "controls/picture_place.h"
@@ -27,7 +28,7 @@ int BarValue(float peak) { return static_cast<int>(app::RoundTiesToEven(peak * 1
 PlaybackControl::PlaybackControl(Parts parts, Ports ports, app::WindowState& state,
                                  app::StationPicture& picture, const std::shared_ptr<clsMFPlayer>& player,
                                  const std::shared_ptr<stream::clsFunkhaus>& funkhaus, Reports reports,
-                                 Actions actions)
+                                 Actions actions, const app::Life& window)
     : parts_(parts),
       ports_(ports),
       state_(state),
@@ -35,7 +36,9 @@ PlaybackControl::PlaybackControl(Parts parts, Ports ports, app::WindowState& sta
       cPlayer(player),
       cFunkhaus(funkhaus),
       reports_(reports),
-      actions_(std::move(actions)) {
+      actions_(std::move(actions)),
+      window_(window),
+      starts_(window) {
   subscriptions_ += parts_.Command1.Clicked.Subscribe([this] { Command1_Click(); });
   subscriptions_ += parts_.Command2.Clicked.Subscribe([this] { Command2_Click(); });
   subscriptions_ += parts_.Command6.Clicked.Subscribe([this] { Command6_Click(); });
@@ -59,7 +62,7 @@ void PlaybackControl::Command1_Click() {
     return;
   }
   if (state_.details_are_stale && RefreshSelection() == StartState::kEnd) return;
-  if (actions_.closing()) return;
+  if (window_.Ended()) return;
   parts_.Timer2.SetEnabled(true);
   // For the title, which the polling fetches: what is to be played is asked once more, however silent it was.
   if (cFunkhaus) cFunkhaus->TryAgain(state_.current_stream_address, stream::Wait::kBrief);
@@ -80,17 +83,17 @@ PlaybackControl::StartState PlaybackControl::RefreshSelection() {
 
 PlaybackControl::StartState PlaybackControl::WorkOutAgain() {
   Command6_Click();
-  const std::uint64_t run = ++latest_run_;
+  const app::Runs::Run start = starts_.Begin();
   reports_.status_line.Resolving();
   actions_.show_station_details();
-  return run == latest_run_ ? StartState::kGoOn : StartState::kEnd;
+  return start.Wanted() ? StartState::kGoOn : StartState::kEnd;
 }
 
 void PlaybackControl::PlayStation(bool bStart, const Text& sLink) {
-  // Both objects stay alive over the waits below even when the window lets go of them meanwhile.
+  // It stays alive over the waits below even when the window, closing, releases it meanwhile.
   const std::shared_ptr<clsMFPlayer> player = cPlayer;
   if (!player) return;
-  const std::uint64_t run = ++latest_run_;
+  const app::Runs::Run start = starts_.Begin();
   state_.current_stream_address = sLink;
   has_services_ = false;
   if (bStart) reports_.mark.Opening();
@@ -110,7 +113,7 @@ void PlaybackControl::PlayStation(bool bStart, const Text& sLink) {
     ShowServiceValues(*player);
     has_services_ = true;
   }
-  if (run != latest_run_ || actions_.closing()) return;
+  if (!start.Wanted()) return;
 
   const std::optional<Text> information = InformationText(*player);
   if (!information) return reports_.status_line.NotPlayable();
@@ -166,7 +169,7 @@ void PlaybackControl::cPlayer_MediaFileIsReady(bool IsReady) {
 void PlaybackControl::cPlayer_IsCreateOK(std::int32_t lngIsOk) { state_.last_create_result = lngIsOk; }
 
 void PlaybackControl::Command6_Click() {
-  ++latest_run_;
+  starts_.Interrupt();
   parts_.Timer2.SetEnabled(false);
   if (cFunkhaus) cFunkhaus->StopRecStream();
   const std::shared_ptr<clsMFPlayer> player = cPlayer;
@@ -217,10 +220,9 @@ void PlaybackControl::tmPlay_Timer() {
 void PlaybackControl::FollowMixer(clsMFPlayer& player) {
   const std::optional<std::int32_t> mute = player.AnsweredMute();
   const std::optional<std::int16_t> volume = player.AnsweredVolume();
-  following_mixer_ = true;
+  const app::ScopedFlag following(following_mixer_);
   if (mute) parts_.ckSavMute.SetValue(*mute == 1 ? CheckValue::kChecked : CheckValue::kUnchecked);
   if (volume) parts_.hscSavVolume.SetValue(*volume);
-  following_mixer_ = false;
 }
 
 Text PlaybackControl::PositionText(clsMFPlayer& player) const {

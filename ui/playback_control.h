@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 
+#include "app/state/runs.h"
 #include "app/state/station_picture.h"
 #include "app/state/window_state.h"
 #include "controls/captioned.h"
@@ -63,13 +64,14 @@ class PlaybackControl {
   struct Actions {
     /// What a change of the selection does: works out the selected row's details again.
     std::function<void()> show_station_details;
-    /// Whether the window is closing.
-    std::function<bool()> closing;
   };
 
+  /// `cPlayer` and `cFunkhaus` are the owner's pointers, empty before the window is loaded and after it was
+  /// unloaded.
   PlaybackControl(Parts parts, Ports ports, app::WindowState& state, app::StationPicture& picture,
                   const std::shared_ptr<player::clsMFPlayer>& cPlayer,
-                  const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus, Reports reports, Actions actions);
+                  const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus, Reports reports, Actions actions,
+                  const app::Life& window);
 
   void Command1_Click();
   void Command2_Click();
@@ -118,9 +120,10 @@ class PlaybackControl {
   const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus;
   Reports reports_;
   Actions actions_;
+  const app::Life& window_;
+  app::Runs starts_;              // of which a Start or Stop that comes in the middle of one ends it
   bool has_services_ = false;     // the item that was opened last has a volume to follow
   bool following_mixer_ = false;  // the slider and the box move by themselves
-  std::uint64_t latest_run_ = 0;  // a Start or Stop that comes in the middle of a start ends it
   controls::Subscriptions subscriptions_;
 };
 

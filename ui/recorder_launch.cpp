@@ -16,7 +16,7 @@ void RecorderLaunch::Launch() {
   if (row == RowId::kNone) {
     ports_.dialogs.MessageBoxW(u"Bitte Eintrag markieren oder neu erstellen!", u"",
                                platform::kMbIconExclamation);
-    if (closing_()) return;
+    if (window_.Ended()) return;
   } else {
     CopyNumberInto(list, row);
     command_line = list.Cell(row, app::kLinkCell);
@@ -30,7 +30,8 @@ void RecorderLaunch::Launch() {
 void RecorderLaunch::CopyNumberInto(controls::ListView& list, RowId row) {
   const Text& number = UpDownTextBox1.GetText();
   // The field is hidden for a link that is no playlist, whose address no number changes.
-  if (UpDownTextBox1.Visible() && list.Cell(row, app::kM3uNumberCell) != number) state_.details_are_stale = true;
+  if (UpDownTextBox1.Visible() && list.Cell(row, app::kM3uNumberCell) != number)
+    state_.details_are_stale = true;
   list.SetCell(row, app::kM3uNumberCell, number);
 }
 

@@ -2,10 +2,9 @@
 // Starts the separate recording tool. Not recording itself.
 
 #include <cstdint>
-#include <functional>
-#include <utility>
 
 #include "app/state/notices.h"
+#include "app/state/runs.h"
 #include "app/state/window_state.h"
 #include "controls/list_view.h"
 #include "controls/text_box.h"
@@ -26,15 +25,15 @@ class RecorderLaunch {
   /// The window that the tool is started from, as the shell knows it.
   static constexpr std::uint32_t kMainWindow = 1;
 
-  /// `closing` tells whether the window is closing; the tool is not started any more then.
+  /// Once the life of `window` has ended the tool is not started any more.
   RecorderLaunch(controls::ListPair lists, controls::UpDownTextBox& number_field, Ports ports,
-                 app::WindowState& state, app::Notices& notices, std::function<bool()> closing)
+                 app::WindowState& state, app::Notices& notices, const app::Life& window)
       : lists_(lists),
         UpDownTextBox1(number_field),
         ports_(ports),
         state_(state),
         notices_(notices),
-        closing_(std::move(closing)) {}
+        window_(window) {}
 
   /// Command8(5): copies the number field into the selected row and starts "OZRecordFunkhaus.exe" of the
   /// program folder with the row's link, as it stands. Without a selected row it says so and starts the
@@ -49,7 +48,7 @@ class RecorderLaunch {
   Ports ports_;
   app::WindowState& state_;
   app::Notices& notices_;
-  std::function<bool()> closing_;
+  const app::Life& window_;
 };
 
 }  // namespace ui

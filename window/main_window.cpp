@@ -40,33 +40,32 @@ MainWindow::MainWindow(Platform platform, std::function<void(app::Form2&)> show_
               form1_.CommandButton1, form1_.CommandButton2, Lists()},
              store_, station_lists_, writer_, state_, platform.dialogs),
       recorder_launch_(Lists(), form1_.UpDownTextBox1,
-                       {platform.environment, platform.dialogs, platform.shell}, state_, status_line_,
-                       Closing()),
+                       {platform.environment, platform.dialogs, platform.shell}, state_, status_line_, life_),
       editor_({form1_.TextBox1, form1_.Combo1, form1_.Check1, form1_.Check2, form1_.UpDownTextBox1,
                form1_.Command8, form1_.CommandButton1, form1_.CommandButton2, Lists()},
               writer_, settings_, state_, platform.dialogs,
               {[this] { recorder_launch_.Launch(); }, [this] { ShowNewStationDialog(); }}),
       now_playing_({form1_.Command3, form1_.Timer2, form1_.Frame3, form1_.Label4, Lists()},
-                   {platform.dialogs, platform.message_loop, platform.conversion}, state_, cFunkhaus,
-                   Closing()),
-      details_({form1_.TextBox1, form1_.Combo1, form1_.Check2, form1_.UpDownTextBox1, form1_.Label2,
-                form1_.Command8[0], form1_.Frame3, form1_.Label3, form1_.Label4, form1_.Image1, Lists()},
-               {platform.files, platform.conversion}, state_, picture_, cFunkhaus,
-               {[this](const auto& list, controls::RowId row) { playing_mark_.Choose(list, row); },
-                [this] { now_playing_.CheckAktuellerSong(); },
-                [this](const Text& station, const auto& failure) { status_line_.Selected(station, failure); },
-                Closing()}),
+                   {platform.dialogs, platform.message_loop, platform.conversion}, state_, cFunkhaus, life_),
+      details_(
+          {form1_.TextBox1, form1_.Combo1, form1_.Check2, form1_.UpDownTextBox1, form1_.Label2,
+           form1_.Command8[0], form1_.Frame3, form1_.Label3, form1_.Label4, form1_.Image1, Lists()},
+          {platform.files, platform.conversion}, state_, picture_, cFunkhaus,
+          {[this](const auto& list, controls::RowId row) { playing_mark_.Choose(list, row); },
+           [this] { now_playing_.CheckAktuellerSong(); },
+           [this](const Text& station, const auto& failure) { status_line_.Selected(station, failure); }},
+          life_),
       playback_({form1_.Command1, form1_.Command2, form1_.Command6, form1_.Command7, form1_.CmdInfoClose,
                  form1_.hscSavVolume, form1_.ckSavMute, form1_.tmPlay, form1_.Timer1, form1_.Timer2,
                  form1_.ProgressBar1, form1_.Frame3, form1_.Label1, form1_.Label3, form1_.Label4,
                  form1_.Image1, Lists()},
                 {platform.dialogs, platform.message_loop, platform.shell, platform.system_messages}, state_,
                 picture_, cPlayer, cFunkhaus, {status_line_, playing_mark_},
-                {[this] { details_.ShowStationDetails(); }, Closing()}),
-      m3u_export_({form1_.form, Lists(), form1_.Command4}, platform.dialogs, platform.files,
-                  platform.conversion, platform.message_loop, platform.clock),
-      m3u_import_({form1_.form, Lists(), form1_.Command5}, platform.dialogs, platform.files,
-                  platform.conversion, status_line_, {[this] { unsaved_rows_.ListIsEmptied(); }}) {
+                {[this] { details_.ShowStationDetails(); }}, life_),
+      m3u_export_({Lists(), form1_.Command4}, platform.dialogs, platform.files, platform.conversion,
+                  platform.message_loop, platform.clock, life_),
+      m3u_import_({Lists(), form1_.Command5}, platform.dialogs, platform.files, platform.conversion,
+                  status_line_, {[this] { unsaved_rows_.ListIsEmptied(); }}, life_) {
   app::ChooseSettingsFolder(settings_, ini_, platform_.files, platform_.environment);
   subscriptions_ += form1_.form.QueryUnload.Subscribe([this] { Form_QueryUnload(); });
   subscriptions_ += form1_.form.Unloaded.Subscribe([this] { Form_Unload(); });
@@ -77,10 +76,6 @@ MainWindow::MainWindow(Platform platform, std::function<void(app::Form2&)> show_
 }
 
 MainWindow::~MainWindow() { icons_.Destroy(); }
-
-std::function<bool()> MainWindow::Closing() {
-  return [this] { return form1_.form.Closing(); };
-}
 
 void MainWindow::Load() {
   CreateStreamClient();
@@ -145,6 +140,7 @@ void MainWindow::ShowNewStationDialog() {
 bool MainWindow::SessionEnds() const { return form1_.form.Reason() == controls::CloseReason::kSessionEnd; }
 
 void MainWindow::Form_QueryUnload() {
+  life_.End();
   form1_.Timer1.SetEnabled(false);
   const bool wants_to_save = !SessionEnds() && settings_.CatalogueChanged && OfferToSave();
   // Asked again, because the session may have ended while the question stood open. What was to be saved and

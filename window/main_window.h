@@ -11,6 +11,7 @@
 #include "app/settings/ini_procedures.h"
 #include "app/settings/language.h"
 #include "app/settings/settings.h"
+#include "app/state/runs.h"
 #include "app/state/station_picture.h"
 #include "app/state/window_state.h"
 #include "catalogue/deleted_entries.h"
@@ -108,12 +109,12 @@ class MainWindow {
   void CreatePlayer();
   void ShowNewStationDialog();
   [[nodiscard]] controls::ListPair Lists() { return {form1_.SymbolListview, form1_.ExplorerListFilter}; }
-  [[nodiscard]] std::function<bool()> Closing();
 
   Platform platform_;
   std::function<void(app::Form2&)> show_modal_;
   app::Settings settings_;
   app::WindowState state_;
+  app::Life life_;  // ends when closing is asked for
   app::IniProcedures ini_;
   app::Language language_;
   app::Form1 form1_;

@@ -61,7 +61,7 @@ class M3uExportTest : public testing::Test {
     return file == files_.files.end() ? "<nothing>" : file->second;
   }
 
-  controls::Form form_;
+  app::Life window_;
   controls::ListView full_;
   controls::ListView filtered_;
   controls::CommandButton Command4_;
@@ -70,7 +70,8 @@ class M3uExportTest : public testing::Test {
   CountingConversion conversion_;
   test_support::FakeMessageLoop messages_;
   test_support::FakeClock clock_;
-  M3uExport export_{{form_, {full_, filtered_}, Command4_}, dialogs_, files_, conversion_, messages_, clock_};
+  M3uExport export_{
+      {{full_, filtered_}, Command4_}, dialogs_, files_, conversion_, messages_, clock_, window_};
 };
 
 TEST_F(M3uExportTest, WritesNameAndLinkOfEveryRowWithLineFeedsAndEndsInLfCrLf) {
@@ -230,7 +231,7 @@ TEST_F(M3uExportTest, SortingMeanwhileNeitherRepeatsNorLosesARow) {
 TEST_F(M3uExportTest, AWindowThatClosesMeanwhileLeavesTheFileAlone) {
   AddThreeStations();
   messages_.on_pump = [this] {
-    if (messages_.pumps == 2) form_.Close();
+    if (messages_.pumps == 2) window_.End();
   };
   Command4_.Click();
   EXPECT_EQ(messages_.pumps, 2);

@@ -48,7 +48,7 @@ class M3uImportTest : public testing::Test {
     list.AddRow(row);
   }
 
-  controls::Form form_;
+  app::Life window_;
   controls::ListView full_;
   controls::ListView filtered_;
   controls::CommandButton Command5_;
@@ -57,10 +57,17 @@ class M3uImportTest : public testing::Test {
   test_support::MemoryFiles files_;
   test_support::PlainTextConversion conversion_;
   int emptied_ = 0;
-  M3uImport import_{{form_, {full_, filtered_}, Command5_}, dialogs_, files_, conversion_, notices_, {[this] {
-                      ++emptied_;
-                      EXPECT_GT(full_.Count(), 0U) << "the rows are still there";
-                    }}};
+  const M3uImport::Actions actions_{.full_list_is_emptied = [this] {
+    ++emptied_;
+    EXPECT_GT(full_.Count(), 0U) << "the rows are still there";
+  }};
+  M3uImport import_{{.lists = {full_, filtered_}, .Command5 = Command5_},
+                    dialogs_,
+                    files_,
+                    conversion_,
+                    notices_,
+                    actions_,
+                    window_};
 };
 
 TEST_F(M3uImportTest, TheButtonAsksForAnExistingM3uFile) {
@@ -262,7 +269,7 @@ TEST_F(M3uImportTest, MoreThanAQuarterOfAMillionEntriesAreCutThere) {
 
 TEST_F(M3uImportTest, AWindowThatClosesDuringTheQuestionKeepsItsRows) {
   AddStation(full_, u"Alt");
-  dialogs_.on_box = [this] { form_.Close(); };
+  dialogs_.on_box = [this] { window_.End(); };
   EXPECT_EQ(Imported("#EXTINF:-1,Eins\n", MessageBoxAnswer::kNo), (Entries{{u"Alt", u""}}));
 }
 
@@ -295,7 +302,7 @@ TEST_F(M3uImportTest, AnExportOfAHundredThousandRowsComesBackInOnePiece) {
   test_support::FakeMessageLoop messages;
   test_support::FakeClock clock;
   controls::CommandButton command4;
-  M3uExport exporter({form_, {full_, filtered_}, command4}, dialogs_, files_, conversion_, messages, clock);
+  M3uExport exporter({{full_, filtered_}, command4}, dialogs_, files_, conversion_, messages, clock, window_);
   dialogs_.chosen_file = kImported;
 
   command4.Click();

@@ -45,13 +45,15 @@ class M3uOnDiskTest : public testing::Test {
   test_support::FakeNotices notices_;
   test_support::FakeMessageLoop messages_;
   test_support::FakeClock clock_;
-  controls::Form form_;
+  app::Life window_;
   controls::ListView full_;
   controls::ListView filtered_;
   controls::CommandButton Command4_;
   controls::CommandButton Command5_;
-  M3uExport export_{{form_, {full_, filtered_}, Command4_}, dialogs_, files_, conversion_, messages_, clock_};
-  M3uImport import_{{form_, {full_, filtered_}, Command5_}, dialogs_, files_, conversion_, notices_, {[] {}}};
+  M3uExport export_{
+      {{full_, filtered_}, Command4_}, dialogs_, files_, conversion_, messages_, clock_, window_};
+  M3uImport import_{
+      {{full_, filtered_}, Command5_}, dialogs_, files_, conversion_, notices_, {[] {}}, window_};
 };
 
 TEST_F(M3uOnDiskTest, AnExportedFileIsImportedAgain) {
