@@ -16,11 +16,14 @@ struct Settings {
   Text StationFileName;
 
   /// The name of the language file without ".lng"; "default" or empty for the built-in German texts.
-  /// Written by Language::ChooseLanguage; read by Language, the main window and the new-station dialog.
+  /// Written by Language::ChooseLanguage; read by Language and by the program, which gives the
+  /// toolkit's own texts the same language.
   Text LanguageName;
 
   /// The catalogue holds edits that are not in the station file yet.
-  /// Written by the station editor, the new-station dialog and the closing question; read by the latter.
+  /// Set by the new-station dialog and for what could not be written or was brought back unsaved (catalogue);
+  /// cleared by a save and by a Yes to the closing question. Read by that question, by the editor, which
+  /// offers to save after the dialog, and by what keeps unsaved rows and deleted entries.
   bool CatalogueChanged = false;
 
   /// The program's own folder takes the place of the family's folder in every path rule.

@@ -65,8 +65,8 @@ class ReentryTest : public WindowTest {
     return Shown();
   }
 
-  /// Starts a window, does `action` in it and `meanwhile` at the `moment`-th processing of messages after
-  /// that. False when there are not so many moments.
+  /// Does `action`, and `meanwhile` at the `moment`-th processing of messages in it. False when `action` has
+  /// not so many moments.
   bool Interrupt(int moment, const std::function<void()>& action, const std::function<void()>& meanwhile) {
     int now = 0;
     message_loop.on_pump = [&] {
