@@ -9,7 +9,7 @@
 #include "app/state/station_row.h"
 #include "app/text/numbers.h"
 #include "app/text/text_helpers.h"
-#include "controls/picture_place.h"
+#include "app/text/text_utilities.h"
 #include "playlist/local_playlist.h"
 
 namespace catalogue {
@@ -20,13 +20,11 @@ using controls::RowId;
 using platform::Text;
 
 StationDetails::StationDetails(Parts parts, Ports ports, app::WindowState& state,
-                               app::StationPicture& picture,
                                const std::shared_ptr<stream::clsFunkhaus>& funkhaus, Actions actions,
                                const app::Life& window)
     : parts_(parts),
       ports_(ports),
       state_(state),
-      picture_(picture),
       cFunkhaus(funkhaus),
       actions_(std::move(actions)),
       selections_(window) {}
@@ -62,7 +60,7 @@ void StationDetails::ShowStationDetails() {
   actions_.fetch_title();
   if (!selection.Wanted()) return;
   actions_.report_server(name, FailureOf(address));
-  ShowPicture(name);
+  actions_.show_picture(name);
 }
 
 stream::QueryFailure StationDetails::FailureOf(const Text& address) const {
@@ -115,30 +113,6 @@ Text StationDetails::AddressOf(const Text& link, std::int32_t number) {
   Text ignored_title;
   cFunkhaus->GetPlaylistEntry(number < 1 ? 0 : number - 1, entry, ignored_title);
   return Text(app::FirstLine(entry));
-}
-
-void StationDetails::ShowPicture(const Text& station_name) {
-  if (!picture_.Exists(station_name)) {
-    parts_.Label3.SetCaption(u"");
-    parts_.Image1.SetVisible(false);
-    parts_.Image1.SetPicture(0);
-    picture_.Clear();
-    return;
-  }
-  parts_.Frame3.SetVisible(true);
-  parts_.Label3.SetCaption(u"");
-  parts_.Image1.SetVisible(true);
-  const platform::LoadedPicture picture = picture_.Load(station_name);
-  if (picture.handle == platform::PictureHandle::kNone) {
-    // Nothing of the station before may stand here.
-    parts_.Image1.SetPicture(0);
-    picture_.Clear();
-    return;
-  }
-  parts_.Image1.SetPicture(static_cast<std::uint32_t>(picture.handle));
-  const controls::Place& title = parts_.Label4.GetPlace();
-  parts_.Image1.Move(controls::FitLowerRight(picture.width, picture.height, parts_.Frame3.GetPlace(),
-                                             title.top + title.height));
 }
 
 }  // namespace catalogue

@@ -1,6 +1,6 @@
 #pragma once
-// What a selected station shows: the editor's fields, the address to play, its title and its picture.
-// Not playing it (ui), nor editing it (catalogue/station_editor.h).
+// What a selected station shows: the editor's fields, and the address to play.
+// Not its title and picture, nor playing it (ui), nor editing it (catalogue/station_editor.h).
 
 #include <array>
 #include <cstdint>
@@ -8,7 +8,6 @@
 #include <memory>
 
 #include "app/state/runs.h"
-#include "app/state/station_picture.h"
 #include "app/state/window_state.h"
 #include "controls/captioned.h"
 #include "controls/list_view.h"
@@ -23,16 +22,12 @@ namespace catalogue {
 class StationDetails {
  public:
   struct Parts {
-    std::array<controls::TextBox, 2>& TextBox1;
-    controls::ComboBox& Combo1;
-    controls::CheckBox& Check2;
-    controls::UpDownTextBox& UpDownTextBox1;
-    controls::Label& Label2;
-    controls::CommandButton& Command8_0;
-    controls::Frame& Frame3;
-    controls::Label& Label3;
-    controls::Label& Label4;
-    controls::Image& Image1;
+    std::array<controls::TextBox, 2>& TextBox1;  ///< station name, link
+    controls::ComboBox& Combo1;                  ///< genre
+    controls::CheckBox& Check2;                  ///< favourite mark
+    controls::UpDownTextBox& UpDownTextBox1;     ///< number of the entry within a playlist link
+    controls::Label& Label2;                     ///< names the number
+    controls::CommandButton& Command8_0;         ///< takes the number over
     controls::ListPair lists;
   };
 
@@ -50,10 +45,12 @@ class StationDetails {
     /// What the selected station's server made of the question for its headers; kind kNone too when it was
     /// not asked.
     std::function<void(const platform::Text& station, const stream::QueryFailure&)> report_server;
+    /// Shows this station's picture, when it has one.
+    std::function<void(const platform::Text& station)> show_picture;
   };
 
   /// `cFunkhaus` is the owner's pointer, empty before the window is loaded and after it was unloaded.
-  StationDetails(Parts parts, Ports ports, app::WindowState& state, app::StationPicture& picture,
+  StationDetails(Parts parts, Ports ports, app::WindowState& state,
                  const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus, Actions actions,
                  const app::Life& window);
 
@@ -71,12 +68,10 @@ class StationDetails {
   [[nodiscard]] platform::Text AddressOf(const platform::Text& link, std::int32_t number);
   /// Whether the row is the selected one and is as it was when the working out began.
   [[nodiscard]] bool StillSelected(const controls::ListRow& worked_out) const;
-  void ShowPicture(const platform::Text& station_name);
 
   Parts parts_;
   Ports ports_;
   app::WindowState& state_;
-  app::StationPicture& picture_;
   const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus;
   Actions actions_;
   app::Runs selections_;

@@ -20,14 +20,14 @@ namespace catalogue {
 class StationEditor {
  public:
   struct Parts {
-    std::array<controls::TextBox, 2>& TextBox1;
-    controls::ComboBox& Combo1;
-    controls::CheckBox& Check1;
-    controls::CheckBox& Check2;
-    controls::UpDownTextBox& UpDownTextBox1;
-    std::array<controls::CommandButton, 6>& Command8;
-    controls::CommandButton& CommandButton1;
-    controls::CommandButton& CommandButton2;
+    std::array<controls::TextBox, 2>& TextBox1;        ///< station name, link
+    controls::ComboBox& Combo1;                        ///< genre
+    controls::CheckBox& Check1;                        ///< genre view
+    controls::CheckBox& Check2;                        ///< favourite mark
+    controls::UpDownTextBox& UpDownTextBox1;           ///< number of the entry within a playlist link
+    std::array<controls::CommandButton, 6>& Command8;  ///< take over number, all, link; delete; genre; record
+    controls::CommandButton& CommandButton1;           ///< saves the list
+    controls::CommandButton& CommandButton2;           ///< new station
     controls::ListPair lists;
   };
 

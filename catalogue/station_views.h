@@ -15,23 +15,23 @@ namespace catalogue {
 class StationViews {
  public:
   struct Parts {
-    controls::CheckBox& Check1;  ///< genre view
-    controls::CheckBox& Check2;  ///< favourite mark of the selected station
-    controls::CheckBox& Check3;  ///< favourites view
-    controls::ComboBox& Combo1;
-    controls::Frame& Frame2;
-    controls::CommandButton& CommandButton1;
-    controls::CommandButton& CommandButton2;
+    controls::CheckBox& Check1;               ///< genre view
+    controls::CheckBox& Check2;               ///< favourite mark of the selected station
+    controls::CheckBox& Check3;               ///< favourites view
+    controls::ComboBox& Combo1;               ///< genre
+    controls::Frame& Frame2;                  ///< names the current view
+    controls::CommandButton& CommandButton1;  ///< saves the list
+    controls::CommandButton& CommandButton2;  ///< new station
     controls::ListPair lists;
   };
 
   StationViews(Parts parts, StationStore& store, StationLists& station_lists, StationWriter& writer,
                const app::WindowState& state, platform::Dialogs& dialogs);
 
-  void Check1_Click();
-  void Check2_Click();
-  void Check3_Click();
-  void Combo1_Click();
+  void Check1_Click();  ///< genre view on or off
+  void Check2_Click();  ///< writes the favourite mark
+  void Check3_Click();  ///< favourites view on or off
+  void Combo1_Click();  ///< another genre
 
  private:
   void ShowFiltered(const platform::Text& filter, const platform::Text& caption);

@@ -22,7 +22,7 @@ class M3uExport {
  public:
   struct Parts {
     controls::ListPair lists;
-    controls::CommandButton& Command4;
+    controls::CommandButton& Command4;  ///< M3U export
   };
 
   M3uExport(Parts parts, platform::Dialogs& dialogs, platform::Files& files,

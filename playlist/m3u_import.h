@@ -19,7 +19,7 @@ class M3uImport {
  public:
   struct Parts {
     controls::ListPair lists;
-    controls::CommandButton& Command5;
+    controls::CommandButton& Command5;  ///< M3U import
   };
 
   /// What the import starts elsewhere.
@@ -31,8 +31,7 @@ class M3uImport {
             platform::TextConversion& conversion, app::Notices& notices, Actions actions,
             const app::Life& window);
 
-  /// Asks for a file and imports it.
-  void Command5_Click();
+  void Command5_Click();  ///< asks for a file and imports it
 
   /// Asks whether to append, then adds a row for each "#EXTINF:" line, with the text between its first two
   /// commas as name and the last "http" line before the next such line as link. The answer No empties the

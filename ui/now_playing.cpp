@@ -20,9 +20,15 @@ constexpr std::int32_t kBytesExamined = 2048;
 
 }  // namespace
 
-NowPlaying::NowPlaying(Parts parts, Ports ports, const app::WindowState& state,
+NowPlaying::NowPlaying(Parts parts, Ports ports, InformationPanel& panel, const app::WindowState& state,
                        const std::shared_ptr<stream::clsFunkhaus>& funkhaus, const app::Life& window)
-    : parts_(parts), ports_(ports), state_(state), cFunkhaus(funkhaus), window_(window), fetches_(window) {
+    : parts_(parts),
+      ports_(ports),
+      panel_(panel),
+      state_(state),
+      cFunkhaus(funkhaus),
+      window_(window),
+      fetches_(window) {
   subscriptions_ += parts_.Command3.Clicked.Subscribe([this] { Command3_Click(); });
   subscriptions_ += parts_.Command3.ContextClicked.Subscribe([this] { Command3_ContextClick(); });
   subscriptions_ += parts_.Timer2.Ticked.Subscribe([this] { Timer2_Timer(); });
@@ -50,13 +56,12 @@ void NowPlaying::FetchTitle(Occasion occasion) {
   Text interval = cFunkhaus->GetStreamQueryInfo(stream::kIcyMetaint);
   if (interval.empty()) return;
   interval = cFunkhaus->GetStreamQueryInfo(stream::kIcyMetaint);
-  if (interval.empty()) return parts_.Label4.SetCaption(u"Keine Info!");
+  if (interval.empty()) return panel_.ShowNoTitle();
 
   const Text title = ReadTitle(interval);
   if (!wanted()) return;
-  if (title.empty()) return parts_.Label4.SetCaption(u"Keine Info!");
-  parts_.Frame3.SetVisible(true);
-  parts_.Label4.SetCaption(RepairTitle(title));
+  if (title.empty()) return panel_.ShowNoTitle();
+  panel_.ShowTitle(RepairTitle(title));
 }
 
 Text NowPlaying::ReadTitle(const Text& interval) {

@@ -13,16 +13,15 @@
 #include "ports/message_loop.h"
 #include "ports/text_conversion.h"
 #include "stream/cls_funkhaus.h"
+#include "ui/information_panel.h"
 
 namespace ui {
 
 class NowPlaying {
  public:
   struct Parts {
-    controls::CommandButton& Command3;
-    controls::Timer& Timer2;
-    controls::Frame& Frame3;
-    controls::Label& Label4;
+    controls::CommandButton& Command3;  ///< all titles; second action: polling on and off
+    controls::Timer& Timer2;            ///< polling, every 5000 ms
     controls::ListPair lists;
   };
 
@@ -33,18 +32,15 @@ class NowPlaying {
   };
 
   /// `cFunkhaus` is the owner's pointer, empty before the window is loaded and after it was unloaded.
-  NowPlaying(Parts parts, Ports ports, const app::WindowState& state,
+  NowPlaying(Parts parts, Ports ports, InformationPanel& panel, const app::WindowState& state,
              const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus, const app::Life& window);
 
-  /// Fetches the current station's title into Label4. It waits while the window goes on; a fetch that
-  /// begins meanwhile wins, and the earlier one ends unseen.
+  /// Fetches the current station's title into the information panel. It waits while the window goes on; a
+  /// fetch that begins meanwhile wins, and the earlier one ends unseen.
   void CheckAktuellerSong();
-  /// Fetches as well; what comes after the timer was stopped is not shown.
-  void Timer2_Timer();
-  /// Lists the titles of all rows of the visible list, until Escape.
-  void Command3_Click();
-  /// The button's second action: one fetch, then polling on or off.
-  void Command3_ContextClick();
+  void Timer2_Timer();           ///< fetches as well; what comes after the timer was stopped is not shown
+  void Command3_Click();         ///< lists the titles of all rows of the visible list, until Escape
+  void Command3_ContextClick();  ///< the button's second action: one fetch, then polling on or off
   void cFunkhaus_QueryStream(bool bQueryOk);
 
  private:
@@ -61,6 +57,7 @@ class NowPlaying {
 
   Parts parts_;
   Ports ports_;
+  InformationPanel& panel_;
   const app::WindowState& state_;
   const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus;
   const app::Life& window_;

@@ -7,7 +7,6 @@
 #include "app/state/scoped_flag.h"
 #include "app/state/status_sentences.h"
 #include "app/text/numbers.h"
-#include "controls/picture_place.h"
 
 namespace ui {
 
@@ -26,13 +25,12 @@ int BarValue(float peak) { return static_cast<int>(app::RoundTiesToEven(peak * 1
 }  // namespace
 
 PlaybackControl::PlaybackControl(Parts parts, Ports ports, app::WindowState& state,
-                                 app::StationPicture& picture, const std::shared_ptr<clsMFPlayer>& player,
+                                 const std::shared_ptr<clsMFPlayer>& player,
                                  const std::shared_ptr<stream::clsFunkhaus>& funkhaus, Reports reports,
                                  Actions actions, const app::Life& window)
     : parts_(parts),
       ports_(ports),
       state_(state),
-      picture_(picture),
       cPlayer(player),
       cFunkhaus(funkhaus),
       reports_(reports),
@@ -43,7 +41,6 @@ PlaybackControl::PlaybackControl(Parts parts, Ports ports, app::WindowState& sta
   subscriptions_ += parts_.Command2.Clicked.Subscribe([this] { Command2_Click(); });
   subscriptions_ += parts_.Command6.Clicked.Subscribe([this] { Command6_Click(); });
   subscriptions_ += parts_.Command7.Clicked.Subscribe([this] { Command7_Click(); });
-  subscriptions_ += parts_.CmdInfoClose.Clicked.Subscribe([this] { CmdInfoClose_Click(); });
   subscriptions_ += parts_.ckSavMute.Clicked.Subscribe([this] { ckSavMute_Click(); });
   subscriptions_ += parts_.hscSavVolume.ValueChanged.Subscribe([this] { hscSavVolume_Change(); });
   subscriptions_ += parts_.hscSavVolume.Scrolled.Subscribe([this] { hscSavVolume_Scroll(); });
@@ -117,9 +114,7 @@ void PlaybackControl::PlayStation(bool bStart, const Text& sLink) {
 
   const std::optional<Text> information = InformationText(*player);
   if (!information) return reports_.status_line.NotPlayable();
-  ShowPicture(state_.current_station_name);
-  parts_.Frame3.SetVisible(true);
-  parts_.Label3.SetCaption(*information);
+  reports_.panel.ShowOpened(state_.current_station_name, *information);
   if (!bStart) return;
   parts_.Timer1.SetEnabled(true);
   cPlayer_MediaFileIsReady(true);
@@ -142,17 +137,6 @@ std::optional<Text> PlaybackControl::InformationText(clsMFPlayer& player) const 
     information += name + u": " + value + u"\r\n";
   }
   return information;
-}
-
-void PlaybackControl::ShowPicture(const Text& station_name) {
-  if (!picture_.Exists(station_name)) return;
-  parts_.Image1.SetVisible(true);
-  const platform::LoadedPicture picture = picture_.Load(station_name);
-  if (picture.handle == platform::PictureHandle::kNone) return;
-  parts_.Image1.SetPicture(static_cast<std::uint32_t>(picture.handle));
-  const controls::Place& title = parts_.Label4.GetPlace();
-  parts_.Image1.Move(controls::FitLowerRight(picture.width, picture.height, parts_.Frame3.GetPlace(),
-                                             title.top + title.height));
 }
 
 void PlaybackControl::cPlayer_MediaFileIsReady(bool IsReady) {
@@ -182,8 +166,7 @@ void PlaybackControl::Command6_Click() {
   player->StopMedia();
   reports_.mark.Stopped();
   reports_.status_line.Stopped();
-  parts_.Frame3.SetVisible(false);
-  parts_.Label3.SetCaption(u"");
+  reports_.panel.ShowStopped();
   ClearDisplay();
 }
 
@@ -274,8 +257,6 @@ void PlaybackControl::Command2_Click() {
   const bool opened = ports_.shell.ShellExecuteW(0, u"open", address, u"", u"", platform::kSwShowNormal);
   if (!opened) reports_.status_line.Notify(app::sentences::kNoDirectory, {address});
 }
-
-void PlaybackControl::CmdInfoClose_Click() { parts_.Frame3.SetVisible(false); }
 
 Text PlaybackControl::SystemErrorText(std::int32_t code) const {
   return ports_.system_messages.FormatMessageA(code);

@@ -1,6 +1,6 @@
 #pragma once
-// Playing: Start and Stop, position, peak bars, volume and mute, the information panel.
-// Not the media player itself (player), nor the titles (ui/now_playing.h).
+// Playing: Start and Stop, position, peak bars, volume and mute.
+// Not the media player itself (player), nor the titles (ui/now_playing.h) and the information panel.
 
 #include <array>
 #include <cstdint>
@@ -9,7 +9,6 @@
 #include <optional>
 
 #include "app/state/runs.h"
-#include "app/state/station_picture.h"
 #include "app/state/window_state.h"
 #include "controls/captioned.h"
 #include "controls/list_view.h"
@@ -21,6 +20,7 @@
 #include "ports/shell.h"
 #include "ports/system_messages.h"
 #include "stream/cls_funkhaus.h"
+#include "ui/information_panel.h"
 #include "ui/playing_mark.h"
 #include "ui/status_line.h"
 
@@ -29,22 +29,17 @@ namespace ui {
 class PlaybackControl {
  public:
   struct Parts {
-    controls::CommandButton& Command1;
-    controls::CommandButton& Command2;
-    controls::CommandButton& Command6;
-    controls::CommandButton& Command7;
-    controls::CommandButton& CmdInfoClose;
-    controls::ScrollBar& hscSavVolume;
-    controls::CheckBox& ckSavMute;
-    controls::Timer& tmPlay;
-    controls::Timer& Timer1;
-    controls::Timer& Timer2;
-    std::array<controls::ProgressBar, 2>& ProgressBar1;
-    controls::Frame& Frame3;
-    controls::Label& Label1;
-    controls::Label& Label3;
-    controls::Label& Label4;
-    controls::Image& Image1;
+    controls::CommandButton& Command1;                   ///< Start
+    controls::CommandButton& Command2;                   ///< opens a station directory
+    controls::CommandButton& Command6;                   ///< Stop
+    controls::CommandButton& Command7;                   ///< opens the volume mixer
+    controls::ScrollBar& hscSavVolume;                   ///< volume 0 to 100
+    controls::CheckBox& ckSavMute;                       ///< mute
+    controls::Timer& tmPlay;                             ///< position, every 500 ms
+    controls::Timer& Timer1;                             ///< peak bars, every 20 ms
+    controls::Timer& Timer2;                             ///< title, every 5000 ms
+    std::array<controls::ProgressBar, 2>& ProgressBar1;  ///< peak bars, left and right
+    controls::Label& Label1;                             ///< position and duration
     controls::ListPair lists;
   };
 
@@ -57,6 +52,7 @@ class PlaybackControl {
 
   /// Where it shows what happens, beside its own controls.
   struct Reports {
+    InformationPanel& panel;
     StatusLine& status_line;
     PlayingMark& mark;
   };
@@ -68,21 +64,20 @@ class PlaybackControl {
 
   /// `cPlayer` and `cFunkhaus` are the owner's pointers, empty before the window is loaded and after it was
   /// unloaded.
-  PlaybackControl(Parts parts, Ports ports, app::WindowState& state, app::StationPicture& picture,
+  PlaybackControl(Parts parts, Ports ports, app::WindowState& state,
                   const std::shared_ptr<player::clsMFPlayer>& cPlayer,
                   const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus, Reports reports, Actions actions,
                   const app::Life& window);
 
-  void Command1_Click();
-  void Command2_Click();
-  void Command6_Click();
-  void Command7_Click();
-  void CmdInfoClose_Click();
+  void Command1_Click();  ///< Start: works stale details out first
+  void Command2_Click();  ///< opens a station directory
+  void Command6_Click();  ///< Stop
+  void Command7_Click();  ///< opens the volume mixer
   void ckSavMute_Click();
   void hscSavVolume_Change();
   void hscSavVolume_Scroll();
-  void tmPlay_Timer();
-  void Timer1_Timer();
+  void tmPlay_Timer();  ///< position, and what the mixer was set to
+  void Timer1_Timer();  ///< peak bars
 
   /// Opens `sLink` and shows what it offers; with `bStart` it starts to sound. Whatever fails ends the rest
   /// of the routine.
@@ -104,7 +99,6 @@ class PlaybackControl {
   void FollowMixer(player::clsMFPlayer& player);
   /// What the stream says of itself, a line per name. Nothing when a name that was announced is missing.
   [[nodiscard]] std::optional<platform::Text> InformationText(player::clsMFPlayer& player) const;
-  void ShowPicture(const platform::Text& station_name);
   void HideBar(controls::ProgressBar& bar);
   /// Position and bars disappear.
   void ClearDisplay();
@@ -115,15 +109,16 @@ class PlaybackControl {
   Parts parts_;
   Ports ports_;
   app::WindowState& state_;
-  app::StationPicture& picture_;
   const std::shared_ptr<player::clsMFPlayer>& cPlayer;
   const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus;
   Reports reports_;
   Actions actions_;
   const app::Life& window_;
-  app::Runs starts_;              // of which a Start or Stop that comes in the middle of one ends it
-  bool has_services_ = false;     // the item that was opened last has a volume to follow
-  bool following_mixer_ = false;  // the slider and the box move by themselves
+  app::Runs starts_;  ///< a Start or Stop that comes in the middle of a start ends it
+  /// Volume or metadata of the open item were found, so that the mixer can be followed. False from the moment
+  /// the next item is opened until its own are found.
+  bool has_services_ = false;
+  bool following_mixer_ = false;  ///< the slider and the box move by themselves
   controls::Subscriptions subscriptions_;
 };
 

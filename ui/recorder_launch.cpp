@@ -10,7 +10,7 @@ using controls::RowId;
 using platform::Text;
 
 void RecorderLaunch::Launch() {
-  controls::ListView& list = lists_.Active();
+  controls::ListView& list = parts_.lists.Active();
   const RowId row = list.SelectedRow();
   Text command_line;
   if (row == RowId::kNone) {
@@ -28,9 +28,9 @@ void RecorderLaunch::Launch() {
 }
 
 void RecorderLaunch::CopyNumberInto(controls::ListView& list, RowId row) {
-  const Text& number = UpDownTextBox1.GetText();
+  const Text& number = parts_.UpDownTextBox1.GetText();
   // The field is hidden for a link that is no playlist, whose address no number changes.
-  if (UpDownTextBox1.Visible() && list.Cell(row, app::kM3uNumberCell) != number)
+  if (parts_.UpDownTextBox1.Visible() && list.Cell(row, app::kM3uNumberCell) != number)
     state_.details_are_stale = true;
   list.SetCell(row, app::kM3uNumberCell, number);
 }

@@ -16,6 +16,11 @@ namespace ui {
 
 class RecorderLaunch {
  public:
+  struct Parts {
+    controls::UpDownTextBox& UpDownTextBox1;  ///< number of the entry within a playlist link
+    controls::ListPair lists;
+  };
+
   struct Ports {
     platform::Environment& environment;
     platform::Dialogs& dialogs;
@@ -26,14 +31,9 @@ class RecorderLaunch {
   static constexpr std::uint32_t kMainWindow = 1;
 
   /// Once the life of `window` has ended the tool is not started any more.
-  RecorderLaunch(controls::ListPair lists, controls::UpDownTextBox& number_field, Ports ports,
-                 app::WindowState& state, app::Notices& notices, const app::Life& window)
-      : lists_(lists),
-        UpDownTextBox1(number_field),
-        ports_(ports),
-        state_(state),
-        notices_(notices),
-        window_(window) {}
+  RecorderLaunch(Parts parts, Ports ports, app::WindowState& state, app::Notices& notices,
+                 const app::Life& window)
+      : parts_(parts), ports_(ports), state_(state), notices_(notices), window_(window) {}
 
   /// Command8(5): copies the number field into the selected row and starts "OZRecordFunkhaus.exe" of the
   /// program folder with the row's link, as it stands. Without a selected row it says so and starts the
@@ -43,8 +43,7 @@ class RecorderLaunch {
  private:
   void CopyNumberInto(controls::ListView& list, controls::RowId row);
 
-  controls::ListPair lists_;
-  controls::UpDownTextBox& UpDownTextBox1;
+  Parts parts_;
   Ports ports_;
   app::WindowState& state_;
   app::Notices& notices_;

@@ -5,12 +5,18 @@
 #include "ports/files.h"
 #include "ports/icons.h"
 
-namespace app {
+namespace ui {
 
 /// The file is "RadioJPG\" + station name + ".jpg" in the program folder.
 class StationPicture {
  public:
-  StationPicture(platform::Environment& environment, platform::Files& files, platform::Icons& icons);
+  struct Ports {
+    platform::Environment& environment;
+    platform::Files& files;
+    platform::Icons& icons;
+  };
+
+  explicit StationPicture(Ports ports) : ports_(ports) {}
   ~StationPicture();
   StationPicture(const StationPicture&) = delete;
   StationPicture& operator=(const StationPicture&) = delete;
@@ -27,10 +33,8 @@ class StationPicture {
  private:
   [[nodiscard]] platform::Text PathOf(const platform::Text& station_name) const;
 
-  platform::Environment& environment_;
-  platform::Files& files_;
-  platform::Icons& icons_;
+  Ports ports_;
   platform::PictureHandle loaded_ = platform::PictureHandle::kNone;
 };
 
-}  // namespace app
+}  // namespace ui

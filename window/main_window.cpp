@@ -21,71 +21,40 @@ MainWindow::MainWindow(Platform platform, std::function<void(app::Form2&)> show_
       show_modal_(std::move(show_modal)),
       ini_(settings_, platform.profile, platform.files, platform.environment),
       language_(settings_, ini_, platform.profile, platform.files, platform.environment),
-      status_line_(form1_.StatusLine, language_, {platform.playback_monitor, platform.clock}),
-      playing_mark_(Lists(), platform.playback_monitor),
-      picture_(platform.environment, platform.files, platform.icons),
       layout_(form1_),
-      icons_({platform.icons, platform.files, platform.conversion, platform.dialogs}, Lists()),
-      station_lists_(Lists(), platform.string_order, state_,
-                     {[this] { details_.ShowStationDetails(); }, [this] { playback_.Command1_Click(); }}),
-      unsaved_rows_(form1_.SymbolListview, platform.conversion),
-      keeper_({platform.files, platform.environment, platform.conversion}, unsaved_rows_,
-              form1_.SymbolListview, icons_, settings_, form1_.tmUnsaved),
-      store_({platform.profile, platform.conversion}, ini_, settings_, icons_, state_, Lists(), unsaved_rows_,
-             [this](controls::ListView& list) { station_lists_.SortAgain(list); }),
-      deleted_(form1_.UndoDelete, Lists(), platform.profile, ini_, settings_, store_, unsaved_rows_,
-               status_line_),
-      writer_(platform.profile, ini_, settings_, status_line_, icons_, Lists(), unsaved_rows_, deleted_),
-      views_({form1_.Check1, form1_.Check2, form1_.Check3, form1_.Combo1, form1_.Frame2,
-              form1_.CommandButton1, form1_.CommandButton2, Lists()},
-             store_, station_lists_, writer_, state_, platform.dialogs),
-      recorder_launch_(Lists(), form1_.UpDownTextBox1,
-                       {platform.environment, platform.dialogs, platform.shell}, state_, status_line_, life_),
-      editor_({form1_.TextBox1, form1_.Combo1, form1_.Check1, form1_.Check2, form1_.UpDownTextBox1,
-               form1_.Command8, form1_.CommandButton1, form1_.CommandButton2, Lists()},
-              writer_, settings_, state_, platform.dialogs,
-              {[this] { recorder_launch_.Launch(); }, [this] { ShowNewStationDialog(); }}),
-      now_playing_({form1_.Command3, form1_.Timer2, form1_.Frame3, form1_.Label4, Lists()},
-                   {platform.dialogs, platform.message_loop, platform.conversion}, state_, cFunkhaus, life_),
-      details_(
-          {form1_.TextBox1, form1_.Combo1, form1_.Check2, form1_.UpDownTextBox1, form1_.Label2,
-           form1_.Command8[0], form1_.Frame3, form1_.Label3, form1_.Label4, form1_.Image1, Lists()},
-          {platform.files, platform.conversion}, state_, picture_, cFunkhaus,
-          {[this](const auto& list, controls::RowId row) { playing_mark_.Choose(list, row); },
-           [this] { now_playing_.CheckAktuellerSong(); },
-           [this](const Text& station, const auto& failure) { status_line_.Selected(station, failure); }},
-          life_),
-      playback_({form1_.Command1, form1_.Command2, form1_.Command6, form1_.Command7, form1_.CmdInfoClose,
-                 form1_.hscSavVolume, form1_.ckSavMute, form1_.tmPlay, form1_.Timer1, form1_.Timer2,
-                 form1_.ProgressBar1, form1_.Frame3, form1_.Label1, form1_.Label3, form1_.Label4,
-                 form1_.Image1, Lists()},
-                {platform.dialogs, platform.message_loop, platform.shell, platform.system_messages}, state_,
-                picture_, cPlayer, cFunkhaus, {status_line_, playing_mark_},
-                {[this] { details_.ShowStationDetails(); }}, life_),
-      m3u_export_({Lists(), form1_.Command4}, platform.dialogs, platform.files, platform.conversion,
-                  platform.message_loop, platform.clock, life_),
-      m3u_import_({Lists(), form1_.Command5}, platform.dialogs, platform.files, platform.conversion,
-                  status_line_, {[this] { unsaved_rows_.ListIsEmptied(); }}, life_) {
+      foundation_{.platform = platform_,
+                  .form = form1_,
+                  .settings = settings_,
+                  .ini = ini_,
+                  .language = language_,
+                  .state = state_,
+                  .life = life_},
+      playing_(foundation_, cFunkhaus, cPlayer),
+      catalogue_(foundation_, playing_.status_line,
+                 {.show_station_details = [this] { playing_.details.ShowStationDetails(); },
+                  .start_playing = [this] { playing_.playback.Command1_Click(); },
+                  .launch_recorder = [this] { playing_.recorder_launch.Launch(); },
+                  .show_new_station_dialog = [this] { ShowNewStationDialog(); }}) {
   app::ChooseSettingsFolder(settings_, ini_, platform_.files, platform_.environment);
   subscriptions_ += form1_.form.QueryUnload.Subscribe([this] { Form_QueryUnload(); });
   subscriptions_ += form1_.form.Unloaded.Subscribe([this] { Form_Unload(); });
   // Both may clear CatalogueChanged and leave the rows as they are.
   for (controls::CommandButton* button : {&form1_.CommandButton1, &form1_.CommandButton2}) {
-    subscriptions_ += button->Clicked.Subscribe([this] { keeper_.Note(); });
+    subscriptions_ += button->Clicked.Subscribe([this] { catalogue_.keeper.Note(); });
   }
 }
 
-MainWindow::~MainWindow() { icons_.Destroy(); }
+MainWindow::~MainWindow() { catalogue_.icons.Destroy(); }
 
 void MainWindow::Load() {
   CreateStreamClient();
   for (Text& genre : app::Split(app::GenreList, u";")) form1_.Combo1.AddItem(std::move(genre));
   form1_.Combo1.SetListIndex(0);
   catalogue::StationLists::CreateColumns(form1_.SymbolListview);
-  icons_.LoadStationIcons(app::AddBackslash(platform_.environment.ProgramFolder()) + u"RadioIco");
+  catalogue_.icons.LoadStationIcons(app::AddBackslash(platform_.environment.ProgramFolder()) + u"RadioIco");
   catalogue::StationLists::CreateColumns(form1_.ExplorerListFilter);
-  const auto restored = keeper_.Restore();
-  store_.LoadStations(u"");
+  const auto restored = catalogue_.keeper.Restore();
+  catalogue_.store.LoadStations(u"");
   form1_.tmPlay.SetEnabled(false);
   form1_.tmPlay.SetInterval(500);
   CreatePlayer();
@@ -101,7 +70,7 @@ void MainWindow::CreateStreamClient() {
   cFunkhaus = std::make_shared<stream::clsFunkhaus>(
       stream::Ports{platform_.internet, platform_.requests, platform_.record_files, platform_.environment,
                     platform_.clock, platform_.message_loop, platform_.conversion});
-  cFunkhaus->QueryStream = [this](bool ok) { now_playing_.cFunkhaus_QueryStream(ok); };
+  cFunkhaus->QueryStream = [this](bool ok) { playing_.now_playing.cFunkhaus_QueryStream(ok); };
   cFunkhaus->RecStreamCurrentPlaying = [this](const Text& title, const Text&, const Text&) {
     form1_.form.SetCaption(u"Playing: " + title);
   };
@@ -112,8 +81,8 @@ void MainWindow::CreatePlayer() {
       player::clsMFPlayer::Ports{platform_.media, platform_.interface_calls, platform_.property_values,
                                  platform_.environment, platform_.clock, platform_.message_loop},
       duration_);
-  cPlayer->MediaFileIsReady = [this](bool ready) { playback_.cPlayer_MediaFileIsReady(ready); };
-  cPlayer->IsCreateOK = [this](std::int32_t result) { playback_.cPlayer_IsCreateOK(result); };
+  cPlayer->MediaFileIsReady = [this](bool ready) { playing_.playback.cPlayer_MediaFileIsReady(ready); };
+  cPlayer->IsCreateOK = [this](std::int32_t result) { playing_.playback.cPlayer_IsCreateOK(result); };
 }
 
 void MainWindow::RestoreView() {
@@ -124,11 +93,11 @@ void MainWindow::RestoreView() {
 }
 
 void MainWindow::ReportRestored(const catalogue::UnsavedRowsKeeper::Restored& restored) {
-  if (restored.unreadable) status_line_.Notify(app::sentences::kKeptRowsUnreadable);
-  if (restored.rows == 1) status_line_.Notify(app::sentences::kOneRowRestored);
+  if (restored.unreadable) playing_.status_line.Notify(app::sentences::kKeptRowsUnreadable);
+  if (restored.rows == 1) playing_.status_line.Notify(app::sentences::kOneRowRestored);
   if (restored.rows < 2) return;
-  status_line_.Notify(app::sentences::kRowsRestored,
-                      {app::FormatNumber(static_cast<std::int64_t>(restored.rows))});
+  playing_.status_line.Notify(app::sentences::kRowsRestored,
+                              {app::FormatNumber(static_cast<std::int64_t>(restored.rows))});
 }
 
 void MainWindow::ShowNewStationDialog() {
@@ -146,9 +115,9 @@ void MainWindow::Form_QueryUnload() {
   // Asked again, because the session may have ended while the question stood open. What was to be saved and
   // could not be is kept as well.
   if (SessionEnds() || wants_to_save) {
-    keeper_.Finish();
+    catalogue_.keeper.Finish();
   } else {
-    keeper_.Discard();
+    catalogue_.keeper.Discard();
   }
   if (!view_restored_) return;
   const Text view = form1_.Check3.Checked() ? u"1" : (form1_.Check1.Checked() ? u"2" : u"0");
@@ -160,7 +129,7 @@ bool MainWindow::OfferToSave() {
                                                     platform::kMbYesNo | platform::kMbIconQuestion);
   if (answer != platform::MessageBoxAnswer::kYes) return false;
   settings_.CatalogueChanged = false;
-  editor_.CommandButton1_Click();
+  catalogue_.editor.CommandButton1_Click();
   // A view is never saved. The rows come back with the next start, and so must the question.
   if (form1_.ExplorerListFilter.Visible()) settings_.CatalogueChanged = true;
   return true;

@@ -1,0 +1,48 @@
+#pragma once
+// Builds the features of the catalogue, its playlist files included, and connects them. Not any feature's
+// behaviour, and not what a selected row starts (window/playing.h).
+
+#include <functional>
+
+#include "app/state/notices.h"
+#include "catalogue/deleted_entries.h"
+#include "catalogue/station_editor.h"
+#include "catalogue/station_icons.h"
+#include "catalogue/station_lists.h"
+#include "catalogue/station_store.h"
+#include "catalogue/station_views.h"
+#include "catalogue/station_writer.h"
+#include "catalogue/unsaved_rows.h"
+#include "catalogue/unsaved_rows_keeper.h"
+#include "playlist/m3u_export.h"
+#include "playlist/m3u_import.h"
+#include "window/foundation.h"
+
+namespace window {
+
+/// Each is given only features that stand above it.
+struct Catalogue {
+  /// What the catalogue starts elsewhere.
+  struct Actions {
+    std::function<void()> show_station_details;     ///< of the selected row
+    std::function<void()> start_playing;            ///< as the Start button
+    std::function<void()> launch_recorder;          ///< for the selected row
+    std::function<void()> show_new_station_dialog;  ///< returns when the dialog is closed
+  };
+
+  Catalogue(const Foundation& base, app::Notices& notices, const Actions& actions);
+
+  catalogue::StationIcons icons;
+  catalogue::StationLists lists;
+  catalogue::UnsavedRows unsaved_rows;
+  catalogue::UnsavedRowsKeeper keeper;
+  catalogue::StationStore store;
+  catalogue::DeletedEntries deleted;
+  catalogue::StationWriter writer;
+  catalogue::StationViews views;
+  catalogue::StationEditor editor;
+  playlist::M3uExport m3u_export;
+  playlist::M3uImport m3u_import;
+};
+
+}  // namespace window

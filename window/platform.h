@@ -1,0 +1,49 @@
+#pragma once
+// Everything the main window asks of the system. Not an answer to any of it.
+
+#include "ports/clipboard.h"
+#include "ports/clock.h"
+#include "ports/dialogs.h"
+#include "ports/environment.h"
+#include "ports/files.h"
+#include "ports/icons.h"
+#include "ports/interface_call.h"
+#include "ports/internet.h"
+#include "ports/media_framework.h"
+#include "ports/message_loop.h"
+#include "ports/playback_monitor.h"
+#include "ports/private_profile.h"
+#include "ports/property_value.h"
+#include "ports/record_files.h"
+#include "ports/shell.h"
+#include "ports/string_order.h"
+#include "ports/system_messages.h"
+#include "ports/text_conversion.h"
+#include "ports/xml_http_request.h"
+
+namespace window {
+
+/// All of it outlives the window.
+struct Platform {
+  platform::PrivateProfile& profile;
+  platform::Files& files;
+  platform::RecordFiles& record_files;
+  platform::Environment& environment;
+  platform::TextConversion& conversion;
+  platform::StringOrder& string_order;
+  platform::Icons& icons;
+  platform::Internet& internet;
+  platform::XmlHttpRequests& requests;
+  platform::MediaFramework& media;
+  platform::InterfaceCalls& interface_calls;
+  platform::PropertyValues& property_values;
+  platform::Dialogs& dialogs;
+  platform::Shell& shell;
+  platform::Clipboard& clipboard;
+  platform::SystemMessages& system_messages;
+  platform::MessageLoop& message_loop;
+  platform::Clock& clock;
+  platform::PlaybackMonitor& playback_monitor;
+};
+
+}  // namespace window
