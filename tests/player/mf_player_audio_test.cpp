@@ -56,6 +56,14 @@ TEST_F(PlayerAudioTest, ChannelPeaksOfAnImpossibleCountAreFalseUncalled) {
   EXPECT_EQ(media_.TakeCalls(), Strings{});
 }
 
+TEST_F(PlayerAudioTest, AsManyChannelsAsAFormatCanHaveAreAskedFor) {
+  const auto player = MakeServedPlayer();
+  media_.channel_peaks.assign(65535, 0.5f);
+  std::vector<float> peaks;
+  EXPECT_TRUE(player->GetAudioChannelsPeakValues(65535, peaks));
+  EXPECT_EQ(peaks.size(), 65535U);
+}
+
 TEST_F(PlayerAudioTest, RefusedLevelsLeaveTheOutputUntouched) {
   const auto player = MakeServedPlayer();
   media_.faults["IAudioMeterInformation::GetPeakValue"] = platform::kEFail;

@@ -1,4 +1,6 @@
 // Position, duration and named properties.
+#include <map>
+
 #include "tests/player/player_fixture.h"
 
 namespace player {
@@ -164,6 +166,41 @@ TEST_F(PropVariantToTextTest, EveryOtherTypeIsEmpty) {
   EXPECT_EQ(Of(PropertyType::kBlob, std::string("abc")), u"");
   EXPECT_EQ(Of(PropertyType::kStringArray, Names{u"a"}), u"");
   EXPECT_EQ(Of(static_cast<PropertyType>(64), std::int64_t{1}), u"");
+}
+
+/// Keeps which types it was asked to change into which, and how often something was cleared.
+class WatchedValues final : public platform::values::PortablePropertyValues {
+ public:
+  std::int32_t PropVariantChangeType(PropertyValue& changed, const PropertyValue& value, std::uint16_t flags,
+                                     PropertyType type) override {
+    asked[static_cast<int>(value.type)] = type;
+    return PortablePropertyValues::PropVariantChangeType(changed, value, flags, type);
+  }
+  std::int32_t PropVariantClear(PropertyValue& value) override {
+    ++clears;
+    return PortablePropertyValues::PropVariantClear(value);
+  }
+  std::map<int, PropertyType> asked;
+  int clears = 0;
+};
+
+TEST_F(PropVariantToTextTest, ExactlyTheseTypesAreChangedAndEveryValueIsCleared) {
+  WatchedValues values;
+  clsMFPlayer player({media_, media_, values, environment_, clock_, loop_}, duration_);
+  std::map<int, PropertyType> expected;
+  for (const int single : {2, 3, 4, 5, 8, 11, 16, 17, 18, 19, 20, 21, 22, 23, 30, 31, 72}) {
+    expected[single] = PropertyType::kString;
+  }
+  expected[4096 + 31] = PropertyType::kStringArray;
+  constexpr int kTypes = 0x4000;
+  for (int type = 0; type < kTypes; ++type) {
+    PropertyValue value{static_cast<PropertyType>(type), std::monostate{}};
+    Text text;
+    player.PropVariantToText(value, text);
+    EXPECT_EQ(value.type, PropertyType::kEmpty) << type;
+  }
+  EXPECT_EQ(values.asked, expected);
+  EXPECT_EQ(values.clears, 2 * kTypes) << "what it was changed into as well";
 }
 
 TEST_F(PropVariantToTextTest, RefusedConversionIsEmpty) {

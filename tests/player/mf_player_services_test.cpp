@@ -62,6 +62,14 @@ TEST_F(PlayerServicesTest, WaitsHalfASecondFirstAndAsksForEachServiceOnce) {
   EXPECT_EQ(media_.TakeCalls(), Joined({kVolumeCalls, kMetadataCalls, kMeterCalls}));
 }
 
+TEST_F(PlayerServicesTest, TheWaitIsHalfASecondAndNotShorter) {
+  const auto player = MakeOpenPlayer();
+  constexpr double kSlice = 1.0 / 64;
+  loop_.on_sleep = [this](std::uint32_t) { clock_.seconds_since_midnight += kSlice; };
+  player->CreateService();
+  EXPECT_EQ(loop_.pumps, 32);
+}
+
 TEST_F(PlayerServicesTest, VolumeAloneIsEnough) {
   const auto player = MakeOpenPlayer();
   media_.has_metadata = false;

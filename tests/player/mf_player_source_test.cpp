@@ -26,7 +26,9 @@ TEST_F(PlayerSourceTest, MissingFileIsReported) {
 
 TEST_F(PlayerSourceTest, EveryOtherFailureIsNotReported) {
   const auto player = MakePlayer();
-  for (const HResult result : {platform::kEFail, kAccessDenied, HResult{1}}) {
+  for (const HResult result : {platform::kEFail, kAccessDenied, HResult{1}, platform::kErrorFileNotFound + 1,
+                               platform::kErrorFileNotFound - 1, platform::kMfEUnsupportedByteStreamType + 1,
+                               platform::kMfEUnsupportedByteStreamType - 1}) {
     events_.clear();
     media_.open_result = result;
     player->MediaFileFromUrl(u"http://radio/");

@@ -126,6 +126,18 @@ TEST_F(PlayerTest, ReadyFalseIsRaisedBeforeThePreviousItemIsClosed) {
   EXPECT_EQ(calls_before_event[0], Strings{});
 }
 
+TEST_F(PlayerTest, DurationIsEmptiedBeforeThePreviousItemIsClosed) {
+  media_.duration = 36'000'000'000;
+  const auto player = MakeOpenPlayer();
+  ASSERT_NE(player->Duration(), 0);
+  std::vector<std::int64_t> while_closing;
+  media_.on_call = [&](const std::string& call) {
+    if (call == "session.Stop()") while_closing.push_back(player->Duration());
+  };
+  player->MediaFileFromUrl(u"http://other/");
+  EXPECT_EQ(while_closing, std::vector<std::int64_t>{0});
+}
+
 TEST_F(PlayerTest, DestructionClosesTheItemAndThenShutsTheFrameworkDown) {
   { MakeServedPlayer(); }
   Strings expected = kCloseCalls;

@@ -93,6 +93,10 @@ TEST(RecordFileName, DeviceNamesGetAnUnderscore) {
   EXPECT_EQ(Name(u"aux .x"), u"aux _.x.mp3");
   EXPECT_EQ(Name(u"Contact"), u"Contact.mp3");
   EXPECT_EQ(Name(u"COMA"), u"COMA.mp3");
+  for (const char16_t* name :
+       {u"COM", u"COM10", u"LPT12", u"XCON", u"Nullen", u"CONIN$1", u"a con", u"con a"}) {
+    EXPECT_EQ(Name(name), Text(name) + u".mp3") << "a device's name is the whole name";
+  }
 }
 
 }  // namespace
