@@ -77,6 +77,45 @@ TEST_F(ShutDownTest, YesSavesOnceAndIsNotAskedAgain) {
   EXPECT_EQ(WrittenView(), u"0");
 }
 
+TEST_F(ShutDownTest, QuestionComesBeforeTheViewIsWritten) {
+  Start();
+  AddUnsavedStation();
+  std::vector<std::optional<Text>> written;
+  dialogs.on_box = [&] { written.push_back(WrittenView()); };
+  dialogs.answers = {MessageBoxAnswer::kNo};
+  Form().form.Close();
+  EXPECT_EQ(written, std::vector<std::optional<Text>>{std::nullopt});
+  EXPECT_EQ(WrittenView(), u"0");
+}
+
+TEST_F(ShutDownTest, OnlyYesSaves) {
+  for (const auto answer : {MessageBoxAnswer::kNo, MessageBoxAnswer::kCancel, MessageBoxAnswer::kOk}) {
+    Start();
+    AddUnsavedStation();
+    dialogs.answers = {answer};
+    Form().form.Close();
+    EXPECT_FALSE(profile.HasSection(kStationFilePath, u"Neu"));
+    dialogs.boxes.clear();
+  }
+}
+
+TEST_F(ShutDownTest, RecordingIsToldToStopBeforeTheLastMessagesAreProcessed) {
+  Start();
+  const auto client = window->StreamClient();
+  client->StreamUrl(u"http://a/");
+  // This reader ends after its first read when the client was told to stop, and reads on otherwise.
+  std::size_t reads = 0;
+  message_loop.on_pump = [&] {
+    message_loop.on_pump = nullptr;
+    internet.before_read = [&] {
+      if (++reads == 5) client->StopRecStream();
+    };
+    client->GetActiveMeta(u"", 8);
+  };
+  Form().form.Close();
+  EXPECT_EQ(reads, 1U);
+}
+
 TEST_F(ShutDownTest, YesInAFilterViewIsRefusedCountsAsSavedAndTheWindowCloses) {
   Start();
   AddUnsavedStation();

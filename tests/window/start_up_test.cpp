@@ -116,6 +116,13 @@ TEST_F(StartUpTest, TimersAreOffWithTheirIntervals) {
   EXPECT_FALSE(Form().tmPlay.Enabled() || Form().Timer1.Enabled() || Form().Timer2.Enabled());
 }
 
+TEST_F(StartUpTest, RecordedTitleStandsInTheWindowsCaption) {
+  Start();
+  EXPECT_EQ(Form().form.Caption(), u"Funkhausplayer");
+  window->StreamClient()->RecStreamCurrentPlaying(u"Lied", u"", u"");
+  EXPECT_EQ(Form().form.Caption(), u"Playing: Lied");
+}
+
 TEST_F(StartUpTest, PlayerStartsTheFramework) {
   Start();
   ASSERT_FALSE(media.Calls().empty());
