@@ -1,59 +1,89 @@
 #include "catalogue/station_details.h"
 
-#include "tests/window/window_fixture.h"
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
-namespace app {
+#include "tests/support/feature_rig.h"
+
+namespace catalogue {
 namespace {
 
-class StationDetailsTest : public WindowTest {
+using platform::Text;
+using Strings = std::vector<Text>;
+
+class StationDetailsTest : public test_support::FeatureTest {
  protected:
   StationDetailsTest() {
-    internet.answer.status = u"404";
-    requests.request.body = u"kein Verzeichnis";
+    for (controls::ListView* list : {&form.SymbolListview, &form.ExplorerListFilter}) {
+      selections += list->SelectionChanged.Subscribe([this] { details.ShowStationDetails(); });
+    }
   }
 
-  const Text& Address() { return window->State().current_stream_address; }
+  void Select(controls::ListView& list, const Text& name) { list.Select(RowNamed(list, name)); }
+  void Select(const Text& name) { Select(form.SymbolListview, name); }
+  const Text& Address() { return state.current_stream_address; }
   void ExpectNumberField(bool shown) {
     EXPECT_EQ(Form().UpDownTextBox1.Visible(), shown);
     EXPECT_EQ(Form().Label2.Visible(), shown);
     EXPECT_EQ(Form().Command8[0].Visible(), shown);
   }
+
+  /// What the details started elsewhere, in order.
+  Strings started;
+  std::optional<stream::QueryFailure::Kind> reported;
+  std::function<void()> on_fetch = [] {};
+  StationDetails details{
+      {.TextBox1 = form.TextBox1,
+       .Combo1 = form.Combo1,
+       .Check2 = form.Check2,
+       .UpDownTextBox1 = form.UpDownTextBox1,
+       .Label2 = form.Label2,
+       .Command8_0 = form.Command8[0],
+       .lists = lists},
+      {.files = files, .conversion = conversion},
+      state,
+      cFunkhaus,
+      {.take_row = [this](
+                       const controls::ListView& list,
+                       controls::RowId row) { started.push_back(u"row " + list.Cell(row, app::kNameCell)); },
+       .fetch_title =
+           [this] {
+             started.push_back(u"title of " + Address());
+             on_fetch();
+           },
+       .report_server =
+           [this](const Text& station, const stream::QueryFailure& failure) {
+             started.push_back(u"server of " + station);
+             reported = failure.kind;
+           },
+       .show_picture = [this](const Text& station) { started.push_back(u"picture of " + station); }},
+      life};
+  controls::Subscriptions selections;
 };
 
 TEST_F(StationDetailsTest, RowFillsTheEditorsFields) {
   AddStation(u"A", u"http://host/live", u"Klassik", u"1");
-  Start();
   Select(u"A");
   EXPECT_EQ(Form().TextBox1[0].GetText(), u"A");
   EXPECT_EQ(Form().TextBox1[1].GetText(), u"http://host/live");
   EXPECT_EQ(Form().Combo1.GetText(), u"Klassik");
   EXPECT_TRUE(Form().Check2.Checked());
   ExpectNumberField(false);
-  EXPECT_EQ(window->State().current_station_name, u"A");
+  EXPECT_EQ(state.current_station_name, u"A");
 }
 
 TEST_F(StationDetailsTest, OnlyTheMarkOneChecksTheFavouriteBox) {
   AddStation(u"A", u"http://a/", u"Rock", u"1");
   AddStation(u"B", u"http://b/", u"Rock", u"01");
-  Start();
   Select(u"A");
   Select(u"B");
   EXPECT_FALSE(Form().Check2.Checked());
 }
 
-TEST_F(StationDetailsTest, SelectingStationsWritesNothing) {
-  AddStation(u"A", u"http://a/", u"Rock", u"1");
-  AddStation(u"B", u"http://b/");
-  Start();
-  profile.writes.clear();
-  Select(u"A");
-  Select(u"B");
-  EXPECT_TRUE(profile.writes.empty());
-}
-
 TEST_F(StationDetailsTest, LinkThatIsNoPlaylistHidesTheNumberFieldAndIsTheAddress) {
   AddStation(u"A", u"http://host/live", u"Rock", u"", u"4");
-  Start();
   Select(u"A");
   ExpectNumberField(false);
   EXPECT_EQ(Form().UpDownTextBox1.GetText(), u"0");
@@ -63,7 +93,6 @@ TEST_F(StationDetailsTest, LinkThatIsNoPlaylistHidesTheNumberFieldAndIsTheAddres
 TEST_F(StationDetailsTest, PlaylistLinkShowsTheNumberFieldWithOneWhenItIsEmpty) {
   AddStation(u"A", u"http://host/liste.m3u");
   AddStation(u"B", u"http://host/liste.TXT", u"Rock", u"", u"3");
-  Start();
   Select(u"A");
   ExpectNumberField(true);
   EXPECT_EQ(Form().UpDownTextBox1.GetText(), u"1");
@@ -76,7 +105,6 @@ TEST_F(StationDetailsTest, LocalPlaylistGivesTheEntryOfTheNumberAndZeroIsTheFirs
   AddStation(u"A", u"C:\\Radio\\liste.m3u", u"Rock", u"", u"3");
   AddStation(u"B", u"C:\\Radio\\liste.m3u", u"Rock", u"", u"0");
   AddStation(u"C", u"C:\\Radio\\liste.m3u", u"Rock", u"", u"keine Zahl");
-  Start();
   Select(u"A");
   EXPECT_EQ(Address(), u"http://drei");
   Select(u"B");
@@ -90,7 +118,6 @@ TEST_F(StationDetailsTest, LocalPlaylistGivesItsLastEntryForANumberBelowZeroOrBe
   files.files[u"C:\\Radio\\liste.TXT"] = "http://eins\r\nhttp://zwei\r\n";
   AddStation(u"A", u"C:\\Radio\\liste.TXT", u"Rock", u"", u"-1");
   AddStation(u"B", u"C:\\Radio\\liste.TXT", u"Rock", u"", u"9");
-  Start();
   Select(u"A");
   EXPECT_EQ(Address(), u"http://zwei");
   Select(u"B");
@@ -100,14 +127,12 @@ TEST_F(StationDetailsTest, LocalPlaylistGivesItsLastEntryForANumberBelowZeroOrBe
 TEST_F(StationDetailsTest, LocalPlaylistWithoutEntriesGivesNoAddress) {
   files.files[u"C:\\Radio\\leer.m3u"] = "#EXTM3U\r\n";
   AddStation(u"A", u"C:\\Radio\\leer.m3u");
-  Start();
   Select(u"A");
   EXPECT_EQ(Address(), u"");
 }
 
 TEST_F(StationDetailsTest, PlaylistFileThatDoesNotExistIsAskedForAsALink) {
   AddStation(u"A", u"C:\\Radio\\weg.m3u");
-  Start();
   Select(u"A");
   EXPECT_EQ(Address(), u"C:\\Radio\\weg.m3u");
   EXPECT_FALSE(requests.calls.empty());
@@ -115,7 +140,6 @@ TEST_F(StationDetailsTest, PlaylistFileThatDoesNotExistIsAskedForAsALink) {
 
 TEST_F(StationDetailsTest, LinkWithoutTextIsAnEmptyAddressAndNoServerIsAsked) {
   AddStation(u"A", u"");
-  Start();
   Select(u"A");
   EXPECT_EQ(Address(), u"");
   ExpectNumberField(false);
@@ -123,20 +147,79 @@ TEST_F(StationDetailsTest, LinkWithoutTextIsAnEmptyAddressAndNoServerIsAsked) {
 }
 
 TEST_F(StationDetailsTest, ActsOnTheFilteredListWhileItIsShown) {
-  AddStation(u"A", u"http://a/", u"Rock", u"1");
-  AddStation(u"B", u"http://b/", u"Rock", u"1");
-  Start();
+  AddStation(u"B", u"http://b/");
+  AddStationTo(Form().ExplorerListFilter, u"A", u"http://a/");
   Select(u"B");
-  Form().Check3.Click();
-  SelectIn(Form().ExplorerListFilter, u"A");
+  ShowFilteredList();
+  Select(Form().ExplorerListFilter, u"A");
   EXPECT_EQ(Form().TextBox1[0].GetText(), u"A");
   EXPECT_EQ(Address(), u"http://a/");
+}
+
+TEST_F(StationDetailsTest, WithoutASelectedRowNothingHappens) {
+  AddStation(u"A", u"http://a/");
+  details.ShowStationDetails();
+  EXPECT_TRUE(started.empty());
+  EXPECT_FALSE(state.details_are_stale);
+  EXPECT_EQ(Form().TextBox1[0].GetText(), u"");
+}
+
+TEST_F(StationDetailsTest, FieldsSayThatTheProgramFillsThem) {
+  AddStation(u"A", u"http://a/", u"Rock", u"1");
+  std::vector<bool> filling;
+  const auto look = Form().Check2.Clicked.Subscribe([&] { filling.push_back(state.filling_fields); });
+  Select(u"A");
+  EXPECT_EQ(filling, std::vector<bool>{true}) << "so the favourite mark is not written";
+  EXPECT_FALSE(state.filling_fields);
+}
+
+TEST_F(StationDetailsTest, RowIsChosenFirstThenTheTitleIsFetchedAndServerAndPictureAreShownAtLast) {
+  requests.request.body = u"[playlist]\r\nNumberOfEntries=1\r\nFile1=http://eins/";
+  AddStation(u"A", u"http://host/liste.pls");
+  Select(u"A");
+  EXPECT_EQ(started, (Strings{u"row A", u"title of http://eins/", u"server of A", u"picture of A"}));
+}
+
+TEST_F(StationDetailsTest, WindowThatClosesDuringTheTitleShowsNothingMore) {
+  AddStation(u"A", u"http://a/");
+  on_fetch = [this] { CloseWindow(); };
+  Select(u"A");
+  EXPECT_EQ(started, (Strings{u"row A", u"title of http://a/"}));
+}
+
+TEST_F(StationDetailsTest, WindowThatClosesDuringThePlaylistFetchesNoTitle) {
+  AddStation(u"A", u"http://a/");
+  requests.request.states = {1, 4};
+  message_loop.on_pump = [this] { CloseWindow(); };
+  Select(u"A");
+  EXPECT_EQ(started, Strings{u"row A"});
+}
+
+TEST_F(StationDetailsTest, SelectionDuringTheTitleOfAnEarlierOneShowsTheLaterPictureOnly) {
+  AddStation(u"A", u"http://a/");
+  AddStation(u"B", u"http://b/");
+  bool selected = false;
+  on_fetch = [&] {
+    if (!std::exchange(selected, true)) Select(u"B");
+  };
+  Select(u"A");
+  EXPECT_EQ(started, (Strings{u"row A", u"title of http://a/", u"row B", u"title of http://b/",
+                              u"server of B", u"picture of B"}));
+}
+
+TEST_F(StationDetailsTest, ServersFailureIsReportedWhenItWasAskedForThisAddress) {
+  AddStation(u"A", u"http://a/");
+  AddStation(u"B", u"http://b/");
+  Select(u"A");
+  EXPECT_EQ(reported, stream::QueryFailure::Kind::kNone) << "nobody asked";
+  on_fetch = [this] { cFunkhaus->StreamUrl(Address()); };
+  Select(u"B");
+  EXPECT_EQ(reported, stream::QueryFailure::Kind::kHttpStatus);
 }
 
 TEST_F(StationDetailsTest, LocalFileOfAnotherKindIsPlayedAsItIs) {
   files.files[u"C:\\Radio\\lied.mp3"] = "mp3";
   AddStation(u"A", u"C:\\Radio\\lied.mp3");
-  Start();
   Select(u"A");
   EXPECT_EQ(Address(), u"C:\\Radio\\lied.mp3");
 }
@@ -148,7 +231,6 @@ TEST_F(StationDetailsTest, RemotePlaylistGivesTheEntryOfTheNumber) {
   AddStation(u"B", u"http://host/liste.m3u", u"Rock", u"", u"2");
   AddStation(u"C", u"http://host/liste.m3u", u"Rock", u"", u"5");
   AddStation(u"D", u"http://host/liste.m3u", u"Rock", u"", u"-3");
-  Start();
   Select(u"A");
   EXPECT_EQ(Address(), u"http://eins");
   Select(u"B");
@@ -162,7 +244,6 @@ TEST_F(StationDetailsTest, RemotePlaylistGivesTheEntryOfTheNumber) {
 TEST_F(StationDetailsTest, RemotePlaylistWithoutEntriesLeavesTheLinkAsItStands) {
   requests.request.body = u"[playlist]\r\nVersion=2";
   AddStation(u"A", u"http://host/liste.pls");
-  Start();
   Select(u"A");
   EXPECT_EQ(Address(), u"http://host/liste.pls");
 }
@@ -170,61 +251,13 @@ TEST_F(StationDetailsTest, RemotePlaylistWithoutEntriesLeavesTheLinkAsItStands) 
 TEST_F(StationDetailsTest, AddressEndsAtItsFirstLineFeed) {
   requests.request.body = u"[playlist]\r\nNumberOfEntries=1\r\nFile1=http://eins\nFile2=http://zwei";
   AddStation(u"A", u"http://host/liste.pls");
-  Start();
   Select(u"A");
   EXPECT_EQ(Address(), u"http://eins");
-}
-
-TEST_F(StationDetailsTest, PictureIsFittedIntoThePanelWithItsAspect) {
-  files.files[u"C:\\Programme\\Funkhaus\\RadioJPG\\A.jpg"] = "jpg";
-  AddStation(u"A", u"http://a/");
-  icons.picture_width = 30000;
-  icons.picture_height = 15000;
-  Start();
-  Form().Label3.SetCaption(u"alt");
-  Select(u"A");
-  EXPECT_TRUE(Form().Frame3.Visible());
-  EXPECT_TRUE(Form().Image1.Visible());
-  EXPECT_EQ(Form().Label3.Caption(), u"");
-  const controls::Place picture = Form().Image1.GetPlace();
-  const controls::Place panel = Form().Frame3.GetPlace();
-  EXPECT_GT(picture.width, 0);
-  EXPECT_LE(picture.left + picture.width, panel.width);
-  EXPECT_LE(picture.top + picture.height, panel.height);
-  EXPECT_NEAR(picture.width, 2 * picture.height, 2);
-}
-
-TEST_F(StationDetailsTest, MissingPictureHidesAndClearsTheImageAndLeavesThePanel) {
-  files.files[u"C:\\Programme\\Funkhaus\\RadioJPG\\A.jpg"] = "jpg";
-  AddStation(u"A", u"http://a/");
-  AddStation(u"B", u"http://b/");
-  Start();
-  Select(u"A");
-  EXPECT_EQ(icons.live_pictures, 1);
-  Select(u"B");
-  EXPECT_FALSE(Form().Image1.Visible());
-  EXPECT_EQ(Form().Image1.Picture(), 0U);
-  EXPECT_TRUE(Form().Frame3.Visible());
-  EXPECT_EQ(icons.live_pictures, 0);
-}
-
-TEST_F(StationDetailsTest, PictureThatCannotBeDecodedDoesNoHarm) {
-  files.files[u"C:\\Programme\\Funkhaus\\RadioJPG\\A.jpg"] = "kein jpg";
-  files.files[u"C:\\Programme\\Funkhaus\\RadioJPG\\B.jpg"] = "jpg";
-  icons.loadable = [](const Text& path) { return path.ends_with(u"B.jpg"); };
-  AddStation(u"A", u"http://a/");
-  AddStation(u"B", u"http://b/");
-  Start();
-  Select(u"B");
-  Select(u"A");
-  EXPECT_EQ(Form().Image1.Picture(), 0U) << "nor does the picture of the station before stay";
-  EXPECT_EQ(icons.live_pictures, 0);
 }
 
 TEST_F(StationDetailsTest, SelectionDuringThePlaylistFetchWins) {
   AddStation(u"A", u"http://a/");
   AddStation(u"B", u"http://b/");
-  Start();
   requests.request.states = {1, 1, 4};
   bool selected = false;
   message_loop.on_pump = [&] {
@@ -233,49 +266,46 @@ TEST_F(StationDetailsTest, SelectionDuringThePlaylistFetchWins) {
   Select(u"A");
   EXPECT_EQ(Address(), u"http://b/");
   EXPECT_EQ(Form().TextBox1[0].GetText(), u"B");
-  EXPECT_FALSE(window->State().details_are_stale);
+  EXPECT_FALSE(state.details_are_stale);
 }
 
-TEST_F(StationDetailsTest, WhatIsEditedWhileTheAddressIsWorkedOutStaysDoubtful) {
-  AddStation(u"A", u"http://a/liste.m3u");
-  for (const std::size_t button : {0U, 2U}) {
-    Start();
+TEST_F(StationDetailsTest, RowThatIsEditedWhileTheAddressIsWorkedOutLeavesTheDetailsStale) {
+  const controls::RowId row = AddStation(u"A", u"http://a/liste.m3u");
+  for (const std::size_t cell : {app::kNameCell, app::kLinkCell, app::kM3uNumberCell}) {
     requests.request.states = {1, 4};
     bool edited = false;
     message_loop.on_pump = [&] {
-      if (std::exchange(edited, true)) return;
-      Form().TextBox1[1].SetText(u"http://neu/");
-      Form().UpDownTextBox1.SetText(u"7");
-      Form().Command8[button].Click();
+      if (!std::exchange(edited, true)) Form().SymbolListview.SetCell(row, cell, u"7");
     };
     Select(u"A");
-    message_loop.on_pump = nullptr;
-    EXPECT_TRUE(window->State().details_are_stale) << button;
+    EXPECT_TRUE(edited) << cell;
+    EXPECT_TRUE(state.details_are_stale) << cell;
+    Form().SymbolListview.Select(controls::RowId::kNone);
+    Form().SymbolListview.SetCell(row, app::kNameCell, u"A");
+    Form().SymbolListview.SetCell(row, app::kLinkCell, u"http://a/liste.m3u");
   }
 }
 
-TEST_F(StationDetailsTest, RowThatIsReplacedWhileItIsWorkedOutStaysDoubtful) {
+TEST_F(StationDetailsTest, RowThatIsReplacedWhileItIsWorkedOutLeavesTheDetailsStale) {
   AddStation(u"A", u"http://a/");
-  Start();
   requests.request.states = {1, 4};
   bool replaced = false;
   message_loop.on_pump = [&] {
     if (!std::exchange(replaced, true)) Form().SymbolListview.Clear();
   };
   Form().SymbolListview.Select(RowNamed(Form().SymbolListview, u"A"));
-  EXPECT_TRUE(window->State().details_are_stale);
+  EXPECT_TRUE(state.details_are_stale);
 }
 
-TEST_F(StationDetailsTest, AddressIsDoubtfulUntilItIsKnown) {
+TEST_F(StationDetailsTest, DetailsAreStaleUntilTheAddressIsKnown) {
   AddStation(u"A", u"http://a/");
-  Start();
   requests.request.states = {1, 4};
-  bool doubtful = false;
-  message_loop.on_pump = [&] { doubtful = doubtful || window->State().details_are_stale; };
+  bool stale = false;
+  message_loop.on_pump = [&] { stale = stale || state.details_are_stale; };
   Select(u"A");
-  EXPECT_TRUE(doubtful);
-  EXPECT_FALSE(window->State().details_are_stale);
+  EXPECT_TRUE(stale);
+  EXPECT_FALSE(state.details_are_stale);
 }
 
 }  // namespace
-}  // namespace app
+}  // namespace catalogue

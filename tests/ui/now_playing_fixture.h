@@ -1,51 +1,52 @@
 #pragma once
-// A window whose stations send titles from scripts.
-// Not real servers; those are with the internet adapter's tests.
+// NowPlaying alone: the stream client over scripts, the panel over its own controls. Not the window.
 
 #include <string>
 
-#include "tests/window/window_fixture.h"
+#include "tests/support/feature_rig.h"
+#include "tests/ui/titled_station.h"
+#include "ui/information_panel.h"
+#include "ui/now_playing.h"
 
-namespace app {
+namespace ui {
 
-/// A metadata block after eight bytes of sound.
-inline std::string StreamWith(const std::string& title) {
-  std::string block = "StreamTitle='" + title + "';";
-  block.resize((block.size() + 15) / 16 * 16, '\0');
-  return "AAAAAAAA" + std::string(1, static_cast<char>(block.size() / 16)) + block;
-}
+using test_support::StationPlaying;
 
-inline test_support::ScriptedAnswer StationPlaying(const std::string& title) {
-  test_support::ScriptedAnswer answer;
-  answer.raw_headers = u"ICY 200 OK\r\nicy-metaint:8\r\n\r\n";
-  answer.reads = {{true, StreamWith(title)}};
-  return answer;
-}
-
-class NowPlayingTest : public WindowTest {
+class NowPlayingTest : public test_support::FeatureTest {
  protected:
-  NowPlayingTest() {
-    internet.answer.status = u"404";
-    requests.request.body = u"kein Verzeichnis";
-  }
-
   void AddPlayingStation(const Text& name, const std::string& title) {
-    const Text host = name;
-    AddStation(name, u"http://" + host + u"/s");
-    internet.answers[u"http://" + host + u"/s"] = StationPlaying(title);
-    internet.answers[host + u":80/s"] = StationPlaying(title);
+    AddStation(name, u"http://" + name + u"/s");
+    test_support::LetStationPlay(internet, name, title);
+  }
+  /// The station's address is the current one, and its title is fetched.
+  void Select(const Text& name) {
+    state.current_stream_address = u"http://" + name + u"/s";
+    now_playing.CheckAktuellerSong();
   }
   Text TitleOf(const Text& name) {
-    return Form().SymbolListview.Cell(RowNamed(Form().SymbolListview, name), app::kTitleCell);
+    return form.SymbolListview.Cell(RowNamed(form.SymbolListview, name), app::kTitleCell);
   }
   /// What the label shows after the selected station has sent this title.
   Text TitleFetchedFor(const std::string& bytes) {
     internet.answers[u"http://a/s"] = StationPlaying(bytes);
-    Form().Timer2.SetEnabled(true);
-    Form().Timer2.Fire();
-    return Form().Label4.Caption();
+    form.Timer2.SetEnabled(true);
+    form.Timer2.Fire();
+    return form.Label4.Caption();
   }
-  void RunAllTitles() { Form().Command3.Click(); }
+  void RunAllTitles() { form.Command3.Click(); }
+
+  InformationPanel panel{{.Frame3 = form.Frame3,
+                          .Label4 = form.Label4,
+                          .Label3 = form.Label3,
+                          .Image1 = form.Image1,
+                          .CmdInfoClose = form.CmdInfoClose},
+                         {.environment = environment, .files = files, .icons = icons}};
+  NowPlaying now_playing{{.Command3 = form.Command3, .Timer2 = form.Timer2, .lists = lists},
+                         {.dialogs = dialogs, .message_loop = message_loop, .conversion = conversion},
+                         panel,
+                         state,
+                         cFunkhaus,
+                         life};
 };
 
-}  // namespace app
+}  // namespace ui

@@ -1,17 +1,17 @@
 #include "ui/now_playing.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "tests/ui/now_playing_fixture.h"
 
-namespace app {
+namespace ui {
 namespace {
 
 using platform::MessageBoxAnswer;
 
 TEST_F(NowPlayingTest, SelectedStationsTitleIsShown) {
   AddPlayingStation(u"a", "Artist - Song");
-  Start();
   Select(u"a");
   EXPECT_EQ(Form().Label4.Caption(), u"Artist - Song");
   EXPECT_TRUE(Form().Frame3.Visible());
@@ -19,7 +19,6 @@ TEST_F(NowPlayingTest, SelectedStationsTitleIsShown) {
 
 TEST_F(NowPlayingTest, FetchEndsWithTheWaitThatInputEnded) {
   AddPlayingStation(u"a", "Artist - Song");
-  Start();
   const Text before = Form().Label4.Caption();
   message_loop.input_ends_wait = true;
   message_loop.on_pump = [this] {
@@ -36,7 +35,6 @@ TEST_F(NowPlayingTest, FetchEndsWithTheWaitThatInputEnded) {
 TEST_F(NowPlayingTest, RunLeavesARowWhoseWaitInputEnded) {
   AddPlayingStation(u"a", "Erster");
   AddPlayingStation(u"b", "Zweiter");
-  Start();
   internet.answers[u"a:80/s"].reachable = false;
   message_loop.on_pump = [this] {
     // The input comes while the first row's server is silent, and is processed in the next pump.
@@ -49,21 +47,18 @@ TEST_F(NowPlayingTest, RunLeavesARowWhoseWaitInputEnded) {
 
 TEST_F(NowPlayingTest, TitleInUtf8IsRepaired) {
   AddPlayingStation(u"a", "K\xC3\xBCnstler - Lied");
-  Start();
   Select(u"a");
   EXPECT_EQ(Form().Label4.Caption(), u"Künstler - Lied");
 }
 
 TEST_F(NowPlayingTest, TitleInTheCodePageStaysAsItIs) {
   AddPlayingStation(u"a", "K\xFCnstler - Lied");
-  Start();
   Select(u"a");
   EXPECT_EQ(Form().Label4.Caption(), u"Künstler - Lied");
 }
 
 TEST_F(NowPlayingTest, EveryByteComesThroughAsItsCharacterOfTheCodePageBesidesTheBlocksOwnSigns) {
   AddPlayingStation(u"a", "");
-  Start();
   Select(u"a");
   for (int value = 0; value < 256; ++value) {
     const std::string bytes = "x" + std::string(1, static_cast<char>(value)) + "y";
@@ -76,7 +71,6 @@ TEST_F(NowPlayingTest, EveryByteComesThroughAsItsCharacterOfTheCodePageBesidesTh
 
 TEST_F(NowPlayingTest, EveryUtf8FormOfALetterAloneIsRepaired) {
   AddPlayingStation(u"a", "");
-  Start();
   Select(u"a");
   for (const Text letter : {u"Á", u"Í", u"Ý", u"“", u"”", u"„", u"‘", u"’", u"ı", u"ß", u"😀"}) {
     const std::string bytes = conversion.WideCharToMultiByte(platform::CodePage::kUtf8, letter);
@@ -87,7 +81,6 @@ TEST_F(NowPlayingTest, EveryUtf8FormOfALetterAloneIsRepaired) {
 
 TEST_F(NowPlayingTest, OnlyTheFirst2048BytesDecideWhetherATitleIsUtf8) {
   AddPlayingStation(u"a", "");
-  Start();
   Select(u"a");
   EXPECT_EQ(TitleFetchedFor(std::string(2046, 'a') + "\xC3\xBC"), Text(2046, u'a') + u"ü");
   EXPECT_EQ(TitleFetchedFor(std::string(2047, 'a') + "\xC3\xBC"), Text(2047, u'a') + u"Ã¼");
@@ -97,31 +90,31 @@ TEST_F(NowPlayingTest, Utf8FormsWithBytesThatTheCodePageLacksAreRepaired) {
   // Á, Í and Ý carry the bytes 81, 8D and 9D, curly quotation marks 9D again, the dotless i and emoji more.
   const std::string title = "\xC3\x81\xC3\x8D\xC3\x9D \xE2\x80\x9Cx\xE2\x80\x9D \xC4\xB1 \xF0\x9F\x98\x80";
   AddPlayingStation(u"a", title);
-  Start();
   Select(u"a");
   EXPECT_EQ(Form().Label4.Caption(), u"ÁÍÝ “x” ı 😀");
 }
 
 TEST_F(NowPlayingTest, StationWithoutAnIntervalLeavesTheLabelAndThePanel) {
   AddStation(u"a", u"http://a/s");
-  Start();
   Select(u"a");
   EXPECT_EQ(Form().Label4.Caption(), u"Titel:");
   EXPECT_FALSE(Form().Frame3.Visible());
 }
 
-TEST_F(NowPlayingTest, StationWithoutATitleSaysSo) {
+TEST_F(NowPlayingTest, StationWithoutATitleSaysSoAndLeavesThePanel) {
   AddPlayingStation(u"a", "");
-  Start();
-  Select(u"a");
-  EXPECT_EQ(Form().Label4.Caption(), u"Keine Info!");
-  EXPECT_FALSE(Form().Frame3.Visible());
+  for (const bool visible : {false, true}) {
+    Form().Frame3.SetVisible(visible);
+    Form().Label4.SetCaption(u"Titel:");
+    Select(u"a");
+    EXPECT_EQ(Form().Label4.Caption(), u"Keine Info!");
+    EXPECT_EQ(Form().Frame3.Visible(), visible);
+  }
 }
 
 TEST_F(NowPlayingTest, TimeOutIsShownAsIfItWereATitle) {
   AddPlayingStation(u"a", "x");
   internet.answers[u"http://a/s"].reads.clear();
-  Start();
   Select(u"a");
   EXPECT_EQ(Form().Label4.Caption(), u"TimeOut");
   EXPECT_TRUE(Form().Frame3.Visible());
@@ -131,7 +124,6 @@ TEST_F(NowPlayingTest, FailedHeaderQueryUsesTheIntervalOfTheStationBefore) {
   AddPlayingStation(u"a", "Lied");
   AddPlayingStation(u"b", "Anderes");
   internet.answers[u"b:80/s"].status = u"500";
-  Start();
   Select(u"a");
   Select(u"b");
   EXPECT_EQ(Form().Label4.Caption(), u"Anderes");
@@ -139,7 +131,6 @@ TEST_F(NowPlayingTest, FailedHeaderQueryUsesTheIntervalOfTheStationBefore) {
 
 TEST_F(NowPlayingTest, TimerFetchesTheTitleAgain) {
   AddPlayingStation(u"a", "Eins");
-  Start();
   Select(u"a");
   internet.answers[u"http://a/s"] = StationPlaying("Zwei");
   Form().Timer2.SetEnabled(true);
@@ -147,21 +138,27 @@ TEST_F(NowPlayingTest, TimerFetchesTheTitleAgain) {
   EXPECT_EQ(Form().Label4.Caption(), u"Zwei");
 }
 
-TEST_F(NowPlayingTest, SecondActionFetchesOnceAndSwitchesPolling) {
+TEST_F(NowPlayingTest, SecondActionFetchesFirstAndSwitchesPollingThenAndLeavesThePanel) {
   AddPlayingStation(u"a", "Eins");
-  Start();
   Select(u"a");
   internet.answers[u"http://a/s"] = StationPlaying("Zwei");
-  Form().Command3.ContextClick();
-  EXPECT_EQ(Form().Label4.Caption(), u"Zwei");
-  EXPECT_TRUE(Form().Timer2.Enabled());
-  Form().Command3.ContextClick();
-  EXPECT_FALSE(Form().Timer2.Enabled());
+  for (const bool polled_before : {false, true}) {
+    Form().Label4.SetCaption(u"");
+    int reads = 0;
+    internet.before_read = [&] {
+      ++reads;
+      EXPECT_EQ(Form().Timer2.Enabled(), polled_before) << "switched after the fetch";
+    };
+    Form().Command3.ContextClick();
+    EXPECT_EQ(reads, 1);
+    EXPECT_EQ(Form().Label4.Caption(), u"Zwei");
+    EXPECT_EQ(Form().Timer2.Enabled(), !polled_before);
+    EXPECT_TRUE(Form().Frame3.Visible());
+  }
   EXPECT_TRUE(dialogs.boxes.empty());
 }
 
 TEST_F(NowPlayingTest, SecondActionWithoutAStationAsksNobodyAndSwitchesPolling) {
-  Start();
   Form().Command3.ContextClick();
   EXPECT_TRUE(internet.calls.empty());
   EXPECT_EQ(Form().Label4.Caption(), u"Titel:");
@@ -170,22 +167,19 @@ TEST_F(NowPlayingTest, SecondActionWithoutAStationAsksNobodyAndSwitchesPolling) 
 
 TEST_F(NowPlayingTest, SecondActionThatTheWindowsClosingEndsLeavesPollingOff) {
   AddPlayingStation(u"a", "Eins");
-  Start();
   Select(u"a");
-  internet.before_read = [this] { Form().form.Close(); };
+  internet.before_read = [this] { CloseWindow(); };
   Form().Command3.ContextClick();
-  EXPECT_TRUE(Form().form.IsClosed());
   EXPECT_FALSE(Form().Timer2.Enabled());
 }
 
 TEST_F(NowPlayingTest, TitleThatThePollingFetchedWhileItWasStoppedIsNotShown) {
   AddPlayingStation(u"a", "Eins");
-  Start();
   Select(u"a");
   internet.answers[u"http://a/s"] = StationPlaying("Zwei");
   Form().Frame3.SetVisible(false);
   Form().Timer2.SetEnabled(true);
-  internet.before_read = [this] { Form().Command6.Click(); };
+  internet.before_read = [this] { Form().Timer2.SetEnabled(false); };
   Form().Timer2.Fire();
   EXPECT_EQ(Form().Label4.Caption(), u"Eins");
   EXPECT_FALSE(Form().Frame3.Visible());
@@ -194,7 +188,6 @@ TEST_F(NowPlayingTest, TitleThatThePollingFetchedWhileItWasStoppedIsNotShown) {
 TEST_F(NowPlayingTest, IntervalThatIsNoNumberReadsNothing) {
   AddPlayingStation(u"a", "Lied");
   internet.answers[u"a:80/s"].raw_headers = u"ICY 200 OK\r\nicy-metaint:viel\r\n\r\n";
-  Start();
   Select(u"a");
   EXPECT_EQ(Form().Label4.Caption(), u"Keine Info!");
   RunAllTitles();
@@ -202,25 +195,19 @@ TEST_F(NowPlayingTest, IntervalThatIsNoNumberReadsNothing) {
   EXPECT_TRUE(internet.reads.empty());
 }
 
-TEST_F(NowPlayingTest, SelectionDuringAFetchWinsAndNothingIsMixed) {
+TEST_F(NowPlayingTest, FetchThatBeginsDuringAnotherOneWins) {
   AddPlayingStation(u"a", "Titel A");
   AddPlayingStation(u"b", "Titel B");
-  files.files[u"C:\\Programme\\Funkhaus\\RadioJPG\\a.jpg"] = "jpg";
-  Start();
   bool selected = false;
   internet.before_read = [&] {
     if (!std::exchange(selected, true)) Select(u"b");
   };
   Select(u"a");
   EXPECT_EQ(Form().Label4.Caption(), u"Titel B");
-  EXPECT_EQ(Form().TextBox1[0].GetText(), u"b");
-  EXPECT_EQ(window->State().current_stream_address, u"http://b/s");
-  EXPECT_FALSE(Form().Image1.Visible());
 }
 
 TEST_F(NowPlayingTest, RunWarnsFirstAndCancelEndsIt) {
   AddPlayingStation(u"a", "Lied");
-  Start();
   dialogs.answers = {MessageBoxAnswer::kCancel};
   RunAllTitles();
   EXPECT_EQ(dialogs.boxes,
@@ -233,25 +220,23 @@ TEST_F(NowPlayingTest, RunWarnsFirstAndCancelEndsIt) {
 }
 
 TEST_F(NowPlayingTest, RunWritesEveryRowsTitleAndTouchesNothingElse) {
+  // Without an answer of its own a station keeps the interval of the one before, so this row stands first.
+  AddStation(u"d", u"http://d/s");
   AddPlayingStation(u"a", "Lied A");
   AddPlayingStation(u"b", "");
   AddPlayingStation(u"c", "K\xC3\xBCnstler");
-  AddStation(u"d", u"http://d/s");
-  Start();
-  // Without an answer of its own a station keeps the interval of the one before: the last row stands first.
-  Form().SymbolListview.ClickHeader(0);
   RunAllTitles();
   EXPECT_EQ(TitleOf(u"a"), u"Lied A");
   EXPECT_EQ(TitleOf(u"b"), u"--");
   EXPECT_EQ(TitleOf(u"c"), u"Künstler");
   EXPECT_EQ(TitleOf(u"d"), u"") << "a station without an interval is passed over";
   EXPECT_EQ(Form().Label4.Caption(), u"Titel:");
+  EXPECT_FALSE(Form().Frame3.Visible()) << "the panel is left alone";
   EXPECT_EQ(Form().SymbolListview.SelectedRow(), controls::RowId::kNone);
 }
 
 TEST_F(NowPlayingTest, RowSaysThatItIsBeingFetched) {
   AddPlayingStation(u"a", "Lied");
-  Start();
   Text meanwhile;
   internet.before_read = [&] { meanwhile = TitleOf(u"a"); };
   RunAllTitles();
@@ -260,7 +245,6 @@ TEST_F(NowPlayingTest, RowSaysThatItIsBeingFetched) {
 
 TEST_F(NowPlayingTest, RowsWithoutAnIntervalKeepTheTitleTheyHad) {
   AddStation(u"a", u"http://a/s");
-  Start();
   Form().SymbolListview.SetCell(RowNamed(Form().SymbolListview, u"a"), app::kTitleCell, u"von vorhin");
   RunAllTitles();
   EXPECT_EQ(TitleOf(u"a"), u"von vorhin");
@@ -269,7 +253,6 @@ TEST_F(NowPlayingTest, RowsWithoutAnIntervalKeepTheTitleTheyHad) {
 TEST_F(NowPlayingTest, RowOfAStationThatSendsNothingSaysTimeOut) {
   AddPlayingStation(u"a", "x");
   internet.answers[u"http://a/s"].reads.clear();
-  Start();
   RunAllTitles();
   EXPECT_EQ(TitleOf(u"a"), u"TimeOut");
 }
@@ -278,7 +261,6 @@ TEST_F(NowPlayingTest, TickDuringTheRunTurnsTheClientToTheCurrentStationAndTheNe
   AddPlayingStation(u"a", "Lied A");
   AddPlayingStation(u"b", "Lied B");
   AddPlayingStation(u"c", "Lied C");
-  Start();
   Select(u"c");
   Form().Timer2.SetEnabled(true);
   // A row pumps before and behind the setting of its address; the tick comes behind the first row's.
@@ -296,7 +278,6 @@ TEST_F(NowPlayingTest, TickDuringTheRunTurnsTheClientToTheCurrentStationAndTheNe
 TEST_F(NowPlayingTest, RunInTheMiddleOfAFetchLeavesTheLabelAlone) {
   AddPlayingStation(u"a", "Lied A");
   AddPlayingStation(u"b", "Lied B");
-  Start();
   Select(u"a");
   Form().Timer2.SetEnabled(true);
   const int second_pump_of_the_fetch = message_loop.pumps + 2;
@@ -310,9 +291,8 @@ TEST_F(NowPlayingTest, RunInTheMiddleOfAFetchLeavesTheLabelAlone) {
 
 TEST_F(NowPlayingTest, RunWorksOnTheFilteredListWhileItIsShown) {
   AddPlayingStation(u"a", "Lied");
-  profile.Set(kStationFilePath, u"a", u"Favorit", u"1");
-  Start();
-  Form().Check3.Click();
+  AddStationTo(Form().ExplorerListFilter, u"a", u"http://a/s");
+  ShowFilteredList();
   RunAllTitles();
   EXPECT_EQ(Form().ExplorerListFilter.Cell(RowNamed(Form().ExplorerListFilter, u"a"), app::kTitleCell),
             u"Lied");
@@ -321,17 +301,22 @@ TEST_F(NowPlayingTest, RunWorksOnTheFilteredListWhileItIsShown) {
 
 TEST_F(NowPlayingTest, EscapeAtTheStartEndsTheRunBeforeTheFirstRow) {
   AddPlayingStation(u"a", "Lied");
-  Start();
   message_loop.keys[platform::kVkEscape] = 1;
   RunAllTitles();
   EXPECT_EQ(TitleOf(u"a"), u"");
   EXPECT_TRUE(internet.calls.empty());
 }
 
+TEST_F(NowPlayingTest, EscapeThatIsProcessedBeforeTheFirstRowIsSeen) {
+  AddPlayingStation(u"a", "Lied");
+  message_loop.on_pump = [this] { message_loop.keys[platform::kVkEscape] = 1; };
+  RunAllTitles();
+  EXPECT_TRUE(internet.calls.empty()) << "messages are processed before the key is asked for";
+}
+
 TEST_F(NowPlayingTest, EscapeBetweenRowsKeepsWhatIsThere) {
   AddPlayingStation(u"a", "Lied A");
   AddPlayingStation(u"b", "Lied B");
-  Start();
   internet.before_read = [this] { message_loop.keys[platform::kVkEscape] = -32768; };
   RunAllTitles();
   EXPECT_EQ(TitleOf(u"a"), u"Lied A");
@@ -339,7 +324,6 @@ TEST_F(NowPlayingTest, EscapeBetweenRowsKeepsWhatIsThere) {
 }
 
 TEST_F(NowPlayingTest, EmptyListRunsOverNothing) {
-  Start();
   RunAllTitles();
   EXPECT_EQ(dialogs.boxes.size(), 1U);
   EXPECT_TRUE(internet.calls.empty());
@@ -349,15 +333,17 @@ TEST_F(NowPlayingTest, RunCopesWithRowsThatAreSortedDeletedAndReplacedMeanwhile)
   AddPlayingStation(u"a", "Lied A");
   AddPlayingStation(u"b", "Lied B");
   AddPlayingStation(u"c", "Lied C");
-  Start();
   bool done = false;
   internet.before_read = [&] {
     if (std::exchange(done, true)) return;
-    Form().SymbolListview.ClickHeader(0);
+    Form().SymbolListview.Sort(0, controls::SortDirection::kDescending,
+                               [](const controls::ListRow& first, const controls::ListRow& second) {
+                                 return second.cells[app::kNameCell].compare(first.cells[app::kNameCell]);
+                               });
     Form().SymbolListview.RemoveRow(RowNamed(Form().SymbolListview, u"b"));
   };
   RunAllTitles();
-  EXPECT_EQ(Names(Form().SymbolListview), (std::vector<Text>{u"c", u"a"}));
+  EXPECT_EQ(Form().SymbolListview.Rows()[0].cells[app::kNameCell], u"c");
   EXPECT_EQ(std::ranges::count_if(
                 internet.calls, [](const std::string& call) { return call.starts_with("InternetConnectW"); }),
             2)
@@ -371,26 +357,49 @@ TEST_F(NowPlayingTest, RunCopesWithRowsThatAreSortedDeletedAndReplacedMeanwhile)
   EXPECT_EQ(Form().SymbolListview.Count(), 0U);
 }
 
+TEST_F(NowPlayingTest, RowThatIsRemovedAtAnyMomentOfTheRunIsLeftOutAndTheOthersGetTheirTitles) {
+  AddPlayingStation(u"a", "Lied A");
+  AddPlayingStation(u"b", "Lied B");
+  AddPlayingStation(u"c", "Lied C");
+  int moment = 0;
+  bool reached = true;
+  while (reached) {
+    reached = false;
+    ++moment;
+    Form().SymbolListview.Clear();
+    for (const char16_t* name : {u"a", u"b", u"c"}) AddStation(name, u"http://" + Text(name) + u"/s");
+    int now = 0;
+    message_loop.on_pump = [&] {
+      if (++now != moment) return;
+      reached = true;
+      Form().SymbolListview.RemoveRow(RowNamed(Form().SymbolListview, u"b"));
+    };
+    RunAllTitles();
+    EXPECT_EQ(TitleOf(u"a"), u"Lied A") << moment;
+    EXPECT_EQ(TitleOf(u"c"), u"Lied C") << moment;
+    EXPECT_EQ(Form().SymbolListview.Count(), reached ? 2U : 3U) << moment;
+  }
+  EXPECT_GT(moment, 6);
+}
+
 TEST_F(NowPlayingTest, RunPassesOverRowsThatWereLoadedAgainMeanwhile) {
   AddPlayingStation(u"a", "Lied A");
   AddPlayingStation(u"b", "Lied B");
-  Start();
   bool done = false;
   internet.before_read = [&] {
     if (std::exchange(done, true)) return;
-    Form().Check3.Click();
-    Form().Check3.Click();
+    Form().SymbolListview.Clear();
+    AddStation(u"a", u"http://a/s");
+    AddStation(u"b", u"http://b/s");
   };
   RunAllTitles();
-  EXPECT_EQ(Names(Form().SymbolListview), (std::vector<Text>{u"a", u"b"}));
   EXPECT_EQ(TitleOf(u"a"), u"");
   EXPECT_EQ(TitleOf(u"b"), u"");
 }
 
 TEST_F(NowPlayingTest, WindowThatClosesDuringTheWarningAsksNoStation) {
   AddPlayingStation(u"a", "Lied A");
-  Start();
-  dialogs.on_box = [this] { Form().form.Close(); };
+  dialogs.on_box = [this] { CloseWindow(); };
   RunAllTitles();
   EXPECT_TRUE(internet.calls.empty());
   EXPECT_EQ(TitleOf(u"a"), u"");
@@ -399,19 +408,16 @@ TEST_F(NowPlayingTest, WindowThatClosesDuringTheWarningAsksNoStation) {
 TEST_F(NowPlayingTest, RunEndsWhenTheWindowCloses) {
   AddPlayingStation(u"a", "Lied A");
   AddPlayingStation(u"b", "Lied B");
-  Start();
-  internet.before_read = [this] { Form().form.Close(); };
+  internet.before_read = [this] { CloseWindow(); };
   RunAllTitles();
-  EXPECT_TRUE(Form().form.IsClosed());
   EXPECT_EQ(TitleOf(u"a"), u"Hole Info...");
   EXPECT_EQ(TitleOf(u"b"), u"");
 }
 
 TEST_F(NowPlayingTest, QueryEventDoesNothing) {
-  Start();
-  window->StreamClient()->QueryStream(true);
+  now_playing.cFunkhaus_QueryStream(true);
   EXPECT_EQ(Form().Label4.Caption(), u"Titel:");
 }
 
 }  // namespace
-}  // namespace app
+}  // namespace ui

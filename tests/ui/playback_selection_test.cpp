@@ -2,13 +2,15 @@
 
 #include <utility>
 
-#include "tests/ui/playback_fixture.h"
+#include "tests/ui/playing_window_fixture.h"
 #include "ui/playback_control.h"
 
 namespace app {
 namespace {
 
-TEST_F(PlaybackControlTest, DoubtfulDetailsAreWorkedOutAgainBeforeTheStart) {
+using PlaybackSelectionTest = PlayingWindowTest;
+
+TEST_F(PlaybackSelectionTest, StaleDetailsAreWorkedOutAgainBeforeTheStart) {
   StartAndPlay();
   Form().TextBox1[1].SetText(u"http://neu/");
   Form().Command8[2].Click();
@@ -19,7 +21,7 @@ TEST_F(PlaybackControlTest, DoubtfulDetailsAreWorkedOutAgainBeforeTheStart) {
   EXPECT_FALSE(window->State().details_are_stale);
 }
 
-TEST_F(PlaybackControlTest, NumberThatTheRecordButtonTookOverIsThatOfTheNextStart) {
+TEST_F(PlaybackSelectionTest, NumberThatTheRecordButtonTookOverIsThatOfTheNextStart) {
   AddStation(u"C", u"http://c/liste.m3u", u"Rock", u"", u"1");
   requests.requests[u"http://c/liste.m3u"].body =
       u"[playlist]\r\nNumberOfEntries=2\r\nFile1=http://eins/\r\nFile2=http://zwei/";
@@ -31,7 +33,7 @@ TEST_F(PlaybackControlTest, NumberThatTheRecordButtonTookOverIsThatOfTheNextStar
   EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://zwei/\""), 1U);
 }
 
-TEST_F(PlaybackControlTest, LinkEditedWhileTheOldOneIsWorkedOutIsTheOneThatPlays) {
+TEST_F(PlaybackSelectionTest, LinkEditedWhileTheOldOneIsWorkedOutIsTheOneThatPlays) {
   Start();
   requests.request.states = {1, 4};
   bool edited = false;
@@ -46,7 +48,7 @@ TEST_F(PlaybackControlTest, LinkEditedWhileTheOldOneIsWorkedOutIsTheOneThatPlays
   EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://a/\""), 0U);
 }
 
-TEST_F(PlaybackControlTest, PictureBelongsToTheStationSelectedWhileAnotherOneStarts) {
+TEST_F(PlaybackSelectionTest, PictureBelongsToTheStationSelectedWhileAnotherOneStarts) {
   for (const char16_t* name : {u"A", u"B"}) {
     files.files[Text(u"C:\\Programme\\Funkhaus\\RadioJPG\\") + name + u".jpg"] = "jpg";
   }
@@ -63,7 +65,7 @@ TEST_F(PlaybackControlTest, PictureBelongsToTheStationSelectedWhileAnotherOneSta
   EXPECT_EQ(window->State().current_stream_address, u"http://b/");
 }
 
-TEST_F(PlaybackControlTest, KnownDetailsAreNotFetchedTwice) {
+TEST_F(PlaybackSelectionTest, KnownDetailsAreNotFetchedTwice) {
   Start();
   Select(u"A");
   const std::size_t requests_before = requests.calls.size();
@@ -71,7 +73,7 @@ TEST_F(PlaybackControlTest, KnownDetailsAreNotFetchedTwice) {
   EXPECT_EQ(requests.calls.size(), requests_before);
 }
 
-TEST_F(PlaybackControlTest, StartInTheMiddleOfASelectionPlaysTheSelectedStation) {
+TEST_F(PlaybackSelectionTest, StartInTheMiddleOfASelectionPlaysTheSelectedStation) {
   Start();
   Select(u"A");
   requests.request.states = {1, 4};
@@ -84,7 +86,7 @@ TEST_F(PlaybackControlTest, StartInTheMiddleOfASelectionPlaysTheSelectedStation)
   EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://a/\""), 0U);
 }
 
-TEST_F(PlaybackControlTest, StartInTheMiddleOfTheFirstSelectionPlaysItToo) {
+TEST_F(PlaybackSelectionTest, StartInTheMiddleOfTheFirstSelectionPlaysItToo) {
   Start();
   requests.request.states = {1, 4};
   bool started = false;
@@ -96,7 +98,7 @@ TEST_F(PlaybackControlTest, StartInTheMiddleOfTheFirstSelectionPlaysItToo) {
   EXPECT_TRUE(dialogs.boxes.empty());
 }
 
-TEST_F(PlaybackControlTest, DoubtfulDetailsOfTheFilteredListAreThoseOfItsSelectedRow) {
+TEST_F(PlaybackSelectionTest, StaleDetailsOfTheFilteredListAreThoseOfItsSelectedRow) {
   Start();
   Select(u"A");
   Form().Check1.Click();
@@ -108,7 +110,7 @@ TEST_F(PlaybackControlTest, DoubtfulDetailsOfTheFilteredListAreThoseOfItsSelecte
   EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://b/\""), 1U);
 }
 
-TEST_F(PlaybackControlTest, FilterViewWithoutASelectionPlaysTheStationSelectedInTheFullList) {
+TEST_F(PlaybackSelectionTest, FilterViewWithoutASelectionPlaysTheStationSelectedInTheFullList) {
   StartAndPlay();
   Form().Check3.Click();
   ASSERT_TRUE(window->State().details_are_stale);

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "app/state/status_sentences.h"
-#include "tests/ui/playback_fixture.h"
+#include "tests/ui/playing_window_fixture.h"
 #include "ui/playback_control.h"
 
 namespace app {
@@ -12,7 +12,7 @@ namespace {
 using platform::PlaybackFailure;
 using platform::PlaybackState;
 
-class PlaybackStatusTest : public PlaybackControlTest {
+class PlaybackStatusTest : public PlayingWindowTest {
  protected:
   const Text& Line() { return Form().StatusLine.Caption(); }
   void Reach(PlaybackState state, PlaybackFailure failure = PlaybackFailure::kNone) {

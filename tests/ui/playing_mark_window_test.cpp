@@ -1,5 +1,5 @@
 // The playing row's mark in the window: what Start, Stop, the views and the editor do to it.
-#include "tests/ui/playback_fixture.h"
+#include "tests/ui/playing_window_fixture.h"
 
 namespace app {
 namespace {
@@ -7,7 +7,7 @@ namespace {
 using controls::ListView;
 using controls::RowMark;
 
-class PlayingMarkWindowTest : public PlaybackControlTest {
+class PlayingMarkWindowTest : public PlayingWindowTest {
  protected:
   /// The names of the marked rows, with "?" behind one that waits.
   static std::vector<Text> Marked(const ListView& list) {

@@ -1,22 +1,35 @@
 #include "ui/recorder_launch.h"
 
-#include "tests/window/window_fixture.h"
+#include "app/state/status_sentences.h"
+#include "tests/support/fake_notices.h"
+#include "tests/support/feature_rig.h"
 
-namespace app {
+namespace ui {
 namespace {
 
+using platform::Text;
 using Box = test_support::FakeDialogs::Box;
 
-class RecorderLaunchTest : public WindowTest {
+class RecorderLaunchTest : public test_support::FeatureTest {
  protected:
-  RecorderLaunchTest() { internet.answer.status = u"404"; }
+  void Select(controls::ListView& list, const Text& name) { list.Select(RowNamed(list, name)); }
+  void Select(const Text& name) { Select(form.SymbolListview, name); }
+  Text NumberOf(const controls::ListView& list, const Text& name) {
+    return list.Cell(RowNamed(list, name), app::kM3uNumberCell);
+  }
+
+  test_support::FakeNotices notices;
+  RecorderLaunch recorder{{.UpDownTextBox1 = form.UpDownTextBox1, .lists = lists},
+                          {.environment = environment, .dialogs = dialogs, .shell = shell},
+                          state,
+                          notices,
+                          life};
 };
 
 TEST_F(RecorderLaunchTest, StartsTheToolOfTheProgramFolderWithTheLinkAsItStands) {
   AddStation(u"A", u"http://a/x y");
-  Start();
   Select(u"A");
-  Form().Command8[5].Click();
+  recorder.Launch();
   ASSERT_EQ(shell.launches.size(), 1U);
   EXPECT_EQ(shell.launches[0].owner, 1U);
   EXPECT_EQ(shell.launches[0].verb, u"");
@@ -25,81 +38,88 @@ TEST_F(RecorderLaunchTest, StartsTheToolOfTheProgramFolderWithTheLinkAsItStands)
   EXPECT_EQ(shell.launches[0].folder, u"");
   EXPECT_EQ(shell.launches[0].show, 1);
   EXPECT_TRUE(dialogs.boxes.empty());
+  EXPECT_TRUE(notices.notices.empty());
 }
 
 TEST_F(RecorderLaunchTest, ProgramFolderThatEndsInASeparatorGetsNoSecondOne) {
   environment.program_folder = u"C:\\";
-  Start();
-  Form().Command8[5].Click();
+  recorder.Launch();
   EXPECT_EQ(shell.launches[0].file, u"C:\\OZRecordFunkhaus.exe");
 }
 
 TEST_F(RecorderLaunchTest, WithoutASelectionItTellsSoAndStartsAllTheSame) {
-  AddStation(u"A", u"http://a/");
-  Start();
-  Form().Command8[5].Click();
+  AddStation(u"A", u"http://a/", u"Rock", u"", u"3");
+  form.UpDownTextBox1.SetText(u"7");
+  recorder.Launch();
   EXPECT_EQ(dialogs.boxes, (std::vector<Box>{{u"Bitte Eintrag markieren oder neu erstellen!", u"", 48}}));
   ASSERT_EQ(shell.launches.size(), 1U);
   EXPECT_EQ(shell.launches[0].parameters, u"");
+  EXPECT_EQ(shell.launches[0].folder, u"");
+  EXPECT_EQ(shell.launches[0].show, 1);
+  EXPECT_EQ(NumberOf(form.SymbolListview, u"A"), u"3");
 }
 
 TEST_F(RecorderLaunchTest, WindowThatClosesWhileItTellsSoStartsNothing) {
-  Start();
-  dialogs.on_box = [this] { Form().form.Close(); };
-  Form().Command8[5].Click();
+  dialogs.on_box = [this] { CloseWindow(); };
+  recorder.Launch();
   EXPECT_TRUE(shell.launches.empty());
 }
 
 TEST_F(RecorderLaunchTest, ToolThatCannotBeStartedIsNamedInTheStatusLineAndNoBoxIsShown) {
   AddStation(u"A", u"http://a/");
-  Start();
   Select(u"A");
-  Form().Command8[5].Click();
-  EXPECT_EQ(Form().StatusLine.Caption(), u"");
   shell.starts = false;
-  Form().Command8[5].Click();
-  EXPECT_EQ(Form().StatusLine.Caption(), u"Das Aufnahme-Tool OZRecordFunkhaus ließ sich nicht starten.");
+  recorder.Launch();
+  ASSERT_EQ(notices.notices.size(), 1U);
+  EXPECT_EQ(notices.notices[0].sentence, app::sentences::kNoRecorder);
   EXPECT_TRUE(dialogs.boxes.empty());
 }
 
-TEST_F(RecorderLaunchTest, NumberFieldGoesIntoTheRowOnly) {
+TEST_F(RecorderLaunchTest, NumberFieldGoesIntoTheRowOnlyAlsoWhenItIsEmptyOrHidden) {
   AddStation(u"A", u"http://a/liste.m3u");
-  Start();
   Select(u"A");
-  Form().UpDownTextBox1.SetText(u"7");
-  profile.writes.clear();
-  Form().Command8[5].Click();
-  EXPECT_EQ(Form().SymbolListview.Rows()[0].cells[app::kM3uNumberCell], u"7");
+  for (const bool visible : {true, false}) {
+    for (const char16_t* number : {u"7", u""}) {
+      form.UpDownTextBox1.SetVisible(visible);
+      form.UpDownTextBox1.SetText(number);
+      recorder.Launch();
+      EXPECT_EQ(NumberOf(form.SymbolListview, u"A"), number) << visible;
+    }
+  }
   EXPECT_TRUE(profile.writes.empty());
-  EXPECT_FALSE(window->GetSettings().CatalogueChanged);
+  EXPECT_FALSE(settings.CatalogueChanged);
 }
 
-TEST_F(RecorderLaunchTest, AnotherNumberOfAPlaylistMakesTheDetailsDoubtful) {
+TEST_F(RecorderLaunchTest, AnotherNumberOfAPlaylistMakesTheDetailsStale) {
   AddStation(u"A", u"http://a/liste.m3u", u"Rock", u"", u"2");
-  AddStation(u"B", u"http://b/", u"Rock", u"", u"2");
-  Start();
   Select(u"A");
-  Form().Command8[5].Click();
-  EXPECT_FALSE(window->State().details_are_stale) << "the number is the row's own";
-  Form().UpDownTextBox1.SetText(u"7");
-  Form().Command8[5].Click();
-  EXPECT_TRUE(window->State().details_are_stale);
-  Select(u"B");
-  Form().Command8[5].Click();
-  EXPECT_FALSE(window->State().details_are_stale) << "no number changes the address of a link that is no playlist";
+  form.UpDownTextBox1.SetText(u"2");
+  recorder.Launch();
+  EXPECT_FALSE(state.details_are_stale) << "the number is the row's own";
+  form.UpDownTextBox1.SetText(u"7");
+  recorder.Launch();
+  EXPECT_TRUE(state.details_are_stale);
+  state.details_are_stale = false;
+  form.UpDownTextBox1.SetVisible(false);
+  form.UpDownTextBox1.SetText(u"8");
+  recorder.Launch();
+  EXPECT_FALSE(state.details_are_stale) << "no number changes the address of a link that is no playlist";
 }
 
 TEST_F(RecorderLaunchTest, ActsOnTheFilteredListWhileItIsShown) {
-  AddStation(u"A", u"http://a/", u"Rock", u"1");
-  Start();
+  AddStation(u"A", u"http://a/", u"Rock", u"", u"1");
+  AddStationTo(form.ExplorerListFilter, u"A", u"http://a/", u"Rock", u"", u"1");
   Select(u"A");
-  Form().Check3.Click();
-  Form().Command8[5].Click();
+  ShowFilteredList();
+  form.UpDownTextBox1.SetText(u"7");
+  recorder.Launch();
   EXPECT_EQ(shell.launches[0].parameters, u"") << "the filtered list has no selected row";
-  SelectIn(Form().ExplorerListFilter, u"A");
-  Form().Command8[5].Click();
+  Select(form.ExplorerListFilter, u"A");
+  recorder.Launch();
   EXPECT_EQ(shell.launches[1].parameters, u"http://a/");
+  EXPECT_EQ(NumberOf(form.ExplorerListFilter, u"A"), u"7");
+  EXPECT_EQ(NumberOf(form.SymbolListview, u"A"), u"1");
 }
 
 }  // namespace
-}  // namespace app
+}  // namespace ui

@@ -7,12 +7,12 @@
 #include <cstddef>
 #include <vector>
 
-#include "tests/ui/now_playing_fixture.h"
+#include "tests/ui/titled_window_fixture.h"
 
 namespace app {
 namespace {
 
-class SilentStationTest : public NowPlayingTest {
+class SilentStationTest : public TitledWindowTest {
  protected:
   SilentStationTest() {
     AddPlayingStation(u"good", "Lied");
