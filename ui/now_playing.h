@@ -51,7 +51,8 @@ class NowPlaying {
   };
   RunState FetchRowTitle(controls::ListView& list, controls::RowId row);
   void FetchTitle(Occasion occasion);
-  /// An interval that is no number cannot be read with: it gives no title.
+  /// An interval that is no number cannot be read with: it gives no title. A window that closes meanwhile
+  /// releases the client inside this call, which then ends by itself.
   [[nodiscard]] platform::Text ReadTitle(const platform::Text& interval);
   [[nodiscard]] platform::Text RepairTitle(const platform::Text& title) const;
 

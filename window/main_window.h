@@ -8,6 +8,7 @@
 #include "app/forms/form2.h"
 #include "app/forms/layout.h"
 #include "window/catalogue.h"
+#include "window/foundation.h"
 #include "window/playing.h"
 
 namespace window {

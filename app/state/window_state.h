@@ -23,8 +23,8 @@ struct WindowState {
   /// Address and name above may not be those of the selected row, so Start works them out again first.
   /// Set by what can make them so: rows were loaded (StationStore) or sorted (StationLists), name, link or
   /// number were edited (StationEditor, RecorderLaunch), a selection is being worked out (StationDetails).
-  /// Cleared by StationDetails when the address is known, and by Start before it has the full list's row
-  /// worked out.
+  /// Cleared by StationDetails when the address is known, and by Start just before it works the full list's
+  /// row out again.
   bool details_are_stale = false;
 
   /// True while StationDetails fills the editor's fields. Written by it, read by StationViews: the favourite
