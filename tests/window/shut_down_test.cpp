@@ -375,29 +375,6 @@ TEST_F(ShutDownTest, ClosingInsideARecordingStopsItAndClosesItsFile) {
   EXPECT_EQ(internet.OpenHandles(), 0U);
 }
 
-TEST_F(ShutDownTest, ClosingInsideTheRunOverAllTitlesEndsIt) {
-  AddStation(u"A", u"http://a/");
-  AddStation(u"B", u"http://b/");
-  Start();
-  message_loop.on_pump = [this] { Form().form.Close(); };
-  Form().Command3.Click();
-  EXPECT_TRUE(Form().form.IsClosed());
-  EXPECT_EQ(internet.OpenHandles(), 0U);
-  EXPECT_EQ(Form().SymbolListview.Rows()[1].cells[app::kTitleCell], u"");
-}
-
-TEST_F(ShutDownTest, ClosingInsideAnExportLeavesNoFile) {
-  AddStation(u"A", u"http://a/");
-  AddStation(u"B", u"http://b/");
-  Start();
-  dialogs.chosen_file = u"C:\\liste.m3u";
-  message_loop.on_pump = [this] { Form().form.Close(); };
-  Form().Command4.Click();
-  EXPECT_TRUE(Form().form.IsClosed());
-  EXPECT_FALSE(files.files.contains(u"C:\\liste.m3u"));
-  EXPECT_TRUE(dialogs.boxes.empty());
-}
-
 TEST_F(ShutDownTest, ClosingWhileTheWindowClosesDoesNothingMore) {
   Start();
   message_loop.on_pump = [this] { Form().form.Close(); };
