@@ -73,7 +73,7 @@ PlaybackControl::StartState PlaybackControl::RefreshSelection() {
   };
   if (parts_.lists.filtered.Visible() && has_selection(parts_.lists.filtered)) return WorkOutAgain();
   if (!has_selection(parts_.lists.full)) return StartState::kGoOn;
-  // Cleared before, so that what becomes doubtful during the waits stays so.
+  // Cleared before, so that what becomes stale during the waits stays so.
   state_.details_are_stale = false;
   return WorkOutAgain();
 }
