@@ -79,7 +79,7 @@ struct Catalogue {
   app::IniProcedures ini{settings, profile, files, environment};
   controls::Form form;
   controls::ListView full, filtered;
-  controls::ListPair lists{full, filtered};
+  app::ListPair lists{full, filtered};
   controls::CommandButton export_button, import_button;
   catalogue::StationIcons icons{{icon_port, files, conversion, dialogs}, lists};
   catalogue::StationLists station_lists{lists, order, state, {[] {}, [] {}}};

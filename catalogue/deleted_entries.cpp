@@ -38,7 +38,7 @@ bool IsInFile(const DeletedEntry& entry) {
 
 }  // namespace
 
-DeletedEntries::DeletedEntries(controls::CommandButton& UndoDelete, controls::ListPair lists,
+DeletedEntries::DeletedEntries(controls::CommandButton& UndoDelete, app::ListPair lists,
                                platform::PrivateProfile& profile, app::IniProcedures& ini,
                                app::Settings& settings, const StationStore& store, UnsavedRows& unsaved,
                                app::Notices& notices)

@@ -8,6 +8,7 @@
 
 #include "app/settings/ini_procedures.h"
 #include "app/settings/settings.h"
+#include "app/state/list_pair.h"
 #include "app/state/notices.h"
 #include "catalogue/station_store.h"
 #include "catalogue/unsaved_rows.h"
@@ -41,9 +42,9 @@ struct DeletedEntry {
 class DeletedEntries {
  public:
   /// `UndoDelete` is enabled while there is an entry to bring back.
-  DeletedEntries(controls::CommandButton& UndoDelete, controls::ListPair lists,
-                 platform::PrivateProfile& profile, app::IniProcedures& ini, app::Settings& settings,
-                 const StationStore& store, UnsavedRows& unsaved, app::Notices& notices);
+  DeletedEntries(controls::CommandButton& UndoDelete, app::ListPair lists, platform::PrivateProfile& profile,
+                 app::IniProcedures& ini, app::Settings& settings, const StationStore& store,
+                 UnsavedRows& unsaved, app::Notices& notices);
 
   /// The entry of a row that is about to be deleted, whose sections in the file are `names`.
   [[nodiscard]] DeletedEntry EntryOf(const controls::ListView& list, controls::RowId row,
@@ -66,7 +67,7 @@ class DeletedEntries {
   [[nodiscard]] controls::ListRow FromFile(const DeletedEntry& entry) const;
 
   controls::CommandButton& UndoDelete_;
-  controls::ListPair lists_;
+  app::ListPair lists_;
   platform::PrivateProfile& profile_;
   app::IniProcedures& ini_;
   app::Settings& settings_;

@@ -54,9 +54,9 @@ void NewStationDialog::CommandButton1_Click() {
   }
   form_.CommandButton1.SetEnabled(false);
   ListRow row;
-  row.cells[app::kNameCell] = form_.TextBox1[0].GetText();
-  row.cells[app::kGenreCell] = form_.Combo1.GetText();
-  row.cells[app::kLinkCell] = form_.TextBox1[1].GetText();
+  row.cells.Set(app::kNameCell, form_.TextBox1[0].GetText());
+  row.cells.Set(app::kGenreCell, form_.Combo1.GetText());
+  row.cells.Set(app::kLinkCell, form_.TextBox1[1].GetText());
   SymbolListview.AddRow(std::move(row));
   settings_.CatalogueChanged = true;
   form_.CommandButton1.SetEnabled(true);

@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "app/state/runs.h"
+#include "app/state/list_pair.h"
 #include "app/state/window_state.h"
 #include "controls/captioned.h"
 #include "controls/list_view.h"
@@ -28,7 +29,7 @@ class StationDetails {
     controls::UpDownTextBox& UpDownTextBox1;     ///< number of the entry within a playlist link
     controls::Label& Label2;                     ///< names the number
     controls::CommandButton& Command8_0;         ///< takes the number over
-    controls::ListPair lists;
+    app::ListPair lists;
   };
 
   struct Ports {

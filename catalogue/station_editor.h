@@ -7,6 +7,7 @@
 #include <functional>
 
 #include "app/settings/settings.h"
+#include "app/state/list_pair.h"
 #include "app/state/station_row.h"
 #include "app/state/window_state.h"
 #include "catalogue/station_writer.h"
@@ -28,7 +29,7 @@ class StationEditor {
     std::array<controls::CommandButton, 6>& Command8;  ///< take over number, all, link; delete; genre; record
     controls::CommandButton& CommandButton1;           ///< saves the list
     controls::CommandButton& CommandButton2;           ///< new station
-    controls::ListPair lists;
+    app::ListPair lists;
   };
 
   /// What the editor's buttons start elsewhere.

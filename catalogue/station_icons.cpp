@@ -8,7 +8,7 @@ namespace catalogue {
 
 using platform::Text;
 
-StationIcons::StationIcons(Ports ports, controls::ListPair lists)
+StationIcons::StationIcons(Ports ports, app::ListPair lists)
     : ports_(ports), lists_(lists), positions_(ports.conversion) {}
 
 StationIcons::~StationIcons() { Destroy(); }

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "app/state/list_pair.h"
 #include "catalogue/keyed_collection.h"
 #include "controls/list_view.h"
 #include "ports/dialogs.h"
@@ -24,7 +25,7 @@ class StationIcons {
 
   static constexpr int kSize = 32;  ///< pixels, width and height
 
-  StationIcons(Ports ports, controls::ListPair lists);
+  StationIcons(Ports ports, app::ListPair lists);
   ~StationIcons();
   StationIcons(const StationIcons&) = delete;
   StationIcons& operator=(const StationIcons&) = delete;
@@ -44,7 +45,7 @@ class StationIcons {
   void AddIconFile(const platform::Text& folder, const platform::Text& file_name);
 
   Ports ports_;
-  controls::ListPair lists_;
+  app::ListPair lists_;
   KeyedCollection positions_;
   platform::ImageListHandle image_list_ = platform::ImageListHandle::kNone;
 };

@@ -12,6 +12,7 @@ namespace catalogue {
 using controls::ListRow;
 using controls::ListView;
 using controls::SortDirection;
+using controls::SortKind;
 
 namespace {
 
@@ -24,7 +25,7 @@ std::int32_t Sign(double first, double second) {
 
 }  // namespace
 
-StationLists::StationLists(controls::ListPair lists, platform::StringOrder& order, app::WindowState& state,
+StationLists::StationLists(app::ListPair lists, platform::StringOrder& order, app::WindowState& state,
                            Actions actions)
     : lists_(lists), order_(order), state_(state), actions_(std::move(actions)) {
   Bind(lists_.full);
@@ -41,12 +42,12 @@ void StationLists::Bind(ListView& list) {
 }
 
 void StationLists::CreateColumns(ListView& list) {
-  list.AddColumn({u"Station", 300, static_cast<int>(SortKind::kNatural)});
-  list.AddColumn({u"Genre", 120, static_cast<int>(SortKind::kNatural)});
-  list.AddColumn({u"WebLink", 120, static_cast<int>(SortKind::kNatural)});
-  list.AddColumn({u"Favorit", 120, static_cast<int>(SortKind::kNatural)});
-  list.AddColumn({u"Titel", 200, static_cast<int>(SortKind::kNatural)});
-  list.AddColumn({u"M3U Nr.", 120, static_cast<int>(SortKind::kNatural)});
+  list.AddColumn({u"Station", 300});
+  list.AddColumn({u"Genre", 120});
+  list.AddColumn({u"WebLink", 120});
+  list.AddColumn({u"Favorit", 120});
+  list.AddColumn({u"Titel", 200});
+  list.AddColumn({u"M3U Nr.", 120});
 }
 
 void StationLists::SaveListindex() {
@@ -109,12 +110,12 @@ std::int32_t StationLists::CompareListItems2(const ListView& list, const ListRow
                                              const ListRow& secondItem, std::size_t sortColumn) const {
   const auto& first = FirstItem.cells[sortColumn];
   const auto& second = secondItem.cells[sortColumn];
-  switch (SortKind{list.Columns()[sortColumn].sort_kind}) {
+  switch (list.Columns()[sortColumn].sort_kind) {
     case SortKind::kNumbers:
       return Sign(app::ToNumber(first).value_or(0), app::ToNumber(second).value_or(0));
     case SortKind::kDates:
       return Sign(DateOf(first), DateOf(second));
-    case SortKind::kNatural:
+    case SortKind::kNaturalOrder:
       break;
   }
   return order_.StrCmpLogicalW(first, second);

@@ -5,14 +5,12 @@
 #include <cstdint>
 #include <functional>
 
+#include "app/state/list_pair.h"
 #include "app/state/window_state.h"
 #include "controls/list_view.h"
 #include "ports/string_order.h"
 
 namespace catalogue {
-
-/// What a list's sort kind says of its column's texts.
-enum class SortKind : int { kNatural = 0, kNumbers = 1, kDates = 2 };
 
 class StationLists {
  public:
@@ -22,8 +20,7 @@ class StationLists {
     std::function<void()> start_playing;         ///< a row was double-clicked
   };
 
-  StationLists(controls::ListPair lists, platform::StringOrder& order, app::WindowState& state,
-               Actions actions);
+  StationLists(app::ListPair lists, platform::StringOrder& order, app::WindowState& state, Actions actions);
 
   /// Creates the six columns; once per list.
   static void CreateColumns(controls::ListView& list);
@@ -57,7 +54,7 @@ class StationLists {
                                       const controls::ListRow& second, std::size_t column,
                                       controls::SortDirection direction) const;
 
-  controls::ListPair lists_;
+  app::ListPair lists_;
   platform::StringOrder& order_;
   app::WindowState& state_;
   Actions actions_;

@@ -15,7 +15,7 @@ using controls::ListRow;
 using platform::Text;
 
 StationStore::StationStore(Ports ports, app::IniProcedures& ini, const app::Settings& settings,
-                           const StationIcons& icons, app::WindowState& state, controls::ListPair lists,
+                           const StationIcons& icons, app::WindowState& state, app::ListPair lists,
                            UnsavedRows& unsaved, std::function<void(controls::ListView&)> sort_again)
     : ports_(ports),
       ini_(ini),
@@ -59,7 +59,7 @@ void StationStore::ReadWrittenCells(UnsavedRow& unsaved) const {
   for (const app::StationCell cell : unsaved.part.cells) {
     const Text value =
         ini_.ReadIni(unsaved.row.cells[app::kNameCell], KeyOf(cell), absent, settings_.StationFileName);
-    if (value != absent) unsaved.row.cells[cell] = value;
+    if (value != absent) unsaved.row.cells.Set(cell, value);
   }
 }
 
@@ -125,8 +125,8 @@ bool StationStore::Matches(const Text& name, Match match, const Text& wanted) co
 ListRow StationStore::ReadRow(const Text& name) const {
   ListRow row;
   row.icon = icons_.IconOf(name);
-  row.cells[app::kNameCell] = name;
-  for (const auto& [cell, key] : kCellKeys) row.cells[cell] = ReadKey(name, key);
+  row.cells.Set(app::kNameCell, name);
+  for (const auto& [cell, key] : kCellKeys) row.cells.Set(cell, ReadKey(name, key));
   return row;
 }
 

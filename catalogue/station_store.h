@@ -8,6 +8,7 @@
 
 #include "app/settings/ini_procedures.h"
 #include "app/settings/settings.h"
+#include "app/state/list_pair.h"
 #include "app/state/window_state.h"
 #include "catalogue/station_icons.h"
 #include "catalogue/unsaved_rows.h"
@@ -33,7 +34,7 @@ class StationStore {
 
   /// `sort_again` puts a list that was just filled into the order that the user chose.
   StationStore(Ports ports, app::IniProcedures& ini, const app::Settings& settings, const StationIcons& icons,
-               app::WindowState& state, controls::ListPair lists, UnsavedRows& unsaved,
+               app::WindowState& state, app::ListPair lists, UnsavedRows& unsaved,
                std::function<void(controls::ListView&)> sort_again);
 
   /// Fills a list from the file: "" all stations into the full list, "1" the favourites, any other text the
@@ -68,7 +69,7 @@ class StationStore {
   const app::Settings& settings_;
   const StationIcons& icons_;
   app::WindowState& state_;
-  controls::ListPair lists_;
+  app::ListPair lists_;
   UnsavedRows& unsaved_;
   std::function<void(controls::ListView&)> sort_again_;
   platform::Text filter_;

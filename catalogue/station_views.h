@@ -2,6 +2,7 @@
 // The three views of the catalogue - all stations, one genre, the favourites - and the favourite mark.
 // Not the lists' order or selection (catalogue/station_lists.h).
 
+#include "app/state/list_pair.h"
 #include "app/state/window_state.h"
 #include "catalogue/station_lists.h"
 #include "catalogue/station_store.h"
@@ -22,7 +23,7 @@ class StationViews {
     controls::Frame& Frame2;                  ///< names the current view
     controls::CommandButton& CommandButton1;  ///< saves the list
     controls::CommandButton& CommandButton2;  ///< new station
-    controls::ListPair lists;
+    app::ListPair lists;
   };
 
   StationViews(Parts parts, StationStore& store, StationLists& station_lists, StationWriter& writer,

@@ -25,7 +25,7 @@ bool NamesAnEntry(const Text& number) { return app::ToNumber(number).value_or(0)
 
 StationWriter::StationWriter(platform::PrivateProfile& profile, app::IniProcedures& ini,
                              app::Settings& settings, app::Notices& notices, const StationIcons& icons,
-                             controls::ListPair lists, UnsavedRows& unsaved, DeletedEntries& deleted)
+                             app::ListPair lists, UnsavedRows& unsaved, DeletedEntries& deleted)
     : profile_(profile),
       ini_(ini),
       settings_(settings),
@@ -195,7 +195,7 @@ RowId StationWriter::CarryOver(const ListView& view, RowId row, const Text& name
   if (known != RowId::kNone || !ini_.CopyStationSection(name)) return known;
   ListRow station = CopyOf(view, row);
   for (const auto& [cell, key] : kCellKeys) {
-    station.cells[cell] = ini_.ReadIni(name, key, u"", settings_.StationFileName);
+    station.cells.Set(cell, ini_.ReadIni(name, key, u"", settings_.StationFileName));
   }
   const RowId added = lists_.full.AddRow(std::move(station));
   unsaved_.Remove(added);

@@ -7,6 +7,7 @@
 
 #include "app/settings/ini_procedures.h"
 #include "app/settings/settings.h"
+#include "app/state/list_pair.h"
 #include "app/state/notices.h"
 #include "app/state/station_row.h"
 #include "catalogue/deleted_entries.h"
@@ -23,8 +24,8 @@ namespace catalogue {
 class StationWriter {
  public:
   StationWriter(platform::PrivateProfile& profile, app::IniProcedures& ini, app::Settings& settings,
-                app::Notices& notices, const StationIcons& icons, controls::ListPair lists,
-                UnsavedRows& unsaved, DeletedEntries& deleted);
+                app::Notices& notices, const StationIcons& icons, app::ListPair lists, UnsavedRows& unsaved,
+                DeletedEntries& deleted);
 
   /// What the editor's fields say of a station.
   struct Station {
@@ -76,7 +77,7 @@ class StationWriter {
   app::Settings& settings_;
   app::Notices& notices_;
   const StationIcons& icons_;
-  controls::ListPair lists_;
+  app::ListPair lists_;
   UnsavedRows& unsaved_;
   DeletedEntries& deleted_;
 };

@@ -139,7 +139,7 @@ void UnsavedRows::CellWrittenInView(const Text& name, app::StationCell cell, con
     if (IsNamed(row, stored)) part.cells.insert(cell);
   }
   for (UnsavedRow& unsaved : waiting_) {
-    if (Owns(unsaved.part, stored)) unsaved.row.cells[cell] = value;
+    if (Owns(unsaved.part, stored)) unsaved.row.cells.Set(cell, value);
   }
   Changed.Raise();
 }

@@ -160,7 +160,7 @@ std::optional<UnsavedRow> RowOf(TextView line, std::size_t& sections_left) {
   for (const app::StationCell cell : kKeptCells) {
     auto text = Unescaped(Next(line, u'\t'));
     if (!text) return std::nullopt;
-    unsaved.row.cells[cell] = *std::move(text);
+    unsaved.row.cells.Set(cell, *std::move(text));
   }
   auto cells = CellsOf(Next(line, u'\t'));
   if (!cells) return std::nullopt;

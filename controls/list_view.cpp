@@ -5,6 +5,24 @@
 
 namespace controls {
 
+const Text& ListCells::operator[](std::size_t cell) const {
+  static const Text kEmpty;
+  return cell < texts_.size() ? texts_[cell] : kEmpty;
+}
+
+void ListCells::Set(std::size_t cell, Text text) {
+  if (cell >= texts_.size()) texts_.resize(cell + 1);
+  texts_[cell] = std::move(text);
+}
+
+bool operator==(const ListCells& one, const ListCells& other) {
+  const std::size_t count = std::max(one.texts_.size(), other.texts_.size());
+  for (std::size_t cell = 0; cell < count; ++cell) {
+    if (one[cell] != other[cell]) return false;
+  }
+  return true;
+}
+
 void ListView::AddColumn(ListColumn column) {
   columns_.push_back(std::move(column));
   Changed.Raise();
@@ -27,16 +45,15 @@ std::optional<std::size_t> ListView::IndexOf(RowId id) const {
 const Text& ListView::Cell(RowId id, std::size_t cell) const {
   static const Text kEmpty;
   const auto index = IndexOf(id);
-  if (!index || cell >= ListRow::kCells) return kEmpty;
-  return rows_[*index].cells[cell];
+  return index ? rows_[*index].cells[cell] : kEmpty;
 }
 
 void ListView::SetCell(RowId id, std::size_t cell, Text text) {
   const auto index = IndexOf(id);
-  if (!index || cell >= ListRow::kCells) return;
-  Text& place = rows_[*index].cells[cell];
-  if (place == text) return;
-  place = std::move(text);
+  if (!index || cell >= columns_.size()) return;
+  ListCells& cells = rows_[*index].cells;
+  if (cells[cell] == text) return;
+  cells.Set(cell, std::move(text));
   RowChanged.Raise(*index);
 }
 

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <optional>
 #include <unordered_map>
 #include <utility>
@@ -26,19 +27,37 @@ enum class RowMark : std::uint8_t {
   kWaiting,  ///< it is to be played, and is waited for
 };
 
+/// What a column's texts are when rows are sorted by it.
+enum class SortKind { kNaturalOrder, kNumbers, kDates };
+
 struct ListColumn {
   Text caption;
-  int width = 0;      ///< pixels at 100 %
-  int sort_kind = 0;  ///< 1 numbers, 2 dates, else natural string order
+  int width = 0;  ///< pixels at 100 %
+  SortKind sort_kind = SortKind::kNaturalOrder;
+};
+
+/// The texts of a row. Those that were never set, which cost nothing, are empty.
+class ListCells {
+ public:
+  ListCells() = default;
+  ListCells(std::initializer_list<Text> texts) : texts_(texts) {}
+
+  [[nodiscard]] const Text& operator[](std::size_t cell) const;
+  void Set(std::size_t cell, Text text);
+  [[nodiscard]] auto begin() const { return texts_.begin(); }
+  [[nodiscard]] auto end() const { return texts_.end(); }
+  friend bool operator==(const ListCells& one, const ListCells& other);
+
+ private:
+  std::vector<Text> texts_;
 };
 
 /// One row: cell 0 is the row's text, cells 1 and up its sub-items.
 struct ListRow {
-  static constexpr std::size_t kCells = 6;
   RowId id = RowId::kNone;
   int icon = -1;  ///< position in the image list, -1 for none
   RowMark mark = RowMark::kNone;
-  std::array<Text, kCells> cells;
+  ListCells cells;
 };
 
 /// Rows stand in display order and are addressed by RowId, so that nothing goes wrong when they are
@@ -76,8 +95,9 @@ class ListView final : public Control {
   [[nodiscard]] bool Contains(RowId id) const { return IndexOf(id).has_value(); }
   /// All rows in display order; the reference is good until the next change.
   [[nodiscard]] const std::vector<ListRow>& Rows() const { return rows_; }
-  /// The text of a cell: 0 the row's text, 1 to 5 its sub-items.
+  /// The text of a cell: 0 the row's text, 1 and up its sub-items.
   [[nodiscard]] const Text& Cell(RowId id, std::size_t cell) const;
+  /// Nothing happens when there is no such column.
   void SetCell(RowId id, std::size_t cell, Text text);
   [[nodiscard]] RowMark Mark(RowId id) const;
   void SetMark(RowId id, RowMark mark);
@@ -146,15 +166,6 @@ class ListView final : public Control {
   std::array<Text, 3> mark_texts_;  // by RowMark
   int sort_column_ = -1;
   SortDirection sort_direction_ = SortDirection::kAscending;
-};
-
-/// The two lists that share one place: exactly one of them is visible. Features act on that one.
-struct ListPair {
-  ListView& full;
-  ListView& filtered;
-
-  /// The filtered list while it is visible, otherwise the full one.
-  [[nodiscard]] ListView& Active() const { return filtered.Visible() ? filtered : full; }
 };
 
 }  // namespace controls

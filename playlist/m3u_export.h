@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "app/state/runs.h"
+#include "app/state/list_pair.h"
 #include "app/text/text.h"
 #include "controls/captioned.h"
 #include "controls/list_view.h"
@@ -21,7 +22,7 @@ namespace playlist {
 class M3uExport {
  public:
   struct Parts {
-    controls::ListPair lists;
+    app::ListPair lists;
     controls::CommandButton& Command4;  ///< M3U export
   };
 

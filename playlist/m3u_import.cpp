@@ -44,9 +44,9 @@ Entries EntriesOf(TextView text) {
       const auto name = SecondPiece(*line);
       entries.comma_missing = !name;
       if (!name || rows.size() == kMostRows) break;
-      rows.emplace_back().cells[app::kNameCell] = *name;
+      rows.emplace_back().cells.Set(app::kNameCell, Text(*name));
     } else if (app::StartsWith(*line, kLinkPrefix) && !rows.empty()) {
-      rows.back().cells[app::kLinkCell] = *line;
+      rows.back().cells.Set(app::kLinkCell, Text(*line));
     }
   }
   return entries;

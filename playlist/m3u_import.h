@@ -4,6 +4,7 @@
 
 #include <functional>
 
+#include "app/state/list_pair.h"
 #include "app/state/notices.h"
 #include "app/state/runs.h"
 #include "app/text/text.h"
@@ -18,7 +19,7 @@ namespace playlist {
 class M3uImport {
  public:
   struct Parts {
-    controls::ListPair lists;
+    app::ListPair lists;
     controls::CommandButton& Command5;  ///< M3U import
   };
 

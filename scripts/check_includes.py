@@ -24,7 +24,7 @@ ALLOWED = {
     "stream": LOGIC_GROUND,
     "player": LOGIC_GROUND,
     "app/forms": {"controls"},
-    "app/state": {"app/text", "ports"},
+    "app/state": {"app/text", "controls", "ports"},
     "app/settings": {"app/text", "ports"},
     "app/text": {"ports"},
     "controls": set(),

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "app/state/runs.h"
+#include "app/state/list_pair.h"
 #include "app/state/window_state.h"
 #include "controls/captioned.h"
 #include "controls/list_view.h"
@@ -22,7 +23,7 @@ class NowPlaying {
   struct Parts {
     controls::CommandButton& Command3;  ///< all titles; second action: polling on and off
     controls::Timer& Timer2;            ///< polling, every 5000 ms
-    controls::ListPair lists;
+    app::ListPair lists;
   };
 
   struct Ports {

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "app/state/runs.h"
+#include "app/state/list_pair.h"
 #include "app/state/window_state.h"
 #include "controls/captioned.h"
 #include "controls/list_view.h"
@@ -40,7 +41,7 @@ class PlaybackControl {
     controls::Timer& Timer2;                             ///< title, every 5000 ms
     std::array<controls::ProgressBar, 2>& ProgressBar1;  ///< peak bars, left and right
     controls::Label& Label1;                             ///< position and duration
-    controls::ListPair lists;
+    app::ListPair lists;
   };
 
   struct Ports {

@@ -86,7 +86,7 @@ void FollowedStation::Mark(RowMark mark) {
   }
 }
 
-PlayingMark::PlayingMark(controls::ListPair lists, const platform::PlaybackMonitor& monitor)
+PlayingMark::PlayingMark(app::ListPair lists, const platform::PlaybackMonitor& monitor)
     : monitor_(monitor), chosen_(lists), playing_(lists) {
   Bind(lists.full);
   Bind(lists.filtered);

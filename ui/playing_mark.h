@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "app/state/list_pair.h"
 #include "controls/list_view.h"
 #include "ports/playback_monitor.h"
 #include "ports/text.h"
@@ -17,7 +18,7 @@ namespace ui {
 /// the same name and link, which are the same station, a loading takes the first one.
 class FollowedStation {
  public:
-  explicit FollowedStation(controls::ListPair lists) : places_{{{&lists.full}, {&lists.filtered}}} {}
+  explicit FollowedStation(app::ListPair lists) : places_{{{&lists.full}, {&lists.filtered}}} {}
 
   /// Follows the station of this row from now on.
   void Take(const controls::ListView& list, controls::RowId row);
@@ -54,7 +55,7 @@ class FollowedStation {
 class PlayingMark {
  public:
   /// The monitor is asked only while something plays.
-  PlayingMark(controls::ListPair lists, const platform::PlaybackMonitor& monitor);
+  PlayingMark(app::ListPair lists, const platform::PlaybackMonitor& monitor);
 
   /// This row's address is what Start plays now.
   void Choose(const controls::ListView& list, controls::RowId row) { chosen_.Take(list, row); }

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "app/state/list_pair.h"
 #include "app/state/notices.h"
 #include "app/state/runs.h"
 #include "app/state/window_state.h"
@@ -18,7 +19,7 @@ class RecorderLaunch {
  public:
   struct Parts {
     controls::UpDownTextBox& UpDownTextBox1;  ///< number of the entry within a playlist link
-    controls::ListPair lists;
+    app::ListPair lists;
   };
 
   struct Ports {

@@ -5,6 +5,7 @@
 #include "app/settings/ini_procedures.h"
 #include "app/settings/language.h"
 #include "app/settings/settings.h"
+#include "app/state/list_pair.h"
 #include "app/state/runs.h"
 #include "app/state/window_state.h"
 #include "window/platform.h"
@@ -21,7 +22,7 @@ struct Foundation {
   const app::Life& life;  ///< of the window: ends when closing is asked for
 };
 
-[[nodiscard]] inline controls::ListPair ListsOf(app::Form1& form) {
+[[nodiscard]] inline app::ListPair ListsOf(app::Form1& form) {
   return {.full = form.SymbolListview, .filtered = form.ExplorerListFilter};
 }
 

@@ -15,4 +15,6 @@ enum StationCell : std::size_t {
   kM3uNumberCell = 5,  ///< the entry wanted of a playlist link
 };
 
+inline constexpr std::size_t kStationCells = 6;
+
 }  // namespace app

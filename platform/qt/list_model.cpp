@@ -21,7 +21,7 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || static_cast<std::size_t>(index.row()) >= rows.size()) return {};
   const auto& row = rows[static_cast<std::size_t>(index.row())];
   const auto column = static_cast<std::size_t>(index.column());
-  if (role == Qt::DisplayRole && column < row.cells.size()) return CellText(row.cells[column]);
+  if (role == Qt::DisplayRole) return CellText(row.cells[column]);
   if (role == Qt::DecorationRole && column == 0) return Icon(row);
   if (role == RowDelegate::kMarkRole) return static_cast<uint>(row.mark);
   if (role == Qt::AccessibleTextRole && column == 0 && row.mark != controls::RowMark::kNone) {

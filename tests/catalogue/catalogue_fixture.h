@@ -9,6 +9,7 @@
 
 #include "app/settings/ini_procedures.h"
 #include "app/settings/settings.h"
+#include "app/state/list_pair.h"
 #include "app/state/station_row.h"
 #include "app/state/window_state.h"
 #include "catalogue/station_editor.h"
@@ -95,7 +96,7 @@ class CatalogueTest : public ::testing::Test {
   std::array<controls::TextBox, 2> TextBox1;
   controls::UpDownTextBox UpDownTextBox1;
   std::array<controls::CommandButton, 6> Command8;
-  controls::ListPair lists{SymbolListview, ExplorerListFilter};
+  app::ListPair lists{SymbolListview, ExplorerListFilter};
 
   int details_shown = 0;
   int started = 0;

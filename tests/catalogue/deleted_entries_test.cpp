@@ -10,7 +10,7 @@ using controls::CheckValue;
 using controls::ListRow;
 using controls::ListView;
 using controls::RowId;
-using Cells = std::array<Text, ListRow::kCells>;
+using Cells = controls::ListCells;
 using Notice = test_support::FakeNotices::Notice;
 
 class DeletedEntriesTest : public CatalogueTest {
@@ -141,7 +141,8 @@ TEST_F(DeletedEntriesTest, UnsavedRowComesBackUnsavedWithAllItsCells) {
   SymbolListview.InsertRow(1, {});
   const RowId row = SymbolListview.RowAt(1);
   const Cells fresh{u"Neu", u"Jazz", u"http://neu", u"", u"Titel", u"5"};
-  for (std::size_t cell = 0; cell < fresh.size(); ++cell) SymbolListview.SetCell(row, cell, fresh[cell]);
+  for (std::size_t cell = 0; cell < app::kStationCells; ++cell)
+    SymbolListview.SetCell(row, cell, fresh[cell]);
   settings.CatalogueChanged = true;
   Delete(SymbolListview, u"Neu");
   EXPECT_TRUE(unsaved.All().empty());

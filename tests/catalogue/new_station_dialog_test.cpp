@@ -53,7 +53,7 @@ TEST_F(NewStationDialogTest, AcceptAddsTheRowToTheFullListAndMarksTheCatalogueCh
   });
   ASSERT_EQ(SymbolListview.Count(), 1U);
   EXPECT_EQ(SymbolListview.Rows()[0].cells,
-            (std::array<Text, 6>{u" Neu ", u"Eigenes", u"http://neu", u"", u"", u""}));
+            (controls::ListCells{u" Neu ", u"Eigenes", u"http://neu", u"", u"", u""}));
   EXPECT_EQ(SymbolListview.Rows()[0].icon, -1);
   EXPECT_TRUE(settings.CatalogueChanged);
   EXPECT_TRUE(profile.writes.empty());

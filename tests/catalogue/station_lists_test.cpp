@@ -5,6 +5,8 @@
 namespace catalogue {
 namespace {
 
+using controls::SortKind;
+
 using StationListsTest = CatalogueTest;
 
 TEST_F(StationListsTest, ColumnsStandInTheirOrderWithTheirWidths) {
@@ -70,7 +72,7 @@ TEST_F(StationListsTest, RowsThatCompareEqualKeepTheirOrder) {
 
 controls::ListRow RowOf(const Text& text) {
   controls::ListRow row;
-  row.cells[0] = text;
+  row.cells.Set(0, text);
   return row;
 }
 
@@ -78,7 +80,7 @@ class SortKindTest : public CatalogueTest {
  protected:
   std::int32_t Compare(SortKind kind, const Text& first, const Text& second) {
     controls::ListView list;
-    list.AddColumn({u"x", 10, static_cast<int>(kind)});
+    list.AddColumn({u"x", 10, kind});
     return station_lists.CompareListItems2(list, RowOf(first), RowOf(second), 0);
   }
 };
@@ -103,8 +105,8 @@ TEST_F(SortKindTest, DatesCompareByTheirTime) {
 
 TEST_F(SortKindTest, AnyOtherKindComparesInNaturalOrder) {
   EXPECT_LT(Compare(SortKind{7}, u"Radio 2", u"Radio 10"), 0);
-  EXPECT_LT(Compare(SortKind::kNatural, u"Äpfel", u"Zebra"), 0);
-  EXPECT_EQ(Compare(SortKind::kNatural, u"radio 2", u"RADIO 2"), 0);
+  EXPECT_LT(Compare(SortKind::kNaturalOrder, u"Äpfel", u"Zebra"), 0);
+  EXPECT_EQ(Compare(SortKind::kNaturalOrder, u"radio 2", u"RADIO 2"), 0);
 }
 
 TEST_F(StationListsTest, SaveListindexCountsFromOneAndKeepsItsMemoryWithoutASelection) {

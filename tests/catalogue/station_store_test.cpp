@@ -12,7 +12,7 @@ TEST_F(StationStoreTest, LoadsEveryStationWithAllItsFieldsIntoTheFullList) {
   store.LoadStations(u"");
   ASSERT_EQ(SymbolListview.Count(), 1U);
   const controls::ListRow& row = SymbolListview.Rows()[0];
-  EXPECT_EQ(row.cells, (std::array<Text, 6>{u"Radio Beispiel", u"Pop & Hits", u"http://radio.example/live",
+  EXPECT_EQ(row.cells, (controls::ListCells{u"Radio Beispiel", u"Pop & Hits", u"http://radio.example/live",
                                             u"1", u"", u"3"}));
   EXPECT_EQ(row.icon, -1);
   EXPECT_EQ(ExplorerListFilter.Count(), 0U);
@@ -104,7 +104,7 @@ TEST_F(StationStoreTest, MissingKeysGiveEmptyCells) {
   profile.Set(kStationFile, u"A", u"Notiz", u"x");
   store.LoadStations(u"");
   ASSERT_EQ(SymbolListview.Count(), 1U);
-  EXPECT_EQ(SymbolListview.Rows()[0].cells, (std::array<Text, 6>{u"A", u"", u"", u"", u"", u""}));
+  EXPECT_EQ(SymbolListview.Rows()[0].cells, (controls::ListCells{u"A", u"", u"", u"", u"", u""}));
 }
 
 TEST_F(StationStoreTest, SectionThatStandsTwiceIsListedTwiceWithTheFirstOnesValues) {

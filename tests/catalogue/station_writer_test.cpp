@@ -13,7 +13,7 @@ using controls::CheckValue;
 using controls::ListRow;
 using controls::ListView;
 using controls::RowId;
-using Cells = std::array<Text, ListRow::kCells>;
+using Cells = controls::ListCells;
 using Notice = test_support::FakeNotices::Notice;
 
 class FailedWriteTest : public CatalogueTest {

@@ -13,8 +13,7 @@ using platform::Text;
 
 class UnsavedRowsFileTest : public ::testing::Test {
  protected:
-  static UnsavedRow Row(std::array<Text, controls::ListRow::kCells> cells, PartInFile part = {},
-                        int icon = -1) {
+  static UnsavedRow Row(controls::ListCells cells, PartInFile part = {}, int icon = -1) {
     UnsavedRow unsaved;
     unsaved.row.cells = std::move(cells);
     unsaved.row.icon = icon;
@@ -30,7 +29,7 @@ class UnsavedRowsFileTest : public ::testing::Test {
     return Parse(Format(catalogue));
   }
   static void ExpectEqual(const UnsavedRow& row, const UnsavedRow& expected) {
-    for (std::size_t cell = 0; cell < controls::ListRow::kCells; ++cell) {
+    for (std::size_t cell = 0; cell < app::kStationCells; ++cell) {
       if (cell != app::kTitleCell) {
         EXPECT_EQ(row.row.cells[cell], expected.row.cells[cell]) << cell;
       }

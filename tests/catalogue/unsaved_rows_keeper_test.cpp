@@ -36,7 +36,7 @@ class UnsavedRowsKeeperTest : public CatalogueTest {
   }
   static UnsavedRow Row(const Text& name, PartInFile part = {}, int icon = -1) {
     UnsavedRow unsaved;
-    unsaved.row.cells[app::kNameCell] = name;
+    unsaved.row.cells.Set(app::kNameCell, name);
     unsaved.row.icon = icon;
     unsaved.part = std::move(part);
     return unsaved;

@@ -10,7 +10,7 @@ using controls::CheckValue;
 using controls::ListRow;
 using controls::RowId;
 
-using Cells = std::array<Text, ListRow::kCells>;
+using Cells = controls::ListCells;
 
 /// One saved station, "Alt", and one unsaved row, "Neu".
 class UnsavedRowsTest : public CatalogueTest {

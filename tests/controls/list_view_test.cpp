@@ -12,7 +12,7 @@ namespace {
 
 ListRow Row(const Text& name) {
   ListRow row;
-  row.cells[0] = name;
+  row.cells.Set(0, name);
   return row;
 }
 
@@ -170,16 +170,31 @@ TEST_F(ListViewTest, AnUnknownIdReadsAsEmptyAndTakesNothing) {
   EXPECT_EQ(log_, Log{});
 }
 
-TEST_F(ListViewTest, CellsOutsideTheRowReadAsEmptyAndTakeNothing) {
-  list_.SetCell(a_, ListRow::kCells, u"z");
-  EXPECT_EQ(list_.Cell(a_, ListRow::kCells), u"");
+TEST_F(ListViewTest, CellsBehindTheLastColumnReadAsEmptyAndTakeNothing) {
+  list_.AddColumn({u"Station", 300});
+  list_.AddColumn({u"Genre", 120});
+  list_.SetCell(a_, 2, u"z");
+  EXPECT_EQ(list_.Cell(a_, 2), u"");
   EXPECT_EQ(log_, Log{});
+  list_.SetCell(a_, 1, u"z");
+  EXPECT_EQ(list_.Cell(a_, 1), u"z");
+}
+
+TEST_F(ListViewTest, CellsOfARowAreThoseThatWereSetAndEmptyOnes) {
+  ListCells cells{u"a"};
+  EXPECT_EQ(cells[7], u"");
+  EXPECT_EQ(cells, (ListCells{u"a", u"", u""}));
+  cells.Set(2, u"c");
+  EXPECT_EQ(cells, (ListCells{u"a", u"", u"c"}));
+  EXPECT_NE(cells, (ListCells{u"a", u"", u"c", u"d"}));
+  EXPECT_NE(cells, (ListCells{u"a"}));
 }
 
 TEST_F(ListViewTest, AChangedCellIsAnnouncedAnUnchangedOneIsNot) {
-  list_.SetCell(c_, 4, u"Titel");
-  list_.SetCell(c_, 4, u"Titel");
-  EXPECT_EQ(list_.Cell(c_, 4), u"Titel");
+  list_.AddColumn({u"Station", 300});
+  list_.SetCell(c_, 0, u"Titel");
+  list_.SetCell(c_, 0, u"Titel");
+  EXPECT_EQ(list_.Cell(c_, 0), u"Titel");
   EXPECT_EQ(log_, Log{"changed 2"});
 }
 
@@ -248,8 +263,8 @@ TEST_F(ListViewTest, AComparisonThatContradictsItselfLosesNoRow) {
 TEST_F(ListViewTest, IsNotSortedAtFirst) { EXPECT_EQ(list_.SortColumn(), -1); }
 
 TEST_F(ListViewTest, ColumnsKeepTheirOrderAndTakeNewCaptions) {
-  list_.AddColumn({u"Station", 300, 0});
-  list_.AddColumn({u"Genre", 120, 1});
+  list_.AddColumn({u"Station", 300});
+  list_.AddColumn({u"Genre", 120, SortKind::kNumbers});
   list_.SetColumnCaption(1, u"Kind");
   list_.SetColumnCaption(2, u"fehlt");
   ASSERT_EQ(list_.Columns().size(), 2U);
@@ -259,7 +274,7 @@ TEST_F(ListViewTest, ColumnsKeepTheirOrderAndTakeNewCaptions) {
 }
 
 TEST_F(ListViewTest, OnlyHeadersOfColumnsTakeClicks) {
-  list_.AddColumn({u"Station", 300, 0});
+  list_.AddColumn({u"Station", 300});
   std::vector<int> clicks;
   const auto subscription = list_.HeaderClicked.Subscribe([&](int column) { clicks.push_back(column); });
   for (const int column : {-1, 0, 1}) list_.ClickHeader(column);
@@ -310,15 +325,6 @@ TEST_F(ListViewTest, TwentyThousandRowsAreAddedFoundAndSorted) {
   const RowId last = list_.RowAt(19999);
   list_.Sort(0, SortDirection::kAscending, ByName);
   EXPECT_EQ(list_.IndexOf(last), 0U);
-}
-
-TEST(ListPair, TheFilteredListIsActiveWhileItIsVisible) {
-  ListView full;
-  ListView filtered;
-  const ListPair lists{full, filtered};
-  EXPECT_EQ(&lists.Active(), &filtered);
-  filtered.SetVisible(false);
-  EXPECT_EQ(&lists.Active(), &full);
 }
 
 }  // namespace

@@ -35,7 +35,7 @@ TEST_F(LargeCatalogue, ThreeHundredStationsLoadAndSaveWhole) {
   ASSERT_EQ(Form().SymbolListview.Count(), 300U);
   const controls::ListRow& row = Form().SymbolListview.Rows()[36];
   EXPECT_EQ(row.cells,
-            (std::array<Text, 6>{u"Sender 00036", u"Rock", u"http://127.0.0.1/36", u"1", u"", u"2"}));
+            (controls::ListCells{u"Sender 00036", u"Rock", u"http://127.0.0.1/36", u"1", u"", u"2"}));
   Form().CommandButton1.Click();
   EXPECT_EQ(Stations(), stations) << "saving what was loaded changes nothing";
   Form().Check3.Click();

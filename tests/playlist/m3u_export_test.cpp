@@ -18,10 +18,10 @@ const Text kExported = u"C:\\Musik\\liste.m3u";
 
 controls::ListRow Row(const Text& name, const Text& link) {
   controls::ListRow row;
-  row.cells[0] = name;
-  row.cells[1] = u"Rock";
-  row.cells[2] = link;
-  row.cells[4] = u"Titel";
+  row.cells.Set(0, name);
+  row.cells.Set(1, u"Rock");
+  row.cells.Set(2, link);
+  row.cells.Set(4, u"Titel");
   return row;
 }
 

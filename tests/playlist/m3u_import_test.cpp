@@ -44,7 +44,7 @@ class M3uImportTest : public testing::Test {
   }
   void AddStation(controls::ListView& list, const Text& name) {
     controls::ListRow row;
-    row.cells[0] = name;
+    row.cells.Set(0, name);
     list.AddRow(row);
   }
 
@@ -293,9 +293,8 @@ TEST_F(M3uImportTest, AnExportOfAHundredThousandRowsComesBackInOnePiece) {
   std::vector<controls::ListRow> rows(100000);
   for (std::size_t index = 0; index < rows.size(); ++index) {
     const std::string number = std::to_string(index);
-    rows[index].cells[0] = u"Küche ";
-    rows[index].cells[0].append(number.begin(), number.end());
-    rows[index].cells[2] = u"http://stream.example.org/" + rows[index].cells[0];
+    rows[index].cells.Set(0, u"Küche " + Text(number.begin(), number.end()));
+    rows[index].cells.Set(2, u"http://stream.example.org/" + rows[index].cells[0]);
   }
   full_.AddRows(std::move(rows));
   const Entries before = EntriesOf(full_);

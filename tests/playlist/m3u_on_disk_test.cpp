@@ -28,8 +28,8 @@ class M3uOnDiskTest : public testing::Test {
 
   void AddStation(const Text& name, const Text& link) {
     controls::ListRow row;
-    row.cells[0] = name;
-    row.cells[2] = link;
+    row.cells.Set(0, name);
+    row.cells.Set(2, link);
     full_.AddRow(row);
   }
   void Import(const Text& path, platform::MessageBoxAnswer answer = platform::MessageBoxAnswer::kYes) {

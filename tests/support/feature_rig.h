@@ -95,7 +95,7 @@ class FeatureTest : public ::testing::Test {
   app::WindowState state;
   app::Life life;
   app::Form1 form;
-  controls::ListPair lists{.full = form.SymbolListview, .filtered = form.ExplorerListFilter};
+  app::ListPair lists{.full = form.SymbolListview, .filtered = form.ExplorerListFilter};
   std::shared_ptr<stream::clsFunkhaus> cFunkhaus = std::make_shared<stream::clsFunkhaus>(
       stream::Ports{internet, requests, record_files, environment, clock, message_loop, conversion});
 };

@@ -199,7 +199,7 @@ TEST_F(PlaybackStatusTest, StopWhileTheDetailsAreWorkedOutEndsTheSentence) {
 TEST_F(PlaybackStatusTest, StationWithoutANameIsCalledByItsAddress) {
   Start();
   controls::ListRow nameless;
-  nameless.cells[app::kLinkCell] = u"http://namenlos/";
+  nameless.cells.Set(app::kLinkCell, u"http://namenlos/");
   Form().SymbolListview.AddRow(nameless);
   Select(u"");
   ReachWhenOpened(PlaybackState::kConnecting);

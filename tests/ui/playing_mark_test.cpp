@@ -32,14 +32,17 @@ class Monitor final : public platform::PlaybackMonitor {
 
 ListRow Row(const Text& name, const Text& link) {
   ListRow row;
-  row.cells[app::kNameCell] = name;
-  row.cells[app::kLinkCell] = link;
+  row.cells.Set(app::kNameCell, name);
+  row.cells.Set(app::kLinkCell, link);
   return row;
 }
 
 class PlayingMarkTest : public ::testing::Test {
  protected:
   PlayingMarkTest() {
+    for (ListView* list : {&full_, &filtered_}) {
+      for (std::size_t cell = 0; cell < app::kStationCells; ++cell) list->AddColumn({});
+    }
     a_ = full_.AddRow(Row(u"A", u"http://a/"));
     b_ = full_.AddRow(Row(u"B", u"http://b/"));
   }

@@ -170,7 +170,7 @@ TEST_F(ShutDownTest, EndOfTheSessionInAFilterViewKeepsUnsavedRowsAndWritesThatVi
 TEST_F(ShutDownTest, EndOfTheSessionKeepsAnImportAboutWhichClosingDoesNotAsk) {
   Start();
   controls::ListRow row;
-  row.cells[app::kNameCell] = u"Import";
+  row.cells.Set(app::kNameCell, u"Import");
   Form().SymbolListview.AddRow(row);
   Form().form.Close(controls::CloseReason::kSessionEnd);
   EXPECT_TRUE(dialogs.boxes.empty());
@@ -227,7 +227,7 @@ TEST_F(ShutDownTest, AnsweredQuestionLeavesNothingBehind) {
 TEST_F(ShutDownTest, CloseWithoutAQuestionLeavesNothingOfAnImportBehind) {
   Start();
   controls::ListRow row;
-  row.cells[app::kNameCell] = u"Import";
+  row.cells.Set(app::kNameCell, u"Import");
   Form().SymbolListview.AddRow(row);
   Form().tmUnsaved.Fire();
   ASSERT_TRUE(HasKeptRows());

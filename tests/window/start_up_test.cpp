@@ -50,7 +50,7 @@ class RestoringTest : public WindowTest {
   /// What an earlier run left behind.
   void Leave(bool catalogue_changed, const std::vector<Text>& names) {
     catalogue::UnsavedCatalogue kept{catalogue_changed, {}};
-    for (const Text& name : names) kept.rows.emplace_back().row.cells[app::kNameCell] = name;
+    for (const Text& name : names) kept.rows.emplace_back().row.cells.Set(app::kNameCell, name);
     files.files[kKeptRowsPath] = catalogue::FormatUnsavedRows(kept, conversion);
   }
   const Text& Notice() { return Form().StatusLine.Caption(); }

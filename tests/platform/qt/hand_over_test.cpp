@@ -24,7 +24,7 @@ class HandOver : public ::testing::Test {
   HandOver() {
     for (const char16_t* name : {u"Radio A", u"Radio B", u"Radio C"}) {
       controls::ListRow row;
-      row.cells[0] = name;
+      row.cells.Set(0, name);
       list_.AddRow(std::move(row));
     }
     for (const char16_t* genre : {u"Rock", u"Jazz"}) form_.Combo1.AddItem(genre);

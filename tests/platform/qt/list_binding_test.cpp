@@ -15,8 +15,8 @@ using controls::RowId;
 
 controls::ListRow Row(const Text& name, const Text& genre = u"Rock") {
   controls::ListRow row;
-  row.cells[0] = name;
-  row.cells[1] = genre;
+  row.cells.Set(0, name);
+  row.cells.Set(1, genre);
   return row;
 }
 

@@ -16,7 +16,7 @@ class ListKeys : public ::testing::Test {
   void Fill(int count) {
     for (int number = 0; number < count; ++number) {
       controls::ListRow row;
-      row.cells[0] = u"Radio " + FromQt(QString::number(number));
+      row.cells.Set(0, u"Radio " + FromQt(QString::number(number)));
       list_.AddRow(std::move(row));
     }
   }
@@ -106,7 +106,7 @@ TEST_F(ListKeys, EnterPlaysTheRowThatItSelects) {
 TEST_F(ListKeys, SpaceInsideANameThatIsTypedIsStillALetter) {
   for (const char16_t* name : {u"Radio", u"Radio Z"}) {
     controls::ListRow row;
-    row.cells[0] = name;
+    row.cells.Set(0, name);
     list_.AddRow(std::move(row));
   }
   QTest::keyClicks(&view_, "radio ");

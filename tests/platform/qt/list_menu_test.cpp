@@ -17,7 +17,7 @@ class ListMenu : public ::testing::Test {
     form_.UndoDelete.SetEnabled(false);  // as at the program's start
     for (const char16_t* name : {u"Radio A", u"Radio B"}) {
       controls::ListRow row;
-      row.cells[0] = name;
+      row.cells.Set(0, name);
       list_.AddRow(std::move(row));
     }
   }

@@ -196,7 +196,7 @@ QWidget& FocusedControl() {
 TEST_F(Keys, EveryControlShowsThatItHasTheKeyboard) {
   form_.Frame3.SetVisible(true);
   controls::ListRow row;
-  row.cells[0] = u"Radio A";
+  row.cells.Set(0, u"Radio A");
   form_.SymbolListview.Select(form_.SymbolListview.AddRow(std::move(row)));
   // Styles show the focus of some controls only once the keyboard has moved it.
   fixture_.Find("CmdInfoClose").setFocus();

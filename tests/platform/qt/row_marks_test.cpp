@@ -20,8 +20,8 @@ class RowMarks : public ::testing::Test {
     opened_ = fixture_.Open();
     for (const char16_t* name : {u"Radio A", u"Radio B", u"Radio C"}) {
       controls::ListRow row;
-      row.cells[0] = name;
-      row.cells[1] = u"Genre";
+      row.cells.Set(0, name);
+      row.cells.Set(1, u"Genre");
       ids_.push_back(list_.AddRow(std::move(row)));
     }
     fixture_.Find("Command1").setFocus();

@@ -24,7 +24,7 @@ class Waiting : public ::testing::Test {
   Waiting() {
     for (const char16_t* name : {u"Radio A", u"Radio B", u"Radio C"}) {
       controls::ListRow row;
-      row.cells[0] = name;
+      row.cells.Set(0, name);
       list_.AddRow(std::move(row));
     }
     list_.Select(list_.RowAt(0));

@@ -48,7 +48,7 @@ class WindowFixture {
     const std::array widths = {300, 120, 120, 120, 200, 120};
     for (controls::ListView* list : {&form.SymbolListview, &form.ExplorerListFilter}) {
       for (std::size_t column = 0; column < widths.size(); ++column) {
-        list->AddColumn({captions[column], widths[column], 0});
+        list->AddColumn({captions[column], widths[column]});
       }
     }
     window = std::make_unique<PlayerWindow>(form, icons, loop, language);

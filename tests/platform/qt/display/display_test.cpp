@@ -63,7 +63,7 @@ class DisplayWait : public Display {
   DisplayWait() {
     for (const char16_t* name : {u"Radio A", u"Radio B", u"Radio C"}) {
       controls::ListRow row;
-      row.cells[0] = name;
+      row.cells.Set(0, name);
       list_.AddRow(std::move(row));
     }
     list_.Select(list_.RowAt(0));
