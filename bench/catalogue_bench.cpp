@@ -7,6 +7,7 @@
 
 #include "app/settings/ini_procedures.h"
 #include "app/settings/settings.h"
+#include "app/state/station_row.h"
 #include "app/state/window_state.h"
 #include "catalogue/station_icons.h"
 #include "catalogue/station_lists.h"
@@ -52,12 +53,7 @@ struct Catalogue {
 
   void Save() {
     platform::WriteGroup group(profile);
-    for (const controls::ListRow& row : full.Rows()) {
-      ini.WriteStationIni(row.cells[0], u"Genre", row.cells[1]);
-      ini.WriteStationIni(row.cells[0], u"Link", row.cells[2]);
-      ini.WriteStationIni(row.cells[0], u"Favorit", row.cells[3]);
-      ini.WriteStationIni(row.cells[0], u"M3uNr", row.cells[5]);
-    }
+    for (const controls::ListRow& row : full.Rows()) file.WriteListed(app::StationOf(row.cells));
     group.End();
   }
 
@@ -84,8 +80,9 @@ struct Catalogue {
   catalogue::StationIcons icons{{icon_port, files, conversion, dialogs}, lists};
   catalogue::StationLists station_lists{lists, order, state, {[] {}, [] {}}};
   catalogue::UnsavedRows unsaved{full, conversion};
+  catalogue::StationFile file{{profile, conversion}, ini, settings};
   catalogue::StationStore store{
-      {profile, conversion}, ini, settings, icons, state, lists, unsaved, [this](controls::ListView& list) {
+      file, conversion, icons, state, lists, unsaved, [this](controls::ListView& list) {
         station_lists.SortAgain(list);
       }};
   playlist::M3uExport m3u_export{

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/state/station_row.h"
+#include "app/state/station.h"
 #include "app/state/status_sentences.h"
 #include "app/text/text_utilities.h"
 
@@ -39,13 +39,11 @@ bool IsInFile(const DeletedEntry& entry) {
 }  // namespace
 
 DeletedEntries::DeletedEntries(controls::CommandButton& UndoDelete, app::ListPair lists,
-                               platform::PrivateProfile& profile, app::IniProcedures& ini,
-                               app::Settings& settings, const StationStore& store, UnsavedRows& unsaved,
-                               app::Notices& notices)
+                               const StationFile& file, app::Settings& settings, const StationStore& store,
+                               UnsavedRows& unsaved, app::Notices& notices)
     : UndoDelete_(UndoDelete),
       lists_(lists),
-      profile_(profile),
-      ini_(ini),
+      file_(file),
       settings_(settings),
       store_(store),
       unsaved_(unsaved),
@@ -69,7 +67,7 @@ DeletedEntry DeletedEntries::EntryOf(const ListView& list, RowId row, const std:
   for (const Text& name : names) {
     const bool is_its_own =
         !is_full || unsaved_.IsSaved(row) || unsaved_.IsOwnSection(unsaved_.PartOf(row), name);
-    entry.sections.push_back({name, ini_.CopyStationSection(name), std::nullopt, is_its_own});
+    entry.sections.push_back({name, file_.Section(name), std::nullopt, is_its_own});
   }
   return entry;
 }
@@ -88,7 +86,7 @@ std::vector<DeletedEntry::Row> DeletedEntries::RowsThatStandFor(const Text& name
 }
 
 void DeletedEntries::Add(DeletedEntry entry) {
-  for (DeletedEntry::Section& section : entry.sections) section.after = ini_.CopyStationSection(section.name);
+  for (DeletedEntry::Section& section : entry.sections) section.after = file_.Section(section.name);
   entries_.push_back(std::move(entry));
   UndoDelete_.SetEnabled(true);
 }
@@ -125,7 +123,7 @@ bool DeletedEntries::RestoreSections(const DeletedEntry& entry) {
   std::vector<const ProfileSection*> missing;
   for (const DeletedEntry::Section& section : entry.sections) {
     if (!section.before) continue;
-    const auto now = ini_.CopyStationSection(section.name);
+    const auto now = file_.Section(section.name);
     if (HaveSameLines(now, section.after)) {
       missing.push_back(&*section.before);
     } else if (section.is_its_own && !HaveSameLines(now, section.before)) {
@@ -134,12 +132,12 @@ bool DeletedEntries::RestoreSections(const DeletedEntry& entry) {
     }
   }
   if (missing.empty()) return true;
-  platform::WriteGroup group(profile_);
+  platform::WriteGroup group = file_.Group();
   for (auto section = missing.rbegin(); section != missing.rend(); ++section) {
-    ini_.InsertStationSection(**section);
+    file_.Insert(**section);
   }
   if (group.End()) return true;
-  notices_.Notify(app::sentences::kNotWritten, {app::ReadablePath(ini_.StationFile())});
+  notices_.Notify(app::sentences::kNotWritten, {app::ReadablePath(file_.Path())});
   return false;
 }
 

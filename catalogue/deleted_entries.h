@@ -6,10 +6,10 @@
 #include <optional>
 #include <vector>
 
-#include "app/settings/ini_procedures.h"
 #include "app/settings/settings.h"
 #include "app/state/list_pair.h"
 #include "app/state/notices.h"
+#include "catalogue/station_file.h"
 #include "catalogue/station_store.h"
 #include "catalogue/unsaved_rows.h"
 #include "controls/captioned.h"
@@ -42,9 +42,9 @@ struct DeletedEntry {
 class DeletedEntries {
  public:
   /// `UndoDelete` is enabled while there is an entry to bring back.
-  DeletedEntries(controls::CommandButton& UndoDelete, app::ListPair lists, platform::PrivateProfile& profile,
-                 app::IniProcedures& ini, app::Settings& settings, const StationStore& store,
-                 UnsavedRows& unsaved, app::Notices& notices);
+  DeletedEntries(controls::CommandButton& UndoDelete, app::ListPair lists, const StationFile& file,
+                 app::Settings& settings, const StationStore& store, UnsavedRows& unsaved,
+                 app::Notices& notices);
 
   /// The entry of a row that is about to be deleted, whose sections in the file are `names`.
   [[nodiscard]] DeletedEntry EntryOf(const controls::ListView& list, controls::RowId row,
@@ -68,8 +68,7 @@ class DeletedEntries {
 
   controls::CommandButton& UndoDelete_;
   app::ListPair lists_;
-  platform::PrivateProfile& profile_;
-  app::IniProcedures& ini_;
+  const StationFile& file_;
   app::Settings& settings_;
   const StationStore& store_;
   UnsavedRows& unsaved_;

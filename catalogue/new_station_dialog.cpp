@@ -6,7 +6,6 @@
 
 namespace catalogue {
 
-using controls::ListRow;
 using platform::Text;
 
 NewStationDialog::NewStationDialog(controls::ListView& list, app::Settings& settings,
@@ -53,11 +52,11 @@ void NewStationDialog::CommandButton1_Click() {
     return;
   }
   form_.CommandButton1.SetEnabled(false);
-  ListRow row;
-  row.cells.Set(app::kNameCell, form_.TextBox1[0].GetText());
-  row.cells.Set(app::kGenreCell, form_.Combo1.GetText());
-  row.cells.Set(app::kLinkCell, form_.TextBox1[1].GetText());
-  SymbolListview.AddRow(std::move(row));
+  app::Station station;
+  station.name = form_.TextBox1[0].GetText();
+  station.genre = form_.Combo1.GetText();
+  station.link = form_.TextBox1[1].GetText();
+  SymbolListview.AddRow(app::RowOf(station));
   settings_.CatalogueChanged = true;
   form_.CommandButton1.SetEnabled(true);
   form_.form.Close();

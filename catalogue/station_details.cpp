@@ -14,7 +14,6 @@
 
 namespace catalogue {
 
-using controls::CheckValue;
 using controls::ListView;
 using controls::RowId;
 using platform::Text;
@@ -36,8 +35,8 @@ void StationDetails::ShowStationDetails() {
   const app::Runs::Run selection = selections_.Begin();
   state_.details_are_stale = true;
 
-  FillFields(list, row);
   const controls::ListRow worked_out = list.Rows()[*list.IndexOf(row)];
+  FillFields(worked_out);
   const Text& name = worked_out.cells[app::kNameCell];
   const Text& link = worked_out.cells[app::kLinkCell];
   state_.current_station_name = name;
@@ -81,14 +80,9 @@ bool StationDetails::StillSelected(const controls::ListRow& worked_out) const {
       [&](std::size_t cell) { return list.Cell(worked_out.id, cell) == worked_out.cells[cell]; });
 }
 
-void StationDetails::FillFields(const ListView& list, RowId row) {
+void StationDetails::FillFields(const controls::ListRow& row) {
   const app::ScopedFlag filling(state_.filling_fields);
-  parts_.TextBox1[0].SetText(list.Cell(row, app::kNameCell));
-  parts_.TextBox1[1].SetText(list.Cell(row, app::kLinkCell));
-  parts_.Combo1.SetText(list.Cell(row, app::kGenreCell));
-  parts_.Check2.SetValue(list.Cell(row, app::kFavouriteCell) == u"1" ? CheckValue::kChecked
-                                                                     : CheckValue::kUnchecked);
-  parts_.UpDownTextBox1.SetText(list.Cell(row, app::kM3uNumberCell));
+  parts_.fields.Show(app::StationOf(row.cells));
 }
 
 void StationDetails::ShowNumberField(bool shown) {

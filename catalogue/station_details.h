@@ -2,14 +2,14 @@
 // What a selected station shows: the editor's fields, and the address to play.
 // Not its title and picture, nor playing it (ui), nor editing it (catalogue/station_editor.h).
 
-#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
 
-#include "app/state/runs.h"
 #include "app/state/list_pair.h"
+#include "app/state/runs.h"
 #include "app/state/window_state.h"
+#include "catalogue/editor_fields.h"
 #include "controls/captioned.h"
 #include "controls/list_view.h"
 #include "controls/text_box.h"
@@ -23,12 +23,10 @@ namespace catalogue {
 class StationDetails {
  public:
   struct Parts {
-    std::array<controls::TextBox, 2>& TextBox1;  ///< station name, link
-    controls::ComboBox& Combo1;                  ///< genre
-    controls::CheckBox& Check2;                  ///< favourite mark
-    controls::UpDownTextBox& UpDownTextBox1;     ///< number of the entry within a playlist link
-    controls::Label& Label2;                     ///< names the number
-    controls::CommandButton& Command8_0;         ///< takes the number over
+    EditorFields fields;                      ///< name, link, genre, favourite mark, number
+    controls::UpDownTextBox& UpDownTextBox1;  ///< number of the entry within a playlist link
+    controls::Label& Label2;                  ///< names the number
+    controls::CommandButton& Command8_0;      ///< takes the number over
     app::ListPair lists;
   };
 
@@ -60,7 +58,7 @@ class StationDetails {
   void ShowStationDetails();
 
  private:
-  void FillFields(const controls::ListView& list, controls::RowId row);
+  void FillFields(const controls::ListRow& row);
   [[nodiscard]] stream::QueryFailure FailureOf(const platform::Text& address) const;
   void ShowNumberField(bool shown);
   [[nodiscard]] std::int32_t EntryNumber() const;

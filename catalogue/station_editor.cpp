@@ -29,15 +29,15 @@ StationEditor::StationEditor(Parts parts, StationWriter& writer, app::Settings& 
 void StationEditor::Command8_Click(std::size_t Index) {
   switch (Index) {
     case 0:
-      return TakeOverField(app::kM3uNumberCell, parts_.UpDownTextBox1.GetText());
+      return TakeOverField(app::kNumberField);
     case 1:
       return TakeOverAll();
     case 2:
-      return TakeOverField(app::kLinkCell, parts_.TextBox1[1].GetText());
+      return TakeOverField(app::kLinkField);
     case 3:
       return DeleteEntry();
     case 4:
-      return TakeOverField(app::kGenreCell, parts_.Combo1.GetText());
+      return TakeOverField(app::kGenreField);
     case 5:
       return actions_.launch_recorder();
     default:
@@ -45,16 +45,17 @@ void StationEditor::Command8_Click(std::size_t Index) {
   }
 }
 
-void StationEditor::TakeOverField(app::StationCell cell, const Text& value) {
+void StationEditor::TakeOverField(const app::StationField& field) {
   ListView& list = parts_.lists.Active();
   const RowId row = list.SelectedRow();
   if (row == RowId::kNone) {
     dialogs_.MessageBoxW(u"Bitte Eintrag markieren oder neu erstellen!", u"", platform::kMbIconExclamation);
     return;
   }
+  const Text value = parts_.fields.Edited({}).*field.value;
   // The genre has no part in the details; a link or number that stays the same changes none of them.
-  const bool changes_details = cell != app::kGenreCell && list.Cell(row, cell) != value;
-  writer_.WriteCell(list, row, cell, value);
+  const bool changes_details = field.cell != app::kGenreCell && list.Cell(row, field.cell) != value;
+  writer_.WriteField(list, row, field, value);
   if (changes_details) DetailsWereEdited();
 }
 
@@ -69,18 +70,18 @@ void StationEditor::TakeOverAll() {
 }
 
 void StationEditor::AddEntry() {
-  if (parts_.TextBox1[0].GetText().empty()) return;
+  if (parts_.fields.Edited({}).name.empty()) return;
   if (dialogs_.MessageBoxW(u"Soll ein neuer Eintrag hinzugefügt werden?", u"",
                            platform::kMbOkCancel | platform::kMbIconQuestion) != MessageBoxAnswer::kOk) {
     return;
   }
-  writer_.AddStation(parts_.lists.Active(), Fields());
+  writer_.AddStation(parts_.lists.Active(), parts_.fields.Edited({}));
 }
 
 void StationEditor::UpdateEntry(ListView& list, RowId row) {
-  const StationWriter::Station station = Fields();
-  const bool changes_details =
-      list.Cell(row, app::kNameCell) != station.name || list.Cell(row, app::kLinkCell) != station.link;
+  const app::Station before = app::StationOf(list.Rows()[*list.IndexOf(row)].cells);
+  const app::Station station = parts_.fields.Edited(before);
+  const bool changes_details = before.name != station.name || before.link != station.link;
   writer_.UpdateStation(list, row, station);
   if (changes_details) DetailsWereEdited();
 }
@@ -111,11 +112,6 @@ void StationEditor::CommandButton2_Click() {
   }
   settings_.CatalogueChanged = false;
   CommandButton1_Click();
-}
-
-StationWriter::Station StationEditor::Fields() const {
-  return {parts_.TextBox1[0].GetText(), parts_.TextBox1[1].GetText(), parts_.Combo1.GetText(),
-          parts_.Check2.Checked() ? u"1" : u"", parts_.UpDownTextBox1.GetText()};
 }
 
 }  // namespace catalogue

@@ -8,12 +8,12 @@
 
 #include "app/settings/settings.h"
 #include "app/state/list_pair.h"
-#include "app/state/station_row.h"
+#include "app/state/station.h"
 #include "app/state/window_state.h"
+#include "catalogue/editor_fields.h"
 #include "catalogue/station_writer.h"
 #include "controls/captioned.h"
 #include "controls/list_view.h"
-#include "controls/text_box.h"
 #include "ports/dialogs.h"
 
 namespace catalogue {
@@ -21,11 +21,8 @@ namespace catalogue {
 class StationEditor {
  public:
   struct Parts {
-    std::array<controls::TextBox, 2>& TextBox1;        ///< station name, link
-    controls::ComboBox& Combo1;                        ///< genre
+    EditorFields fields;
     controls::CheckBox& Check1;                        ///< genre view
-    controls::CheckBox& Check2;                        ///< favourite mark
-    controls::UpDownTextBox& UpDownTextBox1;           ///< number of the entry within a playlist link
     std::array<controls::CommandButton, 6>& Command8;  ///< take over number, all, link; delete; genre; record
     controls::CommandButton& CommandButton1;           ///< saves the list
     controls::CommandButton& CommandButton2;           ///< new station
@@ -49,13 +46,12 @@ class StationEditor {
   void CommandButton2_Click();
 
  private:
-  void TakeOverField(app::StationCell cell, const platform::Text& value);
+  void TakeOverField(const app::StationField& field);
   void TakeOverAll();
   void AddEntry();
   void UpdateEntry(controls::ListView& list, controls::RowId row);
   void DeleteEntry();
   void DetailsWereEdited();
-  [[nodiscard]] StationWriter::Station Fields() const;
 
   Parts parts_;
   StationWriter& writer_;

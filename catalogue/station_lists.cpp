@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/state/station_row.h"
+#include "app/state/station.h"
 #include "app/text/numbers.h"
 #include "catalogue/sort_dates.h"
 
@@ -42,12 +42,9 @@ void StationLists::Bind(ListView& list) {
 }
 
 void StationLists::CreateColumns(ListView& list) {
-  list.AddColumn({u"Station", 300});
-  list.AddColumn({u"Genre", 120});
-  list.AddColumn({u"WebLink", 120});
-  list.AddColumn({u"Favorit", 120});
-  list.AddColumn({u"Titel", 200});
-  list.AddColumn({u"M3U Nr.", 120});
+  for (const app::StationColumn& column : app::kStationColumns) {
+    list.AddColumn({platform::Text(column.caption), column.width});
+  }
 }
 
 void StationLists::SaveListindex() {

@@ -22,7 +22,7 @@ class StationLists {
 
   StationLists(app::ListPair lists, platform::StringOrder& order, app::WindowState& state, Actions actions);
 
-  /// Creates the six columns; once per list.
+  /// Creates the columns; once per list.
   static void CreateColumns(controls::ListView& list);
 
   /// Remembers the selected row's index of the full list; without a selection the memory stays.

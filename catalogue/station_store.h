@@ -1,39 +1,25 @@
 #pragma once
-// The station store: reads the station file into the two lists.
+// The station store: loads the stations of the file into the two lists.
 // Not writing rows back to it (catalogue/station_writer.h).
 
 #include <cstdint>
 #include <functional>
 #include <vector>
 
-#include "app/settings/ini_procedures.h"
-#include "app/settings/settings.h"
 #include "app/state/list_pair.h"
 #include "app/state/window_state.h"
+#include "catalogue/station_file.h"
 #include "catalogue/station_icons.h"
 #include "catalogue/unsaved_rows.h"
 #include "controls/list_view.h"
-#include "ports/private_profile.h"
 #include "ports/text_conversion.h"
 
 namespace catalogue {
 
-/// The station file: one INI section per station, named after it; keys "Station" (the name once more,
-/// never read), "Link", "Genre", "Favorit" ("1" or empty), "M3uNr" (a whole number or empty), written in
-/// this order.
 class StationStore {
  public:
-  struct Ports {
-    platform::PrivateProfile& profile;
-    platform::TextConversion& conversion;
-  };
-
-  /// The list of all names, each followed by NUL, is read into a buffer of this many characters; names
-  /// beyond it are silently missing.
-  static constexpr std::size_t kNameListCapacity = 8192;
-
   /// `sort_again` puts a list that was just filled into the order that the user chose.
-  StationStore(Ports ports, app::IniProcedures& ini, const app::Settings& settings, const StationIcons& icons,
+  StationStore(const StationFile& file, platform::TextConversion& conversion, const StationIcons& icons,
                app::WindowState& state, app::ListPair lists, UnsavedRows& unsaved,
                std::function<void(controls::ListView&)> sort_again);
 
@@ -54,19 +40,16 @@ class StationStore {
  private:
   enum class Match { kEvery, kFavourites, kGenre };
 
-  [[nodiscard]] std::vector<platform::Text> SectionNames() const;
   [[nodiscard]] std::vector<controls::ListRow> ReadRows(const platform::Text& filter) const;
   [[nodiscard]] static Match MatchOf(const platform::Text& filter);
   [[nodiscard]] bool Matches(const platform::Text& name, Match match, const platform::Text& wanted) const;
-  [[nodiscard]] platform::Text ReadKey(const platform::Text& name, const platform::Text& key) const;
   void FillFullList(std::vector<controls::ListRow> loaded);
   void ReadWrittenCells(UnsavedRow& unsaved) const;
   void LeaveOutSectionsOf(const std::vector<UnsavedRow>& unsaved,
                           std::vector<controls::ListRow>& loaded) const;
 
-  Ports ports_;
-  app::IniProcedures& ini_;
-  const app::Settings& settings_;
+  const StationFile& file_;
+  platform::TextConversion& conversion_;
   const StationIcons& icons_;
   app::WindowState& state_;
   app::ListPair lists_;

@@ -1,7 +1,7 @@
 #include "catalogue/station_views.h"
 
 #include "app/state/scoped_flag.h"
-#include "app/state/station_row.h"
+#include "app/state/station.h"
 
 namespace catalogue {
 
@@ -61,7 +61,7 @@ void StationViews::Check2_Click() {
     return;
   }
   const Text value = parts_.Check2.Checked() ? u"1" : u"";
-  writer_.WriteCell(list, row, app::kFavouriteCell, value);
+  writer_.WriteField(list, row, app::kFavouriteField, value);
 }
 
 void StationViews::ShowFiltered(const Text& filter, const Text& caption) {

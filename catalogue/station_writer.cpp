@@ -4,30 +4,23 @@
 #include <iterator>
 #include <utility>
 
+#include "app/state/station_row.h"
 #include "app/state/status_sentences.h"
-#include "app/text/numbers.h"
 #include "app/text/text_utilities.h"
-#include "catalogue/station_keys.h"
 
 namespace catalogue {
 
+using app::Station;
+using app::StationField;
 using controls::ListRow;
 using controls::ListView;
 using controls::RowId;
 using platform::Text;
 
-namespace {
-
-/// An entry number counts from 1; a text that is no number counts as 0.
-bool NamesAnEntry(const Text& number) { return app::ToNumber(number).value_or(0) >= 1; }
-
-}  // namespace
-
-StationWriter::StationWriter(platform::PrivateProfile& profile, app::IniProcedures& ini,
-                             app::Settings& settings, app::Notices& notices, const StationIcons& icons,
-                             app::ListPair lists, UnsavedRows& unsaved, DeletedEntries& deleted)
-    : profile_(profile),
-      ini_(ini),
+StationWriter::StationWriter(const StationFile& file, app::Settings& settings, app::Notices& notices,
+                             const StationIcons& icons, app::ListPair lists, UnsavedRows& unsaved,
+                             DeletedEntries& deleted)
+    : file_(file),
       settings_(settings),
       notices_(notices),
       icons_(icons),
@@ -35,29 +28,27 @@ StationWriter::StationWriter(platform::PrivateProfile& profile, app::IniProcedur
       unsaved_(unsaved),
       deleted_(deleted) {}
 
-void StationWriter::WriteCell(ListView& list, RowId row, app::StationCell cell, const Text& value) {
+void StationWriter::WriteField(ListView& list, RowId row, const StationField& field, const Text& value) {
   const Text name = list.Cell(row, app::kNameCell);
-  list.SetCell(row, cell, value);
-  const auto was =
-      ini_.CopyStationSection(name) ? UnsavedRows::SectionWas::kThere : UnsavedRows::SectionWas::kMissing;
-  if (!ini_.WriteStationIni(name, KeyOf(cell), value)) {
+  list.SetCell(row, field.cell, value);
+  const auto was = file_.Contains(name) ? UnsavedRows::SectionWas::kThere : UnsavedRows::SectionWas::kMissing;
+  if (!file_.WriteField(name, field, value)) {
     ReportUnsaved();
-    KeepCell(list, row, cell);
+    KeepField(list, row, field);
   } else if (IsFull(list)) {
-    unsaved_.CellWritten(row, cell, was);
+    unsaved_.CellWritten(row, field.cell, was);
   } else {
-    unsaved_.CellWrittenInView(name, cell, value);
+    unsaved_.CellWrittenInView(name, field.cell, value);
   }
 }
 
 void StationWriter::AddStation(ListView& list, const Station& station) {
-  ListRow row;
+  ListRow row = app::RowOf(station);
   row.icon = icons_.IconOf(station.name);
-  row.cells = {station.name, station.genre, station.link, station.favourite, u"", u""};
-  platform::WriteGroup group(profile_);
+  row.cells.Set(app::kM3uNumberCell, u"");
+  platform::WriteGroup group = file_.Group();
   const RowId added = list.AddRow(std::move(row));
-  WriteCommonKeys(station);
-  ini_.WriteStationIni(station.name, KeyOf(app::kM3uNumberCell), station.number);
+  file_.WriteWhole(station, StationFile::NumberKey::kAlways);
   if (group.End()) {
     unsaved_.StationWritten(station.name, IsFull(list) ? added : RowId::kNone);
     return KeepUnlisted(list, added, station);
@@ -69,14 +60,11 @@ void StationWriter::AddStation(ListView& list, const Station& station) {
 
 void StationWriter::UpdateStation(ListView& list, RowId row, const Station& station) {
   const Text old_name = list.Cell(row, app::kNameCell);
-  platform::WriteGroup group(profile_);
-  ini_.DeleteStationSection(old_name);
+  platform::WriteGroup group = file_.Group();
+  file_.Delete(old_name);
   if (IsFull(list)) DeleteSections(unsaved_.LeftSections(row));
   SetCells(list, row, station, Number::kNotShown);
-  WriteCommonKeys(station);
-  if (NamesAnEntry(station.number)) {
-    ini_.WriteStationIni(station.name, KeyOf(app::kM3uNumberCell), station.number);
-  }
+  file_.WriteWhole(station, StationFile::NumberKey::kIfAnEntry);
   if (!group.End()) {
     ReportUnsaved();
     return KeepStation(list, row, old_name, station);
@@ -103,7 +91,7 @@ void StationWriter::DeleteStation(ListView& list, RowId row) {
   std::vector<Text> sections{name};
   if (IsFull(list)) std::ranges::copy(unsaved_.LeftSections(row), std::back_inserter(sections));
   DeletedEntry entry = deleted_.EntryOf(list, row, sections);
-  platform::WriteGroup group(profile_);
+  platform::WriteGroup group = file_.Group();
   DeleteSections(sections);
   if (!group.End()) return RemoveRowOnly(list, row, std::move(entry));
   list.RemoveRow(row);
@@ -115,14 +103,14 @@ void StationWriter::DeleteStation(ListView& list, RowId row) {
 
 /// A section was deleted for a row of the full list; the file may hold another one of that name.
 void StationWriter::SectionIsDeleted(const Text& name, RowId row) {
-  if (ini_.CopyStationSection(name)) return;
+  if (file_.Contains(name)) return;
   if (unsaved_.StationDeleted(name, row)) settings_.CatalogueChanged = true;
 }
 
 /// The sections could not be deleted: unless the file holds nothing of it, the row comes back when the list
 /// is loaded again.
 void StationWriter::RemoveRowOnly(ListView& list, RowId row, DeletedEntry entry) {
-  notices_.Notify(app::sentences::kNotDeleted, {app::ReadablePath(ini_.StationFile())});
+  notices_.Notify(app::sentences::kNotDeleted, {app::ReadablePath(file_.Path())});
   const bool is_in_no_file = IsFull(list) && unsaved_.Contains(row) && unsaved_.PartOf(row).sections.empty();
   if (IsFull(list)) unsaved_.StationNotDeleted(row);
   list.RemoveRow(row);
@@ -132,48 +120,35 @@ void StationWriter::RemoveRowOnly(ListView& list, RowId row, DeletedEntry entry)
 }
 
 void StationWriter::WriteFullList() {
-  platform::WriteGroup group(profile_);
+  platform::WriteGroup group = file_.Group();
   for (const ListRow& row : lists_.full.Rows()) DeleteSections(unsaved_.LeftSections(row.id));
-  for (const ListRow& row : lists_.full.Rows()) {
-    for (const auto& [cell, key] : kCellKeys) {
-      const Text& value = row.cells[cell];
-      const bool is_no_entry = cell == app::kM3uNumberCell && !NamesAnEntry(value);
-      ini_.WriteStationIni(row.cells[app::kNameCell], key, is_no_entry ? Text() : value);
-    }
-  }
+  for (const ListRow& row : lists_.full.Rows()) file_.WriteListed(app::StationOf(row.cells));
   const bool written = group.End();
   settings_.CatalogueChanged = !written;
   if (!written) return ReportFailure();
   unsaved_.ListWritten();
 }
 
-void StationWriter::WriteCommonKeys(const Station& station) {
-  ini_.WriteStationIni(station.name, kNameKey, station.name);
-  ini_.WriteStationIni(station.name, KeyOf(app::kLinkCell), station.link);
-  ini_.WriteStationIni(station.name, KeyOf(app::kGenreCell), station.genre);
-  ini_.WriteStationIni(station.name, KeyOf(app::kFavouriteCell), station.favourite);
-}
-
 /// A row shows its number only after it was read from the file, or when there is no other place for it.
 void StationWriter::SetCells(ListView& list, RowId row, const Station& station, Number number) {
   list.SetCell(row, app::kNameCell, station.name);
-  list.SetCell(row, app::kGenreCell, station.genre);
-  list.SetCell(row, app::kLinkCell, station.link);
-  list.SetCell(row, app::kFavouriteCell, station.favourite);
+  for (const StationField& field : app::kStationFieldsByCell) {
+    if (field.cell != app::kM3uNumberCell) list.SetCell(row, field.cell, station.*field.value);
+  }
   if (number == Number::kNotShown) return;
   list.SetCell(row, app::kM3uNumberCell, NamesAnEntry(station.number) ? station.number : Text());
 }
 
 void StationWriter::DeleteSections(const std::vector<Text>& names) {
-  for (const Text& name : names) ini_.DeleteStationSection(name);
+  for (const Text& name : names) file_.Delete(name);
 }
 
 /// One cell of a row could not be written.
-void StationWriter::KeepCell(const ListView& list, RowId row, app::StationCell cell) {
+void StationWriter::KeepField(const ListView& list, RowId row, const StationField& field) {
   const RowId kept = IsFull(list) ? row : CarryOver(list, row, list.Cell(row, app::kNameCell));
   if (kept == RowId::kNone) return;
-  lists_.full.SetCell(kept, cell, list.Cell(row, cell));
-  unsaved_.CellNotWritten(kept, cell);
+  lists_.full.SetCell(kept, field.cell, list.Cell(row, field.cell));
+  unsaved_.CellNotWritten(kept, field.cell);
 }
 
 /// A station that has a section could not be written anew.
@@ -192,12 +167,11 @@ void StationWriter::KeepStation(ListView& list, RowId row, const Text& old_name,
 /// emptied, kNone when the file holds no such station.
 RowId StationWriter::CarryOver(const ListView& view, RowId row, const Text& name) {
   const RowId known = unsaved_.RowOfAnyList(name);
-  if (known != RowId::kNone || !ini_.CopyStationSection(name)) return known;
-  ListRow station = CopyOf(view, row);
-  for (const auto& [cell, key] : kCellKeys) {
-    station.cells.Set(cell, ini_.ReadIni(name, key, u"", settings_.StationFileName));
-  }
-  const RowId added = lists_.full.AddRow(std::move(station));
+  if (known != RowId::kNone || !file_.Contains(name)) return known;
+  ListRow carried = CopyOf(view, row);
+  const Station station = file_.Read(name);
+  for (const StationField& field : app::kStationFields) carried.cells.Set(field.cell, station.*field.value);
+  const RowId added = lists_.full.AddRow(std::move(carried));
   unsaved_.Remove(added);
   return added;
 }
@@ -208,7 +182,7 @@ ListRow StationWriter::CopyOf(const ListView& list, RowId row) {
 }
 
 void StationWriter::ReportFailure() {
-  notices_.Notify(app::sentences::kNotWritten, {app::ReadablePath(ini_.StationFile())});
+  notices_.Notify(app::sentences::kNotWritten, {app::ReadablePath(file_.Path())});
 }
 
 /// A change is in no file yet.

@@ -5,16 +5,15 @@
 
 #include <vector>
 
-#include "app/settings/ini_procedures.h"
 #include "app/settings/settings.h"
 #include "app/state/list_pair.h"
 #include "app/state/notices.h"
-#include "app/state/station_row.h"
+#include "app/state/station.h"
 #include "catalogue/deleted_entries.h"
+#include "catalogue/station_file.h"
 #include "catalogue/station_icons.h"
 #include "catalogue/unsaved_rows.h"
 #include "controls/list_view.h"
-#include "ports/private_profile.h"
 
 namespace catalogue {
 
@@ -23,29 +22,20 @@ namespace catalogue {
 /// when a filter view was edited.
 class StationWriter {
  public:
-  StationWriter(platform::PrivateProfile& profile, app::IniProcedures& ini, app::Settings& settings,
-                app::Notices& notices, const StationIcons& icons, app::ListPair lists, UnsavedRows& unsaved,
+  StationWriter(const StationFile& file, app::Settings& settings, app::Notices& notices,
+                const StationIcons& icons, app::ListPair lists, UnsavedRows& unsaved,
                 DeletedEntries& deleted);
 
-  /// What the editor's fields say of a station.
-  struct Station {
-    platform::Text name;
-    platform::Text link;
-    platform::Text genre;
-    platform::Text favourite;  ///< "1" or empty
-    platform::Text number;     ///< of the entry within a playlist link, as typed
-  };
-
-  /// Sets one cell of a row, one of those with a key, and writes it.
-  void WriteCell(controls::ListView& list, controls::RowId row, app::StationCell cell,
-                 const platform::Text& value);
+  /// Sets one cell of a row and writes it.
+  void WriteField(controls::ListView& list, controls::RowId row, const app::StationField& field,
+                  const platform::Text& value);
 
   /// Appends a row and writes its section; the number goes to the file only, as it stands.
-  void AddStation(controls::ListView& list, const Station& station);
+  void AddStation(controls::ListView& list, const app::Station& station);
 
   /// Deletes the section of the row's name, changes the row and writes its section anew; the number goes to
   /// the file only, and only from 1 upwards.
-  void UpdateStation(controls::ListView& list, controls::RowId row, const Station& station);
+  void UpdateStation(controls::ListView& list, controls::RowId row, const app::Station& station);
 
   /// Deletes the section of the row's name and removes the row.
   void DeleteStation(controls::ListView& list, controls::RowId row);
@@ -55,16 +45,16 @@ class StationWriter {
   void WriteFullList();
 
  private:
-  void WriteCommonKeys(const Station& station);
   enum class Number { kShown, kNotShown };
-  static void SetCells(controls::ListView& list, controls::RowId row, const Station& station, Number number);
-  void KeepUnlisted(const controls::ListView& list, controls::RowId row, const Station& station);
+  static void SetCells(controls::ListView& list, controls::RowId row, const app::Station& station,
+                       Number number);
+  void KeepUnlisted(const controls::ListView& list, controls::RowId row, const app::Station& station);
   void SectionIsDeleted(const platform::Text& name, controls::RowId row);
   void RemoveRowOnly(controls::ListView& list, controls::RowId row, DeletedEntry entry);
   void DeleteSections(const std::vector<platform::Text>& names);
-  void KeepCell(const controls::ListView& list, controls::RowId row, app::StationCell cell);
+  void KeepField(const controls::ListView& list, controls::RowId row, const app::StationField& field);
   void KeepStation(controls::ListView& list, controls::RowId row, const platform::Text& old_name,
-                   const Station& station);
+                   const app::Station& station);
   [[nodiscard]] controls::RowId CarryOver(const controls::ListView& view, controls::RowId row,
                                           const platform::Text& name);
   [[nodiscard]] static controls::ListRow CopyOf(const controls::ListView& list, controls::RowId row);
@@ -72,8 +62,7 @@ class StationWriter {
   void ReportFailure();
   [[nodiscard]] bool IsFull(const controls::ListView& list) const { return &list == &lists_.full; }
 
-  platform::PrivateProfile& profile_;
-  app::IniProcedures& ini_;
+  const StationFile& file_;
   app::Settings& settings_;
   app::Notices& notices_;
   const StationIcons& icons_;

@@ -4,7 +4,6 @@
 #include <iterator>
 #include <utility>
 
-#include "catalogue/station_keys.h"
 #include "catalogue/stored_name.h"
 
 namespace catalogue {
@@ -19,7 +18,7 @@ namespace {
 /// Of a row that was saved and is so no longer: its section, with every cell in it, was its own.
 PartInFile WholeStation(const Text& name) {
   PartInFile part;
-  for (const CellKey& entry : kCellKeys) part.cells.insert(entry.cell);
+  for (const app::StationField& field : app::kStationFields) part.cells.insert(field.cell);
   part.sections.push_back(name);
   return part;
 }

@@ -9,7 +9,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "app/state/station_row.h"
+#include "app/state/station.h"
 #include "controls/list_view.h"
 #include "ports/text.h"
 #include "ports/text_conversion.h"

@@ -1,11 +1,11 @@
 #include "catalogue/unsaved_rows_file.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <utility>
 
-#include "catalogue/station_keys.h"
+#include "app/state/station.h"
+#include "app/text/numbers.h"
 
 namespace catalogue {
 
@@ -17,15 +17,16 @@ namespace {
 
 constexpr std::string_view kEnd = "end ";
 constexpr std::size_t kChecksumDigits = 16;
-constexpr TextView kVersionLine = u"Funkhausplayer unsaved rows 1";
+constexpr TextView kFormatName = u"Funkhausplayer unsaved rows ";
+/// A further field of a station makes the next version, because its lines are others. The first had four.
+constexpr std::int64_t kVersion = app::kStationFields.size() - 3;
 constexpr TextView kUnchangedLine = u"changed 0";
 constexpr TextView kChangedLine = u"changed 1";
 constexpr TextView kRowWord = u"row";
 constexpr TextView kHexDigits = u"0123456789abcdef";
-constexpr std::array kKeptCells = {app::kNameCell, app::kGenreCell, app::kLinkCell, app::kFavouriteCell,
-                                   app::kM3uNumberCell};
-/// "row", the icon, the cells of the row and the cells in the station file.
-constexpr std::size_t kLeastFields = kKeptCells.size() + 3;
+/// "row", the icon, the name, the fields of the station and the cells in the station file.
+constexpr std::size_t kLeastFields = app::kStationFields.size() + 4;
+static_assert(app::kStationCells <= 10, "a cell's number is written as one digit");
 constexpr std::size_t kSurrogateDigits = 4;
 
 bool IsHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
@@ -114,12 +115,16 @@ TextView Next(TextView& rest, char16_t end) {
   return piece;
 }
 
+Text VersionLine() { return Text(kFormatName) + app::FormatNumber(kVersion); }
+
 Text RowLine(const UnsavedRow& unsaved) {
   Text line(kRowWord);
   line += unsaved.row.icon < 0 ? u"\t0" : u"\t1";
-  for (const app::StationCell cell : kKeptCells) {
+  line += u'\t';
+  AppendEscaped(line, unsaved.row.cells[app::kNameCell]);
+  for (const app::StationField& field : app::kStationFieldsByCell) {
     line += u'\t';
-    AppendEscaped(line, unsaved.row.cells[cell]);
+    AppendEscaped(line, unsaved.row.cells[field.cell]);
   }
   line += u'\t';
   for (const app::StationCell cell : unsaved.part.cells) line += static_cast<char16_t>(u'0' + cell);
@@ -132,8 +137,8 @@ Text RowLine(const UnsavedRow& unsaved) {
 }
 
 std::optional<app::StationCell> CellOf(char16_t digit) {
-  for (const CellKey& entry : kCellKeys) {
-    if (digit == u'0' + entry.cell) return entry.cell;
+  for (const app::StationField& field : app::kStationFields) {
+    if (digit == u'0' + field.cell) return field.cell;
   }
   return std::nullopt;
 }
@@ -157,10 +162,13 @@ std::optional<UnsavedRow> RowOf(TextView line, std::size_t& sections_left) {
   const TextView icon = Next(line, u'\t');
   if (icon != u"0" && icon != u"1") return std::nullopt;
   unsaved.row.icon = icon == u"1" ? 0 : -1;
-  for (const app::StationCell cell : kKeptCells) {
+  auto name = Unescaped(Next(line, u'\t'));
+  if (!name) return std::nullopt;
+  unsaved.row.cells.Set(app::kNameCell, *std::move(name));
+  for (const app::StationField& field : app::kStationFieldsByCell) {
     auto text = Unescaped(Next(line, u'\t'));
     if (!text) return std::nullopt;
-    unsaved.row.cells.Set(cell, *std::move(text));
+    unsaved.row.cells.Set(field.cell, *std::move(text));
   }
   auto cells = CellsOf(Next(line, u'\t'));
   if (!cells) return std::nullopt;
@@ -194,7 +202,7 @@ std::string WithChecksum(std::string body) {
 std::string FormatUnsavedRows(const UnsavedCatalogue& catalogue, platform::TextConversion& conversion) {
   constexpr std::size_t kLastLine = 32;
   const Text head =
-      Text(kVersionLine) + u'\n' + Text(catalogue.catalogue_changed ? kChangedLine : kUnchangedLine) + u'\n';
+      VersionLine() + u'\n' + Text(catalogue.catalogue_changed ? kChangedLine : kUnchangedLine) + u'\n';
   std::string body = conversion.WideCharToMultiByte(CodePage::kUtf8, head);
   std::size_t rows = 0;
   std::size_t sections = 0;
@@ -214,7 +222,7 @@ std::optional<UnsavedCatalogue> ParseUnsavedRows(std::string_view bytes,
   if (!body) return std::nullopt;
   const Text text = conversion.MultiByteToWideChar(CodePage::kUtf8, *body);
   TextView rest = text;
-  if (Next(rest, u'\n') != kVersionLine) return std::nullopt;
+  if (Next(rest, u'\n') != VersionLine()) return std::nullopt;
   const TextView changed = Next(rest, u'\n');
   if (changed != kChangedLine && changed != kUnchangedLine) return std::nullopt;
   UnsavedCatalogue catalogue{changed == kChangedLine, {}};

@@ -25,10 +25,10 @@ inline constexpr std::size_t kMostKeptRows = 500'000;
 inline constexpr std::size_t kLongestUnsavedRowsFile = 64U << 20U;
 
 /// UTF-8, a line each: the format's name and version; "changed" and 0 or 1; for each row "row", 0 or 1 for
-/// its icon, its name, genre, link, favourite mark and number, the numbers of the cells that the station file
-/// holds, and the sections that are its own, with tabs between; at last "end" and a checksum of all before.
-/// What would break a line is written with "\" (\\, \t, \r, \n, \uXXXX for half a pair of UTF-16). Rows
-/// beyond the limits are left out.
+/// its icon, its name, its fields (app/state/station.h) in the order of their cells, the numbers of the cells
+/// that the station file holds, and the sections that are its own, with tabs between; at last "end" and a
+/// checksum of all before. What would break a line is written with "\" (\\, \t, \r, \n, \uXXXX for half a
+/// pair of UTF-16). Rows beyond the limits are left out.
 std::string FormatUnsavedRows(const UnsavedCatalogue& catalogue, platform::TextConversion& conversion);
 
 /// Nothing for a file that is damaged, cut off, beyond the limits or of another version.

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/state/station_row.h"
+#include "app/state/station.h"
 
 namespace catalogue {
 

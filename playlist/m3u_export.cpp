@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "app/state/station_row.h"
+#include "app/state/station.h"
 #include "app/text/numbers.h"
 #include "playlist/file_dialogs.h"
 #include "playlist/text_file.h"

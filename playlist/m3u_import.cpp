@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/state/station_row.h"
+#include "app/state/station.h"
 #include "app/state/status_sentences.h"
 #include "app/text/numbers.h"
 #include "app/text/text_helpers.h"

@@ -3,7 +3,7 @@
 #include <optional>
 #include <vector>
 
-#include "app/state/station_row.h"
+#include "app/state/station.h"
 #include "app/text/numbers.h"
 #include "app/text/text_utilities.h"
 #include "ports/text_conversion.h"

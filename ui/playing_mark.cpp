@@ -4,7 +4,7 @@
 #include <span>
 #include <utility>
 
-#include "app/state/station_row.h"
+#include "app/state/station.h"
 
 namespace ui {
 

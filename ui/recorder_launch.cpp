@@ -1,6 +1,6 @@
 #include "ui/recorder_launch.h"
 
-#include "app/state/station_row.h"
+#include "app/state/station.h"
 #include "app/state/status_sentences.h"
 #include "app/text/text_utilities.h"
 

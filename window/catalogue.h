@@ -7,6 +7,7 @@
 #include "app/state/notices.h"
 #include "catalogue/deleted_entries.h"
 #include "catalogue/station_editor.h"
+#include "catalogue/station_file.h"
 #include "catalogue/station_icons.h"
 #include "catalogue/station_lists.h"
 #include "catalogue/station_store.h"
@@ -36,6 +37,7 @@ struct Catalogue {
   catalogue::StationLists lists;
   catalogue::UnsavedRows unsaved_rows;
   catalogue::UnsavedRowsKeeper keeper;
+  catalogue::StationFile station_file;
   catalogue::StationStore store;
   catalogue::DeletedEntries deleted;
   catalogue::StationWriter writer;

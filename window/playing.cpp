@@ -19,9 +19,7 @@ ui::InformationPanel::Parts PanelParts(app::Form1& form) {
 }
 
 catalogue::StationDetails::Parts DetailsParts(app::Form1& form) {
-  return {.TextBox1 = form.TextBox1,
-          .Combo1 = form.Combo1,
-          .Check2 = form.Check2,
+  return {.fields = catalogue::EditorFields(form),
           .UpDownTextBox1 = form.UpDownTextBox1,
           .Label2 = form.Label2,
           .Command8_0 = form.Command8[0],

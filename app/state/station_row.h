@@ -1,20 +1,24 @@
 #pragma once
-// What the cells of a station's row hold. Not the station file, nor the list that shows the rows.
+// A station as a row of a list, both ways. Not the list (controls/list_view.h).
 
-#include <cstddef>
+#include "app/state/station.h"
+#include "controls/list_view.h"
 
 namespace app {
 
-/// Cells of a row, which are the columns of both lists in this order.
-enum StationCell : std::size_t {
-  kNameCell = 0,
-  kGenreCell = 1,
-  kLinkCell = 2,
-  kFavouriteCell = 3,  ///< "1" or empty
-  kTitleCell = 4,      ///< the title last seen
-  kM3uNumberCell = 5,  ///< the entry wanted of a playlist link
-};
+/// Without an icon and a title.
+[[nodiscard]] inline controls::ListRow RowOf(const Station& station) {
+  controls::ListRow row;
+  row.cells.Set(kNameCell, station.name);
+  for (const StationField& field : kStationFields) row.cells.Set(field.cell, station.*field.value);
+  return row;
+}
 
-inline constexpr std::size_t kStationCells = 6;
+[[nodiscard]] inline Station StationOf(const controls::ListCells& cells) {
+  Station station;
+  station.name = cells[kNameCell];
+  for (const StationField& field : kStationFields) station.*field.value = cells[field.cell];
+  return station;
+}
 
 }  // namespace app

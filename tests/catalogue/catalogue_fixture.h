@@ -7,10 +7,11 @@
 #include <array>
 #include <string>
 
+#include "app/forms/form1.h"
 #include "app/settings/ini_procedures.h"
 #include "app/settings/settings.h"
 #include "app/state/list_pair.h"
-#include "app/state/station_row.h"
+#include "app/state/station.h"
 #include "app/state/window_state.h"
 #include "catalogue/station_editor.h"
 #include "catalogue/station_icons.h"
@@ -35,14 +36,12 @@ class CatalogueTest : public ::testing::Test {
   CatalogueTest() {
     settings.SettingsFolder = u"C:\\Cfg\\";
     settings.StationFileName = u"Funkhaus.ini";
-    ExplorerListFilter.SetVisible(false);
     StationLists::CreateColumns(SymbolListview);
     StationLists::CreateColumns(ExplorerListFilter);
     for (const char16_t* genre : {u"80er/90er", u"Pop & Hits", u"Electro,Black Music", u"Dance", u"Dance"}) {
       Combo1.AddItem(genre);
     }
     Combo1.SetListIndex(0);
-    Frame2.SetCaption(u"Gespeicherte Radiostationen");
   }
 
   void AddStation(const Text& name, const Text& genre = u"", const Text& link = u"",
@@ -87,15 +86,19 @@ class CatalogueTest : public ::testing::Test {
   app::WindowState state;
   app::IniProcedures ini{settings, profile, files, environment};
 
-  controls::ListView SymbolListview;
-  controls::ListView ExplorerListFilter;
-  controls::CheckBox Check1, Check2, Check3;
-  controls::ComboBox Combo1;
-  controls::Frame Frame2;
-  controls::CommandButton CommandButton1, CommandButton2;
-  std::array<controls::TextBox, 2> TextBox1;
-  controls::UpDownTextBox UpDownTextBox1;
-  std::array<controls::CommandButton, 6> Command8;
+  app::Form1 form1;
+  controls::ListView& SymbolListview = form1.SymbolListview;
+  controls::ListView& ExplorerListFilter = form1.ExplorerListFilter;
+  controls::CheckBox& Check1 = form1.Check1;
+  controls::CheckBox& Check2 = form1.Check2;
+  controls::CheckBox& Check3 = form1.Check3;
+  controls::ComboBox& Combo1 = form1.Combo1;
+  controls::Frame& Frame2 = form1.Frame2;
+  controls::CommandButton& CommandButton1 = form1.CommandButton1;
+  controls::CommandButton& CommandButton2 = form1.CommandButton2;
+  std::array<controls::TextBox, 2>& TextBox1 = form1.TextBox1;
+  controls::UpDownTextBox& UpDownTextBox1 = form1.UpDownTextBox1;
+  std::array<controls::CommandButton, 6>& Command8 = form1.Command8;
   app::ListPair lists{SymbolListview, ExplorerListFilter};
 
   int details_shown = 0;
@@ -106,26 +109,26 @@ class CatalogueTest : public ::testing::Test {
   StationIcons icons{{icon_port, files, conversion, dialogs}, lists};
   StationLists station_lists{lists, order, state, {[this] { ++details_shown; }, [this] { ++started; }}};
   UnsavedRows unsaved{SymbolListview, conversion};
+  StationFile station_file{{profile, conversion}, ini, settings};
   StationStore store{
-      {profile, conversion}, ini, settings, icons, state, lists, unsaved, [this](controls::ListView& list) {
+      station_file, conversion, icons, state, lists, unsaved, [this](controls::ListView& list) {
         station_lists.SortAgain(list);
       }};
-  controls::CommandButton UndoDelete;
-  DeletedEntries deleted{UndoDelete, lists, profile, ini, settings, store, unsaved, notices};
-  StationWriter writer{profile, ini, settings, notices, icons, lists, unsaved, deleted};
+  controls::CommandButton& UndoDelete = form1.UndoDelete;
+  DeletedEntries deleted{UndoDelete, lists, station_file, settings, store, unsaved, notices};
+  StationWriter writer{station_file, settings, notices, icons, lists, unsaved, deleted};
   StationViews views{{Check1, Check2, Check3, Combo1, Frame2, CommandButton1, CommandButton2, lists},
                      store,
                      station_lists,
                      writer,
                      state,
                      dialogs};
-  StationEditor editor{
-      {TextBox1, Combo1, Check1, Check2, UpDownTextBox1, Command8, CommandButton1, CommandButton2, lists},
-      writer,
-      settings,
-      state,
-      dialogs,
-      {[this] { ++recorder_launches; }, [this] { new_station_dialog(); }}};
+  StationEditor editor{{EditorFields(form1), Check1, Command8, CommandButton1, CommandButton2, lists},
+                       writer,
+                       settings,
+                       state,
+                       dialogs,
+                       {[this] { ++recorder_launches; }, [this] { new_station_dialog(); }}};
 };
 
 }  // namespace catalogue

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "app/state/station_row.h"
+#include "app/state/station.h"
 #include "player/mf_player.h"
 #include "tests/journeys/catalogue_journey.h"
 

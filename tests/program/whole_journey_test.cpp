@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "app/state/station_row.h"
+#include "app/state/station.h"
 #include "tests/program/headless_player.h"
 #include "tests/support/child_process.h"
 #include "tests/support/icy_station.h"

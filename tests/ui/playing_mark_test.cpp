@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "app/state/station_row.h"
+#include "app/state/station.h"
 
 namespace ui {
 namespace {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "app/state/station_row.h"
+#include "app/state/station.h"
 #include "catalogue/unsaved_rows_file.h"
 #include "platform/values/portable_property_values.h"
 #include "tests/support/fakes.h"
