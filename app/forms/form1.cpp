@@ -152,4 +152,25 @@ void Form1::MakeInformation() {
   Image1.SetVisible(false);
 }
 
+void Form1::VisitCaptions(const std::function<void(controls::Captioned&)>& visit) {
+  for (controls::Frame* frame : {&Frame2, &Frame1, &Frame3, &frSav}) visit(*frame);
+  for (controls::CommandButton* button : {&Command1, &Command6, &Command3, &Command2, &Command7})
+    visit(*button);
+  for (controls::Label* label : {&Label1, &lblSav, &Label5, &Label6, &Label7, &Label2, &Label4, &Label3}) {
+    visit(*label);
+  }
+  for (controls::CheckBox* box : {&ckSavMute, &Check2, &Check1, &Check3}) visit(*box);
+  for (controls::CommandButton& button : Command8) visit(button);
+  for (controls::CommandButton* button :
+       {&CommandButton1, &CommandButton2, &Command4, &Command5, &CmdInfoClose, &UndoDelete}) {
+    visit(*button);
+  }
+}
+
+void Form1::VisitTexts(const std::function<void(controls::TextControl&)>& visit) {
+  for (controls::TextBox& box : TextBox1) visit(box);
+  visit(Combo1);
+  visit(UpDownTextBox1);
+}
+
 }  // namespace app

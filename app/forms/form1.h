@@ -3,6 +3,7 @@
 // Not their behaviour, which is in one class per feature; not their widgets.
 
 #include <array>
+#include <functional>
 
 #include "controls/captioned.h"
 #include "controls/form.h"
@@ -74,6 +75,12 @@ struct Form1 {
   controls::Timer Timer1;     // peak bars, every 20 ms
   controls::Timer Timer2;     // title, every 5000 ms
   controls::Timer tmUnsaved;  // unsaved rows are kept, once after a change
+
+  // In the order in which the window is translated.
+  /// Every control with a caption, but the window itself.
+  void VisitCaptions(const std::function<void(controls::Captioned&)>& visit);
+  /// Every control with a text.
+  void VisitTexts(const std::function<void(controls::TextControl&)>& visit);
 
  private:
   void MakePanels();
