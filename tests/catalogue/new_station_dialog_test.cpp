@@ -83,6 +83,19 @@ TEST_F(NewStationDialogTest, AcceptWithoutANameTellsSoAndKeepsWhatWasTyped) {
   EXPECT_FALSE(settings.CatalogueChanged);
 }
 
+TEST_F(NewStationDialogTest, NameOfBlanksIsANameAndTheGenreTheFirstOne) {
+  Show([](app::Form2& form) {
+    EXPECT_EQ(form.Combo1.ListIndex(), 0);
+    form.TextBox1[0].SetText(u"  ");
+    form.CommandButton1.Click();
+    EXPECT_TRUE(form.form.IsClosed());
+  });
+  EXPECT_TRUE(dialogs.boxes.empty());
+  ASSERT_EQ(SymbolListview.Count(), 1U);
+  EXPECT_EQ(SymbolListview.Rows()[0].cells, (controls::ListCells{u"  ", u"80er/90er"}));
+  EXPECT_TRUE(settings.CatalogueChanged);
+}
+
 TEST_F(NewStationDialogTest, SecondClickWhileTheRowIsAddedAddsNoSecondRow) {
   int announced = 0;
   Show([&](app::Form2& form) {

@@ -108,6 +108,20 @@ TEST_F(StationEditorTest, ButtonsActOnTheFilteredListWhileItIsShown) {
   EXPECT_EQ(profile.Get(kStationFile, u"A", u"Link"), u"http://neu");
 }
 
+TEST_F(StationEditorTest, SelectionOfTheFilteredListDoesNotCountWhileThatIsHidden) {
+  Check3.Click();
+  ExplorerListFilter.Select(RowNamed(ExplorerListFilter, u"A"));
+  Check3.Click();
+  SymbolListview.Select(RowId::kNone);
+  ASSERT_NE(ExplorerListFilter.SelectedRow(), RowId::kNone);
+  profile.writes.clear();
+  for (const std::size_t index : {0U, 2U, 3U, 4U}) Command8[index].Click();
+  EXPECT_EQ(dialogs.boxes, (std::vector<Box>(3, {kMarkFirst, u"", 48})));
+  EXPECT_TRUE(profile.writes.empty());
+  EXPECT_EQ(SymbolListview.Count(), 2U);
+  EXPECT_EQ(ExplorerListFilter.Count(), 1U);
+}
+
 TEST_F(StationEditorTest, DeleteWithoutASelectionDoesNothingAndShowsNothing) {
   Command8[3].Click();
   EXPECT_TRUE(dialogs.boxes.empty());
@@ -204,6 +218,17 @@ TEST_F(StationEditorTest, UpdateWithAChangedNameReplacesTheSectionAndKeepsTheRow
   EXPECT_TRUE(dialogs.boxes.empty());
 }
 
+TEST_F(StationEditorTest, UpdateTakesEveryFieldButTheNumberIntoTheRow) {
+  const RowId row = SelectStation(u"A");
+  Fill(u"Anders", u"http://anders", u"Klassik", CheckValue::kUnchecked, u"3");
+  Command8[1].Click();
+  const auto cells = [&] { return SymbolListview.Rows()[*SymbolListview.IndexOf(row)].cells; };
+  EXPECT_EQ(cells(), (controls::ListCells{u"Anders", u"Klassik", u"http://anders", u"", u"", u"2"}));
+  Fill(u"Anders", u"http://anders", u"Klassik", CheckValue::kChecked, u"3");
+  Command8[1].Click();
+  EXPECT_EQ(cells(), (controls::ListCells{u"Anders", u"Klassik", u"http://anders", u"1", u"", u"2"}));
+}
+
 TEST_F(StationEditorTest, UpdateLeavesTheNumbersKeyOutBelowOneAndNewEntryDoesNot) {
   for (const char16_t* number : {u"0", u"", u"abc", u"0,5"}) {
     SelectStation(u"A");
@@ -259,6 +284,14 @@ TEST_F(StationEditorTest, SavingANumberBelowOneWritesAnEmptyValue) {
     SymbolListview.SetCell(RowNamed(SymbolListview, u"A"), app::kM3uNumberCell, number);
     CommandButton1.Click();
     EXPECT_EQ(profile.Get(kStationFile, u"A", u"M3uNr"), u"");
+  }
+}
+
+TEST_F(StationEditorTest, SavingWritesTheFavouriteMarkAsItStands) {
+  for (const char16_t* mark : {u"0", u"ja", u" 1", u"01", u"", u"1"}) {
+    SymbolListview.SetCell(RowNamed(SymbolListview, u"A"), app::kFavouriteCell, mark);
+    CommandButton1.Click();
+    EXPECT_EQ(profile.Get(kStationFile, u"A", u"Favorit"), mark);
   }
 }
 
@@ -328,6 +361,16 @@ TEST_F(StationEditorTest, YesInAFilterViewWritesNothingAndStillCountsAsSaved) {
   EXPECT_EQ(dialogs.boxes, (std::vector<Box>{{kSaveChanges, u"", 36}, {kRemoveFilterFirst, u"", 48}}));
   EXPECT_TRUE(profile.writes.empty());
   EXPECT_FALSE(settings.CatalogueChanged);
+}
+
+TEST_F(StationEditorTest, YesAfterTheDialogClearsTheFlagBeforeItSaves) {
+  Check3.Click();
+  new_station_dialog = [this] { settings.CatalogueChanged = true; };
+  dialogs.answers = {MessageBoxAnswer::kYes};
+  std::vector<bool> flags;
+  dialogs.on_box = [&] { flags.push_back(settings.CatalogueChanged); };
+  CommandButton2.Click();
+  EXPECT_EQ(flags, (std::vector<bool>{true, false})) << "at the question, and at the refusal to save";
 }
 
 TEST_F(StationEditorTest, RecordButtonLaunchesTheTool) {

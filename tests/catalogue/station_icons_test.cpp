@@ -58,6 +58,16 @@ TEST_F(StationIconsTest, FileThatCannotBeLoadedIsSkipped) {
   EXPECT_TRUE(dialogs.boxes.empty());
 }
 
+TEST_F(StationIconsTest, IconThatTheImageListRefusesGivesNoIconAndIsReleased) {
+  files.listing = {{u"A.ico", false, false}, {u"a.ICO", false, false}};
+  icon_port.refuses_icons = true;
+  icons.LoadStationIcons(kFolder);
+  EXPECT_EQ(icons.IconOf(u"A"), -1);
+  EXPECT_EQ(icon_port.loads.size(), 2U);
+  EXPECT_EQ(icon_port.live_icons, 0);
+  EXPECT_TRUE(dialogs.boxes.empty()) << "the name is not taken by an icon that is not there";
+}
+
 TEST_F(StationIconsTest, SecondFileOfTheSameNameIsToldAndTheLoopGoesOn) {
   files.listing = {{u"A.ico", false, false}, {u"a.ICO", false, false}, {u"B.ico", false, false}};
   icons.LoadStationIcons(kFolder);

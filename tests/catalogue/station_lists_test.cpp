@@ -63,11 +63,58 @@ TEST_F(StationListsTest, ParentRowsSortFirstWhateverTheDirection) {
   EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"..", u"..", u"B", u"A"}));
 }
 
+TEST_F(StationListsTest, ParentRowIsKnownByItsTextWhateverColumnSorts) {
+  AddRow(SymbolListview, u"B", u"A");
+  AddRow(SymbolListview, u"A", u"..");
+  AddRow(SymbolListview, u"..", u"Z");
+  AddRow(SymbolListview, u"C", u"!");
+  SymbolListview.ClickHeader(1);
+  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"..", u"C", u"A", u"B"}));
+  SymbolListview.ClickHeader(1);
+  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"..", u"B", u"A", u"C"}));
+}
+
+TEST_F(StationListsTest, EveryColumnSortsInNaturalOrder) {
+  for (controls::ListView* list : {&SymbolListview, &ExplorerListFilter}) {
+    ASSERT_EQ(list->Columns().size(), app::kStationCells);
+    for (std::size_t cell = 0; cell < app::kStationCells; ++cell) {
+      list->Clear();
+      for (const char16_t* text : {u"Radio 10", u"radio 1", u"9", u"02.01.2024", u"Radio 2", u"10.01.2023"}) {
+        controls::ListRow row;
+        row.cells.Set(cell, text);
+        list->AddRow(row);
+      }
+      list->ClickHeader(static_cast<int>(cell));
+      std::vector<Text> texts;
+      for (const controls::ListRow& row : list->Rows()) texts.push_back(row.cells[cell]);
+      EXPECT_EQ(texts,
+                (std::vector<Text>{u"02.01.2024", u"9", u"10.01.2023", u"radio 1", u"Radio 2", u"Radio 10"}))
+          << cell;
+    }
+  }
+}
+
 TEST_F(StationListsTest, RowsThatCompareEqualKeepTheirOrder) {
   AddRow(SymbolListview, u"B", u"Rock");
   AddRow(SymbolListview, u"A", u"rock");
   SymbolListview.ClickHeader(1);
   EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"B", u"A"}));
+}
+
+TEST_F(StationListsTest, ManyRowsThatCompareEqualKeepTheirOrderInBothDirections) {
+  std::vector<Text> names{u"B", u"A", u"C"};
+  for (char16_t name = u'D'; name < u'Z'; ++name) names.insert(names.begin() + 1, Text(1, name));
+  for (const Text& name : names) AddRow(SymbolListview, name, u"Rock");
+  SymbolListview.ClickHeader(1);
+  EXPECT_EQ(Names(SymbolListview), names);
+  SymbolListview.ClickHeader(1);
+  EXPECT_EQ(Names(SymbolListview), names);
+  SymbolListview.Clear();
+  for (const char16_t* name : {u"B", u"A", u"C"}) AddRow(SymbolListview, name, u"Rock");
+  for (int click = 0; click < 2; ++click) {
+    SymbolListview.ClickHeader(1);
+    EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"B", u"A", u"C"}));
+  }
 }
 
 controls::ListRow RowOf(const Text& text) {
@@ -146,6 +193,18 @@ TEST_F(StationListsTest, RestoringFindsTheRememberedStationWhenAnotherStandsInIt
   SymbolListview.Select(controls::RowId::kNone);
   station_lists.RestoreListindex();
   EXPECT_EQ(SymbolListview.SelectedRow(), second);
+}
+
+TEST_F(StationListsTest, EverySwitchRemembersItsOwnStation) {
+  for (const char16_t* name : {u"A", u"B", u"C", u"D"}) AddRow(SymbolListview, name);
+  for (const char16_t* name : {u"B", u"D", u"C"}) {
+    SymbolListview.Select(RowNamed(SymbolListview, name));
+    station_lists.SaveListindex();
+  }
+  SymbolListview.RemoveRow(RowNamed(SymbolListview, u"A"));
+  SymbolListview.Select(controls::RowId::kNone);
+  station_lists.RestoreListindex();
+  EXPECT_EQ(SymbolListview.Cell(SymbolListview.SelectedRow(), app::kNameCell), u"C");
 }
 
 TEST_F(StationListsTest, RestoringAStationThatIsGoneSelectsWhatStandsInItsPlace) {

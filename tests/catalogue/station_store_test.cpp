@@ -62,6 +62,29 @@ TEST_F(StationStoreTest, GenreNamedOneCanNeverBeFilteredFor) {
   EXPECT_EQ(ExplorerListFilter.Count(), 0U);
 }
 
+TEST_F(StationStoreTest, FilterThatOnlyBeginsOrEndsWithOneIsAGenre) {
+  AddStation(u"A", u"1990er");
+  AddStation(u"B", u"Top 1");
+  AddStation(u"C", u"Rock", u"", u"1");
+  AddStation(u"D", u"Rock", u"", u"1990er");
+  store.LoadStations(u"1990er");
+  EXPECT_EQ(Names(ExplorerListFilter), std::vector<Text>{u"A"});
+  store.LoadStations(u"Top 1");
+  EXPECT_EQ(Names(ExplorerListFilter), std::vector<Text>{u"B"});
+}
+
+TEST_F(StationStoreTest, GenreIsComparedAsAWhole) {
+  AddStation(u"A", u"Rock");
+  AddStation(u"B", u"Rock & Roll");
+  AddStation(u"C", u"Hard Rock");
+  AddStation(u"D", u"Roc");
+  AddStation(u"E");
+  store.LoadStations(u"Rock");
+  EXPECT_EQ(Names(ExplorerListFilter), std::vector<Text>{u"A"});
+  store.LoadStations(u"Hard Rock");
+  EXPECT_EQ(Names(ExplorerListFilter), std::vector<Text>{u"C"});
+}
+
 TEST_F(StationStoreTest, FilteredListIsEmptiedBeforeItIsFilled) {
   AddStation(u"A", u"Rock");
   AddRow(ExplorerListFilter, u"alt");

@@ -121,6 +121,22 @@ TEST_F(UnsavedRowsTest, RowGoesWhenAFilterViewDeletesTheSectionThatItsCellsMade)
   EXPECT_EQ(List(), std::vector<Cells>{kOld});
 }
 
+TEST_F(UnsavedRowsTest, OfSeveralRowsOnlyTheOneGoesWhoseSectionAFilterViewDeletes) {
+  const std::vector<Text> names{u"Neu", u"Neu 2", u"Neu 3", u"Neu 4"};
+  for (std::size_t index = 1; index < names.size(); ++index) AddRow(SymbolListview, names[index]);
+  for (const Text& name : names) Mark(SymbolListview, InList(name));
+  std::vector<Text> left = names;
+  for (const char16_t* gone : {u"Neu 2", u"Neu", u"Neu 4"}) {
+    Check3.Click();
+    Delete(ExplorerListFilter, InView(gone));
+    std::erase(left, gone);
+    EXPECT_EQ(UnsavedNames(), left);
+    Check3.Click();
+    EXPECT_EQ(UnsavedNames(), left) << "and after the list was loaded again";
+  }
+  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"Alt", u"Neu 3"}));
+}
+
 TEST_F(UnsavedRowsTest, RowGoesWhenAFilterViewRenamesItsStation) {
   Mark(SymbolListview, fresh);
   Check3.Click();

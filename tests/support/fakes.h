@@ -159,7 +159,9 @@ class FakeIcons : public platform::Icons {
     created.push_back({width, height, static_cast<int>(flags), initial, grow});
     return platform::ImageListHandle{7};
   }
-  int ImageList_AddIcon(platform::ImageListHandle, platform::IconHandle) override { return images++; }
+  int ImageList_AddIcon(platform::ImageListHandle, platform::IconHandle) override {
+    return refuses_icons ? -1 : images++;
+  }
   bool ImageList_Destroy(platform::ImageListHandle) override {
     ++destroyed_lists;
     return true;
@@ -188,6 +190,7 @@ class FakeIcons : public platform::Icons {
   std::vector<std::vector<int>> created;
   std::vector<std::pair<Text, std::pair<int, int>>> loads;
   int images = 0;
+  bool refuses_icons = false;  ///< into an image list
   int live_icons = 0;
   int live_pictures = 0;
   int destroyed_lists = 0;

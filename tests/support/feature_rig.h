@@ -12,10 +12,11 @@
 #include "app/settings/ini_procedures.h"
 #include "app/settings/language.h"
 #include "app/settings/settings.h"
+#include "app/state/list_pair.h"
 #include "app/state/runs.h"
 #include "app/state/station_row.h"
 #include "app/state/window_state.h"
-#include "platform/icu/text_conversion.h"
+#include "tests/support/plain_text_conversion.h"
 #include "stream/cls_funkhaus.h"
 #include "tests/support/fakes.h"
 #include "tests/support/memory_files.h"
@@ -87,7 +88,7 @@ class FeatureTest : public ::testing::Test {
   FakeMessageLoop message_loop;
   FakeClock clock;
   FakePlaybackMonitor playback_monitor;
-  platform::icu::IcuTextConversion conversion;
+  PlainTextConversion conversion;
 
   app::Settings settings;
   app::IniProcedures ini{settings, profile, files, environment};

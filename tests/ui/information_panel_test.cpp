@@ -74,6 +74,27 @@ TEST_F(InformationPanelTest, SelectedStationWithoutAPictureHidesAndClearsTheImag
   }
 }
 
+TEST_F(InformationPanelTest, TallPictureKeepsItsAspectToo) {
+  GivePicture(u"A");
+  icons.picture_width = 15000;
+  icons.picture_height = 30000;
+  panel.ShowSelected(u"A");
+  const controls::Place picture = form.Image1.GetPlace();
+  EXPECT_GT(picture.width, 0);
+  EXPECT_NEAR(picture.height, 2 * picture.width, 2);
+  EXPECT_LE(picture.top + picture.height, form.Frame3.GetPlace().height);
+}
+
+TEST_F(InformationPanelTest, PictureIsReleasedWhenTheNextStationsIsShown) {
+  for (const char16_t* name : {u"A", u"B"}) GivePicture(name);
+  for (const char16_t* name : {u"A", u"B", u"A"}) {
+    panel.ShowSelected(name);
+    EXPECT_EQ(icons.live_pictures, 1);
+    EXPECT_EQ(icons.picture_paths[form.Image1.Picture()],
+              u"C:\\Programme\\Funkhaus\\RadioJPG\\" + Text(name) + u".jpg");
+  }
+}
+
 TEST_F(InformationPanelTest, PictureThatCannotBeDecodedLeavesNoneOfTheStationBefore) {
   GivePicture(u"A");
   GivePicture(u"B");

@@ -52,6 +52,24 @@ TEST(Form1Test, StopAndTheListsEndWaits) {
   EXPECT_FALSE(form.hscSavVolume.EndsWaiting());
 }
 
+TEST(Form1Test, ViewBoxesCarryTheirCaptions) {
+  const Form1 form;
+  EXPECT_EQ(form.Check1.Caption(), u"Genre-Filteransicht");
+  EXPECT_EQ(form.Check3.Caption(), u"Favoritenansicht");
+}
+
+TEST(Form1Test, TakeOverButtonsStandInTheRowsOfTheirFields) {
+  const Form1 form;
+  const std::vector<std::pair<std::size_t, const controls::Control*>> fields = {
+      {1, &form.TextBox1[0]}, {2, &form.TextBox1[1]}, {4, &form.Combo1}, {0, &form.UpDownTextBox1}};
+  for (const auto& [index, field] : fields) {
+    const controls::Place& button = form.Command8[index].GetPlace();
+    EXPECT_EQ(button.top, field->GetPlace().top) << index;
+    EXPECT_EQ(button.height, field->GetPlace().height) << index;
+    EXPECT_GE(button.left, field->GetPlace().left + field->GetPlace().width) << index;
+  }
+}
+
 TEST(Form1Test, TakeOverButtonsShowACheckMark) {
   const Form1 form;
   for (const std::size_t index : {0U, 1U, 2U, 4U}) {

@@ -107,6 +107,28 @@ TEST(TranslationTest, EveryCaptionAndTextIsTranslatedOnceWithItselfAsTheKey) {
   }
 }
 
+TEST(TranslationTest, ColumnsOfTheFullListAreLookedUpFirstThenThoseOfTheFilteredOneThenTheControls) {
+  Form1 form1;
+  for (const char16_t* caption : {u"voll 1", u"voll 2"}) form1.SymbolListview.AddColumn({caption});
+  for (const char16_t* caption : {u"gefiltert 1", u"gefiltert 2"})
+    form1.ExplorerListFilter.AddColumn({caption});
+  std::vector<Text> looked_up;
+  TranslateForm(form1, [&](const Text& text) {
+    looked_up.push_back(text);
+    return text;
+  });
+  const auto place = [&](const Text& text) {
+    return std::find(looked_up.begin(), looked_up.end(), text) - looked_up.begin();
+  };
+  std::vector<std::ptrdiff_t> places;
+  for (const char16_t* text :
+       {u"Funkhausplayer", u"voll 1", u"voll 2", u"gefiltert 1", u"gefiltert 2", u"Start"}) {
+    places.push_back(place(text));
+  }
+  EXPECT_TRUE(std::is_sorted(places.begin(), places.end()));
+  EXPECT_LT(places.back(), std::ssize(looked_up));
+}
+
 TEST(TranslationTest, WordsOfBothListsAreTranslated) {
   const Form1 german;
   Form1 form1;
