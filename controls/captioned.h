@@ -21,13 +21,47 @@ class Captioned : public Control {
   Text caption_;
 };
 
-class Label final : public Captioned {};
+enum class LabelLook {
+  kCaption,       ///< a short text on one line
+  kRightCaption,  ///< the same at the right end of its place
+  kText,          ///< of any length: wrapped to its width, ended by dots where its height ends
+  kBoldText,
+  kStatusLine,  ///< one line along the window's lower edge, below the window's inner size
+};
+
+class Label final : public Captioned {
+ public:
+  [[nodiscard]] LabelLook Look() const { return look_; }
+  void SetLook(LabelLook look) { Set(look_, look); }
+
+ private:
+  LabelLook look_ = LabelLook::kCaption;
+};
+
+enum class FrameLook {
+  kTitled,  ///< a border with the caption in it
+  kPlain,   ///< nothing is drawn, it only holds its controls together
+  kPanel,   ///< a filled panel that may lie over other controls
+};
 
 /// A box with a caption that holds other controls; hiding it hides them.
-class Frame final : public Captioned {};
+class Frame final : public Captioned {
+ public:
+  [[nodiscard]] FrameLook Look() const { return look_; }
+  void SetLook(FrameLook look) { Set(look_, look); }
+
+ private:
+  FrameLook look_ = FrameLook::kTitled;
+};
 
 /// How a button's caption is drawn: as text, or as the glyph that the caption stands for in a symbol font.
 enum class Glyph { kNone, kCheckMark, kLoudspeaker, kClose, kPaste };
+
+enum class ButtonLook {
+  kRaised,
+  kFlat,  ///< no border
+  kNone,  ///< there is no button to be seen, only a key or an entry in a menu
+};
 
 class CommandButton final : public Captioned {
  public:
@@ -42,12 +76,15 @@ class CommandButton final : public Captioned {
 
   [[nodiscard]] Glyph GetGlyph() const { return glyph_; }
   void SetGlyph(Glyph glyph) { Set(glyph_, glyph); }
+  [[nodiscard]] ButtonLook Look() const { return look_; }
+  void SetLook(ButtonLook look) { Set(look_, look); }
 
   Event<> Clicked;
   Event<> ContextClicked;
 
  private:
   Glyph glyph_ = Glyph::kNone;
+  ButtonLook look_ = ButtonLook::kRaised;
 };
 
 enum class CheckValue { kUnchecked = 0, kChecked = 1 };

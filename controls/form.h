@@ -25,6 +25,17 @@ class Form final : public Captioned {
     if (Move(place)) Resized.Raise();
   }
 
+  /// The inner size (twips) below which the user cannot make the window smaller; 0 x 0 is no limit.
+  [[nodiscard]] int SmallestWidth() const { return smallest_width_; }
+  [[nodiscard]] int SmallestHeight() const { return smallest_height_; }
+  void SetSmallestSize(int width, int height) {
+    Set(smallest_width_, width);
+    Set(smallest_height_, height);
+  }
+  /// A window that the user can make neither smaller nor larger. False at first.
+  [[nodiscard]] bool FixedSize() const { return fixed_size_; }
+  void SetFixedSize(bool fixed_size) { Set(fixed_size_, fixed_size); }
+
   /// Closes the window: asks (QueryUnload), then unloads. Once only.
   void Close(CloseReason reason = CloseReason::kUser) {
     // The end of the session may come while the user is still being asked.
@@ -48,6 +59,9 @@ class Form final : public Captioned {
   Event<> Closed;
 
  private:
+  int smallest_width_ = 0;
+  int smallest_height_ = 0;
+  bool fixed_size_ = false;
   bool closing_ = false;
   bool closed_ = false;
   CloseReason reason_ = CloseReason::kUser;

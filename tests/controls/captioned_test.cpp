@@ -27,6 +27,21 @@ TEST(Control, AnnouncesEachPropertyThatTakesAnotherValue) {
   EXPECT_EQ(label.ToolTip(), u"Hinweis");
 }
 
+TEST(Control, AnnouncesAnotherLook) {
+  Label label;
+  Frame frame;
+  CommandButton button;
+  int changes = 0;
+  Subscriptions changed;
+  for (Control* control : std::initializer_list<Control*>{&label, &frame, &button}) {
+    changed += control->Changed.Subscribe([&] { ++changes; });
+  }
+  label.SetLook(LabelLook::kText);
+  frame.SetLook(FrameLook::kPanel);
+  button.SetLook(ButtonLook::kFlat);
+  EXPECT_EQ(changes, 3);
+}
+
 TEST(Control, RefusesANegativeSize) {
   Frame frame;
   frame.Move({1, 2, 3, 4});

@@ -27,6 +27,17 @@ class FormTest : public testing::Test {
 
 using Log = std::vector<std::string>;
 
+TEST_F(FormTest, OtherLimitsOfTheSizeAreAnnounced) {
+  int changes = 0;
+  const auto changed = form_.Changed.Subscribe([&] { ++changes; });
+  form_.SetSmallestSize(100, 200);
+  form_.SetFixedSize(true);
+  EXPECT_EQ(form_.SmallestWidth(), 100);
+  EXPECT_EQ(form_.SmallestHeight(), 200);
+  EXPECT_TRUE(form_.FixedSize());
+  EXPECT_EQ(changes, 3);
+}
+
 TEST_F(FormTest, ClosingAsksThenUnloadsThenIsClosed) {
   EXPECT_FALSE(form_.Closing());
   form_.Close();

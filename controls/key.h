@@ -1,0 +1,19 @@
+#pragma once
+// A key that stands for a control of a window. Not the keys that a kind of control knows by itself.
+
+namespace controls {
+
+/// By its character in capitals: u'S' with Ctrl, or Enter or Escape alone. The default is no key.
+struct Key {
+  char16_t character = 0;
+  bool with_control = false;
+
+  [[nodiscard]] constexpr explicit operator bool() const { return character != 0; }
+  friend constexpr bool operator==(const Key&, const Key&) = default;
+};
+
+inline constexpr Key kEnterKey{u'\r'};
+inline constexpr Key kEscapeKey{u'\x1b'};
+constexpr Key WithControl(char16_t letter) { return {letter, true}; }
+
+}  // namespace controls
