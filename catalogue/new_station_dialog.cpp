@@ -1,5 +1,6 @@
 #include "catalogue/new_station_dialog.h"
 
+#include "app/forms/translation.h"
 #include "app/state/genre_list.h"
 #include "app/state/station_row.h"
 #include "app/text/text_helpers.h"
@@ -36,13 +37,8 @@ void NewStationDialog::Load() {
 }
 
 void NewStationDialog::Translate() {
-  const auto translate = [this](controls::Captioned& control) {
-    control.SetCaption(language_.GetLangText(control.Caption(), control.Caption()));
-  };
-  for (controls::Label& label : form_.Label2) translate(label);
-  translate(form_.Label1);
-  translate(form_.CommandButton1);
-  translate(form_.CommandButton2);
+  app::TranslateCaptions(form_.inventory,
+                         [this](const Text& text) { return language_.GetLangText(text, text); });
 }
 
 void NewStationDialog::CommandButton1_Click() {

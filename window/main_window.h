@@ -29,6 +29,8 @@ class MainWindow {
 
   app::Form1& Controls() { return form1_; }
   [[nodiscard]] const app::Settings& GetSettings() const { return settings_; }
+  /// Translates once `Load` has chosen the language.
+  [[nodiscard]] const app::Language& GetLanguage() const { return language_; }
   [[nodiscard]] const app::WindowState& State() const { return state_; }
   /// The stream client, from Load until the window is unloaded; null otherwise.
   [[nodiscard]] const std::shared_ptr<stream::clsFunkhaus>& StreamClient() const { return cFunkhaus; }

@@ -18,28 +18,42 @@ constexpr int kTakeOverWidth = 420;
 
 }  // namespace
 
+// Each step lists its controls first, so the order of the steps is part of the tab order.
 Form1::Form1() {
   form.SetCaption(u"Funkhausplayer");
   form.Move({0, 0, 15360, 10500});
-  MakePanels();
+  // Less leaves no room for the bottom panel and the list; at this height the information panel, which lies
+  // over the list then, still stands inside the window.
+  form.SetSmallestSize(9900, 7410);
   MakeLists();
+  Add({{"Frame1", &Frame1}});
+  Frame1.SetLook(controls::FrameLook::kPlain);
+  Frame1.Move({150, 6900, 9225, 3480});
   MakePlaying();
+  MakeVolume();
   MakeEditor();
+  MakeEditorButtons();
   MakeViews();
   MakeInformation();
+  Add({{"StatusLine", &StatusLine}});
+  StatusLine.SetLook(controls::LabelLook::kStatusLine);
+  StatusLine.Move({0, 10500, 15360, 360});
+  Add({{"tmPlay", &tmPlay}, {"Timer1", &Timer1}, {"Timer2", &Timer2}, {"tmUnsaved", &tmUnsaved}});
   tmPlay.SetInterval(500);
   Timer1.SetInterval(20);
   Timer2.SetInterval(5000);
 }
 
-void Form1::MakePanels() {
-  Frame2.SetCaption(u"Gespeicherte Radiostationen");
-  Frame2.Move({60, 60, 15240, 10380});
-  Frame1.Move({150, 6900, 9225, 3480});
-  StatusLine.Move({0, 10500, 15360, 360});
+void Form1::Add(std::initializer_list<FormControl> more) {
+  inventory.insert(inventory.end(), more.begin(), more.end());
 }
 
 void Form1::MakeLists() {
+  Add({{"Frame2", &Frame2, nullptr, {.hint = u"Zur Liste", .key = controls::WithControl(u'F')}},
+       {"SymbolListview", &SymbolListview, &Frame2, {.named_by = &Frame2}},
+       {"ExplorerListFilter", &ExplorerListFilter, &Frame2, {.named_by = &Frame2}}});
+  Frame2.SetCaption(u"Gespeicherte Radiostationen");
+  Frame2.Move({60, 60, 15240, 10380});
   SymbolListview.SetEmptyText(
       u"Die Liste ist noch leer. „Sender hinzufügen“ nimmt einen Sender auf, „M3U laden...“ eine ganze "
       u"Liste; "
@@ -53,11 +67,20 @@ void Form1::MakeLists() {
     list->Move({45, 330, 15150, 6480});
     list->SetMarkText(controls::RowMark::kPlaying, u"wird abgespielt");
     list->SetMarkText(controls::RowMark::kWaiting, u"wartet auf Ton");
+    keys_ += list->DeletePressed.Subscribe([this] { Command8[3].Click(); });
   }
   ExplorerListFilter.SetVisible(false);
 }
 
 void Form1::MakePlaying() {
+  Add({{"Command1", &Command1, &Frame1, {.menu = MenuEntry::kOpenRow}},
+       {"Command6", &Command6, &Frame1},
+       {"Command3",
+        &Command3,
+        &Frame1,
+        {.hint = u"Rechtsklick oder Menütaste: laufende Titelanzeige ein oder aus"}},
+       {"Command2", &Command2, &Frame1},
+       {"Label1", &Label1, &Frame1}});
   Command1.SetCaption(u"Start");
   Command1.Move({kColumns[0], kRows[0], kButtonWidth, kRowHeight});
   Command6.SetCaption(u"Stop");
@@ -68,7 +91,15 @@ void Form1::MakePlaying() {
   Command2.SetCaption(u"Sender suchen");
   Command2.Move({kColumns[3], kRows[0], kButtonWidth, kRowHeight});
   Label1.Move({kColumns[2], kRows[1], 4530, kRowHeight});
+}
 
+void Form1::MakeVolume() {
+  Add({{"frSav", &frSav, &Frame1},
+       {"lblSav", &lblSav, &frSav},
+       {"hscSavVolume", &hscSavVolume, &frSav, {.named_by = &lblSav}},
+       {"ckSavMute", &ckSavMute, &frSav},
+       {"Command7", &Command7, &frSav}});
+  frSav.SetLook(controls::FrameLook::kPlain);
   frSav.Move({kColumns[0], kRows[1], 4530, kRowHeight});
   lblSav.SetCaption(u"Lautstärke");
   lblSav.Move({0, 0, 1140, kRowHeight});
@@ -84,6 +115,22 @@ void Form1::MakePlaying() {
 }
 
 void Form1::MakeEditor() {
+  // Each field is followed by the button that takes it over.
+  Add({{"Label5", &Label5, &Frame1},
+       {"TextBox1_0", &TextBox1[0], &Frame1, {.named_by = &Label5}},
+       {"Command8_1", &Command8[1], &Frame1},
+       {"Label6", &Label6, &Frame1},
+       {"TextBox1_1", &TextBox1[1], &Frame1, {.named_by = &Label6}},
+       {"Command8_2", &Command8[2], &Frame1},
+       {"Label7", &Label7, &Frame1},
+       {"Combo1", &Combo1, &Frame1, {.named_by = &Label7}},
+       {"Command8_4", &Command8[4], &Frame1},
+       {"Check2", &Check2, &Frame1},
+       {"Label2", &Label2, &Frame1},
+       {"UpDownTextBox1", &UpDownTextBox1, &Frame1, {.named_by = &Label2}},
+       // Its tooltip names the genre as that of another button does; whoever hears the names needs both
+       // apart.
+       {"Command8_0", &Command8[0], &Frame1, {.accessible_name = u"M3U-Nummer übernehmen"}}});
   Label5.SetCaption(u"Station");
   Label5.Move({0, kRows[2], kCaptionWidth, kRowHeight});
   TextBox1[0].Move({kFieldLeft, kRows[2], kFieldWidth, kRowHeight});
@@ -96,9 +143,15 @@ void Form1::MakeEditor() {
   Check2.SetCaption(u"Favorit");
   Check2.Move({kFieldLeft, kRows[5], 1800, kRowHeight});
   Label2.SetCaption(u"M3U-Nr.:");
+  Label2.SetLook(controls::LabelLook::kRightCaption);
   Label2.Move({4050, kRows[5], 1110, kRowHeight});
   UpDownTextBox1.Move({5220, kRows[5], 1140, kRowHeight});
+}
 
+void Form1::MakeEditorButtons() {
+  Add({{"Command8_3", &Command8[3], &Frame1, {.menu = MenuEntry::kDeleteRow}},
+       {"UndoDelete", &UndoDelete, &Frame1, {.key = controls::WithControl(u'Z'), .menu = MenuEntry::kClick}},
+       {"Command8_5", &Command8[5], &Frame1}});
   constexpr std::array<std::size_t, 4> kTakeOver = {1, 2, 4, 0};
   for (std::size_t row = 0; row < kTakeOver.size(); ++row) {
     controls::CommandButton& button = Command8[kTakeOver[row]];
@@ -114,12 +167,30 @@ void Form1::MakeEditor() {
   Command8[3].SetToolTip(u"Eintrag löschen");
   Command8[3].Move({kColumns[0], kRows[6], kButtonWidth, kRowHeight});
   UndoDelete.SetCaption(u"Löschen zurücknehmen");
+  UndoDelete.SetLook(controls::ButtonLook::kNone);
   Command8[5].SetCaption(u"Aufnehmen...");
   Command8[5].SetToolTip(u"Startet das Aufnahme-Tool OZRecordFunkhaus");
   Command8[5].Move({kColumns[1], kRows[6], kButtonWidth, kRowHeight});
 }
 
 void Form1::MakeViews() {
+  Add({{"Check1", &Check1, &Frame1},
+       {"Check3", &Check3, &Frame1},
+       // In a filter view, which hides the button, the key leads to the box that says why nothing is saved.
+       {"CommandButton1",
+        &CommandButton1,
+        &Frame1,
+        {.hint = u"Liste speichern",
+         .key = controls::WithControl(u'S'),
+         .key_while_hidden = KeyWhileHidden::kWorks,
+         .menu = MenuEntry::kClickBelowALine}},
+       // A station that is made in a filter view could not be saved there.
+       {"CommandButton2",
+        &CommandButton2,
+        &Frame1,
+        {.key = controls::WithControl(u'N'), .menu = MenuEntry::kClick}},
+       {"Command4", &Command4, &Frame1},
+       {"Command5", &Command5, &Frame1}});
   Check1.SetCaption(u"Genre-Filteransicht");
   Check1.Move({kColumns[3], kRows[2], kButtonWidth, kRowHeight});
   Check3.SetCaption(u"Favoritenansicht");
@@ -136,41 +207,31 @@ void Form1::MakeViews() {
 }
 
 void Form1::MakeInformation() {
+  Add({{"ProgressBar1_0", &ProgressBar1[0], nullptr, {.accessible_name = u"Pegel links"}},
+       {"ProgressBar1_1", &ProgressBar1[1], nullptr, {.accessible_name = u"Pegel rechts"}},
+       {"Frame3", &Frame3, nullptr, {.accessible_name = u"Informationen zum Sender"}},
+       {"Image1", &Image1, &Frame3, {.accessible_name = u"Senderbild"}},
+       {"Label4", &Label4, &Frame3},
+       {"Label3", &Label3, &Frame3},
+       {"CmdInfoClose", &CmdInfoClose, &Frame3, {.accessible_name = u"Informationen schließen"}}});
   for (controls::ProgressBar& bar : ProgressBar1) {
     bar.SetRange(0, 10000);
     bar.Move({9405, 6960, 180, 3360});
     bar.SetVisible(false);
   }
+  Frame3.SetLook(controls::FrameLook::kPanel);
   Frame3.Move({9855, 6930, 3600, 3420});
   Frame3.SetVisible(false);
+  Image1.SetVisible(false);
   Label4.SetCaption(u"Titel:");
+  Label4.SetLook(controls::LabelLook::kBoldText);
   Label4.Move({150, 120, 2955, 735});
+  Label3.SetLook(controls::LabelLook::kText);
+  Label3.Move({150, 900, 3300, 2400});
   CmdInfoClose.SetCaption(u"x");
   CmdInfoClose.SetGlyph(controls::Glyph::kClose);
+  CmdInfoClose.SetLook(controls::ButtonLook::kFlat);
   CmdInfoClose.Move({3165, 90, 360, 360});
-  Label3.Move({150, 900, 3300, 2400});
-  Image1.SetVisible(false);
-}
-
-void Form1::VisitCaptions(const std::function<void(controls::Captioned&)>& visit) {
-  for (controls::Frame* frame : {&Frame2, &Frame1, &Frame3, &frSav}) visit(*frame);
-  for (controls::CommandButton* button : {&Command1, &Command6, &Command3, &Command2, &Command7})
-    visit(*button);
-  for (controls::Label* label : {&Label1, &lblSav, &Label5, &Label6, &Label7, &Label2, &Label4, &Label3}) {
-    visit(*label);
-  }
-  for (controls::CheckBox* box : {&ckSavMute, &Check2, &Check1, &Check3}) visit(*box);
-  for (controls::CommandButton& button : Command8) visit(button);
-  for (controls::CommandButton* button :
-       {&CommandButton1, &CommandButton2, &Command4, &Command5, &CmdInfoClose, &UndoDelete}) {
-    visit(*button);
-  }
-}
-
-void Form1::VisitTexts(const std::function<void(controls::TextControl&)>& visit) {
-  for (controls::TextBox& box : TextBox1) visit(box);
-  visit(Combo1);
-  visit(UpDownTextBox1);
 }
 
 }  // namespace app

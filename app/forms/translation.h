@@ -1,5 +1,5 @@
 #pragma once
-// Puts the main window into the language of the language file. Not the look-up itself, which is handed in.
+// Puts a form's controls into the language of the language file. Not the look-up itself, which is handed in.
 
 #include <functional>
 
@@ -10,8 +10,12 @@ namespace app {
 /// Returns the text's translation, or the text itself when it has none.
 using LookUp = std::function<controls::Text(const controls::Text&)>;
 
-/// Replaces the window's caption, the column captions and words of both lists, and every control's caption
-/// and text by their translations; what has none stays as it is.
+/// Replaces what the controls say by its translation: captions, hints and accessible names, and a list's
+/// column captions and words; what has none, and tooltips, stay as they are. To be called before a front
+/// end walks the inventory.
+void TranslateCaptions(Inventory& inventory, const LookUp& translated);
+
+/// The whole main window: its caption, and the texts of its fields too.
 void TranslateForm(Form1& form1, const LookUp& translated);
 
 }  // namespace app

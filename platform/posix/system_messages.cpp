@@ -6,14 +6,11 @@ namespace {
 struct Message {
   std::uint32_t code;
   const char16_t* german;
-  const char16_t* english;
 };
 
 constexpr Message kMessages[] = {
-    {0x80070002, u"Das System kann die angegebene Datei nicht finden.\r\n",
-     u"The system cannot find the file specified.\r\n"},
-    {0xC00D36C4, u"Der Bytestreamtyp der angegebenen URL wird nicht unterstützt.\r\n",
-     u"The byte stream type of the given URL is unsupported.\r\n"},
+    {0x80070002, u"Das System kann die angegebene Datei nicht finden."},
+    {0xC00D36C4, u"Der Bytestreamtyp der angegebenen URL wird nicht unterstützt."},
 };
 
 }  // namespace
@@ -21,7 +18,7 @@ constexpr Message kMessages[] = {
 Text PosixSystemMessages::FormatMessageA(std::int32_t code) {
   for (const Message& message : kMessages) {
     if (message.code != static_cast<std::uint32_t>(code)) continue;
-    return language_ == MessageLanguage::kGerman ? message.german : message.english;
+    return (translated_ ? translated_(message.german) : Text(message.german)) + u"\r\n";
   }
   return {};
 }

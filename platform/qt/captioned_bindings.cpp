@@ -7,7 +7,15 @@ namespace platform::qt {
 LabelBinding::LabelBinding(controls::Label& label, QLabel& widget, const TwipScale& scale)
     : WidgetBinding(label, widget, scale), label_(label), widget_(widget) {
   widget_.setTextFormat(Qt::PlainText);
+  if (label.Look() == controls::LabelLook::kRightCaption) {
+    widget_.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  }
   subscriptions_ += label.Changed.Subscribe([this] { Follow(); });
+  Follow();
+}
+
+void LabelBinding::Name(QWidget& field) {
+  widget_.setBuddy(&field);
   Follow();
 }
 

@@ -19,6 +19,9 @@ class LabelBinding final : public WidgetBinding {
  public:
   LabelBinding(controls::Label& label, QLabel& widget, const TwipScale& scale);
 
+  /// The label names this field for screen readers.
+  void Name(QWidget& field);
+
  private:
   void Follow();
   controls::Label& label_;

@@ -3,20 +3,25 @@
 
 #include <QPointer>
 #include <QWidget>
+#include <utility>
 
-#include "platform/qt/language.h"
+#include "app/forms/translation.h"
 #include "ports/dialogs.h"
 #include "ports/native_paths.h"
+
+class QFileDialog;
+class QMessageBox;
 
 namespace platform::qt {
 
 class QtDialogs final : public Dialogs {
  public:
-  QtDialogs(NativePaths& paths, Language language) : paths_(paths), language_(language) {}
+  explicit QtDialogs(NativePaths& paths) : paths_(paths) {}
 
   /// The window that dialogs with an owner belong to; without one they belong to the active window.
   void SetMainWindow(QWidget* window) { main_window_ = window; }
-  void SetLanguage(Language language) { language_ = language; }
+  /// The language of the dialogs' buttons and labels; German at first.
+  void SetLookUp(app::LookUp translated) { translated_ = std::move(translated); }
 
   MessageBoxAnswer MessageBoxW(const Text& text, const Text& caption, std::uint32_t style) override;
   bool GetOpenFileNameW(OpenFileName& dialog) override;
@@ -25,11 +30,14 @@ class QtDialogs final : public Dialogs {
  private:
   enum class Direction { kOpen, kSave };
   bool Choose(OpenFileName& dialog, Direction direction);
+  void NameButtons(QMessageBox& box) const;
+  void NameParts(QFileDialog& dialog, Direction direction) const;
+  [[nodiscard]] QString Translated(const char16_t* german) const;
   [[nodiscard]] QWidget* Owner() const;
   [[nodiscard]] QString StartFolder(const OpenFileName& dialog);
 
   NativePaths& paths_;
-  Language language_;
+  app::LookUp translated_;
   QPointer<QWidget> main_window_;
   QString last_folder_;
 };

@@ -5,6 +5,7 @@
 #include <QStandardPaths>
 #include <algorithm>
 
+#include "platform/qt/dialog_texts.h"
 #include "platform/qt/dialogs.h"
 #include "platform/qt/text.h"
 
@@ -30,21 +31,18 @@ Text UpToNul(const Text& text) { return text.substr(0, text.find(u'\0')); }
 
 std::string NativeName(const QString& name) { return QFile::encodeName(name).toStdString(); }
 
-void NameParts(QFileDialog& dialog, Language language, bool save) {
-  const auto text = [&](const char16_t* german, const char16_t* english) {
-    return InLanguage(language, german, english);
-  };
-  dialog.setLabelText(QFileDialog::Accept, save ? text(u"&Speichern", u"&Save") : text(u"&Öffnen", u"&Open"));
-  dialog.setLabelText(QFileDialog::Reject, text(u"Abbrechen", u"Cancel"));
-  dialog.setLabelText(QFileDialog::LookIn, text(u"Suchen in:", u"Look in:"));
-  dialog.setLabelText(QFileDialog::FileName, text(u"Datei&name:", u"File &name:"));
-  dialog.setLabelText(QFileDialog::FileType, text(u"Dateityp:", u"Files of type:"));
-  if (dialog.windowTitle().isEmpty()) {
-    dialog.setWindowTitle(save ? text(u"Speichern unter", u"Save As") : text(u"Öffnen", u"Open"));
-  }
-}
-
 }  // namespace
+
+void QtDialogs::NameParts(QFileDialog& dialog, Direction direction) const {
+  const bool save = direction == Direction::kSave;
+  dialog.setLabelText(QFileDialog::Accept, Translated(save ? dialog_texts::kSave : dialog_texts::kOpen));
+  dialog.setLabelText(QFileDialog::Reject, Translated(dialog_texts::kCancel));
+  dialog.setLabelText(QFileDialog::LookIn, Translated(dialog_texts::kLookIn));
+  dialog.setLabelText(QFileDialog::FileName, Translated(dialog_texts::kFileName));
+  dialog.setLabelText(QFileDialog::FileType, Translated(dialog_texts::kFileType));
+  if (!dialog.windowTitle().isEmpty()) return;
+  dialog.setWindowTitle(Translated(save ? dialog_texts::kSaveTitle : dialog_texts::kOpenTitle));
+}
 
 bool QtDialogs::GetOpenFileNameW(OpenFileName& dialog) { return Choose(dialog, Direction::kOpen); }
 
@@ -72,7 +70,7 @@ bool QtDialogs::Choose(OpenFileName& dialog, Direction direction) {
   const QString extension = ToQt(UpToNul(dialog.default_extension));
   // The dialog has to know the extension before it asks whether to replace an existing file.
   if (save) window.setDefaultSuffix(extension);
-  NameParts(window, language_, save);
+  NameParts(window, direction);
   const Text name = UpToNul(dialog.file);
   if (!name.empty()) window.selectFile(QFile::decodeName(QByteArray::fromStdString(paths_.ToNative(name))));
   if (window.exec() != QDialog::Accepted || window.selectedFiles().isEmpty()) return false;

@@ -4,6 +4,8 @@
 
 namespace platform::qt {
 
+using controls::FrameLook;
+
 FrameWidget::FrameWidget(FrameLook look, QWidget* parent) : QGroupBox(parent), look_(look) {
   if (look_ == FrameLook::kPanel) setBackgroundRole(QPalette::Base);
 }

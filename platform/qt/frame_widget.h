@@ -3,23 +3,19 @@
 
 #include <QGroupBox>
 
-namespace platform::qt {
+#include "controls/captioned.h"
 
-enum class FrameLook {
-  kTitled,  ///< a border with the caption in it
-  kPlain,   ///< nothing is drawn, it only holds its controls together
-  kPanel,   ///< a filled panel that may lie over other widgets
-};
+namespace platform::qt {
 
 class FrameWidget final : public QGroupBox {
  public:
-  FrameWidget(FrameLook look, QWidget* parent);
+  FrameWidget(controls::FrameLook look, QWidget* parent);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  const FrameLook look_;
+  const controls::FrameLook look_;
 };
 
 }  // namespace platform::qt

@@ -1,8 +1,7 @@
 #pragma once
-// The language of what the system adds to the program's windows: buttons of message boxes, file dialogs,
-// menus of text fields. Not the program's own texts.
+// The language of what the toolkit itself adds to the program's windows: inside file dialogs, in menus of
+// text fields. Not the program's own texts, which the language file translates.
 
-#include <QString>
 #include <QTranslator>
 
 namespace platform::qt {
@@ -21,10 +20,5 @@ class ToolkitTexts {
  private:
   QTranslator translator_;
 };
-
-/// One of two texts.
-inline QString InLanguage(Language language, const char16_t* german, const char16_t* english) {
-  return QString::fromUtf16(language == Language::kGerman ? german : english);
-}
 
 }  // namespace platform::qt

@@ -4,6 +4,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include "platform/qt/dialog_texts.h"
 #include "platform/qt/dialogs.h"
 #include "platform/qt/text.h"
 
@@ -66,22 +67,6 @@ QMessageBox::StandardButtons ButtonsOf(std::uint32_t style) {
   }
 }
 
-void NameButtons(QMessageBox& box, Language language) {
-  const struct {
-    QMessageBox::StandardButton button;
-    const char16_t* german;
-    const char16_t* english;
-  } names[] = {{QMessageBox::Ok, u"OK", u"OK"},
-               {QMessageBox::Cancel, u"Abbrechen", u"Cancel"},
-               {QMessageBox::Yes, u"&Ja", u"&Yes"},
-               {QMessageBox::No, u"&Nein", u"&No"}};
-  for (const auto& name : names) {
-    if (QAbstractButton* button = box.button(name.button)) {
-      button->setText(InLanguage(language, name.german, name.english));
-    }
-  }
-}
-
 MessageBoxAnswer AnswerOf(const QMessageBox& box, QMessageBox::StandardButtons buttons) {
   const QAbstractButton* clicked = box.clickedButton();
   const auto button =
@@ -103,6 +88,21 @@ QWidget* QtDialogs::Owner() const {
   return QApplication::activeWindow();
 }
 
+QString QtDialogs::Translated(const char16_t* german) const {
+  return ToQt(translated_ ? translated_(german) : Text(german));
+}
+
+void QtDialogs::NameButtons(QMessageBox& box) const {
+  const std::pair<QMessageBox::StandardButton, const char16_t*> names[] = {
+      {QMessageBox::Ok, dialog_texts::kOk},
+      {QMessageBox::Cancel, dialog_texts::kCancel},
+      {QMessageBox::Yes, dialog_texts::kYes},
+      {QMessageBox::No, dialog_texts::kNo}};
+  for (const auto& [standard, german] : names) {
+    if (QAbstractButton* button = box.button(standard)) button->setText(Translated(german));
+  }
+}
+
 MessageBoxAnswer QtDialogs::MessageBoxW(const Text& text, const Text& caption, std::uint32_t style) {
   const QMessageBox::StandardButtons buttons = ButtonsOf(style);
   const bool needs_answer = buttons == (QMessageBox::Yes | QMessageBox::No);
@@ -112,7 +112,7 @@ MessageBoxAnswer QtDialogs::MessageBoxW(const Text& text, const Text& caption, s
   box.setWindowTitle(caption.empty() ? QGuiApplication::applicationDisplayName() : WindowTitle(caption));
   box.setIcon(IconOf(style));
   box.setStandardButtons(buttons);
-  NameButtons(box, language_);
+  NameButtons(box);
   box.exec();
   return AnswerOf(box, buttons);
 }

@@ -4,8 +4,7 @@
 #include <QDialog>
 
 #include "app/forms/form2.h"
-#include "platform/qt/form_binding.h"
-#include "platform/qt/widget_set.h"
+#include "platform/qt/form_view.h"
 
 namespace platform::qt {
 
@@ -16,21 +15,16 @@ class NewStationWindow final : public QDialog {
   /// Blocks the other windows and returns when the form is closed, or when the program ends.
   void RunModal();
 
-  /// The Escape key: the form's cancel button.
-  void reject() override;
+  /// The Escape key.
+  void reject() override { view_.PressEscape(); }
 
  protected:
   void changeEvent(QEvent* event) override;
 
  private:
-  void Build();
-
   app::Form2& form_;
-  QtMessageLoop& loop_;
-  TwipScale scale_;
-  WidgetSet widgets_;
-  FormBinding form_binding_;
-  controls::Subscriptions subscriptions_;
+  FormView view_;
+  controls::Subscription closed_;
 };
 
 }  // namespace platform::qt

@@ -1,16 +1,11 @@
 #pragma once
-// The main window: a widget for each control of Form1, the keys, the closing. Not the behaviour of the
+// The main window: Form1's view with the program's icon, its opening and its end. Not the behaviour of the
 // controls and not their places, both of which Form1 and its features own.
 
-#include <QKeySequence>
 #include <QWidget>
-#include <functional>
-#include <vector>
 
 #include "app/forms/form1.h"
-#include "platform/qt/form_binding.h"
-#include "platform/qt/language.h"
-#include "platform/qt/widget_set.h"
+#include "platform/qt/form_view.h"
 
 namespace platform::qt {
 
@@ -18,8 +13,7 @@ namespace platform::qt {
 /// session closes the window. The form outlives it.
 class PlayerWindow final : public QWidget {
  public:
-  PlayerWindow(app::Form1& form, const QtIcons& icons, QtMessageLoop& loop, Language language);
-  ~PlayerWindow() override;
+  PlayerWindow(app::Form1& form, const QtIcons& icons, QtMessageLoop& loop);
 
   /// Shows the window at the form's size, or at what the screen has room for.
   void Open();
@@ -32,31 +26,9 @@ class PlayerWindow final : public QWidget {
   void changeEvent(QEvent* event) override;
 
  private:
-  void BuildPlaying(QWidget& panel);
-  void BuildEditor(QWidget& panel);
-  void BuildViews(QWidget& panel);
-  void BuildInformation();
-  void BindKeys();
-  void BindShortcut(const QKeySequence& keys, std::function<void()> action);
-  /// For keys that run an event procedure of the program.
-  void BindCommand(const QKeySequence& keys, const std::function<void()>& command);
-  void NameLists();
-  void KeepTextsOffPicture();
-  void SetTabOrder();
-  [[nodiscard]] QSize SmallestSize() const;
-
   app::Form1& form_;
-  QtMessageLoop& loop_;
-  const Language language_;
-  TwipScale scale_;
-  WidgetSet widgets_;
-  FormBinding form_binding_;
-  ReportView* full_list_ = nullptr;
-  ReportView* filtered_list_ = nullptr;
-  FittedLabel* title_ = nullptr;
-  FittedLabel* information_ = nullptr;
-  std::vector<QWidget*> tab_order_;
-  controls::Subscriptions subscriptions_;
+  FormView view_;
+  controls::Subscription closed_;
 };
 
 }  // namespace platform::qt

@@ -4,8 +4,7 @@
 #include <QDialog>
 
 #include "app/forms/record_form.h"
-#include "platform/qt/form_binding.h"
-#include "platform/qt/widget_set.h"
+#include "platform/qt/form_view.h"
 
 namespace platform::qt {
 
@@ -15,20 +14,15 @@ class RecordWindow final : public QDialog {
  public:
   RecordWindow(app::RecordForm& form, const QtIcons& icons, QtMessageLoop& loop);
 
-  /// The Escape key: nothing, because it would end a recording by accident.
-  void reject() override;
+  /// The Escape key.
+  void reject() override { view_.PressEscape(); }
 
  protected:
   void changeEvent(QEvent* event) override;
 
  private:
-  void Build();
-
-  app::RecordForm& form_;
-  TwipScale scale_;
-  WidgetSet widgets_;
-  FormBinding form_binding_;
-  controls::Subscriptions subscriptions_;
+  FormView view_;
+  controls::Subscription closed_;
 };
 
 }  // namespace platform::qt

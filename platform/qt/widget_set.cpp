@@ -1,71 +1,181 @@
 #include "platform/qt/widget_set.h"
 
+#include <type_traits>
+
 #include "platform/qt/check_box_widget.h"
+#include "platform/qt/frame_widget.h"
+#include "platform/qt/key_sequence.h"
+#include "platform/qt/list_binding.h"
+#include "platform/qt/text.h"
+#include "platform/qt/text_bindings.h"
+#include "platform/qt/value_bindings.h"
 
 namespace platform::qt {
 
-template <typename Binding, typename Widget, typename Control, typename... More>
-Widget& WidgetSet::Bind(Control& control, Widget* widget, const char* name, More&... more) {
-  widget->setObjectName(QLatin1String(name));
-  bindings_.push_back(std::make_unique<Binding>(control, *widget, scale_, more...));
-  return *widget;
+WidgetSet::WidgetSet(const app::Inventory& inventory, QWidget& window, const TwipScale& scale,
+                     const QtIcons& icons, QtMessageLoop& loop)
+    : scale_(scale), icons_(icons), loop_(loop) {
+  for (const app::FormControl& entry : inventory) {
+    QWidget& parent = entry.container == nullptr ? window : *widgets_.at(entry.container);
+    std::visit(
+        [&](auto* control) {
+          if constexpr (std::is_same_v<decltype(control), controls::Timer*>) {
+            AddTimer(*control);
+          } else {
+            Add(*control, Make(*control, parent), entry);
+          }
+        },
+        entry.control);
+  }
+  SetTabOrder();
 }
 
-QLabel& WidgetSet::Add(controls::Label& label, QWidget& parent, const char* name, QWidget* field) {
-  auto* widget = new QLabel(&parent);
-  widget->setBuddy(field);
-  return Bind<LabelBinding>(label, widget, name);
+void WidgetSet::Add(controls::Control& control, QWidget* widget, const app::FormControl& entry) {
+  widgets_[&control] = widget;
+  if (widget == nullptr) return;
+  const app::Use& use = entry.use;
+  widget->setObjectName(QLatin1String(entry.name));
+  if (use.named_by != nullptr) NameFor(*widget, *use.named_by);
+  if (!use.accessible_name.empty()) widget->setAccessibleName(ToQt(use.accessible_name));
+  if (control.ToolTip().empty() && !use.hint.empty()) {
+    widget->setToolTip(PlainToolTip(ToQt(use.hint) + InBrackets(use.key)));
+  }
+  if (auto* button = qobject_cast<QPushButton*>(widget)) {
+    // A dialog's other buttons do not become the one for Enter when they have the keyboard.
+    button->setAutoDefault(use.key == controls::kEnterKey || use.key == controls::kEscapeKey);
+    button->setDefault(use.key == controls::kEnterKey);
+  }
+  if ((widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus) tab_order_.push_back(widget);
 }
 
-FittedLabel& WidgetSet::AddFitted(controls::Label& label, QWidget& parent, const char* name) {
-  return Bind<FittedLabelBinding>(label, new FittedLabel(&parent), name);
+void WidgetSet::NameFor(QWidget& widget, controls::Captioned& named_by) {
+  const auto label = captions_.find(&named_by);
+  if (label != captions_.end()) return label->second->Name(widget);
+  const auto follow = [&widget, &named_by] {
+    const QString name = ToQt(named_by.Caption());
+    if (widget.accessibleName() != name) widget.setAccessibleName(name);
+  };
+  follow();
+  subscriptions_ += named_by.Changed.Subscribe(follow);
 }
 
-StatusStrip& WidgetSet::AddStrip(controls::Label& label, QWidget& parent, const char* name) {
-  return Bind<StatusStripBinding>(label, new StatusStrip(&parent), name);
+void WidgetSet::SetTabOrder() {
+  for (std::size_t next = 1; next < tab_order_.size(); ++next) {
+    QWidget::setTabOrder(tab_order_[next - 1], tab_order_[next]);
+  }
 }
 
-QGroupBox& WidgetSet::Add(controls::Frame& frame, QWidget& parent, const char* name, FrameLook look) {
-  return Bind<FrameBinding, QGroupBox>(frame, new FrameWidget(look, &parent), name);
+QWidget* WidgetSet::Of(const controls::Control& control) const { return widgets_.at(&control); }
+
+QWidget* WidgetSet::FirstForKeyboard(const QWidget& within) const {
+  for (QWidget* widget : tab_order_) {
+    const bool inside = widget == &within || within.isAncestorOf(widget);
+    const QWidget* const window = widget->window();
+    if (inside && widget->isVisibleTo(window) && widget->isEnabledTo(window)) return widget;
+  }
+  return nullptr;
 }
 
-CommandButtonWidget& WidgetSet::Add(controls::CommandButton& button, QWidget& parent, const char* name) {
-  return Bind<CommandButtonBinding>(button, new CommandButtonWidget(&parent), name, loop_);
+template <typename Binding, typename Control, typename Widget, typename... More>
+Binding& WidgetSet::Bind(Control& control, Widget* widget, More&... more) {
+  auto binding = std::make_unique<Binding>(control, *widget, scale_, more...);
+  Binding& bound = *binding;
+  bindings_.push_back(std::move(binding));
+  return bound;
 }
 
-QCheckBox& WidgetSet::Add(controls::CheckBox& box, QWidget& parent, const char* name) {
-  return Bind<CheckBoxBinding, QCheckBox>(box, new CheckBoxWidget(&parent), name, loop_);
+QWidget* WidgetSet::Make(controls::Frame& frame, QWidget& parent) {
+  auto* widget = new FrameWidget(frame.Look(), &parent);
+  Bind<FrameBinding>(frame, widget);
+  return widget;
 }
 
-QLineEdit& WidgetSet::Add(controls::TextBox& box, QWidget& parent, const char* name) {
-  return Bind<TextBoxBinding>(box, new QLineEdit(&parent), name, loop_);
+QWidget* WidgetSet::Make(controls::Label& label, QWidget& parent) {
+  switch (label.Look()) {
+    case controls::LabelLook::kStatusLine: {
+      auto* strip = new StatusStrip(&parent);
+      Bind<StatusStripBinding>(label, strip);
+      return strip;
+    }
+    case controls::LabelLook::kText:
+    case controls::LabelLook::kBoldText: {
+      auto* text = new FittedLabel(&parent);
+      if (label.Look() == controls::LabelLook::kBoldText) {
+        QFont bold = text->font();
+        bold.setBold(true);
+        text->setFont(bold);
+      }
+      Bind<FittedLabelBinding>(label, text);
+      texts_.emplace_back(&label, text);
+      return text;
+    }
+    case controls::LabelLook::kCaption:
+    case controls::LabelLook::kRightCaption:
+      break;
+  }
+  auto* caption = new QLabel(&parent);
+  captions_[&label] = &Bind<LabelBinding>(label, caption);
+  return caption;
 }
 
-CountingField& WidgetSet::Add(controls::UpDownTextBox& box, QWidget& parent, const char* name) {
-  return Bind<UpDownTextBoxBinding>(box, new CountingField(&parent), name, loop_);
+QWidget* WidgetSet::Make(controls::CommandButton& button, QWidget& parent) {
+  if (button.Look() == controls::ButtonLook::kNone) return nullptr;
+  auto* widget = new CommandButtonWidget(&parent);
+  widget->setFlat(button.Look() == controls::ButtonLook::kFlat);
+  Bind<CommandButtonBinding>(button, widget, loop_);
+  return widget;
 }
 
-QComboBox& WidgetSet::Add(controls::ComboBox& box, QWidget& parent, const char* name) {
-  return Bind<ComboBoxBinding>(box, new QComboBox(&parent), name, loop_);
+QWidget* WidgetSet::Make(controls::CheckBox& box, QWidget& parent) {
+  auto* widget = new CheckBoxWidget(&parent);
+  Bind<CheckBoxBinding>(box, widget, loop_);
+  return widget;
 }
 
-PeakBar& WidgetSet::Add(controls::ProgressBar& bar, QWidget& parent, const char* name) {
-  return Bind<ProgressBarBinding>(bar, new PeakBar(&parent), name);
+QWidget* WidgetSet::Make(controls::TextBox& box, QWidget& parent) {
+  auto* widget = new QLineEdit(&parent);
+  Bind<TextBoxBinding>(box, widget, loop_);
+  return widget;
 }
 
-QSlider& WidgetSet::Add(controls::ScrollBar& bar, QWidget& parent, const char* name) {
-  return Bind<ScrollBarBinding>(bar, new QSlider(Qt::Horizontal, &parent), name, loop_);
+QWidget* WidgetSet::Make(controls::UpDownTextBox& box, QWidget& parent) {
+  auto* widget = new CountingField(&parent);
+  Bind<UpDownTextBoxBinding>(box, widget, loop_);
+  return widget;
 }
 
-PictureBox& WidgetSet::Add(controls::Image& image, QWidget& parent, const char* name) {
-  return Bind<ImageBinding>(image, new PictureBox(&parent), name, icons_);
+QWidget* WidgetSet::Make(controls::ComboBox& box, QWidget& parent) {
+  auto* widget = new QComboBox(&parent);
+  Bind<ComboBoxBinding>(box, widget, loop_);
+  return widget;
 }
 
-ReportView& WidgetSet::Add(controls::ListView& list, QWidget& parent, const char* name) {
-  return Bind<ListBinding>(list, new ReportView(&parent), name, icons_, loop_);
+QWidget* WidgetSet::Make(controls::ProgressBar& bar, QWidget& parent) {
+  auto* widget = new PeakBar(&parent);
+  Bind<ProgressBarBinding>(bar, widget);
+  return widget;
 }
 
-void WidgetSet::Add(controls::Timer& timer) {
+QWidget* WidgetSet::Make(controls::ScrollBar& bar, QWidget& parent) {
+  auto* widget = new QSlider(Qt::Horizontal, &parent);
+  Bind<ScrollBarBinding>(bar, widget, loop_);
+  return widget;
+}
+
+QWidget* WidgetSet::Make(controls::Image& image, QWidget& parent) {
+  auto* widget = new PictureBox(&parent);
+  Bind<ImageBinding>(image, widget, icons_);
+  return widget;
+}
+
+QWidget* WidgetSet::Make(controls::ListView& list, QWidget& parent) {
+  auto* widget = new ReportView(&parent);
+  Bind<ListBinding>(list, widget, icons_, loop_);
+  lists_.push_back(widget);
+  return widget;
+}
+
+void WidgetSet::AddTimer(controls::Timer& timer) {
   timers_.push_back(std::make_unique<TimerBinding>(timer, loop_));
 }
 

@@ -1,17 +1,18 @@
 #pragma once
-// Makes the widgets of one window and binds each to its control. Not the window itself, and not where the
-// places come from.
+// Walks a form's inventory once: makes a widget for each control and binds the two. Not the window itself,
+// not its keys and menus (platform/qt/form_keys.h), and not where the places come from.
 
-#include <QString>
+#include <QWidget>
+#include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
+#include "app/forms/form_control.h"
 #include "platform/qt/captioned_bindings.h"
-#include "platform/qt/frame_widget.h"
-#include "platform/qt/list_binding.h"
-#include "platform/qt/text_bindings.h"
+#include "platform/qt/icons.h"
+#include "platform/qt/report_view.h"
 #include "platform/qt/timer_binding.h"
-#include "platform/qt/value_bindings.h"
 
 namespace platform::qt {
 
@@ -19,41 +20,54 @@ namespace platform::qt {
 /// set, which holds the bindings, must end before the window does.
 class WidgetSet {
  public:
-  WidgetSet(const TwipScale& scale, const QtIcons& icons, QtMessageLoop& loop)
-      : scale_(scale), icons_(icons), loop_(loop) {}
+  WidgetSet(const app::Inventory& inventory, QWidget& window, const TwipScale& scale, const QtIcons& icons,
+            QtMessageLoop& loop);
   WidgetSet(const WidgetSet&) = delete;
   WidgetSet& operator=(const WidgetSet&) = delete;
 
-  /// A caption for `field`, which it names for screen readers; null when it names none.
-  QLabel& Add(controls::Label& label, QWidget& parent, const char* name, QWidget* field = nullptr);
-  /// A label for texts of any length.
-  FittedLabel& AddFitted(controls::Label& label, QWidget& parent, const char* name);
-  /// A label as the strip at the window's lower edge.
-  StatusStrip& AddStrip(controls::Label& label, QWidget& parent, const char* name);
-  QGroupBox& Add(controls::Frame& frame, QWidget& parent, const char* name, FrameLook look);
-  CommandButtonWidget& Add(controls::CommandButton& button, QWidget& parent, const char* name);
-  QCheckBox& Add(controls::CheckBox& box, QWidget& parent, const char* name);
-  QLineEdit& Add(controls::TextBox& box, QWidget& parent, const char* name);
-  CountingField& Add(controls::UpDownTextBox& box, QWidget& parent, const char* name);
-  QComboBox& Add(controls::ComboBox& box, QWidget& parent, const char* name);
-  PeakBar& Add(controls::ProgressBar& bar, QWidget& parent, const char* name);
-  QSlider& Add(controls::ScrollBar& bar, QWidget& parent, const char* name);
-  PictureBox& Add(controls::Image& image, QWidget& parent, const char* name);
-  ReportView& Add(controls::ListView& list, QWidget& parent, const char* name);
-  void Add(controls::Timer& timer);
+  /// The widget of a control of the form; null for a button without a look.
+  [[nodiscard]] QWidget* Of(const controls::Control& control) const;
+  /// The first visible widget in the tab order that is `within` or stands somewhere in it; null for none.
+  [[nodiscard]] QWidget* FirstForKeyboard(const QWidget& within) const;
+  [[nodiscard]] const std::vector<ReportView*>& Lists() const { return lists_; }
+  /// The labels for texts of any length.
+  [[nodiscard]] const std::vector<std::pair<controls::Label*, FittedLabel*>>& Texts() const { return texts_; }
 
   /// All places anew; to be called when the scale has changed.
   void FollowScale();
 
  private:
-  template <typename Binding, typename Widget, typename Control, typename... More>
-  Widget& Bind(Control& control, Widget* widget, const char* name, More&... more);
+  // One for each kind of control: the widget with its binding.
+  QWidget* Make(controls::Frame& frame, QWidget& parent);
+  QWidget* Make(controls::Label& label, QWidget& parent);
+  QWidget* Make(controls::CommandButton& button, QWidget& parent);
+  QWidget* Make(controls::CheckBox& box, QWidget& parent);
+  QWidget* Make(controls::TextBox& box, QWidget& parent);
+  QWidget* Make(controls::UpDownTextBox& box, QWidget& parent);
+  QWidget* Make(controls::ComboBox& box, QWidget& parent);
+  QWidget* Make(controls::ProgressBar& bar, QWidget& parent);
+  QWidget* Make(controls::ScrollBar& bar, QWidget& parent);
+  QWidget* Make(controls::Image& image, QWidget& parent);
+  QWidget* Make(controls::ListView& list, QWidget& parent);
+
+  void Add(controls::Control& control, QWidget* widget, const app::FormControl& entry);
+  void NameFor(QWidget& widget, controls::Captioned& named_by);
+  void AddTimer(controls::Timer& timer);
+  void SetTabOrder();
+  template <typename Binding, typename Control, typename Widget, typename... More>
+  Binding& Bind(Control& control, Widget* widget, More&... more);
 
   const TwipScale& scale_;
   const QtIcons& icons_;
   QtMessageLoop& loop_;
+  std::map<const controls::Control*, QWidget*> widgets_;
+  std::map<const controls::Captioned*, LabelBinding*> captions_;
+  std::vector<QWidget*> tab_order_;
+  std::vector<ReportView*> lists_;
+  std::vector<std::pair<controls::Label*, FittedLabel*>> texts_;
   std::vector<std::unique_ptr<WidgetBinding>> bindings_;
   std::vector<std::unique_ptr<TimerBinding>> timers_;
+  controls::Subscriptions subscriptions_;
 };
 
 }  // namespace platform::qt

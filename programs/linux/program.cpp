@@ -62,10 +62,9 @@ std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv) {
 struct Program::Parts {
   Parts(int& argc, char** argv) : application(MakeApplication(argc, argv)) {}
 
-  [[nodiscard]] platform::qt::Language Language() const {
-    const platform::Text& name = logic.GetSettings().LanguageName;
-    const bool german = name.empty() || name == u"default";
-    return german ? platform::qt::Language::kGerman : platform::qt::Language::kEnglish;
+  [[nodiscard]] platform::qt::Language ToolkitLanguage() const {
+    return logic.GetLanguage().Translates() ? platform::qt::Language::kEnglish
+                                            : platform::qt::Language::kGerman;
   }
 
   void ShowNewStation(app::Form2& form) {
@@ -86,12 +85,12 @@ struct Program::Parts {
   platform::posix::PosixRecordFiles record_files{paths};
   platform::posix::PosixClock clock;
   platform::posix::PosixShell shell{paths};
-  platform::posix::PosixSystemMessages system_messages{platform::posix::MessageLanguage::kGerman};
+  platform::posix::PosixSystemMessages system_messages;
   platform::values::PortablePropertyValues property_values;
   platform::qt::QtMessageLoop message_loop;
   platform::qt::QtIcons icons{paths};
   platform::qt::QtClipboard clipboard;
-  platform::qt::QtDialogs dialogs{paths, platform::qt::Language::kGerman};
+  platform::qt::QtDialogs dialogs{paths};
   platform::curl::CurlInternet internet{message_loop, conversion};
   platform::curl::CurlXmlHttpRequests requests{conversion};
   platform::gstreamer::GstMedia media{message_loop, paths};
@@ -106,14 +105,14 @@ struct Program::Parts {
 
 Program::Program(int& argc, char** argv) : parts_(std::make_unique<Parts>(argc, argv)) {
   parts_->logic.Load();
-  const platform::qt::Language language = parts_->Language();
-  parts_->dialogs.SetLanguage(language);
-  parts_->system_messages.SetLanguage(language == platform::qt::Language::kGerman
-                                          ? platform::posix::MessageLanguage::kGerman
-                                          : platform::posix::MessageLanguage::kEnglish);
-  parts_->toolkit_texts = std::make_unique<platform::qt::ToolkitTexts>(language);
+  const auto translated = [&logic = parts_->logic](const platform::Text& german) {
+    return logic.GetLanguage().GetLangText(german, german);
+  };
+  parts_->dialogs.SetLookUp(translated);
+  parts_->system_messages.SetLookUp(translated);
+  parts_->toolkit_texts = std::make_unique<platform::qt::ToolkitTexts>(parts_->ToolkitLanguage());
   parts_->window = std::make_unique<platform::qt::PlayerWindow>(parts_->logic.Controls(), parts_->icons,
-                                                                parts_->message_loop, language);
+                                                                parts_->message_loop);
   parts_->dialogs.SetMainWindow(parts_->window.get());
 }
 

@@ -69,7 +69,7 @@ class HeadlessPlayer {
   platform::posix::PosixRecordFiles record_files_{paths_};
   platform::posix::PosixClock clock_;
   platform::posix::PosixShell shell_{paths_};
-  platform::posix::PosixSystemMessages system_messages_{platform::posix::MessageLanguage::kGerman};
+  platform::posix::PosixSystemMessages system_messages_;
   platform::values::PortablePropertyValues property_values_;
   platform::qt::QtMessageLoop message_loop_;
   platform::qt::QtIcons icons_{paths_};

@@ -9,6 +9,8 @@
 
 #include "catalogue/station_lists.h"
 #include "platform/posix/native_paths.h"
+#include "platform/posix/system_messages.h"
+#include "platform/qt/dialog_texts.h"
 #include "platform/qt/new_station_window.h"
 #include "tests/program/program_rig.h"
 #include "tests/support/language_rig.h"
@@ -86,7 +88,7 @@ CaptionMap GermanWindow() {
   platform::posix::PosixNativePaths paths;
   const platform::qt::QtIcons icons(paths);
   platform::qt::QtMessageLoop loop;
-  return Captions(platform::qt::PlayerWindow(form, icons, loop, platform::qt::Language::kGerman));
+  return Captions(platform::qt::PlayerWindow(form, icons, loop));
 }
 
 CaptionMap GermanDialog() {
@@ -134,6 +136,8 @@ TEST_F(LanguageProgram, SystemSpeaksGermanWithTheGermanProgram) {
                                         "Dateityp:", QString::fromUtf8("Alles auswählen"),
                                         "Das System kann die angegebene Datei nicht finden.\r\n"}));
   EXPECT_EQ(Find("CommandButton1").toolTip(), "Liste speichern (Strg+S)");
+  EXPECT_EQ(Find("Frame2").toolTip(), "Zur Liste (Strg+F)");
+  EXPECT_EQ(Find("Command8_0").accessibleName(), QString::fromUtf8("M3U-Nummer übernehmen"));
 }
 
 TEST_F(LanguageProgram, SystemSpeaksEnglishWithTheEnglishProgram) {
@@ -141,6 +145,22 @@ TEST_F(LanguageProgram, SystemSpeaksEnglishWithTheEnglishProgram) {
   EXPECT_EQ(SystemTexts(), QStringList({"OK", "Cancel", "Save As", "Save", "Cancel", "Files of type:",
                                         "Select All", "The system cannot find the file specified.\r\n"}));
   EXPECT_EQ(Find("CommandButton1").toolTip(), "Save list (Ctrl+S)");
+  EXPECT_EQ(Find("Frame2").toolTip(), "To the list (Ctrl+F)");
+  EXPECT_EQ(Find("Command8_0").accessibleName(), "Take over M3U number");
+}
+
+TEST_F(LanguageProgram, EnglishFileKnowsTheWordsOfTheStandardDialogsAndTheSystemsMessages) {
+  test_support::ProgramLanguage english(u"English");
+  const auto expect_known = [&english](const platform::Text& text) {
+    EXPECT_TRUE(english.Knows(text)) << english.Utf8(text);
+    return text;
+  };
+  for (const char16_t* text : platform::qt::dialog_texts::kAll) expect_known(text);
+  platform::posix::PosixSystemMessages messages;
+  messages.SetLookUp(expect_known);
+  for (const std::uint32_t code : {0x80070002U, 0xC00D36C4U}) {
+    EXPECT_FALSE(messages.FormatMessageA(static_cast<std::int32_t>(code)).empty());
+  }
 }
 
 TEST_F(LanguageProgram, LanguageFileIsFoundWhateverItsLetterCase) {

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QPushButton>
 
 #include "tests/platform/qt/window_fixture.h"
 

@@ -44,7 +44,7 @@ QAbstractButton& Button(QDialog& dialog, QMessageBox::StandardButton which) {
 class MessageBoxes : public ::testing::Test {
  protected:
   PlainPaths paths_;
-  QtDialogs dialogs_{paths_, Language::kGerman};
+  QtDialogs dialogs_{paths_};
 };
 
 TEST_F(MessageBoxes, AnswersAreThoseOfTheButtons) {
@@ -77,10 +77,10 @@ TEST_F(MessageBoxes, ButtonsSpeakTheLanguage) {
     const NextDialog german(read);
     dialogs_.MessageBoxW(u"?", u"", kMbYesNoCancel);
   }
-  dialogs_.SetLanguage(Language::kEnglish);
-  const NextDialog english(read);
+  dialogs_.SetLookUp([](const Text& german) { return u"<" + german + u">"; });
+  const NextDialog translated(read);
   dialogs_.MessageBoxW(u"?", u"", kMbYesNoCancel);
-  EXPECT_EQ(texts, QStringList({"Ja", "Nein", "Abbrechen", "Yes", "No", "Cancel"}));
+  EXPECT_EQ(texts, QStringList({"Ja", "Nein", "Abbrechen", "<Ja>", "<Nein>", "<Abbrechen>"}));
 }
 
 TEST_F(MessageBoxes, IconTextAndTitleAreShownAsGiven) {
@@ -189,7 +189,7 @@ class FileDialogs : public ::testing::Test {
 
   QTemporaryDir folder_;
   PlainPaths paths_;
-  QtDialogs dialogs_{paths_, Language::kGerman};
+  QtDialogs dialogs_{paths_};
   OpenFileName record_;
 };
 
@@ -200,7 +200,7 @@ TEST_F(FileDialogs, SaveGivesTheFullPath) {
 
 TEST_F(FileDialogs, PathKeepsTheSystemsSeparators) {
   platform::posix::PosixNativePaths paths;
-  QtDialogs dialogs(paths, Language::kGerman);
+  QtDialogs dialogs(paths);
   const NextDialog act([](QDialog& dialog) { Accept(dialog, "neu.m3u"); });
   ASSERT_TRUE(dialogs.GetSaveFileNameW(record_));
   EXPECT_EQ(Chosen(), folder_.filePath("neu.m3u"));

@@ -12,6 +12,7 @@
 #include <QTimer>
 
 #include "platform/qt/dialogs.h"
+#include "platform/qt/text_bindings.h"
 #include "tests/platform/qt/window_fixture.h"
 
 namespace platform::qt {
@@ -256,7 +257,7 @@ class InsideADialog : public HandOver {
     });
     dialogs_.MessageBoxW(u"Text", u"", kMbIconInformation);
   }
-  QtDialogs dialogs_{fixture_.paths, Language::kGerman};
+  QtDialogs dialogs_{fixture_.paths};
 };
 
 TEST_F(InsideADialog, CommandsGivenBeforeItOpenedAreDroppedAsTheirInputWouldBe) {

@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 #include <QtEndian>
 
+#include "platform/qt/picture_box.h"
 #include "tests/platform/qt/window_fixture.h"
 
 namespace platform::qt {

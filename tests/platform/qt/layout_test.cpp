@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QCheckBox>
 #include <QHeaderView>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QStyleOptionButton>
 #include <ostream>
 
@@ -160,7 +163,7 @@ TEST(LayoutOfPlaces, PanelStandsBesideTheBarsFromTheWidthOn) {
 }
 
 TEST(LayoutOfPlaces, CaptionsInEnglishFit) {
-  WindowFixture fixture(Language::kEnglish);
+  WindowFixture fixture;
   app::Form1& form = fixture.form;
   form.Command3.SetCaption(u"Show all titles");
   form.Command2.SetCaption(u"Search for stations");

@@ -141,7 +141,7 @@ TEST_F(RaiseRequestsTest, WaitThatOnlyPaintsServesToo) {
 }
 
 TEST_F(RaiseRequestsTest, QuestionOfTheClosingGetsTheKeyboard) {
-  QtDialogs dialogs(fixture_.paths, Language::kGerman);
+  QtDialogs dialogs(fixture_.paths);
   dialogs.SetMainWindow(&Window());
   bool box_was_active = false;
   const auto ask = Form().QueryUnload.Subscribe([&] {

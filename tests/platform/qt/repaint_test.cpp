@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <map>
 
+#include "platform/qt/peak_bar.h"
 #include "tests/platform/qt/window_fixture.h"
 
 namespace platform::qt {

@@ -191,7 +191,7 @@ TEST_F(RowMarks, RowMayBeMarkedBeforeTheViewKnowsIt) {
     form.SymbolListview.SetMark(form.SymbolListview.RowAt(first), RowMark::kPlaying);
   });
   for (const auto& column : fixture.form.SymbolListview.Columns()) form.SymbolListview.AddColumn(column);
-  const PlayerWindow window(form, fixture.icons, fixture.loop, Language::kGerman);
+  const PlayerWindow window(form, fixture.icons, fixture.loop);
   auto* model = window.findChild<ReportView*>(QStringLiteral("SymbolListview"))->model();
   int unknown = 0;
   QObject::connect(model, &QAbstractItemModel::dataChanged, model, [&](const QModelIndex& changed) {

@@ -61,7 +61,7 @@ class SessionEndTest : public ::testing::Test {
   controls::Form& Form() { return fixture_.form.form; }
 
   WindowFixture fixture_;
-  QtDialogs dialogs_{fixture_.paths, Language::kGerman};
+  QtDialogs dialogs_{fixture_.paths};
   CloseRequests requests_{fixture_.form.form, fixture_.loop};
   bool dialog_was_open_ = false;
   QTimer deadline_;

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemView>
+#include <QComboBox>
+#include <QLineEdit>
 
 #include "tests/platform/qt/window_fixture.h"
 

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QSlider>
+
+#include "platform/qt/peak_bar.h"
 #include "tests/platform/qt/window_fixture.h"
 
 namespace platform::qt {

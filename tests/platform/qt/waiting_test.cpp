@@ -322,7 +322,7 @@ TEST_F(Waiting, PointerStaysBusyWhenAWaitInsideAnotherEnds) {
 }
 
 TEST_F(Waiting, PointerIsNotBusyWhileADialogWaitsForTheUser) {
-  QtDialogs dialogs(fixture_.paths, Language::kGerman);
+  QtDialogs dialogs(fixture_.paths);
   bool busy_inside = true;
   // In a box that waits, the event loop comes to rest.
   QTimer poll;

@@ -43,7 +43,7 @@ inline void Settle() {
 /// Form1 with its window, laid out at every size, and the columns of the lists.
 class WindowFixture {
  public:
-  explicit WindowFixture(Language language = Language::kGerman) : icons(paths) {
+  WindowFixture() : icons(paths) {
     const std::array captions = {u"Station", u"Genre", u"WebLink", u"Favorit", u"Titel", u"M3U Nr."};
     const std::array widths = {300, 120, 120, 120, 200, 120};
     for (controls::ListView* list : {&form.SymbolListview, &form.ExplorerListFilter}) {
@@ -51,7 +51,7 @@ class WindowFixture {
         list->AddColumn({captions[column], widths[column]});
       }
     }
-    window = std::make_unique<PlayerWindow>(form, icons, loop, language);
+    window = std::make_unique<PlayerWindow>(form, icons, loop);
   }
 
   /// Shows the window and waits until it has the keyboard.

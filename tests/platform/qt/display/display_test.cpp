@@ -156,7 +156,7 @@ TEST_F(DisplayWait, MenuThatOpensAndGoesInTheWaitOfASelectionHarmsNothing) {
 }
 
 TEST_F(DisplayWait, MessageBoxThatOpensOverAMenuTakesTheKeyboard) {
-  QtDialogs dialogs(fixture_.paths, Language::kGerman);
+  QtDialogs dialogs(fixture_.paths);
   dialogs.SetMainWindow(fixture_.window.get());
   Click(At(1), "3");
   ASSERT_TRUE(WaitFor([this] { return view_.findChild<QWidget*>("list_menu") != nullptr; }));

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <initializer_list>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -101,6 +103,31 @@ TEST(Form1Test, SliderGoesTo100AndTheBarsTo10000) {
   for (const controls::ProgressBar& bar : form.ProgressBar1) {
     EXPECT_EQ(bar.Minimum(), 0);
     EXPECT_EQ(bar.Maximum(), 10000);
+  }
+}
+
+TEST(Form1Test, TabGoesThroughTheWindowInReadingOrder) {
+  const Form1 form;
+  std::vector<const controls::Control*> order;
+  for (const FormControl& entry : form.inventory) order.push_back(As<controls::Control>(entry));
+  auto place = order.begin();
+  for (const controls::Control* next :
+       std::initializer_list<const controls::Control*>{&form.SymbolListview, &form.ExplorerListFilter,
+                                                       &form.Command1,       &form.Command6,
+                                                       &form.Command3,       &form.Command2,
+                                                       &form.hscSavVolume,   &form.ckSavMute,
+                                                       &form.Command7,       &form.TextBox1[0],
+                                                       &form.Command8[1],    &form.TextBox1[1],
+                                                       &form.Command8[2],    &form.Combo1,
+                                                       &form.Command8[4],    &form.Check2,
+                                                       &form.UpDownTextBox1, &form.Command8[0],
+                                                       &form.Command8[3],    &form.Command8[5],
+                                                       &form.Check1,         &form.Check3,
+                                                       &form.CommandButton1, &form.CommandButton2,
+                                                       &form.Command4,       &form.Command5,
+                                                       &form.CmdInfoClose}) {
+    place = std::find(place, order.end(), next);
+    ASSERT_NE(place, order.end()) << "not after the one before";
   }
 }
 

@@ -1,0 +1,48 @@
+#include "platform/qt/form_keys.h"
+
+#include "platform/qt/input_binding.h"
+#include "platform/qt/key_sequence.h"
+#include "platform/qt/list_menu.h"
+
+namespace platform::qt {
+
+FormKeys::FormKeys(const app::Inventory& inventory, QWidget& window, const WidgetSet& widgets,
+                   QtMessageLoop& loop)
+    : inventory_(inventory), window_(window), widgets_(widgets), loop_(loop) {
+  for (const app::FormControl& entry : inventory_) {
+    if (entry.use.key.with_control) Bind(entry);
+  }
+  for (ReportView* list : widgets_.Lists()) {
+    subscriptions_ += list->MenuWanted.Subscribe(
+        [this, list](const QPoint& place) { ShowListMenu(inventory_, *list, loop_, place); });
+  }
+}
+
+void FormKeys::Bind(const app::FormControl& entry) {
+  auto* shortcut = new QShortcut(ToQt(entry.use.key), &window_);
+  shortcut->setAutoRepeat(false);
+  QObject::connect(shortcut, &QShortcut::activated, &window_, [this, &entry] {
+    if (auto* button = app::As<controls::CommandButton>(entry)) {
+      return Press(*button, entry.use.key_while_hidden);
+    }
+    QWidget* const goal = widgets_.FirstForKeyboard(*widgets_.Of(*app::As<controls::Control>(entry)));
+    if (goal != nullptr) goal->setFocus(Qt::ShortcutFocusReason);
+  });
+}
+
+void FormKeys::Press(controls::CommandButton& button, app::KeyWhileHidden while_hidden) {
+  loop_.HandOver(window_, [this, &button, while_hidden] {
+    if (IsBlockedByDialog(window_)) return;
+    if (button.Visible() || while_hidden == app::KeyWhileHidden::kWorks) button.Click();
+  });
+}
+
+void FormKeys::PressEscape() {
+  for (const app::FormControl& entry : inventory_) {
+    auto* button = app::As<controls::CommandButton>(entry);
+    if (button == nullptr || entry.use.key != controls::kEscapeKey) continue;
+    return Press(*button, entry.use.key_while_hidden);
+  }
+}
+
+}  // namespace platform::qt

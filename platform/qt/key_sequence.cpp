@@ -1,0 +1,17 @@
+#include "platform/qt/key_sequence.h"
+
+namespace platform::qt {
+
+QKeySequence ToQt(const controls::Key& key) {
+  if (!key) return {};
+  if (key == controls::kEnterKey) return Qt::Key_Return;
+  if (key == controls::kEscapeKey) return Qt::Key_Escape;
+  const auto letter = static_cast<Qt::Key>(key.character);
+  return key.with_control ? QKeySequence(Qt::CTRL | letter) : QKeySequence(letter);
+}
+
+QString InBrackets(const controls::Key& key) {
+  return key ? QStringLiteral(" (%1)").arg(ToQt(key).toString(QKeySequence::NativeText)) : QString();
+}
+
+}  // namespace platform::qt
