@@ -2,7 +2,6 @@
 // What the objects of one adapter share on the caller's thread.
 // Not what the items' threads share; that is ItemServices.
 
-#include <chrono>
 #include <memory>
 
 #include "platform/gstreamer/latest_item.h"
@@ -16,7 +15,6 @@ namespace platform::gstreamer {
 struct Context {
   MessageLoop& message_loop;
   NativePaths& native_paths;
-  std::chrono::milliseconds open_deadline;
   std::shared_ptr<ItemServices> services;
   HandleTable handles;
   /// The item whose session was set up last: the program's own entry among the audio sessions.

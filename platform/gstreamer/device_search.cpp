@@ -1,6 +1,5 @@
 #include "platform/gstreamer/device_search.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace platform::gstreamer {
@@ -16,7 +15,7 @@ void DeviceSearch::Continue(Clock::time_point now, Interest interest) {
     if (std::exchange(probe_, nullptr)) watch_.LookDropped();
     return;
   }
-  if (watch_.Now() == DeviceWatch::State::kLost && now >= watch_.NextLook()) Look(now);
+  if (IsDue(watch_.NextLook(), now)) Look(now);
 }
 
 void DeviceSearch::Look(Clock::time_point now) {
@@ -25,13 +24,9 @@ void DeviceSearch::Look(Clock::time_point now) {
   if (!probe_) watch_.LookFailed();
 }
 
-std::optional<DeviceSearch::Clock::time_point> DeviceSearch::NextWake(Clock::time_point now,
-                                                                      Interest interest) const {
-  std::optional<Clock::time_point> wake = watch_.CountsAsAwayAt(now);
-  if (interest == Interest::kRunning && watch_.Now() == DeviceWatch::State::kLost) {
-    wake = std::min(wake.value_or(watch_.NextLook()), watch_.NextLook());
-  }
-  return wake;
+Timer DeviceSearch::NextWake(Clock::time_point now, Interest interest) const {
+  const Timer look = interest == Interest::kRunning ? watch_.NextLook() : std::nullopt;
+  return Earliest({watch_.CountsAsAwayAt(now), look});
 }
 
 }  // namespace platform::gstreamer

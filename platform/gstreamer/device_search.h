@@ -4,12 +4,12 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 
 #include "platform/gstreamer/device_probe.h"
 #include "platform/gstreamer/device_watch.h"
 #include "platform/gstreamer/pipeline.h"
 #include "platform/gstreamer/sound_output.h"
+#include "platform/gstreamer/timers.h"
 
 namespace platform::gstreamer {
 
@@ -36,7 +36,7 @@ class DeviceSearch {
   [[nodiscard]] bool IsLost() const { return watch_.Now() != DeviceWatch::State::kTaking; }
   /// No device takes the sound now. False in the moment in which a lost device may turn out to be there.
   [[nodiscard]] bool IsAway(Clock::time_point now) const { return watch_.IsAway(now); }
-  [[nodiscard]] std::optional<Clock::time_point> NextWake(Clock::time_point now, Interest interest) const;
+  [[nodiscard]] Timer NextWake(Clock::time_point now, Interest interest) const;
 
  private:
   void Look(Clock::time_point now);

@@ -50,8 +50,9 @@ class DeviceWatch {
   void Found() { state_ = State::kTaking; }
 
   [[nodiscard]] State Now() const { return state_; }
-  /// When to look; only in kLost.
-  [[nodiscard]] Clock::time_point NextLook() const {
+  /// When to look; nothing unless a look is due.
+  [[nodiscard]] std::optional<Clock::time_point> NextLook() const {
+    if (state_ != State::kLost) return std::nullopt;
     return looked_at_ ? *looked_at_ + kLookEvery : Clock::time_point{};
   }
   /// No device takes the sound at `now`.

@@ -7,26 +7,20 @@
 #include <string_view>
 
 #include "platform/gstreamer/missing_decoder.h"
+#include "platform/gstreamer/open_error.h"
 
 namespace platform::gstreamer {
 namespace {
 
 /// Below it the answer was good, and what failed came after it.
-constexpr guint kFirstBadStatus = 300;
+constexpr int kFirstBadStatus = 300;
 
-struct HttpAnswer {
-  guint status = 0;
-  bool redirects = false;
-};
-
-HttpAnswer AnswerBehind(GstMessage& error_message) {
+bool IsRedirect(int status, GstMessage& error_message) {
+  if (status / 100 != 3) return false;
   const GstStructure* details = nullptr;
   gst_message_parse_error_details(&error_message, &details);
-  HttpAnswer answer;
-  if (details == nullptr || !gst_structure_get_uint(details, "http-status-code", &answer.status)) return {};
   const gchar* target = gst_structure_get_string(details, "http-redirect-uri");
-  answer.redirects = answer.status / 100 == 3 && target != nullptr && g_str_has_prefix(target, "http") != 0;
-  return answer;
+  return target != nullptr && g_str_has_prefix(target, "http") != 0;
 }
 
 /// Types of texts and of lists of addresses: no decoder will ever make sound of them.
@@ -101,9 +95,9 @@ std::optional<FailureCause> FailureNotes::Explain(GstMessage& error_message, Sou
   GError* raw = nullptr;
   gst_message_parse_error(&error_message, &raw, nullptr);
   const GErrorPointer error(raw);
-  if (const HttpAnswer answer = AnswerBehind(error_message); answer.status >= kFirstBadStatus) {
-    if (answer.redirects) return FailureCause{PlaybackFailure::kTooManyRedirects};
-    return FailureCause{PlaybackFailure::kHttpStatus, static_cast<int>(answer.status)};
+  if (const int status = HttpStatusOf(&error_message); status >= kFirstBadStatus) {
+    if (IsRedirect(status, error_message)) return FailureCause{PlaybackFailure::kTooManyRedirects};
+    return FailureCause{PlaybackFailure::kHttpStatus, status};
   }
   if (missing_ && SaysMissing(*error)) return CauseOfMissingDecoder(*missing_);
   if (SaysText(*error)) return FailureCause{PlaybackFailure::kWebPage};

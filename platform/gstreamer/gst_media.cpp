@@ -48,13 +48,8 @@ GstMediaOptions WithLog(GstMediaOptions options, const std::shared_ptr<Log>& log
 struct GstMedia::Impl {
   Impl(MessageLoop& message_loop, NativePaths& native_paths, const GstMediaOptions& options)
       : log(std::make_shared<Log>(options.log)),
-        context{message_loop,
-                native_paths,
-                options.open_deadline,
-                std::make_shared<ItemServices>(WithLog(options, log)),
-                {},
-                {},
-                {}} {}
+        context{message_loop, native_paths, std::make_shared<ItemServices>(WithLog(options, log)),
+                {},           {},           {}} {}
 
   /// Hands a new object out once the framework has been started.
   template <typename Type, typename... Arguments>

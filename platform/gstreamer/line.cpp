@@ -6,7 +6,7 @@ namespace platform::gstreamer {
 namespace {
 
 /// How long a device is left alone once the buffer behind it is dry: until it asks for more in vain.
-constexpr std::chrono::microseconds kPlayedWhenDry{kDeviceBufferMicroseconds * 3 / 4};
+constexpr std::chrono::microseconds kPlayedWhenDry = kDeviceBuffer - kDeviceRequest;
 /// A wireless device that was at rest takes its time to begin.
 constexpr std::chrono::seconds kBegins{3};
 /// While the sound goes on the buffer is only looked at when it runs dry.

@@ -38,7 +38,7 @@ HResult SourceResolver::Open(PipelineInput input, std::int32_t* type, InterfaceH
   if (type == nullptr || out == nullptr) return kEPointer;
   const auto item = std::make_shared<MediaItem>(std::move(input), context_.services);
   context_.latest.Opening(item->SharedState());
-  const auto deadline = std::chrono::steady_clock::now() + context_.open_deadline;
+  const auto deadline = std::chrono::steady_clock::now() + context_.services->open_deadline;
   std::optional<HResult> result;
   while (!(result = item->WaitOpened(kPaintEvery))) {
     context_.message_loop.ProcessPaintMessages();

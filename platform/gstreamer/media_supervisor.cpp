@@ -10,35 +10,15 @@ namespace {
 
 using std::chrono::seconds;
 
-constexpr std::chrono::microseconds kDeviceBuffer{kDeviceBufferMicroseconds};
 /// The buffer announces once that it is full enough, and by then some of it may have gone on already.
 constexpr std::chrono::milliseconds kLookAtBufferEvery{50};
-
-/// How the next attempt is to be timed. A mount that is not there yet is what a restarting station answers.
-ReconnectSchedule::Failure Expense(const FailureCause& cause) {
-  constexpr int kNotFound = 404;
-  switch (cause.failure) {
-    case PlaybackFailure::kHttpStatus:
-      return cause.http_status == kNotFound ? ReconnectSchedule::Failure::kCheap
-                                            : ReconnectSchedule::Failure::kRefusal;
-    case PlaybackFailure::kTooManyRedirects:
-    case PlaybackFailure::kWebPage:
-    case PlaybackFailure::kNoDecoder:
-    case PlaybackFailure::kUnreadable:
-      return ReconnectSchedule::Failure::kRefusal;
-    default:
-      return ReconnectSchedule::Failure::kCheap;
-  }
-}
 
 }  // namespace
 
 ItemServices::ItemServices(const GstMediaOptions& options)
     : output(options),
-      pipeline{options.user_agent, options.certificate_file,
-               static_cast<unsigned>(std::max<seconds::rep>(1, options.stall_limit.count()))},
+      pipeline{options.user_agent, options.certificate_file, std::max(seconds(1), options.stall_limit)},
       open_deadline(options.open_deadline),
-      stall_limit(std::max(seconds(1), options.stall_limit)),
       log(options.log) {}
 
 MediaSupervisor::MediaSupervisor(PipelineInput input, std::shared_ptr<ItemState> state,
@@ -167,11 +147,11 @@ void MediaSupervisor::Promote() {
   playing_ = std::exchange(opening_, {});
   const bool lost_meanwhile = std::exchange(playing_.source_gone, false);
   state_->SetCurrent(playing_.pipeline);
-  tries_failed_ = false;
+  schedule_.AttemptOpened();
   cause_ = {};
   if (!ever_opened_) {
     ever_opened_ = true;
-    live_ = !input_.local_file && !input_.reader;
+    live_ = input_.FromServer();
     volume_moved_ = true;
     ApplyVolume();
   }
@@ -191,8 +171,7 @@ void MediaSupervisor::OnDuration() {
 void MediaSupervisor::OnOpenFailed(HResult result, FailureCause cause) {
   if (opening_.pipeline) opening_.pipeline->Stop();
   opening_ = {};
-  tries_failed_ = true;
-  schedule_.AttemptFailed(Clock::now(), Expense(cause));
+  schedule_.AttemptFailed(Clock::now(), ReconnectSchedule::Weigh(cause));
   cause_ = std::move(cause);
   if (!ever_opened_) {
     finished_ = true;
@@ -285,7 +264,7 @@ PlaybackState MediaSupervisor::State() const {
   if (!ever_opened_ || wanted_ == Wanted::kOpened) return PlaybackState::kConnecting;
   if (wanted_ == Wanted::kPaused) return PlaybackState::kPaused;
   // What is buffered bridges a loss that the next attempt ends; then there is nothing to report.
-  if (playing_.playing && !(playing_.source_gone && tries_failed_)) return PlaybackState::kPlaying;
+  if (playing_.playing && !(playing_.source_gone && schedule_.Failed())) return PlaybackState::kPlaying;
   if (playing_.pipeline && !playing_.source_gone) return PlaybackState::kBuffering;
   if (device_.IsAway(Clock::now())) return PlaybackState::kNoDevice;
   return schedule_.Lost() ? PlaybackState::kReconnecting : PlaybackState::kConnecting;
@@ -315,7 +294,7 @@ bool MediaSupervisor::WaitsForBuffer() const { return Runs() && playing_.pipelin
 bool MediaSupervisor::MayStall() const { return live_ && WaitsForBuffer() && !playing_.source_gone; }
 
 MediaSupervisor::Clock::time_point MediaSupervisor::StallTime() const {
-  return playing_.pipeline->LastData() + services_->stall_limit;
+  return playing_.pipeline->LastData() + services_->pipeline.stall_limit;
 }
 
 std::optional<MediaSupervisor::Clock::time_point> MediaSupervisor::NextWake() const {

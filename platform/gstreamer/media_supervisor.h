@@ -26,7 +26,6 @@ struct ItemServices {
   ProcessSound sound;
   PipelineSettings pipeline;
   std::chrono::milliseconds open_deadline;
-  std::chrono::seconds stall_limit;
   std::function<void(const std::string&)> log;
 };
 
@@ -93,9 +92,8 @@ class MediaSupervisor {
   int serial_ = 0;
   bool ever_opened_ = false;
   bool live_ = false;
-  bool finished_ = false;      ///< played to its end, or could not be opened at all
-  bool tries_failed_ = false;  ///< since the last loss an attempt has failed
-  FailureCause cause_;         ///< of the failure or the loss; none while all is well
+  bool finished_ = false;  ///< played to its end, or could not be opened at all
+  FailureCause cause_;     ///< of the failure or the loss; none while all is well
   ReconnectSchedule schedule_;
   DeviceSearch device_;
 };

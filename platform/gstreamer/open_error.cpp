@@ -1,20 +1,11 @@
 #include "platform/gstreamer/open_error.h"
 
+#include "platform/gstreamer/failure_cause.h"
 #include "platform/gstreamer/gst_pointers.h"
 #include "platform/gstreamer/results.h"
 
 namespace platform::gstreamer {
 namespace {
-
-constexpr guint kHttpNotFound = 404;
-
-guint HttpStatus(GstMessage* message) {
-  const GstStructure* details = nullptr;
-  gst_message_parse_error_details(message, &details);
-  guint status = 0;
-  if (details != nullptr) gst_structure_get_uint(details, "http-status-code", &status);
-  return status;
-}
 
 bool IsUnsupported(const GError& error) {
   if (error.domain == GST_CORE_ERROR) return error.code == GST_CORE_ERROR_MISSING_PLUGIN;
@@ -45,7 +36,15 @@ HResult ResultOfError(GstMessage* error_message, bool local_file) {
   if (error->code == GST_RESOURCE_ERROR_NOT_AUTHORIZED) return kEAccessDenied;
   if (error->code != GST_RESOURCE_ERROR_NOT_FOUND) return kEFail;
   // An unknown host is "not found" for GStreamer too, but it is no missing file.
-  return local_file || HttpStatus(error_message) == kHttpNotFound ? kErrorFileNotFound : kEFail;
+  return local_file || HttpStatusOf(error_message) == kHttpNotFound ? kErrorFileNotFound : kEFail;
+}
+
+int HttpStatusOf(GstMessage* error_message) {
+  const GstStructure* details = nullptr;
+  gst_message_parse_error_details(error_message, &details);
+  guint status = 0;
+  if (details != nullptr) gst_structure_get_uint(details, "http-status-code", &status);
+  return static_cast<int>(status);
 }
 
 }  // namespace platform::gstreamer

@@ -12,4 +12,7 @@ namespace platform::gstreamer {
 /// for what is no decodable sound, access denied for 401 and 403, a timeout, and kEFail for the rest.
 HResult ResultOfError(GstMessage* error_message, bool local_file);
 
+/// The HTTP status that an error message speaks of; 0 when there is none.
+int HttpStatusOf(GstMessage* error_message);
+
 }  // namespace platform::gstreamer

@@ -197,8 +197,7 @@ void Pipeline::OnError(GstMessage* message) {
     event.cause = {PlaybackFailure::kNoSoundDevice};
     return Notify(event);
   }
-  const bool from_server = !input_.local_file && !input_.reader;
-  const auto where = from_server ? FailureNotes::Source::kServer : FailureNotes::Source::kLocal;
+  const auto where = input_.FromServer() ? FailureNotes::Source::kServer : FailureNotes::Source::kLocal;
   const auto cause = notes_.Explain(*message, where);
   if (!cause && explains_silence_) return AskWhySilent(event);
   event.cause = cause.value_or(FailureCause{PlaybackFailure::kConnectionLost});
@@ -272,8 +271,8 @@ void Pipeline::OnElementAdded(GstElement* element) {
     g_object_set(element, "retries", 0, nullptr);
     web_source_.reset(GST_ELEMENT(gst_object_ref(element)));
   }
-  g_object_set(element, "user-agent", settings_.user_agent.c_str(), "timeout", settings_.silence_limit,
-               nullptr);
+  g_object_set(element, "user-agent", settings_.user_agent.c_str(), "timeout",
+               static_cast<guint>(settings_.stall_limit.count()), nullptr);
   if (settings_.certificate_file.empty()) return;
   GTlsDatabase* trusted = g_tls_file_database_new(settings_.certificate_file.c_str(), nullptr);
   if (trusted == nullptr) return;

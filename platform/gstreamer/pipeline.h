@@ -26,12 +26,14 @@ struct PipelineInput {
   std::string uri;
   bool local_file = false;
   std::shared_ptr<StreamReader> reader;
+
+  [[nodiscard]] bool FromServer() const { return !local_file && !reader; }
 };
 
 struct PipelineSettings {
   std::string user_agent;
   std::string certificate_file;
-  unsigned silence_limit = 15;  ///< a server that sends nothing for so many seconds counts as gone
+  std::chrono::seconds stall_limit{15};  ///< a server that sends nothing for so long counts as gone
 };
 
 struct PipelineEvent {

@@ -7,15 +7,17 @@
 #include <cstdint>
 #include <optional>
 
+#include "platform/gstreamer/failure_cause.h"
+
 namespace platform::gstreamer {
 
-/// One loss and its attempts, in order: Lose, then NextAttempt and AttemptStarted by turns, with
-/// AttemptFailed after an attempt that has opened nothing.
+/// One loss and its attempts, in order: Lose, then NextAttempt and AttemptStarted by turns, each with
+/// AttemptOpened or AttemptFailed.
 class ReconnectSchedule {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// Sound that lasted this long ends a loss; a stream that breaks sooner goes on with the old schedule,
+  /// Sound that lasted this long ends a loss; a stream that breaks sooner continues with the old schedule,
   /// so that a server that hangs up at once is not asked without a pause.
   static constexpr Clock::duration kSteady = std::chrono::seconds(5);
   static constexpr Clock::duration kOftenFor = std::chrono::seconds(60);
@@ -27,6 +29,8 @@ class ReconnectSchedule {
     kCheap,    ///< it cost nobody anything: no server is there, or the stream is not there yet
     kRefusal,  ///< a server has answered, but gives no sound
   };
+  /// How an attempt that failed for that reason counts.
+  static Failure Weigh(const FailureCause& cause);
 
   /// The stream was lost at `now`, after sound since `sound_since` (nothing: it was never heard).
   void Lose(Clock::time_point now, std::optional<Clock::time_point> sound_since) {
@@ -50,9 +54,12 @@ class ReconnectSchedule {
     soon_at_.reset();
   }
 
+  void AttemptOpened() { failed_ = false; }
+
   /// The last attempt has opened nothing, as is known at `now`; what was not lost before is lost with that.
   void AttemptFailed(Clock::time_point now, Failure failure) {
     Lose(now, std::nullopt);
+    failed_ = true;
     if (failure == Failure::kCheap && now - since_ < kOftenFor) soon_at_ = now + kSoon;
   }
 
@@ -60,6 +67,8 @@ class ReconnectSchedule {
   void Reset() { *this = {}; }
 
   [[nodiscard]] bool Lost() const { return lost_; }
+  /// An attempt has failed since the last one that was opened.
+  [[nodiscard]] bool Failed() const { return failed_; }
 
  private:
   bool lost_ = false;
@@ -68,6 +77,22 @@ class ReconnectSchedule {
   std::optional<Clock::time_point> soon_at_;
   Clock::duration pause_ = kOften;
   bool attempted_ = false;
+  bool failed_ = false;
 };
+
+inline ReconnectSchedule::Failure ReconnectSchedule::Weigh(const FailureCause& cause) {
+  switch (cause.failure) {
+    case PlaybackFailure::kHttpStatus:
+      // A mount that is not there yet is what a restarting station answers.
+      return cause.http_status == kHttpNotFound ? Failure::kCheap : Failure::kRefusal;
+    case PlaybackFailure::kTooManyRedirects:
+    case PlaybackFailure::kWebPage:
+    case PlaybackFailure::kNoDecoder:
+    case PlaybackFailure::kUnreadable:
+      return Failure::kRefusal;
+    default:
+      return Failure::kCheap;
+  }
+}
 
 }  // namespace platform::gstreamer

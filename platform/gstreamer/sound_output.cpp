@@ -7,10 +7,6 @@
 namespace platform::gstreamer {
 namespace {
 
-/// How much the device asks for at a time: a quarter of its buffer. GStreamer's own 10 ms would wake two
-/// threads a hundred times a second.
-constexpr std::int64_t kDeviceRequestMicroseconds = kDeviceBufferMicroseconds / 4;
-
 void SetIfPresent(GstElement* element, const char* property, const std::string& value) {
   GObjectClass* type = G_OBJECT_GET_CLASS(element);
   if (value.empty() || g_object_class_find_property(type, property) == nullptr) return;
@@ -35,8 +31,8 @@ ElementPointer OutputChooser::TryDevice(const char* factory) {
   // lined up with it, by the sink's own clock or against the system's, starts later by just that pause or
   // stands still. So the sound is handed over as fast as the device takes it, which needs no clock.
   g_object_set(sink.get(), "provide-clock", FALSE, "sync", FALSE, "buffer-time",
-               static_cast<gint64>(kDeviceBufferMicroseconds), "latency-time",
-               static_cast<gint64>(kDeviceRequestMicroseconds), nullptr);
+               static_cast<gint64>(kDeviceBuffer.count()), "latency-time",
+               static_cast<gint64>(kDeviceRequest.count()), nullptr);
   SetIfPresent(sink.get(), "client-name", application_name_);
   if (gst_element_set_state(sink.get(), GST_STATE_READY) == GST_STATE_CHANGE_SUCCESS) return sink;
   gst_element_set_state(sink.get(), GST_STATE_NULL);

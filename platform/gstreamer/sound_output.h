@@ -5,6 +5,7 @@
 #include <gst/gst.h>
 
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <mutex>
@@ -17,7 +18,9 @@
 namespace platform::gstreamer {
 
 /// How much sound a device takes ahead of its being heard.
-inline constexpr std::int64_t kDeviceBufferMicroseconds = 400'000;
+inline constexpr std::chrono::microseconds kDeviceBuffer = std::chrono::milliseconds(400);
+/// How much it asks for at a time. GStreamer's own 10 ms would wake two threads a hundred times a second.
+inline constexpr std::chrono::microseconds kDeviceRequest = kDeviceBuffer / 4;
 
 /// Makes sinks; safe to use from any thread.
 class OutputChooser {

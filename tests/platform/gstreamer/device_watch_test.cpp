@@ -25,7 +25,7 @@ TEST(DeviceWatchTest, ALostDeviceIsLookedForAtOnceAndThenOnceASecond) {
   DeviceWatch watch;
   watch.Lose(kNoon);
   EXPECT_EQ(watch.Now(), State::kLost);
-  EXPECT_LE(watch.NextLook(), kNoon);
+  EXPECT_LE(watch.NextLook().value(), kNoon);
   watch.LookStarted(kNoon);
   EXPECT_EQ(watch.Now(), State::kLooking);
   watch.LookFailed();
@@ -62,7 +62,7 @@ TEST(DeviceWatchTest, WhereNoDeviceCouldBeHadTheSoundIsAwayAtOnce) {
   watch.Miss(kNoon);
   EXPECT_EQ(watch.Now(), State::kLost);
   EXPECT_TRUE(watch.IsAway(kNoon));
-  EXPECT_LE(watch.NextLook(), kNoon);
+  EXPECT_LE(watch.NextLook().value(), kNoon);
   watch.LookStarted(kNoon);
   watch.LookDropped();
   EXPECT_EQ(watch.Now(), State::kLost);

@@ -8,6 +8,7 @@ namespace gstreamer_test {
 namespace {
 
 using namespace std::chrono_literals;
+using platform::PlaybackFailure;
 using platform::gstreamer::ReconnectSchedule;
 using Failure = ReconnectSchedule::Failure;
 using Time = ReconnectSchedule::Clock::time_point;
@@ -98,6 +99,33 @@ TEST(ReconnectScheduleTest, WithoutALossTheMinuteBeginsWithTheFirstFailure) {
   EXPECT_EQ(schedule.NextAttempt(), kStart + 60s);
   schedule.AttemptStarted(kStart + 60s);
   EXPECT_EQ(schedule.NextAttempt(), kStart + 62s);
+}
+
+TEST(ReconnectScheduleTest, AnAnswerWithoutSoundIsARefusalUnlessTheStationIsNotThereYet) {
+  for (const auto failure :
+       {PlaybackFailure::kUnknownHost, PlaybackFailure::kNoAnswer, PlaybackFailure::kRefused,
+        PlaybackFailure::kHungUp, PlaybackFailure::kConnectionLost}) {
+    EXPECT_EQ(ReconnectSchedule::Weigh({failure}), Failure::kCheap) << static_cast<int>(failure);
+  }
+  for (const auto failure : {PlaybackFailure::kTooManyRedirects, PlaybackFailure::kWebPage,
+                             PlaybackFailure::kNoDecoder, PlaybackFailure::kUnreadable}) {
+    EXPECT_EQ(ReconnectSchedule::Weigh({failure}), Failure::kRefusal) << static_cast<int>(failure);
+  }
+  EXPECT_EQ(ReconnectSchedule::Weigh({PlaybackFailure::kHttpStatus, 503}), Failure::kRefusal);
+  EXPECT_EQ(ReconnectSchedule::Weigh({PlaybackFailure::kHttpStatus, 404}), Failure::kCheap);
+}
+
+TEST(ReconnectScheduleTest, AFailureIsKnownUntilAnAttemptIsOpened) {
+  ReconnectSchedule schedule;
+  schedule.Lose(kStart, kStart - 99s);
+  EXPECT_FALSE(schedule.Failed());
+  schedule.AttemptStarted(kStart);
+  schedule.AttemptFailed(kStart, Failure::kCheap);
+  EXPECT_TRUE(schedule.Failed());
+  schedule.AttemptStarted(kStart + 1s);
+  EXPECT_TRUE(schedule.Failed());
+  schedule.AttemptOpened();
+  EXPECT_FALSE(schedule.Failed());
 }
 
 TEST(ReconnectScheduleTest, SteadySoundEndsALoss) {
