@@ -1,11 +1,12 @@
 #pragma once
 // What the thread that looks after an item reports of it, for the monitor of playing.
-// Not the words for the user, and not the decisions (media_supervisor.h).
+// Not the words for the user, and not what is done about it (item_phases.h).
 
 #include <chrono>
 #include <optional>
 
 #include "platform/gstreamer/failure_cause.h"
+#include "platform/gstreamer/item_phases.h"
 #include "ports/playback_monitor.h"
 
 namespace platform::gstreamer {
@@ -17,5 +18,22 @@ struct ItemReport {
   /// With kReconnecting; nothing while a try is under way.
   std::optional<std::chrono::steady_clock::time_point> next_try;
 };
+
+/// How an item stands.
+struct Situation {
+  Phase phase = Phase::kOpening;
+  Wanted wanted = Wanted::kOpened;
+  bool plays = false;           ///< what is heard hands its sound to the device
+  bool is_lost = false;         ///< a loss has not been made up for by steady sound
+  bool attempt_failed = false;  ///< since the last attempt that was opened
+  bool device_is_away = false;
+  FailureCause cause = {};  ///< of the failure or the loss; none while all is well
+  int buffered_percent = 0;
+  std::optional<std::chrono::steady_clock::time_point> next_attempt = {};
+};
+
+/// A loss that is bridged by what is buffered is not reported before an attempt has failed: until then
+/// nothing was missed.
+ItemReport ReportOf(const Situation& situation);
 
 }  // namespace platform::gstreamer

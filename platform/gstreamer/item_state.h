@@ -10,13 +10,12 @@
 #include <optional>
 #include <vector>
 
+#include "platform/gstreamer/item_phases.h"
 #include "platform/gstreamer/item_report.h"
 #include "platform/gstreamer/metadata.h"
 #include "platform/gstreamer/pipeline.h"
 
 namespace platform::gstreamer {
-
-enum class Wanted : std::uint8_t { kOpened, kRunning, kPaused, kStopped, kShutDown };
 
 /// Safe to use from any thread. The lock is only ever held for a few assignments.
 class ItemState final : public PipelineListener {
