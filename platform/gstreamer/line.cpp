@@ -9,7 +9,7 @@ namespace {
 constexpr std::chrono::microseconds kPlayedWhenDry = kDeviceBuffer - kDeviceRequest;
 /// A wireless device that was at rest takes its time to begin.
 constexpr std::chrono::seconds kBegins{3};
-/// While the sound goes on the buffer is only looked at when it runs dry.
+/// While there is sound the buffer is only looked at when it runs dry.
 constexpr std::chrono::milliseconds kRefillWhilePlaying{100};
 
 }  // namespace
@@ -19,7 +19,6 @@ Line::Buffer Line::LookAtBuffer(Clock::time_point now) {
     if (!pipeline->IsDry()) return Buffer::kAsBefore;
     filled = false;
     percent = 0;
-    if (playing && !source_gone) dry_at = now + kPlayedWhenDry;
     reserve.RunDry(now);
     pipeline->SetRefill(reserve.Most());
     return Buffer::kDry;
@@ -31,6 +30,10 @@ Line::Buffer Line::LookAtBuffer(Clock::time_point now) {
   reserve.Resume(now);
   pipeline->SetRefill(kRefillWhilePlaying);
   return Buffer::kFilled;
+}
+
+void Line::PauseOnceDeviceIsDry(Clock::time_point now) {
+  if (playing) dry_at = now + kPlayedWhenDry;
 }
 
 void Line::SetPlaying(bool play, Clock::time_point now) {
@@ -46,7 +49,7 @@ bool Line::StandsStill(Clock::time_point now) {
   return FeedsDevice() && standstill.Check(now, SuppliedUntil());
 }
 
-std::optional<Line::Clock::time_point> Line::NextStandstillCheck() const {
+Timer Line::NextStandstillCheck() const {
   if (!FeedsDevice()) return std::nullopt;
   return standstill.NextCheck(SuppliedUntil());
 }

@@ -1,6 +1,5 @@
 #include "platform/gstreamer/media_supervisor.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "platform/gstreamer/results.h"
@@ -8,28 +7,23 @@
 namespace platform::gstreamer {
 namespace {
 
-using std::chrono::seconds;
+using Sound = ItemPipelines::Sound;
 
 /// The buffer announces once that it is full enough, and by then some of it may have gone on already.
 constexpr std::chrono::milliseconds kLookAtBufferEvery{50};
 
 }  // namespace
 
-ItemServices::ItemServices(const GstMediaOptions& options)
-    : output(options),
-      pipeline{options.user_agent, options.certificate_file, std::max(seconds(1), options.stall_limit)},
-      open_deadline(options.open_deadline),
-      log(options.log) {}
-
-MediaSupervisor::MediaSupervisor(PipelineInput input, std::shared_ptr<ItemState> state,
+MediaSupervisor::MediaSupervisor(const PipelineInput& input, std::shared_ptr<ItemState> state,
                                  std::shared_ptr<ItemServices> services)
-    : input_(std::move(input)),
-      state_(std::move(state)),
+    : state_(std::move(state)),
       services_(std::move(services)),
-      device_(services_->output, *state_) {}
+      pipelines_(input, state_, services_),
+      device_(services_->output, *state_),
+      kind_(input.FromServer() ? ItemKind::kLive : ItemKind::kFile) {}
 
 void MediaSupervisor::Run() {
-  OpenNext(OutputChooser::Wish::kDeviceOrNowhere);
+  Open(OutputChooser::Wish::kDeviceOrNowhere);
   state_->SetReport(Report());
   while (wanted_ != Wanted::kShutDown) {
     const ItemState::Work work = state_->WaitForWork(NextWake());
@@ -39,319 +33,285 @@ void MediaSupervisor::Run() {
       OnRequest(work.wanted);
     }
     CheckTimers();
-    ApplyVolume();
-    AdjustPlaying();
+    pipelines_.FollowVolume();
+    pipelines_.Let(wanted_ == Wanted::kRunning ? Sound::kOn : Sound::kOff);
     state_->SetReport(Report());
     state_->CarriedOut(request_);
   }
-}
-
-void MediaSupervisor::OpenNext(OutputChooser::Wish wish) {
-  const auto now = Clock::now();
-  auto output = services_->output.Choose(wish);
-  // A sound server that hangs can hold that up for longer than anybody waits.
-  if (state_->Requested() == Wanted::kShutDown) return;
-  if (!output.heard && services_->output.WantsDevice()) device_.Miss(now);
-  if (wish == OutputChooser::Wish::kDevice && !output.sink) return;
-  schedule_.AttemptStarted(now);
-  opening_ = {};
-  const bool heard = output.heard;
-  opening_.pipeline = Pipeline::Create(input_, services_->pipeline, std::move(output), *state_, ++serial_);
-  if (!opening_.pipeline && heard) return OnOutputRefused();
-  if (!opening_.pipeline) return OnOpenFailed(kEFail, {PlaybackFailure::kNoSoundDevice});
-  opening_.deadline = now + services_->open_deadline;
-  opening_.pipeline->SetRefill(opening_.reserve.Most());
-  const auto wanted = services_->sound.Get();
-  if (wanted.volume) opening_.pipeline->SetVolume(*wanted.volume);
-  if (wanted.mute) opening_.pipeline->SetMute(*wanted.mute);
-  // A stream that was heard before is asked again soon enough; nothing is to be explained.
-  if (!ever_opened_) opening_.pipeline->ExplainSilence();
-  opening_.pipeline->Preroll();
-}
-
-void MediaSupervisor::OnEvent(const PipelineEvent& event) {
-  device_.OnEvent(event);
-  if (opening_.pipeline && event.serial == opening_.pipeline->Serial()) return OnOpeningEvent(event);
-  if (playing_.pipeline && event.serial == playing_.pipeline->Serial()) return OnPlayingEvent(event);
-}
-
-void MediaSupervisor::OnOpeningEvent(const PipelineEvent& event) {
-  using Kind = PipelineEvent::Kind;
-  switch (event.kind) {
-    case Kind::kPrerolled:
-      return OnPrerolled();
-    case Kind::kBuffering:
-      opening_.LookAtBuffer(Clock::now());
-      return;
-    case Kind::kSourceEnded:
-      opening_.source_gone = true;
-      return;
-    case Kind::kFailed:
-      if (event.output_failed && opening_.pipeline->Heard()) return OnOutputRefused();
-      return OnOpenFailed(event.result, event.cause);
-    default:
-      return;
-  }
-}
-
-void MediaSupervisor::OnPlayingEvent(const PipelineEvent& event) {
-  using Kind = PipelineEvent::Kind;
-  switch (event.kind) {
-    case Kind::kBuffering:
-      return LookAtBuffer();
-    case Kind::kSourceEnded:
-      return LoseSource();
-    case Kind::kEnded:
-      LoseSource();
-      return EndOnceHeard();
-    case Kind::kFailed:
-      return OnPlayingFailed(event);
-    case Kind::kDurationChanged:
-      return OnDuration();
-    case Kind::kVolumeChanged:
-      volume_moved_ = true;
-      return;
-    case Kind::kLatencyChanged:
-      return playing_.pipeline->RecalculateLatency();
-    default:
-      return;
-  }
-}
-
-void MediaSupervisor::LookAtBuffer() {
-  if (playing_.LookAtBuffer(Clock::now()) == Line::Buffer::kDry && playing_.source_gone) EndOnceHeard();
-}
-
-void MediaSupervisor::OnPrerolled() {
-  const std::int64_t played = live_ || opening_.sought ? 0 : state_->PlayedTime();
-  if (played > 0) {
-    opening_.sought = true;
-    if (opening_.pipeline->Seek(played)) return;
-    state_->RestartTime();
-  }
-  opening_.prerolled = true;
-  if (!playing_.pipeline) Promote();
-}
-
-void MediaSupervisor::OnOutputRefused() {
-  if (opening_.pipeline) opening_.pipeline->Stop();
-  opening_ = {};
-  device_.Miss(Clock::now());
-  // The address is tried all the same.
-  if (!ever_opened_) OpenNext(OutputChooser::Wish::kNowhere);
-}
-
-void MediaSupervisor::OnSilent() { live_ ? DropPlaying() : Finish(); }
-
-void MediaSupervisor::Promote() {
-  playing_ = std::exchange(opening_, {});
-  const bool lost_meanwhile = std::exchange(playing_.source_gone, false);
-  state_->SetCurrent(playing_.pipeline);
-  schedule_.AttemptOpened();
-  cause_ = {};
-  if (!ever_opened_) {
-    ever_opened_ = true;
-    live_ = input_.FromServer();
-    volume_moved_ = true;
-    ApplyVolume();
-  }
-  OnDuration();
-  if (lost_meanwhile) LoseSource();
-  state_->SetOpened(kSOk, Report());
-}
-
-void MediaSupervisor::OnDuration() {
-  const auto duration = playing_.pipeline->Duration();
-  if (!duration) return;
-  live_ = false;
-  playing_.pipeline->AllowResuming();
-  state_->SetDuration(*duration);
-}
-
-void MediaSupervisor::OnOpenFailed(HResult result, FailureCause cause) {
-  if (opening_.pipeline) opening_.pipeline->Stop();
-  opening_ = {};
-  schedule_.AttemptFailed(Clock::now(), ReconnectSchedule::Weigh(cause));
-  cause_ = std::move(cause);
-  if (!ever_opened_) {
-    finished_ = true;
-    state_->SetOpened(result, Report());
-  } else if (!live_) {
-    Finish();
-  }
-}
-
-void MediaSupervisor::OnPlayingFailed(const PipelineEvent& event) {
-  if (event.output_failed && playing_.pipeline->Heard()) {
-    device_.Lose(Clock::now());
-    return LoseDevice();
-  }
-  if (!live_) {
-    cause_ = event.cause;
-    return Finish();
-  }
-  LoseSource();
-  if (!playing_.filled) EndOnceHeard();
-}
-
-void MediaSupervisor::LoseSource() {
-  if (!live_ || playing_.source_gone) return;
-  playing_.source_gone = true;
-  cause_ = {PlaybackFailure::kConnectionLost};
-  schedule_.Lose(Clock::now(), playing_.played_since);
-  services_->log("the stream broke off and is opened again");
-}
-
-void MediaSupervisor::EndOnceHeard() {
-  if (!playing_.playing) return OnSilent();
-  if (!playing_.silent_at) playing_.silent_at = Clock::now() + kDeviceBuffer;
-}
-
-void MediaSupervisor::DropPlaying() {
-  state_->SetCurrent(nullptr);
-  playing_.pipeline->Stop();
-  playing_ = {};
-  if (opening_.prerolled) Promote();
-}
-
-void MediaSupervisor::Finish() {
-  finished_ = true;
-  DropAll();
-  state_->SetEnded();
-}
-
-void MediaSupervisor::LoseDevice() {
-  services_->log("the sound device is gone: looking for one");
-  DropLines();
-}
-
-void MediaSupervisor::DropAll() {
-  DropLines();
-  state_->RestartTime();
-}
-
-void MediaSupervisor::DropLines() {
-  state_->SetCurrent(nullptr);
-  const Line playing = std::exchange(playing_, {});
-  const Line opening = std::exchange(opening_, {});
-  schedule_.Reset();
-  // A sound server that hangs can hold up what follows.
-  state_->SetReport(Report());
-  if (playing.pipeline) playing.pipeline->Stop();
-  if (opening.pipeline) opening.pipeline->Stop();
 }
 
 void MediaSupervisor::OnRequest(Wanted wanted) {
   wanted_ = wanted;
   switch (wanted) {
     case Wanted::kRunning:
-      if (ever_opened_) finished_ = false;
-      // What was opened without a device, to try the address, would be old when one is found.
-      if (device_.IsLost()) DropLines();
+      Apply(ItemEvent::kStart);
+      if (device_.IsLost()) Apply(ItemEvent::kDeviceGone);
       return;
     case Wanted::kStopped:
     case Wanted::kShutDown:
-      return DropAll();
+      return Apply(ItemEvent::kStop);
     default:
       return;
   }
 }
 
-PlaybackState MediaSupervisor::State() const {
-  if (finished_) {
-    return cause_.failure == PlaybackFailure::kNone ? PlaybackState::kEnded : PlaybackState::kFailed;
+void MediaSupervisor::OnEvent(const PipelineEvent& event) {
+  device_.OnEvent(event);
+  if (pipelines_.IsAttempted(event)) return OnAttemptEvent(event);
+  if (pipelines_.IsHeard(event)) return OnHeardEvent(event);
+}
+
+void MediaSupervisor::OnAttemptEvent(const PipelineEvent& event) {
+  using Kind = PipelineEvent::Kind;
+  Attempt& attempt = pipelines_.Attempted();
+  switch (event.kind) {
+    case Kind::kPrerolled:
+      return OnPrerolled();
+    case Kind::kBuffering:
+      attempt.line.LookAtBuffer(Clock::now());
+      return;
+    case Kind::kSourceEnded:
+      attempt.source_gone = true;
+      return;
+    case Kind::kFailed:
+      if (event.output_failed && attempt.line.pipeline->Heard()) return OnNoDevice();
+      return OnAttemptFailed(event.result, event.cause);
+    default:
+      return;
   }
-  if (!ever_opened_ || wanted_ == Wanted::kOpened) return PlaybackState::kConnecting;
-  if (wanted_ == Wanted::kPaused) return PlaybackState::kPaused;
-  // What is buffered bridges a loss that the next attempt ends; then there is nothing to report.
-  if (playing_.playing && !(playing_.source_gone && schedule_.Failed())) return PlaybackState::kPlaying;
-  if (playing_.pipeline && !playing_.source_gone) return PlaybackState::kBuffering;
-  if (device_.IsAway(Clock::now())) return PlaybackState::kNoDevice;
-  return schedule_.Lost() ? PlaybackState::kReconnecting : PlaybackState::kConnecting;
 }
 
-ItemReport MediaSupervisor::Report() const {
-  ItemReport report{State(), {}, playing_.percent, {}};
-  // A loss that is bridged has a cause already, but there is nothing to report yet.
-  const bool in_trouble =
-      report.state == PlaybackState::kFailed || report.state == PlaybackState::kReconnecting;
-  if (in_trouble) report.cause = cause_;
-  if (WantsAttempt()) report.next_try = schedule_.NextAttempt();
-  return report;
+void MediaSupervisor::OnHeardEvent(const PipelineEvent& event) {
+  using Kind = PipelineEvent::Kind;
+  switch (event.kind) {
+    case Kind::kBuffering:
+      return LookAtBuffer();
+    case Kind::kSourceEnded:
+      return Apply(ItemEvent::kSourceEnded);
+    case Kind::kEnded:
+      Apply(ItemEvent::kSourceEnded);
+      return Apply(ItemEvent::kNothingLeft);
+    case Kind::kFailed:
+      return OnHeardFailed(event);
+    case Kind::kDurationChanged:
+      return OnDuration();
+    case Kind::kVolumeChanged:
+      return pipelines_.MixerMoved();
+    case Kind::kLatencyChanged:
+      return pipelines_.Heard().pipeline->RecalculateLatency();
+    default:
+      return;
+  }
 }
 
-DeviceSearch::Interest MediaSupervisor::Interest() const {
-  return Runs() ? DeviceSearch::Interest::kRunning : DeviceSearch::Interest::kNone;
+void MediaSupervisor::OnPrerolled() {
+  Attempt& attempt = pipelines_.Attempted();
+  const bool from_its_start = kind_ == ItemKind::kLive || attempt.sought;
+  const std::int64_t played = from_its_start ? 0 : state_->PlayedTime();
+  if (played > 0) {
+    attempt.sought = true;
+    if (attempt.line.pipeline->Seek(played)) return;
+    state_->RestartTime();
+  }
+  attempt.deadline.reset();
+  Apply(ItemEvent::kAttemptOpened);
 }
 
-bool MediaSupervisor::WantsAttempt() const {
-  const bool idle = !opening_.pipeline && (!playing_.pipeline || playing_.source_gone);
-  return Runs() && idle && !device_.IsLost();
+void MediaSupervisor::OnAttemptFailed(HResult result, FailureCause cause) {
+  schedule_.AttemptFailed(Clock::now(), ReconnectSchedule::Weigh(cause));
+  cause_ = std::move(cause);
+  Apply(ItemEvent::kAttemptFailed);
+  if (phase_ == Phase::kFailed) state_->SetOpened(result, Report());
 }
 
-bool MediaSupervisor::WaitsForBuffer() const { return Runs() && playing_.pipeline && !playing_.filled; }
-
-bool MediaSupervisor::MayStall() const { return live_ && WaitsForBuffer() && !playing_.source_gone; }
-
-MediaSupervisor::Clock::time_point MediaSupervisor::StallTime() const {
-  return playing_.pipeline->LastData() + services_->pipeline.stall_limit;
+void MediaSupervisor::OnNoDevice() {
+  device_.Miss(Clock::now());
+  Apply(ItemEvent::kNoDevice);
 }
 
-std::optional<MediaSupervisor::Clock::time_point> MediaSupervisor::NextWake() const {
-  std::optional<Clock::time_point> wake;
-  const auto consider = [&wake](Clock::time_point time) { wake = wake ? std::min(*wake, time) : time; };
-  if (opening_.pipeline && !opening_.prerolled) consider(opening_.deadline);
-  if (playing_.silent_at) consider(*playing_.silent_at);
-  if (playing_.dry_at) consider(*playing_.dry_at);
-  if (WantsAttempt()) consider(schedule_.NextAttempt());
-  if (WaitsForBuffer()) consider(Clock::now() + kLookAtBufferEvery);
-  if (MayStall()) consider(StallTime());
-  if (const auto check = playing_.NextStandstillCheck()) consider(*check);
-  if (const auto look = device_.NextWake(Clock::now(), Interest())) consider(*look);
-  return wake;
+void MediaSupervisor::OnHeardFailed(const PipelineEvent& event) {
+  if (event.output_failed && pipelines_.Heard().pipeline->Heard()) {
+    device_.Lose(Clock::now());
+    return OnDeviceGone();
+  }
+  if (kind_ == ItemKind::kFile) cause_ = event.cause;
+  Apply(ItemEvent::kSourceBroken);
+  // Nothing fills the buffer any more.
+  if (!pipelines_.Heard().filled) Apply(ItemEvent::kNothingLeft);
+}
+
+void MediaSupervisor::OnDeviceGone() {
+  services_->log("the sound device is gone: looking for one");
+  Apply(ItemEvent::kDeviceGone);
+}
+
+void MediaSupervisor::OnDuration() {
+  const auto duration = pipelines_.Heard().pipeline->Duration();
+  if (!duration) return;
+  kind_ = ItemKind::kFile;
+  pipelines_.Heard().pipeline->AllowResuming();
+  state_->SetDuration(*duration);
+}
+
+void MediaSupervisor::LookAtBuffer() {
+  const auto now = Clock::now();
+  Line& heard = pipelines_.Heard();
+  if (heard.LookAtBuffer(now) != Line::Buffer::kDry) return;
+  if (phase_ != Phase::kSounding) return Apply(ItemEvent::kNothingLeft);
+  heard.PauseOnceDeviceIsDry(now);
 }
 
 void MediaSupervisor::CheckTimers() {
   const auto now = Clock::now();
-  if (opening_.pipeline && !opening_.prerolled && now >= opening_.deadline) {
-    OnOpenFailed(kMfENetTimeout, {PlaybackFailure::kNoAnswer});
+  Line& heard = pipelines_.Heard();
+  if (IsDue(pipelines_.Attempted().deadline, now)) {
+    OnAttemptFailed(kMfENetTimeout, {PlaybackFailure::kNoAnswer});
   }
-  if (playing_.silent_at && now >= *playing_.silent_at) OnSilent();
+  if (IsDue(heard.silent_at, now)) Apply(ItemEvent::kHeardOut);
   if (WaitsForBuffer()) LookAtBuffer();
-  if (playing_.dry_at && now >= *playing_.dry_at) playing_.dry_at.reset();
-  if (MayStall() && now >= StallTime()) {
-    LoseSource();
-    DropPlaying();
+  if (IsDue(heard.dry_at, now)) heard.dry_at.reset();
+  if (IsDue(StallTime(), now)) {
+    Apply(ItemEvent::kSourceEnded);
+    Apply(ItemEvent::kHeardOut);
   }
-  if (playing_.StandsStill(now)) {
+  if (heard.StandsStill(now)) {
     device_.Miss(now);
-    LoseDevice();
+    OnDeviceGone();
   }
   device_.Continue(now, Interest());
-  if (WantsAttempt() && now >= schedule_.NextAttempt()) OpenNext(OutputChooser::Wish::kDevice);
+  if (IsDue(NextAttempt(), now)) Apply(ItemEvent::kAttemptDue);
 }
 
-void MediaSupervisor::AdjustPlaying() {
-  if (!playing_.pipeline) return;
-  playing_.SetPlaying(wanted_ == Wanted::kRunning && playing_.HasSound(), Clock::now());
+void MediaSupervisor::Apply(ItemEvent event) {
+  const Phase before = phase_;
+  const Step step = NextStep(before, event, kind_);
+  phase_ = step.next;
+  CarryOut(step.action, before);
 }
 
-void MediaSupervisor::ApplyVolume() {
-  const auto wanted = services_->sound.Get();
-  if (wanted.version != volume_version_) {
-    volume_version_ = wanted.version;
-    for (const Line* line : {&playing_, &opening_}) {
-      if (line->pipeline && wanted.volume) line->pipeline->SetVolume(*wanted.volume);
-      if (line->pipeline && wanted.mute) line->pipeline->SetMute(*wanted.mute);
-    }
+void MediaSupervisor::CarryOut(Action action, Phase before) {
+  switch (action) {
+    case Action::kNothing:
+      return;
+    case Action::kOpen:
+      return Open(OutputChooser::Wish::kDevice);
+    case Action::kOpenUnheard:
+      pipelines_.DropAttempt();
+      return Open(OutputChooser::Wish::kNowhere);
+    case Action::kDropAttempt:
+      return pipelines_.DropAttempt();
+    case Action::kPromote:
+      return Promote(before);
+    case Action::kNoteLoss:
+      return NoteLoss();
+    case Action::kAwaitSilence:
+      return AwaitSilence();
+    case Action::kDropHeard:
+      return pipelines_.DropHeard();
+    case Action::kChangeOver:
+      pipelines_.DropHeard();
+      return Promote(before);
+    case Action::kDropBoth:
+      return DropBoth();
+    case Action::kEnd:
+      DropBoth();
+      state_->RestartTime();
+      if (phase_ == Phase::kEnded) state_->SetEnded();
+      return;
   }
-  if (std::exchange(volume_moved_, false)) ObserveVolume();
 }
 
-void MediaSupervisor::ObserveVolume() {
-  // A sink without a device only repeats what it was given.
-  if (!playing_.pipeline || !playing_.pipeline->Heard()) return;
-  services_->sound.Observe(playing_.pipeline->ReadVolume(), volume_version_);
+void MediaSupervisor::Open(OutputChooser::Wish wish) {
+  const auto now = Clock::now();
+  auto output = services_->output.Choose(wish);
+  // A sound server that hangs can hold that up for longer than anybody waits.
+  if (state_->Requested() == Wanted::kShutDown) return;
+  if (!output.sink && wish == OutputChooser::Wish::kDevice) return OnNoDevice();
+  if (!output.heard && services_->output.WantsDevice()) device_.Miss(now);
+  schedule_.AttemptStarted(now);
+  const bool heard = output.heard;
+  // A stream that was heard before is asked again soon enough; nothing is to be explained.
+  const auto silence =
+      phase_ == Phase::kOpening ? ItemPipelines::Silence::kExplained : ItemPipelines::Silence::kAsItIs;
+  if (pipelines_.Open(std::move(output), now, silence)) return;
+  if (heard) return OnNoDevice();
+  OnAttemptFailed(kEFail, {PlaybackFailure::kNoSoundDevice});
+}
+
+void MediaSupervisor::Promote(Phase before) {
+  const bool source_gone = pipelines_.Promote();
+  schedule_.AttemptOpened();
+  cause_ = {};
+  if (before == Phase::kOpening) {
+    pipelines_.MixerMoved();
+    pipelines_.FollowVolume();
+  }
+  OnDuration();
+  if (source_gone) Apply(ItemEvent::kSourceEnded);
+  state_->SetOpened(kSOk, Report());
+}
+
+void MediaSupervisor::NoteLoss() {
+  cause_ = {PlaybackFailure::kConnectionLost};
+  schedule_.Lose(Clock::now(), pipelines_.Heard().played_since);
+  services_->log("the stream broke off and is opened again");
+}
+
+void MediaSupervisor::AwaitSilence() {
+  Line& heard = pipelines_.Heard();
+  if (!heard.playing) return Apply(ItemEvent::kHeardOut);
+  if (!heard.silent_at) heard.silent_at = Clock::now() + kDeviceBuffer;
+}
+
+void MediaSupervisor::DropBoth() {
+  const auto dropped = pipelines_.TakeBoth();
+  schedule_.Reset();
+  // A sound server that hangs can hold up what follows.
+  state_->SetReport(Report());
+  for (const auto& pipeline : dropped) {
+    if (pipeline) pipeline->Stop();
+  }
+}
+
+ItemReport MediaSupervisor::Report() const {
+  const Line& heard = pipelines_.Heard();
+  return ReportOf({.phase = phase_,
+                   .wanted = wanted_,
+                   .plays = heard.playing,
+                   .is_lost = schedule_.Lost(),
+                   .attempt_failed = schedule_.Failed(),
+                   .device_is_away = device_.IsAway(Clock::now()),
+                   .cause = cause_,
+                   .buffered_percent = heard.percent,
+                   .next_attempt = NextAttempt()});
+}
+
+DeviceSearch::Interest MediaSupervisor::Interest() const {
+  return Runs(phase_, wanted_) ? DeviceSearch::Interest::kRunning : DeviceSearch::Interest::kNone;
+}
+
+bool MediaSupervisor::WaitsForBuffer() const {
+  const Line& heard = pipelines_.Heard();
+  return Runs(phase_, wanted_) && heard.pipeline && !heard.filled;
+}
+
+Timer MediaSupervisor::NextAttempt() const {
+  if (!WantsAttempt(phase_, wanted_) || device_.IsLost()) return std::nullopt;
+  return schedule_.NextAttempt();
+}
+
+Timer MediaSupervisor::StallTime() const {
+  const bool may_stall = kind_ == ItemKind::kLive && phase_ == Phase::kSounding && WaitsForBuffer();
+  if (!may_stall) return std::nullopt;
+  return pipelines_.Heard().pipeline->LastData() + services_->pipeline.stall_limit;
+}
+
+Timer MediaSupervisor::NextWake() const {
+  const auto now = Clock::now();
+  const Line& heard = pipelines_.Heard();
+  const Timer look = WaitsForBuffer() ? Timer(now + kLookAtBufferEvery) : std::nullopt;
+  return Earliest({pipelines_.Attempted().deadline, heard.silent_at, heard.dry_at, look, StallTime(),
+                   heard.NextStandstillCheck(), device_.NextWake(now, Interest()), NextAttempt()});
 }
 
 }  // namespace platform::gstreamer

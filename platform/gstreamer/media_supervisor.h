@@ -1,41 +1,58 @@
 #pragma once
-// Keeps one item playing, on a thread of its own: opens it, pauses a dry buffer, opens a lost stream again.
-// Not the caller's side; that is media_item.h.
+// Keeps one item playing, on a thread of its own: makes events of what happens and carries out their table.
+// Not the table (item_phases.h), and not the caller's side (media_item.h).
+//
+// The phases of an item and what follows them. item_phases.h says what each one is, and what is done.
+//
+//                     attempt due       it is open       it fails   source gone  heard out
+//   kOpening                            kSounding        kFailed
+//   kSounding                                                       kBridging    kSilent
+//   kBridging         kBridgingOpening                                           kSilent
+//   kBridgingOpening                    kBridgingOpened  kBridging               kReopening
+//   kBridgingOpened                                      kBridging               kSounding
+//   kSilent           kReopening
+//   kReopening                          kSounding        kSilent
+//
+// Stop and close lead from each of these phases to kStopped, and a device that goes from all but the first to
+// kSilent. Start leads from kStopped and kEnded to kSilent, where an attempt is due at once; kFailed is for
+// good. A first attempt that only lacks a device is made once more without one. A file has no source to lose:
+// when it is heard out, breaks off or cannot be opened once more, its phase is kEnded.
+//
+// A server dies: the connection ends, breaks, or brings nothing for the stall limit while the buffer is dry.
+// What is buffered is heard, and meanwhile the station is opened again, at the times of reconnect_schedule.h.
+// The new connection takes its turn when the old sound is over, or at once when it is over already.
+//
+// A buffer runs dry: the sound pauses when the device is nearly empty too, and continues with the amount of
+// reserve.h; the phase stays kSounding. In the bridging phases it is the end of the sound that there was.
+//
+// A device goes: both pipelines are closed, and a device is looked for as long as the item is to run
+// (device_watch.h). Attempts wait for it. A file then continues where it was, a station with what is sent by
+// that time.
+//
+// Stop or close: both pipelines are closed, and neither an attempt nor a look for a device follows. One that
+// a hanging sound server holds up is dropped when it returns.
+//
+// Start: opens anew what was stopped or is over, continues what was paused. What was opened without a device,
+// to try the address, is dropped: it would be old when one is found. Pause: changes no phase; but nothing is
+// opened again, and no device looked for, until Start.
 
-#include <chrono>
 #include <cstdint>
-#include <functional>
 #include <memory>
-#include <optional>
-#include <string>
 
 #include "platform/gstreamer/device_search.h"
+#include "platform/gstreamer/item_phases.h"
+#include "platform/gstreamer/item_pipelines.h"
+#include "platform/gstreamer/item_report.h"
+#include "platform/gstreamer/item_services.h"
 #include "platform/gstreamer/item_state.h"
-#include "platform/gstreamer/line.h"
-#include "platform/gstreamer/pipeline.h"
-#include "platform/gstreamer/process_sound.h"
 #include "platform/gstreamer/reconnect_schedule.h"
-#include "platform/gstreamer/sound_output.h"
+#include "platform/gstreamer/timers.h"
 
 namespace platform::gstreamer {
 
-/// What the items of one adapter share; outlives every item's thread.
-struct ItemServices {
-  explicit ItemServices(const GstMediaOptions& options);
-  OutputChooser output;
-  ProcessSound sound;
-  PipelineSettings pipeline;
-  std::chrono::milliseconds open_deadline;
-  std::function<void(const std::string&)> log;
-};
-
-/// Two pipelines at most: the one that is heard, and the one that is being opened. When a live stream
-/// breaks, what was buffered is still heard while the next pipeline opens, and then they change places.
-/// While no device takes the sound there is none, and a device is looked for as long as the item runs; a file
-/// then goes on where it was, a live stream with what is sent by then.
 class MediaSupervisor {
  public:
-  MediaSupervisor(PipelineInput input, std::shared_ptr<ItemState> state,
+  MediaSupervisor(const PipelineInput& input, std::shared_ptr<ItemState> state,
                   std::shared_ptr<ItemServices> services);
 
   /// The thread's function; returns after the request kShutDown.
@@ -44,58 +61,47 @@ class MediaSupervisor {
  private:
   using Clock = ItemState::Clock;
 
-  void OpenNext(OutputChooser::Wish wish);
-  void OnEvent(const PipelineEvent& event);
-  void OnOpeningEvent(const PipelineEvent& event);
-  void OnPlayingEvent(const PipelineEvent& event);
-  void LookAtBuffer();
-  void OnPrerolled();
-  void OnOutputRefused();
-  void OnOpenFailed(HResult result, FailureCause cause);
-  void OnSilent();
-  void OnPlayingFailed(const PipelineEvent& event);
-  void OnDuration();
+  // What happens becomes events of the table.
   void OnRequest(Wanted wanted);
-  void LoseSource();
-  /// What plays has come to its end, or is given up; the device plays what it holds before that.
-  void EndOnceHeard();
-  void DropPlaying();
-  void DropLines();
-  /// The device that took the sound takes no more.
-  void LoseDevice();
-  void Promote();
-  void Finish();
-  void DropAll();
+  void OnEvent(const PipelineEvent& event);
+  void OnAttemptEvent(const PipelineEvent& event);
+  void OnHeardEvent(const PipelineEvent& event);
+  void OnPrerolled();
+  void OnAttemptFailed(HResult result, FailureCause cause);
+  void OnNoDevice();
+  void OnHeardFailed(const PipelineEvent& event);
+  void OnDeviceGone();
+  void OnDuration();
+  void LookAtBuffer();
   void CheckTimers();
-  void AdjustPlaying();
-  void ApplyVolume();
-  void ObserveVolume();
-  [[nodiscard]] PlaybackState State() const;
-  [[nodiscard]] ItemReport Report() const;
-  [[nodiscard]] bool Runs() const { return wanted_ == Wanted::kRunning && !finished_; }
-  [[nodiscard]] DeviceSearch::Interest Interest() const;
-  [[nodiscard]] bool WantsAttempt() const;
-  [[nodiscard]] bool WaitsForBuffer() const;
-  [[nodiscard]] bool MayStall() const;
-  [[nodiscard]] Clock::time_point StallTime() const;
-  [[nodiscard]] std::optional<Clock::time_point> NextWake() const;
 
-  const PipelineInput input_;
+  // What is done about them.
+  void Apply(ItemEvent event);
+  void CarryOut(Action action, Phase before);
+  void Open(OutputChooser::Wish wish);
+  void Promote(Phase before);
+  void NoteLoss();
+  void AwaitSilence();
+  void DropBoth();
+
+  // How it stands, and what comes next by itself.
+  [[nodiscard]] ItemReport Report() const;
+  [[nodiscard]] DeviceSearch::Interest Interest() const;
+  [[nodiscard]] bool WaitsForBuffer() const;
+  [[nodiscard]] Timer NextAttempt() const;
+  [[nodiscard]] Timer StallTime() const;
+  [[nodiscard]] Timer NextWake() const;
+
   const std::shared_ptr<ItemState> state_;
   const std::shared_ptr<ItemServices> services_;
+  ItemPipelines pipelines_;
+  DeviceSearch device_;
+  ReconnectSchedule schedule_;
+  Phase phase_ = Phase::kOpening;
+  ItemKind kind_;  ///< what comes from a server is live until it turns out to have a length
   Wanted wanted_ = Wanted::kOpened;
   std::uint64_t request_ = 0;
-  std::uint64_t volume_version_ = 0;
-  bool volume_moved_ = false;
-  Line playing_;
-  Line opening_;
-  int serial_ = 0;
-  bool ever_opened_ = false;
-  bool live_ = false;
-  bool finished_ = false;  ///< played to its end, or could not be opened at all
-  FailureCause cause_;     ///< of the failure or the loss; none while all is well
-  ReconnectSchedule schedule_;
-  DeviceSearch device_;
+  FailureCause cause_;  ///< of the failure or the loss; none while all is well
 };
 
 }  // namespace platform::gstreamer

@@ -1,0 +1,14 @@
+#include "platform/gstreamer/item_services.h"
+
+#include <algorithm>
+
+namespace platform::gstreamer {
+
+ItemServices::ItemServices(const GstMediaOptions& options)
+    : output(options),
+      pipeline{options.user_agent, options.certificate_file,
+               std::max(std::chrono::seconds(1), options.stall_limit)},
+      open_deadline(options.open_deadline),
+      log(options.log) {}
+
+}  // namespace platform::gstreamer
