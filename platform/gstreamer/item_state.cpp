@@ -28,6 +28,8 @@ void ItemState::OnTags(const GstTagList& tags) {
 void ItemState::Request(Wanted wanted) {
   const std::lock_guard lock(mutex_);
   if (wanted_ == Wanted::kShutDown) return;
+  // What plays on after a Stop begins anew, also when the supervisor was too busy to see the Stop alone.
+  stop_first_ = stop_first_ || wanted_ == Wanted::kStopped;
   wanted_ = wanted;
   ended_ = false;
   ++request_;
@@ -63,16 +65,15 @@ bool ItemState::Ended() const {
 
 std::int64_t ItemState::PlayedTime() {
   std::shared_ptr<Pipeline> pipeline;
-  std::int64_t played = 0;
+  HeardTime::Base base{};
   {
     const std::lock_guard lock(mutex_);
     pipeline = current_;
-    played = played_before_;
+    base = heard_time_.Read();
   }
-  if (pipeline) played += pipeline->PlayedTime();
+  const std::int64_t present = pipeline ? pipeline->PlayedTime() : 0;
   const std::lock_guard lock(mutex_);
-  latest_played_ = std::max(latest_played_, played);
-  return latest_played_;
+  return heard_time_.Reach(base, present);
 }
 
 std::int64_t ItemState::Duration() const {
@@ -132,7 +133,7 @@ ItemState::Work ItemState::WaitForWork(std::optional<Clock::time_point> until) {
     supervisor_wakes_.wait(lock, has_work);
   }
   woken_ = false;
-  return {std::exchange(events_, {}), wanted_, request_};
+  return {std::exchange(events_, {}), std::exchange(stop_first_, false), wanted_, request_};
 }
 
 void ItemState::CarriedOut(std::uint64_t request) {
@@ -155,9 +156,9 @@ void ItemState::SetReport(const ItemReport& report) {
   has_report_ = true;
 }
 
-void ItemState::SetEnded() {
+void ItemState::SetEnded(std::uint64_t request) {
   const std::lock_guard lock(mutex_);
-  ended_ = true;
+  if (request == request_) ended_ = true;
 }
 
 void ItemState::SetDuration(std::int64_t nanoseconds) {
@@ -173,14 +174,13 @@ void ItemState::SetCurrent(std::shared_ptr<Pipeline> pipeline) {
     last_channels_ = old->Channels();
     last_sample_rate_ = old->SampleRate();
   }
-  played_before_ += played;
+  heard_time_.Add(played);
   current_ = std::move(pipeline);
 }
 
 void ItemState::RestartTime() {
   const std::lock_guard lock(mutex_);
-  played_before_ = 0;
-  latest_played_ = 0;
+  heard_time_.Restart();
 }
 
 }  // namespace platform::gstreamer

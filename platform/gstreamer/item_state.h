@@ -10,6 +10,7 @@
 #include <optional>
 #include <vector>
 
+#include "platform/gstreamer/heard_time.h"
 #include "platform/gstreamer/item_phases.h"
 #include "platform/gstreamer/item_report.h"
 #include "platform/gstreamer/metadata.h"
@@ -53,6 +54,7 @@ class ItemState final : public PipelineListener {
   // Supervisor's side.
   struct Work {
     std::vector<PipelineEvent> events;
+    bool stop_first = false;  ///< Stop was requested, and then `wanted`
     Wanted wanted = Wanted::kOpened;
     std::uint64_t request = 0;
   };
@@ -61,9 +63,10 @@ class ItemState final : public PipelineListener {
   void CarriedOut(std::uint64_t request);
   void SetOpened(HResult result, const ItemReport& report);
   void SetReport(const ItemReport& report);
-  void SetEnded();
+  /// The item has ended, after `request` was carried out; a newer request may start it again.
+  void SetEnded(std::uint64_t request);
   void SetDuration(std::int64_t nanoseconds);
-  /// Makes `pipeline` (or none) the one that is heard; the time played before it counts on.
+  /// Makes `pipeline` (or none) the one that is heard; the time played continues with it.
   void SetCurrent(std::shared_ptr<Pipeline> pipeline);
   void RestartTime();
 
@@ -76,11 +79,11 @@ class ItemState final : public PipelineListener {
   std::uint64_t request_ = 0;
   std::uint64_t carried_out_ = 0;
   bool woken_ = false;
+  bool stop_first_ = false;
   std::optional<HResult> opened_;
   bool ended_ = false;
   std::int64_t duration_ = 0;
-  std::int64_t played_before_ = 0;
-  std::int64_t latest_played_ = 0;
+  HeardTime heard_time_;
   std::shared_ptr<Pipeline> current_;
   int last_channels_ = 0;
   int last_sample_rate_ = 0;

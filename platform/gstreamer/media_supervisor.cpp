@@ -30,6 +30,7 @@ void MediaSupervisor::Run() {
     for (const PipelineEvent& event : work.events) OnEvent(event);
     if (work.request != request_) {
       request_ = work.request;
+      if (work.stop_first) OnRequest(Wanted::kStopped);
       OnRequest(work.wanted);
     }
     CheckTimers();
@@ -50,7 +51,11 @@ void MediaSupervisor::OnRequest(Wanted wanted) {
     case Wanted::kStopped:
     case Wanted::kShutDown:
       return Apply(ItemEvent::kStop);
-    default:
+    case Wanted::kPaused:
+      // It may have ended in the moment in which it was paused.
+      if (phase_ == Phase::kEnded) state_->SetEnded(request_);
+      return;
+    case Wanted::kOpened:
       return;
   }
 }
@@ -216,7 +221,7 @@ void MediaSupervisor::CarryOut(Action action, Phase before) {
     case Action::kEnd:
       DropBoth();
       state_->RestartTime();
-      if (phase_ == Phase::kEnded) state_->SetEnded();
+      if (phase_ == Phase::kEnded) state_->SetEnded(request_);
       return;
   }
 }

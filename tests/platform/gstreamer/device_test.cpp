@@ -192,6 +192,21 @@ TEST_F(DeviceTest, ASoundServerThatHangsAndGoesOnIsHeardLive) {
   EXPECT_TRUE(Hears(kNewHertz));
 }
 
+TEST_F(DeviceTest, AStopCountsThoughStartFollowsWhileTheSoundServerHangs) {
+  ASSERT_TRUE(PlaysTheStation());
+  pulse.Signal(SIGSTOP);
+  // The item's thread asks the sound server for a pause, and waits for the answer.
+  ASSERT_EQ(driver.Pause(), kSOk);
+  ASSERT_TRUE(WaitUntil([&] { return driver.Peaks() == std::vector<float>({0.0F, 0.0F}); }, 3s));
+  ASSERT_EQ(driver.Stop(), kSOk);
+  ASSERT_EQ(driver.Start(), kSOk);
+  EXPECT_EQ(station.Requests("/live"), 1);
+  sends_new_sound = true;
+  pulse.Signal(SIGCONT);
+  EXPECT_TRUE(Hears(kNewHertz)) << "the station is opened anew";
+  EXPECT_EQ(station.Requests("/live"), 2);
+}
+
 TEST_F(DeviceTest, AFileGoesOnWhereItWas) {
   const std::string first = MakeTone(folder, "1.flac", "flac", {.hertz = kOldHertz, .seconds = 2});
   const std::string file = MakeTone(folder, "t.flac", "flac", {.hertz = kNewHertz, .seconds = 2},
