@@ -9,7 +9,7 @@ namespace {
 constexpr std::int64_t kBufferMicroseconds = 100'000;
 constexpr std::int64_t kPieceMicroseconds = 20'000;
 constexpr int kPieceSamples = 882;
-/// What a device takes at once is handed over long before this is over.
+/// What a device takes at once has been passed to it long before this is over.
 constexpr std::int64_t kFilledMicroseconds = 60'000;
 /// Rounds to silence, but is not marked as such: a sink would not hand marked silence to its device.
 constexpr double kInaudible = 1e-7;

@@ -14,7 +14,7 @@ class DeviceWatch {
   using Clock = std::chrono::steady_clock;
   enum class State {
     kTaking,   ///< as far as is known
-    kLost,     ///< its sink has failed or stands still, or the last look was in vain; a look is due
+    kLost,     ///< its sink has failed or stands still, or the last look found none; a look is due
     kLooking,  ///< a look is under way
   };
 
@@ -28,13 +28,13 @@ class DeviceWatch {
     if (state_ != State::kTaking) return;
     state_ = State::kLost;
     lost_at_ = now;
-    looked_in_vain_ = false;
+    found_none_ = false;
   }
   /// There is none at `now`, as a try has shown.
   void Miss(Clock::time_point now) {
     Lose(now);
     state_ = State::kLost;
-    looked_in_vain_ = true;
+    found_none_ = true;
   }
 
   void LookStarted(Clock::time_point now) {
@@ -43,7 +43,7 @@ class DeviceWatch {
   }
   void LookFailed() {
     state_ = State::kLost;
-    looked_in_vain_ = true;
+    found_none_ = true;
   }
   /// The look was given up, because nobody wants the sound at present.
   void LookDropped() { state_ = State::kLost; }
@@ -57,7 +57,7 @@ class DeviceWatch {
   }
   /// No device takes the sound at `now`.
   [[nodiscard]] bool IsAway(Clock::time_point now) const {
-    return state_ != State::kTaking && (looked_in_vain_ || now >= lost_at_ + kNotAway);
+    return state_ != State::kTaking && (found_none_ || now >= lost_at_ + kNotAway);
   }
   /// When IsAway, false at `now`, becomes true by itself.
   [[nodiscard]] std::optional<Clock::time_point> CountsAsAwayAt(Clock::time_point now) const {
@@ -69,35 +69,36 @@ class DeviceWatch {
   State state_ = State::kTaking;
   Clock::time_point lost_at_{};
   std::optional<Clock::time_point> looked_at_;
-  bool looked_in_vain_ = false;
+  bool found_none_ = false;
 };
 
 /// Notices a device that takes no more sound, as one that its sound server has suspended.
 class Standstill {
  public:
   using Clock = std::chrono::steady_clock;
-  /// A device asks for more before it has played what it holds. So long after that it is doubted ...
-  static constexpr Clock::duration kDoubted = std::chrono::milliseconds(600);
-  /// ... and so long after that it is given up, because the whole program may have been held up before.
+  /// A device asks for more before it has played what it holds. This long after that it is suspected of
+  /// standing still ...
+  static constexpr Clock::duration kSuspected = std::chrono::milliseconds(600);
+  /// ... and this long after that it is given up, because the whole program may have been held up before.
   static constexpr Clock::duration kGivenUp = std::chrono::milliseconds(500);
 
   /// Whether the device stands still at `now`, when all that it took has been played at `supplied_until`.
   [[nodiscard]] bool Check(Clock::time_point now, Clock::time_point supplied_until) {
-    if (supplied_until != supplied_until_) doubted_at_.reset();
+    if (supplied_until != supplied_until_) suspected_at_.reset();
     supplied_until_ = supplied_until;
-    if (now < supplied_until + kDoubted) return false;
-    if (!doubted_at_) doubted_at_ = now;
-    return now >= *doubted_at_ + kGivenUp;
+    if (now < supplied_until + kSuspected) return false;
+    if (!suspected_at_) suspected_at_ = now;
+    return now >= *suspected_at_ + kGivenUp;
   }
   /// When to check again.
   [[nodiscard]] Clock::time_point NextCheck(Clock::time_point supplied_until) const {
-    const bool is_doubted = doubted_at_ && supplied_until == supplied_until_;
-    return is_doubted ? *doubted_at_ + kGivenUp : supplied_until + kDoubted;
+    const bool is_suspected = suspected_at_ && supplied_until == supplied_until_;
+    return is_suspected ? *suspected_at_ + kGivenUp : supplied_until + kSuspected;
   }
 
  private:
   Clock::time_point supplied_until_{};
-  std::optional<Clock::time_point> doubted_at_;
+  std::optional<Clock::time_point> suspected_at_;
 };
 
 /// When the sound card may be taken without a sound server. One that was there is waited for first: a card

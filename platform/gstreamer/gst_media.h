@@ -49,7 +49,7 @@ class StreamReader {
   virtual ~StreamReader() = default;
   /// Fills the front of `buffer`; the number of bytes read, 0 at the end.
   virtual std::size_t Read(std::span<std::byte> buffer) = 0;
-  /// Goes on reading at `position` bytes from the start; false when that is not possible.
+  /// Continues reading at `position` bytes from the start; false when that is not possible.
   virtual bool Seek(std::uint64_t position) = 0;
   /// The length in bytes, when known.
   virtual std::optional<std::uint64_t> Size() = 0;

@@ -21,7 +21,7 @@ enum class ItemKind : std::uint8_t { kLive, kFile };
 enum class Phase : std::uint8_t {
   kOpening,          ///< attempt: the first one; nothing has been opened yet
   kSounding,         ///< heard: it plays, is paused or waits until enough is buffered
-  kBridging,         ///< heard: its source is gone, what was buffered goes on
+  kBridging,         ///< heard: its source is gone, what was buffered is played
   kBridgingOpening,  ///< heard, attempt: meanwhile the stream is opened again
   kBridgingOpened,   ///< heard, attempt: it is open and takes its turn once what was buffered is over
   kSilent,           ///< none: waits for the time of the next attempt, and for a device

@@ -9,7 +9,7 @@ namespace {
 
 using Sound = ItemPipelines::Sound;
 
-/// The buffer announces once that it is full enough, and by then some of it may have gone on already.
+/// The buffer announces once that it is full enough, and by then the device may have taken some of it.
 constexpr std::chrono::milliseconds kLookAtBufferEvery{50};
 
 }  // namespace

@@ -14,7 +14,7 @@ namespace platform::gstreamer {
 
 using Properties = std::map<Text, PropertyValue>;
 
-/// Takes over what `tags` says; what it does not mention stays as it was.
+/// Applies what `tags` says; what it does not mention stays as it was.
 void MergeTags(const GstTagList& tags, Properties& properties);
 
 /// The names in the order in which they are shown: what is playing, the station, the format.

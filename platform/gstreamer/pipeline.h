@@ -39,7 +39,7 @@ struct PipelineSettings {
 struct PipelineEvent {
   enum class Kind : std::uint8_t {
     kPrerolled,        ///< opened; the first sound is decoded
-    kBuffering,        ///< `percent` of what is wanted before the sound goes on; the buffer can tell more
+    kBuffering,        ///< `percent` of what is wanted before the sound continues; ask the buffer for more
     kSourceEnded,      ///< no more data arrives; what is buffered is still to be heard
     kEnded,            ///< the device has everything; its buffer is still to be heard
     kFailed,           ///< `result` and `cause` say why; `output_failed` when the decoder was not to blame
@@ -56,7 +56,7 @@ struct PipelineEvent {
   bool output_failed = false;
 };
 
-/// Hears a pipeline; called from any thread, so it only notes what it hears.
+/// Listens to a pipeline; called from any thread, so it only takes notes.
 class PipelineListener {
  public:
   virtual ~PipelineListener() = default;
@@ -90,7 +90,7 @@ class Pipeline {
   void Play();
   void Pause();
   void Stop();
-  /// Goes on `position` nanoseconds from the start; once kPrerolled comes again. False when that is not
+  /// Continues `position` nanoseconds from the start, once kPrerolled comes again. False when that is not
   /// possible. After kPrerolled, before Play.
   bool Seek(std::int64_t position);
 
@@ -106,7 +106,7 @@ class Pipeline {
   /// Length in nanoseconds; nothing for a live stream or when it is not known.
   [[nodiscard]] std::optional<std::int64_t> Duration() const;
   void RecalculateLatency();
-  /// Lets a file on a server, which has a length, go on where its connection broke. After kPrerolled.
+  /// Lets a file on a server, which has a length, continue where its connection broke. After kPrerolled.
   void AllowResuming();
 
   /// True when the sink is a device that can be heard.

@@ -1,5 +1,5 @@
 #pragma once
-// How much sound is waited for before it starts or goes on: little at first, more after every hole.
+// How much sound is waited for before it starts or continues: little at first, more after every hole.
 // Not the buffer; amounts and times are passed in.
 
 #include <algorithm>
@@ -22,7 +22,7 @@ class Reserve {
   /// Sound that lasted this long begins anew with small reserves.
   static constexpr Clock::duration kSteady = std::chrono::minutes(5);
 
-  /// The sound starts or goes on at `now`.
+  /// The sound starts or continues at `now`.
   void Resume(Clock::time_point now) { resumed_at_ = now; }
 
   /// The buffer is empty at `now`.
@@ -32,9 +32,9 @@ class Reserve {
     least_ = std::min<Sound>(least_ * 5 / 2, kLargest);
   }
 
-  /// How much of what is waited for is there at `now` when `buffered` is; the sound may go on at 100. It is
-  /// waited for as much sound as there was silence, but at least for the reserve and, for a connection that
-  /// hardly delivers, at most for twice that.
+  /// How much of what is waited for is there at `now` when `buffered` is; the sound may continue at 100. As
+  /// much sound is waited for as there was silence, but at least the reserve and, for a connection that
+  /// hardly delivers, at most twice that.
   [[nodiscard]] int Percent(Sound buffered, Clock::time_point now) const {
     const Sound wanted = dry_at_ ? std::clamp<Sound>(now - *dry_at_, least_, Most()) : kFirst;
     return static_cast<int>(std::min(buffered, wanted) * 100 / wanted);

@@ -101,9 +101,9 @@ TEST(StandstillTest, AProgramThatWasHeldUpItselfLooksTwice) {
   Standstill standstill;
   EXPECT_FALSE(standstill.Check(kNoon + 60s, kNoon));
   EXPECT_EQ(standstill.NextCheck(kNoon), kNoon + 60500ms);
-  EXPECT_EQ(standstill.NextCheck(kNoon + 60100ms), kNoon + 60700ms) << "it goes on";
+  EXPECT_EQ(standstill.NextCheck(kNoon + 60100ms), kNoon + 60700ms) << "it has continued";
   EXPECT_FALSE(standstill.Check(kNoon + 60500ms, kNoon + 60100ms));
-  EXPECT_FALSE(standstill.Check(kNoon + 60800ms, kNoon + 60100ms)) << "the doubt begins anew";
+  EXPECT_FALSE(standstill.Check(kNoon + 60800ms, kNoon + 60100ms)) << "the suspicion begins anew";
   EXPECT_TRUE(standstill.Check(kNoon + 61300ms, kNoon + 60100ms));
 }
 

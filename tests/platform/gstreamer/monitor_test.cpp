@@ -90,7 +90,7 @@ TEST_F(MonitorTest, PauseStopAndClosingAreSeenAtOnce) {
   ASSERT_TRUE(Reaches(PlaybackState::kPlaying));
   driver.Pause();
   EXPECT_TRUE(Reaches(PlaybackState::kPaused));
-  EXPECT_EQ(Status().codec, u"") << "which is told of what is heard";
+  EXPECT_EQ(Status().codec, u"") << "known of what is heard only";
   driver.Stop();
   EXPECT_EQ(Status(), PlaybackStatus{});
   driver.Start();

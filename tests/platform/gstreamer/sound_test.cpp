@@ -249,7 +249,7 @@ TEST_F(SoundTest, TheSoundMovesOnWhenItsDeviceIsUnplugged) {
   EXPECT_TRUE(loudness.WaitForSound(500ms, 5s));
   EXPECT_EQ(driver.State(), 1);
   EXPECT_TRUE(IsAsLoudAs(kToneLevel));
-  EXPECT_TRUE(driver.log.empty()) << "the same stream goes on";
+  EXPECT_TRUE(driver.log.empty()) << "the same stream continues";
 }
 
 TEST_F(SoundTest, ALiveStreamIsHeardOnAnotherDeviceThoughTheServerEndsTheStreamsOfAnUnpluggedOne) {
