@@ -150,6 +150,7 @@ TEST_F(SoundTest, AnAmplificationOfTheMixerSurvivesANewConnectionAndTheNextItem)
   ASSERT_TRUE(StartTone(driver));
   pulse.MoveSlider(kApplication, 130);
   EXPECT_TRUE(WaitUntil([&] { return IsAsLoudAs(kToneLevel * 1.3 * 1.3 * 1.3); }, 3s));
+  ASSERT_TRUE(WaitUntil([&] { return driver.Peaks().at(0) > 0.9F; }, 3s)) << "the program knows it";
   EXPECT_EQ(driver.Volume(), 1.0F) << "the program's own scale ends there";
   EXPECT_THAT(driver.Peaks(), testing::Each(testing::Le(1.0F)));
   ASSERT_EQ(driver.Open(server.Url("/live")), kSOk);
