@@ -63,7 +63,7 @@ std::array<std::shared_ptr<Pipeline>, 2> ItemPipelines::TakeBoth() {
   return {std::exchange(heard_, {}).pipeline, std::exchange(attempt_, {}).line.pipeline};
 }
 
-void ItemPipelines::Let(Sound sound) {
+void ItemPipelines::Turn(Sound sound) {
   if (heard_.pipeline) heard_.SetPlaying(sound == Sound::kOn && heard_.HasSound(), Clock::now());
 }
 

@@ -40,7 +40,7 @@ class ItemPipelines {
 
   enum class Sound : std::uint8_t { kOff, kOn };
   /// Plays or pauses what is heard; with kOn it still waits for its buffer.
-  void Let(Sound sound);
+  void Turn(Sound sound);
   /// The mixer has changed the volume of what is heard.
   void MixerMoved() { mixer_moved_ = true; }
   /// Passes the program's volume on to the pipelines and the mixer's on to the program.

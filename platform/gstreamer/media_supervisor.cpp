@@ -35,7 +35,7 @@ void MediaSupervisor::Run() {
     }
     CheckTimers();
     pipelines_.FollowVolume();
-    pipelines_.Let(wanted_ == Wanted::kRunning ? Sound::kOn : Sound::kOff);
+    pipelines_.Turn(wanted_ == Wanted::kRunning ? Sound::kOn : Sound::kOff);
     state_->SetReport(Report());
     state_->CarriedOut(request_);
   }
