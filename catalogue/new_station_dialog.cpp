@@ -25,8 +25,9 @@ NewStationDialog::NewStationDialog(controls::ListView& list, app::Settings& sett
   }
 }
 
-void NewStationDialog::Show(const std::function<void(app::Form2&)>& show_modal) {
+void NewStationDialog::Show(const std::function<void(app::Form2&)>& show_modal, const Text& link) {
   Load();
+  form_.TextBox1[1].SetText(link);
   show_modal(form_);
 }
 

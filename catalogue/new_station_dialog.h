@@ -20,8 +20,9 @@ class NewStationDialog {
   NewStationDialog(controls::ListView& SymbolListview, app::Settings& settings, const app::Language& language,
                    platform::Clipboard& clipboard, platform::Dialogs& dialogs);
 
-  /// Fills the genres and translates the captions. `show_modal` shows the form until it is closed.
-  void Show(const std::function<void(app::Form2&)>& show_modal);
+  /// Fills the genres and translates the captions; the link field begins with `link`. `show_modal` shows the
+  /// form until it is closed.
+  void Show(const std::function<void(app::Form2&)>& show_modal, const platform::Text& link = {});
 
   /// Accept: with a name, appends the row and closes; without one, tells so and stays open.
   void CommandButton1_Click();

@@ -103,8 +103,8 @@ void StationEditor::CommandButton1_Click() {
   dialogs_.MessageBoxW(u"Änderungen gespeichert!", u"", platform::kMbIconInformation);
 }
 
-void StationEditor::CommandButton2_Click() {
-  actions_.show_new_station_dialog();
+void StationEditor::AddNewStation(const Text& link) {
+  actions_.show_new_station_dialog(link);
   if (!settings_.CatalogueChanged) return;
   if (dialogs_.MessageBoxW(u"Sollen die Änderungen gespeichert werden?", u"",
                            platform::kMbYesNo | platform::kMbIconQuestion) != MessageBoxAnswer::kYes) {

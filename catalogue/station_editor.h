@@ -31,8 +31,8 @@ class StationEditor {
 
   /// What the editor's buttons start elsewhere.
   struct Actions {
-    std::function<void()> launch_recorder;          ///< Command8(5)
-    std::function<void()> show_new_station_dialog;  ///< returns when the dialog is closed
+    std::function<void()> launch_recorder;                                    ///< Command8(5)
+    std::function<void(const platform::Text& link)> show_new_station_dialog;  ///< until it is closed
   };
 
   StationEditor(Parts parts, StationWriter& writer, app::Settings& settings, app::WindowState& state,
@@ -43,7 +43,9 @@ class StationEditor {
   /// Saves the full list; refuses with a message while a filter view is active.
   void CommandButton1_Click();
   /// Opens the new-station dialog, then offers to save.
-  void CommandButton2_Click();
+  void CommandButton2_Click() { AddNewStation({}); }
+  /// The same with a link in the dialog's field.
+  void AddNewStation(const platform::Text& link);
 
  private:
   void TakeOverField(const app::StationField& field);

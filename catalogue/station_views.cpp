@@ -35,6 +35,12 @@ void StationViews::Check1_Click() {
   }
 }
 
+void StationViews::LeaveFilter(Selection selection) {
+  if (InViewSwitch || !parts_.lists.filtered.Visible()) return;
+  const SwitchGuard guard(InViewSwitch);
+  ShowAll(selection);
+}
+
 void StationViews::Check3_Click() {
   if (InViewSwitch) return;
   const app::ScopedFlag switching(InViewSwitch);
@@ -74,7 +80,7 @@ void StationViews::ShowFiltered(const Text& filter, const Text& caption) {
   parts_.lists.filtered.SetVisible(true);
 }
 
-void StationViews::ShowAll() {
+void StationViews::ShowAll(Selection selection) {
   store_.LoadStations(u"");
   UncheckBoth();
   parts_.Frame2.SetCaption(u"Gespeicherte Radiostationen");
@@ -83,7 +89,7 @@ void StationViews::ShowAll() {
   parts_.lists.full.SetVisible(true);
   parts_.CommandButton1.SetVisible(true);
   parts_.CommandButton2.SetVisible(true);
-  station_lists_.RestoreListindex();
+  if (selection == Selection::kRemembered) station_lists_.RestoreListindex();
   // The selection fetches a title, and the window goes on meanwhile: a click on a box did nothing then, so
   // that its mark must not stay either.
   UncheckBoth();

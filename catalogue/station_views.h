@@ -29,6 +29,11 @@ class StationViews {
   StationViews(Parts parts, StationStore& store, StationLists& station_lists, StationWriter& writer,
                const app::WindowState& state, platform::Dialogs& dialogs);
 
+  /// Leaves a filter view as the user does by its box; does nothing while the full list is shown. kNone: the
+  /// row that was selected before is not selected again, because another one is about to be.
+  enum class Selection { kRemembered, kNone };
+  void LeaveFilter(Selection selection);
+
   void Check1_Click();  ///< genre view on or off
   void Check2_Click();  ///< writes the favourite mark
   void Check3_Click();  ///< favourites view on or off
@@ -36,7 +41,7 @@ class StationViews {
 
  private:
   void ShowFiltered(const platform::Text& filter, const platform::Text& caption);
-  void ShowAll();
+  void ShowAll(Selection selection = Selection::kRemembered);
   void UncheckBoth();
   [[nodiscard]] platform::Text GenreCaption() const;
 

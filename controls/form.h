@@ -1,9 +1,11 @@
 #pragma once
 // A window as the program sees it: caption, inner size, the events of its life. Not its controls.
 
+#include <functional>
 #include <utility>
 
 #include "controls/captioned.h"
+#include "controls/drop_offer.h"
 
 namespace controls {
 
@@ -52,6 +54,16 @@ class Form final : public Captioned {
   [[nodiscard]] bool IsClosed() const { return closed_; }
   /// Of the closing under way; may turn into kSessionEnd during QueryUnload.
   [[nodiscard]] CloseReason Reason() const { return reason_; }
+
+  /// Whether the program has a use for what is dragged over the window; for nothing when nobody set it. May
+  /// be asked at any time, inside a wait too.
+  std::function<bool(const DropOffer&)> Accepts;
+
+  /// Something was dropped on the window, or given to a start of the program; then it may be what Accepts
+  /// refuses.
+  Event<const DropOffer&> Dropped;
+  /// The same, but a dialog stands open and takes no input to this window.
+  Event<const DropOffer&> DroppedUnderDialog;
 
   Event<> Resized;
   Event<> QueryUnload;

@@ -49,6 +49,21 @@ Catalogue::Catalogue(const Foundation& base, app::Notices& notices, const Action
                  base.platform.clock, base.life),
       m3u_import({.lists = ListsOf(base.form), .Command5 = base.form.Command5}, base.platform.dialogs,
                  base.platform.files, base.platform.conversion, notices,
-                 {.full_list_is_emptied = [this] { unsaved_rows.ListIsEmptied(); }}, base.life) {}
+                 {.full_list_is_emptied = [this] { unsaved_rows.ListIsEmptied(); }}, base.life),
+      list_opening({.form = base.form.form, .lists = ListsOf(base.form)}, base.platform.files,
+                   base.platform.conversion, notices,
+                   {.show_full_list = [this](Selects selects) { LeaveFilter(selects); },
+                    .add_station = [this](const platform::Text& link) { AddStation(link); }},
+                   base.life) {}
+
+void Catalogue::LeaveFilter(Selects selects) {
+  using Selection = catalogue::StationViews::Selection;
+  views.LeaveFilter(selects == Selects::kNewRow ? Selection::kNone : Selection::kRemembered);
+}
+
+void Catalogue::AddStation(const platform::Text& link) {
+  editor.AddNewStation(link);
+  keeper.Note();
+}
 
 }  // namespace window

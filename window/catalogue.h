@@ -15,6 +15,7 @@
 #include "catalogue/station_writer.h"
 #include "catalogue/unsaved_rows.h"
 #include "catalogue/unsaved_rows_keeper.h"
+#include "playlist/list_opening.h"
 #include "playlist/m3u_export.h"
 #include "playlist/m3u_import.h"
 #include "window/foundation.h"
@@ -28,7 +29,8 @@ struct Catalogue {
     std::function<void()> show_station_details;     ///< of the selected row
     std::function<void()> start_playing;            ///< as the Start button
     std::function<void()> launch_recorder;          ///< for the selected row
-    std::function<void()> show_new_station_dialog;  ///< returns when the dialog is closed
+    /// With that link in its field; returns when the dialog is closed.
+    std::function<void(const platform::Text&)> show_new_station_dialog;
   };
 
   Catalogue(const Foundation& base, app::Notices& notices, const Actions& actions);
@@ -45,6 +47,12 @@ struct Catalogue {
   catalogue::StationEditor editor;
   playlist::M3uExport m3u_export;
   playlist::M3uImport m3u_import;
+  playlist::ListOpening list_opening;
+
+ private:
+  using Selects = playlist::ListOpening::Actions::Selects;
+  void LeaveFilter(Selects selects);
+  void AddStation(const platform::Text& link);
 };
 
 }  // namespace window

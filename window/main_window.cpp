@@ -34,7 +34,7 @@ MainWindow::MainWindow(Platform platform, std::function<void(app::Form2&)> show_
                  {.show_station_details = [this] { playing_.details.ShowStationDetails(); },
                   .start_playing = [this] { playing_.playback.Command1_Click(); },
                   .launch_recorder = [this] { playing_.recorder_launch.Launch(); },
-                  .show_new_station_dialog = [this] { ShowNewStationDialog(); }}) {
+                  .show_new_station_dialog = [this](const Text& link) { ShowNewStationDialog(link); }}) {
   app::ChooseSettingsFolder(settings_, ini_, platform_.files, platform_.environment);
   subscriptions_ += form1_.form.QueryUnload.Subscribe([this] { Form_QueryUnload(); });
   subscriptions_ += form1_.form.Unloaded.Subscribe([this] { Form_Unload(); });
@@ -100,10 +100,10 @@ void MainWindow::ReportRestored(const catalogue::UnsavedRowsKeeper::Restored& re
                               {app::FormatNumber(static_cast<std::int64_t>(restored.rows))});
 }
 
-void MainWindow::ShowNewStationDialog() {
+void MainWindow::ShowNewStationDialog(const Text& link) {
   catalogue::NewStationDialog dialog(form1_.SymbolListview, settings_, language_, platform_.clipboard,
                                      platform_.dialogs);
-  dialog.Show(show_modal_);
+  dialog.Show(show_modal_, link);
 }
 
 bool MainWindow::SessionEnds() const { return form1_.form.Reason() == controls::CloseReason::kSessionEnd; }

@@ -44,7 +44,7 @@ class MainWindow {
   void RestoreView();
   void CreateStreamClient();
   void CreatePlayer();
-  void ShowNewStationDialog();
+  void ShowNewStationDialog(const platform::Text& link);
 
   Platform platform_;
   std::function<void(app::Form2&)> show_modal_;

@@ -79,6 +79,21 @@ inline constexpr TextView kImportNoComma =
 inline constexpr TextView kImportNoEntries =
     u"Nichts geladen: %1 enthält keine Zeile, die mit „#EXTINF:“ beginnt.";
 
+// What was dropped on the window or given to the program's start; "%1" is a file's name or an address.
+inline constexpr TextView kNotOpenable =
+    u"Nicht geöffnet: %1 ist keine Senderliste (M3U, M3U8, PLS) und keine Adresse (http, https).";
+inline constexpr TextView kNotOpenedNow =
+    u"Nicht geöffnet: %1. Bitte zuerst das offene Fenster schließen und es dann noch einmal versuchen.";
+inline constexpr TextView kListMissing = u"Nichts geladen: %1 gibt es nicht.";
+inline constexpr TextView kListUnreadable =
+    u"Nichts geladen: %1 ist nicht lesbar, keine Datei oder größer als 16 MB.";
+inline constexpr TextView kListIsStream =
+    u"Nichts geladen: %1 beschreibt die Teile eines einzigen Streams (HLS) und keine Sender.";
+inline constexpr TextView kListWithoutLinks =
+    u"Nichts geladen: %1 enthält keine Adresse, die mit „http://“ oder „https://“ beginnt.";
+inline constexpr TextView kListCut =
+    u"Geladene Einträge: %1, mehr auf einmal geht nicht. Sie sind noch nicht gespeichert.";  // how many
+
 // At the start, about what an end that asked nobody left behind; "%1" is how many.
 inline constexpr TextView kOneRowRestored = u"Ein nicht gespeicherter Eintrag wurde wiederhergestellt.";
 inline constexpr TextView kRowsRestored = u"%1 nicht gespeicherte Einträge wurden wiederhergestellt.";
@@ -139,6 +154,13 @@ inline constexpr std::array kAll = {kResolving,
                                     kImportPls,
                                     kImportNoComma,
                                     kImportNoEntries,
+                                    kNotOpenable,
+                                    kNotOpenedNow,
+                                    kListMissing,
+                                    kListUnreadable,
+                                    kListIsStream,
+                                    kListWithoutLinks,
+                                    kListCut,
                                     kOneRowRestored,
                                     kRowsRestored,
                                     kKeptRowsUnreadable};

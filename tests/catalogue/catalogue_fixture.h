@@ -128,7 +128,7 @@ class CatalogueTest : public ::testing::Test {
                        settings,
                        state,
                        dialogs,
-                       {[this] { ++recorder_launches; }, [this] { new_station_dialog(); }}};
+                       {[this] { ++recorder_launches; }, [this](const platform::Text&) { new_station_dialog(); }}};
 };
 
 }  // namespace catalogue
