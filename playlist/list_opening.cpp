@@ -1,5 +1,6 @@
 #include "playlist/list_opening.h"
 
+#include <cstdint>
 #include <optional>
 #include <utility>
 #include <vector>

@@ -20,5 +20,13 @@ foreach(file applications/funkhausplayer.desktop icons/hicolor/scalable/apps/fun
     message(FATAL_ERROR "no ${file}")
   endif()
 endforeach()
+# A file manager finds the program for a list, and gives it the list.
+file(READ ${SCRATCH}/share/applications/funkhausplayer.desktop entry)
+foreach(line "\nExec=funkhausplayer %f\n" "\nMimeType=[^\n]*audio/x-mpegurl;" "\nMimeType=[^\n]*audio/x-scpls;")
+  if(NOT entry MATCHES "${line}")
+    message(FATAL_ERROR "the desktop entry has no ${line}")
+  endif()
+endforeach()
+execute_process(COMMAND ${SCRATCH}/bin/funkhausplayer --help COMMAND_ERROR_IS_FATAL ANY OUTPUT_QUIET)
 execute_process(COMMAND ${SCRATCH}/bin/OZRecordFunkhaus --help COMMAND_ERROR_IS_FATAL ANY OUTPUT_QUIET)
 file(REMOVE_RECURSE ${SCRATCH})

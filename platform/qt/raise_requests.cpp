@@ -1,6 +1,7 @@
 #include "platform/qt/raise_requests.h"
 
 #include <QApplication>
+#include <utility>
 
 #include "platform/qt/x11_activation.h"
 
@@ -11,8 +12,9 @@ constexpr char kTokenVariable[] = "XDG_ACTIVATION_TOKEN";
 
 }  // namespace
 
-RaiseRequests::RaiseRequests(StartRequests& requests, const controls::Form& form, QWidget& window)
-    : requests_(requests), form_(form), window_(window) {
+RaiseRequests::RaiseRequests(StartRequests& requests, const controls::Form& form, QWidget& window,
+                             std::function<void(const std::string&)> open)
+    : requests_(requests), form_(form), window_(window), open_(std::move(open)) {
   if (requests_.Descriptor() < 0) return;
   notifier_ = std::make_unique<QSocketNotifier>(requests_.Descriptor(), QSocketNotifier::Read);
   connect(notifier_.get(), &QSocketNotifier::activated, this, [this] { Serve(); });
@@ -23,9 +25,10 @@ RaiseRequests::~RaiseRequests() = default;
 void RaiseRequests::Serve() {
   while (const auto request = requests_.Next()) {
     QWidget* const front = Front();
-    if (front == nullptr) continue;
+    if (front == nullptr || (form_.Closing() && !request->argument.empty())) continue;
     Raise(*front, request->activation_token);
     requests_.Accept();
+    if (open_ && !request->argument.empty()) open_(request->argument);
   }
 }
 

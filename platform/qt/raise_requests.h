@@ -1,12 +1,15 @@
 #pragma once
-// Brings the window to the front when a later start of the program asks for it.
+// Brings the window to the front when a later start of the program asks for it, and passes on what that start
+// was given.
 // Not for the closing of the window (platform/qt/close_requests.h).
 
 #include <QObject>
 #include <QPointer>
 #include <QSocketNotifier>
 #include <QWidget>
+#include <functional>
 #include <memory>
+#include <string>
 
 #include "controls/form.h"
 #include "ports/start_requests.h"
@@ -15,10 +18,14 @@ namespace platform::qt {
 
 /// Answers while the program's event loop runs and inside every wait of the program. The window leaves its
 /// minimised state and gets the keyboard, or the dialog that stands open over it does. A request that comes
-/// while the window goes is refused: the later start is to take its place. Everything given outlives this.
+/// while the window goes is refused: the later start is to take its place. One that was given something to
+/// open is refused as well while the closing asks: nobody would open it any more. Everything given outlives
+/// this.
 class RaiseRequests final : public QObject {
  public:
-  RaiseRequests(StartRequests& requests, const controls::Form& form, QWidget& window);
+  /// `open` receives what an accepted start was given; it is called inside waits too.
+  RaiseRequests(StartRequests& requests, const controls::Form& form, QWidget& window,
+                std::function<void(const std::string& argument)> open = {});
   ~RaiseRequests() override;
 
  private:
@@ -29,6 +36,7 @@ class RaiseRequests final : public QObject {
   StartRequests& requests_;
   const controls::Form& form_;
   QWidget& window_;
+  std::function<void(const std::string&)> open_;
   std::unique_ptr<QSocketNotifier> notifier_;
 };
 

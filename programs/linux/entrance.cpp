@@ -47,10 +47,13 @@ SingleStart::Places Places() {
 }  // namespace
 
 struct Entrance::Parts {
-  SingleStart start{Places(), {ActivationToken(), {}}, kLongestWait};
+  explicit Parts(const std::string& argument)
+      : start(Places(), {ActivationToken(), argument}, kLongestWait) {}
+
+  SingleStart start;
 };
 
-Entrance::Entrance() : parts_(std::make_unique<Parts>()) {}
+Entrance::Entrance(const std::string& argument) : parts_(std::make_unique<Parts>(argument)) {}
 
 Entrance::~Entrance() = default;
 

@@ -1,9 +1,11 @@
 #pragma once
 // The first step of every start: one copy of the program runs over a settings folder, a later start brings
-// its window to the front. Not the program itself (programs/linux/program.h).
+// its window to the front and has it open what the start was given. Not the program itself
+// (programs/linux/program.h).
 
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace platform {
 class StartRequests;
@@ -12,7 +14,9 @@ class StartRequests;
 /// Made before the program, and kept until it is gone: its files are this copy's alone as long as this lives.
 class Entrance {
  public:
-  Entrance();
+  /// `argument` is what this start was given to open, in a form that the running copy understands as well
+  /// (platform/posix/start_argument.h).
+  explicit Entrance(const std::string& argument = {});
   ~Entrance();
   Entrance(const Entrance&) = delete;
   Entrance& operator=(const Entrance&) = delete;

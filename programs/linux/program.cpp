@@ -26,6 +26,7 @@
 #include "platform/qt/close_requests.h"
 #include "platform/qt/desktop_colors.h"
 #include "platform/qt/dialogs.h"
+#include "platform/qt/drop_binding.h"
 #include "platform/qt/icons.h"
 #include "platform/qt/language.h"
 #include "platform/qt/message_loop.h"
@@ -118,13 +119,14 @@ Program::Program(int& argc, char** argv) : parts_(std::make_unique<Parts>(argc, 
 
 Program::~Program() = default;
 
-int Program::Run(platform::StartRequests* requests) {
+int Program::Run(platform::StartRequests* requests, const std::string& argument) {
   controls::Form& form = parts_->logic.Controls().form;
   const platform::qt::CloseRequests close_requests(form, parts_->message_loop);
+  platform::qt::DropBinding drops(form, *parts_->window, parts_->message_loop, parts_->plain_paths);
+  const auto open = [&drops](const std::string& given) { drops.Open(given); };
   std::optional<platform::qt::RaiseRequests> raise_requests;
-  if (requests != nullptr) {
-    raise_requests.emplace(*requests, form, *parts_->window);
-  }
+  if (requests != nullptr) raise_requests.emplace(*requests, form, *parts_->window, open);
+  open(argument);
   return parts_->window->Run();
 }
 

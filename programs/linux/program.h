@@ -3,6 +3,7 @@
 // Not for the program's behaviour; that is the main window's.
 
 #include <memory>
+#include <string>
 
 namespace window {
 class MainWindow;
@@ -17,15 +18,17 @@ class PlayerWindow;
 /// One per process. Order: construct, Run.
 class Program {
  public:
-  /// `argc` and `argv` belong to the toolkit; the program itself has no options. They outlive the object.
+  /// `argc` and `argv` belong to the toolkit; the program's own words are read before. They outlive the
+  /// object.
   Program(int& argc, char** argv);
   ~Program();
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
 
   /// Shows the window and returns the exit code when it has been closed. Meanwhile `requests` of later starts
-  /// bring the window to the front; null when nobody can ask.
-  int Run(platform::StartRequests* requests = nullptr);
+  /// bring the window to the front; null when nobody can ask. `argument`, and what later starts are given, is
+  /// opened as if it had been dropped on the window (platform/qt/drop_binding.h).
+  int Run(platform::StartRequests* requests = nullptr, const std::string& argument = {});
 
   [[nodiscard]] window::MainWindow& Logic();
   /// The window on the screen; made by the constructor, shown by Run.

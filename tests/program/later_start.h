@@ -23,7 +23,8 @@ namespace program_test {
 class Surroundings {
  public:
   explicit Surroundings(const test_support::TempFolder& folder)
-      : environment_{{"APPDATA", folder.Path()},
+      : folder_(folder.Path()),
+        environment_{{"APPDATA", folder.Path()},
                      {"XDG_STATE_HOME", folder.Path() / "state"},
                      {"QT_QPA_PLATFORM", "offscreen"}} {}
 
@@ -38,12 +39,15 @@ class Surroundings {
     return test_support::ChildProcess({PLAYER}, environment_);
   }
   /// A start that ends by itself: its exit code and what it wrote on its error output. Throws when it runs.
-  [[nodiscard]] test_support::RunResult StartToEnd() const {
-    return test_support::RunProgram({"/bin/sh", "-c", "exec " PLAYER " 2>&1"}, environment_);
+  /// `words` is what it is given, as a shell reads it; it works in `folder_`.
+  [[nodiscard]] test_support::RunResult StartToEnd(const std::string& words = "") const {
+    const std::string command = "cd '" + folder_ + "' && exec " PLAYER " 2>&1 " + words;
+    return test_support::RunProgram({"/bin/sh", "-c", command}, environment_);
   }
   /// The same beside the caller, who may be the running copy.
-  [[nodiscard]] std::future<test_support::RunResult> StartToEndMeanwhile() const {
-    return std::async(std::launch::async, [self = *this] { return self.StartToEnd(); });
+  [[nodiscard]] std::future<test_support::RunResult> StartToEndMeanwhile(
+      const std::string& words = "") const {
+    return std::async(std::launch::async, [self = *this, words] { return self.StartToEnd(words); });
   }
   /// Waits until a start of these surroundings is one that runs and answers others; `running` is how many run
   /// over this state folder then.
@@ -70,6 +74,7 @@ class Surroundings {
     return locked;
   }
 
+  std::string folder_;
   test_support::ChildProcess::Environment environment_;
 };
 

@@ -51,7 +51,7 @@ int ProgramRig::Run(const std::function<void()>& journey) {
     Settle();
     if (!Form().form.IsClosed()) QCoreApplication::exit();
   });
-  return program_->Run(entrance_->Requests());
+  return program_->Run(entrance_->Requests(), argument_);
 }
 
 void ProgramRig::Settle() {

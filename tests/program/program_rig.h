@@ -33,7 +33,8 @@ class ProgramRig : public ::testing::Test {
   /// Makes the program as its main function does, over the station file's bytes; `options` are those of
   /// Opt.ini.
   void Start(const std::string& stations, const std::string& options = "");
-  /// Runs the program and, inside its event loop, `journey`; what is left open then is left. The exit code.
+  /// Runs the program, which is given `argument_` to open, and, inside its event loop, `journey`; what is
+  /// left open then is left. The exit code.
   int Run(const std::function<void()>& journey);
 
   /// The dialogs to come are acted on in the order of these calls; one that nobody expects is a failure.
@@ -71,6 +72,7 @@ class ProgramRig : public ::testing::Test {
   [[nodiscard]] std::string Options() const { return folder_.Read("Ordnerzentrale/Opt.ini"); }
 
   test_support::TempFolder folder_;
+  std::string argument_;
   QStringList box_texts_;
   std::unique_ptr<Entrance> entrance_;
   std::unique_ptr<Program> program_;

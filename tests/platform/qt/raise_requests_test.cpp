@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QTimer>
 #include <deque>
+#include <string>
+#include <vector>
 
 #include "platform/qt/dialogs.h"
 #include "tests/platform/qt/window_fixture.h"
@@ -37,8 +39,8 @@ class ScriptedRequests final : public StartRequests {
     current_ = false;
     ++accepted;
   }
-  void Ask(const std::string& token = "") {
-    waiting_.push_back({token, ""});
+  void Ask(const std::string& token = "", const std::string& argument = "") {
+    waiting_.push_back({token, argument});
     ::eventfd_write(descriptor_, 1);
   }
 
@@ -91,7 +93,11 @@ class RaiseRequestsTest : public ::testing::Test {
 
   WindowFixture fixture_;
   ScriptedRequests requests_;
-  RaiseRequests raise_{requests_, fixture_.form.form, *fixture_.window};
+  std::vector<std::string> opened_;
+  RaiseRequests raise_{requests_, fixture_.form.form, *fixture_.window, [this](const std::string& argument) {
+                         EXPECT_EQ(requests_.accepted, 1) << "accepted before";
+                         opened_.push_back(argument);
+                       }};
   QWidget other_;
 };
 
@@ -185,6 +191,30 @@ TEST_F(RaiseRequestsTest, TokenIsThereForTheActivationAndNotLater) {
   ASSERT_TRUE(Served());
   EXPECT_EQ(meanwhile, "token-of-the-later-start");
   EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
+}
+
+TEST_F(RaiseRequestsTest, WhatAStartWasGivenIsOpened) {
+  requests_.Ask("", "/a.m3u");
+  ASSERT_TRUE(Served());
+  EXPECT_EQ(opened_, std::vector<std::string>{"/a.m3u"});
+  requests_.Ask();
+  EXPECT_TRUE(WaitFor([this] { return requests_.accepted == 2; }));
+  EXPECT_EQ(opened_.size(), 1U) << "nothing was given";
+}
+
+TEST_F(RaiseRequestsTest, WhileTheClosingAsksNothingIsAcceptedThatIsToBeOpened) {
+  const auto question = Form().QueryUnload.Subscribe([this] {
+    QDialog dialog(&Window());
+    dialog.setModal(true);
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+    requests_.Ask("", "/a.m3u");
+    EXPECT_TRUE(Served());
+  });
+  Form().Close();
+  EXPECT_EQ(requests_.accepted, 0);
+  EXPECT_GE(requests_.refused, 1);
+  EXPECT_TRUE(opened_.empty());
 }
 
 TEST_F(RaiseRequestsTest, NothingHappensAfterwards) {
