@@ -37,7 +37,7 @@ void StationViews::Check1_Click() {
 
 void StationViews::LeaveFilter(Selection selection) {
   if (InViewSwitch || !parts_.lists.filtered.Visible()) return;
-  const SwitchGuard guard(InViewSwitch);
+  const app::ScopedFlag switching(InViewSwitch);
   ShowAll(selection);
 }
 

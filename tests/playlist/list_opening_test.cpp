@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "app/state/status_sentences.h"
-#include "platform/icu/text_conversion.h"
 #include "tests/support/fake_notices.h"
 #include "tests/support/memory_files.h"
+#include "tests/support/plain_text_conversion.h"
 
 namespace playlist {
 namespace {
@@ -26,8 +26,12 @@ class ListOpeningTest : public ::testing::Test {
  protected:
   ListOpeningTest() {
     filtered_.SetVisible(false);
+    for (controls::ListView* list : {&full_, &filtered_}) {
+      for (const char16_t* caption : {u"Station", u"Genre", u"WebLink"}) list->AddColumn({caption});
+    }
+    form_closing_ = form_.QueryUnload.Subscribe([this] { window_.End(); });
     controls::ListRow row;
-    row.cells[0] = u"Alt";
+    row.cells.Set(0, u"Alt");
     full_.AddRow(row);
   }
 
@@ -48,12 +52,14 @@ class ListOpeningTest : public ::testing::Test {
 
   const Entries kOld = {{u"Alt", u""}};
   const Entries kAll = {{u"Alt", u""}, {u"Eins, zwei", u"http://1/"}, {u"2", u"http://2/"}};
+  app::Life window_;
   controls::Form form_;
+  controls::Subscription form_closing_;
   controls::ListView full_;
   controls::ListView filtered_;
   test_support::FakeNotices notices_;
   test_support::MemoryFiles files_;
-  platform::icu::IcuTextConversion conversion_;
+  test_support::PlainTextConversion conversion_;
   std::vector<Selects> shown_;
   std::function<void()> on_show_ = [] {};
   std::vector<Text> links_;
@@ -65,7 +71,8 @@ class ListOpeningTest : public ::testing::Test {
                           shown_.push_back(selects);
                           on_show_();
                         },
-                        [this](const Text& link) { links_.push_back(link); }}};
+                        [this](const Text& link) { links_.push_back(link); }},
+                       window_};
 };
 
 TEST_F(ListOpeningTest, RowsOfAListJoinTheFullListAtItsEnd) {

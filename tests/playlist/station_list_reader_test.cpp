@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/icu/text_conversion.h"
+#include "tests/support/plain_text_conversion.h"
 
 namespace playlist {
 namespace {
@@ -28,7 +28,7 @@ class StationListReaderTest : public ::testing::Test {
     return bytes;
   }
 
-  platform::icu::IcuTextConversion conversion_;
+  test_support::PlainTextConversion conversion_;
   const Stations kTwo = {{u"Köln – Ö", u"http://one.example/a"}, {u"Zwei", u"https://two.example/b"}};
   const Text kTwoAsM3u =
       u"#EXTM3U\n#EXTINF:-1,Köln – Ö\nhttp://one.example/a\n#EXTINF:-1,Zwei\nhttps://two.example/b\n";

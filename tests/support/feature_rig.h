@@ -16,12 +16,12 @@
 #include "app/state/runs.h"
 #include "app/state/station_row.h"
 #include "app/state/window_state.h"
-#include "tests/support/plain_text_conversion.h"
 #include "stream/cls_funkhaus.h"
 #include "tests/support/fakes.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/memory_profile.h"
 #include "tests/support/memory_record_files.h"
+#include "tests/support/plain_text_conversion.h"
 #include "tests/support/scripted_internet.h"
 
 namespace test_support {
@@ -31,6 +31,11 @@ class FeatureTest : public ::testing::Test {
   using Text = platform::Text;
 
   FeatureTest() {
+    for (controls::ListView* list : {&form.SymbolListview, &form.ExplorerListFilter}) {
+      for (const app::StationColumn& column : app::kStationColumns) {
+        list->AddColumn({Text(column.caption), column.width});
+      }
+    }
     message_loop.on_sleep = [this](std::uint32_t milliseconds) {
       clock.seconds_since_midnight += milliseconds / 1000.0;
     };
