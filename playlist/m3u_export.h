@@ -4,8 +4,8 @@
 
 #include <optional>
 
-#include "app/state/runs.h"
 #include "app/state/list_pair.h"
+#include "app/state/runs.h"
 #include "app/text/text.h"
 #include "controls/captioned.h"
 #include "controls/list_view.h"

@@ -8,8 +8,8 @@
 #include <memory>
 #include <optional>
 
-#include "app/state/runs.h"
 #include "app/state/list_pair.h"
+#include "app/state/runs.h"
 #include "app/state/window_state.h"
 #include "controls/captioned.h"
 #include "controls/list_view.h"

@@ -26,9 +26,9 @@ namespace window {
 struct Catalogue {
   /// What the catalogue starts elsewhere.
   struct Actions {
-    std::function<void()> show_station_details;     ///< of the selected row
-    std::function<void()> start_playing;            ///< as the Start button
-    std::function<void()> launch_recorder;          ///< for the selected row
+    std::function<void()> show_station_details;  ///< of the selected row
+    std::function<void()> start_playing;         ///< as the Start button
+    std::function<void()> launch_recorder;       ///< for the selected row
     /// With that link in its field; returns when the dialog is closed.
     std::function<void(const platform::Text&)> show_new_station_dialog;
   };

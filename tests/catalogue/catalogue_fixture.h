@@ -123,12 +123,13 @@ class CatalogueTest : public ::testing::Test {
                      writer,
                      state,
                      dialogs};
-  StationEditor editor{{EditorFields(form1), Check1, Command8, CommandButton1, CommandButton2, lists},
-                       writer,
-                       settings,
-                       state,
-                       dialogs,
-                       {[this] { ++recorder_launches; }, [this](const platform::Text&) { new_station_dialog(); }}};
+  StationEditor editor{
+      {EditorFields(form1), Check1, Command8, CommandButton1, CommandButton2, lists},
+      writer,
+      settings,
+      state,
+      dialogs,
+      {[this] { ++recorder_launches; }, [this](const platform::Text&) { new_station_dialog(); }}};
 };
 
 }  // namespace catalogue
