@@ -125,7 +125,8 @@ def run(arguments, children, scratch):
         write_catalogue(scratch / "settings" / "Ordnerzentrale" / "Funkhaus.ini", stations)
         program = make_program_folder(scratch / "program",
                                       programs / ("demo_player" if headless else "funkhausplayer"))
-        environment = {**os.environ, "APPDATA": str(scratch / "settings"), "XDG_STATE_HOME": str(scratch / "state")}
+        environment = {**os.environ, "APPDATA": str(scratch / "settings"), "XDG_STATE_HOME": str(scratch / "state"),
+                       "XDG_DATA_HOME": str(scratch / "data")}
         if not headless:
             print(f"The station plays at {station.address}; the demonstration ends with the window.", flush=True)
             return subprocess.run([program], env=environment, check=False).returncode

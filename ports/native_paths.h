@@ -3,6 +3,7 @@
 // Not for taking paths apart; that is app/text/text_utilities.h.
 
 #include <string>
+#include <vector>
 
 #include "ports/text.h"
 
@@ -22,6 +23,13 @@ class NativePaths {
   /// As ToNative, for something that is looked for, listed or read and never written: where the letter case
   /// of the program's own data does not count, the name that exists.
   virtual std::string ToNativeForReading(const Text& path) = 0;
+
+  /// The system's folders whose entries together are those of a folder that is listed; at least one. Where
+  /// they are several, an entry counts only when ToNativeForReading finds it by its name: of entries that
+  /// differ at most by what does not count, one folder's wins.
+  virtual std::vector<std::string> ToNativeForListing(const Text& folder) {
+    return {ToNativeForReading(folder)};
+  }
 };
 
 }  // namespace platform

@@ -54,6 +54,11 @@ std::string FolderOfKind(const HomeVariables& variables, const char* below_home)
   return home + (home.ends_with('/') ? "" : "/") + below_home;
 }
 
+std::string ProgramsFolderOfKind(const HomeVariables& variables, const char* below_home) {
+  const std::string folder = FolderOfKind(variables, below_home);
+  return folder + (folder.ends_with('/') ? "" : "/") + "funkhausplayer";
+}
+
 /// The path with the links and detours of its folder resolved; as it is when there is no such folder.
 std::string Resolved(const std::string& path) {
   struct Freer {
@@ -78,9 +83,14 @@ std::uint64_t NumberOf(std::string_view bytes) {
 std::string ConfigurationFolder(const HomeVariables& variables) { return FolderOfKind(variables, ".config"); }
 
 std::string StateFolder(const HomeVariables& variables) {
-  const std::string folder = FolderOfKind(variables, ".local/state");
-  return folder + (folder.ends_with('/') ? "" : "/") + "funkhausplayer";
+  return ProgramsFolderOfKind(variables, ".local/state");
 }
+
+std::string DataFolder(const HomeVariables& variables) {
+  return ProgramsFolderOfKind(variables, ".local/share");
+}
+
+std::string UsersDataFolder() { return DataFolder(Variables("XDG_DATA_HOME")); }
 
 PosixEnvironment::PosixEnvironment(NativePaths& paths) : paths_(paths) {}
 

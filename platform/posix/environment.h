@@ -24,6 +24,13 @@ std::string ConfigurationFolder(const HomeVariables& variables);
 /// own folder in it.
 std::string StateFolder(const HomeVariables& variables);
 
+/// $XDG_DATA_HOME when it is an absolute path, otherwise ".local/share" in the home folder; the program's own
+/// folder in it.
+std::string DataFolder(const HomeVariables& variables);
+
+/// The data folder of the user who runs this process; it need not exist.
+std::string UsersDataFolder();
+
 /// Values are carried as native paths are, so that a folder in a variable can be used at once. When APPDATA
 /// is not set, its value is the configuration folder, which is made when it is missing, because the program
 /// creates only the last level of a path. State files are named after a number made from the path to which

@@ -26,6 +26,8 @@ std::optional<Text> FolderOfPattern(const Text& pattern) {
   return name_begin == 0 ? Text(u".") : pattern.substr(0, name_begin);
 }
 
+std::string WithSeparator(const std::string& folder) { return folder + (folder.ends_with('/') ? "" : "/"); }
+
 void ReadKind(const std::string& path, FoundFile& found) {
   struct stat status {};
   if (::lstat(path.c_str(), &status) != 0) return;
@@ -49,24 +51,35 @@ bool PosixFiles::CreateDirectoryW(const Text& path) {
   return IsUsablePath(native) && ::mkdir(native.c_str(), kNewFolder) == 0;
 }
 
-std::vector<FoundFile> PosixFiles::List(const std::string& folder) {
+std::vector<FoundFile> PosixFiles::List(const Text& folder) {
+  const std::vector<std::string> places = paths_.ToNativeForListing(folder);
   std::vector<FoundFile> entries;
-  for (const std::string& name : NamesIn(folder)) {
-    FoundFile found{paths_.FromNative(name)};
-    ReadKind(folder + "/" + name, found);
-    entries.push_back(std::move(found));
+  for (const std::string& place : places) {
+    if (!IsUsablePath(place)) continue;
+    for (const std::string& name : places.size() == 1 ? NamesIn(place) : NamesToRead(folder, place)) {
+      FoundFile found{paths_.FromNative(name)};
+      ReadKind(WithSeparator(place) + name, found);
+      entries.push_back(std::move(found));
+    }
   }
   std::sort(entries.begin(), entries.end(),
             [](const FoundFile& left, const FoundFile& right) { return left.name < right.name; });
   return entries;
 }
 
+/// The names in one of several places of a folder by which reading finds what lies there.
+std::vector<std::string> PosixFiles::NamesToRead(const Text& folder, const std::string& native) {
+  std::vector<std::string> names = NamesIn(native);
+  std::erase_if(names, [&](const std::string& name) {
+    return paths_.ToNativeForReading(folder + paths_.FromNative(name)) != WithSeparator(native) + name;
+  });
+  return names;
+}
+
 FindHandle PosixFiles::FindFirstFileW(const Text& pattern, FoundFile& found) {
   const auto folder = FolderOfPattern(pattern);
   if (!folder) return FindHandle::kNone;
-  const std::string native = paths_.ToNativeForReading(*folder);
-  if (!IsUsablePath(native)) return FindHandle::kNone;
-  Search search{List(native)};
+  Search search{List(*folder)};
   if (search.entries.empty()) return FindHandle::kNone;
   found = search.entries[search.next++];
   const FindHandle handle{++last_search_};

@@ -31,7 +31,8 @@ class PosixFiles final : public Files {
     std::vector<FoundFile> entries;
     std::size_t next = 0;
   };
-  [[nodiscard]] std::vector<FoundFile> List(const std::string& folder);
+  [[nodiscard]] std::vector<FoundFile> List(const Text& folder);
+  [[nodiscard]] std::vector<std::string> NamesToRead(const Text& folder, const std::string& native);
 
   NativePaths& paths_;
   std::map<FindHandle, Search> searches_;

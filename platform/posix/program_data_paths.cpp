@@ -34,22 +34,50 @@ std::string_view NameOf(std::string_view level) { return level.substr(0, level.f
 
 }  // namespace
 
-ProgramDataPaths::ProgramDataPaths(NativePaths& inner, TextConversion& conversion, const Text& program_folder,
+ProgramDataPaths::ProgramDataPaths(NativePaths& inner, TextConversion& conversion, const DataRoots& roots,
                                    std::vector<Text> data_folders)
     : inner_(inner),
       conversion_(conversion),
-      program_folder_(inner.ToNative(program_folder + (program_folder.ends_with(u'\\') ? u"" : u"\\"))),
-      data_folders_(std::move(data_folders)) {}
+      program_folder_(inner.ToNative(roots.program + (roots.program.ends_with(u'\\') ? u"" : u"\\"))),
+      data_folders_(std::move(data_folders)) {
+  if (!roots.users.empty()) roots_.push_back(roots.users + (roots.users.ends_with('/') ? "" : "/"));
+  roots_.push_back(program_folder_);
+}
 
 std::string ProgramDataPaths::ToNativeForReading(const Text& path) {
   std::string native = inner_.ToNative(path);
-  if (!native.starts_with(program_folder_) || !IsUsablePath(native)) return native;
-  const std::vector<std::string> levels = LevelsOf(std::string_view(native).substr(program_folder_.size()));
-  if (!LeadIntoData(levels) || CanBeRead(native)) return native;
-  std::string found = program_folder_;
+  const std::vector<std::string> levels = DataLevels(native);
+  if (levels.empty()) return native;
+  for (const std::string& root : roots_) {
+    if (std::string found = FoundIn(root, levels); !found.empty()) return found;
+  }
+  return native;
+}
+
+std::vector<std::string> ProgramDataPaths::ToNativeForListing(const Text& folder) {
+  const std::string native = inner_.ToNative(folder);
+  const std::vector<std::string> levels = DataLevels(native);
+  std::vector<std::string> folders;
+  for (const std::string& root : levels.empty() ? std::vector<std::string>() : roots_) {
+    if (std::string found = FoundIn(root, levels); !found.empty()) folders.push_back(std::move(found));
+  }
+  return folders.empty() ? std::vector{native} : folders;
+}
+
+std::vector<std::string> ProgramDataPaths::DataLevels(const std::string& native) {
+  if (!native.starts_with(program_folder_) || !IsUsablePath(native)) return {};
+  std::vector<std::string> levels = LevelsOf(std::string_view(native).substr(program_folder_.size()));
+  return LeadIntoData(levels) ? levels : std::vector<std::string>();
+}
+
+std::string ProgramDataPaths::FoundIn(const std::string& root, const std::vector<std::string>& levels) {
+  std::string found = root;
+  for (const std::string& level : levels) found += level;
+  if (CanBeRead(found)) return found;
+  found = root;
   for (const std::string& level : levels) {
     const std::string spelling = SpellingThatExists(found, level);
-    if (spelling.empty()) return native;
+    if (spelling.empty()) return {};
     found += spelling;
   }
   return found;

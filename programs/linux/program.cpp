@@ -77,8 +77,10 @@ struct Program::Parts {
   platform::posix::PosixNativePaths plain_paths;
   platform::posix::PosixEnvironment environment{plain_paths};
   platform::icu::IcuTextConversion conversion;
-  platform::posix::ProgramDataPaths paths{
-      plain_paths, conversion, environment.ProgramFolder(), {u"Languages", u"RadioIco", u"RadioJPG"}};
+  platform::posix::ProgramDataPaths paths{plain_paths,
+                                          conversion,
+                                          {platform::posix::UsersDataFolder(), environment.ProgramFolder()},
+                                          {u"Languages", u"RadioIco", u"RadioJPG"}};
   platform::icu::IcuStringOrder string_order;
   platform::posix::PosixProfileFiles profile_files;
   platform::ini::IniPrivateProfile profile{paths, profile_files, conversion};

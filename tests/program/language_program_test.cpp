@@ -168,5 +168,11 @@ TEST_F(LanguageProgram, LanguageFileIsFoundWhateverItsLetterCase) {
   EXPECT_EQ(Find<QAbstractButton>("CommandButton1").text(), "Save list");
 }
 
+TEST_F(LanguageProgram, LanguageFileOfTheUsersDataFolderWins) {
+  folder_.Write("data/funkhausplayer/LANGUAGES/english.lng", "[Common]\r\nListe speichern=Keep it\r\n");
+  Start(kOneStation, kEnglish);
+  EXPECT_EQ(Find<QAbstractButton>("CommandButton1").text(), "Keep it");
+}
+
 }  // namespace
 }  // namespace program_test

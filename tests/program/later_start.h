@@ -26,6 +26,7 @@ class Surroundings {
       : folder_(folder.Path()),
         environment_{{"APPDATA", folder.Path()},
                      {"XDG_STATE_HOME", folder.Path() / "state"},
+                     {"XDG_DATA_HOME", folder.Path() / "data"},
                      {"QT_QPA_PLATFORM", "offscreen"}} {}
 
   [[nodiscard]] Surroundings With(const std::string& name, const std::string& value) const {

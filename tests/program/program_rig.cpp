@@ -18,6 +18,7 @@ constexpr int kDeadlineMilliseconds = 60'000;
 ProgramRig::ProgramRig() {
   ::setenv("APPDATA", folder_.Path().c_str(), 1);
   ::setenv("XDG_STATE_HOME", (folder_.Path() / "state").c_str(), 1);
+  ::setenv("XDG_DATA_HOME", (folder_.Path() / "data").c_str(), 1);
   ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
 }
 

@@ -27,6 +27,7 @@ class SessionEndProgramTest : public ::testing::Test {
     folder_.Write("Ordnerzentrale/Funkhaus.ini", kStations);
     ::setenv("APPDATA", folder_.Path().c_str(), 1);
     ::setenv("XDG_STATE_HOME", (folder_.Path() / "state").c_str(), 1);
+    ::setenv("XDG_DATA_HOME", (folder_.Path() / "data").c_str(), 1);
     ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
     program_ = std::make_unique<Program>(count_, arguments_.data());
   }

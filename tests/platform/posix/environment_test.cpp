@@ -19,6 +19,7 @@ class EnvironmentTest : public testing::Test {
   EnvironmentTest() {
     ::unsetenv("APPDATA");
     ::unsetenv("XDG_CONFIG_HOME");
+    ::unsetenv("XDG_DATA_HOME");
     ::unsetenv("XDG_STATE_HOME");
     ::setenv("HOME", folder.Path().c_str(), 1);
   }
@@ -72,6 +73,20 @@ TEST_F(EnvironmentTest, TheStateFolderFollowsTheVariablesInTheirOrder) {
   EXPECT_EQ(StateFolder({"relative", "/h", "/a"}), "/h/.local/state/funkhausplayer");
   EXPECT_EQ(StateFolder({"", "", "/a"}), "/a/.local/state/funkhausplayer");
   EXPECT_EQ(StateFolder({"", "/", ""}), "/.local/state/funkhausplayer");
+}
+
+TEST_F(EnvironmentTest, TheDataFolderFollowsTheVariablesInTheirOrder) {
+  EXPECT_EQ(DataFolder({"/x", "/h", "/a"}), "/x/funkhausplayer");
+  EXPECT_EQ(DataFolder({"relative", "/h", "/a"}), "/h/.local/share/funkhausplayer");
+  EXPECT_EQ(DataFolder({"", "", "/a"}), "/a/.local/share/funkhausplayer");
+  EXPECT_EQ(DataFolder({"", "/", ""}), "/.local/share/funkhausplayer");
+}
+
+TEST_F(EnvironmentTest, TheUsersDataFolderIsNamedAndNotMade) {
+  EXPECT_EQ(UsersDataFolder(), folder.Path() / ".local/share/funkhausplayer");
+  EXPECT_FALSE(std::filesystem::exists(folder.Path() / ".local"));
+  ::setenv("XDG_DATA_HOME", "/some/place", 1);
+  EXPECT_EQ(UsersDataFolder(), "/some/place/funkhausplayer");
 }
 
 TEST_F(EnvironmentTest, AStateFileLiesInTheStateFolderWhichIsMadeForItsUserOnly) {

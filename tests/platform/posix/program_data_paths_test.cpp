@@ -18,6 +18,19 @@ constexpr std::size_t kMostBytes = 1000;
 
 class ProgramDataPathsTest : public testing::Test {
  protected:
+  /// The names that a search through a folder finds, in its order.
+  std::vector<Text> Listed(const Text& data_folder) {
+    PosixFiles files(paths);
+    std::vector<Text> names;
+    FoundFile found;
+    const FindHandle search = files.FindFirstFileW(In(data_folder) + u"\\*.*", found);
+    if (search == FindHandle::kNone) return names;
+    do {
+      names.push_back(found.name);
+    } while (files.FindNextFileW(search, found));
+    files.FindClose(search);
+    return names;
+  }
   [[nodiscard]] Text In(const Text& path) const { return folder.TextPath("program") + u"\\" + path; }
   /// The path found, from the program folder on.
   std::string Found(const Text& path) {
@@ -26,9 +39,10 @@ class ProgramDataPathsTest : public testing::Test {
   }
 
   test_support::TempFolder folder;
+  const std::string users = folder.Path() / "home/data";
   PosixNativePaths plain;
   icu::IcuTextConversion conversion;
-  ProgramDataPaths paths{plain, conversion, folder.TextPath("program"), {u"RadioIco", u"RadioJPG"}};
+  ProgramDataPaths paths{plain, conversion, {users, folder.TextPath("program")}, {u"RadioIco", u"RadioJPG"}};
 };
 
 TEST_F(ProgramDataPathsTest, FolderAndFileAreFoundWhateverTheirLetterCase) {
@@ -109,9 +123,61 @@ TEST_F(ProgramDataPathsTest, NamesThatAreNoUtf8AreFoundToo) {
 }
 
 TEST_F(ProgramDataPathsTest, RootFolderServesAsProgramFolder) {
-  ProgramDataPaths at_root(plain, conversion, u"\\", {u"Proc"});
+  ProgramDataPaths at_root(plain, conversion, {"", u"\\"}, {u"Proc"});
   EXPECT_EQ(at_root.ToNativeForReading(u"\\Proc\\Self"), "/proc/self");
   EXPECT_EQ(at_root.ToNativeForReading(u"\\\\Proc\\Self"), "/proc/self");
+}
+
+TEST_F(ProgramDataPathsTest, WhatIsInTheUsersFolderWins) {
+  folder.Write("program/RadioJPG/a.jpg", "");
+  EXPECT_EQ(Found(u"RadioJPG\\a.jpg"), "RadioJPG/a.jpg") << "there is no folder of the user's yet";
+  folder.Write("home/data/RadioJPG/a.jpg", "");
+  EXPECT_EQ(Found(u"RadioJPG\\a.jpg"), "../home/data/RadioJPG/a.jpg");
+  EXPECT_EQ(Found(u"RadioJPG"), "../home/data/RadioJPG");
+}
+
+TEST_F(ProgramDataPathsTest, LetterCaseDoesNotCountInTheUsersFolderEither) {
+  folder.Write("program/RadioJPG/Köln.jpg", "");
+  folder.Write("home/data/RADIOjpg/KÖLN.JPG", "");
+  EXPECT_EQ(Found(u"RadioJPG\\Köln.jpg"), "../home/data/RADIOjpg/KÖLN.JPG") << "it wins over the exact name";
+}
+
+TEST_F(ProgramDataPathsTest, WhatTheUsersFolderLacksIsFoundBesideTheProgram) {
+  folder.Write("home/data/RadioJPG/a.jpg", "");
+  folder.Write("program/radiojpg/B.jpg", "");
+  EXPECT_EQ(Found(u"RadioJPG\\b.jpg"), "radiojpg/B.jpg");
+  EXPECT_EQ(Found(u"RadioJPG\\c.jpg"), "RadioJPG/c.jpg");
+  std::filesystem::create_symlink("missing", folder.Path() / "home/data/RadioJPG/b.jpg");
+  EXPECT_EQ(Found(u"RadioJPG\\b.jpg"), "radiojpg/B.jpg");
+}
+
+TEST_F(ProgramDataPathsTest, OnlyTheFoldersOfDataAreLookedForInTheUsersFolder) {
+  folder.Write("home/data/Funkhaus.ini", "");
+  folder.Write("home/data/Other/a.txt", "");
+  folder.Write("home/b.jpg", "");
+  EXPECT_EQ(Found(u"Funkhaus.ini"), "Funkhaus.ini");
+  EXPECT_EQ(Found(u"Other\\a.txt"), "Other/a.txt");
+  EXPECT_EQ(Found(u"RadioJPG\\..\\..\\b.jpg"), "RadioJPG/../../b.jpg");
+}
+
+TEST_F(ProgramDataPathsTest, AListingHoldsBothFoldersAndOfOneNameTheUsers) {
+  folder.Write("program/RadioIco/b.ico", "");
+  folder.Write("program/RadioIco/C.ICO", "");
+  EXPECT_EQ(Listed(u"RadioIco"), (std::vector<Text>{u"C.ICO", u"b.ico"}))
+      << "there is no folder of the user's yet";
+  folder.Write("home/data/radioico/a.ico", "");
+  folder.Write("home/data/radioico/c.ico", "");
+  EXPECT_EQ(Listed(u"RadioIco"), (std::vector<Text>{u"a.ico", u"b.ico", u"c.ico"}));
+  EXPECT_EQ(Listed(u"RadioJPG"), std::vector<Text>());
+  std::filesystem::remove_all(folder.Path() / "program");
+  EXPECT_EQ(Listed(u"RadioIco"), (std::vector<Text>{u"a.ico", u"c.ico"}));
+}
+
+TEST_F(ProgramDataPathsTest, AListingPassesOverLinksOfTheUsersThatLeadNowhere) {
+  folder.Write("program/RadioIco/A.ico", "");
+  folder.Write("home/data/RadioIco/b.ico", "");
+  std::filesystem::create_symlink("missing", folder.Path() / "home/data/RadioIco/a.ico");
+  EXPECT_EQ(Listed(u"RadioIco"), (std::vector<Text>{u"A.ico", u"b.ico"}));
 }
 
 TEST_F(ProgramDataPathsTest, FilesLooksListsAndReadsByThem) {
