@@ -73,6 +73,18 @@ packages_check=(
     llvm
 )
 
+# To check packages, and to try them in a root of their own.
+packages_package=(
+    appstream
+    binutils
+    desktop-file-utils
+    dpkg-dev
+    lintian
+    man-db
+    mmdebstrap
+    util-linux
+)
+
 # To compare what playing costs, with bench/cost.
 packages_bench=(
     gstreamer1.0-plugins-base-apps
