@@ -25,7 +25,7 @@ foreach(page funkhausplayer.1 OZRecordFunkhaus.1)
 endforeach()
 configure_file(${packaging}/${metainfo}.in ${made}/${metainfo} @ONLY)
 
-# Without name and time in it, so that two builds give the same bytes.
+# Without name and time in it, so that the same text gives the same bytes.
 execute_process(COMMAND ${GZIP} -9nkf changelog funkhausplayer.1 OZRecordFunkhaus.1 WORKING_DIRECTORY ${made}
                 COMMAND_ERROR_IS_FATAL ANY)
 
