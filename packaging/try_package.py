@@ -21,7 +21,8 @@ REPOSITORY = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(REPOSITORY / "demo"))
 
 from demo import Station, write_catalogue  # noqa: E402
-from desktop import Children, Failure, Hands, NullSink, close_window, screenshot, start_screen, visible_windows, wait_for  # noqa: E402
+from desktop import (Children, Failure, Hands, NullSink, close_window, screenshot, start_screen,  # noqa: E402
+                     visible_windows, wait_for)
 from visitor import AUDIBLE, SILENT  # noqa: E402
 
 PACKAGE = "funkhausplayer"
@@ -40,7 +41,7 @@ def output_of(*command, **options):
 
 
 def sources():
-    """Debian's own lines of this machine's apt, and the newest suite's name."""
+    """Debian's own lines of this machine's apt."""
     form = "$(REPO_URI) $(RELEASE) $(COMPONENT) $(ORIGIN)"
     lines = output_of("apt-get", "indextargets", "--format", form, "Created-By: Packages").split("\n")
     found = [line.rsplit(" ", 1)[0] for line in dict.fromkeys(lines) if line.endswith(" Debian")]
@@ -241,7 +242,7 @@ def main():
             bare.mkdir()
             root = BareRoot(bare_root(arguments.cache, dependencies(arguments.package)), bare)
         except NoRoot as reason:
-            print(f"There can be no bare root here: {reason}")
+            print(f"There can be no bare root here: {reason}; the package is only unpacked.", flush=True)
             empty = pathlib.Path(folder, "empty")
             empty.mkdir()
             root = EmptyFolder(empty)
