@@ -101,6 +101,24 @@ bool Pipeline::LinkChain(const std::vector<GstElement*>& chain) {
 
 void Pipeline::ConnectSignals() {
   // Raw pointers are safe here: no signal comes once the pipeline has reached its NULL state.
+  ConnectDecoder();
+  AddProbes();
+  g_signal_connect(volume_, "notify::volume", G_CALLBACK(+[](GObject*, GParamSpec*, gpointer self) {
+                     static_cast<Pipeline*>(self)->Notify({PipelineEvent::Kind::kVolumeChanged, 0});
+                   }),
+                   this);
+  const BusPointer bus(gst_element_get_bus(pipeline_.get()));
+  gst_bus_set_sync_handler(
+      bus.get(),
+      [](GstBus*, GstMessage* message, gpointer self) {
+        static_cast<Pipeline*>(self)->OnMessage(message);
+        gst_message_unref(message);
+        return GST_BUS_DROP;
+      },
+      this, nullptr);
+}
+
+void Pipeline::ConnectDecoder() {
   g_signal_connect(decoder_, "pad-added", G_CALLBACK(+[](GstElement*, GstPad* pad, gpointer self) {
                      static_cast<Pipeline*>(self)->OnPadAdded(pad);
                    }),
@@ -120,6 +138,9 @@ void Pipeline::ConnectSignals() {
   const CapsPointer sound(gst_caps_new_empty_simple("audio/x-raw"));
   const std::string uri = input_.reader ? "appsrc://" : input_.uri;
   g_object_set(decoder_, "uri", uri.c_str(), "caps", sound.get(), "expose-all-streams", FALSE, nullptr);
+}
+
+void Pipeline::AddProbes() {
   const PadPointer input(gst_element_get_static_pad(buffer_, "sink"));
   gst_pad_add_probe(
       input.get(),
@@ -133,19 +154,6 @@ void Pipeline::ConnectSignals() {
       format.get(), GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM,
       [](GstPad*, GstPadProbeInfo* info, gpointer self) {
         return static_cast<Pipeline*>(self)->OnFormat(info);
-      },
-      this, nullptr);
-  g_signal_connect(volume_, "notify::volume", G_CALLBACK(+[](GObject*, GParamSpec*, gpointer self) {
-                     static_cast<Pipeline*>(self)->Notify({PipelineEvent::Kind::kVolumeChanged, 0});
-                   }),
-                   this);
-  const BusPointer bus(gst_element_get_bus(pipeline_.get()));
-  gst_bus_set_sync_handler(
-      bus.get(),
-      [](GstBus*, GstMessage* message, gpointer self) {
-        static_cast<Pipeline*>(self)->OnMessage(message);
-        gst_message_unref(message);
-        return GST_BUS_DROP;
       },
       this, nullptr);
 }

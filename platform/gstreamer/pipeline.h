@@ -131,6 +131,8 @@ class Pipeline {
   bool Build(OutputChooser::Output output);
   bool LinkChain(const std::vector<GstElement*>& chain);
   void ConnectSignals();
+  void ConnectDecoder();
+  void AddProbes();
   void Notify(PipelineEvent event);
   void OnMessage(GstMessage* message);
   void OnError(GstMessage* message);
