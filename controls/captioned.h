@@ -24,7 +24,7 @@ class Captioned : public Control {
 enum class LabelLook {
   kCaption,       ///< a short text on one line
   kRightCaption,  ///< the same at the right end of its place
-  kText,          ///< of any length: wrapped to its width, ended by dots where its height ends
+  kText,          ///< of any length: wrapped to its width, cut with dots where its height ends
   kBoldText,
   kStatusLine,  ///< one line along the window's lower edge, below the window's inner size
 };
@@ -40,11 +40,11 @@ class Label final : public Captioned {
 
 enum class FrameLook {
   kTitled,  ///< a border with the caption in it
-  kPlain,   ///< nothing is drawn, it only holds its controls together
+  kPlain,   ///< nothing is drawn, it only groups its controls
   kPanel,   ///< a filled panel that may lie over other controls
 };
 
-/// A box with a caption that holds other controls; hiding it hides them.
+/// A box with a caption that contains other controls; hiding it hides them.
 class Frame final : public Captioned {
  public:
   [[nodiscard]] FrameLook Look() const { return look_; }
@@ -60,12 +60,12 @@ enum class Glyph { kNone, kCheckMark, kLoudspeaker, kClose, kPaste };
 enum class ButtonLook {
   kRaised,
   kFlat,  ///< no border
-  kNone,  ///< there is no button to be seen, only a key or an entry in a menu
+  kNone,  ///< no visible button, only a key or an entry in a menu
 };
 
 class CommandButton final : public Captioned {
  public:
-  /// The user's click; a disabled button takes none.
+  /// The user's click; a disabled button ignores it.
   void Click() {
     if (Enabled()) Clicked.Raise();
   }
@@ -99,7 +99,7 @@ class CheckBox final : public Captioned {
     if (Set(value_, value)) Clicked.Raise();
   }
 
-  /// The user's click: the other value. A disabled box takes none.
+  /// The user's click: toggles the value. A disabled box ignores it.
   void Click() {
     if (Enabled()) SetValue(Checked() ? CheckValue::kUnchecked : CheckValue::kChecked);
   }

@@ -43,21 +43,21 @@ class Control {
     return true;
   }
 
-  /// Using the control ends a wait of the program at once, so that what it starts need not wait.
+  /// Using the control ends the program's current wait at once, so that what it starts need not wait.
   [[nodiscard]] bool EndsWaiting() const { return ends_waiting_; }
   void SetEndsWaiting(bool ends_waiting) { Set(ends_waiting_, ends_waiting); }
 
-  /// Some property has another value now.
+  /// Some property has a new value.
   Event<> Changed;
 
-  /// The program asks that this control receives the keyboard's input.
+  /// The program asks for this control to get the keyboard focus.
   Event<> FocusWanted;
   void SetFocus() const { FocusWanted.Raise(); }
 
  protected:
   ~Control() = default;
 
-  /// True when `field` took another value; Changed has been raised then.
+  /// True when `field` changed; Changed has been raised then.
   template <typename Value>
   bool Set(Value& field, Value value) {
     if (field == value) return false;

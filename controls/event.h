@@ -1,5 +1,5 @@
 #pragma once
-// Events and subscriptions: how a control tells its feature and its widget that something happened.
+// Events and subscriptions: how a control notifies its feature and its widget.
 // Not thread-safe; everything runs on the user-interface thread.
 
 #include <algorithm>
@@ -50,9 +50,9 @@ class Subscriptions {
   std::vector<Subscription> list_;
 };
 
-/// Calls its subscribers in the order in which they came. A subscriber may subscribe, end any
-/// subscription or destroy the event itself while it is called: whoever ended is not called any more,
-/// whoever came during a call is called from the next one on.
+/// Calls its subscribers in the order in which they subscribed. A subscriber may subscribe, end any
+/// subscription or destroy the event itself while it is called: an ended subscription is not called any more,
+/// one that was added during a call is called from the next one on.
 template <typename... Arguments>
 class Event {
  public:

@@ -12,14 +12,14 @@ namespace controls {
 /// On whose behalf a window is closed.
 enum class CloseReason {
   kUser,        ///< the user or the program itself: there is somebody to answer a question
-  kSessionEnd,  ///< the system ends the program: nobody answers any more
+  kSessionEnd,  ///< the system ends the program: there is nobody to answer a question
 };
 
 /// The inner size is that of Control::GetPlace (twips). Closing a window raises QueryUnload, Unloaded and
-/// Closed, once each and in this order; asking again meanwhile does nothing but take over kSessionEnd.
+/// Closed, once each and in this order; asking again meanwhile only records kSessionEnd.
 class Form final : public Captioned {
  public:
-  /// The user or the system gave the window another inner size.
+  /// The user or the system changed the window's inner size.
   void Resize(int width, int height) {
     Place place = GetPlace();
     place.width = width;
@@ -38,7 +38,7 @@ class Form final : public Captioned {
   [[nodiscard]] bool FixedSize() const { return fixed_size_; }
   void SetFixedSize(bool fixed_size) { Set(fixed_size_, fixed_size); }
 
-  /// Closes the window: asks (QueryUnload), then unloads. Once only.
+  /// Closes the window: asks (QueryUnload), then unloads. Has an effect only once.
   void Close(CloseReason reason = CloseReason::kUser) {
     // The end of the session may come while the user is still being asked.
     if (reason == CloseReason::kSessionEnd) reason_ = reason;
@@ -55,14 +55,14 @@ class Form final : public Captioned {
   /// Of the closing under way; may turn into kSessionEnd during QueryUnload.
   [[nodiscard]] CloseReason Reason() const { return reason_; }
 
-  /// Whether the program has a use for what is dragged over the window; for nothing when nobody set it. May
-  /// be asked at any time, inside a wait too.
+  /// Whether the program can use what is dragged over the window; it can use nothing while this is not set.
+  /// May be called at any time, inside a wait too.
   std::function<bool(const DropOffer&)> Accepts;
 
-  /// Something was dropped on the window, or given to a start of the program; then it may be what Accepts
-  /// refuses.
+  /// Something was dropped on the window, or given when the program was started; the latter may be something
+  /// that Accepts refuses.
   Event<const DropOffer&> Dropped;
-  /// The same, but a dialog stands open and takes no input to this window.
+  /// The same, while an open dialog blocks input to this window.
   Event<const DropOffer&> DroppedUnderDialog;
 
   Event<> Resized;

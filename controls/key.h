@@ -1,9 +1,9 @@
 #pragma once
-// A key that stands for a control of a window. Not the keys that a kind of control knows by itself.
+// A key that activates a control of a window. Not the keys that a kind of control handles itself.
 
 namespace controls {
 
-/// By its character in capitals: u'S' with Ctrl, or Enter or Escape alone. The default is no key.
+/// Given by its character in capitals: u'S' with Ctrl, or Enter or Escape alone. The default is no key.
 struct Key {
   char16_t character = 0;
   bool with_control = false;

@@ -15,16 +15,16 @@
 
 namespace controls {
 
-/// Names a row for as long as it exists, whatever happens to the rows round it. Never used twice.
+/// Identifies a row for as long as it exists, whatever happens to the rows around it. Never used twice.
 enum class RowId : std::uint64_t { kNone = 0 };
 
 enum class SortDirection { kAscending, kDescending };
 
-/// What sets a row apart for a while, beside its cells.
+/// What distinguishes a row for a while, besides its cells.
 enum class RowMark : std::uint8_t {
   kNone,
-  kPlaying,  ///< what the row stands for is being played
-  kWaiting,  ///< it is to be played, and is waited for
+  kPlaying,  ///< the row's station is being played
+  kWaiting,  ///< the row's station is about to be played
 };
 
 /// What a column's texts are when rows are sorted by it.
@@ -36,7 +36,7 @@ struct ListColumn {
   SortKind sort_kind = SortKind::kNaturalOrder;
 };
 
-/// The texts of a row. Those that were never set, which cost nothing, are empty.
+/// The texts of a row. Cells that were never set are empty and cost nothing.
 class ListCells {
  public:
   ListCells() = default;
@@ -60,9 +60,8 @@ struct ListRow {
   ListCells cells;
 };
 
-/// Rows stand in display order and are addressed by RowId, so that nothing goes wrong when they are
-/// sorted, removed or replaced while somebody waits. An unknown id reads as empty texts, and writing to
-/// it does nothing.
+/// Rows are in display order and are addressed by RowId, so that nothing goes wrong when they are sorted,
+/// removed or replaced during a wait. An unknown id reads as empty texts, and writing to it does nothing.
 class ListView final : public Control {
  public:
   // Columns
@@ -74,11 +73,11 @@ class ListView final : public Control {
   [[nodiscard]] std::uint32_t ImageList() const { return image_list_; }
   void SetImageList(std::uint32_t image_list) { Set(image_list_, image_list); }
 
-  // Words
-  /// What the list says in its middle while it has no rows; empty for nothing.
+  // Texts
+  /// What the list shows in its middle while it has no rows; empty for nothing.
   [[nodiscard]] const Text& EmptyText() const { return empty_text_; }
   void SetEmptyText(Text text) { Set(empty_text_, std::move(text)); }
-  /// A mark in words, for whoever hears the list; empty for kNone.
+  /// A mark in words, for a screen reader; empty for kNone.
   [[nodiscard]] const Text& MarkText(RowMark mark) const {
     return mark_texts_[static_cast<std::size_t>(mark)];
   }
@@ -93,7 +92,7 @@ class ListView final : public Control {
   /// The position of a row; nothing when it is gone.
   [[nodiscard]] std::optional<std::size_t> IndexOf(RowId id) const;
   [[nodiscard]] bool Contains(RowId id) const { return IndexOf(id).has_value(); }
-  /// All rows in display order; the reference is good until the next change.
+  /// All rows in display order; the reference is valid until the next change.
   [[nodiscard]] const std::vector<ListRow>& Rows() const { return rows_; }
   /// The text of a cell: 0 the row's text, 1 and up its sub-items.
   [[nodiscard]] const Text& Cell(RowId id, std::size_t cell) const;
@@ -103,7 +102,7 @@ class ListView final : public Control {
   void SetMark(RowId id, RowMark mark);
   /// Appends a row without a mark and gives its id; id and mark of `row` are ignored.
   RowId AddRow(ListRow row);
-  /// Appends many rows with one announcement.
+  /// Appends many rows with one notification.
   void AddRows(std::vector<ListRow> rows);
   /// Puts a row at a position of the display order, at the end when there are fewer rows; otherwise as
   /// AddRow.
@@ -114,25 +113,25 @@ class ListView final : public Control {
 
   // Selection: at most one row.
   [[nodiscard]] RowId SelectedRow() const { return selected_; }
-  /// Selects a row (kNone: no row). SelectionChanged comes when it is another row than before. False when
+  /// Selects a row (kNone: no row). SelectionChanged is raised when it is another row than before. False when
   /// there is no such row.
   bool Select(RowId id);
-  /// Asks that the row be scrolled into view.
+  /// Asks for the row to be scrolled into view.
   void EnsureVisible(RowId id);
 
   // Sorting
   /// The column that the list is sorted by, -1 before the first sorting.
   [[nodiscard]] int SortColumn() const { return sort_column_; }
   [[nodiscard]] SortDirection GetSortDirection() const { return sort_direction_; }
-  /// Negative when `first` is to stand before `second`; the direction is the comparison's own business.
+  /// Negative when `first` is to come before `second`; the comparison itself takes care of the direction.
   using Comparison = std::function<int(const ListRow& first, const ListRow& second)>;
   /// Sorts the rows with `comparison` (rows that compare equal keep their order) and shows the arrow in
   /// the column's header. Selection and ids stay with their rows.
   void Sort(int column, SortDirection direction, const Comparison& comparison);
 
-  // The user's hand
+  // User input
   void ClickHeader(int column);
-  /// A click on a row: selects it, or tells that the selected row was clicked once more.
+  /// A click on a row: selects it, or reports that the selected row was clicked again.
   void ClickRow(RowId id);
   void DoubleClick(RowId id);
   /// The Delete key, for the selected row.
@@ -145,7 +144,7 @@ class ListView final : public Control {
   Event<RowId> DoubleClicked;
   Event<> DeletePressed;
 
-  // Announcements for a widget, made after the change. Clearing and sorting announce RowsReset.
+  // Notifications for a widget, raised after the change. Clearing and sorting raise RowsReset.
   Event<> RowsReset;
   Event<std::size_t, std::size_t> RowsAdded;  ///< first position, count
   Event<std::size_t> RowRemoved;              ///< the position it had

@@ -1,5 +1,5 @@
 #pragma once
-// Where a picture stands inside its panel. Not decoding, not painting.
+// Where a picture is placed inside its panel. Not decoding, not painting.
 
 #include <algorithm>
 #include <cstdint>
@@ -12,7 +12,7 @@ namespace controls {
 inline constexpr int kPictureBottomGap = 30;
 
 /// A picture of `width` x `height` twips scaled down, never up, to fit into the right half of `panel` below
-/// `top`, keeping its aspect; it stands in the panel's lower right corner. Empty when nothing fits.
+/// `top`, keeping its aspect ratio, in the panel's lower right corner. Empty when nothing fits.
 [[nodiscard]] inline Place FitLowerRight(int width, int height, const Place& panel, int top) {
   const std::int64_t room_across = panel.width / 2;
   const std::int64_t room_down = std::int64_t{panel.height} - top - kPictureBottomGap;

@@ -1,5 +1,5 @@
 #pragma once
-// Text as controls hold it: UTF-16. Not for bytes or file names.
+// Text as controls store it: UTF-16. Not for bytes or file names.
 
 #include <string>
 #include <string_view>

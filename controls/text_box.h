@@ -12,7 +12,7 @@
 
 namespace controls {
 
-/// A control with an editable text. TextChanged comes with every other text, typed or set.
+/// A control with an editable text. TextChanged is raised for every new text, typed or set.
 class TextControl : public Control {
  public:
   [[nodiscard]] const Text& GetText() const { return text_; }
@@ -38,7 +38,7 @@ class UpDownTextBox final : public TextControl {
   static constexpr int kMaximum = 99999;
 };
 
-/// A text box with a list of choices. Choosing from the list, by hand or by SetListIndex, sets the text
+/// A text box with a list of choices. Choosing from the list, by the user or by SetListIndex, sets the text
 /// and raises Clicked; typing only changes the text.
 class ComboBox final : public TextControl {
  public:
@@ -60,7 +60,7 @@ class ComboBox final : public TextControl {
     if (ListIndex() == index) return true;
     const Text& item = items_[static_cast<std::size_t>(index)];
     const bool same_text = GetText() == item;
-    // Index and text change together, so that nobody is told of the one without the other.
+    // Index and text change together, so that nobody is notified of one without the other.
     list_index_ = index;
     if (same_text) {
       Changed.Raise();
@@ -71,7 +71,7 @@ class ComboBox final : public TextControl {
     return true;
   }
 
-  /// The user's typing: the text is no chosen entry any more.
+  /// The user's typing: the text is not a chosen entry any more.
   void Type(Text text) {
     Set(list_index_, -1);
     SetText(std::move(text));

@@ -7,8 +7,8 @@
 
 namespace controls {
 
-/// Disabled at first. Whoever drives it (a window, a test) calls Fire once per interval while it is
-/// enabled. A tick that comes inside its own handler is dropped.
+/// Disabled at first. Its driver (a window, a test) calls Fire once per interval while it is enabled. A tick
+/// inside its own handler is dropped.
 class Timer {
  public:
   Timer() = default;
@@ -27,7 +27,7 @@ class Timer {
   }
 
   /// Whether ticks come inside waits that allow painting only, as they do anywhere else: for a handler that
-  /// touches nothing of what a wait relies on. False at first.
+  /// touches nothing that a wait relies on. False at first.
   [[nodiscard]] bool TicksWhilePainting() const { return ticks_while_painting_; }
   void SetTicksWhilePainting(bool ticks) { ticks_while_painting_ = ticks; }
 

@@ -9,7 +9,7 @@
 
 namespace controls {
 
-/// A bar between two ends; values outside are taken to the nearer end.
+/// A bar between two ends; values outside are moved to the nearer end.
 class ProgressBar final : public Control {
  public:
   [[nodiscard]] int Minimum() const { return minimum_; }
@@ -48,7 +48,7 @@ class ScrollBar final : public Control {
   void SetValue(int value) {
     if (Set(value_, std::clamp(value, minimum_, maximum_))) ValueChanged.Raise();
   }
-  /// The user drags the slider and has not let go yet.
+  /// The user drags the slider and has not released it yet.
   void Scroll(int value) {
     if (Set(value_, std::clamp(value, minimum_, maximum_))) Scrolled.Raise();
   }
@@ -62,7 +62,7 @@ class ScrollBar final : public Control {
   int value_ = 0;
 };
 
-/// A picture, by the handle of whoever decoded it; 0 is none. The control does not own it.
+/// A picture, as the handle from its decoder; 0 is none. The control does not own it.
 class Image final : public Control {
  public:
   [[nodiscard]] std::uint32_t Picture() const { return picture_; }

@@ -1,5 +1,5 @@
 #pragma once
-// Port: the times that the program's rules ask for. Not for timers or waiting.
+// Port: the times that the program's rules need. Not for timers or waiting.
 
 #include <cstdint>
 

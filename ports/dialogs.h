@@ -1,5 +1,5 @@
 #pragma once
-// Port: what asks the user something in a window of the system's own: message boxes and file dialogs.
+// Port: questions that the system's own windows ask the user: message boxes and file dialogs.
 // Not for the program's own windows.
 
 #include <cstdint>
@@ -34,7 +34,7 @@ struct OpenFileName {
   Text file;                      ///< in: the default name, then NULs up to the capacity; out: the path, NUL
   Text initial_folder;
   Text title;
-  Text default_extension;  ///< added when the user typed none
+  Text default_extension;  ///< added when the user typed no extension
   std::uint32_t flags = 0;
 };
 

@@ -1,5 +1,5 @@
 #pragma once
-// Port: what the running process knows of its surroundings. Not for files or settings.
+// Port: what the running process knows about its environment. Not for files or settings.
 
 #include <cstdint>
 
@@ -19,12 +19,12 @@ class Environment {
   /// a root folder.
   virtual Text ProgramFolder() = 0;
 
-  /// The user's folder for music, which need not exist; the program's own folder where there is none.
+  /// The user's folder for music, which need not exist; the program's own folder when there is none.
   virtual Text MusicFolder() = 0;
 
-  /// A file of the program's own, in its user's folder for state, that belongs to another file: the same one
-  /// for every name that `path`'s folder has. `extension` tells several apart (".lock"). The folder is made
-  /// when it is missing; whether it can be used shows when the file is.
+  /// The program's own file that goes with the file `path`, in the user's folder for state: the same one by
+  /// whatever name `path`'s folder is given. `extension` distinguishes several (".lock"). The folder is
+  /// created when it is missing; whether it can be used shows when the file is used.
   virtual Text StateFile(const Text& path, const Text& extension) = 0;
 
   /// The number by which the system knows this process.

@@ -14,7 +14,7 @@ namespace platform {
 /// One search through a folder; zero is no search.
 enum class FindHandle : std::uint32_t { kNone = 0 };
 
-/// One entry met by a search.
+/// One entry found by a search.
 struct FoundFile {
   Text name;                      ///< without its folder
   bool is_directory = false;      ///< FILE_ATTRIBUTE_DIRECTORY
@@ -52,7 +52,7 @@ class Files {
   /// Deletes a file. False when there is none or it cannot be deleted.
   virtual bool DeleteFileW(const Text& path) = 0;
 
-  /// Gives a file or folder another name in one step; a file that bears the new name is replaced. On false
+  /// Gives a file or folder another name in one step; an existing file of that name is replaced. On false
   /// both are as they were before.
   virtual bool MoveFileExW(const Text& path, const Text& new_path) = 0;
 };

@@ -28,13 +28,13 @@ struct InternetRead {
   bool ended = false;     ///< nothing will come any more; everything before it has been read
 };
 
-/// Why a request has got no answer. An answer with a status other than 200 is an answer.
+/// Why a request got no answer. An answer with a status other than 200 is an answer.
 enum class InternetFailure : std::uint8_t {
   kNone,
   kNoAnswer,  ///< the server, or the host, was silent until the time was up, or cannot be reached at all
   kUnknownHost,
   kRefused,  ///< nobody listens on the port
-  kGivenUp,  ///< the wait was ended before its time, for the user wants something else; the server may be
+  kGivenUp,  ///< the wait was ended early, because the user wants something else; the server may be
              ///< well
   kOther     ///< cut, too many redirects, a certificate, no HTTP ...
 };
@@ -53,8 +53,8 @@ class Internet {
 
   virtual InternetHandle InternetOpenW(const Text& agent, std::uint32_t access_type) = 0;
 
-  /// From now on every answer inside the session is there within this time, name look-up, connecting and
-  /// redirects included, or the request has failed with kNoAnswer. For sessions only; the time is above 0.
+  /// From now on every request inside the session is answered within this time, name look-up, connecting and
+  /// redirects included, or fails with kNoAnswer. For sessions only; the time is above 0.
   virtual bool SetWaitLimit(InternetHandle session, std::uint32_t milliseconds) = 0;
 
   /// Prepares a connection; the host may turn out to be unreachable only when a request is sent. An empty
@@ -70,9 +70,9 @@ class Internet {
   virtual bool HttpSendRequestW(InternetHandle request, const Text& headers) = 0;
 
   /// Copies the queried text as UTF-16 bytes into `buffer`. `size` holds the buffer's size in bytes and
-  /// receives the text's size in bytes, without a terminating NUL. False when the buffer is too small
-  /// (then `size` is what is needed) or there is nothing to tell. The raw header block has CR LF line
-  /// ends, the status line first, and at most 256 KiB; bytes outside ASCII come through code page 1252.
+  /// receives the text's size in bytes, without a terminating NUL. False when the buffer is too small (then
+  /// `size` is what is needed) or when there is nothing to report. The raw header block has CR LF line ends,
+  /// the status line first, and at most 256 KiB; bytes outside ASCII come through code page 1252.
   virtual bool HttpQueryInfoW(InternetHandle request, std::uint32_t info_level, std::span<std::byte> buffer,
                               std::uint32_t& size) = 0;
 
@@ -81,16 +81,16 @@ class Internet {
                                           std::uint32_t flags) = 0;
 
   /// Fills the buffer, waiting no longer than a short slice (at most 100 ms); a slice in which it cannot be
-  /// filled brings nothing. Only when the server has ended, or has sent nothing for a while, the read is a
-  /// short one, with what there is. After the end every read brings nothing, still taking its slice, and says
-  /// that it is the end: as a success after a clean one, as a failure after a cut. A server is never read
+  /// filled brings nothing. A read is short, with what there is, only when the server has ended or has sent
+  /// nothing for a while. After the end every read brings nothing, still takes its slice, and reports the
+  /// end: as a success when it was clean, as a failure when the connection was cut. A server is never read
   /// ahead by more than a fixed buffer.
   virtual InternetRead InternetReadFile(InternetHandle request, std::span<std::byte> buffer) = 0;
 
   virtual bool InternetCloseHandle(InternetHandle handle) = 0;
 
-  /// Why the latest HttpSendRequestW or InternetOpenUrlW has failed; kNone when it has not, or none was
-  /// called yet.
+  /// Why the latest HttpSendRequestW or InternetOpenUrlW failed; kNone when it did not, or none was called
+  /// yet.
   [[nodiscard]] virtual InternetFailure LastFailure() const = 0;
 };
 

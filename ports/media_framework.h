@@ -1,5 +1,5 @@
 #pragma once
-// Port: the media framework's own functions, which start it and make its objects.
+// Port: the media framework's own functions, which start it and create its objects.
 // Not for the operations of those objects (ports/media_interfaces.h, ports/interface_call.h).
 
 #include <cstdint>

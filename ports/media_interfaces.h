@@ -2,9 +2,9 @@
 // No port: every interface operation that the player calls, as a typed constant: interface, slot, argument
 // types. Not code: ports/interface_call.h says how they are called.
 //
-// Slots count from 0 (QueryInterface). The argument types are those of the operation's public
-// documentation (Media Foundation, Core Audio); an address that a caller may leave out is InterfaceHandle
-// kNone or a null pointer of its type.
+// Slots count from 0 (QueryInterface). The argument types are those of the operation's public documentation
+// (Media Foundation, Core Audio); an optional address is InterfaceHandle kNone or a null pointer of its type
+// when left out.
 
 #include <cstdint>
 
@@ -88,7 +88,7 @@ inline constexpr Operation<InterfaceHandle*> GetClock{Interface::kMediaSession, 
                                                       "IMFMediaSession::GetClock"};
 }  // namespace IMFMediaSession
 
-/// What IMFClock::GetState says.
+/// The result of IMFClock::GetState.
 enum class ClockState : std::int32_t { kInvalid = 0, kRunning = 1, kStopped = 2, kPaused = 3 };
 
 namespace IMFClock {

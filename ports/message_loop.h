@@ -16,22 +16,23 @@ class MessageLoop {
   /// procedure of the program can run inside, closing the window included.
   virtual void ProcessPendingMessages() = 0;
 
-  /// Paints what needs painting; for waits that may not be entered. Runs no event procedure of the program:
-  /// ticks are dropped, and what the user does is kept, in its order, for when messages are processed again.
+  /// Paints what needs painting; for waits that must not be interrupted. Runs no event procedure of the
+  /// program: ticks are dropped, and user input is kept, in its order, until messages are processed again.
   /// Returns at once.
   virtual void ProcessPaintMessages() = 0;
 
-  /// True when input is waiting that ends a wait: whoever waits gives up at once, as if the wait had failed,
-  /// and leaves the input to be processed afterwards. Such input is an Escape that was pressed since the
-  /// running event procedure began, a wish to close the window or end the program, and the use of a control
-  /// that is marked so (controls::Control::EndsWaiting). Asking processes nothing and changes nothing.
+  /// True when input that ends a wait is pending: the waiting code gives up at once, as if the wait had
+  /// failed, and leaves the input to be processed afterwards. Such input is an Escape that was pressed since
+  /// the running event procedure began, a request to close the window or end the program, and the use of a
+  /// control that is marked for it (controls::Control::EndsWaiting). Asking processes nothing and changes
+  /// nothing.
   [[nodiscard]] virtual bool InputEndsWait() const = 0;
 
   /// Suspends the thread.
   virtual void Sleep(std::uint32_t milliseconds) = 0;
 
-  /// Non-zero when the key is down, or was pressed since the previous call for this key. A press that came
-  /// while the program did nothing but wait for the user does not count.
+  /// Non-zero when the key is down, or was pressed since the previous call for this key. A press while the
+  /// program was only waiting for the user does not count.
   virtual std::int16_t GetAsyncKeyState(std::int32_t virtual_key) = 0;
 };
 

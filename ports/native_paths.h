@@ -1,5 +1,5 @@
 #pragma once
-// Port: carries paths between the program's text and the system's own file names, without loss.
+// Port: converts paths between the program's text and the system's own file names, without loss.
 // Not for taking paths apart; that is app/text/text_utilities.h.
 
 #include <string>
@@ -13,15 +13,15 @@ class NativePaths {
  public:
   virtual ~NativePaths() = default;
 
-  /// A system file name as text. What the text form could not tell apart from its own "\" separator, or
-  /// could not decode, is carried in code units that ToNative turns back.
+  /// A system file name as text. What the text form could not distinguish from its own "\" separator, or
+  /// could not decode, is kept in code units that ToNative turns back.
   virtual Text FromNative(const std::string& native) = 0;
 
   /// The system's file name for a path: "\" becomes the system's separator.
   virtual std::string ToNative(const Text& path) = 0;
 
-  /// As ToNative, for something that is looked for, listed or read and never written: where the letter case
-  /// of the program's own data does not count, the name that exists.
+  /// Like ToNative, for what is looked for, listed or read but never written: where the letter case of the
+  /// program's own data does not matter, it gives the name that exists.
   virtual std::string ToNativeForReading(const Text& path) = 0;
 
   /// The system's folders whose entries together are those of a folder that is listed; at least one. Where

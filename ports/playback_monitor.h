@@ -1,5 +1,5 @@
 #pragma once
-// Port: how playing stands, in words a user can be told: connecting, buffering, heard, lost, and why.
+// Port: the state of playing, in terms a user understands: connecting, buffering, heard, lost, and why.
 // Not for control; the media framework's operations start and stop.
 
 #include <cstdint>
@@ -9,13 +9,13 @@
 namespace platform {
 
 enum class PlaybackState : std::uint8_t {
-  kStopped,       ///< nothing was opened, the opening was given up, or it was stopped or closed
+  kStopped,       ///< nothing was opened, opening was given up, or playing was stopped or closed
   kConnecting,    ///< the address is being opened, or is open and not started yet
-  kBuffering,     ///< waits for enough data before the sound goes on
-  kPlaying,       ///< sound is on its way to the device; also while a loss is bridged by what is buffered
+  kBuffering,     ///< waits for enough data before the sound continues
+  kPlaying,       ///< sound goes to the device; also while buffered data bridges a loss
   kPaused,        ///< by the caller
   kReconnecting,  ///< a live stream broke; it is opened again until Stop
-  kNoDevice,      ///< no device takes the sound; it goes on when one does
+  kNoDevice,      ///< no device takes the sound; playing continues when one does
   kEnded,         ///< a file was played to its end
   kFailed,        ///< opening failed, or a file broke off for good; stays until the next opening
 };
@@ -49,7 +49,7 @@ struct PlaybackStatus {
   PlaybackState state = PlaybackState::kStopped;
   PlaybackFailure failure = PlaybackFailure::kNone;  ///< with kFailed and kReconnecting
   int buffered_percent = 0;                          ///< with kBuffering: 0 to 100
-  int seconds_to_next_try = 0;                       ///< with kReconnecting: 0 while a try is under way
+  int seconds_to_next_try = 0;                       ///< with kReconnecting: 0 during an attempt
   int http_status = 0;                               ///< with kHttpStatus
   int bit_rate = 0;                                  ///< with kPlaying: bits per second, 0 when not known
   Text codec;    ///< with kPlaying: a short name ("MP3"), empty when not known
@@ -63,7 +63,7 @@ struct PlaybackStatus {
 class PlaybackMonitor {
  public:
   virtual ~PlaybackMonitor() = default;
-  /// Of the item that was opened last, also when it has been closed since.
+  /// Of the item that was opened last, even when it has been closed since.
   [[nodiscard]] virtual PlaybackStatus Status() const = 0;
 };
 

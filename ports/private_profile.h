@@ -1,6 +1,6 @@
 #pragma once
 // Port: INI files, read and written key by key with the meaning of the private-profile operations.
-// Not for: deciding which file is meant; the paths are worked out by app/settings/ini_procedures.h.
+// Not for deciding which file is meant; app/settings/ini_procedures.h determines the paths.
 
 #include <cstdint>
 #include <optional>
@@ -10,10 +10,10 @@
 
 namespace platform {
 
-/// A section as its file writes it, for putting it back after it was deleted.
+/// A section as it is written in its file, so that it can be put back after it was deleted.
 struct ProfileSection {
   Text lines;                ///< the header and every line up to the next header, with their line ends
-  std::optional<Text> next;  ///< the name of the section behind it; nothing when it is the last one
+  std::optional<Text> next;  ///< the name of the section after it; nothing when it is the last one
   friend bool operator==(const ProfileSection&, const ProfileSection&) = default;
 };
 
@@ -31,8 +31,8 @@ class PrivateProfile {
                                                  const Text& default_value, std::span<char16_t> buffer,
                                                  const Text& path) = 0;
 
-  /// Sets `key` to `value`. No value deletes the key; no key deletes the whole section. True when the
-  /// file then says so (deleting what is absent included); on false the file is what it was before.
+  /// Sets `key` to `value`. No value deletes the key; no key deletes the whole section. True when the file
+  /// then has the new state (deleting what is absent included); on false the file is unchanged.
   virtual bool WritePrivateProfileStringW(const Text& section, const std::optional<Text>& key,
                                           const std::optional<Text>& value, const Text& path) = 0;
 
@@ -45,18 +45,18 @@ class PrivateProfile {
   /// file has none.
   virtual std::optional<ProfileSection> CopySection(const Text& section, const Text& path) = 0;
 
-  /// Puts a copied section back before the first section that bears the name `next`, or at the end of the
-  /// file when there is none; an equal name in the file does not matter. True when the file then has it; on
-  /// false, for lines that do not begin with a header too, the file is what it was before.
+  /// Puts a copied section back before the first section named `next`, or at the end of the file when there
+  /// is none; an equal name in the file does not matter. True when the file then has it; on false (also for
+  /// lines that do not begin with a header) the file is unchanged.
   virtual bool InsertSection(const ProfileSection& section, const Text& path) = 0;
 
-  /// From here on writes are collected and reads see them; nothing reaches the disk until the matching
-  /// EndWriteGroup, which replaces each touched file once. Groups nest; only the outermost end writes.
-  /// A system whose operations write at once may leave both empty.
+  /// From now on writes are collected and reads see them; nothing reaches the disk until the matching
+  /// EndWriteGroup, which replaces each touched file once. Groups nest; only the outermost end writes. A
+  /// system whose operations write at once may leave both empty.
   virtual void BeginWriteGroup() = 0;
 
-  /// Ends the group. False when one of its changes was refused, and then nothing of the group is written, or
-  /// when a touched file could not be replaced; that file is what it was before.
+  /// Ends the group. False when one of its changes was refused (nothing of the group is written then), or
+  /// when a touched file could not be replaced; that file is unchanged.
   virtual bool EndWriteGroup() = 0;
 };
 

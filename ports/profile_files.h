@@ -1,6 +1,7 @@
 #pragma once
-// Port: what the INI engine asks of a disk: read a file at once, replace one in a single step, keep others
-// away. Not for the format of the bytes, nor for files that anybody else reads or writes (ports/files.h).
+// Port: what the INI engine needs from a disk: reading a file at once, replacing one in a single step,
+// keeping others out. Not for the format of the bytes, nor for files of any other part of the program
+// (ports/files.h).
 
 #include <array>
 #include <cstddef>
@@ -12,8 +13,8 @@
 
 namespace platform {
 
-/// What tells one state of a file from another: which file it is, its size and its times, in the system's own
-/// numbers. To be compared, nothing else.
+/// Distinguishes one state of a file from another: which file it is, its size and its times, in the system's
+/// own numbers. Only for comparing.
 struct FileStamp {
   std::array<std::uint64_t, 6> numbers{};
 
@@ -21,7 +22,7 @@ struct FileStamp {
 };
 
 /// A file's state. While it is fresh the next change may leave the stamp as it is, because time stamps
-/// advance in steps: then only the bytes tell.
+/// advance in steps: then only the bytes show a change.
 struct FileState {
   FileStamp stamp;
   bool is_fresh = false;
@@ -46,7 +47,7 @@ struct ProfileLocking {
   enum class Result : std::uint8_t {
     kHeld,      ///< also, without a lock, where the system has none
     kNoFolder,  ///< there is no such folder
-    kFailed     ///< another program did not give it up within five seconds, or the name leads nowhere
+    kFailed     ///< another program did not release it within five seconds, or the name leads nowhere
   };
   Result result = Result::kFailed;
   ProfileLock lock = ProfileLock::kNone;  ///< may be kNone with kHeld
@@ -65,14 +66,15 @@ class ProfileFiles {
   /// The bytes of a regular file of at most `limit` bytes. Never waits for anything but the disk.
   virtual ProfileBytes Read(const std::string& name, std::size_t limit) = 0;
 
-  /// Creates the file or replaces its contents in one step, so that at every moment the name stands for the
-  /// old bytes or the new ones. Permissions and owner stay where the system allows it, and a link stays one
-  /// (its target is replaced). What an earlier, killed replacement of this file left behind is removed.
-  /// Nothing when it failed (no such folder, read-only file or folder, no regular file, full disk); the file
-  /// is then what it was.
+  /// Creates the file or replaces its contents in one step, so that at every moment the name refers to either
+  /// the old bytes or the new ones. Permissions and owner are kept where the system allows it, and a link
+  /// remains a link (its target is replaced). What an earlier, killed replacement of this file left behind is
+  /// removed. Nothing when it failed (no such folder, read-only file or folder, no regular file, full disk);
+  /// the file is then unchanged.
   virtual std::optional<FileState> Replace(const std::string& name, std::string_view bytes) = 0;
 
-  /// Keeps out whoever else asks for the lock of this file's folder, until Unlock or the process's end.
+  /// Keeps everyone else who asks for the lock of this file's folder waiting until Unlock or the end of the
+  /// process.
   virtual ProfileLocking Lock(const std::string& name) = 0;
 
   /// kNone is allowed and does nothing.

@@ -13,10 +13,10 @@ namespace platform {
 /// An open recording; zero is none.
 enum class RecordFile : std::uint32_t { kNone = 0 };
 
-/// What came of making a new file.
+/// The result of creating a new file.
 struct NewRecordFile {
   RecordFile file = RecordFile::kNone;
-  /// There is no file because something of that name is there already, whatever it is.
+  /// No file was created because something of that name, whatever it is, already exists.
   bool name_is_taken = false;
 };
 
@@ -30,11 +30,11 @@ class RecordFiles {
   /// separator or is "." or "..", when the entry is a link or no regular file, or when the system refuses.
   virtual RecordFile OpenBinary(const Text& folder, const Text& file_name) = 0;
 
-  /// Makes `file_name` directly inside `folder`, in one step: of several programs that ask for one name at
-  /// the same time, one gets it. Refused names are those of OpenBinary.
+  /// Creates `file_name` directly inside `folder`, in one step: when several programs ask for the same name
+  /// at once, one of them gets it. Refuses the same names as OpenBinary.
   virtual NewRecordFile CreateBinary(const Text& folder, const Text& file_name) = 0;
 
-  /// Writes all bytes at the current place. False when not all could be written (disk full); what was
+  /// Writes all bytes at the current position. False when not all could be written (disk full); what was
   /// written stays.
   virtual bool WriteBytes(RecordFile file, std::span<const std::byte> bytes) = 0;
 

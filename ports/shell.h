@@ -1,5 +1,5 @@
 #pragma once
-// Port: what the program asks of the desktop: opening addresses and starting programs.
+// Port: what the program needs from the desktop: opening addresses and starting programs.
 // Not for windows of its own (ports/dialogs.h).
 
 #include <cstdint>

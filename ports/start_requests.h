@@ -1,5 +1,5 @@
 #pragma once
-// Port: what later starts of the program ask of the copy that runs already: that its window come to the
+// Port: what later starts of the program ask of the copy that is already running: that its window come to the
 // front. Not for deciding which start may run.
 
 #include <optional>
@@ -20,9 +20,8 @@ class StartRequests {
   /// A descriptor that is readable whenever Next has something to do; -1 when nobody can ask.
   [[nodiscard]] virtual int Descriptor() const = 0;
 
-  /// The next request; nothing when none waits. Never waits itself. A request that was not accepted before
-  /// the next call counts as refused: the later start then waits until this copy has ended, to take its
-  /// place.
+  /// The next request; nothing when none is pending. Never waits. A request that was not accepted before the
+  /// next call counts as refused: the later start then waits until this copy has ended, to take its place.
   virtual std::optional<StartRequest> Next() = 0;
 
   /// Accepts the request that Next gave last, whose start then ends.

@@ -9,9 +9,9 @@ class StringOrder {
  public:
   virtual ~StringOrder() = default;
 
-  /// Negative, zero or positive as `first` stands before, with or after `second`: runs of digits by their
-  /// number whatever their length, letters without regard to case and in their German places, blanks and
-  /// punctuation before digits, digits before letters, a text's end before everything.
+  /// Negative, zero or positive as `first` sorts before, with or after `second`: runs of digits by their
+  /// number whatever their length, letters without regard to case and in German order, blanks and punctuation
+  /// before digits, digits before letters, the end of a text before everything.
   virtual int StrCmpLogicalW(const Text& first, const Text& second) = 0;
 };
 

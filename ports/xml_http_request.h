@@ -12,8 +12,8 @@ namespace platform {
 inline constexpr std::int32_t kSxhOptionIgnoreServerSslCertErrorFlags = 2;
 inline constexpr std::int32_t kSxhServerCertIgnoreAllServerErrors = 0x3300;
 
-/// One request: SetOption, Open, Send, then ReadyState until it is 4, ResponseText, Abort. Abort is
-/// allowed at any time. Destroying the object ends the request. A false result: the call failed.
+/// One request: SetOption, Open, Send, then ReadyState until it is 4, ResponseText, Abort. Abort is allowed
+/// at any time. Destroying the object ends the request. A false result means that the call failed.
 class XmlHttpRequest {
  public:
   virtual ~XmlHttpRequest() = default;
@@ -22,7 +22,7 @@ class XmlHttpRequest {
   virtual bool Send() = 0;
   /// 0 not opened, 1 opened, 2 headers received, 3 body arriving, 4 completed. Asking lets the transfer
   /// continue; it never waits longer than a few milliseconds. An answer that is plainly a live stream (an
-  /// "icy-" header, or a sound or video type that is no playlist's, and no Content-Length) is completed,
+  /// "icy-" header, or a sound or video type that is not a playlist's, and no Content-Length) is completed,
   /// without a text, as soon as its headers are there: its body would never end. So is a request that failed.
   virtual std::int32_t ReadyState() = 0;
   /// The body, decoded by the response's charset (a byte-order mark first, UTF-8 when none is named). Empty

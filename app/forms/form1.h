@@ -10,8 +10,8 @@
 
 namespace app {
 
-/// Made with its design-time captions, tooltips, ranges and places (twips inside the container named in
-/// the comment).
+/// Constructed with its design-time captions, tooltips, ranges and places (twips inside the container named
+/// in the comment).
 struct Form1 {
   Form1();
 
@@ -21,7 +21,7 @@ struct Form1 {
   Inventory inventory;
 
   // In the window
-  controls::Frame Frame2;                             ///< main panel, names the current view
+  controls::Frame Frame2;                             ///< main panel, shows the name of the current view
   controls::Frame Frame1;                             ///< bottom panel: editor and buttons
   std::array<controls::ProgressBar, 2> ProgressBar1;  ///< peak bars, left and right
   controls::Frame Frame3;                             ///< information panel
@@ -52,10 +52,10 @@ struct Form1 {
   controls::CheckBox Check2;                  ///< favourite mark
   controls::Label Label2;                     ///< "M3U-Nr.:"
   controls::UpDownTextBox UpDownTextBox1;     ///< number of the entry within a playlist link
-  /// 0 takes the number over, 1 everything, 2 the link, 4 the genre; 3 deletes the entry; 5 records.
+  /// 0 applies the number, 1 everything, 2 the link, 4 the genre; 3 deletes the entry; 5 records.
   std::array<controls::CommandButton, 6> Command8;
   controls::CommandButton
-      UndoDelete;  ///< brings the entry back that was deleted last; in the lists' menu only
+      UndoDelete;  ///< brings back the entry that was deleted last; in the lists' menu only
 
   // In Frame1: views and the list
   controls::CheckBox Check1;               ///< genre view
@@ -68,7 +68,7 @@ struct Form1 {
   // In Frame3
   controls::Image Image1;                ///< station picture; the labels' texts run round it
   controls::Label Label4;                ///< the title being played
-  controls::Label Label3;                ///< what the stream says of itself
+  controls::Label Label3;                ///< what the stream says about itself
   controls::CommandButton CmdInfoClose;  ///< closes the panel
 
   controls::Timer tmPlay;     ///< position, every 500 ms

@@ -8,7 +8,7 @@
 
 namespace app {
 
-/// Made with its design-time captions, tooltips and places (twips).
+/// Constructed with its design-time captions, tooltips and places (twips).
 struct Form2 {
   Form2();
 

@@ -1,5 +1,5 @@
 #pragma once
-// The main window's layout: where its panels, lists and bars stand at a given inner size.
+// The main window's layout: where its panels, lists and bars are at a given inner size.
 // Not the design-time sizes they start from (app/forms/form1.cpp).
 
 #include "app/forms/form1.h"
@@ -14,8 +14,8 @@ class WindowLayout {
  public:
   explicit WindowLayout(Form1& form1);
 
-  /// Moves panels, lists and bars; a step whose result would be a negative width or height has no effect
-  /// and the next ones still run. The status line stands below the inner size, across the whole width.
+  /// Moves panels, lists and bars; a step that would give a negative width or height has no effect, and the
+  /// next ones still run. The status line is below the inner area, across the whole width.
   void Form_Resize();
 
  private:

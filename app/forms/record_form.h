@@ -6,7 +6,7 @@
 
 namespace app {
 
-/// Made with its captions, tooltips and places (twips).
+/// Constructed with its captions, tooltips and places (twips).
 struct RecordForm {
   RecordForm();
 
@@ -23,7 +23,7 @@ struct RecordForm {
   controls::Label title_label;          ///< "Titel:"
   controls::Label title;                ///< the current title
   controls::Label time_label;           ///< "Zeit:"
-  controls::Label time;                 ///< how long bytes have come in
+  controls::Label time;                 ///< for how long bytes have been arriving
   controls::Label written_label;        ///< "Geschrieben:"
   controls::Label written;              ///< bytes and files
   controls::Label state;                ///< what the recording is doing

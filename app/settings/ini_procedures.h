@@ -29,13 +29,13 @@ class IniProcedures {
                 platform::Environment& environment);
 
   /// One value, cut to 1023 characters; `Default` when file, section or key is missing. `FileName` is always
-  /// taken as a name in the folder; one of fewer than four characters means the station file.
+  /// a name in the folder; one of fewer than four characters means the station file.
   [[nodiscard]] Text ReadIni(const Text& Section, const Text& Key, const Text& Default, const Text& FileName,
                              UseFamilyFolder folder = UseFamilyFolder::kNo) const;
 
-  // Of the procedures below, `FileName` counts only outside the family's folder: empty means the
-  // procedure's own file, a name with "\" is a full path, any other is a name in the settings folder.
-  // Each returns false when the file could not be changed; it is then what it was before.
+  // Of the procedures below, `FileName` counts only outside the family's folder: empty means the procedure's
+  // own file, a name with "\" is a full path, any other is a name in the settings folder. Each returns false
+  // when the file could not be changed; the file is then as it was before.
 
   /// Writes one key; its own file is "Opt.ini".
   bool WriteOptIni(const Text& Section, const Text& Key, const Text& Value, const Text& FileName = {},

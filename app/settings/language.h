@@ -1,5 +1,5 @@
 #pragma once
-// The program's texts in the user's language: which language file counts, and the look-up in it.
+// The program's texts in the user's language: which language file is used, and the look-up in it.
 // Not for walking through a window's controls; each window translates its own.
 
 #include "app/settings/ini_procedures.h"
@@ -15,7 +15,7 @@ namespace app {
 /// text, the key, to its translation.
 class Language {
  public:
-  /// `settings` is the object that `ini` reads; LanguageName is looked at in every call.
+  /// `settings` is the object that `ini` reads; LanguageName is read in every call.
   Language(Settings& settings, const IniProcedures& ini, platform::PrivateProfile& profile,
            platform::Files& files, platform::Environment& environment);
 

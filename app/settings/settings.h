@@ -20,10 +20,10 @@ struct Settings {
   /// toolkit's own texts the same language.
   Text LanguageName;
 
-  /// The catalogue holds edits that are not in the station file yet.
-  /// Set by the new-station dialog and for what could not be written or was brought back unsaved (catalogue);
-  /// cleared by a save and by a Yes to the closing question. Read by that question, by the editor, which
-  /// offers to save after the dialog, and by what keeps unsaved rows and deleted entries.
+  /// The catalogue holds edits that are not in the station file yet. Set by the new-station dialog, and by
+  /// the catalogue for what could not be written or was brought back unsaved; cleared by a save and by a Yes
+  /// to the closing question. Read by that question, by the editor, which offers to save after the dialog,
+  /// and by the keepers of unsaved rows and deleted entries.
   bool CatalogueChanged = false;
 
   /// The program's own folder takes the place of the family's folder in every path rule.

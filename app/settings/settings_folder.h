@@ -1,6 +1,6 @@
 #pragma once
 // Chooses, once at the program's start, the folder of its INI files.
-// Not for reading what they hold (app/settings/ini_procedures.h).
+// Not for reading their contents (app/settings/ini_procedures.h).
 
 #include "app/settings/ini_procedures.h"
 #include "app/settings/settings.h"

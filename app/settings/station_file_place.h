@@ -1,5 +1,5 @@
 #pragma once
-// Where the station file of a start lies, to be asked before there is a window. Not the file itself.
+// Where the station file of this start is, for use before there is a window. Not the file itself.
 
 #include "app/text/text.h"
 #include "ports/environment.h"

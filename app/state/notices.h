@@ -1,5 +1,5 @@
 #pragma once
-// Where a feature says in one sentence what happened, for the status line. Not for questions and message
+// Where a feature reports in one sentence what happened, for the status line. Not for questions and message
 // boxes (ports/dialogs.h).
 
 #include <vector>

@@ -1,5 +1,5 @@
 #pragma once
-// Whether work that has waited is still wanted: overtaken, interrupted, or at the end of its time.
+// Whether work that has waited is still wanted, or was overtaken, interrupted, or outlived its owner.
 // Not the waiting itself (ports/message_loop.h).
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace app {
 
-/// How long work may last: until End is called (a window begins to close) or the object goes.
+/// How long work may last: until End is called (a window begins to close) or the object is destroyed.
 class Life {
  public:
   Life() = default;
@@ -24,7 +24,7 @@ class Life {
   std::shared_ptr<bool> ended_ = std::make_shared<bool>(false);
 };
 
-/// The runs of one piece of work, of which only the newest counts. Whatever waits asks its run after each
+/// The runs of one piece of work, of which only the newest counts. Code that waits asks its run after each
 /// wait, before it touches anything:
 ///
 ///     const app::Runs::Run run = runs_.Begin();
@@ -32,7 +32,7 @@ class Life {
 ///     if (!run.Wanted()) return;
 class Runs {
  public:
-  /// One run. May be asked after everything else has gone.
+  /// One run. May be asked after everything else is gone.
   class Run {
    public:
     /// False for good once a newer run has begun, this one was interrupted, the life that it belongs to has

@@ -5,7 +5,7 @@
 
 namespace app {
 
-/// At the end of the scope the flag has the value again that it had before, so that scopes nest. The flag
+/// At the end of the scope the flag gets back the value that it had before, so that scopes nest. The flag
 /// outlives the scope.
 class ScopedFlag {
  public:

@@ -1,6 +1,6 @@
 #pragma once
-// A station: its fields, and the table of where each of them stands in a row and in the station file.
-// Not the rows (app/state/station.h) nor the file (catalogue/station_file.h).
+// A station: its fields, and the table of where each of them is in a row and in the station file.
+// Not the rows (app/state/station_row.h) nor the file (catalogue/station_file.h).
 
 #include <algorithm>
 #include <array>
@@ -24,7 +24,7 @@ enum StationCell : std::size_t {
   kGenreCell,
   kLinkCell,
   kFavouriteCell,
-  kTitleCell,  ///< the title last seen, which is no field of a station
+  kTitleCell,  ///< the title last seen, which is not a field of a station
   kM3uNumberCell,
   kStationCells,  ///< their number
 };
@@ -45,7 +45,7 @@ inline constexpr std::array<StationColumn, kStationCells> kStationColumns = {{
 }};
 static_assert(!kStationColumns.back().caption.empty(), "every cell has a column");
 
-/// A field with a key of its own in the station's section. All have one but the name.
+/// A field with a key of its own in the station's section. Every field but the name has one.
 struct StationField {
   platform::Text Station::*value;
   const char16_t* key;

@@ -1,5 +1,5 @@
 #pragma once
-// A station as a row of a list, both ways. Not the list (controls/list_view.h).
+// Converts a station to a row of a list and back. Not the list (controls/list_view.h).
 
 #include "app/state/station.h"
 #include "controls/list_view.h"

@@ -79,7 +79,7 @@ inline constexpr TextView kImportNoComma =
 inline constexpr TextView kImportNoEntries =
     u"Nichts geladen: %1 enthält keine Zeile, die mit „#EXTINF:“ beginnt.";
 
-// What was dropped on the window or given to the program's start; "%1" is a file's name or an address.
+// What was dropped on the window or given when the program was started; "%1" is a file's name or an address.
 inline constexpr TextView kNotOpenable =
     u"Nicht geöffnet: %1 ist keine Senderliste (M3U, M3U8, PLS) und keine Adresse (http, https).";
 inline constexpr TextView kNotOpenedNow =
@@ -94,7 +94,7 @@ inline constexpr TextView kListWithoutLinks =
 inline constexpr TextView kListCut =
     u"Geladene Einträge: %1, mehr auf einmal geht nicht. Sie sind noch nicht gespeichert.";  // how many
 
-// At the start, about what an end that asked nobody left behind; "%1" is how many.
+// At the start, about rows that were unsaved when the program last ended without asking; "%1" is how many.
 inline constexpr TextView kOneRowRestored = u"Ein nicht gespeicherter Eintrag wurde wiederhergestellt.";
 inline constexpr TextView kRowsRestored = u"%1 nicht gespeicherte Einträge wurden wiederhergestellt.";
 inline constexpr TextView kKeptRowsUnreadable =

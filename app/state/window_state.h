@@ -7,7 +7,7 @@
 
 namespace app {
 
-/// One object per main window, handed to the features that write or read a field.
+/// One object per main window, passed to the features that write or read a field.
 struct WindowState {
   /// What the player is given on Start; empty: no station was marked yet, or the marked one has no address.
   /// Written by StationDetails and by PlayStation; read by PlaybackControl and NowPlaying.
@@ -20,15 +20,15 @@ struct WindowState {
   /// The result last received through cPlayer_IsCreateOK, which alone writes it; read by PlayStation.
   std::int32_t last_create_result = 0;
 
-  /// Address and name above may not be those of the selected row, so Start works them out again first.
-  /// Set by what can make them so: rows were loaded (StationStore) or sorted (StationLists), name, link or
-  /// number were edited (StationEditor, RecorderLaunch), a selection is being worked out (StationDetails).
-  /// Cleared by StationDetails when the address is known, and by Start just before it works the full list's
-  /// row out again.
+  /// The address and name above may be stale, so Start resolves the selected row again first. Set when rows
+  /// were loaded (StationStore) or sorted (StationLists), when name, link or number were edited
+  /// (StationEditor, RecorderLaunch), and while a selection is being resolved (StationDetails). Cleared by
+  /// StationDetails when the address is known, and by Start just before it resolves the full list's row
+  /// again.
   bool details_are_stale = false;
 
-  /// True while StationDetails fills the editor's fields. Written by it, read by StationViews: the favourite
-  /// box writes to the station file for user input only.
+  /// True while StationDetails fills the editor's fields. Written by StationDetails, read by StationViews:
+  /// the favourite box writes to the station file for user input only.
   bool filling_fields = false;
 };
 

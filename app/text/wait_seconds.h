@@ -1,5 +1,5 @@
 #pragma once
-// Waiting while the window stays alive. Not for waits that the user may not enter.
+// Waiting while the window stays alive. Not for waits that user input must not interrupt.
 
 #include "ports/clock.h"
 #include "ports/message_loop.h"
