@@ -1,5 +1,5 @@
 #pragma once
-// The entries that were deleted since the program started, and how the last of them comes back.
+// The entries that were deleted since the program started, and the restoring of the last of them.
 // Not the deleting (catalogue/station_writer.h).
 
 #include <cstddef>
@@ -18,7 +18,7 @@
 
 namespace catalogue {
 
-/// What is needed to bring an entry back: its rows in the lists and its sections in the file.
+/// What is needed to restore an entry: its rows in the lists and its sections in the file.
 struct DeletedEntry {
   struct Row {
     controls::ListRow row;
@@ -36,12 +36,12 @@ struct DeletedEntry {
   std::optional<Row> view;  ///< in the filter view in which it was deleted
   platform::Text filter;    ///< of that view
   std::vector<Section> sections;
-  bool changed = false;  ///< the catalogue counted as changed
+  bool changed = false;  ///< whether the catalogue counted as changed
 };
 
 class DeletedEntries {
  public:
-  /// `UndoDelete` is enabled while there is an entry to bring back.
+  /// `UndoDelete` is enabled while there is an entry to restore.
   DeletedEntries(controls::CommandButton& UndoDelete, app::ListPair lists, const StationFile& file,
                  app::Settings& settings, const StationStore& store, UnsavedRows& unsaved,
                  app::Notices& notices);
@@ -52,8 +52,8 @@ class DeletedEntries {
   /// The entry is deleted now.
   void Add(DeletedEntry entry);
 
-  /// Brings the last deleted entry back: its section with every line, its row in its place. When another
-  /// station has its name now, or the file cannot be written, a notice says so and the entry stays here.
+  /// Restores the last deleted entry: its section with every line, its row in its place. When another station
+  /// has its name now, or the file cannot be written, a notice reports it and the entry is kept here.
   void BringBack();
 
  private:

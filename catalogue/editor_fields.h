@@ -1,5 +1,5 @@
 #pragma once
-// The editor's fields as a station, both ways. Not what its buttons do (catalogue/station_editor.h).
+// Converts the editor's fields to a station and back. Not what its buttons do (catalogue/station_editor.h).
 
 #include "app/forms/form1.h"
 #include "app/state/station.h"
@@ -11,7 +11,7 @@ class EditorFields {
   explicit EditorFields(app::Form1& form) : form_(form) {}
 
   void Show(const app::Station& station);
-  /// `station` as the fields have it; what has no field stays.
+  /// `station` with the fields' contents; what has no field is kept.
   [[nodiscard]] app::Station Edited(app::Station station) const;
 
  private:

@@ -1,5 +1,5 @@
 #pragma once
-// A collection of numbers under text keys, without regard to letter case. Not a cache: nothing is replaced.
+// A collection of numbers under text keys, regardless of letter case. Not a cache: nothing is replaced.
 
 #include <cstdint>
 #include <map>

@@ -13,8 +13,8 @@
 
 namespace catalogue {
 
-/// Adds one row to the full list and marks the catalogue as changed; writes nothing to a file. Made for
-/// one use: load, show modally, forget.
+/// Adds one row to the full list and marks the catalogue as changed; writes nothing to a file. For a single
+/// use: load, show modally, destroy.
 class NewStationDialog {
  public:
   NewStationDialog(controls::ListView& SymbolListview, app::Settings& settings, const app::Language& language,
@@ -24,11 +24,11 @@ class NewStationDialog {
   /// form until it is closed.
   void Show(const std::function<void(app::Form2&)>& show_modal, const platform::Text& link = {});
 
-  /// Accept: with a name, appends the row and closes; without one, tells so and stays open.
+  /// Accept: with a name, appends the row and closes; without one, shows a message and stays open.
   void CommandButton1_Click();
   /// Cancel.
   void CommandButton2_Click();
-  /// Paste: the clipboard's text takes the place of the text box's.
+  /// Paste: the clipboard's text replaces that of the text box.
   void CommandButton3_Click(std::size_t Index);
 
   app::Form2& Controls() { return form_; }

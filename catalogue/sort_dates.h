@@ -6,7 +6,7 @@
 namespace catalogue {
 
 /// A point in time as days with their fraction, from "day.month.year" or "year-month-day", each with an
-/// optional "hour:minute" or "hour:minute:second"; 0 when the text is no date.
+/// optional "hour:minute" or "hour:minute:second"; 0 when the text is not a date.
 [[nodiscard]] double DateOf(platform::TextView text);
 
 }  // namespace catalogue

@@ -1,5 +1,5 @@
 #pragma once
-// What a selected station shows: the editor's fields, and the address to play.
+// What is shown for a selected station: the editor's fields, and the address to play.
 // Not its title and picture, nor playing it (ui), nor editing it (catalogue/station_editor.h).
 
 #include <cstdint>
@@ -25,8 +25,8 @@ class StationDetails {
   struct Parts {
     EditorFields fields;                      ///< name, link, genre, favourite mark, number
     controls::UpDownTextBox& UpDownTextBox1;  ///< number of the entry within a playlist link
-    controls::Label& Label2;                  ///< names the number
-    controls::CommandButton& Command8_0;      ///< takes the number over
+    controls::Label& Label2;                  ///< caption of the number
+    controls::CommandButton& Command8_0;      ///< applies the number
     app::ListPair lists;
   };
 
@@ -35,14 +35,13 @@ class StationDetails {
     platform::TextConversion& conversion;
   };
 
-  /// What the details start elsewhere.
+  /// What the details trigger in other features.
   struct Actions {
     /// The address of this row becomes the current one.
     std::function<void(const controls::ListView&, controls::RowId)> take_row;
     /// Fetches the title of the current address; waits.
     std::function<void()> fetch_title;
-    /// What the selected station's server made of the question for its headers; kind kNone too when it was
-    /// not asked.
+    /// How the selected station's server answered the header query; kind kNone also when it was not asked.
     std::function<void(const platform::Text& station, const stream::QueryFailure&)> report_server;
     /// Shows this station's picture, when it has one.
     std::function<void(const platform::Text& station)> show_picture;
@@ -54,7 +53,8 @@ class StationDetails {
                  const app::Life& window);
 
   /// Runs for the active list's selected row; without one nothing happens. It waits for playlist and title
-  /// while the window goes on; a selection that arrives meanwhile wins, and the earlier one ends unseen.
+  /// while the window keeps working; a selection made meanwhile wins, and the earlier one ends without being
+  /// shown.
   void ShowStationDetails();
 
  private:
@@ -62,10 +62,10 @@ class StationDetails {
   [[nodiscard]] stream::QueryFailure FailureOf(const platform::Text& address) const;
   void ShowNumberField(bool shown);
   [[nodiscard]] std::int32_t EntryNumber() const;
-  /// A station selected anew is asked again, however silent it was.
+  /// A newly selected station is asked again, however silent it was.
   void SayWanted(const platform::Text& address);
   [[nodiscard]] platform::Text AddressOf(const platform::Text& link, std::int32_t number);
-  /// Whether the row is the selected one and is as it was when the working out began.
+  /// Whether the row is the selected one and unchanged since resolving it began.
   [[nodiscard]] bool StillSelected(const controls::ListRow& worked_out) const;
 
   Parts parts_;

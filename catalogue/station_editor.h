@@ -1,5 +1,5 @@
 #pragma once
-// The editor beside the list: its buttons take over, add, delete and save, and open the new-station dialog.
+// The editor next to the list: its buttons apply, add, delete and save, and open the new-station dialog.
 // Not the filling of its fields (catalogue/station_details.h) nor the writing (catalogue/station_writer.h).
 
 #include <array>
@@ -23,13 +23,13 @@ class StationEditor {
   struct Parts {
     EditorFields fields;
     controls::CheckBox& Check1;                        ///< genre view
-    std::array<controls::CommandButton, 6>& Command8;  ///< take over number, all, link; delete; genre; record
+    std::array<controls::CommandButton, 6>& Command8;  ///< apply number, all, link; delete; genre; record
     controls::CommandButton& CommandButton1;           ///< saves the list
     controls::CommandButton& CommandButton2;           ///< new station
     app::ListPair lists;
   };
 
-  /// What the editor's buttons start elsewhere.
+  /// What the editor's buttons trigger in other features.
   struct Actions {
     std::function<void()> launch_recorder;                                    ///< Command8(5)
     std::function<void(const platform::Text& link)> show_new_station_dialog;  ///< until it is closed

@@ -1,6 +1,6 @@
 #pragma once
 // The station file: stations read from it, written to it and deleted from it.
-// Not which rows of the lists it holds (catalogue/unsaved_rows.h), nor INI files
+// Not which rows of the lists it contains (catalogue/unsaved_rows.h), nor INI files
 // (app/settings/ini_procedures.h).
 
 #include <cstddef>
@@ -15,12 +15,12 @@
 
 namespace catalogue {
 
-/// Whether an entry number means one: they count from 1, and a text that is no number counts as 0.
+/// Whether a text is the number of an entry: they count from 1, and a text that is not a number counts as 0.
 [[nodiscard]] bool NamesAnEntry(const platform::Text& number);
 
 /// One INI section per station, named after it, with the name once more under "Station", which is never read,
 /// and a key per field (app/state/station.h). Writing and deleting return false when the file could not be
-/// changed; inside a group of writes the group's end says so.
+/// changed; inside a group of writes the group's end reports it.
 class StationFile {
  public:
   struct Ports {
@@ -34,7 +34,7 @@ class StationFile {
 
   StationFile(Ports ports, const app::IniProcedures& ini, const app::Settings& settings);
 
-  // Reading. What is missing reads as the empty text.
+  // Reading. Missing parts read as the empty text.
   /// In the order of the file.
   [[nodiscard]] std::vector<platform::Text> Names() const;
   [[nodiscard]] app::Station Read(const platform::Text& name) const;
@@ -46,17 +46,17 @@ class StationFile {
   // Writing.
   enum class NumberKey {
     kAlways,
-    kIfAnEntry,  ///< left out unless the number names an entry
+    kIfAnEntry,  ///< omitted unless the number is an entry's
   };
   /// The name and every field.
   void WriteWhole(const app::Station& station, NumberKey number_key) const;
-  /// Every field, as saving the list does: a number that names no entry is written as the empty text.
+  /// Every field, as saving the list does: a number that is not an entry's is written as the empty text.
   void WriteListed(const app::Station& station) const;
   bool WriteField(const platform::Text& name, const app::StationField& field,
                   const platform::Text& value) const;
   bool Delete(const platform::Text& name) const;
 
-  // Sections with all their lines, also foreign ones.
+  // Sections with all their lines, foreign ones included.
   /// Nothing when there is none of that name.
   [[nodiscard]] std::optional<platform::ProfileSection> Section(const platform::Text& name) const {
     return ini_.CopyStationSection(name);
@@ -65,7 +65,7 @@ class StationFile {
   /// Puts a section back in its place.
   bool Insert(const platform::ProfileSection& section) const { return ini_.InsertStationSection(section); }
 
-  /// While it lives, what is written becomes one replacement of the file.
+  /// Everything written during its lifetime becomes one replacement of the file.
   [[nodiscard]] platform::WriteGroup Group() const { return platform::WriteGroup(ports_.profile); }
   [[nodiscard]] platform::Text Path() const { return ini_.StationFile(); }
 

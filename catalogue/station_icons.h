@@ -31,8 +31,8 @@ class StationIcons {
   StationIcons& operator=(const StationIcons&) = delete;
 
   /// Makes the image list, gives it to both lists and fills it from the "ico" files (any letter case) of
-  /// `folder`, one per station, named after it. Files that are no icons are skipped; a second file for
-  /// the same station is told in a message box. A folder that does not exist gives no icons.
+  /// `folder`, one per station, named after it. Files that are not icons are skipped; a second file for the
+  /// same station is reported in a message box. A folder that does not exist gives no icons.
   void LoadStationIcons(const platform::Text& folder);
 
   /// The station's position in the image list, -1 when it has no icon.

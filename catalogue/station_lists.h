@@ -1,5 +1,5 @@
 #pragma once
-// The two station lists: columns, order, selection memory and what their events start.
+// The two station lists: columns, order, selection memory and what their events trigger.
 // Not their filling (catalogue/station_store.h), nor which of them is shown (catalogue/station_views.h).
 
 #include <cstdint>
@@ -14,7 +14,7 @@ namespace catalogue {
 
 class StationLists {
  public:
-  /// What the lists start elsewhere.
+  /// What the lists trigger in other features.
   struct Actions {
     std::function<void()> show_station_details;  ///< a row was clicked or the selection changed
     std::function<void()> start_playing;         ///< a row was double-clicked
@@ -25,11 +25,11 @@ class StationLists {
   /// Creates the columns; once per list.
   static void CreateColumns(controls::ListView& list);
 
-  /// Remembers the selected row's index of the full list; without a selection the memory stays.
+  /// Remembers the selected row's index of the full list; without a selection the memory is kept.
   void SaveListindex();
   /// Selects the remembered row of the full list and scrolls it into view: the row at the remembered index,
-  /// or, when another station stands there now, the first one of the remembered name. Nothing happens when
-  /// there is neither.
+  /// or, when another station is there now, the first one of the remembered name. Nothing happens when there
+  /// is neither.
   void RestoreListindex();
   /// The index remembered, counted from 1; 0: none yet.
   [[nodiscard]] std::size_t SavedListIndex() const { return saved_list_index_; }
@@ -38,8 +38,8 @@ class StationLists {
   void SortAgain(controls::ListView& list);
 
   /// Negative, zero or positive as FirstItem sorts before, with or after secondItem in ascending order of
-  /// `sortColumn`: by number, by date or in natural order, as the column's sort kind says. A text that is
-  /// no number or no date counts as 0.
+  /// `sortColumn`: by number, by date or in natural order, as the column's sort kind says. A text that is not
+  /// a number or a date counts as 0.
   [[nodiscard]] std::int32_t CompareListItems2(const controls::ListView& list,
                                                const controls::ListRow& FirstItem,
                                                const controls::ListRow& secondItem,

@@ -25,12 +25,12 @@ class StationStore {
 
   /// Fills a list from the file: "" all stations into the full list, "1" the favourites, any other text the
   /// stations of that genre (without regard to letter case) into the filtered list. The list is emptied
-  /// first, and sorted again when it is filled. The full list keeps its unsaved rows, of which the cells
-  /// that were written singly are read from the file like those of the others. A missing file or key gives no
-  /// rows or empty cells, never a message.
+  /// first, and sorted again when it is filled. The full list keeps its unsaved rows; their cells that were
+  /// written singly are read from the file like those of the other rows. A missing file or key gives no rows
+  /// or empty cells, never a message.
   void LoadStations(const platform::Text& Filter);
 
-  /// The text that the filtered list was last filled by; empty before the first time.
+  /// The filter by which the filtered list was last filled; empty before the first time.
   [[nodiscard]] const platform::Text& Filter() const { return filter_; }
   /// Whether a station of the file belongs to the filtered list as it was last filled.
   [[nodiscard]] bool BelongsToView(const platform::Text& name) const;

@@ -20,7 +20,7 @@ class StationViews {
     controls::CheckBox& Check2;               ///< favourite mark of the selected station
     controls::CheckBox& Check3;               ///< favourites view
     controls::ComboBox& Combo1;               ///< genre
-    controls::Frame& Frame2;                  ///< names the current view
+    controls::Frame& Frame2;                  ///< shows the name of the current view
     controls::CommandButton& CommandButton1;  ///< saves the list
     controls::CommandButton& CommandButton2;  ///< new station
     app::ListPair lists;
@@ -29,8 +29,8 @@ class StationViews {
   StationViews(Parts parts, StationStore& store, StationLists& station_lists, StationWriter& writer,
                const app::WindowState& state, platform::Dialogs& dialogs);
 
-  /// Leaves a filter view as the user does by its box; does nothing while the full list is shown. kNone: the
-  /// row that was selected before is not selected again, because another one is about to be.
+  /// Leaves a filter view as if the user had cleared its box; does nothing while the full list is shown.
+  /// kNone: the previously selected row is not selected again, because another one is about to be.
   enum class Selection { kRemembered, kNone };
   void LeaveFilter(Selection selection);
 
@@ -51,7 +51,7 @@ class StationViews {
   StationWriter& writer_;
   const app::WindowState& state_;
   platform::Dialogs& dialogs_;
-  bool InViewSwitch = false;  ///< whoever meets it set stays out
+  bool InViewSwitch = false;  ///< while it is set, no other view switch begins
   controls::Subscriptions subscriptions_;
 };
 

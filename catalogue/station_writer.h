@@ -1,5 +1,5 @@
 #pragma once
-// Writes rows of the two lists to the station file, and keeps account of which rows it holds.
+// Writes rows of the two lists to the station file, and keeps track of which rows it contains.
 // Not when to write, which the buttons' features decide (catalogue/station_editor.h,
 // catalogue/station_views.h).
 
@@ -17,9 +17,9 @@
 
 namespace catalogue {
 
-/// Each operation is one replacement of the file. When it fails, the lists change all the same, a notice says
-/// so, and what the file lacks now is an unsaved change: it stands in the full list, as unsaved rows do, also
-/// when a filter view was edited.
+/// Each operation is one replacement of the file. When it fails, the lists change all the same, a notice
+/// reports it, and what the file now lacks is an unsaved change: it is kept in the full list like unsaved
+/// rows, even when a filter view was edited.
 class StationWriter {
  public:
   StationWriter(const StationFile& file, app::Settings& settings, app::Notices& notices,
@@ -30,7 +30,7 @@ class StationWriter {
   void WriteField(controls::ListView& list, controls::RowId row, const app::StationField& field,
                   const platform::Text& value);
 
-  /// Appends a row and writes its section; the number goes to the file only, as it stands.
+  /// Appends a row and writes its section; the number goes to the file only, unchanged.
   void AddStation(controls::ListView& list, const app::Station& station);
 
   /// Deletes the section of the row's name, changes the row and writes its section anew; the number goes to
@@ -40,8 +40,8 @@ class StationWriter {
   /// Deletes the section of the row's name and removes the row.
   void DeleteStation(controls::ListView& list, controls::RowId row);
 
-  /// Writes every row of the full list, in list order; of equal names the later one's values win. The
-  /// catalogue counts as changed afterwards exactly when that failed.
+  /// Writes every row of the full list, in list order; of equal names the later one's values win. Afterwards
+  /// the catalogue counts as changed only if that failed.
   void WriteFullList();
 
  private:

@@ -1,7 +1,7 @@
 #pragma once
-// Lets the unsaved rows outlive a program that ends unasked: keeps them in a file of the program's own and
-// puts them back at the next start. Not the station file, which only the user's saving writes, nor the file's
-// text.
+// Lets the unsaved rows survive a program that ends without asking: keeps them in the program's own file and
+// puts them back at the next start. Not the station file, which is written only when the user saves, nor the
+// file's text.
 
 #include <cstddef>
 #include <optional>
@@ -19,9 +19,9 @@
 
 namespace catalogue {
 
-/// Order: Restore before the list is loaded for the first time, then either Finish or Discard. Between them
-/// the file says what is unsaved, at most kDelay after a change and at once after a write to the station
-/// file; without unsaved rows there is no file. Outside nothing is written.
+/// Order: Restore before the list is loaded for the first time, then either Finish or Discard. In between,
+/// the file reflects what is unsaved, at most kDelay after a change and at once after a write to the station
+/// file; without unsaved rows there is no file. Nothing is written before or after.
 class UnsavedRowsKeeper {
  public:
   static constexpr int kDelay = 500;  ///< milliseconds
@@ -38,22 +38,22 @@ class UnsavedRowsKeeper {
 
   struct Restored {
     std::size_t rows = 0;     ///< that were put back as unsaved ones
-    bool unreadable = false;  ///< there was a file without a meaning; it is set aside as ".damaged"
+    bool unreadable = false;  ///< there was an unreadable file; it is set aside as ".damaged"
   };
   /// Puts back what an earlier run of the program left, its CatalogueChanged included.
   Restored Restore();
 
-  /// Something may have changed that neither the rows nor the list announces.
+  /// Something may have changed that neither the rows nor the list announce.
   void Note();
 
-  /// The program ends and nobody was asked, or what was to be saved could not be: keeps what is unsaved now.
+  /// The program ends and nobody was asked, or saving failed: keeps what is unsaved now.
   void Finish();
 
   /// The program ends and the user has decided about the unsaved rows: nothing is kept.
   void Discard();
 
  private:
-  /// What tells one contents of the file from another.
+  /// Distinguishes one version of the file's contents from another.
   struct Mark {
     std::size_t size = 0;
     std::size_t hash = 0;

@@ -1,5 +1,5 @@
 #pragma once
-// The player's way to call an operation of a platform interface, with its GUID texts and object creation.
+// Calls operations of platform interfaces for the player, with GUID texts and object creation.
 // Not the operations themselves (ports/media_interfaces.h) and not ownership (player/interface_ref.h).
 
 #include <array>
@@ -27,13 +27,13 @@ using platform::TextView;
 /// or a call that cannot be made).
 using CallResult = std::optional<HResult>;
 
-/// Whether a result is S_OK. A call that was not made counts as S_OK too: what is absent needs no work,
-/// and its output stays as it was.
+/// Whether a result is S_OK. A call that was not made counts as S_OK too: an absent object needs no work, and
+/// the output stays as it was.
 [[nodiscard]] inline bool IsOk(const CallResult& result) {
   return result.value_or(platform::kSOk) == platform::kSOk;
 }
 
-/// A value may stand for an operation's argument when it has exactly its type, or is an address that
+/// A value may be passed as an operation's argument when it has exactly its type, or is an address that
 /// converts to it. Numbers are never converted: a wrong width would change what the callee reads.
 template <typename Given, typename Wanted>
 concept ArgumentFor = std::same_as<std::remove_cvref_t<Given>, Wanted> ||
@@ -64,18 +64,18 @@ class InterfaceCaller {
   /// The variable keeps its value when the call could not be made. Without an object nothing happens.
   void ReleaseInterface(InterfaceHandle& object);
 
-  /// Takes over an object that is to be released when ReleaseLeftBehind is next called.
+  /// Takes ownership of an object that the next ReleaseLeftBehind releases.
   void LeaveBehind(InterfaceHandle object);
   void ReleaseLeftBehind();
 
-  /// The GUID that the text names. Only a text of exactly 38 characters is asked of the platform; any other
+  /// The GUID that the text names. Only a text of exactly 38 characters is passed to the platform; any other
   /// one, and one that the platform refuses, gives the all-zero GUID.
   Guid GuidFromString(TextView text);
 
   /// The platform's text of a GUID, "" on failure.
   Text StringFromGuid(const Guid& guid);
 
-  /// Makes an object of a class, in this process, seen through an interface; both are named by GUID texts.
+  /// Creates an object of a class, in this process, seen through an interface; both are named by GUID texts.
   /// True on S_OK; otherwise `pInterface` stays as it was. The caller releases the object.
   bool CreateInterface(TextView sCLSID, TextView sIID, InterfaceHandle& pInterface);
 

@@ -8,8 +8,8 @@
 
 namespace player {
 
-/// Releases its object when it goes, or when it is given another one. An object whose release could not be
-/// made is left behind with the caller, which tries again later, so that nothing is lost.
+/// Releases its object when it is destroyed or given another one. An object that could not be released is
+/// left with the caller, which tries again later, so that nothing leaks.
 class InterfaceRef {
  public:
   /// An absent object.
@@ -39,7 +39,7 @@ class InterfaceRef {
   /// Releases the object now; it stays when the release could not be called.
   void Release() { caller_->ReleaseInterface(handle_); }
 
-  /// Hands the object to the caller, which releases it later.
+  /// Passes the object to the caller, which releases it later.
   void LeaveBehind() { caller_->LeaveBehind(std::exchange(handle_, InterfaceHandle::kNone)); }
 
  private:

@@ -1,5 +1,5 @@
 #pragma once
-// The interfaces, services, attributes and media types that the player asks for, as GUID texts.
+// The interfaces, services, attributes and media types that the player uses, as GUID texts.
 // Not the operations of those interfaces (ports/media_interfaces.h).
 //
 // Public source of the values: the headers and documentation of Media Foundation and Core Audio.

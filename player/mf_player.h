@@ -28,15 +28,16 @@ inline constexpr std::int32_t kPlayStateRunning = static_cast<std::int32_t>(plat
 inline constexpr std::int32_t kPlayStateStopped = static_cast<std::int32_t>(platform::ClockState::kStopped);
 inline constexpr std::int32_t kPlayStatePaused = static_cast<std::int32_t>(platform::ClockState::kPaused);
 
-/// No operation raises an error: what fails gives false, 0 or "" and leaves its output as it was.
+/// No operation raises an error: a failure gives false, 0 or "" and leaves the output as it was.
 ///
 /// Order of calls: MediaFileFromUrl (or MediaFileFromIStream), then CreateService once, then everything
 /// else. Opening closes the previous item first. Without an item every operation fails.
 ///
-/// Re-entry: the events and the wait of CreateService run foreign code, which may open another item or let
-/// go of the player. The newest opening wins: a call that finds its item overtaken, or its player without
-/// an owner, ends quietly and touches nothing more. A player that is owned by a std::shared_ptr stays
-/// alive until its own calls have returned; whoever calls on after such a call holds a pointer of its own.
+/// Re-entry: the events and the wait of CreateService run foreign code, which may open another item or
+/// release the player. The newest opening wins: a call that finds its item overtaken, or its player without
+/// an owner, ends quietly and touches nothing more. A player that is owned by a std::shared_ptr stays alive
+/// until its own calls have returned; a caller that makes further calls after such a call keeps a pointer of
+/// its own.
 class clsMFPlayer : public std::enable_shared_from_this<clsMFPlayer> {
  public:
   struct Ports {
@@ -48,16 +49,16 @@ class clsMFPlayer : public std::enable_shared_from_this<clsMFPlayer> {
     platform::MessageLoop& loop;
   };
 
-  /// Starts the media framework. A framework that does not start leaves a player whose openings fail.
+  /// Starts the media framework. If the framework does not start, every opening of this player fails.
   clsMFPlayer(const Ports& ports, ProgramDuration& duration);
   /// Closes the item and, when the framework was started, shuts it down.
   ~clsMFPlayer();
   clsMFPlayer(const clsMFPlayer&) = delete;
   clsMFPlayer& operator=(const clsMFPlayer&) = delete;
 
-  /// Event: false at the beginning of an opening. After a successful one true for a stream object, but
-  /// false again for an address: whoever opened an address starts the playback itself.
-  /// Who sets a handler takes it away again before it goes.
+  /// Event: false at the beginning of an opening. After a successful one true for a stream object, but false
+  /// again for an address: whoever opened an address starts the playback itself. Whoever sets a handler
+  /// removes it before being destroyed.
   std::function<void(bool IsReady)> MediaFileIsReady;
   /// Event: the result of opening an address: 0, or 0x80070002 (file not found), or 0xC00D36C4
   /// (unsupported type) as a signed number. Other failures raise nothing.
@@ -70,8 +71,8 @@ class clsMFPlayer : public std::enable_shared_from_this<clsMFPlayer> {
 
   /// Opens a stream address; opening is bounded by the framework (10 s).
   void MediaFileFromUrl(Text address);
-  /// Whether the last opening of an address was given up because the user's input was waiting. Nothing is
-  /// reported of such an opening, and there is no item then.
+  /// Whether the last opening of an address was given up because user input was pending. Such an opening is
+  /// not reported, and there is no item then.
   [[nodiscard]] bool OpeningCancelled() const { return opening_cancelled_; }
   void MediaFileFromIStream(platform::StreamObject stream);
 
@@ -84,10 +85,10 @@ class clsMFPlayer : public std::enable_shared_from_this<clsMFPlayer> {
   std::int32_t PlayState();
 
   /// Attaches volume, metadata and peak meter to the session. Waits half a second first, while the window
-  /// pumps, and asks for each once. True when volume or metadata were found.
+  /// processes messages, and asks for each once. True when volume or metadata were found.
   bool CreateService();
 
-  /// Makes an object of a class seen through an interface, both as GUID texts of 38 characters. True on
+  /// Creates an object of a class seen through an interface, both as GUID texts of 38 characters. True on
   /// S_OK; the object is then released by its receiver (IUnknown Release).
   bool CreateInterface(const Text& sCLSID, const Text& sIID, InterfaceHandle& pInterface);
 
@@ -107,7 +108,7 @@ class clsMFPlayer : public std::enable_shared_from_this<clsMFPlayer> {
   std::optional<std::int16_t> AnsweredVolume();
   /// As before, but 0 without an answer.
   std::int16_t GetAudioSimpleAudioVolume();
-  /// 0.0 (silent) to 1.0 (full); handed on as it is.
+  /// 0.0 (silent) to 1.0 (full); passed on unchanged.
   bool SetAudioAudioVolume(float sngVolume);
 
   /// Times are counts of 100-nanosecond units; their texts have the form hh:mm:ss.
@@ -118,8 +119,8 @@ class clsMFPlayer : public std::enable_shared_from_this<clsMFPlayer> {
   /// Rounded to whole seconds, ties to the even one; 100 hours give "100:00:00".
   static Text CurrencyTime2HMS(std::int64_t time);
 
-  /// The names of the item's properties, and their number. Without metadata 0. When the metadata refuse,
-  /// the result is 1 although `names` stays as it was.
+  /// The names of the item's properties, and their number. Without metadata 0. When the metadata refuses, the
+  /// result is 1 although `names` stays as it was.
   std::int32_t GetAllMetadataNames(std::vector<Text>& names);
   /// The text of a property; 1 when the item has it, otherwise 0 and `strWert` stays as it was.
   std::int32_t GetMetadata(const Text& StrName, Text& strWert);
@@ -128,18 +129,18 @@ class clsMFPlayer : public std::enable_shared_from_this<clsMFPlayer> {
   void PropVariantToText(platform::PropertyValue& value, Text& text);
 
  private:
-  /// Held by a call that runs foreign code: keeps the player alive, and knows which item it works for.
+  /// Belongs to a call that runs foreign code: keeps the player alive, and knows the call's item.
   struct OwnCall {
     std::shared_ptr<clsMFPlayer> alive;
     std::uint32_t opening = 0;
   };
   OwnCall BeginCall();
-  /// Whether the call's item is still the newest and anybody still wants it.
+  /// Whether the call's item is still the newest and still wanted.
   [[nodiscard]] bool MayGoOn(const OwnCall& call) const;
   void RaiseMediaFileIsReady(bool IsReady);
   void RaiseIsCreateOK(std::int32_t lngIsOk);
 
-  /// From here on this opening is the newest.
+  /// From now on this opening is the newest.
   OwnCall BeginOpening();
   /// The common beginning of both openings; false when the opening was overtaken.
   bool ClosePrevious(const OwnCall& call);

@@ -13,7 +13,7 @@ using app::TextView;
 
 inline constexpr std::uint32_t kMainWindow = 1;
 
-/// What a file dialog is asked for.
+/// What a file dialog is to show.
 struct FileDialogParams {
   std::uint32_t owner = kMainWindow;  ///< 0 none, kMainWindow
   Text title;                         ///< empty for the system's own

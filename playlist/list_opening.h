@@ -1,6 +1,6 @@
 #pragma once
-// Opens what is dropped on the window or given to the program's start: a file of stations becomes rows of the
-// full list, a link a new station. Not "M3U laden..." (playlist/m3u_import.h).
+// Opens what is dropped on the window or given when the program is started: a file of stations becomes rows
+// of the full list, a link a new station. Not "M3U laden..." (playlist/m3u_import.h).
 
 #include <functional>
 
@@ -23,9 +23,9 @@ class ListOpening {
     app::ListPair lists;
   };
 
-  /// What an opening starts elsewhere. Anything can happen inside either.
+  /// What an opening triggers in other features. Anything can happen inside either.
   struct Actions {
-    /// Shows the full list. kNewRow: one of its rows is about to be selected, so that none is for now.
+    /// Shows the full list. kNewRow: no row is selected yet, because a new one is about to be.
     enum class Selects { kRememberedRow, kNewRow };
     std::function<void(Selects)> show_full_list;
     std::function<void(const app::Text& link)> add_station;  ///< asks for the rest of a new station
@@ -34,12 +34,13 @@ class ListOpening {
   ListOpening(Parts parts, platform::Files& files, platform::TextConversion& conversion,
               app::Notices& notices, Actions actions, const app::Life& window);
 
-  /// Something was dropped, or given to a start. What is no list and no link is refused with a notice. While
-  /// a filter view is shown the full list is shown first, because a view's rows cannot be saved.
+  /// Something was dropped, or given when the program was started. What is neither a list nor a link is
+  /// refused with a notice. A filter view is left first, because a view's rows cannot be saved.
   void Open(const controls::DropOffer& offer);
 
-  /// The rows of a list's file join the full list as unsaved ones, the first of them selected and scrolled
-  /// into view; a notice says how many they are, or why there is none. Then nothing else has changed.
+  /// The stations of a list file become unsaved rows of the full list, the first of them selected and
+  /// scrolled into view; a notice says how many there are, or why there are none. In that case nothing else
+  /// has changed.
   void OpenList(const app::Text& path);
 
  private:

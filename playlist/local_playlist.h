@@ -1,5 +1,5 @@
 #pragma once
-// Picks one entry out of a playlist file on the disk.
+// Picks one entry from a playlist file on the disk.
 // Not for playlists from a server, nor for the import of a whole file (playlist/m3u_import.h).
 
 #include <cstdint>
@@ -10,7 +10,7 @@
 
 namespace playlist {
 
-/// Whether a link has the name of a playlist file on the disk (".m3u" or ".txt"), be there one or not.
+/// Whether a link is the name of a playlist file on the disk (".m3u" or ".txt"), whether it exists or not.
 [[nodiscard]] bool IsPlaylistFileName(platform::TextConversion& conversion, app::TextView link);
 
 /// The entry of a playlist file with this number, counted from 1: a line that begins with "http" or names an

@@ -18,7 +18,7 @@
 namespace playlist {
 
 /// The file holds "#EXTM3U", then per station "#EXTINF:-1,", its name and its link, each line ended by LF,
-/// and CR LF at the very end; in the ANSI code page, without a mark, names and links as they stand.
+/// and CR LF at the very end; in the ANSI code page, without a mark, names and links unchanged.
 class M3uExport {
  public:
   struct Parts {
@@ -30,9 +30,9 @@ class M3uExport {
             platform::TextConversion& conversion, platform::MessageLoop& messages, platform::Clock& clock,
             const app::Life& window);
 
-  /// Asks for the file, writes the rows of the visible list in display order and says where they are.
-  /// Escape ends the list early; what was listed until then is written. Without a message: a cancelled
-  /// dialog, a file that cannot be written, and a window that closes meanwhile, which leaves the file alone.
+  /// Asks for the file, writes the rows of the visible list in display order and says where they are. Escape
+  /// ends the list early; what was listed until then is written. There is no message for a cancelled dialog,
+  /// for a file that cannot be written, and for a window that closes meanwhile, which leaves the file alone.
   void Command4_Click();
 
  private:

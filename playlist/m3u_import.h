@@ -23,7 +23,7 @@ class M3uImport {
     controls::CommandButton& Command5;  ///< M3U import
   };
 
-  /// What the import starts elsewhere.
+  /// What the import triggers in other features.
   struct Actions {
     std::function<void()> full_list_is_emptied;  ///< before the full list loses its rows
   };
@@ -36,8 +36,8 @@ class M3uImport {
 
   /// Asks whether to append, then adds a row for each "#EXTINF:" line, with the text between its first two
   /// commas as name and the last "http" line before the next such line as link. The answer No empties the
-  /// list first; Yes and Cancel append. A "#EXTINF:" line without a comma ends the import, the rows before
-  /// it stay. The first new row is scrolled into view; a notice says how many rows came, or why none did.
+  /// list first; Yes and Cancel append. A "#EXTINF:" line without a comma ends the import; the rows before it
+  /// stay. The first new row is scrolled into view; a notice says how many rows were added, or why none were.
   void ImportM3uFile(const app::Text& path);
 
  private:

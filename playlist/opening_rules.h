@@ -1,5 +1,5 @@
 #pragma once
-// What the program makes of something that is dropped on its window or given to its start. Not the doing
+// What to do with something that is dropped on the window or given when the program is started. Not doing it
 // (playlist/list_opening.h).
 
 #include <optional>
@@ -19,10 +19,11 @@ struct Opening {
 };
 
 /// One file whose name ends in ".m3u", ".m3u8" or ".pls" in any letter case is a list; one web address is a
-/// link, as an address or as the only thing in a text. All else is nothing, and so are several at once.
+/// link, as an address or as the only thing in a text. Everything else is nothing, and so are several at
+/// once.
 [[nodiscard]] std::optional<Opening> WhatToOpen(const controls::DropOffer& offer);
 
-/// What the offer is, in few words for the user: a file's name or the beginning of an address or a text.
+/// What the offer is, briefly for the user: a file's name or the beginning of an address or a text.
 [[nodiscard]] app::Text NameOfOffer(const controls::DropOffer& offer);
 
 /// The last part of a path.

@@ -17,16 +17,16 @@ using app::TextView;
 /// The largest file that is read, in bytes.
 inline constexpr std::size_t kLargestTextFile = std::size_t{64} << 20U;
 
-/// Creates or replaces a file with the text and CR LF behind it. What the code page lacks becomes "?".
-/// False when the file could not be written; an existing file is then as it was.
+/// Creates or replaces a file with the text followed by CR LF. What the code page lacks becomes "?". False
+/// when the file could not be written; an existing file is then as it was.
 [[nodiscard]] bool WriteTextFile(platform::Files& files, platform::TextConversion& conversion,
                                  const Text& path, const Text& text);
 
-/// The whole file. Nothing when it is no readable file or larger than kLargestTextFile.
+/// The whole file. Nothing when it is not a readable file or is larger than kLargestTextFile.
 [[nodiscard]] std::optional<Text> ReadTextFile(platform::Files& files, platform::TextConversion& conversion,
                                                const Text& path);
 
-/// Walks through the lines of a text, which has to outlive it, and of the lines that it gives.
+/// Walks through the lines of a text, which must outlive it and the lines that it returns.
 class LineReader {
  public:
   /// `separator` must not be empty.

@@ -1,6 +1,6 @@
 #pragma once
-// Which texts are addresses of the web, as station lists and links that somebody drops have them.
-// Not for what a stream's address is made into (stream/stream_address.h).
+// Which texts are web addresses, as found in station lists and dropped links.
+// Not for taking apart a stream's address (stream/stream_address.h).
 
 #include <cstddef>
 
@@ -15,12 +15,12 @@ inline constexpr std::size_t kLongestAddress = 4096;
 [[nodiscard]] bool StartsWithIgnoringCase(app::TextView text, app::TextView prefix);
 
 /// The host that an address names, without user, port and the brackets of a numeric one; empty when it names
-/// none or is no address with "://".
+/// none or is not an address with "://".
 /// Public reference: RFC 3986, section 3.2.
 [[nodiscard]] app::Text HostOf(app::TextView address);
 
-/// True for "http://" or "https://" in any letter case with a host behind it, without control characters and
-/// of at most kLongestAddress.
+/// True for "http://" or "https://" in any letter case followed by a host, without control characters and of
+/// at most kLongestAddress.
 [[nodiscard]] bool IsWebAddress(app::TextView text);
 
 }  // namespace playlist

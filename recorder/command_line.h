@@ -1,5 +1,5 @@
 #pragma once
-// What the recording tool is asked to do by the words behind its name. Not for doing it.
+// What the recording tool is asked to do by its command-line arguments. Not for doing it.
 
 #include <span>
 #include <string>
@@ -26,11 +26,11 @@ struct CommandLine {
 /// UTF-8.
 [[nodiscard]] std::string TrimmedLink(std::string_view entered);
 
-/// The word "--terminal" may stand anywhere. All other words together are one link, because whoever starts
-/// the tool may have split it at its blanks; no link begins with "-". The link is trimmed.
+/// The word "--terminal" may be anywhere. All other words together are one link, because the caller may have
+/// split it at its blanks; no link begins with "-". The link is trimmed.
 [[nodiscard]] CommandLine ReadCommandLine(std::span<const char* const> words);
 
-/// How the tool is called, in German, several lines of UTF-8.
+/// How to call the tool, in German, several lines of UTF-8.
 [[nodiscard]] std::string_view Usage();
 
 }  // namespace recorder

@@ -14,10 +14,10 @@ namespace recorder {
 
 /// One file at a time. Differs from the port's rule on purpose: a name that exists already, from an earlier
 /// title, connection or run, or from another program that records at the same time, gets " (2)", " (3)" ...
-/// before its extension; the name that was opened last is gone on with where it stood, until EndConnection.
-/// A dot at the beginning of a name becomes "_", so that no file is hidden. A file is made when its first
-/// byte comes, so that none is empty; when the user takes a file away while it grows, the next bytes begin
-/// another one.
+/// before its extension; opening the last name again continues its file where it ended, until EndConnection.
+/// A dot at the beginning of a name becomes "_", so that no file is hidden. A file is created with its first
+/// byte, so that none is empty; when the user removes a file while it grows, the next bytes begin another
+/// one.
 class KeptFiles final : public platform::RecordFiles {
  public:
   using Text = platform::Text;
@@ -28,7 +28,7 @@ class KeptFiles final : public platform::RecordFiles {
   KeptFiles& operator=(const KeptFiles&) = delete;
 
   platform::RecordFile OpenBinary(const Text& folder, const Text& file_name) override;
-  /// As OpenBinary, because every file here is a new one.
+  /// Same as OpenBinary, because every file here is a new one.
   platform::NewRecordFile CreateBinary(const Text& folder, const Text& file_name) override;
   bool WriteBytes(platform::RecordFile file, std::span<const std::byte> bytes) override;
   bool Flush(platform::RecordFile file) override;

@@ -11,7 +11,7 @@ namespace recorder {
 /// "Funkhausplayer" inside the user's music folder. It need not exist.
 [[nodiscard]] platform::Text RecordingFolder(platform::Environment& environment);
 
-/// Makes every missing level of the folder; true when the folder is there afterwards.
+/// Creates every missing level of the folder; true when the folder exists afterwards.
 bool MakeFolder(platform::Files& files, const platform::Text& folder);
 
 }  // namespace recorder

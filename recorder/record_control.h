@@ -9,7 +9,7 @@
 
 namespace recorder {
 
-/// Closing the form ends the recording; Start then returns, and starts nothing any more.
+/// Closing the form ends the recording; Start then returns, and starts nothing more.
 class RecordControl {
  public:
   /// `folder_address` is the "file" address of the recording's folder. All outlive the object.

@@ -1,6 +1,6 @@
 #pragma once
-// Records one station until it is told to stop: finds the stream, records, takes up a lost connection again.
-// Not for what is shown of it; that is told by its status.
+// Records one station until it is stopped: finds the stream, records, reconnects when the connection is lost.
+// Not for showing any of it; the status reports what to show.
 
 #include <cstdint>
 #include <optional>
@@ -18,7 +18,7 @@ namespace recorder {
 enum class Phase {
   kIdle,        ///< nothing was recorded yet
   kConnecting,  ///< waiting for the server
-  kRecording,   ///< bytes come in
+  kRecording,   ///< bytes are arriving
   kWaiting,     ///< pausing before the next attempt
   kEnded
 };
@@ -36,7 +36,7 @@ enum class Fault {
   kDiskFull      ///< a file takes no more bytes; ends the recording
 };
 
-/// Whether a recording can end by this. Otherwise it goes on until somebody ends it.
+/// Whether this fault can end a recording. Otherwise the recording continues until somebody ends it.
 [[nodiscard]] bool EndsRecording(Fault fault);
 
 struct Status {
@@ -44,7 +44,7 @@ struct Status {
   Fault fault = Fault::kNone;
   platform::Text station;       ///< its name, or its address when it has none
   platform::Text title;         ///< empty while none is known
-  std::int64_t seconds = 0;     ///< during which bytes came in
+  std::int64_t seconds = 0;     ///< for which bytes have been arriving
   std::uint64_t bytes = 0;      ///< written into files
   std::uint64_t files = 0;      ///< written so far, the current one included
   int seconds_to_next_try = 0;  ///< while waiting
@@ -63,10 +63,10 @@ class StationRecording {
   struct Limits {
     int silence = 20;        ///< after which a connection counts as dead
     int longest_pause = 30;  ///< between two attempts; the first pause is 1, each next one twice as long
-    int steady = 10;  ///< a connection that brought bytes for so long makes the next pause the first one
-    /// So many times in a row (about three and a half minutes) a station that was recorded before may refuse,
-    /// as servers do while its studio is cut off, and so many times may an address bring pages instead of
-    /// sound. One that refuses before anything was recorded is a wrong one, and ends the recording at once.
+    int steady = 10;         ///< after a connection that brought bytes for this long, pauses begin at 1 again
+    /// How many times in a row (about three and a half minutes) a station that was recorded before may
+    /// refuse, as servers do while its studio is cut off, or an address may bring pages instead of sound. An
+    /// address that refuses before anything was recorded is wrong, and ends the recording at once.
     int refusals = 12;
   };
 
@@ -76,8 +76,8 @@ class StationRecording {
   StationRecording(const StationRecording&) = delete;
   StationRecording& operator=(const StationRecording&) = delete;
 
-  /// Records until Stop is called in a pump of the message loop, until nothing can be written any more, or
-  /// until the address is known to be no station's. A file on a server is recorded once, to its end. Does
+  /// Records until Stop is called while messages are processed, until nothing can be written any more, or
+  /// until the address turns out not to be a station's. A file on a server is recorded once, to its end. Does
   /// nothing for an empty link and while it runs already.
   void Run(const platform::Text& link);
 
@@ -92,7 +92,7 @@ class StationRecording {
   controls::Event<> Changed;
 
  private:
-  /// The latest connection, from the question for the stream's address to its last byte.
+  /// The latest connection, from asking for the stream's address to its last byte.
   struct Connection {
     stream::clsFunkhaus* client = nullptr;  ///< while it records
     std::int64_t opened_at = 0;             ///< in whole seconds of the clock, as the next one

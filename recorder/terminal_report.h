@@ -1,5 +1,5 @@
 #pragma once
-// Tells a recording line by line, for a terminal or a log: its state when that changes, and every title.
+// Reports a recording line by line, for a terminal or a log: its state when that changes, and every title.
 // Not for the window (recorder/record_control.h).
 
 #include <functional>

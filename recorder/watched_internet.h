@@ -10,13 +10,13 @@
 
 namespace recorder {
 
-/// Passes everything on, but opens no address that is answered with another status than 200: what came then
-/// would be an error page and no sound. The inner port outlives the object.
+/// Passes everything on, but opens no address that is answered with another status than 200: the body would
+/// be an error page and not sound. The inner port outlives the object.
 class WatchedInternet final : public platform::Internet {
  public:
   using Text = platform::Text;
   using Handle = platform::InternetHandle;
-  /// Told after every read, before its bytes are dealt with.
+  /// Notified after every read, before its bytes are processed.
   using Watcher = std::function<void(const platform::InternetRead&)>;
 
   WatchedInternet(platform::Internet& inner, Watcher watcher) : inner_(inner), watcher_(std::move(watcher)) {}

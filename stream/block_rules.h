@@ -1,5 +1,5 @@
 #pragma once
-// What a complete title block says, by the rules of the three readers and of the recorder.
+// What a complete title block contains, by the rules of the three readers and of the recorder.
 // Not for finding blocks in a stream (stream/icy_demultiplexer.h).
 
 #include <string>
@@ -16,7 +16,7 @@ Text CharactersOfSameCode(const std::string& block);
 struct BlockField {
   enum class Kind { kTitle, kWebAddress };
   Kind kind = Kind::kTitle;
-  Text raw;    ///< what stands between the first and the second "=" of its piece
+  Text raw;    ///< what is between the first and the second "=" of its piece
   Text value;  ///< the same without apostrophes
 };
 
@@ -24,7 +24,7 @@ struct BlockField {
 /// case, anywhere in the piece). `block` is without line feeds.
 std::vector<BlockField> FieldsOf(TextView block);
 
-/// What a reader makes of a block.
+/// A reader's interpretation of a block.
 struct BlockVerdict {
   bool ends_reading = false;
   Text title;
@@ -33,11 +33,11 @@ struct BlockVerdict {
 /// Each takes a whole block as text and removes its line feeds first.
 
 /// ReadStreamMetaData: the text in apostrophes after "StreamTitle=", when it is longer than the position
-/// (from 1) at which it starts; a shorter title is passed over.
+/// (from 1) at which it starts; a shorter title is skipped.
 BlockVerdict JudgeByLength(TextView block);
 
-/// ReadStreamMetaData2: the first title field whose value is there at all; any block that is not empty
-/// ends the reading.
+/// ReadStreamMetaData2: the first title field that has a value at all; any block that is not empty ends the
+/// reading.
 BlockVerdict JudgeFirstBlock(TextView block);
 
 /// GetActiveMeta: the last title that is not empty; any block that is not empty ends the reading.

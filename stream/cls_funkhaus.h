@@ -12,19 +12,19 @@
 namespace stream {
 
 /// Everything runs on the user-interface thread, and nothing here throws. Most calls wait, and while they
-/// wait the window may process its messages, so any other operation can run inside one, on the same
-/// object too; what a call needs for itself it keeps to itself.
+/// wait the window may process its messages, so any other operation can run inside one, on the same object
+/// too; each call keeps what it needs for itself.
 ///
 /// The owner may destroy the object inside one of its calls (closing the window during a title fetch): the
-/// call then ends within one slice of its wait (a reader or GetActiveMeta with the empty text,
-/// IsUrlPlaylist with false, a recording with its file closed), and raises no event any more. The ports
-/// must outlive the running calls.
+/// call then ends within one slice of its wait (a reader or GetActiveMeta with the empty text, IsUrlPlaylist
+/// with false, a recording with its file closed), and raises no more events. The ports must outlive the
+/// running calls.
 class clsFunkhaus {
  public:
   struct Options {
-    /// Receives the recorded files; empty stands for the program folder.
+    /// Receives the recorded files; empty means the program folder.
     Text record_folder;
-    /// Of header query, playlist question and title readers; the recorders' own patience is always long.
+    /// Of header query, playlist query and title readers; the recorders' own patience is always long.
     Patience patience = Patience::kOfAWindow;
   };
 
@@ -34,27 +34,27 @@ class clsFunkhaus {
   clsFunkhaus(const clsFunkhaus&) = delete;
   clsFunkhaus& operator=(const clsFunkhaus&) = delete;
 
-  /// Stores the address without the blanks around it and asks the server for its headers at once, which
-  /// ends with the event QueryStream. An empty `sUrl` changes nothing; one of blanks only is stored as the
-  /// empty address, for which no server is asked. The open flags of ReadStreamMetaData and
-  /// ReadStreamMetaData2 keep their value for an address that is neither http nor https.
+  /// Stores the address without the blanks around it and asks the server for its headers at once, which ends
+  /// with the event QueryStream. An empty `sUrl` changes nothing; one of blanks only is stored as the empty
+  /// address, and no server is asked. The open flags of ReadStreamMetaData and ReadStreamMetaData2 keep their
+  /// value for an address that is neither http nor https.
   ///
-  /// The query takes 3 seconds at most, in which the window takes no input. An address that stays silent for
-  /// so long (or fails after a wait, in whatever way) fails at once for the next 10 seconds, then 20, 40 and
-  /// 60, and the title readers with it; see stream/silent_addresses.h.
+  /// The query takes 3 seconds at most, during which the window takes no input. An address that stays silent
+  /// for so long (or fails after a wait, in whatever way) fails at once for the next 10 seconds, then 20, 40
+  /// and 60, and the title readers with it; see stream/silent_addresses.h.
   void StreamUrl(const Text& sUrl);
   [[nodiscard]] Text StreamUrl() const;
-  /// Why the latest header query has failed, or would have, had it been asked; kind kNone when it has not.
+  /// Why the latest header query failed, or would have failed had it been sent; kind kNone when it did not.
   [[nodiscard]] QueryFailure LastQueryFailure() const;
-  /// The user wants this address: each question to it is asked once more, however silent it was. For what the
-  /// program asks by itself, as its polling does, nobody calls this.
+  /// The user wants this address: each query to it is sent once more, however silent it was. Not called for
+  /// what the program asks on its own, such as polling.
   void TryAgain(const Text& sUrl, Wait wait);
 
-  /// True when the answer at `sUrl` came within the deadline (at most one second) and is a playlist; its
-  /// entries are then the ones answered below. False keeps the earlier playlist. StreamUrl is not touched.
-  /// An address that counts as silent is not asked.
+  /// True when the answer at `sUrl` came within the deadline (at most one second) and is a playlist; the
+  /// operations below then return its entries. False keeps the earlier playlist. StreamUrl is not touched. An
+  /// address that counts as silent is not asked.
   bool IsUrlPlaylist(const Text& sUrl);
-  /// The announced number of entries; 0 before any playlist and for an announcement that is no number.
+  /// The announced number of entries; 0 before any playlist and for an announcement that is not a number.
   [[nodiscard]] std::int32_t GetPlaylistNumberOfEntries() const;
   /// Entry `lEntryIndex` (from 0); both texts are empty outside the announced number. The title is found
   /// only when the playlist names it before the address.
@@ -77,8 +77,8 @@ class clsFunkhaus {
 
   /// How recordings that begin later differ from the recorders' usual rules.
   void SetRecordOptions(RecordOptions options);
-  /// Clears the stop flag and records until it is set: by title when `sMetaInt` (the value of
-  /// icy-metaint) is given, otherwise into one file. An interval that is no number records nothing. See
+  /// Clears the stop flag and records until it is set: by title when `sMetaInt` (the value of icy-metaint) is
+  /// given, otherwise into one file. An interval that is not a number records nothing. See
   /// stream/recorders.h.
   void StartRecStream(const Text& sContentType, const Text& sMetaInt = {});
   /// Sets the stop flag: a running recording or GetActiveMeta ends after its current read.

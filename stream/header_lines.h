@@ -9,7 +9,7 @@
 
 namespace stream {
 
-/// How many header names can be asked for, and the positions of those that the program asks for itself.
+/// How many header names can be looked up, and the positions of those that the program itself uses.
 inline constexpr std::int32_t kHeaderNameCount = 14;
 inline constexpr std::int32_t kIcyName = 0;
 inline constexpr std::int32_t kIcyUrl = 7;
@@ -21,9 +21,9 @@ inline constexpr std::int32_t kContentType = 10;
 /// to 13.
 TextView HeaderName(std::int32_t eQueryData);
 
-/// The values of every line with that name (any case, nothing before it), joined with ",". A value is
-/// trimmed and ends at its first colon; that of icy-url at its second, which gives "http://host" back.
-/// Empty for an index outside the table, and when a line with that name lacks a piece that is needed.
+/// The values of every line with that name (any case, nothing before it), joined with ",". A value is trimmed
+/// and ends at its first colon; that of icy-url at its second, which preserves "http://host". Empty for an
+/// index outside the table, and when a line with that name lacks a piece that is needed.
 Text HeaderValues(const std::vector<Text>& lines, std::int32_t eQueryData);
 
 }  // namespace stream

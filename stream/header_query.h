@@ -1,5 +1,5 @@
 #pragma once
-// Asks a station's server for its answer's headers, without reading any audio.
+// Asks a station's server for its headers, without reading any audio.
 // Not for looking values up in them (stream/header_lines.h).
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 #pragma once
-// Counts the bytes of a stream with interleaved titles and tells audio, length bytes and block bytes
-// apart. Not for what a block means (stream/block_rules.h).
+// Counts the bytes of a stream with interleaved titles and separates audio, length bytes and block bytes. Not
+// for what a block means (stream/block_rules.h).
 
 #include <cstddef>
 #include <cstdint>
@@ -26,11 +26,12 @@ class IcyDemultiplexer {
 
   IcyByte Take(std::byte value);
 
-  /// Takes as many of the next `most` bytes as are audio, whatever they are, and tells how many that were.
+  /// Consumes as many of the next `most` bytes as are audio, whatever they are, and returns how many that
+  /// were.
   std::size_t TakeAudio(std::size_t most);
 
-  /// The bytes of the block collected so far, padding included; at most 4080. It starts anew with the
-  /// next announced block.
+  /// The bytes of the block collected so far, padding included; at most 4080. It starts again with the next
+  /// announced block.
   [[nodiscard]] const std::string& Block() const { return block_; }
 
  private:

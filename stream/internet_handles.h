@@ -11,12 +11,12 @@
 
 namespace stream {
 
-/// What a station is told about the program, in every request.
+/// How the program identifies itself to a station, in every request.
 inline const platform::Text kAgent = u"WinampMPEG/5.09";
 /// Asks the server to interleave titles.
 inline const platform::Text kIcyMetaDataHeader = u"Icy-MetaData:1";
 
-/// Closes its handle at the end of its life. Declare parents before children.
+/// Closes its handle when destroyed. Declare parents before children.
 class OwnedHandle {
  public:
   OwnedHandle(platform::Internet& internet, platform::InternetHandle handle)
@@ -35,7 +35,7 @@ class OwnedHandle {
   platform::InternetHandle handle_;
 };
 
-/// A session whose answers are waited for so many milliseconds at most; 0: as long as the library does.
+/// A session that waits at most this many milliseconds for an answer; 0: as long as the library does.
 inline platform::InternetHandle OpenSession(platform::Internet& internet, std::uint32_t wait_limit) {
   const platform::InternetHandle session = internet.InternetOpenW(kAgent, platform::kInternetOpenTypeDirect);
   if (session != platform::InternetHandle::kNone && wait_limit > 0) {

@@ -8,8 +8,8 @@
 
 namespace stream {
 
-/// The text, an empty one of a live stream, or nothing when it was not complete in time. The window processes
-/// its messages meanwhile.
+/// The text, an empty one for a live stream, or nothing when it was not complete in time. The window
+/// processes its messages meanwhile.
 std::optional<Text> FetchPlaylistText(const StreamState& state, const Text& address);
 
 }  // namespace stream

@@ -10,20 +10,20 @@
 
 namespace stream {
 
-/// One entry of a playlist; a part that the walk did not meet is empty.
+/// One entry of a playlist; a part that the walk did not find is empty.
 struct PlaylistEntry {
   Text address;
   Text title;
 };
 
-/// The PLS lines that `response` (trimmed of blanks) stands for; nothing when it is no playlist. PLS text
-/// is kept as it is, a bare address becomes a playlist of one entry, extended M3U is converted. Lines end
-/// in CR LF exactly; bare line feeds belong to their line.
-/// Public references: PLS is an INI text with the keys NumberOfEntries, FileN, TitleN, LengthN, Version;
-/// extended M3U pairs an "#EXTINF:seconds,title" line with the address line after it.
+/// The PLS lines that `response` (trimmed of blanks) represents; nothing when it is not a playlist. PLS text
+/// is kept as it is, a bare address becomes a playlist of one entry, extended M3U is converted. Lines end in
+/// CR LF exactly; bare line feeds belong to their line. Public references: PLS is an INI text with the keys
+/// NumberOfEntries, FileN, TitleN, LengthN, Version; extended M3U pairs an "#EXTINF:seconds,title" line with
+/// the address line after it.
 std::optional<std::vector<Text>> PlaylistLinesFromResponse(TextView response);
 
-/// The number that the first "NumberOfEntries" line announces; 0 when there is none or it is no number.
+/// The number that the first "NumberOfEntries" line announces; 0 when there is none or it is not a number.
 std::int32_t AnnouncedEntries(const std::vector<Text>& lines);
 
 /// The entry number `index` (from 0), both parts empty when it is outside the announced number. The walk

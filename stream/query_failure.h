@@ -1,5 +1,5 @@
 #pragma once
-// Why a header query gave no headers. Not for telling the user; the words are the window's.
+// Why a header query gave no headers. Not for reporting it to the user; the window has the words.
 
 #include <cstdint>
 
@@ -13,9 +13,9 @@ struct QueryFailure {
     kNoAnswer,     ///< the server, or its host, was silent until the time was up, or cannot be reached
     kUnknownHost,  ///< no host of this name is known
     kRefused,      ///< nobody listens on the port
-    kGivenUp,      ///< the wait was ended before its time, for the user wants something else
+    kGivenUp,      ///< the wait was ended early, because the user wants something else
     kHttpStatus,   ///< the server answered with another status than 200: see `http_status`
-    kOther         ///< anything else: no address of a server, a certificate, a cut answer ...
+    kOther         ///< anything else: not a server's address, a certificate, a cut answer ...
   };
 
   Kind kind = Kind::kNone;

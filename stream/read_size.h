@@ -20,7 +20,7 @@ class ReadSize {
       : largest_(writes == RecordOptions::Writes::kUsual ? kUsual : kLargest) {}
 
   [[nodiscard]] std::size_t Largest() const { return largest_; }
-  /// Of the next read.
+  /// The size of the next read.
   [[nodiscard]] std::size_t Next() const { return next_; }
   /// The read of that size brought `count` bytes.
   void Came(std::size_t count) { next_ = count < next_ ? kUsual : std::min(next_ * 2, largest_); }

@@ -1,5 +1,5 @@
 #pragma once
-// What the holder of a stream client may ask of its recorders beyond their usual rules.
+// What the owner of a stream client may ask of its recorders beyond their usual rules.
 // Not for where the files go (clsFunkhaus::Options).
 
 #include "app/text/text.h"
@@ -8,7 +8,7 @@ namespace stream {
 
 using app::Text;
 
-/// Made without a choice it says the recorders' usual rules.
+/// The defaults are the recorders' usual rules.
 struct RecordOptions {
   /// How the bytes of a stream get into the files.
   enum class Writes {

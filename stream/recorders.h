@@ -13,13 +13,13 @@ namespace stream {
 /// Both end when the stop flag is set, silently and at once when the stream cannot be opened, and when a
 /// file cannot be opened or written any more; what was written stays. `folder` receives the files.
 
-/// Everything goes into one file, "record" and the extension, unless `options` name it. Every read that
+/// Everything goes into one file, "record" and the extension, unless `options` names it. Every read that
 /// brings bytes appends the whole 512-byte buffer, stale bytes of earlier reads included, unless `options`
-/// say otherwise.
+/// says otherwise.
 void RecordPlain(StreamState& state, const Text& folder, const Text& extension,
                  const RecordOptions& options = {});
 
-/// Told at every block that is not empty: title, web address, the block without line feeds.
+/// Called at every block that is not empty: title, web address, the block without line feeds.
 using CurrentPlaying =
     std::function<void(const Text& sStreamTitle, const Text& sStreamUrl, const Text& sStreamMetaDataRaw)>;
 

@@ -16,15 +16,15 @@ namespace stream {
 
 /// How long the client waits for a server.
 enum class Patience : std::uint8_t {
-  kOfAWindow,    ///< briefly, for the window takes no input meanwhile; silent addresses are remembered
-  kOfARecording  ///< as long as the internet library does, and every time anew
+  kOfAWindow,    ///< briefly, because the window takes no input meanwhile; silent addresses are remembered
+  kOfARecording  ///< as long as the internet library does, every time
 };
 
-/// The two questions of which each is waited for, and remembered, by itself: many a server answers one
-/// connection and leaves the next one waiting.
+/// The two queries, each waited for and remembered separately: many a server answers one connection and
+/// leaves the next one waiting.
 enum class Question : std::uint8_t { kHeaders, kTitle };
 
-/// How long an address that was silent is waited for when the user wants it once more.
+/// How long to wait for an address that was silent when the user wants it once more.
 enum class Wait : std::uint8_t { kFull, kBrief };
 
 /// An address that has failed to answer in time fails at once for the next 10 seconds, after each further
@@ -35,16 +35,16 @@ class SilentAddresses {
  public:
   static constexpr std::uint32_t kFullWait = 3000;   ///< milliseconds, for an address that has answered last
   static constexpr std::uint32_t kBriefWait = 1250;  ///< milliseconds, for one that was silent last
-  /// A failure that came sooner (in seconds) is no silence: it may well be found out again. Nor is a wait
-  /// that was given up.
+  /// A failure that came sooner (in seconds) is not silence: the address may as well be asked again. Nor is a
+  /// wait that was given up.
   static constexpr double kSoon = 0.25;
-  /// Of more addresses the one whose latest silence is the oldest is forgotten.
+  /// Beyond this number, the address whose latest silence is the oldest is forgotten.
   static constexpr std::size_t kMost = 256;
 
   explicit SilentAddresses(platform::Clock& clock, Patience patience = Patience::kOfAWindow)
       : clock_(clock), patience_(patience) {}
 
-  /// A question that is about to be asked.
+  /// A query that is about to be sent.
   struct Attempt {
     std::uint32_t milliseconds = 0;  ///< the longest wait; 0: the internet library's own
     double began = 0;                ///< on the clock of the day
@@ -54,10 +54,10 @@ class SilentAddresses {
   void Answered(Question question, TextView address);
   void Failed(Question question, TextView address, const Attempt& attempt, QueryFailure failure);
 
-  /// The user wants the address: each question may be asked once more, however silent it was.
+  /// The user wants the address: each query may be sent once more, however silent it was.
   void TryAgain(TextView address, Wait wait);
 
-  /// Whether Begin would refuse to have the headers asked for.
+  /// Whether Begin would refuse a query for the headers.
   [[nodiscard]] bool IsSilent(TextView address) const;
   /// Of the latest silence of the headers; kNone when it is not remembered.
   [[nodiscard]] QueryFailure FailureOf(TextView address) const;
@@ -80,7 +80,7 @@ class SilentAddresses {
 
   [[nodiscard]] const Entry* Find(TextView address) const;
   [[nodiscard]] Entry* Find(TextView address);
-  /// The entry as it is, or a new one, without a place in the list.
+  /// The entry as it is, or a new one, taken out of the list.
   Entry Take(TextView address);
   [[nodiscard]] bool IsRunning(const Silence& silence) const;
   [[nodiscard]] double SecondsSince(double began) const;

@@ -9,7 +9,7 @@
 
 namespace stream {
 
-/// The internet library's open flags for an address: no cache for "http://", and secure besides for
+/// The internet library's open flags for an address: no cache for "http://", and additionally secure for
 /// "https://" (prefixes in any case). Nothing for an address with neither prefix.
 std::optional<std::uint32_t> OpenFlagsOf(TextView address);
 
@@ -21,9 +21,9 @@ struct QueryTarget {
   std::uint32_t flags = 0;
 };
 
-/// Takes an address apart for the header query. Only lower-case schemes are removed, wherever they stand.
-/// Without a "/" the path is everything after the scheme, and without a ":" too there is no host.
-/// Nothing when the port is no number or does not fit into 16 bits.
+/// Takes an address apart for the header query. Only lower-case schemes are removed, wherever they are.
+/// Without a "/" the path is everything after the scheme, and without a ":" too there is no host. Nothing
+/// when the port is not a number or does not fit into 16 bits.
 std::optional<QueryTarget> QueryTargetOf(TextView address);
 
 }  // namespace stream

@@ -1,5 +1,5 @@
 #pragma once
-// What clsFunkhaus remembers, in a place that outlives it while one of its calls still runs.
+// What clsFunkhaus remembers, in an object that outlives it while one of its calls still runs.
 // Not for what a single call keeps: that is local to the call, because calls nest.
 
 #include <cstdint>
@@ -18,7 +18,7 @@
 
 namespace stream {
 
-/// What the stream client asks of the system. All of it outlives the client and its running calls.
+/// What the stream client needs from the system. All of it outlives the client and its running calls.
 struct Ports {
   platform::Internet& internet;
   platform::XmlHttpRequests& xml_http_requests;
@@ -43,8 +43,8 @@ struct StreamState {
   SilentAddresses silent_addresses;
   /// Ends a recording and GetActiveMeta after their current read.
   bool stop_flag = false;
-  /// Ends the timed readers and a playlist fetch after their current look. No operation sets it; it is
-  /// set only when the owner has let go of the client.
+  /// Ends the timed readers and a playlist fetch after their current look. No operation sets it; it is set
+  /// only when the owner has released the client.
   bool abort_flag = false;
 };
 

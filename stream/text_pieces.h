@@ -1,5 +1,5 @@
 #pragma once
-// Small pure operations on text that the stream client's rules are written with.
+// Small pure operations on text for the stream client's rules.
 // Not for letters outside ASCII: the keywords compared here are all ASCII. Trimming, splitting, joining:
 // app/text/text_helpers.h.
 

@@ -1,5 +1,5 @@
 #pragma once
-// The information panel: the title being sent, what the stream says of itself, the station's picture.
+// The information panel: the title being sent, what the stream says about itself, the station's picture.
 // Not where title and information come from (ui/now_playing.h, ui/playback_control.h).
 
 #include "controls/captioned.h"
@@ -9,7 +9,7 @@
 
 namespace ui {
 
-/// The only one that touches its controls.
+/// The only class that touches its controls.
 class InformationPanel {
  public:
   struct Parts {
@@ -24,15 +24,15 @@ class InformationPanel {
 
   /// The current station sends this title: the panel is shown.
   void ShowTitle(platform::Text title);
-  /// The current station sends no title: "Keine Info!". A panel that is hidden stays so.
+  /// The current station sends no title: "Keine Info!". A hidden panel stays hidden.
   void ShowNoTitle();
   /// A station was selected: with a picture the panel is shown; without one it stays as it is, and nothing of
-  /// the station before stands in it. What the earlier stream said of itself is gone in any case.
+  /// the previous station remains in it. What the earlier stream said about itself is cleared in any case.
   void ShowSelected(const platform::Text& station);
-  /// The station's stream is open and says this of itself: the panel is shown, with the station's picture or,
-  /// when it has none, with the one that stands there.
+  /// The station's stream is open and says this about itself: the panel is shown, with the station's picture
+  /// or, when it has none, with the current one.
   void ShowOpened(const platform::Text& station, platform::Text information);
-  /// Nothing plays any more: the panel is hidden, and what the stream said of itself is gone.
+  /// Nothing plays any more: the panel is hidden, and what the stream said about itself is cleared.
   void ShowStopped();
 
   void CmdInfoClose_Click();  ///< hides the panel

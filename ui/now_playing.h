@@ -36,8 +36,8 @@ class NowPlaying {
   NowPlaying(Parts parts, Ports ports, InformationPanel& panel, const app::WindowState& state,
              const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus, const app::Life& window);
 
-  /// Fetches the current station's title into the information panel. It waits while the window goes on; a
-  /// fetch that begins meanwhile wins, and the earlier one ends unseen.
+  /// Fetches the current station's title into the information panel. It waits while the window keeps working;
+  /// a fetch that begins meanwhile wins, and the earlier one ends without being shown.
   void CheckAktuellerSong();
   void Timer2_Timer();           ///< fetches as well; what comes after the timer was stopped is not shown
   void Command3_Click();         ///< lists the titles of all rows of the visible list, until Escape
@@ -52,8 +52,8 @@ class NowPlaying {
   };
   RunState FetchRowTitle(controls::ListView& list, controls::RowId row);
   void FetchTitle(Occasion occasion);
-  /// An interval that is no number cannot be read with: it gives no title. A window that closes meanwhile
-  /// releases the client inside this call, which then ends by itself.
+  /// An interval that is not a number gives no title. A window that closes meanwhile releases the client
+  /// inside this call, which then ends by itself.
   [[nodiscard]] platform::Text ReadTitle(const platform::Text& interval);
   [[nodiscard]] platform::Text RepairTitle(const platform::Text& title) const;
 

@@ -51,7 +51,7 @@ class PlaybackControl {
     platform::SystemMessages& system_messages;
   };
 
-  /// Where it shows what happens, beside its own controls.
+  /// Where it shows what happens, besides its own controls.
   struct Reports {
     InformationPanel& panel;
     StatusLine& status_line;
@@ -59,7 +59,7 @@ class PlaybackControl {
   };
 
   struct Actions {
-    /// What a change of the selection does: works out the selected row's details again.
+    /// As after a change of the selection: resolves the selected row's details again.
     std::function<void()> show_station_details;
   };
 
@@ -70,7 +70,7 @@ class PlaybackControl {
                   const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus, Reports reports, Actions actions,
                   const app::Life& window);
 
-  void Command1_Click();  ///< Start: works stale details out first
+  void Command1_Click();  ///< Start: resolves stale details first
   void Command2_Click();  ///< opens a station directory
   void Command6_Click();  ///< Stop
   void Command7_Click();  ///< opens the volume mixer
@@ -80,8 +80,8 @@ class PlaybackControl {
   void tmPlay_Timer();  ///< position, and what the mixer was set to
   void Timer1_Timer();  ///< peak bars
 
-  /// Opens `sLink` and shows what it offers; with `bStart` it starts to sound. Whatever fails ends the rest
-  /// of the routine.
+  /// Opens `sLink` and shows what it offers; with `bStart` it starts to sound. Any failure ends the rest of
+  /// the routine.
   void PlayStation(bool bStart, const platform::Text& sLink);
 
   void cPlayer_MediaFileIsReady(bool IsReady);
@@ -95,15 +95,15 @@ class PlaybackControl {
   StartState RefreshSelection();
   StartState WorkOutAgain();
   void ShowServiceValues(player::clsMFPlayer& player);
-  /// The slider and the mute box take what the user has set in the desktop's mixer, and write nothing back;
+  /// The slider and the mute box show what the user has set in the desktop's mixer, and write nothing back;
   /// without an answer they stay as they are.
   void FollowMixer(player::clsMFPlayer& player);
-  /// What the stream says of itself, a line per name. Nothing when a name that was announced is missing.
+  /// What the stream says about itself, a line per name. Nothing when a name that was announced is missing.
   [[nodiscard]] std::optional<platform::Text> InformationText(player::clsMFPlayer& player) const;
   void HideBar(controls::ProgressBar& bar);
   /// Position and bars disappear.
   void ClearDisplay();
-  /// After an opening that was given up: the item before it was closed, and nobody asks for titles.
+  /// After an opening that was given up: the previous item is closed, and titles are not fetched any more.
   void ShowNothingPlaying();
   [[nodiscard]] platform::Text PositionText(player::clsMFPlayer& player) const;
 

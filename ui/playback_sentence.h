@@ -1,5 +1,5 @@
 #pragma once
-// The sentence for how playing stands, and its arguments. Not when it is shown (ui/status_line.h).
+// The sentence for the state of playing, and its arguments. Not when it is shown (ui/status_line.h).
 
 #include <vector>
 

@@ -1,5 +1,5 @@
 #pragma once
-// The mark of the row that is being played, in both lists, whatever happens to the rows meanwhile.
+// Marks the row that is being played, in both lists, whatever happens to the rows meanwhile.
 // Not playing (ui/playback_control.h), and not how a mark looks.
 
 #include <array>
@@ -14,8 +14,8 @@
 namespace ui {
 
 /// Follows one station through both lists: by its row as long as that exists, and by name and link once the
-/// rows were loaded anew. A name or link that is edited meanwhile is the station's from then on. Of rows with
-/// the same name and link, which are the same station, a loading takes the first one.
+/// rows were loaded again. A name or link that is edited meanwhile becomes the station's. Of rows with the
+/// same name and link, which are the same station, the first one is used after a load.
 class FollowedStation {
  public:
   explicit FollowedStation(app::ListPair lists) : places_{{{&lists.full}, {&lists.filtered}}} {}
@@ -23,7 +23,7 @@ class FollowedStation {
   /// Follows the station of this row from now on.
   void Take(const controls::ListView& list, controls::RowId row);
 
-  /// `count` rows stand in the list from `first` on that were not there before.
+  /// `count` rows from `first` on are new in the list.
   void TakeNewRows(const controls::ListView& list, std::size_t first, std::size_t count);
   void TakeChangedRow(const controls::ListView& list, std::size_t position);
 
@@ -36,11 +36,11 @@ class FollowedStation {
     platform::Text link;
     friend bool operator==(const Station&, const Station&) = default;
   };
-  /// Where the station stands in one list.
+  /// Where the station is in one list.
   struct Place {
     controls::ListView* list;
     controls::RowId row = controls::RowId::kNone;
-    Station seen{};  ///< what the row was when it was looked at last
+    Station seen{};  ///< the row's contents when last looked at
     controls::RowId marked = controls::RowId::kNone;
   };
 
@@ -64,11 +64,11 @@ class PlayingMark {
   void Opening();
   /// What was being opened plays from now on.
   void Playing();
-  /// What was being opened does not come to play. Does nothing when it plays already.
+  /// What was being opened will not play. Does nothing when it plays already.
   void GivenUp();
   void Stopped();
 
-  /// Looks how playing stands; to be called regularly while something plays.
+  /// Checks the state of playing; to be called regularly while something plays.
   void Follow();
 
  private:

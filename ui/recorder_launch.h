@@ -28,7 +28,7 @@ class RecorderLaunch {
     platform::Shell& shell;
   };
 
-  /// The window that the tool is started from, as the shell knows it.
+  /// The window that the tool is started from, by the shell's number for it.
   static constexpr std::uint32_t kMainWindow = 1;
 
   /// Once the life of `window` has ended the tool is not started any more.
@@ -36,9 +36,9 @@ class RecorderLaunch {
                  const app::Life& window)
       : parts_(parts), ports_(ports), state_(state), notices_(notices), window_(window) {}
 
-  /// Command8(5): copies the number field into the selected row and starts "OZRecordFunkhaus.exe" of the
-  /// program folder with the row's link, as it stands. Without a selected row it says so and starts the
-  /// tool without a link. When nothing could be started, the status line says so.
+  /// Command8(5): copies the number field into the selected row and starts "OZRecordFunkhaus.exe" in the
+  /// program folder with the row's link, unchanged. Without a selected row it shows a message and starts the
+  /// tool without a link. When nothing could be started, the status line reports it.
   void Launch();
 
  private:

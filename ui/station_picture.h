@@ -24,8 +24,8 @@ class StationPicture {
   /// True when the station has a picture file.
   [[nodiscard]] bool Exists(const platform::Text& station_name) const;
 
-  /// Decodes the station's picture. On failure the handle is kNone and what was loaded before stays.
-  /// The handle is good until the next successful Load or Clear.
+  /// Decodes the station's picture. On failure the handle is kNone and the previous picture stays loaded. The
+  /// handle is valid until the next successful Load or Clear.
   platform::LoadedPicture Load(const platform::Text& station_name);
 
   void Clear();

@@ -1,5 +1,5 @@
 #pragma once
-// The status line: what playing does now, and what a feature has to say in one sentence.
+// The status line: what playing does now, and one-sentence notices from features.
 // Not the message boxes, and not the causes themselves (ports/playback_monitor.h).
 
 #include <cstdint>
@@ -15,19 +15,19 @@
 
 namespace ui {
 
-/// Empty until the first start or notice. From a start on the line follows playing, whenever it is asked to
-/// Follow, until a stop, a failure or the end; that last sentence stays.
+/// Empty until the first start or notice. From a start on, each Follow shows the state of playing, until a
+/// stop, a failure or the end; that last sentence stays.
 ///
-/// A notice is shown at once and stays until playing is in another state than it was, which is not shown
-/// before the notice could be read; only a new failure is shown at once. A start or a stop ends a notice.
-/// A selection's silent server is named while nothing plays, and does not disturb what does.
+/// A notice is shown at once and stays until the state of playing changes; the new state waits until the
+/// notice could be read, except for a failure, which is shown at once. A start or a stop ends a notice. A
+/// selected station's silent server is reported only while nothing plays.
 class StatusLine final : public app::Notices {
  public:
   struct Ports {
     const platform::PlaybackMonitor& monitor;
     platform::Clock& clock;
   };
-  /// How long a notice can be read at least.
+  /// The least time, in seconds, for which a notice is shown.
   static constexpr std::int64_t kReadableSeconds = 5;
 
   StatusLine(controls::Label& label, const app::Language& language, Ports ports)
@@ -36,18 +36,18 @@ class StatusLine final : public app::Notices {
   using Notices::Notify;
   void Notify(platform::TextView sentence, const std::vector<platform::Text>& arguments) override;
 
-  /// The server of a selected station gave this answer when it was asked for its headers. Only what is no
-  /// answer at all is shown, and only while nothing plays; the next selection takes it away again.
+  /// The server of a selected station answered the header query with this. It is shown only when there was no
+  /// answer at all, and only while nothing plays; the next selection removes it.
   void Selected(const platform::Text& station, const stream::QueryFailure& failure);
-  /// A start works out first which address it is.
+  /// A start first resolves its address.
   void Resolving();
   /// `station` is about to be opened.
   void Starting(const platform::Text& station);
-  /// Shows how playing stands; nothing when nothing was started since the last stop.
+  /// Shows the state of playing; nothing when nothing was started since the last stop.
   void Follow();
-  /// The user pressed Stop. What is paused goes on; what has failed or ended by itself stays so.
+  /// The user pressed Stop. What is paused continues to be shown; what has failed or ended by itself stays.
   void Stopped();
-  /// A start did not come to play, although nothing failed that the monitor knows.
+  /// A start did not lead to playing, although the monitor knows of no failure.
   void NotPlayable();
 
  private:
@@ -62,9 +62,9 @@ class StatusLine final : public app::Notices {
   Phase phase_ = Phase::kIdle;
   platform::Text station_;
   platform::PlaybackStatus shown_;          // what was shown of playing last
-  bool is_current_ = false;                 // the caption says that, and not something else
-  bool is_of_selection_ = false;            // the caption says what became of a selection
-  std::optional<std::int64_t> noticed_at_;  // a notice stands there since then
+  bool is_current_ = false;                 // the caption shows that
+  bool is_of_selection_ = false;            // the caption is about a selection
+  std::optional<std::int64_t> noticed_at_;  // when the current notice was shown
 };
 
 }  // namespace ui

@@ -22,14 +22,14 @@
 
 namespace window {
 
-/// Each is given only features that stand above it.
+/// Each feature is given only features declared above it.
 struct Catalogue {
-  /// What the catalogue starts elsewhere.
+  /// What the catalogue triggers in other features.
   struct Actions {
     std::function<void()> show_station_details;  ///< of the selected row
     std::function<void()> start_playing;         ///< as the Start button
     std::function<void()> launch_recorder;       ///< for the selected row
-    /// With that link in its field; returns when the dialog is closed.
+    /// With this link in its field; returns when the dialog is closed.
     std::function<void(const platform::Text&)> show_new_station_dialog;
   };
 

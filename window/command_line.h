@@ -1,5 +1,5 @@
 #pragma once
-// What the program is asked to do by the words behind its name. Not for doing it.
+// What the program is asked to do by its command-line arguments. Not for doing it.
 
 #include <cstddef>
 #include <span>
@@ -8,7 +8,7 @@
 
 namespace window {
 
-/// Longest argument, in bytes; no path and no usable address is as long.
+/// Longest argument, in bytes; no path and no usable address is that long.
 inline constexpr std::size_t kLongestArgument = 32'768;
 
 struct CommandLine {
@@ -23,12 +23,12 @@ struct CommandLine {
   std::string problem;
 };
 
-/// At most one word; behind "--" one that begins with "-" too. "-session" and its value, by which a session
-/// manager starts the program again, are passed over: they are the toolkit's. Of several wishes the first
-/// one that is no kRun counts.
+/// At most one word; after "--" also one that begins with "-". "-session" and its value, with which a session
+/// manager restarts the program, are skipped: they are for the toolkit. Of several requests the first one
+/// that is not kRun counts.
 [[nodiscard]] CommandLine ReadCommandLine(std::span<const char* const> words);
 
-/// How the program is called, in German, several lines of UTF-8.
+/// How to call the program, in German, several lines of UTF-8.
 [[nodiscard]] std::string_view Usage();
 
 }  // namespace window

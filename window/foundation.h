@@ -1,5 +1,5 @@
 #pragma once
-// What the features of the main window are built over and share. Not a feature.
+// What the features of the main window are built on and share. Not a feature.
 
 #include "app/forms/form1.h"
 #include "app/settings/ini_procedures.h"

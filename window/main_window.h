@@ -1,6 +1,6 @@
 #pragma once
-// The main window as a whole: what it is made of, start-up and shut-down. Not any feature's behaviour, and
-// not a widget.
+// The main window as a whole: its parts, start-up and shut-down. Not any feature's behaviour, and not a
+// widget.
 
 #include <functional>
 #include <memory>
@@ -13,9 +13,9 @@
 
 namespace window {
 
-/// Its life: constructed (settings folder known), Load (unsaved rows of an unasked end put back, lists
-/// filled, view restored, texts translated), closed through app::Form1's form (save offered, view written,
-/// objects released), destroyed (image list gone).
+/// Its life: constructed (settings folder known), Load (unsaved rows put back, lists filled, view restored,
+/// texts translated), closed through app::Form1's form (save offered, view written, objects released),
+/// destroyed (image list gone).
 class MainWindow {
  public:
   /// `show_modal` shows the new-station dialog until its form is closed.

@@ -1,5 +1,5 @@
 #pragma once
-// Everything the main window asks of the system. Not an answer to any of it.
+// Everything the main window needs from the system. Not an implementation of any of it.
 
 #include "ports/clipboard.h"
 #include "ports/clock.h"

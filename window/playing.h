@@ -1,5 +1,5 @@
 #pragma once
-// Builds the way from a selected row to sound, and connects its features. Not any feature's behaviour, and
+// Builds the path from a selected row to sound, and connects its features. Not any feature's behaviour, and
 // not the catalogue (window/catalogue.h).
 
 #include <memory>
@@ -17,7 +17,7 @@
 
 namespace window {
 
-/// Each is given only features that stand above it.
+/// Each feature is given only features declared above it.
 struct Playing {
   /// The two pointers are the owner's; both are empty while the window is not loaded.
   Playing(const Foundation& base, const std::shared_ptr<stream::clsFunkhaus>& cFunkhaus,
