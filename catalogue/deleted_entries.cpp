@@ -26,7 +26,7 @@ bool HaveSameLines(const std::optional<ProfileSection>& one, const std::optional
   return one ? other && one->lines == other->lines : !other;
 }
 
-/// Of the row, and of its section in the file.
+/// The name of the row, and of its section in the file.
 const Text& NameOf(const DeletedEntry& entry) {
   return (entry.view ? *entry.view : entry.full.front()).row.cells[app::kNameCell];
 }
@@ -72,7 +72,7 @@ DeletedEntry DeletedEntries::EntryOf(const ListView& list, RowId row, const std:
   return entry;
 }
 
-/// The rows that leave the full list with the next loading when that section is gone.
+/// The rows that leave the full list with the next load when that section is gone.
 std::vector<DeletedEntry::Row> DeletedEntries::RowsThatStandFor(const Text& name) const {
   std::vector<DeletedEntry::Row> rows;
   for (UnsavedRow& row : unsaved_.All()) {
@@ -109,7 +109,7 @@ void DeletedEntries::Drop() {
   UndoDelete_.SetEnabled(!entries_.empty());
 }
 
-/// A row that was imported into a filter view would have gone with that view.
+/// A row that was imported into a filter view would have disappeared with that view.
 bool DeletedEntries::HasAPlace(const DeletedEntry& entry) const {
   return !entry.full.empty() || IsInFile(entry) || IsOfThisView(entry);
 }

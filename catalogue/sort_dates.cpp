@@ -12,7 +12,7 @@ namespace {
 
 using platform::TextView;
 
-/// The text in ASCII without blanks round it; what is not ASCII becomes "?" and so fails to parse.
+/// The text in ASCII without blanks around it; what is not ASCII becomes "?" and so fails to parse.
 std::string Ascii(TextView text) {
   std::string ascii;
   for (const char16_t unit : text) ascii.push_back(unit < 0x80 ? static_cast<char>(unit) : '?');
@@ -21,7 +21,7 @@ std::string Ascii(TextView text) {
   return ascii.substr(first, ascii.find_last_not_of(' ') - first + 1);
 }
 
-/// Reads numbers separated by the characters of `separators`; nothing when the text has another form.
+/// Reads numbers separated by the characters of `separators`; nothing when the text has a different form.
 template <std::size_t Count>
 std::optional<std::array<std::int32_t, Count>> Numbers(std::string_view text, char separator) {
   std::array<std::int32_t, Count> numbers{};
@@ -37,7 +37,7 @@ std::optional<std::array<std::int32_t, Count>> Numbers(std::string_view text, ch
   return numbers;
 }
 
-/// Days since the year 0 of the Gregorian calendar carried backwards; only differences matter.
+/// Days since the year 0 of the Gregorian calendar extended backwards; only differences matter.
 std::optional<double> Days(std::int32_t year, std::int32_t month, std::int32_t day) {
   if (year > 9999 || month < 1 || month > 12 || day < 1 || day > 31) return std::nullopt;
   const std::int32_t shifted_year = month > 2 ? year : year - 1;

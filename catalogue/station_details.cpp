@@ -40,7 +40,7 @@ void StationDetails::ShowStationDetails() {
   const Text& name = worked_out.cells[app::kNameCell];
   const Text& link = worked_out.cells[app::kLinkCell];
   state_.current_station_name = name;
-  // Until a playlist says otherwise; a Start that comes meanwhile works it out again.
+  // Until a playlist says otherwise; a Start that comes meanwhile resolves it again.
   state_.current_stream_address = link;
   actions_.take_row(list, row);
 
@@ -63,7 +63,7 @@ void StationDetails::ShowStationDetails() {
 }
 
 stream::QueryFailure StationDetails::FailureOf(const Text& address) const {
-  // No server is asked for the empty address, and another fetch may have asked another one since.
+  // The empty address is not queried, and another fetch may have queried another server since.
   const bool asked = cFunkhaus && !address.empty() && cFunkhaus->StreamUrl() == app::Trim(address);
   return asked ? cFunkhaus->LastQueryFailure() : stream::QueryFailure{};
 }

@@ -53,7 +53,7 @@ void StationEditor::TakeOverField(const app::StationField& field) {
     return;
   }
   const Text value = parts_.fields.Edited({}).*field.value;
-  // The genre has no part in the details; a link or number that stays the same changes none of them.
+  // The genre is not part of the details; a link or number that stays the same changes none of them.
   const bool changes_details = field.cell != app::kGenreCell && list.Cell(row, field.cell) != value;
   writer_.WriteField(list, row, field, value);
   if (changes_details) DetailsWereEdited();

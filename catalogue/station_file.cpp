@@ -54,7 +54,7 @@ Text StationFile::ReadField(const Text& name, const StationField& field) const {
 }
 
 std::optional<Text> StationFile::FindField(const Text& name, const StationField& field) const {
-  // No value of an INI file holds a line end.
+  // No value of an INI file contains a line end.
   const Text absent = u"\n";
   Text value = ini_.ReadIni(name, field.key, absent, settings_.StationFileName);
   if (value == absent) return std::nullopt;

@@ -84,14 +84,15 @@ void StationViews::ShowAll(Selection selection) {
   store_.LoadStations(u"");
   UncheckBoth();
   parts_.Frame2.SetCaption(u"Gespeicherte Radiostationen");
-  // The full list is the active one before a row of it is selected: what the selection starts acts on it.
+  // The full list must be the active one before a row of it is selected: what the selection triggers acts on
+  // it.
   parts_.lists.filtered.SetVisible(false);
   parts_.lists.full.SetVisible(true);
   parts_.CommandButton1.SetVisible(true);
   parts_.CommandButton2.SetVisible(true);
   if (selection == Selection::kRemembered) station_lists_.RestoreListindex();
-  // The selection fetches a title, and the window goes on meanwhile: a click on a box did nothing then, so
-  // that its mark must not stay either.
+  // The selection fetches a title while the window keeps working: a click on a box did nothing then, so its
+  // mark must not stay either.
   UncheckBoth();
 }
 

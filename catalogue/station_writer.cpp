@@ -78,7 +78,7 @@ void StationWriter::UpdateStation(ListView& list, RowId row, const Station& stat
   unsaved_.StationWritten(station.name, row);
 }
 
-/// A station that a filter view wrote under a name that the file cannot list would be gone with that view.
+/// A station that a filter view wrote under a name that the file cannot list would be lost with that view.
 void StationWriter::KeepUnlisted(const ListView& list, RowId row, const Station& station) {
   if (IsFull(list) || !unsaved_.AreOneSection(station.name, u"")) return;
   const RowId kept = lists_.full.AddRow(CopyOf(list, row));
@@ -101,14 +101,14 @@ void StationWriter::DeleteStation(ListView& list, RowId row) {
   unsaved_.Remove(row);
 }
 
-/// A section was deleted for a row of the full list; the file may hold another one of that name.
+/// A section was deleted for a row of the full list; the file may contain another one of that name.
 void StationWriter::SectionIsDeleted(const Text& name, RowId row) {
   if (file_.Contains(name)) return;
   if (unsaved_.StationDeleted(name, row)) settings_.CatalogueChanged = true;
 }
 
-/// The sections could not be deleted: unless the file holds nothing of it, the row comes back when the list
-/// is loaded again.
+/// The sections could not be deleted: unless the file contains nothing of the row, it comes back when the
+/// list is loaded again.
 void StationWriter::RemoveRowOnly(ListView& list, RowId row, DeletedEntry entry) {
   notices_.Notify(app::sentences::kNotDeleted, {app::ReadablePath(file_.Path())});
   const bool is_in_no_file = IsFull(list) && unsaved_.Contains(row) && unsaved_.PartOf(row).sections.empty();
@@ -151,7 +151,7 @@ void StationWriter::KeepField(const ListView& list, RowId row, const StationFiel
   unsaved_.CellNotWritten(kept, field.cell);
 }
 
-/// A station that has a section could not be written anew.
+/// A station that has a section could not be rewritten.
 void StationWriter::KeepStation(ListView& list, RowId row, const Text& old_name, const Station& station) {
   SetCells(list, row, station, Number::kShown);
   const RowId kept = IsFull(list) ? row : CarryOver(list, row, old_name);
@@ -163,8 +163,8 @@ void StationWriter::KeepStation(ListView& list, RowId row, const Text& old_name,
   unsaved_.StationNotWritten(kept, old_name);
 }
 
-/// The row of the full list that stands for a filter view's station of that name: made, if the list was
-/// emptied, kNone when the file holds no such station.
+/// The full list's row for a filter view's station of that name: created if the list was emptied, kNone when
+/// the file has no such station.
 RowId StationWriter::CarryOver(const ListView& view, RowId row, const Text& name) {
   const RowId known = unsaved_.RowOfAnyList(name);
   if (known != RowId::kNone || !file_.Contains(name)) return known;
@@ -185,7 +185,7 @@ void StationWriter::ReportFailure() {
   notices_.Notify(app::sentences::kNotWritten, {app::ReadablePath(file_.Path())});
 }
 
-/// A change is in no file yet.
+/// A change is not in any file yet.
 void StationWriter::ReportUnsaved() {
   ReportFailure();
   settings_.CatalogueChanged = true;

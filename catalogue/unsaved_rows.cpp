@@ -15,7 +15,7 @@ using platform::TextView;
 
 namespace {
 
-/// Of a row that was saved and is so no longer: its section, with every cell in it, was its own.
+/// The part of a row that is no longer saved: it owned its section with every cell in it.
 PartInFile WholeStation(const Text& name) {
   PartInFile part;
   for (const app::StationField& field : app::kStationFields) part.cells.insert(field.cell);
@@ -103,7 +103,7 @@ PartInFile& UnsavedRows::MakeUnsaved(RowId row, PartInFile part) {
   return parts_[row];
 }
 
-/// Whatever saved row bears the name.
+/// Any saved row of that name.
 void UnsavedRows::MarkOverwritten(const Text& stored) {
   for (const ListRow& row : full_.Rows()) {
     if (!Contains(row.id) && IsNamed(row.id, stored)) overwritten_.insert(row.id);

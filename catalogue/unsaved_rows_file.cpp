@@ -18,7 +18,7 @@ namespace {
 constexpr std::string_view kEnd = "end ";
 constexpr std::size_t kChecksumDigits = 16;
 constexpr TextView kFormatName = u"Funkhausplayer unsaved rows ";
-/// A further field of a station makes the next version, because its lines are others. The first had four.
+/// Each further field of a station makes a new version, because the lines change. The first had four.
 constexpr std::int64_t kVersion = app::kStationFields.size() - 3;
 constexpr TextView kUnchangedLine = u"changed 0";
 constexpr TextView kChangedLine = u"changed 1";
@@ -108,7 +108,7 @@ std::optional<Text> Unescaped(TextView field) {
   return text;
 }
 
-/// What stands before the next `end`, which is taken away with it; everything when there is none.
+/// The text before the next `end`, which is removed with it; everything when there is none.
 TextView Next(TextView& rest, char16_t end) {
   const TextView piece = rest.substr(0, rest.find(end));
   rest.remove_prefix(std::min(rest.size(), piece.size() + 1));
@@ -153,7 +153,7 @@ std::optional<std::set<app::StationCell>> CellsOf(TextView digits) {
   return cells;
 }
 
-/// The fields behind the word "row"; `sections_left` is how many sections the file may name yet.
+/// The fields after the word "row"; `sections_left` is how many more sections the file may name.
 std::optional<UnsavedRow> RowOf(TextView line, std::size_t& sections_left) {
   const auto tabs = static_cast<std::size_t>(std::count(line.begin(), line.end(), u'\t'));
   if (tabs + 1 < kLeastFields || tabs + 1 - kLeastFields > sections_left) return std::nullopt;
@@ -181,7 +181,7 @@ std::optional<UnsavedRow> RowOf(TextView line, std::size_t& sections_left) {
   return unsaved;
 }
 
-/// The lines before the last one, when that one fits them.
+/// The lines before the last one, when its checksum matches them.
 std::optional<std::string_view> BodyOf(std::string_view bytes) {
   const std::size_t last_line = kEnd.size() + kChecksumDigits + 1;
   if (bytes.size() > kLongestUnsavedRowsFile || bytes.size() < last_line) return std::nullopt;

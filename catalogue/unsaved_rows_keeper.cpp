@@ -16,7 +16,7 @@ UnsavedRowsKeeper::UnsavedRowsKeeper(Ports ports, UnsavedRows& unsaved, controls
                                      controls::Timer& timer)
     : ports_(ports), unsaved_(unsaved), full_(full), icons_(icons), settings_(settings), timer_(timer) {
   timer_.SetInterval(kDelay);
-  // Writing the file touches nothing on which a wait for a server relies, and rows are entered before it.
+  // Writing the file touches nothing that a wait for a server relies on, and rows are entered before it.
   timer_.SetTicksWhilePainting(true);
   subscription_ = timer_.Ticked.Subscribe([this] { Write(); });
 }
@@ -57,8 +57,8 @@ void UnsavedRowsKeeper::Watch() {
   watching_ += full_.RowChanged.Subscribe([this](std::size_t index) {
     if (unsaved_.Contains(full_.RowAt(index))) Note();
   });
-  // The station file has just changed; the two must not contradict each other for longer than need be. What
-  // belongs to the same step, the flag above all, may follow.
+  // The station file has just changed; the two must not contradict each other for longer than necessary. The
+  // rest of the same step, above all the flag, may follow.
   watching_ += unsaved_.Changed.Subscribe([this] {
     Write();
     Note();

@@ -150,8 +150,8 @@ std::int32_t clsMFPlayer::PlayState() {
 }
 
 // The order matters to the framework: the session is stopped before its source shuts down, and shuts down
-// itself when nothing of it is held any more. Results of stopping and closing do not matter, and nobody
-// waits for the close to complete. An absent object takes no part.
+// itself when no part of it is in use any more. Results of stopping and closing do not matter, and nobody
+// waits for the close to complete. Absent objects are skipped.
 void clsMFPlayer::FreeMedia() {
   caller_.CallInterface(session_.Get(), platform::IMFMediaSession::Stop);
   caller_.CallInterface(session_.Get(), platform::IMFMediaSession::Close);

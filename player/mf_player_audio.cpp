@@ -11,7 +11,7 @@ namespace player {
 
 namespace {
 
-// A sound format counts its channels in 16 bits, so no meter has more; this bounds the memory of a call.
+// A sound format counts its channels in 16 bits, so no meter has more; this limits the memory of a call.
 constexpr std::int32_t kMostChannels = 65535;
 
 }  // namespace

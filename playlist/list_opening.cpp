@@ -79,8 +79,8 @@ void ListOpening::AddRows(const StationList& list) {
   full.AddRows(std::move(rows));
   full.EnsureVisible(full.RowAt(first));
   full.Select(full.RowAt(first));
-  // The selection asks a server. What was opened meanwhile has said its own, and a notice before it would be
-  // gone with the asking.
+  // The selection asks a server. What was opened meanwhile has given its own notice, and one given before the
+  // selection would be replaced during it.
   if (!opening.Wanted()) return;
   const auto count = static_cast<std::int64_t>(list.stations.size());
   notices_.Notify(list.is_cut ? app::sentences::kListCut : app::sentences::kImported,

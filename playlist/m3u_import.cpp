@@ -20,7 +20,7 @@ constexpr TextView kLinkPrefix = u"http";
 /// More rows than anybody looks through; a file made of nothing but tiny entries must not fill the memory.
 constexpr std::size_t kMostRows = 250'000;
 
-/// The text between the first two commas of a line, or behind its only one; nothing without a comma.
+/// The text between the first two commas of a line, or after its only one; nothing without a comma.
 std::optional<TextView> SecondPiece(TextView line) {
   const auto comma = line.find(u',');
   if (comma == TextView::npos) return std::nullopt;
@@ -28,7 +28,7 @@ std::optional<TextView> SecondPiece(TextView line) {
   return rest.substr(0, rest.find(u','));
 }
 
-/// What the lines of a file gave.
+/// The result of reading the lines of a file.
 struct Entries {
   std::vector<controls::ListRow> rows;
   bool comma_missing = false;  ///< in a "#EXTINF:" line, which ended the import

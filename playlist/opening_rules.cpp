@@ -14,7 +14,7 @@ using app::TextView;
 bool IsStationList(TextView path) {
   constexpr std::array kEndings = {TextView(u".m3u"), TextView(u".m3u8"), TextView(u".pls")};
   for (const TextView ending : kEndings) {
-    // A file that is called ".m3u" and no more has a name without an ending.
+    // A file that is called just ".m3u" has a name without an ending.
     const Text name = FileNameOf(path);
     if (name.size() <= ending.size()) continue;
     const TextView end = TextView(name).substr(name.size() - ending.size());

@@ -38,12 +38,12 @@ Text Decode(platform::TextConversion& conversion, std::string_view bytes) {
     return conversion.MultiByteToWideChar(CodePage::kUtf8, bytes.substr(kUtf8Mark.size()));
   }
   Text text = conversion.MultiByteToWideChar(CodePage::kUtf8, bytes);
-  // What was malformed does not come back as it was.
+  // Malformed input does not survive the round trip unchanged.
   if (conversion.WideCharToMultiByte(CodePage::kUtf8, text) == bytes) return text;
   return conversion.MultiByteToWideChar(CodePage::kAnsi, bytes);
 }
 
-/// Walks through the lines that are not blank, without what is blank at their ends.
+/// Walks through the lines that are not blank, without the blanks at their ends.
 class FilledLines {
  public:
   explicit FilledLines(TextView text) : rest_(text) {}
@@ -84,7 +84,7 @@ void Add(StationList& list, TextView name, TextView link) {
   list.stations.push_back({NameFrom(name, link), Text(link)});
 }
 
-/// What stands behind the first comma outside quotes; a quote that nobody closes is none.
+/// The text after the first comma outside quotes; an unclosed quote does not count.
 TextView BehindComma(TextView info) {
   std::size_t at = info.find_first_of(u",\"");
   while (at != TextView::npos && info[at] == u'"') {
@@ -119,7 +119,7 @@ struct PlsLine {
   TextView value;
 };
 
-/// The number that digits alone make, up to nine of them.
+/// The number that a text of up to nine digits represents.
 std::optional<std::uint32_t> NumberOf(TextView digits) {
   constexpr std::size_t kMostDigits = 9;
   if (digits.empty() || digits.size() > kMostDigits) return std::nullopt;
@@ -145,7 +145,7 @@ std::optional<PlsLine> PlsLineOf(TextView line) {
   return std::nullopt;
 }
 
-/// By the first line that is no comment; a list that lost its header counts too.
+/// Decided by the first line that is not a comment; a list that lost its header counts too.
 bool IsPls(TextView text) {
   FilledLines lines(text);
   while (const auto line = lines.Next()) {

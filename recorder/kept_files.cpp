@@ -17,7 +17,7 @@ namespace {
 constexpr int kLastNumber = 99'999;
 constexpr std::size_t kLongestMark = 8;  // " (99999)"
 
-// File managers and players pass over names that begin with a dot.
+// File managers and players skip names that begin with a dot.
 Text VisibleName(Text file_name) {
   if (file_name.starts_with(u'.')) file_name.front() = u'_';
   return file_name;

@@ -12,7 +12,7 @@ Text RecordingFolder(platform::Environment& environment) {
 
 bool MakeFolder(platform::Files& files, const Text& folder) {
   if (files.PathFileExistsW(folder)) return true;
-  // A level that exists already cannot be made, which is as good; the last look tells.
+  // A level that already exists cannot be created, which is fine; the final check decides.
   for (std::size_t end = folder.find(u'\\', 1); end != Text::npos; end = folder.find(u'\\', end + 1)) {
     files.CreateDirectoryW(folder.substr(0, end));
   }

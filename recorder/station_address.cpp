@@ -28,7 +28,7 @@ Text DecodedHeader(platform::TextConversion& conversion, const Text& value) {
   return app::Decoded(conversion, conversion.WideCharToMultiByte(CodePage::kAnsi, value));
 }
 
-// The value of a header that may be there twice or carry parameters.
+// The value of a header that may occur twice or have parameters.
 Text FirstValue(const Text& value) {
   return Text(app::Trim(TextView(value).substr(0, value.find_first_of(u",;"))));
 }
@@ -42,7 +42,8 @@ bool IsSound(TextView content_type) {
   return true;
 }
 
-// The address as the header query asks for it: it knows lower-case schemes only, and no host without a path.
+// The address in the form that the header query needs: it accepts only lower-case schemes, and no host
+// without a path.
 Text Askable(const Text& address) {
   if (!stream::OpenFlagsOf(address)) return address;
   const std::size_t host = address.find(u"://") + 3;
@@ -52,8 +53,7 @@ Text Askable(const Text& address) {
          (has_path ? u"" : u"/") + address.substr(host_end);
 }
 
-// Stations announce lengths too, for players that ask for one; what tells them from files is their own
-// headers.
+// Stations announce lengths too, for players that ask for one; their own headers distinguish them from files.
 bool IsFile(const stream::clsFunkhaus& cFunkhaus) {
   const std::vector<Text> lines = app::Split(cFunkhaus.GetStreamQueryInfoRawCrLf(), stream::kCrLf);
   const auto has = [&lines](TextView beginning) {
@@ -85,7 +85,7 @@ Text HostOf(const Text& address) {
   const TextView rest = whole.substr(scheme + 3);
   const TextView authority = rest.substr(0, rest.find_first_of(u"/?#"));
   const TextView host = authority.substr(authority.rfind(u'@') + 1);
-  // The colons of an IPv6 address stand in brackets.
+  // The colons of an IPv6 address are inside brackets.
   return Text(host.substr(0, host.find(u':', host.starts_with(u'[') ? host.find(u']') : 0)));
 }
 

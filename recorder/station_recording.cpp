@@ -17,7 +17,7 @@ namespace {
 
 constexpr bool IsClientError(int status) { return status >= 400 && status < 500; }
 
-// The server names the moment and not the address as its reason.
+// The server blames the moment and not the address.
 constexpr bool IsForNowOnly(int status) {
   constexpr int kRequestTimeout = 408;
   constexpr int kTooEarly = 425;
@@ -66,7 +66,7 @@ void StationRecording::RecordUntilStopped(const Text& link, const app::Runs::Run
     if (!run.Wanted() || connection_.complete) return;
     refusals = IsRefusal(status_.fault) ? refusals + 1 : 0;
     if (IsFinal(status_.fault, refusals)) return;
-    // A server that closes again and again after its first burst is not to be besieged.
+    // A server that closes again and again after its first burst must not be flooded with requests.
     if (connection_.BroughtBytesFor(limits_.steady)) pause = 1;
     Pause(pause, run);
     pause = std::min(pause * 2, limits_.longest_pause);

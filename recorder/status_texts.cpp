@@ -12,7 +12,7 @@ using platform::Text;
 
 namespace {
 
-// What the status codes say to whoever entered the address (RFC 9110, section 15.5).
+// What the status codes mean to the user who entered the address (RFC 9110, section 15.5).
 Text RefusalText(int status) {
   switch (status) {
     case 401:

@@ -16,7 +16,7 @@
 
 namespace stream {
 
-// Every call that waits holds a share of the core and touches nothing of `this` after its first wait.
+// Every call that waits shares ownership of the core and touches nothing of `this` after its first wait.
 struct clsFunkhaus::Core : StreamState {
   Core(const Ports& system, Options chosen, clsFunkhaus* object)
       : StreamState(system, chosen.patience), options(std::move(chosen)), owner(object) {}
@@ -25,7 +25,7 @@ struct clsFunkhaus::Core : StreamState {
     return options.record_folder.empty() ? ports.environment.ProgramFolder() : options.record_folder;
   }
 
-  // The header lines of a failed query are the earlier ones.
+  // After a failed query the earlier header lines remain.
   QueryFailure QueryHeaders(const Text& asked) {
     const auto attempt = silent_addresses.Begin(Question::kHeaders, asked);
     if (!attempt) return silent_addresses.FailureOf(asked);

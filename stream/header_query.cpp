@@ -17,7 +17,7 @@ using platform::InternetHandle;
 
 Text QueryHeaderText(Internet& internet, InternetHandle request, std::uint32_t info_level) {
   std::uint32_t size = 0;
-  // Without a buffer the call is expected to fail and to tell the size.
+  // Without a buffer the call is expected to fail and to report the size.
   if (internet.HttpQueryInfoW(request, info_level, {}, size)) return {};
   std::vector<std::byte> buffer(size);
   if (!internet.HttpQueryInfoW(request, info_level, buffer, size)) return {};
@@ -28,7 +28,7 @@ Text QueryHeaderText(Internet& internet, InternetHandle request, std::uint32_t i
 
 namespace {
 
-// What a failing step without a server's part in it gives.
+// The result when a step fails without a server being involved.
 QueriedHeaders NotAsked() { return {{}, {QueryFailure::Kind::kOther}}; }
 
 QueryFailure FailureOfStatus(TextView status) {

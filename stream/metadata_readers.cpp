@@ -20,7 +20,7 @@ using ReadBuffer = std::array<std::byte, kReadSize>;
 
 const Text kTimeOut = u"TimeOut";
 
-// Measures against a clock that starts again at midnight; a reader that runs across it just waits longer.
+// Measures against a clock that starts again at midnight; a reader that runs past it just waits longer.
 class ElapsedSeconds {
  public:
   explicit ElapsedSeconds(platform::Clock& clock)
@@ -32,7 +32,7 @@ class ElapsedSeconds {
   double start_;
 };
 
-// The state's address, opened for its titles; not open when it stays silent, or was so a short while ago.
+// The state's address, opened for its titles; not open when it stays silent, or was silent a short while ago.
 class TitleStream {
  public:
   TitleStream(StreamState& state, std::uint32_t flags) {
@@ -55,7 +55,7 @@ class TitleStream {
   std::optional<OpenedStream> opened_;
 };
 
-// The title of the first block in `bytes` by which `judge` ends the reading.
+// The title of the first block in `bytes` at which `judge` ends the reading.
 template <typename Judge>
 std::optional<Text> WalkBlocks(IcyDemultiplexer& demultiplexer, std::span<const std::byte> bytes,
                                const Judge& judge) {

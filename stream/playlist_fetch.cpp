@@ -8,8 +8,8 @@ namespace {
 
 constexpr std::int32_t kCompleted = 4;
 
-// A stream never completes and only a small document is there in time, so the wait is short: it ends when
-// the whole-second clock has moved on by one, which can be almost at once.
+// A stream never completes and only a small document is there in time, so the wait is short: it ends when the
+// whole-second clock has advanced by one, which can be almost at once.
 void WaitForCompletion(const StreamState& state, platform::XmlHttpRequest& request) {
   const std::int64_t deadline = state.ports.clock.WholeSeconds() + 1;
   while (request.ReadyState() != kCompleted) {
@@ -24,7 +24,7 @@ std::optional<Text> FetchPlaylistText(const StreamState& state, const Text& addr
   const std::unique_ptr<platform::XmlHttpRequest> request =
       state.ports.xml_http_requests.CreateObject(u"MSXML2.ServerXMLHTTP.6.0");
   if (!request) return std::nullopt;
-  // A step that fails is passed over: a request that was never sent just does not complete in time.
+  // A failing step is ignored: a request that was never sent just does not complete in time.
   request->SetOption(platform::kSxhOptionIgnoreServerSslCertErrorFlags,
                      platform::kSxhServerCertIgnoreAllServerErrors);
   request->Open(u"GET", address, true);

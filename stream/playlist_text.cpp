@@ -21,7 +21,7 @@ TextView ExtInfTitle(TextView line) {
   return app::Trim(comma == TextView::npos ? line : line.substr(comma + 1));
 }
 
-// The lines are taken in pairs after the first one. What lies beyond the last line is left out, but its
+// The lines are taken in pairs after the first one. What would be beyond the last line is left out, but its
 // entry is counted all the same.
 Text PlsFromExtendedM3u(TextView response) {
   const std::vector<Text> lines = app::Split(response, kCrLf);

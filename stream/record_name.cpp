@@ -66,7 +66,7 @@ bool IsDeviceName(TextView name) {
   return is_port_name && stem.size() == 4 && kPortNumbers.find(stem[3]) != TextView::npos;
 }
 
-// The device name is what stands before the first dot, so the mark has to go there.
+// The device name is what comes before the first dot, so the mark must go there.
 void SpoilDeviceName(Text& name) {
   if (IsDeviceName(name)) name.insert(std::min(name.find(u'.'), name.size()), u"_");
 }
@@ -82,7 +82,7 @@ Text ExtensionOf(TextView sContentType) {
 }
 
 Text RecordFileName(TextView title, TextView extension, std::size_t longest) {
-  // Only the end of the whole name must be neither; before an extension they tell one title from another.
+  // Only the end of the whole name must be neither; before an extension they distinguish titles.
   const auto tidy_end = [extension](Text& end) {
     if (extension.empty()) DropTrailingBlanksAndDots(end);
   };

@@ -40,7 +40,7 @@ class RecordingFile {
     return files_.WriteBytes(file_, bytes) ? Progress::kGoesOn : Progress::kFailed;
   }
 
-  // Readers of the file see what a read of the stream brought as soon as it has been dealt with.
+  // Readers of the file see what a read of the stream brought as soon as it has been processed.
   Progress Flush() { return !IsOpen() || files_.Flush(file_) ? Progress::kGoesOn : Progress::kFailed; }
 
  private:
@@ -67,7 +67,7 @@ class StreamReader {
     return came;
   }
 
-  // All that was read with the latest bytes before what is left of earlier ones.
+  // The whole buffer: the latest bytes, then what is left of earlier ones.
   [[nodiscard]] std::span<const std::byte> WholeBuffer() const { return buffer_; }
 
  private:

@@ -7,7 +7,7 @@ namespace stream {
 
 namespace {
 
-/// For how many seconds an address fails at once after so many silences in a row.
+/// For how many seconds an address fails at once after this many silences in a row.
 std::int64_t SecondsAfter(int times) {
   constexpr std::array<std::int64_t, 4> kSeconds = {10, 20, 40, 60};
   return kSeconds[std::min<std::size_t>(static_cast<std::size_t>(times), kSeconds.size()) - 1];

@@ -15,12 +15,12 @@ constexpr TextView kHttps = u"https://";
 constexpr std::uint32_t kPlainFlags = platform::kInternetFlagReload;
 constexpr std::uint32_t kSecureFlags = platform::kInternetFlagReload | platform::kInternetFlagSecure;
 
-// Puts "host" or "host:port" into the target; false when the port is none.
+// Puts "host" or "host:port" into the target; false when the port is not valid.
 bool TakeHostPart(TextView host_part, QueryTarget& target) {
   const std::size_t colon = host_part.find(u':');
   target.host = host_part.substr(0, colon);
   if (colon == TextView::npos) return true;
-  // A line end that came along with the address is no part of the number.
+  // A line end that came with the address is not part of the number.
   const std::optional<std::int32_t> port = app::ToInt32(app::TrimControls(host_part.substr(colon + 1)));
   if (!port || *port < 0 || *port > std::numeric_limits<std::uint16_t>::max()) return false;
   target.port = static_cast<std::uint16_t>(*port);

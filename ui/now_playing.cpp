@@ -41,7 +41,7 @@ void NowPlaying::FetchTitle(Occasion occasion) {
   const auto wanted = [&] {
     return fetch.Wanted() && (occasion == Occasion::kOnce || parts_.Timer2.Enabled());
   };
-  // A window that closes in one of these waits releases the client: a fetch that is wanted still has it.
+  // A window that closes in one of these waits releases the client: a fetch that is still wanted has it.
   ports_.message_loop.ProcessPendingMessages();
   if (!wanted() || !cFunkhaus) return;
   cFunkhaus->StreamUrl(state_.current_stream_address);
@@ -89,8 +89,8 @@ void NowPlaying::Command3_Click() {
       u"", platform::kMbOkCancel | platform::kMbIconInformation);
   if (answer != platform::MessageBoxAnswer::kOk) return;
 
-  // The rows are remembered by their names for the program: sorting, deleting and replacing rows in the
-  // middle of the run neither repeats nor mixes any.
+  // The rows are remembered by their ids: sorting, deleting and replacing rows in the middle of the run
+  // neither repeats nor mixes up any.
   controls::ListView& list = parts_.lists.Active();
   std::vector<RowId> rows;
   for (const controls::ListRow& row : list.Rows()) rows.push_back(row.id);
@@ -100,7 +100,7 @@ void NowPlaying::Command3_Click() {
 }
 
 NowPlaying::RunState NowPlaying::FetchRowTitle(controls::ListView& list, RowId row) {
-  // A window that closes in one of these waits releases the client; nothing is asked of it then.
+  // A window that closes in one of these waits releases the client; it is not used any more then.
   ports_.message_loop.ProcessPendingMessages();
   if (window_.Ended() || ports_.message_loop.GetAsyncKeyState(platform::kVkEscape) != 0)
     return RunState::kEnd;

@@ -61,7 +61,7 @@ void PlaybackControl::Command1_Click() {
   if (state_.details_are_stale && RefreshSelection() == StartState::kEnd) return;
   if (window_.Ended()) return;
   parts_.Timer2.SetEnabled(true);
-  // For the title, which the polling fetches: what is to be played is asked once more, however silent it was.
+  // For the title, which the polling fetches: the address to play is asked once more, however silent it was.
   if (cFunkhaus) cFunkhaus->TryAgain(state_.current_stream_address, stream::Wait::kBrief);
   PlayStation(true, state_.current_stream_address);
   reports_.mark.GivenUp();
@@ -73,7 +73,7 @@ PlaybackControl::StartState PlaybackControl::RefreshSelection() {
   };
   if (parts_.lists.filtered.Visible() && has_selection(parts_.lists.filtered)) return WorkOutAgain();
   if (!has_selection(parts_.lists.full)) return StartState::kGoOn;
-  // Cleared before, so that what becomes stale during the waits stays so.
+  // Cleared first, so that what becomes stale during the waits stays stale.
   state_.details_are_stale = false;
   return WorkOutAgain();
 }
@@ -87,7 +87,7 @@ PlaybackControl::StartState PlaybackControl::WorkOutAgain() {
 }
 
 void PlaybackControl::PlayStation(bool bStart, const Text& sLink) {
-  // It stays alive over the waits below even when the window, closing, releases it meanwhile.
+  // Keeps the player alive through the waits below even when a closing window releases it meanwhile.
   const std::shared_ptr<clsMFPlayer> player = cPlayer;
   if (!player) return;
   const app::Runs::Run start = starts_.Begin();

@@ -16,7 +16,7 @@ namespace sentences = app::sentences;
 
 namespace {
 
-/// Encoders are set to multiples of 8 kbit/s; a measured rate wavers about what was set.
+/// Encoders are set to multiples of 8 kbit/s; a measured rate varies around what was set.
 Text KilobitsPerSecond(int bits_per_second) {
   return FormatNumber((std::int64_t{bits_per_second} + 4000) / 8000 * 8);
 }

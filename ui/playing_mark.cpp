@@ -73,7 +73,7 @@ void FollowedStation::TakeChangedRow(const ListView& list, std::size_t position)
   for (Place& place : places_) {
     if (place.list != &list || place.row == RowId::kNone || place.row != list.RowAt(position)) continue;
     const Station now = StationOf(list.Rows()[position]);
-    // The other list may show an older state of the station; a title that is written there tells nothing new.
+    // The other list may show an older state of the station; a title that is written there is nothing new.
     if (now != place.seen) station_ = place.seen = now;
   }
 }
@@ -109,7 +109,7 @@ void PlayingMark::TakeNewRows(const ListView& list, std::size_t first, std::size
 }
 
 void PlayingMark::Opening() {
-  // Its marks go first: what is followed from now on knows nothing of them.
+  // Removes its marks first: what is followed from now on does not know them.
   playing_.Mark(RowMark::kNone);
   playing_ = chosen_;
   stage_ = Stage::kOpening;
@@ -136,7 +136,7 @@ void PlayingMark::Follow() {
 
 void PlayingMark::Show(RowMark mark) {
   mark_ = mark;
-  // Whoever hears of a marked row may stop or start something; the last word counts.
+  // A handler of the change of a row may stop or start something; the latest state wins.
   do {
     mark = mark_;
     playing_.Mark(mark);

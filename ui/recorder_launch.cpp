@@ -29,7 +29,7 @@ void RecorderLaunch::Launch() {
 
 void RecorderLaunch::CopyNumberInto(controls::ListView& list, RowId row) {
   const Text& number = parts_.UpDownTextBox1.GetText();
-  // The field is hidden for a link that is no playlist, whose address no number changes.
+  // The field is hidden for a link that is not a playlist, because no number changes its address.
   if (parts_.UpDownTextBox1.Visible() && list.Cell(row, app::kM3uNumberCell) != number)
     state_.details_are_stale = true;
   list.SetCell(row, app::kM3uNumberCell, number);

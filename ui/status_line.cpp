@@ -32,7 +32,7 @@ Text Filled(TextView sentence, const std::vector<Text>& arguments) {
   return filled;
 }
 
-/// Why a server gave no answer; nothing when it gave one, good or bad, or was not waited for.
+/// Why a server gave no answer; kNone when it gave one, good or bad, or was not waited for.
 PlaybackFailure FailureOf(const stream::QueryFailure& failure) {
   using Kind = stream::QueryFailure::Kind;
   switch (failure.kind) {
@@ -47,7 +47,7 @@ PlaybackFailure FailureOf(const stream::QueryFailure& failure) {
   }
 }
 
-/// Nothing follows of itself any more.
+/// Nothing more follows by itself.
 bool IsOver(PlaybackState state) {
   return state == PlaybackState::kStopped || state == PlaybackState::kEnded ||
          state == PlaybackState::kFailed;

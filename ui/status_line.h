@@ -19,7 +19,7 @@ namespace ui {
 /// stop, a failure or the end; that last sentence stays.
 ///
 /// A notice is shown at once and stays until the state of playing changes; the new state waits until the
-/// notice could be read, except for a failure, which is shown at once. A start or a stop ends a notice. A
+/// notice could be read, except for a new failure, which is shown at once. A start or a stop ends a notice. A
 /// selected station's silent server is reported only while nothing plays.
 class StatusLine final : public app::Notices {
  public:
@@ -45,7 +45,7 @@ class StatusLine final : public app::Notices {
   void Starting(const platform::Text& station);
   /// Shows the state of playing; nothing when nothing was started since the last stop.
   void Follow();
-  /// The user pressed Stop. What is paused continues to be shown; what has failed or ended by itself stays.
+  /// The user pressed Stop. A paused item is still followed; a failure or an end of its own stays shown.
   void Stopped();
   /// A start did not lead to playing, although the monitor knows of no failure.
   void NotPlayable();

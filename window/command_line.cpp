@@ -7,7 +7,7 @@ using Wish = CommandLine::Wish;
 
 CommandLine WrongUse(std::string problem) { return {Wish::kWrongUse, {}, std::move(problem)}; }
 
-/// An option's effect; kRun for a word that is none.
+/// An option's effect; kRun for a word that is not an option.
 CommandLine Option(std::string_view word) {
   if (word == "--help" || word == "-h") return {Wish::kHelp, {}, {}};
   if (word == "--version") return {Wish::kVersion, {}, {}};

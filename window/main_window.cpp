@@ -112,8 +112,8 @@ void MainWindow::Form_QueryUnload() {
   life_.End();
   form1_.Timer1.SetEnabled(false);
   const bool wants_to_save = !SessionEnds() && settings_.CatalogueChanged && OfferToSave();
-  // Asked again, because the session may have ended while the question stood open. What was to be saved and
-  // could not be is kept as well.
+  // Checked again, because the session may have ended while the question was open. Rows whose saving failed
+  // are kept as well.
   if (SessionEnds() || wants_to_save) {
     catalogue_.keeper.Finish();
   } else {
@@ -130,7 +130,7 @@ bool MainWindow::OfferToSave() {
   if (answer != platform::MessageBoxAnswer::kYes) return false;
   settings_.CatalogueChanged = false;
   catalogue_.editor.CommandButton1_Click();
-  // A view is never saved. The rows come back with the next start, and so must the question.
+  // A view is never saved. The rows come back at the next start, and so must the question.
   if (form1_.ExplorerListFilter.Visible()) settings_.CatalogueChanged = true;
   return true;
 }

@@ -9,7 +9,7 @@ constexpr int kButtonWidth = 2220;
 constexpr int kRowHeight = 390;
 constexpr std::array kColumns = {0, 2310, 4620, 6930};
 constexpr std::array kRows = {60, 525, 1080, 1545, 2010, 2475, 3030};
-// The editor between these rows: captions, fields, buttons behind the fields.
+// The editor between these rows: captions, fields, buttons after the fields.
 constexpr int kCaptionWidth = 1005;
 constexpr int kFieldLeft = 1050;
 constexpr int kFieldWidth = 5310;
@@ -22,8 +22,8 @@ constexpr int kTakeOverWidth = 420;
 Form1::Form1() {
   form.SetCaption(u"Funkhausplayer");
   form.Move({0, 0, 15360, 10500});
-  // Less leaves no room for the bottom panel and the list; at this height the information panel, which lies
-  // over the list then, still stands inside the window.
+  // Less leaves no room for the bottom panel and the list; at this height the information panel, which then
+  // lies over the list, is still inside the window.
   form.SetSmallestSize(9900, 7410);
   MakeLists();
   Add({{"Frame1", &Frame1}});
@@ -115,7 +115,7 @@ void Form1::MakeVolume() {
 }
 
 void Form1::MakeEditor() {
-  // Each field is followed by the button that takes it over.
+  // Each field is followed by the button that applies it.
   Add({{"Label5", &Label5, &Frame1},
        {"TextBox1_0", &TextBox1[0], &Frame1, {.named_by = &Label5}},
        {"Command8_1", &Command8[1], &Frame1},
@@ -128,8 +128,8 @@ void Form1::MakeEditor() {
        {"Check2", &Check2, &Frame1},
        {"Label2", &Label2, &Frame1},
        {"UpDownTextBox1", &UpDownTextBox1, &Frame1, {.named_by = &Label2}},
-       // Its tooltip names the genre as that of another button does; whoever hears the names needs both
-       // apart.
+       // Its tooltip names the genre, like that of another button; a screen reader's user needs different
+       // names.
        {"Command8_0", &Command8[0], &Frame1, {.accessible_name = u"M3U-Nummer übernehmen"}}});
   Label5.SetCaption(u"Station");
   Label5.Move({0, kRows[2], kCaptionWidth, kRowHeight});
@@ -184,7 +184,7 @@ void Form1::MakeViews() {
          .key = controls::WithControl(u'S'),
          .key_while_hidden = KeyWhileHidden::kWorks,
          .menu = MenuEntry::kClickBelowALine}},
-       // A station that is made in a filter view could not be saved there.
+       // A station that is created in a filter view could not be saved there.
        {"CommandButton2",
         &CommandButton2,
         &Frame1,

@@ -18,7 +18,7 @@ void TranslateWords(controls::ListView& list, const LookUp& translated) {
   }
 }
 
-/// Its sentences are translated one by one, by whoever shows them.
+/// Its sentences are translated one by one, when they are shown.
 bool IsStatusLine(const FormControl& entry) {
   const auto* label = As<controls::Label>(entry);
   return label != nullptr && label->Look() == controls::LabelLook::kStatusLine;

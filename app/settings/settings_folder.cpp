@@ -25,7 +25,7 @@ void ChooseSettingsFolder(Settings& settings, const IniProcedures& ini, platform
 
   settings.StationFileName = kStationFileName;
   if (files.PathFileExistsW(settings.SettingsFolder)) return;
-  // Whether the folder could be made shows in the next question, not in this call's answer.
+  // The next check, not this call's result, shows whether the folder could be created.
   files.CreateDirectoryW(settings.SettingsFolder);
   if (!files.PathFileExistsW(settings.SettingsFolder)) settings.SettingsFolder = environment.ProgramFolder();
 }

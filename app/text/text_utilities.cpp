@@ -82,7 +82,7 @@ Text ReplaceM(Text text, std::span<const Text> pairs) {
     std::size_t from = 0;
     for (auto found = text.find(search); found != Text::npos; found = text.find(search, from)) {
       text.replace(found, search.size(), replacement);
-      // No occurrence begins before this position, so that looking from here is looking from the start.
+      // No occurrence begins before this position, so searching from here is as good as from the start.
       from = found < search.size() ? 0 : found - search.size() + 1;
     }
   }

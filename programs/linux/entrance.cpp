@@ -18,7 +18,7 @@ namespace {
 
 using platform::posix::SingleStart;
 
-/// How long a running copy may take to answer, and one that ends to be gone.
+/// How long a running copy may take to answer, or to end.
 constexpr std::chrono::seconds kLongestWait{5};
 
 std::string Variable(const char* name) {
@@ -26,7 +26,7 @@ std::string Variable(const char* name) {
   return value == nullptr ? std::string() : value;
 }
 
-/// The desktop hands over one or both; the newer name first.
+/// The desktop sets one or both; the newer name first.
 std::string ActivationToken() {
   std::string token = Variable("XDG_ACTIVATION_TOKEN");
   return token.empty() ? Variable("DESKTOP_STARTUP_ID") : token;

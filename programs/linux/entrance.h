@@ -1,6 +1,6 @@
 #pragma once
-// The first step of every start: one copy of the program runs over a settings folder, a later start brings
-// its window to the front and has it open what the start was given. Not the program itself
+// The first step of every start: one copy of the program runs per settings folder; a later start brings its
+// window to the front and has it open what the later start was given. Not the program itself
 // (programs/linux/program.h).
 
 #include <memory>
@@ -11,7 +11,8 @@ namespace platform {
 class StartRequests;
 }
 
-/// Made before the program, and kept until it is gone: its files are this copy's alone as long as this lives.
+/// Created before the program, and kept until it is gone: as long as this exists, the program's files belong
+/// to this copy alone.
 class Entrance {
  public:
   /// `argument` is what this start was given to open, in a form that the running copy understands as well

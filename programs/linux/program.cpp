@@ -48,8 +48,8 @@ std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv) {
   QApplication::setApplicationName(QStringLiteral("funkhausplayer"));
   QApplication::setApplicationDisplayName(QStringLiteral("Funkhausplayer"));
   QApplication::setDesktopFileName(QStringLiteral("funkhausplayer"));
-  // The window's pictures are small bars, many times a second. By shared memory each would cost the X
-  // server's answer and two wake-ups; sent along they cost less. Does nothing on other displays.
+  // The window's pictures are small bars, many times a second. Through shared memory each would cost an
+  // answer from the X server and two wake-ups; sent directly they cost less. Does nothing on other displays.
   if (!qEnvironmentVariableIsSet("QT_XCB_NO_MITSHM")) qputenv("QT_XCB_NO_MITSHM", "1");
   const QtMessageHandler usual = qInstallMessageHandler(LeaveOnFatalMessage);
   auto application = std::make_unique<QApplication>(argc, argv);
@@ -59,7 +59,7 @@ std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv) {
 
 }  // namespace
 
-/// Declared in the order of making; the window goes before the adapters that it uses.
+/// Declared in the order of construction; the window is destroyed before the adapters that it uses.
 struct Program::Parts {
   Parts(int& argc, char** argv) : application(MakeApplication(argc, argv)) {}
 

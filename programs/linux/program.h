@@ -1,5 +1,5 @@
 #pragma once
-// The program on Linux: makes the platform's adapters and the main window over them, and runs it.
+// The program on Linux: creates the platform's adapters and the main window over them, and runs it.
 // Not for the program's behaviour; that is the main window's.
 
 #include <memory>
@@ -18,7 +18,7 @@ class PlayerWindow;
 /// One per process. Order: construct, Run.
 class Program {
  public:
-  /// `argc` and `argv` belong to the toolkit; the program's own words are read before. They outlive the
+  /// `argc` and `argv` are for the toolkit; the program's own arguments are read before. They outlive the
   /// object.
   Program(int& argc, char** argv);
   ~Program();
@@ -31,7 +31,7 @@ class Program {
   int Run(platform::StartRequests* requests = nullptr, const std::string& argument = {});
 
   [[nodiscard]] window::MainWindow& Logic();
-  /// The window on the screen; made by the constructor, shown by Run.
+  /// The window on the screen; created by the constructor, shown by Run.
   [[nodiscard]] platform::qt::PlayerWindow& Window();
 
  private:

@@ -43,7 +43,7 @@ using platform::Text;
 constexpr int kFailed = 1;
 constexpr int kWrongUse = 2;
 
-/// A recording and all that it needs, over the message loop of a window or of a terminal.
+/// A recording and all that it needs, on the message loop of a window or of a terminal.
 struct Tool {
   explicit Tool(platform::MessageLoop& message_loop) : loop(message_loop) {}
 
@@ -137,7 +137,7 @@ int main(int argc, char** argv) {
   using recorder::CommandLine;
   using Wish = CommandLine::Wish;
   // A reader of the terminal's lines that goes away is no reason to end a recording, and a file that must not
-  // grow any more is told as a full disk.
+  // grow any more is reported as a full disk.
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
   const auto words =
