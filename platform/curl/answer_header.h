@@ -1,5 +1,5 @@
 #pragma once
-// Collects the header lines of an answer and tells when they are those of the final one.
+// Collects the header lines of an answer and reports when they are those of the final one.
 // Not for a request's header, nor for the meaning of single lines beyond status and redirect.
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 namespace platform::curl {
 
 /// Takes the lines of every answer of an exchange (interim answers and redirects too) in order; what it
-/// tells is about the last one. Public references: RFC 9112, sections 4 and 5; "ICY 200 OK" is the status
+/// reports is about the last one. Public references: RFC 9112, sections 4 and 5; "ICY 200 OK" is the status
 /// line of SHOUTcast servers.
 class AnswerHeader {
  public:

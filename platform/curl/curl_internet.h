@@ -15,8 +15,8 @@
 
 namespace platform::curl {
 
-/// The time limits of the internet operations, and whom they trust. A session's own limit (SetWaitLimit)
-/// makes the first three shorter, never longer.
+/// The time limits of the internet operations, and which certificates they trust. A session's own limit
+/// (SetWaitLimit) makes the first three shorter, never longer.
 struct InternetSettings {
   milliseconds connect_limit{10'000};  ///< name look-up, connecting, TLS; for each hop of a redirect
   milliseconds answer_limit{10'000};   ///< a connected server that does not get its header out; each hop
@@ -33,8 +33,8 @@ struct InternetSettings {
 /// kept between requests: no cache, no cookies, no open connections.
 class CurlInternet final : public Internet {
  public:
-  /// `loop` is only asked to paint and whether input ends the wait, in every slice of at most 10 ms of a wait
-  /// for an answer.
+  /// `loop` is used only to paint and to ask whether input ends the wait, in every slice of at most 10 ms of
+  /// a wait for an answer.
   CurlInternet(MessageLoop& loop, TextConversion& conversion, InternetSettings settings = {});
   ~CurlInternet() override;
   CurlInternet(const CurlInternet&) = delete;

@@ -13,11 +13,11 @@
 
 namespace platform::curl {
 
-/// The one class that is known is "MSXML2.ServerXMLHTTP.6.0" (any case). A request sends "Host" and
-/// "User-Agent: Funkhausplayer" and nothing else.
+/// The only known class is "MSXML2.ServerXMLHTTP.6.0" (any case). A request sends "Host" and "User-Agent:
+/// Funkhausplayer" and nothing else.
 class CurlXmlHttpRequests final : public XmlHttpRequests {
  public:
-  /// The body of a request that is to complete is at most this long.
+  /// The longest body with which a request completes, in bytes.
   static constexpr std::size_t kLongestBody = 1024 * 1024;
 
   explicit CurlXmlHttpRequests(TextConversion& conversion) : conversion_(conversion) {}

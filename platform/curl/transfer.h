@@ -1,6 +1,6 @@
 #pragma once
-// One GET over libcurl: started, worked on in slices, read piece by piece, ended at any time.
-// Not for the time limits of an answer and not for what its callers make of the bytes.
+// One GET with libcurl: started, processed in slices, read piece by piece, ended at any time.
+// Not for the time limits of an answer and not for what its callers do with the bytes.
 
 #include <chrono>
 #include <cstddef>
@@ -20,7 +20,7 @@ using std::chrono::milliseconds;
 
 enum class Certificates { kChecked, kIgnored };
 
-/// What is sent, and on which terms. Nothing else is added but what HTTP/1.1 demands ("Host").
+/// What is sent, and how. Nothing is added but what HTTP/1.1 requires ("Host").
 struct TransferOptions {
   std::string address;                    ///< as made by RequestAddress
   std::string agent;                      ///< no "User-Agent" line when empty
@@ -30,10 +30,9 @@ struct TransferOptions {
   milliseconds connect_limit{10'000};
 };
 
-/// Goes straight to the server, never through a proxy. Redirects are followed, at most ten, to http and
-/// https only. "ICY 200" counts as status 200.
-/// Bodies are read on demand: at most kBufferLimit, and what libcurl itself holds (16 KiB), are taken from
-/// the server ahead of Take, then the server has to wait.
+/// Goes straight to the server, never through a proxy. Redirects are followed, at most ten, to http and https
+/// only. "ICY 200" counts as status 200. Bodies are read on demand: at most kBufferLimit, and what libcurl
+/// itself holds (16 KiB), are read from the server ahead of Take; then the server has to wait.
 class Transfer {
  public:
   static constexpr std::size_t kBufferLimit = 64 * 1024;
@@ -44,29 +43,29 @@ class Transfer {
   Transfer(const Transfer&) = delete;
   Transfer& operator=(const Transfer&) = delete;
 
-  /// Lets the transfer go on. Waits at most `slice`, and that only while nothing happens; after the end
-  /// too, so that a caller that goes on asking does not spin.
+  /// Lets the transfer continue. Waits at most `slice`, and only while nothing happens; after the end too, so
+  /// that a caller that keeps asking does not spin.
   void Work(milliseconds slice);
 
   /// The header of the final answer is there.
   [[nodiscard]] bool IsAnswered() const;
   [[nodiscard]] const AnswerHeader& Header() const;
 
-  /// For how long the server that is connected now owes its header; nothing while there is no connection.
+  /// For how long the connected server has not sent its header; nothing while there is no connection.
   [[nodiscard]] std::optional<milliseconds> AnswerOwedFor() const;
 
   /// Nothing more will come; what is buffered can still be taken.
   [[nodiscard]] bool HasEnded() const;
   /// It ended too early: refused, cut, timed out, more redirects than allowed, header too long.
   [[nodiscard]] bool HasFailed() const;
-  /// Why it has failed; kNone when it has not.
+  /// Why it failed; kNone when it did not.
   [[nodiscard]] InternetFailure Failure() const;
 
   /// Bytes that wait to be taken.
   [[nodiscard]] std::size_t Buffered() const;
   /// For how long no byte of the body has come.
   [[nodiscard]] milliseconds QuietFor() const;
-  /// Moves up to the buffer's size of waiting bytes into it and says how many.
+  /// Moves waiting bytes into the buffer, up to its size, and returns how many.
   std::size_t Take(std::span<std::byte> buffer);
 
  private:

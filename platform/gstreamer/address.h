@@ -21,9 +21,9 @@ struct Address {
 /// at the ends are dropped. Another scheme gives MF_E_UNSUPPORTED_SCHEME, no text E_INVALIDARG.
 Address ResolveAddress(const Text& untrimmed, NativePaths& native_paths);
 
-/// UTF-8 for UTF-16; what is no valid UTF-16 becomes U+FFFD.
+/// UTF-8 for UTF-16; what is not valid UTF-16 becomes U+FFFD.
 std::string Utf8FromText(const Text& text);
-/// UTF-16 for UTF-8; bytes that are no UTF-8 become U+FFFD.
+/// UTF-16 for UTF-8; bytes that are not UTF-8 become U+FFFD.
 Text TextFromUtf8(const char* utf8);
 
 }  // namespace platform::gstreamer

@@ -1,6 +1,6 @@
 #pragma once
-// Learns why a server gave no answer, by connecting once more: GStreamer's HTTP source does not say.
-// Not for playing, and it asks the server for nothing.
+// Finds out why a server gave no answer, by connecting once more: GStreamer's HTTP source does not say.
+// Not for playing, and it requests nothing from the server.
 
 #include <gio/gio.h>
 
@@ -29,9 +29,8 @@ class ConnectionProbe {
   ConnectionProbe(const ConnectionProbe&) = delete;
   ConnectionProbe& operator=(const ConnectionProbe&) = delete;
 
-  /// Connects on a thread of its own, which calls `done` with what was found, unless Cancel comes before;
-  /// that may take long, so somebody has to cancel in time. Only the first Start counts, and none after
-  /// Cancel.
+  /// Connects on a thread of its own, which calls `done` with the result unless Cancel comes first; that may
+  /// take long, so somebody must cancel in time. Only the first Start counts, and none after Cancel.
   void Start(ProbeTarget target, Done done);
   /// Returns once the thread has ended, which takes a moment; `done` is not called any more. Not from `done`.
   void Cancel();
@@ -43,7 +42,7 @@ class ConnectionProbe {
   std::thread thread_;
 };
 
-/// The failure that stands for the flags with which a certificate was refused.
+/// The failure for the flags with which a certificate was refused.
 PlaybackFailure FailureOfCertificate(GTlsCertificateFlags flags);
 
 }  // namespace platform::gstreamer

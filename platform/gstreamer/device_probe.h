@@ -13,8 +13,8 @@
 
 namespace platform::gstreamer {
 
-/// Plays silence from its creation to its destruction. Once the device has not only taken what it can hold
-/// but asks for more, the listener gets kDeviceFound; kFailed when the sink refuses it. A device that is
+/// Plays silence from its creation to its destruction. Once the device has not only filled its buffer but
+/// asks for more, the listener gets kDeviceFound; kFailed when the sink refuses it. A device that is
 /// suspended gives neither until it is resumed.
 class DeviceProbe {
  public:

@@ -24,12 +24,12 @@ class DeviceSearch {
 
   DeviceSearch(OutputChooser& output, PipelineListener& listener) : output_(output), listener_(listener) {}
 
-  /// The device that took the sound has failed; it may be there all the same.
+  /// The device that took the sound has failed; it may still be there.
   void Lose(Clock::time_point now) { watch_.Lose(now); }
-  /// There is none, as a try has shown.
+  /// There is none, as an attempt has shown.
   void Miss(Clock::time_point now) { watch_.Miss(now); }
   void OnEvent(const PipelineEvent& event);
-  /// Looks when it is time for it.
+  /// Looks for a device when it is time.
   void Continue(Clock::time_point now, Interest interest);
 
   /// No pipeline is of use at present.

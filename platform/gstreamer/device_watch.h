@@ -1,26 +1,26 @@
 #pragma once
 // Whether a device takes an item's sound, and when to look for one: decisions on times that are passed in.
-// Not the looking; device_search.h does it.
+// Not the search itself; that is device_search.h.
 
 #include <chrono>
 #include <optional>
 
 namespace platform::gstreamer {
 
-/// Begins with a device that takes the sound. Lose or Miss, then LookStarted and LookFailed by turns until
+/// Begins with a device that takes the sound. Lose or Miss, then LookStarted and LookFailed alternately until
 /// Found.
 class DeviceWatch {
  public:
   using Clock = std::chrono::steady_clock;
   enum class State {
     kTaking,   ///< as far as is known
-    kLost,     ///< its sink has failed or stands still, or the last look found none; a look is due
-    kLooking,  ///< a look is under way
+    kLost,     ///< its sink has failed or is stalled, or the last look found none; a look is due
+    kLooking,  ///< a look is in progress
   };
 
   /// A look that fails costs a connection to the sound server at most.
   static constexpr Clock::duration kLookEvery = std::chrono::seconds(1);
-  /// A device that is found again this soon was not away: the sound server has only ended the stream.
+  /// A device that is found again this soon was not away: the sound server only ended the stream.
   static constexpr Clock::duration kNotAway = std::chrono::milliseconds(500);
 
   /// The device that took the sound fails at `now`.
@@ -30,7 +30,7 @@ class DeviceWatch {
     lost_at_ = now;
     found_none_ = false;
   }
-  /// There is none at `now`, as a try has shown.
+  /// There is none at `now`, as an attempt has shown.
   void Miss(Clock::time_point now) {
     Lose(now);
     state_ = State::kLost;
@@ -72,17 +72,17 @@ class DeviceWatch {
   bool found_none_ = false;
 };
 
-/// Notices a device that takes no more sound, as one that its sound server has suspended.
+/// Notices a device that takes no more sound, such as one that its sound server has suspended.
 class Standstill {
  public:
   using Clock = std::chrono::steady_clock;
-  /// A device asks for more before it has played what it holds. This long after that it is suspected of
-  /// standing still ...
+  /// A device asks for more before it has played what it holds. This long after that it is suspected of being
+  /// stalled ...
   static constexpr Clock::duration kSuspected = std::chrono::milliseconds(600);
-  /// ... and this long after that it is given up, because the whole program may have been held up before.
+  /// ... and this long after that it is given up, because until then the whole program may have been held up.
   static constexpr Clock::duration kGivenUp = std::chrono::milliseconds(500);
 
-  /// Whether the device stands still at `now`, when all that it took has been played at `supplied_until`.
+  /// Whether the device is stalled at `now`, when all that it took has been played at `supplied_until`.
   [[nodiscard]] bool Check(Clock::time_point now, Clock::time_point supplied_until) {
     if (supplied_until != supplied_until_) suspected_at_.reset();
     supplied_until_ = supplied_until;
@@ -101,8 +101,8 @@ class Standstill {
   std::optional<Clock::time_point> suspected_at_;
 };
 
-/// When the sound card may be taken without a sound server. One that was there is waited for first: a card
-/// that is taken meanwhile would be missing to it when it restarts.
+/// When the sound card may be taken without a sound server. A server that was there is waited for first: it
+/// could not use a card that is taken meanwhile when it restarts.
 class CardRule {
  public:
   using Clock = std::chrono::steady_clock;

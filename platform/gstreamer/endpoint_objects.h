@@ -43,7 +43,7 @@ class AudioSessionControl : public Object {
   Context& context_;
 };
 
-/// Measures what the program lets be heard, whichever item that is, and across new connections.
+/// Measures the sound that the program plays, whichever item that is, and across new connections.
 class AudioMeter : public Object {
  public:
   explicit AudioMeter(Context& context);

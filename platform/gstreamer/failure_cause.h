@@ -1,6 +1,6 @@
 #pragma once
 // Why an item could not be opened, or broke off.
-// Not the media framework's result for it (open_error.h), and not how it is found out (failure_notes.h).
+// Not the media framework's result for it (open_error.h), and not how it is determined (failure_notes.h).
 
 #include "ports/playback_monitor.h"
 

@@ -1,5 +1,5 @@
 #pragma once
-// What a pipeline says before and while it fails, put together to the one cause that a user understands.
+// Combines what a pipeline says before and while it fails into the one cause that a user understands.
 // Not the media framework's result (open_error.h), and not a look at the network (connection_probe.h).
 
 #include <gst/gst.h>
@@ -22,8 +22,8 @@ class FailureNotes {
   /// Any message of an element; only answers' headers and missing decoders are of interest.
   void Hear(GstMessage& element_message);
 
-  /// The cause behind an error message. Nothing when a server gave no answer at all: GStreamer does not say
-  /// then whether it is unknown, silent, refuses or cannot be trusted.
+  /// The cause behind an error message. Nothing when a server gave no answer at all: GStreamer then does not
+  /// say whether it is unknown, silent, refusing or not to be trusted.
   [[nodiscard]] std::optional<FailureCause> Explain(GstMessage& error_message, Source source) const;
   /// The cause when an opened item turns out to hold no sound that can be decoded.
   [[nodiscard]] FailureCause NoSound() const;

@@ -1,5 +1,5 @@
 #pragma once
-// The media framework, the audio sessions and the state of playing on Linux: answers their ports with
+// The media framework, the audio sessions and the state of playing on Linux: implements their ports with
 // GStreamer. Not the player: the order of calls and what they mean to the user is the logic's business.
 
 #include <chrono>
@@ -27,7 +27,7 @@ enum class SoundOutput : std::uint8_t {
 };
 
 struct GstMediaOptions {
-  /// A live stream that sends nothing for so long is opened again; at least 1 s.
+  /// A live stream that sends nothing for this long is opened again; at least 1 s.
   std::chrono::seconds stall_limit{15};
   /// The name of the program's entry in the sound server's mixer.
   std::string application_name = "Funkhausplayer";
@@ -55,8 +55,8 @@ class StreamReader {
   virtual std::optional<std::uint64_t> Size() = 0;
 };
 
-/// All three ports in one object, since it is the same items that they speak of. All calls belong to the
-/// user-interface thread, except RegisterStream's readers. An opened item is looked after by a thread of its
+/// All three ports in one object, because they are about the same items. All calls belong to the
+/// user-interface thread, except RegisterStream's readers. An opened item is supervised by a thread of its
 /// own: it pauses a buffer that ran dry until there is enough, and opens a lost live stream again until it is
 /// stopped; no call waits for a server except opening an address, which is bounded.
 ///

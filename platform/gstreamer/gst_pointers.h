@@ -1,6 +1,6 @@
 #pragma once
 // Owning pointers for GStreamer's and GLib's reference-counted and allocated things.
-// Not for anything that is shared with C++ code of other rooms.
+// Not for anything shared with C++ code of other rooms.
 
 #include <gst/gst.h>
 
@@ -27,7 +27,7 @@ struct GErrorFree {
   void operator()(GError* error) const { g_error_free(error); }
 };
 
-/// For objects of GLib that are none of GStreamer.
+/// For objects of GLib that are not GStreamer's.
 template <typename Type>
 using GObjectPointer = std::unique_ptr<Type, GObjectUnref>;
 using ElementPointer = std::unique_ptr<GstElement, ObjectUnref>;

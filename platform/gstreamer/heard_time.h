@@ -18,13 +18,13 @@ class HeardTime {
   };
   [[nodiscard]] Base Read() const { return {before_, restarts_}; }
 
-  /// The time played when the present pipeline has played `present`, which was asked of it after Read.
+  /// The time played when the present pipeline has played `present`, which was queried after Read.
   std::int64_t Reach(const Base& base, std::int64_t present) {
     if (base.restarts == restarts_) latest_ = std::max(latest_, base.before + present);
     return latest_;
   }
 
-  /// A pipeline that has played so long is no longer the present one.
+  /// A pipeline that has played this long is no longer the present one.
   void Add(std::int64_t played) { before_ += played; }
   void Restart() { *this = HeardTime(restarts_ + 1); }
 

@@ -1,6 +1,6 @@
 #pragma once
-// What becomes of an item when something happens to it: its phases, the events, and the table of both.
-// Not the carrying out, and no GStreamer; media_supervisor.h does what the table says.
+// What happens to an item on each event: its phases, the events, and the table of both.
+// Not the execution, and no GStreamer; media_supervisor.h does what the table says.
 
 #include <array>
 #include <concepts>
@@ -9,10 +9,10 @@
 
 namespace platform::gstreamer {
 
-/// What the caller wants of an item; the last request counts.
+/// What the caller wants from an item; the last request counts.
 enum class Wanted : std::uint8_t { kOpened, kRunning, kPaused, kStopped, kShutDown };
 
-/// Live streams are opened again when they break, and then play what is sent by that time. A file is not, but
+/// Live streams are opened again when they break, and then play what is sent at that time. A file is not, but
 /// continues where it was when a device is found.
 enum class ItemKind : std::uint8_t { kLive, kFile };
 
@@ -24,11 +24,11 @@ enum class Phase : std::uint8_t {
   kBridging,         ///< heard: its source is gone, what was buffered is played
   kBridgingOpening,  ///< heard, attempt: meanwhile the stream is opened again
   kBridgingOpened,   ///< heard, attempt: it is open and takes its turn once what was buffered is over
-  kSilent,           ///< none: waits for the time of the next attempt, and for a device
+  kSilent,           ///< none: waits until the next attempt is due, and for a device
   kReopening,        ///< attempt: nothing is heard any more
   kStopped,          ///< none: until Start
   kEnded,            ///< none: a file is over, or has broken off; Start plays it from its beginning
-  kFailed,           ///< none: the first attempt failed, and that is for good
+  kFailed,           ///< none: the first attempt failed, which is final
 };
 inline constexpr int kPhases = 10;
 
@@ -39,7 +39,7 @@ enum class ItemEvent : std::uint8_t {
   kNoDevice,       ///< no device takes the sound of the attempt
   kSourceEnded,    ///< no more data comes: the server closed the connection, or a file was read to its end
   kSourceBroken,   ///< the connection or its data failed
-  kNothingLeft,    ///< the device has taken all that there will ever be of what is heard
+  kNothingLeft,    ///< the device has taken all that there will ever be of this sound
   kHeardOut,       ///< ... and has played it
   kDeviceGone,     ///< the device takes no more sound
   kStart,
@@ -59,7 +59,7 @@ enum class Action : std::uint8_t {
   kDropHeard,
   kChangeOver,  ///< drop what is heard; the attempt takes its place
   kDropBoth,    ///< the time played stays
-  kEnd,         ///< drop both; the time played begins anew
+  kEnd,         ///< drop both; the time played begins again
 };
 
 /// Several phases, for the rows that they have in common.
@@ -114,7 +114,7 @@ inline constexpr std::array kRows = {
     Transition{{kBridgingOpening, kBridgingOpened}, kAttemptFailed, kLive, kBridging, kDropAttempt},
     Transition{{kBridgingOpening, kBridgingOpened}, kNoDevice, kBoth, kBridging, kDropAttempt},
 
-    // The sound that there was is over.
+    // The earlier sound is over.
     Transition{kWithHeard, kNothingLeft, kBoth, kSame, kAwaitSilence},
     Transition{{kSounding, kBridging}, kHeardOut, kLive, kSilent, kDropHeard},
     Transition{kBridgingOpening, kHeardOut, kLive, kReopening, kDropHeard},
@@ -129,7 +129,8 @@ inline constexpr std::array kRows = {
     Transition{kReopening, kNoDevice, kBoth, kSilent, kDropAttempt},
     Transition{{kReopening, kBridgingOpening, kBridgingOpened}, kAttemptFailed, kFile, kEnded, kEnd},
 
-    // A device goes: the stream is closed, so that nothing piles up, and is opened anew for the next device.
+    // A device disappears: the stream is closed, so that nothing piles up, and is opened again for the next
+    // device.
     Transition{kGoingOn, kDeviceGone, kBoth, kSilent, kDropBoth},
 
     // The caller.
@@ -145,7 +146,7 @@ struct Step {
   Action action = Action::kNothing;
 };
 
-/// What the table says of an item of that kind.
+/// What the table says about an item of that kind.
 constexpr Step NextStep(Phase phase, ItemEvent event, ItemKind kind) {
   for (const Transition& row : phase_table::kRows) {
     const bool applies = row.from.Has(phase) && row.event == event && row.kind.value_or(kind) == kind;
@@ -154,7 +155,7 @@ constexpr Step NextStep(Phase phase, ItemEvent event, ItemKind kind) {
   return {phase};
 }
 
-/// The item is to be heard, as far as its caller is concerned, and can be.
+/// The item's caller wants it to be heard, and it can be.
 constexpr bool Runs(Phase phase, Wanted wanted) {
   return wanted == Wanted::kRunning && phase != Phase::kEnded && phase != Phase::kFailed;
 }

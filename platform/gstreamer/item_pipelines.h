@@ -1,5 +1,5 @@
 #pragma once
-// The pipelines of one item, opened, exchanged and dropped, with the volume that they have in common.
+// The pipelines of one item, opened, exchanged and dropped, with their common volume.
 // Not the decisions when (item_phases.h), and not the thread (media_supervisor.h).
 
 #include <array>
@@ -12,7 +12,7 @@
 
 namespace platform::gstreamer {
 
-/// One that is heard and one that is attempted, each at most. Belongs to one thread, the supervisor's.
+/// At most one that is heard and one that is attempted. Belongs to one thread, the supervisor's.
 class ItemPipelines {
  public:
   using Clock = Line::Clock;
@@ -32,7 +32,7 @@ class ItemPipelines {
   /// no answer is asked for the reason.
   bool Open(OutputChooser::Output output, Clock::time_point now, Silence silence);
   void DropAttempt();
-  /// The attempt becomes what is heard; nothing was heard before. True when its source is gone already.
+  /// The attempt becomes what is heard; nothing was heard before. True when its source is already gone.
   bool Promote();
   void DropHeard();
   /// Both are no longer the item's; the caller stops them.

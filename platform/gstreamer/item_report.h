@@ -1,5 +1,5 @@
 #pragma once
-// What the thread that looks after an item reports of it, for the monitor of playing.
+// What the thread that supervises an item reports about it, for the playback monitor.
 // Not the words for the user, and not what is done about it (item_phases.h).
 
 #include <chrono>
@@ -15,16 +15,16 @@ struct ItemReport {
   PlaybackState state = PlaybackState::kConnecting;
   FailureCause cause;  ///< with kFailed and kReconnecting
   int buffered_percent = 0;
-  /// With kReconnecting; nothing while a try is under way.
+  /// With kReconnecting; nothing during an attempt.
   std::optional<std::chrono::steady_clock::time_point> next_try;
 };
 
-/// How an item stands.
+/// The state of an item.
 struct Situation {
   Phase phase = Phase::kOpening;
   Wanted wanted = Wanted::kOpened;
   bool plays = false;           ///< what is heard hands its sound to the device
-  bool is_lost = false;         ///< a loss has not been made up for by steady sound
+  bool is_lost = false;         ///< a loss has not been followed by steady sound yet
   bool attempt_failed = false;  ///< since the last attempt that was opened
   bool device_is_away = false;
   FailureCause cause = {};  ///< of the failure or the loss; none while all is well

@@ -1,5 +1,5 @@
 #pragma once
-// What the two threads of an item share: the caller's wishes, the pipeline's events, and how things stand.
+// What the two threads of an item share: the caller's requests, the pipeline's events, and the current state.
 // Not the decisions; those are media_supervisor.h.
 
 #include <chrono>
@@ -34,7 +34,7 @@ class ItemState final : public PipelineListener {
   [[nodiscard]] Wanted Requested() const;
   /// True once the last request was carried out; waits for that at most `limit`.
   bool WaitCarriedOut(std::chrono::milliseconds limit);
-  /// The result of opening; nothing when it is still under way after `limit`.
+  /// The result of opening; nothing when it has not finished after `limit`.
   std::optional<HResult> WaitOpened(std::chrono::milliseconds limit);
   /// A running item whose end was heard has ended.
   [[nodiscard]] bool Ended() const;
@@ -44,9 +44,9 @@ class ItemState final : public PipelineListener {
   [[nodiscard]] std::shared_ptr<Pipeline> Current() const;
   /// A snapshot, with the present format.
   [[nodiscard]] Properties GetProperties() const;
-  /// As of now; what is stopped or shut down counts as stopped at once, unless it had failed.
+  /// The current state; what is stopped or shut down counts as stopped at once, unless it had failed.
   [[nodiscard]] PlaybackStatus Status() const;
-  /// False until the supervisor has got as far as its first report.
+  /// False until the supervisor has made its first report.
   [[nodiscard]] bool HasReport() const;
   /// The channel count, also of the last pipeline while there is none.
   [[nodiscard]] int Channels() const;

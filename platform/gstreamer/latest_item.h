@@ -1,5 +1,5 @@
 #pragma once
-// Remembers how the item that was opened last stands, also after the item has gone.
+// Remembers the state of the item that was opened last, even after the item is gone.
 // Not the item itself, which lives as long as its handles.
 
 #include <memory>
@@ -17,7 +17,7 @@ class LatestItem {
     state_ = std::move(state);
     failure_ = PlaybackFailure::kNone;
   }
-  /// The opening failed before there was an item, or was given up while the item was still at it.
+  /// The opening failed before there was an item, or was given up while the item was still opening.
   void Failed(PlaybackFailure failure) {
     state_.reset();
     failure_ = failure;

@@ -9,10 +9,10 @@
 
 namespace platform::gstreamer {
 
-/// A device starts with the first sound that it is given. From there on the lead of the measuring over the
-/// hearing follows from how much was measured; it is largest whenever the device's buffer is full. That
-/// largest lead stays the same. When it does not, the device's clock and the one of the running times have
-/// drifted apart, and the levels follow the device.
+/// A device starts with the first sound that it is given. From then on the lead of measuring over hearing
+/// follows from how much was measured; it is largest whenever the device's buffer is full. That largest lead
+/// stays the same. When it does not, the device's clock and the one of the running times have drifted apart,
+/// and the levels follow the device.
 ///
 /// Times are running times in nanoseconds, which stand still while paused. Safe to use from any thread; no
 /// call blocks for longer than it takes to copy a few numbers.
@@ -25,7 +25,7 @@ class LevelHistory {
   /// When all that was measured has been heard; 0 at first.
   [[nodiscard]] std::int64_t End() const;
 
-  /// The peaks of the interval that `running_time` falls into; empty when there is none, since nothing is
+  /// The peaks of the interval that `running_time` falls into; empty when there is none, because nothing is
   /// heard then.
   [[nodiscard]] std::vector<float> At(std::int64_t running_time) const;
 
@@ -35,7 +35,7 @@ class LevelHistory {
     std::int64_t end;
     std::vector<float> peaks;
   };
-  /// When what is measured at `now` is heard.
+  /// When the sound that is measured at `now` is heard.
   std::int64_t HeardAt(std::int64_t now);
   void BeginSpan(std::int64_t now);
 

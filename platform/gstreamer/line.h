@@ -1,5 +1,5 @@
 #pragma once
-// A pipeline with what is known of it: its buffer, its device, its end; and an attempt to open one.
+// A pipeline with what is known about it: its buffer, its device, its end; and an attempt to open one.
 // Not what follows from that; item_phases.h decides.
 
 #include <chrono>
@@ -23,7 +23,7 @@ struct Line {
   Clock::time_point playing_since{};  ///< while `playing`
   Timer played_since;                 ///< when it was first heard
   Timer silent_at;                    ///< when the end has been heard, once it is near
-  Timer dry_at;                       ///< when the device is as good as dry, once the buffer is
+  Timer dry_at;                       ///< when the device is nearly dry, once the buffer is
   Reserve reserve;
   Standstill standstill;
 
@@ -40,9 +40,9 @@ struct Line {
   [[nodiscard]] bool HasSound() const { return filled || dry_at || silent_at; }
   void SetPlaying(bool play, Clock::time_point now);
 
-  /// Its device takes no more sound though there is some.
+  /// Its device takes no more sound although there is some.
   [[nodiscard]] bool StandsStill(Clock::time_point now);
-  /// When to ask that again; nothing while no sound is meant for a device.
+  /// When to check that again; nothing while no sound is meant for a device.
   [[nodiscard]] Timer NextStandstillCheck() const;
 
  private:

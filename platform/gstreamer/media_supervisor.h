@@ -1,5 +1,5 @@
 #pragma once
-// Keeps one item playing, on a thread of its own: makes events of what happens and carries out their table.
+// Keeps one item playing, on a thread of its own: turns what happens into events and executes their table.
 // Not the table (item_phases.h), and not the caller's side (media_item.h).
 //
 // The phases of an item and what follows them. item_phases.h says what each one is, and what is done.
@@ -13,28 +13,28 @@
 //   kSilent           kReopening
 //   kReopening                          kSounding        kSilent
 //
-// Stop and close lead from each of these phases to kStopped, and a device that goes from all but the first to
-// kSilent. Start leads from kStopped and kEnded to kSilent, where an attempt is due at once; kFailed is for
-// good. A first attempt that only lacks a device is made once more without one. A file has no source to lose:
-// when it is heard out, breaks off or cannot be opened once more, its phase is kEnded.
+// Stop and close lead from each of these phases to kStopped, and the loss of a device from all but the first
+// to kSilent. Start leads from kStopped and kEnded to kSilent, where an attempt is due at once; kFailed is
+// final. A first attempt that only lacks a device is made once more without one. A file has no source to
+// lose: when it is heard out, breaks off or cannot be opened again, its phase is kEnded.
 //
 // A server dies: the connection ends, breaks, or brings nothing for the stall limit while the buffer is dry.
 // What is buffered is heard, and meanwhile the station is opened again, at the times of reconnect_schedule.h.
-// The new connection takes its turn when the old sound is over, or at once when it is over already.
+// The new connection is heard when the old sound is over, or at once when it is already over.
 //
 // A buffer runs dry: the sound pauses when the device is nearly empty too, and continues with the amount of
-// reserve.h; the phase stays kSounding. In the bridging phases it is the end of the sound that there was.
+// reserve.h; the phase stays kSounding. In the bridging phases it is the end of the earlier sound.
 //
-// A device goes: both pipelines are closed, and a device is looked for as long as the item is to run
-// (device_watch.h). Attempts wait for it. A file then continues where it was, a station with what is sent by
+// A device disappears: both pipelines are closed, and a device is searched as long as the item is to run
+// (device_watch.h). Attempts wait for it. A file then continues where it was, a station with what is sent at
 // that time.
 //
-// Stop or close: both pipelines are closed, and neither an attempt nor a look for a device follows. One that
-// a hanging sound server holds up is dropped when it returns.
+// Stop or close: both pipelines are closed, and neither an attempt nor a search for a device follows. One
+// that a hanging sound server holds up is dropped when it returns.
 //
-// Start: opens anew what was stopped or is over, continues what was paused. What was opened without a device,
-// to try the address, is dropped: it would be old when one is found. Pause: changes no phase; but nothing is
-// opened again, and no device looked for, until Start.
+// Start: reopens what was stopped or is over, continues what was paused. What was opened without a device, to
+// try the address, is dropped: it would be out of date when one is found. Pause: changes no phase; but
+// nothing is reopened, and no device searched, until Start.
 
 #include <cstdint>
 #include <memory>
@@ -61,7 +61,7 @@ class MediaSupervisor {
  private:
   using Clock = ItemState::Clock;
 
-  // What happens becomes events of the table.
+  // Turns what happens into events of the table.
   void OnRequest(Wanted wanted);
   void OnEvent(const PipelineEvent& event);
   void OnAttemptEvent(const PipelineEvent& event);
@@ -75,7 +75,7 @@ class MediaSupervisor {
   void LookAtBuffer();
   void CheckTimers();
 
-  // What is done about them.
+  // Executes what the table says.
   void Apply(ItemEvent event);
   void CarryOut(Action action, Phase before);
   void Open(OutputChooser::Wish wish);
@@ -84,7 +84,7 @@ class MediaSupervisor {
   void AwaitSilence();
   void DropBoth();
 
-  // How it stands, and what comes next by itself.
+  // The current state, and what happens next by itself.
   [[nodiscard]] ItemReport Report() const;
   [[nodiscard]] DeviceSearch::Interest Interest() const;
   [[nodiscard]] bool WaitsForBuffer() const;
@@ -98,7 +98,7 @@ class MediaSupervisor {
   DeviceSearch device_;
   ReconnectSchedule schedule_;
   Phase phase_ = Phase::kOpening;
-  ItemKind kind_;  ///< what comes from a server is live until it turns out to have a length
+  ItemKind kind_;  ///< an item from a server is live until it turns out to have a length
   Wanted wanted_ = Wanted::kOpened;
   std::uint64_t request_ = 0;
   FailureCause cause_;  ///< of the failure or the loss; none while all is well

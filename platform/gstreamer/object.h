@@ -13,7 +13,7 @@
 
 namespace platform::gstreamer {
 
-/// One interface of one object. Several may share what stands behind them.
+/// One interface of one object. Several may share the same underlying object.
 class Object : public std::enable_shared_from_this<Object> {
  public:
   virtual ~Object() = default;

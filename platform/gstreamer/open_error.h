@@ -9,10 +9,10 @@
 namespace platform::gstreamer {
 
 /// The result for an error message: file not found for a missing file and the HTTP status 404, unsupported
-/// for what is no decodable sound, access denied for 401 and 403, a timeout, and kEFail for the rest.
+/// for what is not decodable sound, access denied for 401 and 403, a timeout, and kEFail for the rest.
 HResult ResultOfError(GstMessage* error_message, bool local_file);
 
-/// The HTTP status that an error message speaks of; 0 when there is none.
+/// The HTTP status in an error message; 0 when there is none.
 int HttpStatusOf(GstMessage* error_message);
 
 }  // namespace platform::gstreamer

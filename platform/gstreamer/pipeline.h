@@ -33,7 +33,7 @@ struct PipelineInput {
 struct PipelineSettings {
   std::string user_agent;
   std::string certificate_file;
-  std::chrono::seconds stall_limit{15};  ///< a server that sends nothing for so long counts as gone
+  std::chrono::seconds stall_limit{15};  ///< a server that sends nothing for this long counts as gone
 };
 
 struct PipelineEvent {
@@ -56,7 +56,7 @@ struct PipelineEvent {
   bool output_failed = false;
 };
 
-/// Listens to a pipeline; called from any thread, so it only takes notes.
+/// Listens to a pipeline; called from any thread, so it should only record the event.
 class PipelineListener {
  public:
   virtual ~PipelineListener() = default;
@@ -69,8 +69,8 @@ struct StreamVolume {
   bool mute = false;
 };
 
-/// Create, Preroll, then Play and Pause by turns, Stop. These belong to one thread, the supervisor's; the
-/// functions marked so may be called from any.
+/// Create, Preroll, then Play and Pause alternately, Stop. These belong to one thread, the supervisor's;
+/// functions marked "Any thread" may be called from any.
 class Pipeline {
  public:
   /// Null when an element is missing from the installation.
@@ -83,8 +83,7 @@ class Pipeline {
 
   [[nodiscard]] int Serial() const { return serial_; }
 
-  /// Before Preroll: when the server gives no answer, a second connection finds out why, before kFailed
-  /// comes.
+  /// Before Preroll: when the server gives no answer, a second connection finds out why before kFailed comes.
   void ExplainSilence() { explains_silence_ = true; }
   void Preroll();
   void Play();
@@ -96,7 +95,7 @@ class Pipeline {
 
   /// The buffered sound that kBuffering counts as 100 %.
   void SetRefill(std::chrono::nanoseconds sound);
-  /// The buffered sound; all that the buffer can hold once nothing more comes or fits.
+  /// The buffered sound; the whole capacity once nothing more comes or fits.
   [[nodiscard]] std::chrono::nanoseconds Buffered() const;
   /// True when the buffer counts as empty.
   [[nodiscard]] bool IsDry() const;
@@ -111,8 +110,8 @@ class Pipeline {
 
   /// True when the sink is a device that can be heard.
   [[nodiscard]] bool Heard() const { return heard_; }
-  /// Any thread: the time played so far in nanoseconds. It stands still while paused, and while the device
-  /// takes no sound.
+  /// Any thread: the time played so far in nanoseconds. It stops while paused, and while the device takes no
+  /// sound.
   [[nodiscard]] std::int64_t PlayedTime() const;
   /// Any thread: linear peaks of what is heard now, before the volume; empty while paused.
   [[nodiscard]] std::vector<float> Peaks() const;
@@ -122,7 +121,7 @@ class Pipeline {
   /// Any thread: when the last data arrived in the buffer, the creation at first.
   [[nodiscard]] std::chrono::steady_clock::time_point LastData() const { return last_data_.load(); }
   /// Any thread: when the device has played all the sound that it took, the creation at first. What is taken
-  /// later, or a pause, puts it off.
+  /// later, or a pause, postpones it.
   [[nodiscard]] std::chrono::steady_clock::time_point SuppliedUntil() const { return supplied_until_.load(); }
 
  private:

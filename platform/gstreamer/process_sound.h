@@ -1,6 +1,6 @@
 #pragma once
 // The volume and mute of the program's own sound, shared by its items one after the other.
-// Not the sink that carries them out; the supervisor of an item hands them on.
+// Not the sink that applies them; an item's supervisor passes them on.
 
 #include <cstdint>
 #include <mutex>
@@ -15,13 +15,13 @@ namespace platform::gstreamer {
 class ProcessSound {
  public:
   struct Wanted {
-    /// Linear; nothing: what the sound server remembers. Above 1 only by the mixer.
+    /// Linear; nothing means what the sound server remembers. Only the mixer sets it above 1.
     std::optional<double> volume;
     std::optional<bool> mute;
     std::uint64_t version = 0;  ///< changes with every setting
   };
 
-  /// At most 1. What Current shows as full volume already is left as it is: the mixer's amplification beyond
+  /// At most 1. What Current already shows as full volume is left as it is: the mixer's amplification beyond
   /// that, or what the sound server remembers.
   void SetVolume(double linear) {
     const std::lock_guard lock(mutex_);
@@ -43,8 +43,8 @@ class ProcessSound {
     return {wanted_.volume.value_or(1.0), wanted_.mute.value_or(false)};
   }
 
-  /// The mixer shows `observed`, after setting number `version` was carried out. A newer setting and a mere
-  /// rounding of the mixer's are not overwritten.
+  /// The mixer shows `observed`, after setting number `version` was applied. A newer setting and a mere
+  /// rounding by the mixer are not overwritten.
   void Observe(const StreamVolume& observed, std::uint64_t version);
 
  private:

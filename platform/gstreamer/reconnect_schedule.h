@@ -1,6 +1,6 @@
 #pragma once
-// When a lost live stream is opened again: at once, then every second or sooner, after a minute ever more
-// rarely. Not the opening and not the clock; times are passed in.
+// When a lost live stream is opened again: at once, then every second or sooner, and less and less often
+// after a minute. Not the opening and not the clock; times are passed in.
 
 #include <algorithm>
 #include <chrono>
@@ -11,7 +11,7 @@
 
 namespace platform::gstreamer {
 
-/// One loss and its attempts, in order: Lose, then NextAttempt and AttemptStarted by turns, each with
+/// One loss and its attempts, in order: Lose, then NextAttempt and AttemptStarted alternately, each with
 /// AttemptOpened or AttemptFailed.
 class ReconnectSchedule {
  public:
@@ -26,7 +26,7 @@ class ReconnectSchedule {
   static constexpr Clock::duration kRarest = std::chrono::seconds(30);
 
   enum class Failure : std::uint8_t {
-    kCheap,    ///< it cost nobody anything: no server is there, or the stream is not there yet
+    kCheap,    ///< it costs nobody anything: no server is there, or the stream is not there yet
     kRefusal,  ///< a server has answered, but gives no sound
   };
   /// How an attempt that failed for that reason counts.
@@ -56,7 +56,7 @@ class ReconnectSchedule {
 
   void AttemptOpened() { failed_ = false; }
 
-  /// The last attempt has opened nothing, as is known at `now`; what was not lost before is lost with that.
+  /// At `now` it is known that the last attempt opened nothing; what was not lost before is lost now.
   void AttemptFailed(Clock::time_point now, Failure failure) {
     Lose(now, std::nullopt);
     failed_ = true;

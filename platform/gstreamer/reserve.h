@@ -1,5 +1,5 @@
 #pragma once
-// How much sound is waited for before it starts or continues: little at first, more after every hole.
+// How much sound must be buffered before it starts or continues: little at first, more after every gap.
 // Not the buffer; amounts and times are passed in.
 
 #include <algorithm>
@@ -17,9 +17,9 @@ class Reserve {
   /// Before the first sound, which should come soon. A device takes 400 ms of it at once, and what is left
   /// must not count as dry.
   static constexpr Sound kFirst = std::chrono::milliseconds(600);
-  /// What the buffer can hold with room to spare.
+  /// What fits into the buffer with room to spare.
   static constexpr Sound kLargest = std::chrono::seconds(8);
-  /// Sound that lasted this long begins anew with small reserves.
+  /// After sound that lasted this long, reserves start small again.
   static constexpr Clock::duration kSteady = std::chrono::minutes(5);
 
   /// The sound starts or continues at `now`.
@@ -32,15 +32,15 @@ class Reserve {
     least_ = std::min<Sound>(least_ * 5 / 2, kLargest);
   }
 
-  /// How much of what is waited for is there at `now` when `buffered` is; the sound may continue at 100. As
-  /// much sound is waited for as there was silence, but at least the reserve and, for a connection that
+  /// The percentage of the wanted sound that is there at `now` when `buffered` is; the sound may continue at
+  /// 100. As much sound is wanted as there was silence, but at least the reserve and, for a connection that
   /// hardly delivers, at most twice that.
   [[nodiscard]] int Percent(Sound buffered, Clock::time_point now) const {
     const Sound wanted = dry_at_ ? std::clamp<Sound>(now - *dry_at_, least_, Most()) : kFirst;
     return static_cast<int>(std::min(buffered, wanted) * 100 / wanted);
   }
 
-  /// No more than this is waited for.
+  /// No more than this is wanted.
   [[nodiscard]] Sound Most() const { return dry_at_ ? std::min(least_ * 2, kLargest) : kFirst; }
 
  private:

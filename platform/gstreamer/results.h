@@ -1,5 +1,5 @@
 #pragma once
-// Results of operations that only this adapter gives, beside those of ports/interface_call.h.
+// Results of operations that only this adapter gives, besides those of ports/interface_call.h.
 // Not the choice among them; open_error.h turns what GStreamer says into a result.
 //
 // Numbers: the public documentation of Media Foundation (mferror.h) and of Windows (winerror.h).

@@ -1,5 +1,5 @@
 #pragma once
-// Chooses where the sound goes and reaches the stream's own volume there.
+// Chooses where the sound goes and gives access to the stream's own volume there.
 // Not the pipeline in front of it.
 
 #include <gst/gst.h>
@@ -17,7 +17,7 @@
 
 namespace platform::gstreamer {
 
-/// How much sound a device takes ahead of its being heard.
+/// How much sound a device takes before it is heard.
 inline constexpr std::chrono::microseconds kDeviceBuffer = std::chrono::milliseconds(400);
 /// How much it asks for at a time. GStreamer's own 10 ms would wake two threads a hundred times a second.
 inline constexpr std::chrono::microseconds kDeviceRequest = kDeviceBuffer / 4;
@@ -37,8 +37,8 @@ class OutputChooser {
     kNowhere,
   };
 
-  /// A device is the sound server when there is one, else the sound card (CardRule says when). Where the
-  /// sound is meant to go nowhere, every wish gives that.
+  /// A device is the sound server when there is one, else the sound card (CardRule says when). When the sound
+  /// is meant to go nowhere, every request gives such a sink.
   Output Choose(Wish wish);
   /// False when the sound is meant to go nowhere.
   [[nodiscard]] bool WantsDevice() const { return output_ == SoundOutput::kAutomatic; }

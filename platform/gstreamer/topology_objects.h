@@ -1,6 +1,6 @@
 #pragma once
 // Topologies: which stream of an item goes to which renderer.
-// Not the pipeline that carries it out; that is pipeline.h.
+// Not the pipeline that implements it; that is pipeline.h.
 
 #include <memory>
 #include <vector>
@@ -12,7 +12,7 @@ namespace platform::gstreamer {
 
 enum class Renderer : std::uint8_t { kAudio, kVideo };
 
-/// Stands for a renderer that the session makes when it needs it.
+/// Represents a renderer that the session creates when it needs it.
 class RendererActivate : public Object {
  public:
   explicit RendererActivate(Renderer renderer);
@@ -50,7 +50,7 @@ class Topology : public Object {
   explicit Topology(Context& context);
   std::shared_ptr<Object> As(const Guid& iid) override;
 
-  /// The item that this topology lets be heard; null when no branch of it is complete.
+  /// The item that this topology plays; null when no branch of it is complete.
   [[nodiscard]] std::shared_ptr<MediaItem> HeardItem() const;
 
  private:

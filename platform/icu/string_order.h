@@ -1,5 +1,5 @@
 #pragma once
-// Adapter: the natural order of names, answered with ICU's collation for German with numeric ordering.
+// Adapter: the natural order of names, implemented with ICU's collation for German with numeric ordering.
 // Not for equality of keys or for letter case.
 
 #include <unicode/ucol.h>

@@ -1,5 +1,5 @@
 #pragma once
-// Adapter: code pages and letter case, answered with ICU and a table of code page 1252.
+// Adapter: code pages and letter case, implemented with ICU and a table of code page 1252.
 // Not for comparing texts; that is platform/icu/string_order.h.
 
 #include "ports/text_conversion.h"
@@ -15,8 +15,8 @@ class IcuTextConversion final : public TextConversion {
   std::string WideCharToMultiByte(CodePage page, TextView text) override;
   Text MultiByteToWideChar(CodePage page, std::string_view bytes) override;
 
-  /// Only pairs of letters that lead to each other in both directions change: "ı" does not become "I",
-  /// because "I" becomes "i".
+  /// Only pairs of letters that map to each other in both directions change: "ı" does not become "I", because
+  /// "I" becomes "i".
   Text CharLowerW(TextView text) override;
   Text CharUpperW(TextView text) override;
 };

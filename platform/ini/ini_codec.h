@@ -1,5 +1,5 @@
 #pragma once
-// The encoding of one INI file: its mark, its units, its line ends, and the way to and from text.
+// The encoding of one INI file: its mark, its units, its line ends, and the conversion to and from text.
 // Not for the meaning of a line (platform/ini/ini_line.h).
 
 #include <cstddef>
@@ -19,7 +19,7 @@ class IniCodec {
 
   /// Bytes of the mark at the file's beginning, 0 without one.
   [[nodiscard]] std::size_t MarkSize() const;
-  /// Bytes of one unit, 1 or 2. A line's size is a multiple of it, save for a file's torn last line.
+  /// Bytes of one unit, 1 or 2. A line's size is a multiple of it, except for a file's torn last line.
   [[nodiscard]] std::size_t UnitSize() const { return encoding_ == Encoding::kUtf16 ? 2 : 1; }
 
   /// Bytes of the line that starts at `begin`, with its end (CR LF, LF or CR); 0 at the file's end.
@@ -33,7 +33,7 @@ class IniCodec {
 
   [[nodiscard]] Text Decode(std::string_view bytes) const;
   [[nodiscard]] std::string Encode(TextView text) const;
-  /// `text` as the file would give it back: what the encoding lacks is replaced.
+  /// `text` as the file would return it: what the encoding lacks is replaced.
   [[nodiscard]] Text AsStored(TextView text) const;
   /// The form in which names are compared, so that letter case makes no difference.
   [[nodiscard]] Text Fold(TextView name) const;

@@ -18,18 +18,18 @@
 
 namespace platform::ini {
 
-/// A larger file is not read, and no change may make a file larger.
+/// A larger file is not read, and no change may make a file larger than this.
 inline constexpr std::size_t kLargestIniFile = std::size_t{64} * 1024 * 1024;
 
 /// What a change did to a document.
 enum class IniChange {
-  kNone,    ///< the document said so already
+  kNone,    ///< the document was already like that
   kMade,    ///< its bytes changed
   kRefused  ///< a line that says this cannot be written; nothing changed
 };
 
-/// Names and values end at a NUL, lose CR and LF, and names also the blanks at their ends. Of equal names
-/// the first counts. The headers are found at once, the keys of a section when it is first asked for.
+/// Names and values end at a NUL, lose CR and LF, and names also the blanks at their ends. Of equal names the
+/// first counts. The headers are found at once, the keys of a section when it is first used.
 ///
 ///     buffer_    the bytes as they came  |  lines written since
 ///                   ^            ^                  ^
@@ -44,19 +44,19 @@ enum class IniChange {
 ///                   +-- body: what stands before the first header
 ///     names_     "a" -> first and last of its chain of sections
 ///
-/// A change stores its line behind the buffer's end and lets the piece point there; Bytes() puts the pieces
-/// together again in order. When most of the buffer is waste it is made anew.
+/// A change appends its line to the buffer and lets the piece point there; Bytes() puts the pieces together
+/// again in order. When most of the buffer is waste it is rebuilt.
 class IniDocument {
  public:
   /// No bytes make an empty document, which is code page 1252 with CR LF. At most kLargestIniFile bytes.
   /// The conversion must outlive the document.
   IniDocument(TextConversion& conversion, std::string bytes);
 
-  /// The value without the quotes round it; nothing when the section or the key is missing.
+  /// The value without the quotes around it; nothing when the section or the key is missing.
   std::optional<Text> Value(TextView section, TextView key);
 
-  /// Replaces the value, or adds the key after the section's last line that is not blank, or adds the
-  /// section at the end. Refused for a key that the line would not give back (with "=" in it, say), and when
+  /// Replaces the value, or adds the key after the section's last line that is not blank, or adds the section
+  /// at the end. Refused for a key that could not be read back from the line (with "=" in it, say), and when
   /// the file could become too large.
   IniChange SetValue(TextView section, TextView key, TextView value);
 
@@ -69,8 +69,8 @@ class IniDocument {
   /// The first such section with all its lines.
   [[nodiscard]] std::optional<ProfileSection> CopySection(TextView section);
 
-  /// Puts a copied section before the first one that bears the name `next`, else at the end. Refused when
-  /// its lines do not begin with a header, and when the file could become too large.
+  /// Puts a copied section before the first one named `next`, or else at the end. Refused when its lines do
+  /// not begin with a header, and when the file could become too large.
   IniChange InsertSection(const ProfileSection& section);
 
   /// All names in file order, equal and empty ones included.
@@ -101,7 +101,7 @@ class IniDocument {
     std::vector<Item> items;
     NameIndex keys;
   };
-  /// The first section has no header and no name: it is what stands before the first header.
+  /// The first section has no header and no name: it is what comes before the first header.
   struct Section {
     Piece header;
     std::uint32_t body_size = 0;  ///< bytes after the header, while `body` is not made

@@ -1,5 +1,5 @@
 #pragma once
-// One INI file of the disk: parsed once, read again when it changed, replaced in one step.
+// One INI file on the disk: parsed once, read again when it changed, replaced in one step.
 // Not for the rules of the format (platform/ini/ini_document.h), nor for the disk itself
 // (ports/profile_files.h).
 
@@ -30,10 +30,10 @@ class IniFile {
   /// `name` is the system's own.
   IniFile(ProfileFiles& disk, TextConversion& conversion, std::string name);
 
-  /// What the file says now, with the changes that were collected.
+  /// The file's present contents, with the collected changes.
   IniDocument& Read();
 
-  /// Makes a change in memory and remembers it for Write. False when the file cannot say so.
+  /// Makes a change in memory and remembers it for Write. False when the file cannot express it.
   bool Collect(IniEdit edit);
 
   /// Forgets the collected changes.
@@ -41,8 +41,8 @@ class IniFile {
 
   [[nodiscard]] bool HasCollected() const { return !edits_.empty(); }
 
-  /// Brings the collected changes to the disk, on top of what other programs wrote meanwhile. False when
-  /// that failed; the file is then what it was, and the changes are forgotten.
+  /// Writes the collected changes to the disk, on top of what other programs wrote meanwhile. False when that
+  /// failed; the file is then unchanged, and the changes are forgotten.
   bool Write();
 
  private:

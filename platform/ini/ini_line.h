@@ -25,7 +25,7 @@ IniLine ReadIniLine(TextView line);
 /// `text` without the blanks and tabs at its two ends.
 TextView TrimBlanks(TextView text);
 
-/// `value` without one pair of equal quotes (both " or both ') round it.
+/// `value` without one pair of equal quotes (both " or both ') around it.
 TextView RemoveQuotes(TextView value);
 
 }  // namespace platform::ini

@@ -1,5 +1,5 @@
 #pragma once
-// The private-profile operations, answered by an engine of the program's own over any system's disk.
+// The private-profile operations, implemented by the program's own engine over any system's disk.
 // Not for the format of a file (platform/ini/ini_document.h), nor for the disk (ports/profile_files.h).
 
 #include <map>

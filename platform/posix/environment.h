@@ -9,7 +9,7 @@
 
 namespace platform::posix {
 
-/// What decides where a user's folder of one kind lies; empty for a variable that is not set.
+/// What determines where a user's folder of one kind is; empty for a variable that is not set.
 struct HomeVariables {
   std::string own;  ///< the variable that names this kind of folder
   std::string home;
@@ -31,7 +31,7 @@ std::string DataFolder(const HomeVariables& variables);
 /// The data folder of the user who runs this process; it need not exist.
 std::string UsersDataFolder();
 
-/// Values are carried as native paths are, so that a folder in a variable can be used at once. When APPDATA
+/// Values are converted like native paths, so that a folder in a variable can be used at once. When APPDATA
 /// is not set, its value is the configuration folder, which is made when it is missing, because the program
 /// creates only the last level of a path. State files are named after a number made from the path to which
 /// they belong. The paths must outlive the object.

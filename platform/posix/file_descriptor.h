@@ -10,7 +10,7 @@ namespace platform::posix {
 class FileDescriptor {
  public:
   FileDescriptor() = default;
-  /// Takes over what open() and its like returned; a negative number is no file.
+  /// Takes ownership of what open() and the like returned; a negative number is no file.
   explicit FileDescriptor(int number) : number_(number) {}
   FileDescriptor(FileDescriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
   FileDescriptor& operator=(FileDescriptor&& other) noexcept {

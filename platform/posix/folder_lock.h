@@ -9,13 +9,13 @@
 namespace platform::posix {
 
 /// Held from construction to destruction. A file cannot carry the lock itself, because replacing it puts
-/// another file under its name. Where the file system has no locks, the work goes on without one.
+/// another file under its name. Where the file system has no locks, work continues without one.
 class FolderLock {
  public:
   enum class State {
     kHeld,
     kNoFolder,  ///< there is no such folder
-    kBusy       ///< another program did not give it up within five seconds
+    kBusy       ///< another program did not release it within five seconds
   };
 
   explicit FolderLock(const std::string& folder);

@@ -1,11 +1,11 @@
 #pragma once
-// Where a user's music lies, by the rules of freedesktop.org. Not for what the program puts there.
+// Where a user's music is, by the rules of freedesktop.org. Not for what the program puts there.
 
 #include <string>
 
 namespace platform::posix {
 
-/// What decides it; empty for a variable that is not set.
+/// What determines it; empty for a variable that is not set.
 struct MusicVariables {
   std::string music;        ///< XDG_MUSIC_DIR
   std::string config_home;  ///< XDG_CONFIG_HOME
@@ -13,7 +13,7 @@ struct MusicVariables {
 };
 
 /// $XDG_MUSIC_DIR; without that variable the folder that the user's user-dirs.dirs names, otherwise "Music"
-/// in the home folder. Values that are no absolute path do not count. Empty without a home folder. It need
+/// in the home folder. Values that are not absolute paths do not count. Empty without a home folder. It need
 /// not exist. Public reference: xdg-user-dirs of freedesktop.org.
 std::string MusicFolder(const MusicVariables& variables);
 

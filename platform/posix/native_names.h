@@ -15,7 +15,8 @@ std::string FolderOf(const std::string& path);
 /// when the links go in a circle.
 std::optional<std::string> FollowLinks(const std::string& path);
 
-/// What lies in a folder, without "." and "..", in order of the names' bytes; nothing when it cannot be read.
+/// What a folder contains, without "." and "..", in order of the names' bytes; nothing when it cannot be
+/// read.
 std::vector<std::string> NamesIn(const std::string& folder);
 
 }  // namespace platform::posix

@@ -8,9 +8,9 @@
 
 namespace platform::posix {
 
-/// File names are UTF-8. A byte that is not, and a "\" inside a name, are carried as the lone low surrogate
-/// U+DC00 plus the byte, which no valid text contains; ToNative(FromNative(x)) is x for every x.
-/// In ToNative a "/" stays a separator, and any other lone surrogate becomes U+FFFD. Letter case counts
+/// File names are UTF-8. A byte that is not, and a "\" inside a name, are represented by the lone low
+/// surrogate U+DC00 plus the byte, which no valid text contains; ToNative(FromNative(x)) is x for every x. In
+/// ToNative a "/" stays a separator, and any other lone surrogate becomes U+FFFD. Letter case counts
 /// everywhere.
 class PosixNativePaths final : public NativePaths {
  public:

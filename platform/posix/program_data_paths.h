@@ -12,16 +12,16 @@
 namespace platform::posix {
 
 /// Where the folders of data lie: what is in the user's own wins over what is beside the program, which may
-/// be of the system and closed to the user.
+/// belong to the system.
 struct DataRoots {
   std::string users;  ///< native; empty when there is none
   Text program;
 };
 
-/// Users fill the folders of data on systems that do not tell "RadioICO" from "RadioIco". So a path into one
-/// of them that does not exist is looked for level by level: a name that exists as it is written comes first,
+/// Users fill the folders of data on systems that do not distinguish "RadioICO" from "RadioIco". So a path into one
+/// of them that does not exist is searched level by level: a name that exists as it is written comes first,
 /// then the first, by its bytes, of those that differ by letter case only. This costs one listing for each
-/// such level, and nothing for paths that lead elsewhere. What is nowhere keeps its path beside the program.
+/// such level, and nothing for paths that lead elsewhere. What does not exist keeps its path beside the program.
 class ProgramDataPaths final : public NativePaths {
  public:
   /// `data_folders` are names of folders in the roots; paths to them begin with the program's. The ports must

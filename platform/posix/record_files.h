@@ -10,9 +10,9 @@
 
 namespace platform::posix {
 
-/// Titles come from servers, so that an existing file is overwritten only when it can be nothing but an
-/// earlier recording: a regular file with one name that nobody may execute. Bytes are buffered up to 64 KB;
-/// while the disk takes none, no more are accepted. The paths must outlive the object.
+/// Titles come from servers, so an existing file is overwritten only when it can only be an earlier
+/// recording: a regular file with one name that nobody may execute. Bytes are buffered up to 64 KB; while the
+/// disk takes none, no more are accepted. The paths must outlive the object.
 class PosixRecordFiles final : public RecordFiles {
  public:
   explicit PosixRecordFiles(NativePaths& paths);

@@ -12,8 +12,8 @@
 namespace platform::posix {
 
 /// `file` is one of three things: an address ("scheme://..."), opened by xdg-open; "sndvol.exe", for which
-/// the first sound mixer found in PATH is started; or a program file, started directly. A program that is not
-/// there under a name ending in ".exe" is tried without that ending; a bare name is looked for in PATH.
+/// the first sound mixer found in PATH is started; or a program file, started directly. A program that does
+/// not exist under a name ending in ".exe" is tried without that ending; a bare name is searched in PATH.
 /// Owner and show mode have no meaning here. The paths must outlive the object.
 class PosixShell final : public Shell {
  public:

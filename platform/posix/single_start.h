@@ -1,6 +1,6 @@
 #pragma once
-// One start of the program among those that may come at the same time: it runs, or it hands itself over to
-// the one that runs already. Not for what that one does about it (ports/start_requests.h).
+// One start of the program among those that may come at the same time: it runs, or it passes its request to
+// the copy that is already running. Not for what that copy does with it (ports/start_requests.h).
 
 #include <chrono>
 #include <memory>
@@ -11,7 +11,7 @@
 
 namespace platform::posix {
 
-/// To be made before anything that two running copies must not do, and kept until the process ends.
+/// To be created before anything that two running copies must not do, and kept until the process ends.
 class SingleStart {
  public:
   enum class Outcome {
@@ -26,7 +26,8 @@ class SingleStart {
   };
 
   /// Settles the outcome. While another start is just beginning or ending this waits, at most for `limit`;
-  /// one that ends meanwhile gives its place to this one. Where there can be no lock, every start runs.
+  /// when the other one ends meanwhile, this one takes its place. Where there can be no lock, every start
+  /// runs.
   SingleStart(const Places& places, const StartRequest& request, std::chrono::milliseconds limit);
 
   [[nodiscard]] Outcome Get() const { return outcome_; }
@@ -37,7 +38,7 @@ class SingleStart {
   Outcome Settle(const Places& places, const StartRequest& request, std::chrono::milliseconds limit);
 
   StartLock lock_;
-  std::unique_ptr<StartListener> listener_;  // goes before the lock
+  std::unique_ptr<StartListener> listener_;  // destroyed before the lock
   Outcome outcome_;
 };
 

@@ -1,6 +1,6 @@
 #pragma once
-// The way from a later start of the program to the one that runs: a socket on which the later one asks and
-// the running one answers. Not for deciding which of them may run (platform/posix/start_lock.h).
+// The connection from a later start of the program to the one that runs: a socket on which the later one asks
+// and the running one answers. Not for deciding which of them may run (platform/posix/start_lock.h).
 
 #include <chrono>
 #include <cstddef>
@@ -12,16 +12,16 @@
 
 namespace platform::posix {
 
-/// The running start's end. A message is one packet of at most kLongestRequest bytes; what is no message of
-/// this program's is refused.
+/// The running start's end. A message is one packet of at most kLongestRequest bytes; what is not a message
+/// of this program is refused.
 class StartListener final : public StartRequests {
  public:
   static constexpr std::size_t kLongestRequest = 65536;
-  /// Starts that wait at the same time; the longest waiting are refused for more.
+  /// How many starts may wait at the same time; beyond that, the longest waiting are refused.
   static constexpr std::size_t kMostWaiting = 16;
 
-  /// `path` names the socket, replacing what a former start left there. To be made only by the start that
-  /// holds the lock. When the socket cannot be made, nobody can ask.
+  /// `path` names the socket and replaces what a former start left there. Only the start that holds the lock
+  /// may create it. When the socket cannot be made, nobody can ask.
   explicit StartListener(const std::string& path);
   ~StartListener() override;
   StartListener(const StartListener&) = delete;

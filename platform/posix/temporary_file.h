@@ -1,5 +1,5 @@
 #pragma once
-// The file in which the next contents of another one are written before they replace it.
+// The file in which new contents for another file are written before it replaces that file.
 // Not for what is written or for whether it may be replaced (platform/posix/whole_file.h).
 
 #include <sys/types.h>
@@ -10,11 +10,12 @@
 
 namespace platform::posix {
 
-/// Lies beside its target under a name that tells whose it is. Its writer keeps it locked, so that one whose
-/// writer was killed can be told from one that is in use. Where the file system has no locks, it has none.
+/// Is beside its target under a name that identifies the target. Its writer keeps it locked, so that one
+/// whose writer was killed can be distinguished from one in use. Where the file system has no locks, it has
+/// none.
 class TemporaryFile {
  public:
-  /// Makes the file with these permissions, less what the process's mask takes away.
+  /// Creates the file with these permissions, less what the process's mask removes.
   TemporaryFile(std::string target, mode_t permissions);
   /// Removes the file unless it has replaced its target.
   ~TemporaryFile();

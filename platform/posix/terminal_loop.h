@@ -1,5 +1,5 @@
 #pragma once
-// The message loop of a program without windows, which learns in it that it is asked to end.
+// The message loop of a program without windows, through which it is notified of requests to end.
 // Not for windows; those have the toolkit's own.
 
 #include <functional>
@@ -8,8 +8,8 @@
 
 namespace platform::posix {
 
-/// SIGINT, SIGTERM and SIGHUP are passed on in the next pump; the same signal a second time ends the process
-/// at once. One at a time; the signals' former handling is back when it ends.
+/// SIGINT, SIGTERM and SIGHUP are passed on when messages are next processed; the same signal a second time
+/// ends the process at once. One at a time; the signals' former handling is back when it ends.
 class TerminalLoop final : public MessageLoop {
  public:
   TerminalLoop();
@@ -17,14 +17,14 @@ class TerminalLoop final : public MessageLoop {
   TerminalLoop(const TerminalLoop&) = delete;
   TerminalLoop& operator=(const TerminalLoop&) = delete;
 
-  /// Called in a pump, once for each request to end.
+  /// Called while messages are processed, once for each request to end.
   std::function<void()> EndAsked;
 
   void ProcessPendingMessages() override;
   void ProcessPaintMessages() override {}
-  /// A request to end that is not passed on yet.
+  /// A request to end that has not been passed on yet.
   [[nodiscard]] bool InputEndsWait() const override;
-  /// A signal cuts it short.
+  /// A signal ends it early.
   void Sleep(std::uint32_t milliseconds) override;
   /// No key is ever down.
   std::int16_t GetAsyncKeyState(std::int32_t /*virtual_key*/) override { return 0; }

@@ -8,8 +8,8 @@
 namespace platform::posix {
 
 /// True when `action` returns true in the copy within `limit`. A copy that ends in another way or takes
-/// longer (it is then killed) gives false, and so does a system that makes no copy. What the copy prints is
-/// dropped, and nothing of it but the answer comes back. Only while no other thread runs.
+/// longer (it is then killed) gives false, and so does a system that cannot make a copy. What the copy prints
+/// is dropped; only its answer comes back. Only while no other thread runs.
 bool SucceedsInCopy(const std::function<bool()>& action, std::chrono::milliseconds limit);
 
 }  // namespace platform::posix

@@ -14,7 +14,7 @@ struct stat;
 
 namespace platform::posix {
 
-/// What tells one state of a file from another: which file it is, its size and its times in nanoseconds.
+/// Distinguishes one state of a file from another: which file it is, its size and its times in nanoseconds.
 struct DiskStamp {
   dev_t device = 0;
   ino_t inode = 0;
@@ -45,11 +45,11 @@ struct ReadResult {
 /// The bytes of a regular file of at most `limit` bytes. Never waits for the other end of a pipe.
 ReadResult ReadRegularFile(const std::string& path, std::size_t limit);
 
-/// Creates the file or replaces its contents in one step: a temporary file beside it is written, brought to
-/// the disk and renamed; one that an earlier, killed replacement left there is removed. Of an existing file
-/// the permissions and the owner stay where the system allows it, and so does a symbolic link (its target is
+/// Creates the file or replaces its contents in one step: a temporary file beside it is written, synced to
+/// the disk and renamed; one that an earlier, killed replacement left there is removed. Permissions and owner
+/// of an existing file are kept where the system allows it, and so is a symbolic link (its target is
 /// replaced). Nothing when it failed (no such folder, read-only file or folder, no regular file, full disk);
-/// the file is then what it was.
+/// the file is then unchanged.
 std::optional<DiskStamp> ReplaceFile(const std::string& path, std::string_view bytes);
 
 /// Writes all of `bytes`; false when the system took only a part of them, whose size is added to `written`.

@@ -1,9 +1,9 @@
 #pragma once
-// The pointer that says that the program is busy but still takes input. Not when it is wanted.
+// The pointer that shows that the program is busy but still takes input. Not the decision when to show it.
 
 namespace platform::qt {
 
-/// Shown and hidden as often as wanted; hidden at the end at the latest.
+/// May be shown and hidden repeatedly; hidden at destruction at the latest.
 class BusyCursor final {
  public:
   BusyCursor() = default;

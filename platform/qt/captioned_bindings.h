@@ -81,7 +81,7 @@ class CheckBoxBinding final : public InputBinding {
   void TakeUsersChoice(bool checked);
   controls::CheckBox& box_;
   QCheckBox& widget_;
-  int choices_to_come_ = 0;  // which the widget shows already
+  int choices_to_come_ = 0;  // which the widget already shows
   bool following_ = false;
 };
 

@@ -1,5 +1,5 @@
 #pragma once
-// A check box whose box can be seen in every colours. Not bound to a control by itself.
+// A check box whose box is visible in all colours. Not bound to a control by itself.
 
 #include <QCheckBox>
 
@@ -7,7 +7,7 @@ namespace platform::qt {
 
 /// Painted by the style. Where a side of the style's empty box does not stand out from the window by 3 : 1
 /// (WCAG 2.1, criterion 1.4.11), it gets a frame that does: several styles derive its outline from the
-/// window's colour, which leaves nothing to be seen on a dark one.
+/// window's colour, which makes it invisible on a dark one.
 class CheckBoxWidget final : public QCheckBox {
  public:
   explicit CheckBoxWidget(QWidget* parent);

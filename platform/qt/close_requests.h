@@ -11,11 +11,11 @@
 
 namespace platform::qt {
 
-/// One at a time. A signal ends the program without a question: the form is told that the session ends, and a
-/// message box or dialog that stands open is dismissed. A session that is about to end closes the form for
-/// the user when it allows questions, otherwise as a signal does. The form is closed from the event loop,
-/// never inside the signal handler and not while only painting is allowed; a wait that only paints ends for
-/// it. The signals' former handling is back when this ends.
+/// One at a time. A signal ends the program without a question: the form is notified that the session ends,
+/// and an open message box or dialog is dismissed. A session that is about to end closes the form as the user
+/// would when it allows questions, otherwise as a signal does. The form is closed from the event loop, never
+/// inside the signal handler and not while only painting is allowed; a wait that only paints ends because of
+/// it. The signals' former handling is restored when this ends.
 class CloseRequests final : public QObject {
  public:
   CloseRequests(controls::Form& form, QtMessageLoop& loop);

@@ -1,5 +1,5 @@
 #pragma once
-// A push button that can show a drawn glyph in place of its text. Not bound to a control by itself.
+// A push button that can show a drawn glyph instead of its text. Not bound to a control by itself.
 
 #include <QPushButton>
 #include <functional>

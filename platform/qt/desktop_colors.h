@@ -1,5 +1,5 @@
 #pragma once
-// Follows the desktop's wish for dark or light colours where the toolkit does not know it by itself.
+// Follows the desktop's preference for dark or light colours where the toolkit does not know it.
 // Not the colours of single widgets; those take everything from the application's palette.
 
 #include <QDBusConnection>
@@ -21,13 +21,13 @@ class DesktopColors final : public QObject {
   /// The session's bus, or a connection to nothing when the session has none.
   static QDBusConnection SessionBus();
 
-  /// The colours of a desktop that wishes for dark ones.
+  /// The colours for a desktop that prefers dark ones.
   static QPalette DarkPalette();
 
   enum class Scheme { kNoPreference = 0, kDark = 1, kLight = 2 };
 
-  /// Gives the application a dark palette when dark is wanted and its palette is light, and takes that back
-  /// when dark is not wanted any more. A palette that came from elsewhere is left alone.
+  /// Gives the application a dark palette when dark is preferred and its palette is light, and undoes that
+  /// when dark is no longer preferred. A palette that was set elsewhere is left alone.
   void Follow(Scheme scheme);
 
  private:

@@ -18,7 +18,7 @@ class QtDialogs final : public Dialogs {
  public:
   explicit QtDialogs(NativePaths& paths) : paths_(paths) {}
 
-  /// The window that dialogs with an owner belong to; without one they belong to the active window.
+  /// The window to which dialogs with an owner belong; those without one belong to the active window.
   void SetMainWindow(QWidget* window) { main_window_ = window; }
   /// The language of the dialogs' buttons and labels; German at first.
   void SetLookUp(app::LookUp translated) { translated_ = std::move(translated); }

@@ -1,6 +1,6 @@
 #pragma once
-// Brings to a form what is dragged over its window, dropped on it or given to a start of the program.
-// Not the decision what is taken, nor what becomes of it (controls/form.h).
+// Passes to a form what is dragged over its window, dropped on it or given when the program is started.
+// Not the decision what is accepted, nor what is done with it (controls/form.h).
 
 #include <QMimeData>
 #include <QObject>
@@ -15,14 +15,14 @@ class QDropEvent;
 
 namespace platform::qt {
 
-/// The pointer shows what the form accepts; everything else, and everything while a dialog stands open, is
-/// refused by it. What is taken is copied, never moved. A field that takes text itself gets what is dropped
-/// on it. Everything given outlives this.
+/// The pointer shows what the form accepts; everything else, and everything while a dialog is open, is
+/// refused. What is accepted is copied, never moved. A field that takes text itself gets what is dropped on
+/// it. Everything given outlives this.
 class DropBinding final : public QObject {
  public:
   DropBinding(controls::Form& form, QWidget& window, QtMessageLoop& loop, NativePaths& paths);
 
-  /// As if it had been dropped: an address ("://" stands in it, UTF-8) or a file's full path, in the system's
+  /// As if it had been dropped: an address (it contains "://", UTF-8) or a file's full path, in the system's
   /// own bytes. Nothing happens for an empty argument.
   void Open(const std::string& argument);
 

@@ -1,12 +1,13 @@
 #pragma once
-// A label for texts of any length: wrapped to its width, ended by dots where its height ends, the whole
-// text as its tooltip then. Not for the short captions beside fields.
+// A label for texts of any length: wrapped to its width, cut with dots where its height ends, and then with
+// the whole text as its tooltip. Not for the short captions beside fields.
 
 #include <QLabel>
 
 namespace platform::qt {
 
-/// Text is plain text always. The text runs round `obstacle` (a picture that lies over a part of the label).
+/// Text is plain text always. The text flows around `obstacle` (a picture that lies over a part of the
+/// label).
 class FittedLabel final : public QLabel {
  public:
   explicit FittedLabel(QWidget* parent);
@@ -25,7 +26,7 @@ class FittedLabel final : public QLabel {
   void changeEvent(QEvent* event) override;
 
  private:
-  /// Draws with a painter; without one only finds out whether everything fits.
+  /// Draws with a painter; without one only determines whether everything fits.
   bool LayOut(QPainter* painter) const;
   void Fit();
 

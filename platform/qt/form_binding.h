@@ -11,7 +11,7 @@
 namespace platform::qt {
 
 /// The window's close button closes the form; the widget is hidden when the form is closed, not before. The
-/// form's inner size is the window without the footer, a control that stands below it, where there is one.
+/// form's inner size is that of the window without the footer, a control below it, if there is one.
 class FormBinding final : public QObject {
  public:
   FormBinding(controls::Form& form, QWidget& window, const TwipScale& scale, QtMessageLoop& loop,
@@ -19,7 +19,7 @@ class FormBinding final : public QObject {
 
   /// The window's size for an inner size in twips.
   [[nodiscard]] QSize WindowSize(int width, int height) const;
-  /// To be called when the scale has changed: the same pixels are another number of twips then.
+  /// To be called when the scale has changed: the same pixels are then a different number of twips.
   void FollowScale() { TakeSize(window_.size()); }
 
   bool eventFilter(QObject* watched, QEvent* event) override;

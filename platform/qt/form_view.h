@@ -12,7 +12,7 @@
 
 namespace platform::qt {
 
-/// Walks the inventory when it is made; form and inventory outlive it.
+/// Walks the inventory when it is constructed; form and inventory outlive it.
 class FormView {
  public:
   FormView(controls::Form& form, const app::Inventory& inventory, QWidget& window, const QtIcons& icons,
@@ -24,7 +24,7 @@ class FormView {
   void FocusFirst();
   /// For the Escape key in a dialog.
   void PressEscape() { keys_.PressEscape(); }
-  /// To be called with each of the window's change events: another font is another scale.
+  /// To be called with each of the window's change events: another font means another scale.
   void FollowChange(const QEvent& event);
 
  private:

@@ -11,8 +11,7 @@
 
 namespace platform::qt {
 
-/// Files are read with limits on bytes and pixels, so that a damaged or hostile one costs little and does
-/// no harm.
+/// Files are read with limits on bytes and pixels, so that a damaged or hostile one does no harm.
 class QtIcons final : public Icons {
  public:
   explicit QtIcons(NativePaths& paths);

@@ -1,5 +1,5 @@
 #pragma once
-// The keys of the program's controls as the toolkit's. Not what they do.
+// Converts the keys of the program's controls to the toolkit's. Not what they do.
 
 #include <QKeySequence>
 

@@ -15,9 +15,8 @@
 
 namespace platform::qt {
 
-/// Selecting a station may start a fetch that takes seconds. While a key repeats itself the list is
-/// therefore told only when the movement has come to rest, and while a menu or a dialog stands open, when it
-/// is gone.
+/// Selecting a station may start a fetch that takes seconds. Therefore the list is notified only when a
+/// repeated key is released, and only after an open menu or dialog is closed.
 class ListBinding final : public InputBinding {
  public:
   ListBinding(controls::ListView& list, ReportView& view, const TwipScale& scale, const QtIcons& icons,
@@ -48,8 +47,8 @@ class ListBinding final : public InputBinding {
   EmptyHint& hint_;  // the view's own
   ListModel model_;
   QTimer rest_;
-  std::optional<controls::RowId> chosen_;       // shown selected, and the list does not know it yet
-  std::optional<controls::RowId> handed_over_;  // the last choice that waits for its turn
+  std::optional<controls::RowId> chosen_;       // shown as selected, but not known to the list yet
+  std::optional<controls::RowId> handed_over_;  // the last choice that is queued
   std::uint32_t shown_images_ = 0;
   bool following_ = false;
 };

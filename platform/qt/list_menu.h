@@ -1,5 +1,5 @@
 #pragma once
-// The menu of a list, which shows the keys beside what they do. Not what its entries do.
+// The menu of a list, which shows the keys next to what they do. Not what its entries do.
 
 #include <QPoint>
 
@@ -9,8 +9,8 @@
 
 namespace platform::qt {
 
-/// Opens the menu at a place of the screen and returns at once. The inventory says which buttons have an
-/// entry; it bears the button's caption and is enabled as the button is, or while a row is selected.
+/// Opens the menu at a place on the screen and returns at once. The inventory says which buttons have an
+/// entry; it has the button's caption and is enabled like the button, or while a row is selected.
 void ShowListMenu(const app::Inventory& inventory, ReportView& list, QtMessageLoop& loop,
                   const QPoint& place);
 

@@ -9,8 +9,8 @@
 
 namespace platform::qt {
 
-/// The list announces its changes after they were made. The model therefore keeps the number of rows that
-/// the views know of, and answers empty for a row that is gone already.
+/// The list announces its changes after they were made. The model therefore keeps the number of rows that the
+/// views know, and returns empty data for a row that is already gone.
 class ListModel final : public QAbstractTableModel {
  public:
   ListModel(const controls::ListView& list, const QtIcons& icons);
@@ -25,7 +25,7 @@ class ListModel final : public QAbstractTableModel {
   void TakeAddedRows(std::size_t first, std::size_t count);
   void TakeRemovedRow(std::size_t position);
   void TakeChangedRow(std::size_t position);
-  /// True when the columns or their captions are others than before.
+  /// True when the columns or their captions have changed.
   bool TakeColumns();
 
  private:

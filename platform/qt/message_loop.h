@@ -15,20 +15,20 @@ class QKeyEvent;
 
 namespace platform::qt {
 
-/// What input does to a wait that is under way when it comes.
+/// What input does to a wait that is in progress when it comes.
 enum class OnWait { kKeepsWaiting, kEndsWait };
 
 /// Lives as long as the application object, whose events it watches for keys. A press is remembered until it
-/// is asked for or the program comes to rest: what was pressed before a long run began was not meant for it.
+/// is queried or the program becomes idle: what was pressed before a long run began was not meant for it.
 ///
-/// Widgets never run an event procedure of the program themselves. They hand it over, and it runs from an
-/// event loop, one after the other in the order of the input. So nothing of the toolkit stands on the stack
-/// below it but event loops, and a procedure that waits cannot pull a widget from under a call of the
-/// toolkit. While only painting is allowed the widgets keep taking input, and what they hand over waits.
+/// Widgets never run an event procedure of the program themselves. They queue it, and it runs from an event
+/// loop, one after the other in the order of the input. So only event loops of the toolkit are on the stack
+/// below it, and a procedure that waits cannot destroy a widget inside a call of the toolkit. While only
+/// painting is allowed the widgets keep taking input, which stays queued.
 class QtMessageLoop final : public QObject, public MessageLoop {
  public:
-  /// Whether a procedure that goes on for long makes the user wait, or does what he asked for, as a recording
-  /// does. In a program of the latter kind Escape ends no wait.
+  /// Whether a procedure that takes long makes the user wait, or does what the user asked for, such as a
+  /// recording. In a program of the latter kind Escape does not end a wait.
   enum class LongProcedures { kAreWaits, kAreWork };
   explicit QtMessageLoop(LongProcedures long_procedures = LongProcedures::kAreWaits);
   ~QtMessageLoop() override;
@@ -39,7 +39,8 @@ class QtMessageLoop final : public QObject, public MessageLoop {
   void Sleep(std::uint32_t milliseconds) override;
   std::int16_t GetAsyncKeyState(std::int32_t virtual_key) override;
 
-  /// Runs the procedure from the event loop, never inside this call. It is forgotten when `context` goes.
+  /// Runs the procedure from the event loop, never inside this call. It is dropped when `context` is
+  /// destroyed.
   void HandOver(QObject& context, std::function<void()> procedure, OnWait on_wait = OnWait::kKeepsWaiting);
 
   /// For an event that comes from the event loop itself, a timer's: runs the procedure at once, or not at all

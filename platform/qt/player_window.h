@@ -9,13 +9,13 @@
 
 namespace platform::qt {
 
-/// Made hidden; `Open` shows it. It closes when the form is closed, and the form when the user or the
+/// Constructed hidden; `Open` shows it. It closes when the form is closed, and the form when the user or the
 /// session closes the window. The form outlives it.
 class PlayerWindow final : public QWidget {
  public:
   PlayerWindow(app::Form1& form, const QtIcons& icons, QtMessageLoop& loop);
 
-  /// Shows the window at the form's size, or at what the screen has room for.
+  /// Shows the window at the form's size, or as large as the screen allows.
   void Open();
 
   /// Opens the window unless the form is closed already, and runs the program's event loop until the form

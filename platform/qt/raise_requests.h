@@ -16,11 +16,11 @@
 
 namespace platform::qt {
 
-/// Answers while the program's event loop runs and inside every wait of the program. The window leaves its
-/// minimised state and gets the keyboard, or the dialog that stands open over it does. A request that comes
-/// while the window goes is refused: the later start is to take its place. One that was given something to
-/// open is refused as well while the closing asks: nobody would open it any more. Everything given outlives
-/// this.
+/// Answers while the program's event loop runs and inside every wait of the program. The window is restored
+/// from its minimised state and gets the keyboard focus, or the dialog that is open over it does. A request
+/// that comes while the window closes is refused: the later start is to take its place. One with something to
+/// open is also refused while the closing question is open: nobody would open it any more. Everything given
+/// outlives this.
 class RaiseRequests final : public QObject {
  public:
   /// `open` receives what an accepted start was given; it is called inside waits too.

@@ -8,8 +8,8 @@
 
 namespace platform::qt {
 
-/// Made hidden. The form is closed when the user closes the window, and the window when the form is closed;
-/// that ends the program's event loop too. The form outlives the window.
+/// Constructed hidden. The form is closed when the user closes the window, and the window when the form is
+/// closed; that ends the program's event loop too. The form outlives the window.
 class RecordWindow final : public QDialog {
  public:
   RecordWindow(app::RecordForm& form, const QtIcons& icons, QtMessageLoop& loop);

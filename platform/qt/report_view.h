@@ -1,6 +1,6 @@
 #pragma once
-// A list in report form with the habits of a station list: one row at a time, type-ahead in the first
-// column, Enter, Delete and the wish for a menu. Not bound to a list by itself.
+// A list in report form with the habits of a station list: one row at a time, type-ahead in the first column,
+// Enter, Delete and the request for a menu. Not bound to a list by itself.
 
 #include <QTreeView>
 #include <optional>
@@ -13,24 +13,24 @@ class ReportView final : public QTreeView {
  public:
   explicit ReportView(QWidget* parent);
 
-  /// The user's gestures, raised inside the toolkit's calls: whoever receives one takes down what it means
-  /// and hands over the rest. `UserMoved`: the selection may be another; auto-repeated keys come as kMoving,
-  /// and their end as kRested. Enter comes after it has selected the framed row when none was selected.
+  /// The user's gestures, raised inside the toolkit's calls: a receiver records what it means and queues the
+  /// rest. `UserMoved`: the selection may be another; auto-repeated keys come as kMoving, and their end as
+  /// kRested. Enter comes after it has selected the framed row when none was selected.
   enum class Movement { kMoving, kRested };
   controls::Event<Movement> UserMoved;
   controls::Event<> EnterPressed;
   controls::Event<> DeletePressed;
   controls::Event<int> RowDoubleClicked;
   /// Right click or menu key; the place on the screen where the menu belongs. A right click selects its row,
-  /// but UserMoved does not come for it, because the menu is not to wait for what that starts.
+  /// but UserMoved is not raised for it, because the menu must not wait for what that triggers.
   controls::Event<QPoint> MenuWanted;
-  /// A press on the row that was selected already.
+  /// A press on the row that was already selected.
   controls::Event<int> SelectedRowPressed;
 
   /// The selected row.
   [[nodiscard]] std::optional<int> SelectedRow() const;
 
-  /// Scrolls so far that the row is seen; later, when the view is not shown yet.
+  /// Scrolls until the row is visible; later, when the view is not shown yet.
   void ScrollTo(int row);
 
   void keyboardSearch(const QString& search) override;

@@ -1,6 +1,6 @@
 #pragma once
 // Paints the cells of a list in report form: rows of one height, and the marks of rows.
-// Not which row bears which mark.
+// Not which row has which mark.
 
 #include <QStyledItemDelegate>
 
@@ -8,11 +8,11 @@
 
 namespace platform::qt {
 
-/// Rows have room round text and icon, and a selected row's icon keeps its colours. The texts of a marked row
-/// are bold, and slanted as well while it waits; its icon bears a sign. Neither changes the row's height.
+/// Rows have room around text and icon, and a selected row's icon keeps its colours. The texts of a marked
+/// row are bold, and slanted as well while it waits; its icon has a symbol. Neither changes the row's height.
 class RowDelegate final : public QStyledItemDelegate {
  public:
-  /// Under which role the model tells a row's mark, as the number of the RowMark.
+  /// The role under which the model gives a row's mark, as the number of the RowMark.
   static constexpr int kMarkRole = Qt::UserRole;
 
   using QStyledItemDelegate::QStyledItemDelegate;

@@ -1,6 +1,6 @@
 #pragma once
-// The event procedures of the program that run now, one inside the wait of another, and what the user notices
-// of their waiting: the busy pointer, Escape. Not how a procedure comes to run (platform/qt/message_loop.h).
+// The event procedures of the program that run now, one inside the wait of another, and how their waits
+// affect the user: the busy pointer, Escape. Not how a procedure is started (platform/qt/message_loop.h).
 
 #include <chrono>
 #include <optional>
@@ -11,7 +11,7 @@
 namespace platform::qt {
 
 /// What it means that a procedure lets the window process its messages: that the user waits for it, or that
-/// it does its work in the background. A wait that only paints is one in any case.
+/// it does its work in the background. A wait that only paints always makes the user wait.
 enum class Pumping { kIsWaiting, kIsWork };
 
 /// The busy pointer is shown while any running procedure has been waiting for `kPatience`. A procedure that
@@ -32,7 +32,7 @@ class RunningProcedures final {
     RunningProcedures& procedures_;
   };
 
-  /// The innermost procedure pumps; it waits and only has the window painted.
+  /// The innermost procedure processes messages; it waits while the window only paints.
   void Pumps();
   void Waits();
   /// The event loop waits for the user.

@@ -1,5 +1,5 @@
 #pragma once
-// The strip at a window's lower edge that says in one sentence how things stand. Not bound to a label by
+// The strip at a window's lower edge that shows the current state in one sentence. Not bound to a label by
 // itself, and not the sentence.
 
 #include <QBasicTimer>
@@ -10,13 +10,14 @@
 
 namespace platform::qt {
 
-/// One line; what is too long for it ends in dots and is shown whole as the tooltip. Takes no keyboard.
+/// One line; a sentence that is too long for it ends in dots and is shown whole as the tooltip. Takes no
+/// keyboard focus.
 ///
-/// For whoever hears the window this is a status bar that holds a notification: a screen reader speaks the
-/// bar on demand, and its notification by itself after what it is speaking just then, without leaving the
-/// control that has the keyboard. The toolkit's announcements, which are made for this, come with Qt 6.8.
-/// A sentence that differs from the one announced before in its numbers only (a countdown, a percentage) is
-/// announced once it has rested.
+/// For a screen reader this is a status bar that contains a notification: it speaks the bar on demand, and
+/// the notification by itself after what it is currently speaking, without leaving the control that has the
+/// focus. The toolkit's announcements, which are made for this, come with Qt 6.8. A sentence that differs
+/// from the last announced one only in its numbers (a countdown, a percentage) is announced once it has
+/// stopped changing.
 class StatusStrip final : public QWidget {
  public:
   explicit StatusStrip(QWidget* parent);
@@ -25,7 +26,7 @@ class StatusStrip final : public QWidget {
   /// The whole text.
   [[nodiscard]] const QString& WholeText() const { return text_; }
 
-  /// Comes with each announcement to screen readers.
+  /// Raised with each announcement to screen readers.
   controls::Event<QString> Announced;
 
  protected:

@@ -1,5 +1,5 @@
 #pragma once
-// The program's texts as Qt's, and the other way; texts made safe where Qt would read markup into them.
+// Converts the program's texts to Qt's and back; makes texts safe where Qt would interpret markup in them.
 // Not for file names; those go through platform::NativePaths.
 
 #include <QString>
@@ -13,14 +13,14 @@ inline QString ToQt(TextView text) {
 }
 inline Text FromQt(const QString& text) { return text.toStdU16String(); }
 
-/// A caption for a widget that would take "&" for the mark of a shortcut.
+/// A caption for a widget that would interpret "&" as the mark of a shortcut.
 QString WithoutMnemonics(TextView caption);
 
 /// A window title on one line, of bounded length, in which Qt finds no mark of its own to replace.
 QString WindowTitle(TextView caption);
 
-/// A text on one line for a cell: control characters become blanks, and what no screen is wide enough
-/// for is left away.
+/// A text on one line for a cell: control characters become blanks, and what no screen is wide enough for is
+/// left out.
 QString CellText(TextView text);
 
 /// A tooltip that shows exactly this text, never as markup; long ones are wrapped.

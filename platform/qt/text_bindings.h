@@ -12,13 +12,13 @@
 
 namespace platform::qt {
 
-/// Keeps apart what the program writes into a field and what the user types into it, while the control learns
-/// of the typing only later. What the program has written since takes its place.
+/// Distinguishes what the program writes into a field from what the user types into it, while the control is
+/// notified of the typing only later. What the program has written since replaces it.
 class TypedText final {
  public:
   explicit TypedText(controls::TextControl& control) : control_(control) {}
 
-  /// Which typing counts: that which stands on the program's latest text.
+  /// Which typing counts: that which was based on the program's latest text.
   [[nodiscard]] int Basis() const { return basis_; }
   /// True when the program wrote another text since this was last asked; what was typed before is void then.
   bool ProgramWrote();
@@ -92,7 +92,7 @@ class ComboBoxBinding final : public InputBinding {
   controls::ComboBox& box_;
   QComboBox& widget_;
   TypedText typed_;
-  int inputs_to_come_ = 0;  // which the widget shows already
+  int inputs_to_come_ = 0;  // which the widget already shows
   bool typing_ = false;
 };
 

@@ -1,6 +1,5 @@
 #pragma once
-// Has a form's long texts run round a picture that lies in the same frame. Not where pictures and texts
-// stand.
+// Makes a form's long texts flow around a picture in the same frame. Not where pictures and texts are placed.
 
 #include <vector>
 

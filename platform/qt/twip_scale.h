@@ -15,7 +15,7 @@ class TwipScale {
   /// The scale for a font; never below 1.
   explicit TwipScale(const QFont& font) { SetFont(font); }
 
-  /// True when the scale is another one now.
+  /// True when the scale has changed.
   bool SetFont(const QFont& font);
 
   [[nodiscard]] double Factor() const { return factor_; }

@@ -31,7 +31,7 @@ class ScrollBarBinding final : public InputBinding {
   void TakeUsersValue(int value);
   controls::ScrollBar& bar_;
   QSlider& widget_;
-  int values_to_come_ = 0;  // which the widget shows already
+  int values_to_come_ = 0;  // which the widget already shows
   bool following_ = false;
 };
 

@@ -19,7 +19,7 @@ class WidgetBinding {
   WidgetBinding(const WidgetBinding&) = delete;
   WidgetBinding& operator=(const WidgetBinding&) = delete;
 
-  /// Takes the place over anew; to be called when the scale has changed.
+  /// Applies the place again; to be called when the scale has changed.
   virtual void FollowScale() { FollowPlace(); }
 
  protected:
@@ -38,7 +38,7 @@ class WidgetBinding {
   Text shown_tool_tip_;
 };
 
-/// Marks the time in which a widget follows its control, so that the widget's own signals are known for
+/// Marks the time in which a widget follows its control, so that the widget's own signals are recognised as
 /// echoes.
 class Following {
  public:

@@ -1,5 +1,5 @@
 #pragma once
-// Walks a form's inventory once: makes a widget for each control and binds the two. Not the window itself,
+// Walks a form's inventory once: creates a widget for each control and binds the two. Not the window itself,
 // not its keys and menus (platform/qt/form_keys.h), and not where the places come from.
 
 #include <QWidget>
@@ -27,13 +27,13 @@ class WidgetSet {
 
   /// The widget of a control of the form; null for a button without a look.
   [[nodiscard]] QWidget* Of(const controls::Control& control) const;
-  /// The first visible widget in the tab order that is `within` or stands somewhere in it; null for none.
+  /// The first visible widget in the tab order that is `within` or somewhere inside it; null for none.
   [[nodiscard]] QWidget* FirstForKeyboard(const QWidget& within) const;
   [[nodiscard]] const std::vector<ReportView*>& Lists() const { return lists_; }
   /// The labels for texts of any length.
   [[nodiscard]] const std::vector<std::pair<controls::Label*, FittedLabel*>>& Texts() const { return texts_; }
 
-  /// All places anew; to be called when the scale has changed.
+  /// Applies all places again; to be called when the scale has changed.
   void FollowScale();
 
  private:

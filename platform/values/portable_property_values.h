@@ -8,7 +8,7 @@
 
 namespace platform::values {
 
-/// Answers with the public codes of the functions: CO_E_CLASSSTRING for a text that is no GUID,
+/// Answers with the public codes of the functions: CO_E_CLASSSTRING for a text that is not a GUID,
 /// DISP_E_TYPEMISMATCH for a conversion that does not exist (or a payload that is not of its type), and
 /// E_INVALIDARG for flags other than 0 or a target that is the source.
 class PortablePropertyValues : public PropertyValues {
