@@ -1,4 +1,4 @@
-// The parts that see every byte of a stream: telling sound from titles, and judging a block.
+// The parts that see every byte of a stream: separating sound and titles, and judging a block.
 
 #include <benchmark/benchmark.h>
 

@@ -173,8 +173,8 @@ InternetRead CurlInternet::InternetReadFile(InternetHandle request, std::span<st
   while (transfer.Buffered() < wanted) {
     if (transfer.HasEnded() && transfer.Buffered() > 0) break;
     const milliseconds left = Until(deadline);
-    // Looks at the network before it judges, so that a program that was held up itself does not take
-    // the server for quiet.
+    // Checks the network before deciding, so that a program that was itself held up does not take the server
+    // for silent.
     transfer.Work(left);
     const bool is_quiet = transfer.QuietFor() >= settings_.quiet_before_short_read;
     if (transfer.Buffered() > 0 && is_quiet) break;

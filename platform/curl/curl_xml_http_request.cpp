@@ -46,7 +46,7 @@ class CurlXmlHttpRequest final : public XmlHttpRequest {
   std::int32_t ReadyState() override {
     if (state_ == kCompleted) return state_;
     if (!transfer_) {
-      // So that whoever goes on asking does not spin.
+      // So that a caller that keeps asking does not spin.
       std::this_thread::sleep_for(kLongestLook);
       return state_;
     }

@@ -31,7 +31,7 @@ void Append(List& list, const std::string& line) {
   list.reset(longer);
 }
 
-// libcurl takes "Name:" as a wish to leave a line out; "Name;" sends it without a value.
+// libcurl takes "Name:" as a request to leave a line out; "Name;" sends it without a value.
 std::string AsListEntry(std::string line) {
   if (line.ends_with(':')) line.back() = ';';
   return line;
@@ -122,7 +122,7 @@ void Transfer::State::Describe(const TransferOptions& options) {
   Set(CURLOPT_MAXREDIRS, kMostRedirects);
   Set(CURLOPT_PROXY, "");  // not even one that the environment names
   Set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(options.connect_limit.count()));
-  // Without this, letting go of a transfer waits for a name look-up that hangs.
+  // Without this, releasing a transfer waits for a name look-up that hangs.
   Set(CURLOPT_QUICK_EXIT, 1L);
   if (options.certificates == Certificates::kIgnored) {
     Set(CURLOPT_SSL_VERIFYPEER, 0L);

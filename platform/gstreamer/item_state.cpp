@@ -28,7 +28,8 @@ void ItemState::OnTags(const GstTagList& tags) {
 void ItemState::Request(Wanted wanted) {
   const std::lock_guard lock(mutex_);
   if (wanted_ == Wanted::kShutDown) return;
-  // What plays on after a Stop begins anew, also when the supervisor was too busy to see the Stop alone.
+  // What continues after a Stop begins again, even when the supervisor was too busy to see the Stop by
+  // itself.
   stop_first_ = stop_first_ || wanted_ == Wanted::kStopped;
   wanted_ = wanted;
   ended_ = false;

@@ -35,7 +35,7 @@ HResult ResultOfError(GstMessage* error_message, bool local_file) {
   if (error->domain != GST_RESOURCE_ERROR) return kEFail;
   if (error->code == GST_RESOURCE_ERROR_NOT_AUTHORIZED) return kEAccessDenied;
   if (error->code != GST_RESOURCE_ERROR_NOT_FOUND) return kEFail;
-  // An unknown host is "not found" for GStreamer too, but it is no missing file.
+  // An unknown host is "not found" for GStreamer too, but it is not a missing file.
   return local_file || HttpStatusOf(error_message) == kHttpNotFound ? kErrorFileNotFound : kEFail;
 }
 

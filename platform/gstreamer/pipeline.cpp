@@ -15,7 +15,7 @@ namespace {
 /// The buffer's size: so much decoded sound, or so many bytes of it.
 constexpr std::chrono::nanoseconds kBufferTime = std::chrono::seconds(10);
 constexpr guint kBufferBytes = 24U << 20U;
-/// Below this the buffer counts as dry, for the device has its own 400 ms by then.
+/// Below this the buffer counts as dry, because the device has its own 400 ms by then.
 constexpr std::chrono::nanoseconds kDry = std::chrono::milliseconds(40);
 /// How often a file on a server is asked for its rest after a broken connection.
 constexpr int kResumeTries = 3;
@@ -252,8 +252,8 @@ void Pipeline::OnTagMessage(GstMessage* message) {
 }
 
 void Pipeline::OnPadAdded(GstPad* pad) {
-  // The next part of a chained stream comes as a new pad, after the old one has gone. A further audio
-  // stream beside the first stays unconnected.
+  // The next part of a chained stream comes as a new pad, after the old one has gone. A further audio stream
+  // in addition to the first stays unconnected.
   const PadPointer input(gst_element_get_static_pad(buffer_, "sink"));
   if (gst_pad_is_linked(input.get()) || !IsAudio(pad)) return;
   gst_pad_link(pad, input.get());
@@ -274,7 +274,7 @@ void Pipeline::OnElementAdded(GstElement* element) {
   // The decoder's own buffer is empty most of the time; it would report each byte that comes and goes.
   if (factory == "queue2" && element != buffer_) g_object_set(element, "use-buffering", FALSE, nullptr);
   if (factory != "souphttpsrc") return;
-  // Asking again for the rest of a live stream is of no use: the supervisor opens it anew.
+  // Asking again for the rest of a live stream is of no use: the supervisor reopens it.
   if (GST_OBJECT_PARENT(element) == GST_OBJECT(decoder_)) {
     g_object_set(element, "retries", 0, nullptr);
     web_source_.reset(GST_ELEMENT(gst_object_ref(element)));

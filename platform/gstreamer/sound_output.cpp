@@ -27,9 +27,9 @@ OutputChooser::OutputChooser(const GstMediaOptions& options)
 ElementPointer OutputChooser::TryDevice(const char* factory) {
   ElementPointer sink = MakeElement(factory);
   if (!sink) return nullptr;
-  // The sound server's stream time runs on while a stream is paused before its first sound. Whatever is
-  // lined up with it, by the sink's own clock or against the system's, starts later by just that pause or
-  // stands still. So the sound is handed over as fast as the device takes it, which needs no clock.
+  // The sound server's stream time keeps running while a stream is paused before its first sound. Whatever is
+  // synchronised with it, by the sink's own clock or against the system's, starts later by exactly that pause
+  // or stalls. So the sound is passed on as fast as the device takes it, which needs no clock.
   g_object_set(sink.get(), "provide-clock", FALSE, "sync", FALSE, "buffer-time",
                static_cast<gint64>(kDeviceBuffer.count()), "latency-time",
                static_cast<gint64>(kDeviceRequest.count()), nullptr);

@@ -9,14 +9,14 @@
 namespace platform::icu {
 namespace {
 
-/// ICU weighs a number in segments of 254 digits, so that longer ones would stand in the wrong order.
+/// ICU weighs a number in segments of 254 digits, so longer ones would be in the wrong order.
 constexpr std::size_t kSegment = 254;
 constexpr std::size_t kDigitsInSegment = kSegment - 1;
 
 bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 
 /// Appends a number of more than 253 digits as segments that weigh the same way as the number itself: one
-/// with a leading 9 and the count of digits, which stands after every shorter number, then the digits in
+/// with a leading 9 and the count of digits, which sorts after every shorter number, then the digits in
 /// groups, each behind a 1 that keeps its zeros significant.
 void AppendLongNumber(Text& result, TextView digits) {
   const std::string count = std::to_string(digits.size());

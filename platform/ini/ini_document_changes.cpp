@@ -177,7 +177,7 @@ void IniDocument::Replace(Piece& piece, std::string_view bytes) {
   piece = Store(bytes);
 }
 
-/// Replaced lines stay in the buffer. It is made anew before they outweigh the document, and long before its
+/// Replaced lines stay in the buffer. It is rebuilt before they outweigh the document, and long before its
 /// 32-bit offsets end; the more there is to copy, the rarer this is.
 void IniDocument::CompactIfWasteful() {
   constexpr std::size_t kSmall = std::size_t{1024} * 1024;

@@ -103,8 +103,8 @@ bool IniFile::WriteTogether(const std::vector<IniEdit>& edits) {
   return MergeWithDisk(edits) && (!has_changes_ || Replace());
 }
 
-/// Another program may have written since the document was read: then the changes are made again, on what
-/// stands there now.
+/// Another program may have written since the document was read: then the changes are made again, on the
+/// file's present contents.
 bool IniFile::MergeWithDisk(const std::vector<IniEdit>& edits) {
   if (IsCurrent()) return true;
   Load();

@@ -31,8 +31,8 @@ struct Prepared {
   int most_files;
 };
 
-/// All files but the standard ones close when the program is executed. The status pipe among them tells the
-/// caller by its end that this has happened.
+/// All files but the standard ones close when the program is executed. The end of the status pipe, which is
+/// among them, shows the caller that this has happened.
 void MarkFilesForClosing(int most_files) {
   constexpr unsigned kCloseOnExec = 1U << 2U;  // CLOSE_RANGE_CLOEXEC of the system call
   if (::syscall(SYS_close_range, kFirstOtherFile, ~0U, kCloseOnExec) == 0) return;
@@ -143,7 +143,7 @@ std::optional<std::string> FindInPath(const std::string& name) {
     const std::string folder(rest.substr(0, rest.find(':')));
     rest.remove_prefix(std::min(rest.size(), folder.size() + 1));
     const std::string candidate = folder + "/" + name;
-    // A relative folder would make what is started depend on where the program happens to stand.
+    // With a relative folder, what is started would depend on the program's working folder.
     if (folder.starts_with('/') && IsExecutableFile(candidate)) return candidate;
   }
   return std::nullopt;

@@ -27,7 +27,7 @@ bool IsRecording(const struct stat& status) {
   return S_ISREG(status.st_mode) && status.st_nlink == 1 && (status.st_mode & kAnyExecution) == 0;
 }
 
-/// The system goes on taking bytes for a file that has been removed, but nobody can find them any more.
+/// The system keeps accepting bytes for a file that has been removed, but nobody can find them any more.
 bool HasName(const FileDescriptor& file) {
   struct stat status {};
   return ::fstat(file.Get(), &status) == 0 && status.st_nlink > 0;

@@ -102,7 +102,7 @@ std::optional<Launch> PosixShell::Plan(const Text& file, const Text& parameters)
   return launch;
 }
 
-/// A "\" in an argument is no separator and stays what it is. An argument ends at a NUL.
+/// A "\" in an argument is not a separator and stays as it is. An argument ends at a NUL.
 std::string PosixShell::ToArgument(const Text& text) {
   std::string argument;
   for (TextView rest = TextView(text).substr(0, text.find(u'\0')); !rest.empty();) {

@@ -17,7 +17,8 @@ std::optional<int> HexDigit(char digit) {
   return std::nullopt;
 }
 
-/// A "%" that no two digits follow stands for itself, and so does one for a NUL, which no path holds.
+/// A "%" that is not followed by two digits stays as it is, and so does one for a NUL, which no path
+/// contains.
 std::string PercentDecoded(std::string_view text) {
   std::string decoded;
   for (std::size_t at = 0; at < text.size(); ++at) {

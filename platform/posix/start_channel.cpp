@@ -27,8 +27,8 @@ constexpr char kAccepted = 'y';
 /// Version, token and argument, with a NUL behind each of the first two.
 constexpr std::string_view kVersion("funkhausplayer 1");
 
-/// A socket's address holds about a hundred characters only; by its folder's descriptor any path is short
-/// enough.
+/// A socket's address has room for only about a hundred characters; through its folder's descriptor any path
+/// is short enough.
 class SocketAddress {
  public:
   explicit SocketAddress(const std::string& path)
@@ -66,7 +66,7 @@ std::string Encode(const StartRequest& request) {
   return message + request.argument;
 }
 
-/// What stands before the next NUL, which is taken away with it.
+/// The text before the next NUL, which is removed with it.
 std::optional<std::string> NextField(std::string_view& rest) {
   const auto end = rest.find('\0');
   if (end == std::string_view::npos) return std::nullopt;

@@ -22,7 +22,7 @@ StartLock::State StartLock::Try() {
       return error == EWOULDBLOCK ? State::kTaken : State::kImpossible;
     }
     if (NamesOurFile()) return State::kHeld;
-    // The file was deleted between the two steps: whoever comes next would lock another one.
+    // The file was deleted between the two steps: the next process would lock another one.
     file_.Close();
   }
 }

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::array kSignals = {SIGINT, SIGTERM, SIGHUP};
 
-// A signal handler has no other way to tell anything than what is known program-wide.
+// A signal handler can report only through program-wide variables.
 volatile std::sig_atomic_t end_asked = 0;
 std::array<struct sigaction, kSignals.size()> former{};
 

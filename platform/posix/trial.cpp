@@ -32,7 +32,7 @@ constexpr char kYes = 'y';
   ::_exit(told ? 0 : 1);
 }
 
-// Whether the copy has answered before the deadline; its end without an answer is told by the pipe's end.
+// Whether the copy has answered before the deadline; the pipe's end shows that it ended without an answer.
 bool ReadAnswer(int pipe, Clock::time_point deadline) {
   while (true) {
     const auto left = std::chrono::ceil<milliseconds>(deadline - Clock::now());

@@ -26,7 +26,7 @@ ReadFailure FailureOf(int error) {
   return error == ENOENT || error == ENOTDIR ? ReadFailure::kMissing : ReadFailure::kUnreadable;
 }
 
-/// A size of zero is no promise: files of the kernel give bytes all the same.
+/// A size of zero proves nothing: files of the kernel have bytes all the same.
 bool ReadToEnd(int file, std::size_t expected, std::size_t limit, std::string& bytes) {
   bytes.resize(expected + 1);
   std::size_t filled = 0;
@@ -43,8 +43,8 @@ bool ReadToEnd(int file, std::size_t expected, std::size_t limit, std::string& b
   return true;
 }
 
-/// The new file takes over what it can of the old one's owner and permissions. The owner goes first, because
-/// changing it takes some permission bits away. A file system that keeps neither refuses both.
+/// The new file gets the old one's owner and permissions as far as possible. The owner comes first, because
+/// changing it clears some permission bits. A file system that keeps neither refuses both.
 void TakeOver(int file, const struct stat& old) {
   const bool owned =
       ::fchown(file, old.st_uid, old.st_gid) == 0 || ::fchown(file, static_cast<uid_t>(-1), old.st_gid) == 0;

@@ -20,7 +20,7 @@ void LabelBinding::Name(QWidget& field) {
 }
 
 void LabelBinding::Follow() {
-  // Only beside a field does a label read "&" as the mark of a shortcut.
+  // A label interprets "&" as the mark of a shortcut only beside a field.
   const QString text =
       widget_.buddy() != nullptr ? WithoutMnemonics(label_.Caption()) : ToQt(label_.Caption());
   if (widget_.text() != text) widget_.setText(text);

@@ -85,8 +85,8 @@ void CloseRequests::HandOverSessionEnd() {
 void CloseRequests::CloseForm(controls::CloseReason reason) {
   form_.Close(reason);
   const bool stuck = !form_.IsClosed() && reason == controls::CloseReason::kSessionEnd;
-  // The form is being closed further up and waits there for an answer. Leaving every event loop dismisses
-  // whatever stands open, and the closing goes on.
+  // The form is already being closed further up the stack, where it waits for an answer. Leaving every event
+  // loop dismisses whatever is open, and the closing continues.
   if (stuck) QCoreApplication::exit();
 }
 

@@ -6,7 +6,7 @@
 namespace platform::qt {
 namespace {
 
-/// The label that stands below the inner size; null for none.
+/// The label below the inner area; null for none.
 const controls::Control* Footer(const app::Inventory& inventory) {
   for (const app::FormControl& entry : inventory) {
     const auto* label = app::As<controls::Label>(entry);

@@ -40,7 +40,7 @@ class ListMenuMaker {
  private:
   QAction& AddEntry(const controls::CommandButton& button, const QKeySequence& keys,
                     const std::function<void()>& action) {
-    // Keys that stand behind a tab are shown only; they are bound elsewhere.
+    // Keys after a tab are only shown; they are bound elsewhere.
     QAction* entry = menu_->addAction(WithoutMnemonics(button.Caption()) + QLatin1Char('\t') +
                                       keys.toString(QKeySequence::NativeText));
     QObject::connect(entry, &QAction::triggered, &list_, action);

@@ -36,7 +36,7 @@ QVariant ListModel::Icon(const controls::ListRow& row) const {
   if (!image.isNull()) return image;
   const QSize size = icons_.ImageSize(images);
   if (size.isEmpty()) return {};
-  // Names stand in one line below each other, with an icon or without.
+  // Names are aligned below each other, with an icon or without.
   image = QPixmap(size);
   image.fill(Qt::transparent);
   return image;

@@ -17,7 +17,7 @@ constexpr std::int16_t kPressedSince = 1;
 
 int QtKey(std::int32_t virtual_key) { return virtual_key == kVkEscape ? int{Qt::Key_Escape} : 0; }
 
-/// The turn of the procedure that was handed over first.
+/// The turn of the procedure that was queued first.
 QEvent::Type TurnType() {
   static const int type = QEvent::registerEventType();
   return static_cast<QEvent::Type>(type);
@@ -40,7 +40,7 @@ QtMessageLoop::~QtMessageLoop() = default;
 
 void QtMessageLoop::ProcessPendingMessages() {
   running_.Pumps();
-  // A pump inside a wait that only paints is a pump of its own: whoever asks for it may be entered.
+  // Processing messages inside a wait that only paints is allowed in full: its caller may be re-entered.
   const bool outer = std::exchange(painting_only_, false);
   for (; turns_held_ > 0; --turns_held_) AskForTurn();
   QCoreApplication::processEvents(QEventLoop::AllEvents);
@@ -113,7 +113,7 @@ void QtMessageLoop::Press(const QKeyEvent& press) {
 }
 
 bool QtMessageLoop::eventFilter(QObject* watched, QEvent* event) {
-  // A slider or an arrow that is held down repeats itself by a timer of its widget, which comes again.
+  // A slider or an arrow that is held down repeats through a timer of its widget, which fires again.
   if (painting_only_ && event->type() == QEvent::Timer && watched->isWidgetType()) return true;
   switch (event->type()) {
     case QEvent::KeyPress:

@@ -31,7 +31,7 @@ int PlayerWindow::Run() {
 
 void PlayerWindow::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
-  // Not every system tells a minimised window that nobody sees it.
+  // Not every system notifies a minimised window that it is not visible.
   if (event->type() == QEvent::WindowStateChange) setUpdatesEnabled(!isMinimized());
   view_.FollowChange(*event);
 }

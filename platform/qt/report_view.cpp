@@ -138,7 +138,7 @@ void ReportView::PressKey(QKeyEvent* event) {
     return;
   }
   QTreeView::keyPressEvent(event);
-  // A leap to where the frame stands already moves nothing.
+  // A jump to where the frame already is moves nothing.
   if (plain && leaps && !SelectedRow()) SelectFramedRow();
 }
 
@@ -156,7 +156,7 @@ void ReportView::keyReleaseEvent(QKeyEvent* event) {
 void ReportView::mousePressEvent(QMouseEvent* event) {
   const auto selected_before = SelectedRow();
   QTreeView::mousePressEvent(event);
-  // A press beside the rows takes the selection away, so that a new entry can be made.
+  // A press outside the rows clears the selection, so that a new entry can be made.
   const QModelIndex pressed = indexAt(event->position().toPoint());
   if (!pressed.isValid()) selectionModel()->clearSelection();
   // With the control key a press takes the selection away, when the button is released.
@@ -190,7 +190,7 @@ void ReportView::contextMenuEvent(QContextMenuEvent* event) {
 void ReportView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
   QTreeView::drawRow(painter, option, index);
-  // The stripes go on beside the last column.
+  // The stripes continue beyond the last column.
   const int end = header()->length() - header()->offset();
   const int rest = viewport()->width() - end;
   if (index.row() % 2 == 0 || rest <= 0) return;

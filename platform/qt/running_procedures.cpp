@@ -10,7 +10,7 @@ RunningProcedures::Scope::Scope(RunningProcedures& procedures, Pumping pumping) 
 
 RunningProcedures::Scope::~Scope() {
   procedures_.running_.pop_back();
-  // The one that this one ran inside may still be waiting; its next pump or painting decides.
+  // The outer procedure may still be waiting; its next processing of messages or painting decides.
   if (procedures_.running_.empty()) procedures_.cursor_.Hide();
 }
 

@@ -161,7 +161,7 @@ void ComboBoxBinding::TakeUsersChoice(int index) {
 void ComboBoxBinding::Choose(int index) {
   const Text item = box_.Items()[static_cast<std::size_t>(index)];
   typed_.Take(typed_.Basis(), item, [&] {
-    // Choosing the entry that was chosen last counts too, because another text may stand in the field by now.
+    // Choosing the entry that was chosen last counts too, because the field may contain another text by now.
     if (box_.ListIndex() == index) box_.Type(item);
     box_.SetListIndex(index);
   });

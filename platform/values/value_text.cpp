@@ -54,7 +54,7 @@ Text FloatText(double number, int digits) {
   return text;
 }
 
-/// What `convert` makes of the payload when it holds a `Payload`.
+/// The result of `convert` for a payload that is a `Payload`.
 template <typename Payload, typename Convert>
 std::optional<Text> If(const PropertyValue& value, Convert convert) {
   const auto* payload = std::get_if<Payload>(&value.payload);

@@ -102,7 +102,7 @@ TEST_F(StationStoreTest, NamesBeyondTheNameListAreSilentlyMissing) {
   EXPECT_EQ(profile.section_buffers, std::vector<std::size_t>{8192});
   EXPECT_EQ(SymbolListview.Count(), 82U);
   const Text last = SymbolListview.Rows().front().cells[app::kNameCell];
-  EXPECT_EQ(last.size(), 90U) << "a name cut by the limit stands for itself only";
+  EXPECT_EQ(last.size(), 90U) << "a name cut by the limit is just that name";
 }
 
 TEST_F(StationStoreTest, StationsThatFitTheNameListExactlyAreAllLoadedAndOneCharacterMoreIsCut) {

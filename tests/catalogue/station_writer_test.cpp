@@ -42,7 +42,7 @@ class FailedWriteTest : public CatalogueTest {
     for (const ListRow& row : SymbolListview.Rows()) all.push_back(row.cells);
     return all;
   }
-  /// What a save writes once the file can be written again; the list is loaded anew before and after it.
+  /// What a save writes once the file can be written again; the list is reloaded before and after it.
   std::vector<Cells> Saved() {
     store.LoadStations(u"");
     profile.fail_writes = false;

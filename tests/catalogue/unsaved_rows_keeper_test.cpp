@@ -90,7 +90,7 @@ TEST_F(UnsavedRowsKeeperTest, LaterChangesDoNotPutTheWritingOff) {
   Begin();
   AddRow(SymbolListview, u"Neu");
   ASSERT_TRUE(timer.Enabled());
-  const auto restarted = timer.Changed.Subscribe([] { ADD_FAILURE() << "the timer begins anew"; });
+  const auto restarted = timer.Changed.Subscribe([] { ADD_FAILURE() << "the timer restarts"; });
   AddRow(SymbolListview, u"Neuer");
 }
 

@@ -40,7 +40,7 @@ class ListViewTest : public testing::Test {
     for (const ListRow& row : list_.Rows()) names += row.cells[0];
     return names;
   }
-  /// Every id leads to the place where its row stands.
+  /// Every id leads to its row's position.
   void ExpectPositionsToAgree() const {
     for (std::size_t index = 0; index < list_.Count(); ++index) {
       EXPECT_EQ(list_.IndexOf(list_.RowAt(index)), index);

@@ -1,4 +1,4 @@
-// What the forms' inventories tell a front end: every control, and how it takes part in its window.
+// What the forms' inventories give a front end: every control, and its role in its window.
 #include <gtest/gtest.h>
 
 #include <set>

@@ -39,7 +39,7 @@ LookUp In(const Language& language) {
   return [&language](const Text& text) { return language.GetLangText(text, text); };
 }
 
-/// What stands in the window before it is translated, as the start leaves it.
+/// The window's texts before it is translated, as they are at the start.
 void FillAtStart(Form1& form1) {
   for (controls::ListView* list : All<controls::ListView>(form1.inventory)) {
     list->AddColumn({u"Station", 100});

@@ -59,7 +59,7 @@ class CatalogueModel {
   [[nodiscard]] Station* Find(const Text& name, const Text& link) {
     return FindIf([&](const Station& station) { return station.name == name && station.link == link; });
   }
-  /// The station that a section of the file stands for.
+  /// The station to which a section of the file belongs.
   [[nodiscard]] Station* OfSection(const Text& name) {
     return FindIf([&](const Station& station) {
       return station.own.contains(name) || (station.saved && !station.overwritten && station.name == name);
@@ -78,7 +78,7 @@ class CatalogueModel {
     stations_.push_back(station);
   }
 
-  /// One field was taken over for a station; `was_in_file`: its section existed before.
+  /// One field was applied to a station; `was_in_file`: its section existed before.
   void WriteField(Station& station, Field field, const Text& value, Outcome outcome, bool was_in_file) {
     Set(station, field, value);
     if (outcome == Outcome::kFailed) {
@@ -107,7 +107,7 @@ class CatalogueModel {
     Loosen();
   }
 
-  /// All fields were taken over for a station of the full list.
+  /// All fields were applied to a station of the full list.
   void Update(Station& station, const Fields& fields, Outcome outcome) {
     const Text old_name = station.name;
     const std::set<Text> own = station.own;
@@ -129,7 +129,7 @@ class CatalogueModel {
     Loosen();
   }
 
-  /// All fields were taken over in a filter view for the station of that section.
+  /// All fields were applied in a filter view to the station of that section.
   void UpdateInView(const Text& section, const Fields& fields, Outcome outcome) {
     Station* const station = OfSection(section);
     if (outcome == Outcome::kFailed) {
@@ -329,7 +329,7 @@ class CatalogueModel {
       return false;
     });
   }
-  /// A filter view deleted the section: whoever stood for it goes.
+  /// A filter view deleted the section: the station that it belonged to is removed.
   void RemoveSection(const Text& name, Deletion* deletion) {
     std::erase_if(stations_, [&](Station& station) {
       const bool is_it = station.saved && !station.overwritten && station.name == name;

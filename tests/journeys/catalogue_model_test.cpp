@@ -235,12 +235,12 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
     model.Add(fields, InView() ? Place::kView : Place::kFullList, outcome);
   }
 
-  /// Selects any row that stands for a station; null when none was found.
+  /// Selects any row that belongs to a station; null when none was found.
   Station* SelectOne() {
     if (List().Count() == 0) return nullptr;
     const ListRow row = List().Rows()[Below(List().Count())];
     const Text name = form.Name(row.cells[kNameCell]);
-    // A station without a name stands in a view until that is left; there it is not like the others.
+    // A station without a name is in a view until that is left; there it is not like the others.
     if (InView() && name.empty()) return nullptr;
     if (!List().Select(row.id)) return nullptr;
     Station* const station = InView() ? model.OfSection(name) : StationOf(row);
@@ -451,7 +451,7 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
     for (const auto& [name, keys] : sections) {
       // A section without a name is never listed; its rows stay unsaved ones.
       if (name.empty()) continue;
-      EXPECT_NE(model.OfSection(name), nullptr) << Utf8(name) << " stands for no station";
+      EXPECT_NE(model.OfSection(name), nullptr) << Utf8(name) << " belongs to no station";
       const auto foreign = model.ForeignLines().find(name);
       EXPECT_EQ(keys.foreign,
                 foreign == model.ForeignLines().end() ? CatalogueModel::Foreign() : foreign->second)

@@ -56,7 +56,7 @@ struct FileSection {
   }
 };
 
-/// The sections by FileText::Name; no name stands twice. What stands before the first one is not in it.
+/// The sections by FileText::Name; no name occurs twice. What comes before the first one is not included.
 inline std::map<platform::Text, FileSection> ReadStationFile(const FileText& form, const std::string& bytes) {
   std::map<platform::Text, FileSection> sections;
   FileSection* section = nullptr;

@@ -1,4 +1,4 @@
-// Imported rows on their way through take-overs, views and saving: none is lost, doubled or mixed up.
+// Imported rows through edits, views and saving: none is lost, doubled or mixed up.
 #include <algorithm>
 
 #include "tests/journeys/catalogue_journey.h"

@@ -1,4 +1,4 @@
-// What may happen inside the player's own calls: another opening, and the window letting go of the player.
+// What may happen inside the player's own calls: another opening, and the window releasing the player.
 #include <utility>
 
 #include "tests/player/player_fixture.h"

@@ -310,7 +310,7 @@ TEST_F(M3uImportTest, AnExportOfAHundredThousandRowsComesBackInOnePiece) {
   dialogs_.answers = {MessageBoxAnswer::kNo};
   Command5_.Click();
   EXPECT_EQ(EntriesOf(full_), before);
-  EXPECT_EQ(announcements, 1) << "a widget is told once, not a hundred thousand times";
+  EXPECT_EQ(announcements, 1) << "a widget is notified once, not a hundred thousand times";
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ constexpr const char* kEnglish = "[Pfad1]\r\nLanguages=English\r\n";
 constexpr const char* kOneStation =
     "[Radio A]\r\nStation=Radio A\r\nLink=/fehlt.mp3\r\nGenre=Rock\r\nFavorit=\r\nM3uNr=\r\n";
 
-/// Captions by the place where they stand.
+/// Captions by their place.
 using CaptionMap = std::map<std::string, platform::Text>;
 
 CaptionMap Captions(const QWidget& window) {

@@ -35,7 +35,7 @@ class Surroundings {
     return changed;
   }
 
-  /// A start that goes on until it is ended.
+  /// A start that runs until it is ended.
   [[nodiscard]] test_support::ChildProcess Start() const {
     return test_support::ChildProcess({PLAYER}, environment_);
   }
@@ -45,7 +45,7 @@ class Surroundings {
     const std::string command = "cd '" + folder_ + "' && exec " PLAYER " 2>&1 " + words;
     return test_support::RunProgram({"/bin/sh", "-c", command}, environment_);
   }
-  /// The same beside the caller, who may be the running copy.
+  /// The same without blocking the caller, which may be the running copy.
   [[nodiscard]] std::future<test_support::RunResult> StartToEndMeanwhile(
       const std::string& words = "") const {
     return std::async(std::launch::async, [self = *this, words] { return self.StartToEnd(words); });

@@ -74,7 +74,7 @@ void ProgramRig::ActOnDialog() {
     QCoreApplication::exit();
     return;
   }
-  // Out of this timer's tick, so that it goes on when the action opens the next dialog.
+  // Outside this timer's tick, so that the timer continues when the action opens the next dialog.
   QTimer::singleShot(0, dialog, [dialog, act = std::move(expected_.front())] { act(*dialog); });
   expected_.pop_front();
 }
@@ -112,7 +112,7 @@ QStringList ProgramRig::Column(int column) {
 void ProgramRig::Click(const char* name) {
   QWidget& widget = Find(name);
   ASSERT_TRUE(widget.isVisible()) << name;
-  // Check boxes take the mouse on their mark and caption only, which stand at their beginning.
+  // Check boxes react to the mouse only on their mark and caption, which are at their beginning.
   constexpr int kInsideTheMark = 8;
   const bool box = widget.inherits("QCheckBox");
   const QPoint place = box ? QPoint(kInsideTheMark, widget.height() / 2) : widget.rect().center();

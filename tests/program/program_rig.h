@@ -55,7 +55,7 @@ class ProgramRig : public ::testing::Test {
   /// The texts of a column in display order.
   QStringList Column(int column = 0);
 
-  // The user's hand
+  // User input
   void Click(const char* name);
   void ClickRow(const QString& name);
   void ClickHeader(int column);

@@ -1,4 +1,4 @@
-// What the status line tells a listener whose station does not answer as it should: the whole program with
+// What the status line shows a listener whose station does not answer as it should: the whole program with
 // its widgets, and a real server.
 #include <QEvent>
 #include <QLabel>

@@ -70,7 +70,7 @@ class WholeJourney : public ::testing::Test {
     return "[" + name + "]\r\nStation=" + name + "\r\nLink=" + link + "\r\nGenre=" + genre +
            "\r\nFavorit=" + favourite + "\r\nM3uNr=\r\n";
   }
-  /// Beside the program, as installed, but telling its process id and recording into the scratch folder.
+  /// Beside the program, as installed, but reporting its process id and recording into the scratch folder.
   void MakeRecordingTool() {
     const std::string tool = "program/OZRecordFunkhaus";
     folder_.Write(tool, "#!/bin/sh\nprintf %s $$ >'" + (folder_.Path() / "pid").string() +

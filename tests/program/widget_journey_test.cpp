@@ -52,7 +52,7 @@ TEST_F(WidgetJourney, ViewsAreSwitchedAFavouriteIsMarkedAndTheListIsSorted) {
               EXPECT_EQ(Find<QGroupBox>("Frame2").title(), "Genre-Filter: Dance");
               EXPECT_EQ(Column(), QStringList({"Radio 2", "Radio 10"}));
               EXPECT_FALSE(Find("CommandButton1").isVisible());
-              // Four entries up from "Dance" stands "Rock".
+              // Four entries up from "Dance" is "Rock".
               for (int step = 0; step < 4; ++step) QTest::keyClick(&Find("Combo1"), Qt::Key_Up);
               Settle();
               EXPECT_EQ(Column(), QStringList({"Radio A"}));

@@ -19,7 +19,7 @@ using testing::IsEmpty;
 
 class Recording : public testing::Test {
  protected:
-  // Every phase once, in the order in which it was told.
+  // Every phase once, in the order in which it was reported.
   void KeepPhases() {
     told_ = rig_.recording.Changed.Subscribe([this] {
       const Phase phase = rig_.recording.GetStatus().phase;
@@ -450,7 +450,7 @@ TEST_F(Recording, TimeAndBytesAreToldAfterEveryRead) {
     if (status.phase == Phase::kRecording) told.emplace_back(status.seconds, status.bytes);
   });
   Run();
-  // A read is told before its bytes are written.
+  // A read is reported before its bytes are written.
   EXPECT_THAT(told, ElementsAre(std::pair(1, 0U), std::pair(2, 4U), std::pair(3, 8U), std::pair(3, 12U),
                                 std::pair(3, 12U)));
 }

@@ -306,7 +306,7 @@ TEST_F(ClsFunkhaus, AStopBeforeTheStartDoesNotKeepTheRecordingFromRunning) {
   EXPECT_EQ(rig_.files.files[u"record.mp3"].size(), 1024U);
 }
 
-// The owner lets go of the object in the middle of one of its calls.
+// The owner releases the object in the middle of one of its calls.
 
 TEST_F(ClsFunkhaus, LettingGoInsideATimedReaderEndsItWithinOneSlice) {
   client_->StreamUrl(u"http://h/");

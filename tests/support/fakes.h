@@ -23,7 +23,7 @@ namespace test_support {
 
 using platform::Text;
 
-/// Stands still unless the test moves it.
+/// Does not advance unless the test moves it.
 class FakeClock : public platform::Clock {
  public:
   double SecondsSinceMidnight() override { return seconds_since_midnight; }

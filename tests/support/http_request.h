@@ -18,7 +18,7 @@ struct HttpRequest {
   [[nodiscard]] std::optional<std::string> Header(std::string_view name) const;
 };
 
-/// Reads one request head. `received` keeps what came beyond it, for the next call. Nothing when the client
+/// Reads one request head. `received` keeps what came after it, for the next call. Nothing when the client
 /// leaves first, when the signal was raised, or when the head does not end within 256 KB.
 std::optional<HttpRequest> ReadRequest(const Descriptor& socket, std::string& received,
                                        const StopSignal& stop);

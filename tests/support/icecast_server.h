@@ -28,7 +28,7 @@ class IcecastServer {
   void Kill();
   /// The server comes back on the same port, with the same feeds.
   void Restart();
-  /// Holds the server still (it keeps its connections but sends nothing), and lets it go on.
+  /// Freezes the server (it keeps its connections but sends nothing), and lets it continue.
   void Freeze();
   void Thaw();
 

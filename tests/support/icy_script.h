@@ -32,7 +32,7 @@ class Script {
   Script& Hold();
   /// Silent until the test calls ScriptedIcyServer::Signal with this name (before or after).
   Script& AwaitSignal(std::string name);
-  /// Tells the test, in ScriptedIcyServer::WaitForMark, that every earlier step is done.
+  /// Notifies the test, in ScriptedIcyServer::WaitForMark, that every earlier step is done.
   Script& Mark(std::string name);
   /// Sends `pattern` again and again, as fast as the client takes it, until the client closes or the server
   /// ends. The send buffer is made small, so that the count of bytes shows what the client took.

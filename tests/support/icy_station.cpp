@@ -174,7 +174,7 @@ void IcyStation::OnAir::Play(const Descriptor& socket, Titles titles) {
   }
 }
 
-// A listener that says something is not understood, one that hangs up ends the wait.
+// What a listener sends is ignored; a listener that hangs up ends the wait.
 bool IcyStation::OnAir::WaitForItsTime(const Descriptor& socket, steady_clock::time_point due) {
   std::string ignored;
   while (true) {

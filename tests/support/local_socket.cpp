@@ -181,7 +181,7 @@ void CloseCleanly(Descriptor& socket, const StopSignal& stop) {
 void CloseWithReset(Descriptor& socket, const StopSignal& stop) {
   int unsent = 0;
   while (::ioctl(socket.Get(), SIOCOUTQ, &unsent) == 0 && unsent > 0 && !PeerIsGone(socket)) {
-    // The kernel tells nobody that its queue has drained, so this asks it again after a moment.
+    // The kernel does not report that its queue has drained, so this checks again after a moment.
     if (WaitFor(stop.Fd(), POLLIN, stop, milliseconds(1)) == Wake::kStopped) break;
   }
   const linger at_once{1, 0};

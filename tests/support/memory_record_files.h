@@ -66,7 +66,7 @@ class MemoryRecordFiles : public platform::RecordFiles {
   std::size_t longest_file_name = 255;
   bool flush_fails = false;
   int flushes = 0;
-  /// Runs before a new file is made, for what another program does at that moment.
+  /// Runs before a new file is created, to do what another program might do at that moment.
   std::function<void(const Text& file_name)> on_create;
   /// Runs when an open file is closed.
   std::function<void()> on_close;

@@ -22,7 +22,7 @@ class Mp3Loop {
   /// The bytes of frame `index` of the endless loop.
   [[nodiscard]] std::string_view Frame(std::size_t index) const { return frames_[index % frames_.size()]; }
   [[nodiscard]] std::chrono::nanoseconds FrameDuration() const { return frame_duration_; }
-  /// In kbit/s, as `icy-br` tells it; of the first frame.
+  /// In kbit/s, as in `icy-br`; of the first frame.
   [[nodiscard]] int BitRate() const { return bit_rate_; }
 
  private:

@@ -20,7 +20,7 @@ constexpr std::uint32_t kLetters = 0x20000;
 bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 bool IsLetter(char16_t unit) { return (unit >= u'a' && unit <= u'z') || unit >= 0xC0; }
 
-/// The letters beside which a small letter stands.
+/// The letters next to which a small letter sorts.
 TextView Base(const char16_t& letter) {
   constexpr TextView kPlainLetters = u"aaaaaa.ceeeeiiii.nooooo.ouuuuy.y";
   if (letter == u'ß') return u"ss";

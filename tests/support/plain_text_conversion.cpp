@@ -13,7 +13,7 @@ using platform::TextView;
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-/// What the bytes 0x80 to 0x9F stand for. Public reference: the Unicode Consortium's table CP1252.TXT.
+/// The characters of the bytes 0x80 to 0x9F. Public reference: the Unicode Consortium's table CP1252.TXT.
 constexpr TextView kAnsiMiddle =
     u"\u20AC\x81\u201A\u0192\u201E\u2026\u2020\u2021\u02C6\u2030\u0160\u2039\u0152\x8D\u017D\x8F"
     u"\x90\u2018\u2019\u201C\u201D\u2022\u2013\u2014\u02DC\u2122\u0161\u203A\u0153\x9D\u017E\u0178";

@@ -30,7 +30,7 @@ inline constexpr platform::Guid kVideoType{
     0x73646976, 0x0000, 0x0010, {0x80, 0, 0, 0xAA, 0, 0x38, 0x9B, 0x71}};
 
 /// Every reference that it hands out is a handle of its own, with a label ("session", of the second one
-/// "session#2") that stands for it in the record.
+/// "session#2") that represents it in the record.
 class RecordingMedia : public platform::MediaFramework, public platform::InterfaceCalls {
  public:
   struct Stream {
@@ -80,8 +80,8 @@ class RecordingMedia : public platform::MediaFramework, public platform::Interfa
   /// Is called with the record of a call before the call is carried out.
   std::function<void(const std::string& call)> on_call;
 
-  /// The calls so far, as "session.SetTopology(0, topology)" or "MFStartup(1, 0)". Texts stand in quotes,
-  /// known GUIDs under their names, absent handles as "none", addresses that are written to as "out".
+  /// The calls so far, as "session.SetTopology(0, topology)" or "MFStartup(1, 0)". Texts are in quotes, known
+  /// GUIDs under their names, absent handles as "none", addresses that are written to as "out".
   [[nodiscard]] const std::vector<std::string>& Calls() const { return calls_; }
   /// The calls since the last time that this was asked.
   std::vector<std::string> TakeCalls();

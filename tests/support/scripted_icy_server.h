@@ -61,7 +61,7 @@ class ScriptedIcyServer {
   /// Over all connections, header bytes too.
   [[nodiscard]] std::uint64_t BytesSent() const;
 
-  /// Lets every Script::AwaitSignal of this name go on, now and later.
+  /// Lets every Script::AwaitSignal of this name continue, now and later.
   void Signal(const std::string& name);
 
   /// Each waits for at most `deadline` and says whether it came true.
@@ -69,7 +69,7 @@ class ScriptedIcyServer {
   bool WaitForConnections(int count, std::chrono::milliseconds deadline) const;
   bool WaitForMark(const std::string& name, std::chrono::milliseconds deadline) const;
   bool WaitForBytesSent(std::uint64_t count, std::chrono::milliseconds deadline) const;
-  /// Every connection has ended, which proves that the client let go of it when the script holds it open.
+  /// Every connection has ended, which proves that the client released it when the script holds it open.
   bool WaitForAllClosed(std::chrono::milliseconds deadline) const;
 
  private:

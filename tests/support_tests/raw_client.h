@@ -16,7 +16,7 @@ namespace test_support {
 
 constexpr auto kDeadline = std::chrono::seconds(10);
 
-/// Reads as a test tells it to; gives up after kDeadline without a byte.
+/// Reads as a test directs; gives up after kDeadline without a byte.
 class RawClient {
  public:
   explicit RawClient(std::uint16_t port) : socket_(ConnectLocally(port)) {}

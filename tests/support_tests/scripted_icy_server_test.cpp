@@ -155,7 +155,7 @@ TEST(ScriptedIcyServer, AFloodStopsWhenTheClientStopsReading) {
   server.On("/a", Script().Flood(AudioBytes(4096)));
   Client client(server);
   EXPECT_EQ(client.Ask("/a").Read(100'000).size(), 100'000U);
-  // The count stands still once the buffers between the two are full.
+  // The count stops changing once the buffers between the two are full.
   std::uint64_t before = 0;
   std::uint64_t now = server.BytesSent();
   while (before != now) {

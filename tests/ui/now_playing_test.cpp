@@ -220,7 +220,7 @@ TEST_F(NowPlayingTest, RunWarnsFirstAndCancelEndsIt) {
 }
 
 TEST_F(NowPlayingTest, RunWritesEveryRowsTitleAndTouchesNothingElse) {
-  // Without an answer of its own a station keeps the interval of the one before, so this row stands first.
+  // Without an answer of its own a station keeps the interval of the previous one, so this row comes first.
   AddStation(u"d", u"http://d/s");
   AddPlayingStation(u"a", "Lied A");
   AddPlayingStation(u"b", "");
@@ -229,7 +229,7 @@ TEST_F(NowPlayingTest, RunWritesEveryRowsTitleAndTouchesNothingElse) {
   EXPECT_EQ(TitleOf(u"a"), u"Lied A");
   EXPECT_EQ(TitleOf(u"b"), u"--");
   EXPECT_EQ(TitleOf(u"c"), u"Künstler");
-  EXPECT_EQ(TitleOf(u"d"), u"") << "a station without an interval is passed over";
+  EXPECT_EQ(TitleOf(u"d"), u"") << "a station without an interval is skipped";
   EXPECT_EQ(Form().Label4.Caption(), u"Titel:");
   EXPECT_FALSE(Form().Frame3.Visible()) << "the panel is left alone";
   EXPECT_EQ(Form().SymbolListview.SelectedRow(), controls::RowId::kNone);

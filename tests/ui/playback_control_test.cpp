@@ -76,7 +76,7 @@ TEST_F(PlaybackControlTest, CancelledOpeningShowsNoMessageEvenAfterAReportedFail
   Form().Command1.Click();
   EXPECT_TRUE(dialogs.boxes.empty());
   EXPECT_EQ(state.last_create_result, kErrorFileNotFound) << "the result is that of the last report";
-  EXPECT_FALSE(Form().Frame3.Visible()) << "nothing was opened that the panel could tell of";
+  EXPECT_FALSE(Form().Frame3.Visible()) << "nothing was opened that the panel could show";
   EXPECT_EQ(CountCalls(".Start("), 0U);
 }
 

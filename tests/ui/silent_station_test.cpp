@@ -50,7 +50,7 @@ TEST_F(SilentStationTest, PollingAsksASilentStationEverMoreRarely) {
   for (int second = 5; second <= 200; second += 5) {
     const auto before = Waits();
     Tick(5);
-    EXPECT_LE(Waits(), before + 1) << "never for the title besides";
+    EXPECT_LE(Waits(), before + 1) << "never for the title as well";
     if (Waits() > before) asked.push_back(second);
   }
   EXPECT_EQ(asked, (std::vector<int>{15, 40, 85, 150}));

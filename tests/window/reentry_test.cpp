@@ -77,7 +77,7 @@ class ReentryTest : public WindowTest {
     return now >= moment;
   }
 
-  /// The player's services are waited for in hundreds of equal moments; some of them stand for all.
+  /// The player's services are waited for in hundreds of equal moments; some of them represent all.
   static int NextMoment(int moment) { return moment < 20 ? moment + 1 : moment + 37; }
 
   std::size_t CountCalls(const std::string& part) const {

@@ -103,7 +103,7 @@ TEST_F(ShutDownTest, RecordingIsToldToStopBeforeTheLastMessagesAreProcessed) {
   Start();
   const auto client = window->StreamClient();
   client->StreamUrl(u"http://a/");
-  // This reader ends after its first read when the client was told to stop, and reads on otherwise.
+  // This reader ends after its first read when the client was stopped, and keeps reading otherwise.
   std::size_t reads = 0;
   message_loop.on_pump = [&] {
     message_loop.on_pump = nullptr;
@@ -264,7 +264,7 @@ TEST_F(ShutDownTest, FlagThatARefusedSaveClearedIsKeptCleared) {
   Start();
   AddUnsavedStation();
   Form().tmUnsaved.Fire();
-  // While the dialog stands open the genre view is switched on, so that the save after it is refused.
+  // While the dialog is open the genre view is switched on, so that the save after it is refused.
   on_new_station = [this](app::Form2&) { Form().Check1.Click(); };
   dialogs.answers = {MessageBoxAnswer::kYes};
   Form().CommandButton2.Click();
@@ -358,7 +358,7 @@ TEST_F(ShutDownTest, StreamClientGoesAfterTheMessagesThenTheTimersStopThenThePla
 
 TEST_F(ShutDownTest, ClosingInsideARecordingStopsItAndClosesItsFile) {
   Start();
-  // Held here too, so that nothing but being told to stop ends the recording.
+  // Held here too, so that nothing but a stop ends the recording.
   const auto client = window->StreamClient();
   internet.answer.reads.assign(5, {true, std::string(512, 'a')});
   client->StreamUrl(u"http://a/");

@@ -21,7 +21,7 @@ using test_support::TitleBlock;
 
 class Recording : public testing::Test {
  protected:
-  // Records until `done`, asked in every pump, says so.
+  // Records until `done`, which is called whenever messages are processed, returns true.
   void Record(const Text& interval, const std::function<bool()>& done) {
     const auto deadline = std::chrono::steady_clock::now() + 2 * kDeadline;
     rig_.loop.on_pump = [this, done, deadline] {

@@ -166,7 +166,7 @@ TEST_F(StreamClient, PlaylistsOfEveryKindAreResolved) {
 
 TEST_F(StreamClient, ALiveStreamIsNoPlaylistAsSoonAsItsHeaderIsThere) {
   rig_.server.On("/live", Script().Send(Header("HTTP/1.1 200 OK", {"Content-Type: audio/mpeg"})).Hold());
-  // While the clock stands still only the answer itself can end the question.
+  // While the clock does not advance only the answer itself can end the query.
   test_support::FakeClock clock;
   const auto deadline = std::chrono::steady_clock::now() + kDeadline;
   rig_.loop.on_pump = [&] {

@@ -1,5 +1,5 @@
 #pragma once
-// An HTTPS server on 127.0.0.1 with a certificate of its own making, for one fixed answer.
+// An HTTPS server on 127.0.0.1 with a self-made certificate, for one fixed answer.
 // Not a server that misbehaves: that is ScriptedIcyServer.
 
 #include <string>
@@ -18,7 +18,7 @@ class TlsServer {
 
   /// "https://127.0.0.1:PORT/".
   [[nodiscard]] std::string Url() const;
-  /// The certificate, for a client that is to trust the server.
+  /// The certificate, for a client that should trust the server.
   [[nodiscard]] std::string CertificateFile() const;
 
  private:

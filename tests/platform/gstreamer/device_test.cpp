@@ -29,7 +29,8 @@ using test_support::ReadBytes;
 using test_support::TempFolder;
 using test_support::WaitUntil;
 
-/// A station that sends an old sound until it is told to send a new one, each connection as it began.
+/// A station that sends an old sound until the test switches to a new one; each connection keeps the sound
+/// that it began with.
 class DeviceTest : public testing::Test {
  protected:
   static constexpr int kOldHertz = 440;
@@ -53,7 +54,7 @@ class DeviceTest : public testing::Test {
   std::string Sound(const std::string& name, int hertz) const {
     return ReadBytes(MakeTone(folder, name, "libmp3lame", {.hertz = hertz, .seconds = 30}));
   }
-  /// Anew, because a recorder ends with the server or the card.
+  /// Creates a new recorder, because a recorder ends with the server or the card.
   void Listen() { loudness = std::make_unique<Loudness>(pulse); }
   bool Hears(int hertz) const {
     return loudness->WaitForSound(300ms, 5s) &&
@@ -203,7 +204,7 @@ TEST_F(DeviceTest, AStopCountsThoughStartFollowsWhileTheSoundServerHangs) {
   EXPECT_EQ(station.Requests("/live"), 1);
   sends_new_sound = true;
   pulse.Signal(SIGCONT);
-  EXPECT_TRUE(Hears(kNewHertz)) << "the station is opened anew";
+  EXPECT_TRUE(Hears(kNewHertz)) << "the station is reopened";
   EXPECT_EQ(station.Requests("/live"), 2);
 }
 

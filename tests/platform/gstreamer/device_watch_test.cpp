@@ -54,7 +54,7 @@ TEST(DeviceWatchTest, ALossIsOnlyKnownAfterALookOrAWhile) {
   watch.Found();
   EXPECT_FALSE(watch.IsAway(kNoon + 2s));
   watch.Lose(kNoon + 3s);
-  EXPECT_FALSE(watch.IsAway(kNoon + 3s)) << "a new loss is judged anew";
+  EXPECT_FALSE(watch.IsAway(kNoon + 3s)) << "a new loss is judged by itself";
 }
 
 TEST(DeviceWatchTest, WhereNoDeviceCouldBeHadTheSoundIsAwayAtOnce) {
@@ -103,7 +103,7 @@ TEST(StandstillTest, AProgramThatWasHeldUpItselfLooksTwice) {
   EXPECT_EQ(standstill.NextCheck(kNoon), kNoon + 60500ms);
   EXPECT_EQ(standstill.NextCheck(kNoon + 60100ms), kNoon + 60700ms) << "it has continued";
   EXPECT_FALSE(standstill.Check(kNoon + 60500ms, kNoon + 60100ms));
-  EXPECT_FALSE(standstill.Check(kNoon + 60800ms, kNoon + 60100ms)) << "the suspicion begins anew";
+  EXPECT_FALSE(standstill.Check(kNoon + 60800ms, kNoon + 60100ms)) << "the suspicion starts again";
   EXPECT_TRUE(standstill.Check(kNoon + 61300ms, kNoon + 60100ms));
 }
 

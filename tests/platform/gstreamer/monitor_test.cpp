@@ -1,4 +1,4 @@
-// How playing stands, as the monitor says it while items are opened, played, lost and stopped.
+// The state of playing that the monitor reports while items are opened, played, lost and stopped.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -54,7 +54,7 @@ TEST_F(TextConversionTest, FiveUnassignedAnsiBytesAreTheControlCharactersOfTheSa
 
 TEST_F(TextConversionTest, AnsiWritesAQuestionMarkForEachCharacterItLacks) {
   EXPECT_EQ(Ansi(TextView(u"Ωmega Łódź")), "?mega ?\xF3"s + "d?");
-  // The control characters whose numbers stand for other characters have no byte of their own.
+  // The control characters whose numbers are used for other characters have no byte of their own.
   EXPECT_EQ(Ansi(TextView(u"\x80\x9F")), "??");
   EXPECT_EQ(Ansi(TextView(u"a😀b")), "a?b");
   const Text lone = {u'a', 0xD83D, u'b', 0xDE00, 0xD83D};

@@ -187,7 +187,7 @@ TEST_F(IniDocumentTest, EverySectionOfAnyFileIsCopiedWholeAndGoesBackBeforeTheOn
       if (document.Bytes() == file) ++in_place;
     }
   }
-  EXPECT_GT(in_place, 1000) << "unless an equal name stands further up, the file is as it was";
+  EXPECT_GT(in_place, 1000) << "unless an equal name is further up, the file is as it was";
 }
 
 TEST_F(IniDocumentTest, EveryEncodingKeepsTheBytesOfAnyFile) {

@@ -77,7 +77,7 @@ TEST_F(PrivateProfileGroup, NothingOfAGroupIsWrittenWhenOneOfItsChangesWasRefuse
   EXPECT_TRUE(Write(u"a", u"k", u"2"));
   EXPECT_TRUE(group.End()) << "the next group knows nothing of it";
   EXPECT_EQ(Bytes(), "[a]\r\nk=2\r\n");
-  EXPECT_FALSE(Write(u"a", u"k=l", u"3")) << "outside a group a refused change stands for itself";
+  EXPECT_FALSE(Write(u"a", u"k=l", u"3")) << "outside a group a refused change affects nothing else";
   WriteGroup after(profile);
   EXPECT_TRUE(Write(u"a", u"k", u"3"));
   EXPECT_TRUE(after.End());

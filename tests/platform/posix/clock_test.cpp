@@ -12,7 +12,7 @@ void SetZone(const char* zone) {
   ::tzset();
 }
 
-/// Seconds since midnight of the calendar time that stands `offset` seconds east of Greenwich.
+/// Seconds since midnight of the calendar time `offset` seconds east of Greenwich.
 std::int64_t SecondsOfDay(std::int64_t utc, std::int64_t offset) { return (utc + offset) % 86400; }
 
 TEST(PosixClock, SecondsSinceMidnightAreLocal) {

@@ -1,4 +1,4 @@
-// What the private-profile operations do when the disk or the user's rights stand against them.
+// What the private-profile operations do when the disk or the user's rights prevent them.
 
 #include <fcntl.h>
 #include <sys/file.h>

@@ -45,7 +45,7 @@ double ContrastOfFrame(const QImage& picture, const QRect& box, const QColor& gr
 }
 
 TEST(CheckBoxWidgetTest, EmptyBoxStandsOutFromItsGroundInEveryColoursAndStyle) {
-  // The default style is the one that a desktop without wishes gets; the other one is always there too.
+  // The default style is the one for a desktop without a preference; the other one is always there too.
   for (const QString& style :
        {QApplication::style()->name(), QStringLiteral("fusion"), QStringLiteral("windows")}) {
     const WithStyle look(style);

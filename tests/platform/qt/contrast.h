@@ -49,7 +49,7 @@ class WithPalette {
   WithPalette& operator=(const WithPalette&) = delete;
 };
 
-/// What a desktop may wish for: light, dark, and high contrast of both kinds.
+/// What a desktop may prefer: light, dark, and high contrast of both kinds.
 inline std::array<QPalette, 4> DesktopPalettes() {
   return {QPalette(QColor(239, 239, 239)), DesktopColors::DarkPalette(), QPalette(Qt::black, Qt::black),
           QPalette(Qt::white, Qt::white)};

@@ -80,14 +80,14 @@ class DesktopColorsTest : public ::testing::Test {
     program.connect(QString(), QStringLiteral("/org/freedesktop/portal/desktop"),
                     QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("SettingChanged"),
                     {QStringLiteral("last")}, QString(), &heard, SLOT(start()));
-    // The bus must know of the wish before another connection sends what is wished for.
+    // The bus must know the match rule before another connection sends what it matches.
     program.call(QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
                                                 QStringLiteral("org.freedesktop.DBus"),
                                                 QStringLiteral("GetId")));
     FakeSettings::Report(service, "last", "last", 0);
     EXPECT_TRUE(WaitFor([&] { return heard.isActive(); }));
     QApplication::processEvents();
-    // Whatever the program asked stands before this question.
+    // Whatever the program asked comes before this query.
     const QDBusPendingCall last = program.asyncCall(QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"),
         QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Read")));

@@ -209,7 +209,7 @@ TEST_F(HandOver, CheckThatIsTakenBackBeforeItsTurnCountsTwice) {
   EXPECT_FALSE(Find<QCheckBox>("Check2").isChecked());
 }
 
-// A row that is chosen before the one before had its turn: both are worked out, the last one stays.
+// A row that is chosen before the previous one had its turn: both are resolved, the last one stays.
 TEST_F(HandOver, RowsChosenQuicklyAreEachWorkedOut) {
   std::vector<RowId> selected;
   const auto subscription =
@@ -245,7 +245,7 @@ TEST_F(HandOver, StartOfARowIsDroppedWhenAnotherOneIsSelectedMeanwhile) {
   EXPECT_EQ(starts.Count(), 0);
 }
 
-/// A message box over the main window, and what is done while it stands open.
+/// A message box over the main window, and what is done while it is open.
 class InsideADialog : public HandOver {
  protected:
   void OpenBox(const std::function<void()>& inside) {

@@ -174,7 +174,7 @@ TEST_F(Keys, ControlZTakesADeletionBackUnlessATextFieldHasTheFocus) {
   EXPECT_EQ(clicks.Count(), expected);
 }
 
-/// The control that has the keyboard; a field's own line edit stands for the field.
+/// The control that has the keyboard focus; a field's own line edit counts as the field.
 QWidget& FocusedControl() {
   QWidget* focused = QApplication::focusWidget();
   const bool inner = focused->objectName().isEmpty() || focused->objectName().startsWith("qt_");

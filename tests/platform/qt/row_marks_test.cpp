@@ -62,7 +62,7 @@ class RowMarks : public ::testing::Test {
     }
     return ink;
   }
-  /// A place of the sign, whose square of 16 units stands in the lower right corner of the red icon.
+  /// A place of the symbol, whose square of 16 units is in the lower right corner of the red icon.
   static QPoint SignPlace(const QImage& plain, double across, double down) {
     QRect icon;
     for (int y = 0; y < plain.height(); ++y) {

@@ -1,4 +1,4 @@
-// The end of the session while a dialog of the program stands open.
+// The end of the session while a dialog of the program is open.
 #include <gtest/gtest.h>
 
 #include <QComboBox>

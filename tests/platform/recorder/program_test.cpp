@@ -26,7 +26,7 @@ class Program : public Tool {
     program.Signal(signal);
     return program.WaitForExit();
   }
-  // Whether the process handles the signal by now; the kernel tells that as a mask in hexadecimal digits.
+  // Whether the process handles the signal by now; the kernel shows that as a mask in hexadecimal digits.
   static bool Catches(pid_t process, int signal) {
     std::ifstream status("/proc/" + std::to_string(process) + "/status");
     std::string word;

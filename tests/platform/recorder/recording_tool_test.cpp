@@ -27,7 +27,7 @@ using platform::Text;
 // The recording inside the test's own process.
 class RecordingItself : public Tool {
  protected:
-  // Records until `done`, asked in every pump, says so.
+  // Records until `done`, which is called whenever messages are processed, returns true.
   void Record(const std::string& link, const std::function<bool()>& done) {
     const auto deadline = std::chrono::steady_clock::now() + kDeadline;
     message_loop_.on_sleep = [](std::uint32_t time) {
@@ -105,8 +105,8 @@ TEST_F(RecordingItself, TitlesThatAreNoFileNamesStillGetTheirFiles) {
   EXPECT_THAT(Files(),
               testing::UnorderedElementsAre("_._AC_DC_ _Live__.mp3", "Doppelt.mp3", "Doppelt (2).mp3",
                                             "CON_.mp3", "_..mp3", cut + ".mp3", "Ende.mp3"));
-  EXPECT_EQ(SizeOf("Doppelt.mp3"), 32U) << "a repeated title goes on";
-  EXPECT_EQ(SizeOf(cut + ".mp3"), 32U) << "what is the same once it is cut goes on too";
+  EXPECT_EQ(SizeOf("Doppelt.mp3"), 32U) << "a repeated title continues";
+  EXPECT_EQ(SizeOf(cut + ".mp3"), 32U) << "what is the same once it is cut continues too";
 }
 
 }  // namespace

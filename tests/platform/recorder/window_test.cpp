@@ -153,7 +153,7 @@ class WindowOfAStationThatDoesNotAnswer : public Window {
   // Half of what the wait for the answer takes when nothing ends it.
   static constexpr std::chrono::seconds kAtOnce{5};
 
-  // How long the recording goes on after `act` in the wait for the answer.
+  // How long the recording continues after `act` in the wait for the answer.
   std::chrono::nanoseconds RecordUntil(const std::function<void()>& act) {
     std::chrono::steady_clock::time_point acted;
     const auto waits_for_answer = [this] {
