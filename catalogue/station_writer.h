@@ -33,7 +33,7 @@ class StationWriter {
   /// Appends a row and writes its section; the number goes to the file only, unchanged.
   void AddStation(controls::ListView& list, const app::Station& station);
 
-  /// Deletes the section of the row's name, changes the row and writes its section anew; the number goes to
+  /// Deletes the section of the row's name, changes the row and writes its section again; the number goes to
   /// the file only, and only from 1 upwards.
   void UpdateStation(controls::ListView& list, controls::RowId row, const app::Station& station);
 

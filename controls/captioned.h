@@ -54,7 +54,7 @@ class Frame final : public Captioned {
   FrameLook look_ = FrameLook::kTitled;
 };
 
-/// How a button's caption is drawn: as text, or as the glyph that the caption stands for in a symbol font.
+/// How a button's caption is drawn: as text, or as the glyph that the caption represents in a symbol font.
 enum class Glyph { kNone, kCheckMark, kLoudspeaker, kClose, kPaste };
 
 enum class ButtonLook {

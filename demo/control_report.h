@@ -1,5 +1,5 @@
 #pragma once
-// Tells the demonstration's driver where on the screen each named control is and what it shows.
+// Reports to the demonstration's driver where on the screen each named control is and what it shows.
 // Not part of the program: only the demonstration's build of it carries this.
 
 #include <QObject>
@@ -15,7 +15,7 @@ namespace demo {
 ///
 /// in screen pixels, without blanks in the name; the text goes to the end of the line, its line ends written
 /// as "\n" and its backslashes as "\\". Rows of a list follow as "LIST[0]", "LIST[1]" ... with their columns
-/// parted by " | "; only rows in view are told. A window is "window", a message box "box", its buttons
+/// separated by " | "; only visible rows are reported. A window is "window", a message box "box", its buttons
 /// "box[0]", "box[1]" ..., another dialog "dialog" and what is in it "dialog.NAME".
 class ControlReport : public QObject {
  public:

@@ -1,4 +1,4 @@
-// The radio station of the demonstration: plays an MP3 loop on 127.0.0.1 until it is told to end.
+// The radio station of the demonstration: plays an MP3 loop on 127.0.0.1 until it is asked to end.
 //
 //   demo_station LOOP.mp3 [PORT]
 //
@@ -101,7 +101,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: demo_station LOOP.mp3 [PORT]\n");
     return 2;
   }
-  // Whoever reads the lines may leave before the station does.
+  // The reader of the lines may leave before the station does.
   signal(SIGPIPE, SIG_IGN);
   try {
     return Run(argv[1], *port);

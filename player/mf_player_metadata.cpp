@@ -1,4 +1,4 @@
-// Where playback stands, how long the item is, and its named properties as texts.
+// The playback position, the item's length, and its named properties as texts.
 #include <cstdlib>
 #include <string>
 #include <variant>

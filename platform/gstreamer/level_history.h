@@ -14,8 +14,8 @@ namespace platform::gstreamer {
 /// stays the same. When it does not, the device's clock and the one of the running times have drifted apart,
 /// and the levels follow the device.
 ///
-/// Times are running times in nanoseconds, which stand still while paused. Safe to use from any thread; no
-/// call blocks for longer than it takes to copy a few numbers.
+/// Times are running times in nanoseconds, which stop while paused. Safe to use from any thread; no call
+/// blocks for longer than it takes to copy a few numbers.
 class LevelHistory {
  public:
   /// The levels of the next `duration` of sound, measured at `now`, one linear peak of 0 to 1 per channel.

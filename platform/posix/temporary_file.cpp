@@ -65,7 +65,7 @@ bool Own(const FileDescriptor& file) {
   return !is_taken && HasName(file);
 }
 
-/// Whoever writes the file holds its lock until it has its final name.
+/// The writer of the file keeps its lock until it has its final name.
 void RemoveUnlessWritten(const std::string& path) {
   const FileDescriptor file(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   struct stat status {};

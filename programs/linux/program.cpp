@@ -38,7 +38,7 @@
 
 namespace {
 
-/// Without a display the toolkit says so and would then abort the process.
+/// Without a display the toolkit reports that and would then abort the process.
 void LeaveOnFatalMessage(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
   std::fprintf(stderr, "%s\n", qPrintable(message));
   if (type == QtFatalMsg) std::_Exit(EXIT_FAILURE);

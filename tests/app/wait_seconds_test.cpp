@@ -45,7 +45,7 @@ TEST_F(WaitSecondsTest, AWaitPastMidnightTakesNoLonger) {
 
 TEST_F(WaitSecondsTest, AWaitThatEndsJustBeforeMidnightIsNotProlongedByIt) {
   clock_.seconds_since_midnight = 86399.0;
-  // A pump that takes long: the clock is past midnight when the wait looks at it again.
+  // Processing messages takes long: the clock is past midnight when the wait looks at it again.
   messages_.on_pump = [this] { clock_.seconds_since_midnight = 3.0; };
   WaitSeconds(0.5F, clock_, messages_);
   EXPECT_EQ(messages_.pumps, 1);

@@ -1,6 +1,6 @@
 #pragma once
-// The catalogue over doubles of its surroundings: lists, store, views and editor of one window.
-// Not the whole window; that is what the journeys start.
+// The catalogue over doubles of its environment: lists, store, views and editor of one window.
+// Not the whole window; the journeys start that.
 
 #include <gtest/gtest.h>
 

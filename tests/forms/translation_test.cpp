@@ -27,7 +27,7 @@ std::vector<Kind*> All(const Inventory& inventory) {
   return found;
 }
 
-/// The status line's sentences are translated one by one, by whoever shows them.
+/// The status line's sentences are translated one by one, when they are shown.
 std::vector<controls::Captioned*> Captioned(Form1& form1) {
   std::vector<controls::Captioned*> captioned = All<controls::Captioned>(form1.inventory);
   std::erase(captioned, &form1.StatusLine);

@@ -47,7 +47,7 @@ class CatalogueJourney : public ::testing::Test {
     folder.Write(kStationFile, stations);
     Restart();
   }
-  /// A new window over what the last one left on the disk.
+  /// A new window with what the last one left on the disk.
   void Restart() {
     window.reset();
     window = std::make_unique<window::MainWindow>(

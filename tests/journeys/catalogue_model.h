@@ -1,6 +1,6 @@
 #pragma once
 // What a user who entered, edited and deleted stations expects to find: a plain list of stations.
-// Not the program's classes; nothing here knows of rows, views or files but by what was done to them.
+// Not the program's classes; this knows rows, views and files only by what was done to them.
 
 #include <algorithm>
 #include <cstddef>
@@ -12,8 +12,8 @@
 
 namespace app {
 
-/// Names are compared and values kept as FileText gives them. Every station has a link of its own, by which
-/// it is known.
+/// Names are compared and values kept as FileText gives them. Every station has a link of its own, which
+/// identifies it.
 class CatalogueModel {
  public:
   using Text = platform::Text;
@@ -304,7 +304,7 @@ class CatalogueModel {
     }
     Disown(name);
   }
-  /// A section of that name belongs to another station from here on.
+  /// A section of that name belongs to another station from now on.
   void Disown(const Text& name) {
     std::erase_if(stations_, [&](Station& station) {
       return station.own.erase(name) > 0 && station.hidden && !station.saved && station.own.empty();

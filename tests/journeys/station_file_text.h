@@ -1,6 +1,6 @@
 #pragma once
 // The station file as a test reads it: sections, the program's keys, and everything else line by line.
-// Not the INI engine, which it is held against.
+// Not the INI engine, which it is compared with.
 
 #include <algorithm>
 #include <map>
@@ -13,7 +13,7 @@
 
 namespace app {
 
-/// Texts as a file in the code page gives them back.
+/// Texts as a file in the code page returns them.
 class FileText {
  public:
   explicit FileText(platform::TextConversion& conversion) : conversion_(conversion) {}

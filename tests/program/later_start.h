@@ -50,10 +50,10 @@ class Surroundings {
       const std::string& words = "") const {
     return std::async(std::launch::async, [self = *this, words] { return self.StartToEnd(words); });
   }
-  /// Waits until a start of these surroundings is one that runs and answers others; `running` is how many run
-  /// over this state folder then.
+  /// Waits until a start in this environment runs and answers others; `running` is how many run over this
+  /// state folder then.
   [[nodiscard]] bool ComesUp(int running = 1) const {
-    // Otherwise the start that is to ask could become the one that runs itself.
+    // Otherwise the start that should ask could itself become the one that runs.
     return test_support::WaitUntil([&] { return Running() == running; }, std::chrono::seconds(30)) &&
            StartToEnd().exit_code == 0;
   }

@@ -1,5 +1,5 @@
 #pragma once
-// The whole program without a screen, over a scratch folder, worked by mouse and keyboard.
+// The whole program without a screen, over a scratch folder, operated by mouse and keyboard.
 // Not real stations: links lead to a port where nobody listens.
 
 #include <gtest/gtest.h>
@@ -30,11 +30,11 @@ class ProgramRig : public ::testing::Test {
   ProgramRig();
   ~ProgramRig() override;
 
-  /// Makes the program as its main function does, over the station file's bytes; `options` are those of
+  /// Creates the program as its main function does, over the station file's bytes; `options` are those of
   /// Opt.ini.
   void Start(const std::string& stations, const std::string& options = "");
-  /// Runs the program, which is given `argument_` to open, and, inside its event loop, `journey`; what is
-  /// left open then is left. The exit code.
+  /// Runs the program, with `argument_` to open, and `journey` inside its event loop; whatever is still open
+  /// then is left. Returns the exit code.
   int Run(const std::function<void()>& journey);
 
   /// The dialogs to come are acted on in the order of these calls; one that nobody expects is a failure.
@@ -50,7 +50,7 @@ class ProgramRig : public ::testing::Test {
     return *static_cast<Widget*>(program_->Window().findChild<QWidget*>(QLatin1String(name)));
   }
   app::Form1& Form() { return program_->Logic().Controls(); }
-  /// The list that is seen.
+  /// The visible list.
   QTreeView& List();
   /// The texts of a column in display order.
   QStringList Column(int column = 0);
@@ -61,11 +61,11 @@ class ProgramRig : public ::testing::Test {
   void ClickHeader(int column);
   /// Replaces a field's text by typing; ASCII only.
   static void Type(QWidget& field, const QString& text);
-  /// Presses a key in the main window, wherever the keyboard is in it.
+  /// Presses a key in the main window, wherever its keyboard focus is.
   void PressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
   static void PressButton(QWidget& dialog, const char* name);
 
-  /// Has the program do what input was handed over to it, as the event loop would do next.
+  /// Lets the program process its queued input, as the event loop would do next.
   static void Settle();
 
   [[nodiscard]] std::string Stations() const { return folder_.Read("Ordnerzentrale/Funkhaus.ini"); }

@@ -18,7 +18,7 @@ class ClsFunkhaus : public testing::Test {
     rig_.requests.request = {{4}, Text(body)};
     return client_->IsUrlPlaylist(u"http://h/list");
   }
-  // Runs `action` once, in the next pump.
+  // Runs `action` once, when messages are next processed.
   void InTheNextPump(const std::function<void()>& action) {
     rig_.loop.on_pump = [this, action] {
       rig_.loop.on_pump = nullptr;

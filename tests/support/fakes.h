@@ -35,7 +35,8 @@ class FakeClock : public platform::Clock {
   platform::DateTime local_time{2026, 11, 15, 23, 35, 36};
 };
 
-/// Runs `on_pump` in every pump, so that a test can act in the middle of a wait. It may replace itself.
+/// Runs `on_pump` whenever messages are processed, so that a test can act in the middle of a wait. It may
+/// replace itself.
 class FakeMessageLoop : public platform::MessageLoop {
  public:
   void ProcessPendingMessages() override {
@@ -129,7 +130,7 @@ class FakeSystemMessages : public platform::SystemMessages {
   std::map<std::int32_t, Text> messages;
 };
 
-/// Says what the test has put into `status`.
+/// Returns what the test has put into `status`.
 class FakePlaybackMonitor : public platform::PlaybackMonitor {
  public:
   [[nodiscard]] platform::PlaybackStatus Status() const override { return status; }
@@ -151,7 +152,7 @@ class FakeEnvironment : public platform::Environment {
   std::uint32_t process_id = 4711;
 };
 
-/// Every file that `loadable` names loads; counts what was made and released.
+/// Every file that `loadable` names loads; counts what was created and released.
 class FakeIcons : public platform::Icons {
  public:
   platform::ImageListHandle ImageList_Create(int width, int height, std::uint32_t flags, int initial,

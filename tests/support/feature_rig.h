@@ -1,6 +1,6 @@
 #pragma once
-// What one feature of the main window is made with, as doubles, and the controls that it acts on.
-// Not the window: nothing here is connected but what a test connects.
+// What one feature of the main window needs, as doubles, and the controls that it acts on.
+// Not the window: only what a test connects is connected.
 
 #include <gtest/gtest.h>
 
@@ -68,7 +68,7 @@ class FeatureTest : public ::testing::Test {
     form.SymbolListview.SetVisible(false);
     form.ExplorerListFilter.SetVisible(true);
   }
-  /// What closing the window does to a feature that waits: its life ends, then the client is released.
+  /// The effect of closing the window on a feature that waits: its life ends, then the client is released.
   void CloseWindow() {
     life.End();
     form.Timer2.SetEnabled(false);

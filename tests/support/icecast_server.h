@@ -24,7 +24,7 @@ class IcecastServer {
   /// Sets the mount's title.
   void SetTitle(const std::string& mount, const std::string& title) const;
 
-  /// The server and its feeds vanish, without a good-bye.
+  /// The server and its feeds vanish without closing their connections properly.
   void Kill();
   /// The server comes back on the same port, with the same feeds.
   void Restart();

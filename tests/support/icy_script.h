@@ -41,7 +41,7 @@ class Script {
   Script& NextRequest();
   /// The clean end.
   Script& Close();
-  /// Cuts the line with a reset, after what was sent has arrived.
+  /// Cuts the connection with a reset, after what was sent has arrived.
   Script& Reset();
 
   [[nodiscard]] const std::vector<Step>& Steps() const { return steps_; }

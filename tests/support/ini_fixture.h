@@ -13,7 +13,7 @@
 
 namespace test_support {
 
-/// The engine over a system's answers to its ports.
+/// The engine over a system's implementations of its ports.
 template <typename Paths, typename Disk, typename Conversion>
 class IniFixture : public testing::Test {
  protected:

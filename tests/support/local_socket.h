@@ -1,6 +1,6 @@
 #pragma once
-// Sockets on 127.0.0.1 whose every wait can be ended from another thread; the servers of the tests stand on
-// it. Not a client and not a protocol: it knows nothing of HTTP.
+// Sockets on 127.0.0.1 whose every wait can be ended from another thread; the tests' servers are built on it.
+// Not a client and not a protocol: it knows nothing of HTTP.
 
 #include <chrono>
 #include <cstdint>
@@ -50,7 +50,7 @@ enum class Wake { kReady, kStopped, kTimeout };
 Wake WaitFor(int fd, short events, const StopSignal& stop,
              std::optional<std::chrono::milliseconds> timeout = std::nullopt);
 
-/// Keeps a port of 127.0.0.1 for this process without listening: whoever connects is refused, and no other
+/// Keeps a port of 127.0.0.1 for this process without listening: connections are refused, and no other
 /// program is given the port, but ListenLocally may take it. Port 0 chooses a free one. Throws
 /// std::runtime_error when the port is taken.
 Descriptor ReserveLocally(std::uint16_t port = 0);
@@ -63,8 +63,8 @@ Descriptor ConnectLocally(std::uint16_t port);
 /// The next connection (non-blocking, without delay for small packets); closed when the signal was raised.
 Descriptor Accept(const Descriptor& listener, const StopSignal& stop);
 
-/// Sends everything. False when the peer is gone or the signal was raised. `on_sent` hears how many bytes the
-/// system has taken, piece by piece.
+/// Sends everything. False when the peer is gone or the signal was raised. `on_sent` is notified how many
+/// bytes the system has taken, piece by piece.
 bool SendAll(const Descriptor& socket, std::string_view bytes, const StopSignal& stop,
              const std::function<void(std::size_t)>& on_sent = {});
 
@@ -80,7 +80,7 @@ bool PeerIsGone(const Descriptor& socket);
 /// Ends the sending side, then waits until the peer closes too, so that nothing of what was sent is lost.
 void CloseCleanly(Descriptor& socket, const StopSignal& stop);
 
-/// Cuts the line with a reset, after what was sent has reached the peer.
+/// Cuts the connection with a reset, after what was sent has reached the peer.
 void CloseWithReset(Descriptor& socket, const StopSignal& stop);
 
 }  // namespace test_support

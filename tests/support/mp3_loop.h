@@ -1,5 +1,5 @@
 #pragma once
-// An MP3 recording as a list of whole frames that can be sent round and round. Not a decoder.
+// An MP3 recording as a list of whole frames that can be sent in an endless loop. Not a decoder.
 
 #include <chrono>
 #include <cstddef>

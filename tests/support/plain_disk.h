@@ -1,5 +1,5 @@
 #pragma once
-// The ports of the disk for tests, by nothing but the standard library, so that they run on any system.
+// The ports of the disk for tests, with nothing but the standard library, so that they run on any system.
 // Not for the program, nor for tests of links, permissions and other programs; tests/platform has those.
 
 #include <cstddef>

@@ -42,7 +42,8 @@ class PulseServer {
   /// From now on streams of a card that is pulled out move to another one, as desktops have it.
   void RescueStreams() const;
 
-  /// The first card, to which Loudness listens, goes and comes back; its listeners end when it goes.
+  /// The first card, to which Loudness listens, disappears and comes back; its listeners end when it
+  /// disappears.
   void TakeCardAway() const;
   void GiveCardBack() const;
   /// The card takes no sound, and takes it again.
@@ -56,7 +57,7 @@ class PulseServer {
   void RememberVolumes() { remembers_volumes_ = true; }
 
   void Stop() { server_.Stop(); }
-  /// Sends the server a signal, such as SIGSTOP and SIGCONT to hold it still.
+  /// Sends the server a signal, such as SIGSTOP and SIGCONT to freeze it.
   void Signal(int signal) const { server_.Signal(signal); }
   void Start();
 

@@ -1,6 +1,6 @@
 #pragma once
 // A media framework for tests: keeps every call in order, can fail each of them, and counts references.
-// Not a player of anything; what it answers is what the test has set.
+// Not a player of anything; it answers what the test has set.
 
 #include <cstddef>
 #include <cstdint>
@@ -77,7 +77,7 @@ class RecordingMedia : public platform::MediaFramework, public platform::Interfa
   /// The one call with this number, counted from 1 over all calls, goes wrong like this.
   std::size_t fault_at = 0;
   Fault fault;
-  /// Is called with the record of a call before the call is carried out.
+  /// Is called with the record of a call before the call is executed.
   std::function<void(const std::string& call)> on_call;
 
   /// The calls so far, as "session.SetTopology(0, topology)" or "MFStartup(1, 0)". Texts are in quotes, known

@@ -37,7 +37,7 @@ TEST_F(NowPlayingTest, RunLeavesARowWhoseWaitInputEnded) {
   AddPlayingStation(u"b", "Zweiter");
   internet.answers[u"a:80/s"].reachable = false;
   message_loop.on_pump = [this] {
-    // The input comes while the first row's server is silent, and is processed in the next pump.
+    // The input comes while the first row's server is silent, and is processed with the next messages.
     message_loop.input_ends_wait = internet.calls.empty();
   };
   RunAllTitles();
@@ -263,7 +263,7 @@ TEST_F(NowPlayingTest, TickDuringTheRunTurnsTheClientToTheCurrentStationAndTheNe
   AddPlayingStation(u"c", "Lied C");
   Select(u"c");
   Form().Timer2.SetEnabled(true);
-  // A row pumps before and behind the setting of its address; the tick comes behind the first row's.
+  // Each row processes messages before and after its address is set; the tick comes after the first row's.
   const int second_pump_of_the_run = message_loop.pumps + 2;
   message_loop.on_pump = [this, second_pump_of_the_run] {
     if (message_loop.pumps == second_pump_of_the_run) Form().Timer2.Fire();

@@ -20,7 +20,7 @@ class PlaybackStatusTest : public PlayingWindowTest {
     playback_monitor.status.state = state;
     playback_monitor.status.failure = failure;
   }
-  /// From the opening on the monitor says so.
+  /// The monitor reports this from the opening on.
   void ReachWhenOpened(PlaybackState state, PlaybackFailure failure = PlaybackFailure::kNone) {
     media.on_call = [=, this](const std::string& call) {
       if (call.find("CreateObjectFromURL") != std::string::npos) Reach(state, failure);

@@ -1,5 +1,5 @@
 #pragma once
-// A stream client on real sockets, real files and the real clock, for tests of the whole way.
+// A stream client on real sockets, real files and the real clock, for tests of the whole path.
 // Not for tests of single rules; those run on doubles.
 
 #include <memory>

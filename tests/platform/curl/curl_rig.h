@@ -55,7 +55,7 @@ struct CurlRig {
     if (read.ended) return "<end>";
     return read.count == 0 ? "<nothing>" : bytes.substr(0, read.count);
   }
-  /// Reads on until something else than nothing comes.
+  /// Reads until something comes.
   std::string ReadSomething(InternetHandle request, std::size_t size = 1024) {
     const auto deadline = std::chrono::steady_clock::now() + kDeadline;
     std::string bytes = Read(request, size);

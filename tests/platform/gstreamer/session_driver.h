@@ -1,6 +1,6 @@
 #pragma once
-// Drives the adapter in the order of calls in which the player does: resolver, source, descriptor,
-// topology, session, clock, services. Not the player; its own tests hold it to its rules.
+// Drives the adapter in the order of calls in which the player does: resolver, source, descriptor, topology,
+// session, clock, services. Not the player; its rules have their own tests.
 
 #include <cstdint>
 #include <initializer_list>

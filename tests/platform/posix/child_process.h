@@ -22,7 +22,7 @@
 
 namespace platform::posix {
 
-/// What the child made of a check.
+/// The result of a check in the child.
 enum class ChildResult { kTrue, kFalse, kBroken };
 
 inline ChildResult RunInChild(const std::function<bool()>& check) {

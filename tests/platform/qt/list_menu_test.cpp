@@ -87,8 +87,8 @@ void ChooseIn(QMenu& menu, int entry) {
 
 class MenuThatGoes : public ListMenu, public ::testing::WithParamInterface<WayOut> {};
 
-// Choosing a row fetches its title, and the window pumps meanwhile. The menu may go away in any pump, and
-// with it goes whatever call of the toolkit works on it.
+// Choosing a row fetches its title while the window processes messages. The menu may go away at any such
+// moment, and with it goes whatever call of the toolkit works on it.
 TEST_P(MenuThatGoes, InsideTheWaitOfASelectionHarmsNothing) {
   int pumps_inside = 0;
   const auto fetch = list_.SelectionChanged.Subscribe([&] {

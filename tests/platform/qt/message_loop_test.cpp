@@ -177,7 +177,7 @@ TEST_F(MessageLoopTest, PumpInsideAPaintingWaitIsAWholeOne) {
       },
       Qt::QueuedConnection);
   loop_.ProcessPaintMessages();
-  EXPECT_EQ(seen_inside, 1);  // after the inner pump the outer wait is what it was
+  EXPECT_EQ(seen_inside, 1);  // after the inner processing the outer wait is as it was
   EXPECT_FALSE(loop_.PaintingOnly());
 }
 

@@ -184,7 +184,7 @@ TEST_F(RowMarks, MarkIsSaidInTheProgramsWords) {
 }
 
 TEST_F(RowMarks, RowMayBeMarkedBeforeTheViewKnowsIt) {
-  // Whoever subscribed before the window marks rows in the middle of their arrival.
+  // A subscriber from before the window marks rows in the middle of their arrival.
   WindowFixture fixture;
   app::Form1 form;
   const auto marks = form.SymbolListview.RowsAdded.Subscribe([&](std::size_t first, std::size_t /*count*/) {

@@ -33,9 +33,9 @@ inline bool WaitFor(const std::function<bool()>& done) {
   return QTest::qWaitFor(done, kDeadline);
 }
 
-/// Has the program do what input was handed over to it, as the event loop would do next.
+/// Lets the program process its queued input, as the event loop would do next.
 inline void Settle() {
-  // What comes during a round is left to the next one.
+  // What comes during one round is left for the next one.
   constexpr int kRounds = 3;
   for (int round = 0; round < kRounds; ++round) QCoreApplication::sendPostedEvents();
 }
@@ -54,7 +54,7 @@ class WindowFixture {
     window = std::make_unique<PlayerWindow>(form, icons, loop);
   }
 
-  /// Shows the window and waits until it has the keyboard.
+  /// Shows the window and waits until it has the keyboard focus.
   bool Open() {
     window->Open();
     return QTest::qWaitForWindowActive(window.get());

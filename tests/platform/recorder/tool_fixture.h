@@ -1,6 +1,6 @@
 #pragma once
 // A station on real sockets that plays two titles, a music folder for them, and an ear for what was recorded.
-// Not for the rules of a recording; those are held without sockets.
+// Not for the rules of a recording; those are tested without sockets.
 
 #include <gtest/gtest.h>
 

@@ -62,7 +62,7 @@ class Window : public Surrounded {
   Widget& Find(const char* name) {
     return *static_cast<Widget*>(window_.findChild<QWidget*>(QLatin1String(name)));
   }
-  /// Has the program do what input was handed over to it, as the event loop would do next.
+  /// Lets the program process its queued input, as the event loop would do next.
   static void Settle() {
     // What comes during a round is left to the next one.
     constexpr int kRounds = 3;

@@ -20,7 +20,7 @@ namespace {
 
 using controls::DropOffer;
 
-/// Gives an address to whoever it is dragged to.
+/// Gives an address to the target of the drag.
 class Giver final : public QWidget {
  public:
   explicit Giver(const QString& address) : address_(address) { setGeometry(1150, 100, 200, 200); }
