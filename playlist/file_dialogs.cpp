@@ -7,7 +7,7 @@ namespace playlist {
 namespace {
 
 constexpr std::uint32_t kRecordSize = 76;  // OPENFILENAMEW's first layout
-constexpr std::size_t kOpenRoom = 8120;    // units behind the default name
+constexpr std::size_t kOpenRoom = 8120;    // units after the default name
 constexpr std::size_t kSaveRoom = 512;
 
 Text NulSeparated(Text filter) {

@@ -34,7 +34,7 @@ class Icons {
   virtual int ImageList_AddIcon(ImageListHandle list, IconHandle icon) = 0;
   virtual bool ImageList_Destroy(ImageListHandle list) = 0;
 
-  /// Loads an .ico file at `width` x `height` pixels; kNone when the file is no icon.
+  /// Loads an .ico file at `width` x `height` pixels; kNone when the file is not an icon.
   virtual IconHandle LoadImageW(const Text& path, int width, int height) = 0;
   virtual bool DestroyIcon(IconHandle icon) = 0;
 

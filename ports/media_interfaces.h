@@ -60,7 +60,7 @@ inline constexpr Operation<const Guid*, InterfaceHandle> SetUnknown{Interface::k
                                                                     "IMFTopologyNode::SetUnknown"};
 inline constexpr Operation<InterfaceHandle> SetObject{Interface::kTopologyNode, 33,
                                                       "IMFTopologyNode::SetObject"};
-/// Output index of this node, the node behind it, input index of that node.
+/// Output index of this node, the node after it, input index of that node.
 inline constexpr Operation<std::int32_t, InterfaceHandle, std::int32_t> ConnectOutput{
     Interface::kTopologyNode, 40, "IMFTopologyNode::ConnectOutput"};
 }  // namespace IMFTopologyNode

@@ -15,7 +15,7 @@ class InformationPanel {
   struct Parts {
     controls::Frame& Frame3;                ///< the panel itself
     controls::Label& Label4;                ///< the title being sent
-    controls::Label& Label3;                ///< what the stream says of itself
+    controls::Label& Label3;                ///< what the stream says about itself
     controls::Image& Image1;                ///< the station's picture
     controls::CommandButton& CmdInfoClose;  ///< closes the panel
   };

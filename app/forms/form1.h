@@ -66,7 +66,7 @@ struct Form1 {
   controls::CommandButton Command5;        ///< M3U import
 
   // In Frame3
-  controls::Image Image1;                ///< station picture; the labels' texts run round it
+  controls::Image Image1;                ///< station picture; the labels' texts flow around it
   controls::Label Label4;                ///< the title being played
   controls::Label Label3;                ///< what the stream says about itself
   controls::CommandButton CmdInfoClose;  ///< closes the panel

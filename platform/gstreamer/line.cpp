@@ -5,7 +5,7 @@
 namespace platform::gstreamer {
 namespace {
 
-/// How long a device is left alone once the buffer behind it is dry: until it asks for more and gets none.
+/// How long a device is left alone once the buffer before it is dry: until it asks for more and gets none.
 constexpr std::chrono::microseconds kPlayedWhenDry = kDeviceBuffer - kDeviceRequest;
 /// A wireless device that was at rest takes its time to begin.
 constexpr std::chrono::seconds kBegins{3};

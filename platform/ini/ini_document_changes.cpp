@@ -93,7 +93,7 @@ IniDocument::Section& IniDocument::AddSection(const Text& name) {
   return section;
 }
 
-/// The last section that is still there; those behind it, which are deleted, are forgotten.
+/// The last section that is still there; those after it, which are deleted, are dropped.
 IniDocument::Section& IniDocument::LastSection() {
   while (sections_.size() > 1 && sections_.back().header.size == 0) sections_.pop_back();
   return sections_.back();

@@ -68,7 +68,7 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
     const std::string digits = std::to_string(++last_number);
     return {digits.begin(), digits.end()};
   }
-  /// A new link, by which a station is known from here on.
+  /// A new link, which identifies a station from now on.
   Text NewLink() { return u"http://l/" + NewNumber() + OneOf({u"", u"", u".m3u", u"\u0436"}); }
   Text AnyName() {
     if (OneIn(4)) {

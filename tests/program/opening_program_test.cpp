@@ -1,4 +1,4 @@
-// What the whole program makes of a list or an address that it is given: at its start and by a later one.
+// What the whole program does with a list or an address that it is given: at its start and by a later start.
 #include <sys/stat.h>
 
 #include <QLineEdit>

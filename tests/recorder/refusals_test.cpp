@@ -1,4 +1,4 @@
-// Addresses that are none, servers that refuse, and what a recording makes of them.
+// Invalid addresses, servers that refuse, and what a recording does about them.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -80,7 +80,7 @@ TEST_F(SilentStation, OneThatTheUserWantsIsAskedOnceMore) {
   client_->TryAgain(u" http://silent/ ", Wait::kFull);
   rig_.requests.request = {{4}, u"http://h/stream"};
   EXPECT_TRUE(client_->IsUrlPlaylist(u"http://silent/"));
-  EXPECT_TRUE(Asks(u" http://silent/ ")) << "addresses are compared without the blanks round them";
+  EXPECT_TRUE(Asks(u" http://silent/ ")) << "addresses are compared without the blanks around them";
   EXPECT_FALSE(Asks());
 }
 

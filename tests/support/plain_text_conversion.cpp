@@ -107,7 +107,7 @@ char32_t TakeUtf8(std::string_view& bytes) {
   return character;
 }
 
-/// Capital letters from `first` to `last`, each with its small one `distance` behind it.
+/// Capital letters from `first` to `last`, each with its small one `distance` after it.
 struct Capitals {
   char16_t first;
   char16_t last;

@@ -28,7 +28,7 @@ class EmptyHintTest : public ::testing::Test {
     return QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Description);
   }
   controls::RowId AddRow() { return list_.AddRow({}); }
-  /// What is painted in the viewport, as the least rectangle round it.
+  /// What is painted in the viewport, as the smallest rectangle around it.
   QRect Painted() const {
     const QImage picture = view_.grab(view_.viewport()->geometry()).toImage();
     const QColor ground = picture.pixelColor(2, 2);

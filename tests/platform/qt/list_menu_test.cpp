@@ -75,7 +75,7 @@ TEST_F(ListMenu, RightClickSelectsItsRowWhichIsWorkedOutWhenTheMenuIsGone) {
   EXPECT_TRUE(WaitFor([this] { return list_.SelectedRow() == list_.RowAt(1); }));
 }
 
-/// The ways in which a menu goes away.
+/// The ways in which a menu closes.
 struct WayOut {
   const char* name;
   std::function<void(QMenu& menu)> leave;

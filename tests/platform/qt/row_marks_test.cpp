@@ -1,4 +1,4 @@
-// How a marked row looks and what it says of itself.
+// How a marked row looks and what it says about itself.
 #include <gtest/gtest.h>
 
 #include <QAccessible>

@@ -1,4 +1,4 @@
-// The recording tool's window with its recording behind it, pressed by a mouse that comes from the test.
+// The recording tool's window with a real recording, operated by mouse events from the test.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
