@@ -18,10 +18,11 @@ struct DataRoots {
   Text program;
 };
 
-/// Users fill the folders of data on systems that do not distinguish "RadioICO" from "RadioIco". So a path into one
-/// of them that does not exist is searched level by level: a name that exists as it is written comes first,
-/// then the first, by its bytes, of those that differ by letter case only. This costs one listing for each
-/// such level, and nothing for paths that lead elsewhere. What does not exist keeps its path beside the program.
+/// Users fill the folders of data on systems that do not distinguish "RadioICO" from "RadioIco". So a path
+/// into one of them that does not exist is searched level by level: a name that exists as it is written comes
+/// first, then the first, by its bytes, of those that differ by letter case only. This costs one listing for
+/// each such level, and nothing for paths that lead elsewhere. What does not exist keeps its path beside the
+/// program.
 class ProgramDataPaths final : public NativePaths {
  public:
   /// `data_folders` are names of folders in the roots; paths to them begin with the program's. The ports must
