@@ -14,9 +14,6 @@ struct Form2 {
 
   controls::Form form;  ///< "Neue Radiostation einfügen", modal
 
-  /// Every control below, with its key and place in the tab order.
-  Inventory inventory;
-
   std::array<controls::Label, 3> Label2;                  ///< "Station", "Weblink", "Genre:"
   std::array<controls::TextBox, 2> TextBox1;              ///< station name, link
   std::array<controls::CommandButton, 2> CommandButton3;  ///< paste into the text box of the same index
@@ -24,6 +21,9 @@ struct Form2 {
   controls::Label Label1;                                 ///< hint: where the station's icon belongs
   controls::CommandButton CommandButton1;                 ///< accept
   controls::CommandButton CommandButton2;                 ///< cancel
+
+  /// Every control above, with its key and place in the tab order.
+  Inventory inventory;
 };
 
 }  // namespace app

@@ -12,9 +12,6 @@ struct RecordForm {
 
   controls::Form form;  ///< "OZRecordFunkhaus"
 
-  /// Every control below, with its key and place in the tab order.
-  Inventory inventory;
-
   controls::Label address_label;        ///< "Adresse:"
   controls::TextBox address;            ///< the station's link
   controls::CommandButton start;        ///< begin to record that address
@@ -29,6 +26,9 @@ struct RecordForm {
   controls::Label state;                ///< what the recording is doing
   controls::CommandButton stop;         ///< end the recording
   controls::CommandButton open_folder;  ///< show the folder of the recordings
+
+  /// Every control above, with its key and place in the tab order.
+  Inventory inventory;
 };
 
 }  // namespace app
