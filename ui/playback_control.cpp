@@ -91,6 +91,7 @@ void PlaybackControl::PlayStation(bool bStart, const Text& sLink) {
   const std::shared_ptr<clsMFPlayer> player = cPlayer;
   if (!player) return;
   const app::Runs::Run start = starts_.Begin();
+  stopped_ = false;
   state_.current_stream_address = sLink;
   has_services_ = false;
   if (bStart) reports_.mark.Opening();
@@ -110,7 +111,11 @@ void PlaybackControl::PlayStation(bool bStart, const Text& sLink) {
     ShowServiceValues(*player);
     has_services_ = true;
   }
-  if (!start.Wanted()) return;
+  if (!start.Wanted()) {
+    // The item was opened after all, and would be downloaded until the next start.
+    if (stopped_) player->StopMedia();
+    return;
+  }
 
   const std::optional<Text> information = InformationText(*player);
   if (!information) return reports_.status_line.NotPlayable();
@@ -154,6 +159,7 @@ void PlaybackControl::cPlayer_IsCreateOK(std::int32_t lngIsOk) { state_.last_cre
 
 void PlaybackControl::Command6_Click() {
   starts_.Interrupt();
+  stopped_ = true;
   parts_.Timer2.SetEnabled(false);
   if (cFunkhaus) cFunkhaus->StopRecStream();
   const std::shared_ptr<clsMFPlayer> player = cPlayer;

@@ -115,7 +115,8 @@ class PlaybackControl {
   Reports reports_;
   Actions actions_;
   const app::Life& window_;
-  app::Runs starts_;  ///< a Start or Stop that comes in the middle of a start ends it
+  app::Runs starts_;      ///< a Start or Stop that comes in the middle of a start ends it
+  bool stopped_ = false;  ///< Stop was pressed since the latest address was opened
   /// Volume or metadata of the open item were found, so that the mixer can be followed. False from the moment
   /// the next item is opened until its own are found.
   bool has_services_ = false;

@@ -221,7 +221,29 @@ TEST_F(PlaybackControlTest, StopInTheMiddleOfAStartEndsIt) {
   };
   Form().Command1.Click();
   EXPECT_EQ(CountCalls(".Start("), 0U);
+  EXPECT_EQ(CountCalls(".Stop()"), 1U) << "what was opened is not downloaded any longer";
   EXPECT_FALSE(Form().Timer2.Enabled());
+}
+
+TEST_F(PlaybackControlTest, StartInTheMiddleOfAStartThatWasStoppedKeepsPlaying) {
+  Select(u"A");
+  bool stopped = false;
+  message_loop.on_sleep = [&](std::uint32_t milliseconds) {
+    clock.seconds_since_midnight += milliseconds / 1000.0;
+    if (std::exchange(stopped, true)) return;
+    Form().Command6.Click();
+    Form().Command1.Click();
+  };
+  Form().Command1.Click();
+  EXPECT_EQ(CountCalls(".Start("), 1U);
+  const auto last = [this](const char* call) {
+    std::size_t place = 0;
+    for (std::size_t index = 0; index < media.Calls().size(); ++index) {
+      if (media.Calls()[index].find(call) != std::string::npos) place = index;
+    }
+    return place;
+  };
+  EXPECT_GT(last(".Start("), last(".Stop()"));
 }
 
 TEST_F(PlaybackControlTest, ReadyEventStartsOnlyAStoppedOrUnknownPlayer) {
