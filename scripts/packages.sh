@@ -43,7 +43,9 @@ packages_test=(
     icecast2
     imagemagick
     libgmock-dev
+    libglib2.0-bin
     libgtest-dev
+    playerctl
     procps
     pulseaudio
     pulseaudio-utils
