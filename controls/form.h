@@ -55,6 +55,10 @@ class Form final : public Captioned {
   /// Of the closing under way; may turn into kSessionEnd during QueryUnload.
   [[nodiscard]] CloseReason Reason() const { return reason_; }
 
+  /// Whether the user can see the window; not while it is hidden or minimised. Set by the front end.
+  [[nodiscard]] bool InSight() const { return in_sight_; }
+  void SetInSight(bool in_sight) { Set(in_sight_, in_sight); }
+
   /// Whether the program can use what is dragged over the window; it can use nothing while this is not set.
   /// May be called at any time, inside a wait too.
   std::function<bool(const DropOffer&)> Accepts;
@@ -76,6 +80,7 @@ class Form final : public Captioned {
   bool fixed_size_ = false;
   bool closing_ = false;
   bool closed_ = false;
+  bool in_sight_ = true;
   CloseReason reason_ = CloseReason::kUser;
 };
 

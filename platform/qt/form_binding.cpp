@@ -4,6 +4,7 @@
 #include <QResizeEvent>
 #include <algorithm>
 
+#include "platform/qt/front.h"
 #include "platform/qt/input_binding.h"
 #include "platform/qt/text.h"
 
@@ -15,6 +16,9 @@ FormBinding::FormBinding(controls::Form& form, QWidget& window, const TwipScale&
   window_.installEventFilter(this);
   subscriptions_ += form.Changed.Subscribe([this] { Follow(); });
   subscriptions_ += form.Closed.Subscribe([this] { window_.hide(); });
+  subscriptions_ += form.FocusWanted.Subscribe([this] {
+    if (QWidget* front = FrontOf(window_)) BringToFront(window_, *front, "");
+  });
   Follow();
 }
 
@@ -51,6 +55,10 @@ bool FormBinding::eventFilter(QObject* watched, QEvent* event) {
         },
         OnWait::kEndsWait);
     return true;
+  }
+  const bool shown_or_hidden = event->type() == QEvent::Show || event->type() == QEvent::Hide;
+  if (shown_or_hidden || event->type() == QEvent::WindowStateChange) {
+    form_.SetInSight(event->type() != QEvent::Hide && window_.isVisible() && !window_.isMinimized());
   }
   if (event->type() == QEvent::Resize) TakeSize(static_cast<QResizeEvent*>(event)->size());
   return false;

@@ -10,8 +10,9 @@
 
 namespace platform::qt {
 
-/// The window's close button closes the form; the widget is hidden when the form is closed, not before. The
-/// form's inner size is that of the window without the footer, a control below it, if there is one.
+/// The window comes to the front when the form wants the focus. The window's close button closes the form;
+/// the widget is hidden when the form is closed, not before. The form's inner size is the window without the
+/// footer, a control below it, if there is one.
 class FormBinding final : public QObject {
  public:
   FormBinding(controls::Form& form, QWidget& window, const TwipScale& scale, QtMessageLoop& loop,

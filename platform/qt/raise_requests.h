@@ -31,7 +31,6 @@ class RaiseRequests final : public QObject {
  private:
   void Serve();
   [[nodiscard]] QWidget* Front() const;
-  void Raise(QWidget& front, const std::string& activation_token);
 
   StartRequests& requests_;
   const controls::Form& form_;
