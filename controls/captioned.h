@@ -89,6 +89,11 @@ class CommandButton final : public Captioned {
 
 enum class CheckValue { kUnchecked = 0, kChecked = 1 };
 
+enum class CheckLook {
+  kBox,
+  kNone,  ///< there is no box to be seen, only an entry in a menu
+};
+
 class CheckBox final : public Captioned {
  public:
   [[nodiscard]] CheckValue Value() const { return value_; }
@@ -104,10 +109,14 @@ class CheckBox final : public Captioned {
     if (Enabled()) SetValue(Checked() ? CheckValue::kUnchecked : CheckValue::kChecked);
   }
 
+  [[nodiscard]] CheckLook Look() const { return look_; }
+  void SetLook(CheckLook look) { Set(look_, look); }
+
   Event<> Clicked;
 
  private:
   CheckValue value_ = CheckValue::kUnchecked;
+  CheckLook look_ = CheckLook::kBox;
 };
 
 }  // namespace controls

@@ -17,6 +17,7 @@ using platform::Text;
 namespace {
 
 constexpr std::int32_t kBytesExamined = 2048;
+constexpr platform::TextView kTimeOut = u"TimeOut";  // the reader's answer when none came in time
 
 }  // namespace
 
@@ -44,7 +45,8 @@ void NowPlaying::FetchTitle(Occasion occasion) {
   // A window that closes in one of these waits releases the client: a fetch that is still wanted has it.
   ports_.message_loop.ProcessPendingMessages();
   if (!wanted() || !cFunkhaus) return;
-  cFunkhaus->StreamUrl(state_.current_stream_address);
+  const Text address = state_.current_stream_address;
+  cFunkhaus->StreamUrl(address);
   // The reading would only wait for the same server again.
   if (!wanted() || ports_.message_loop.InputEndsWait()) return;
   const Text target = cFunkhaus->StreamUrl();
@@ -58,10 +60,15 @@ void NowPlaying::FetchTitle(Occasion occasion) {
   interval = cFunkhaus->GetStreamQueryInfo(stream::kIcyMetaint);
   if (interval.empty()) return panel_.ShowNoTitle();
 
-  const Text title = ReadTitle(interval);
+  const Text sent = ReadTitle(interval);
   if (!wanted()) return;
-  if (title.empty()) return panel_.ShowNoTitle();
-  panel_.ShowTitle(RepairTitle(title));
+  const Text title = sent.empty() ? Text() : RepairTitle(sent);
+  if (sent.empty()) {
+    panel_.ShowNoTitle();
+  } else {
+    panel_.ShowTitle(title);
+  }
+  if (sent != kTimeOut) TitleFetched.Raise(address, title);
 }
 
 Text NowPlaying::ReadTitle(const Text& interval) {

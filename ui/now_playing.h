@@ -8,6 +8,7 @@
 #include "app/state/runs.h"
 #include "app/state/window_state.h"
 #include "controls/captioned.h"
+#include "controls/event.h"
 #include "controls/list_view.h"
 #include "controls/timer.h"
 #include "ports/dialogs.h"
@@ -43,6 +44,10 @@ class NowPlaying {
   void Command3_Click();         ///< lists the titles of all rows of the visible list, until Escape
   void Command3_ContextClick();  ///< the button's second action: one fetch, then polling on or off
   void cFunkhaus_QueryStream(bool bQueryOk);
+
+  /// A title was fetched from this address: address, title; the title is empty when the station sends none. A
+  /// reader that ran out of time has learned nothing.
+  controls::Event<platform::Text, platform::Text> TitleFetched;
 
  private:
   enum class RunState { kGoOn, kEnd };

@@ -78,6 +78,13 @@ void FollowedStation::TakeChangedRow(const ListView& list, std::size_t position)
   }
 }
 
+RowId FollowedStation::RowIn(const ListView& list) const {
+  for (const Place& place : places_) {
+    if (place.list == &list && list.Contains(place.row)) return place.row;
+  }
+  return RowId::kNone;
+}
+
 void FollowedStation::Mark(RowMark mark) {
   for (Place& place : places_) {
     const RowId before = std::exchange(place.marked, mark == RowMark::kNone ? RowId::kNone : place.row);
@@ -105,7 +112,7 @@ void PlayingMark::Bind(ListView& list) {
 void PlayingMark::TakeNewRows(const ListView& list, std::size_t first, std::size_t count) {
   chosen_.TakeNewRows(list, first, count);
   playing_.TakeNewRows(list, first, count);
-  Show(mark_);
+  Show(state_);
 }
 
 void PlayingMark::Opening() {
@@ -113,7 +120,8 @@ void PlayingMark::Opening() {
   playing_.Mark(RowMark::kNone);
   playing_ = chosen_;
   stage_ = Stage::kOpening;
-  Show(RowMark::kWaiting);
+  Opened.Raise();
+  Show(PlaybackState::kConnecting);
 }
 
 void PlayingMark::Playing() {
@@ -127,20 +135,22 @@ void PlayingMark::GivenUp() {
 
 void PlayingMark::Stopped() {
   stage_ = Stage::kIdle;
-  Show(RowMark::kNone);
+  Show(PlaybackState::kStopped);
 }
 
 void PlayingMark::Follow() {
-  if (stage_ == Stage::kPlaying) Show(MarkOf(monitor_.Status().state));
+  if (stage_ == Stage::kPlaying) Show(monitor_.Status().state);
 }
 
-void PlayingMark::Show(RowMark mark) {
-  mark_ = mark;
+void PlayingMark::Show(PlaybackState state) {
+  const bool changed = std::exchange(state_, state) != state;
   // A handler of the change of a row may stop or start something; the latest state wins.
+  RowMark mark{};
   do {
-    mark = mark_;
+    mark = MarkOf(state_);
     playing_.Mark(mark);
-  } while (mark != mark_);
+  } while (mark != MarkOf(state_));
+  if (changed) Changed.Raise();
 }
 
 }  // namespace ui

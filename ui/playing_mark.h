@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "app/state/list_pair.h"
+#include "controls/event.h"
 #include "controls/list_view.h"
 #include "ports/playback_monitor.h"
 #include "ports/text.h"
@@ -26,6 +27,9 @@ class FollowedStation {
   /// `count` rows from `first` on are new in the list.
   void TakeNewRows(const controls::ListView& list, std::size_t first, std::size_t count);
   void TakeChangedRow(const controls::ListView& list, std::size_t position);
+
+  /// The station's row in this list; kNone when it has none there.
+  [[nodiscard]] controls::RowId RowIn(const controls::ListView& list) const;
 
   /// Marks the station's rows. Rows that were marked before lose their mark.
   void Mark(controls::RowMark mark);
@@ -71,17 +75,26 @@ class PlayingMark {
   /// Checks the state of playing; to be called regularly while something plays.
   void Follow();
 
+  /// How playing stood at the last look: kConnecting from Opening on, kStopped from the end on.
+  [[nodiscard]] platform::PlaybackState State() const { return state_; }
+  /// The row of what was started last; kNone when it has none in this list.
+  [[nodiscard]] controls::RowId RowIn(const controls::ListView& list) const { return playing_.RowIn(list); }
+  /// Something else is being opened from now on; before State says so.
+  controls::Event<> Opened;
+  /// State has another value.
+  controls::Event<> Changed;
+
  private:
   enum class Stage : std::uint8_t { kIdle, kOpening, kPlaying };
   void Bind(controls::ListView& list);
   void TakeNewRows(const controls::ListView& list, std::size_t first, std::size_t count);
-  void Show(controls::RowMark mark);
+  void Show(platform::PlaybackState state);
 
   const platform::PlaybackMonitor& monitor_;
   FollowedStation chosen_;
   FollowedStation playing_;
   Stage stage_ = Stage::kIdle;
-  controls::RowMark mark_ = controls::RowMark::kNone;
+  platform::PlaybackState state_ = platform::PlaybackState::kStopped;
   controls::Subscriptions subscriptions_;
 };
 

@@ -10,18 +10,19 @@ using platform::LoadedPicture;
 using platform::PictureHandle;
 using platform::Text;
 
-StationPicture::~StationPicture() { Clear(); }
-
-Text StationPicture::PathOf(const Text& station_name) const {
-  return app::AddBackslash(ports_.environment.ProgramFolder()) + u"RadioJPG\\" + station_name + u".jpg";
+Text StationPicturePath(platform::Environment& environment, const Text& station_name) {
+  return app::AddBackslash(environment.ProgramFolder()) + u"RadioJPG\\" + station_name + u".jpg";
 }
 
+StationPicture::~StationPicture() { Clear(); }
+
 bool StationPicture::Exists(const Text& station_name) const {
-  return ports_.files.PathFileExistsW(PathOf(station_name));
+  return ports_.files.PathFileExistsW(StationPicturePath(ports_.environment, station_name));
 }
 
 LoadedPicture StationPicture::Load(const Text& station_name) {
-  const LoadedPicture picture = ports_.icons.LoadPicture(PathOf(station_name));
+  const LoadedPicture picture =
+      ports_.icons.LoadPicture(StationPicturePath(ports_.environment, station_name));
   if (picture.handle == PictureHandle::kNone) return picture;
   Clear();
   loaded_ = picture.handle;

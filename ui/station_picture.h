@@ -7,7 +7,10 @@
 
 namespace ui {
 
-/// The file is "RadioJPG\" + station name + ".jpg" in the program folder.
+/// Where a station's picture is looked for: "RadioJPG\" + station name + ".jpg" in the program folder.
+[[nodiscard]] platform::Text StationPicturePath(platform::Environment& environment,
+                                                const platform::Text& station_name);
+
 class StationPicture {
  public:
   struct Ports {
@@ -31,8 +34,6 @@ class StationPicture {
   void Clear();
 
  private:
-  [[nodiscard]] platform::Text PathOf(const platform::Text& station_name) const;
-
   Ports ports_;
   platform::PictureHandle loaded_ = platform::PictureHandle::kNone;
 };

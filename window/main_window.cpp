@@ -34,7 +34,8 @@ MainWindow::MainWindow(Platform platform, std::function<void(app::Form2&)> show_
                  {.show_station_details = [this] { playing_.details.ShowStationDetails(); },
                   .start_playing = [this] { playing_.playback.Command1_Click(); },
                   .launch_recorder = [this] { playing_.recorder_launch.Launch(); },
-                  .show_new_station_dialog = [this](const Text& link) { ShowNewStationDialog(link); }}) {
+                  .show_new_station_dialog = [this](const Text& link) { ShowNewStationDialog(link); }}),
+      desktop_(foundation_, playing_) {
   app::ChooseSettingsFolder(settings_, ini_, platform_.files, platform_.environment);
   subscriptions_ += form1_.form.QueryUnload.Subscribe([this] { Form_QueryUnload(); });
   subscriptions_ += form1_.form.Unloaded.Subscribe([this] { Form_Unload(); });
@@ -64,6 +65,7 @@ void MainWindow::Load() {
     app::TranslateForm(form1_, [this](const Text& text) { return language_.GetLangText(text, text); });
   }
   ReportRestored(restored);
+  desktop_.Appear(foundation_);
 }
 
 void MainWindow::CreateStreamClient() {

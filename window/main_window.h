@@ -8,6 +8,7 @@
 #include "app/forms/form2.h"
 #include "app/forms/layout.h"
 #include "window/catalogue.h"
+#include "window/desktop.h"
 #include "window/foundation.h"
 #include "window/playing.h"
 
@@ -61,6 +62,7 @@ class MainWindow {
   std::shared_ptr<player::clsMFPlayer> cPlayer;
   Playing playing_;
   Catalogue catalogue_;
+  Desktop desktop_;
   bool view_restored_ = false;
   controls::Subscriptions subscriptions_;
 };

@@ -9,19 +9,31 @@
 #include "ports/icons.h"
 #include "ports/interface_call.h"
 #include "ports/internet.h"
+#include "ports/media_controls.h"
 #include "ports/media_framework.h"
 #include "ports/message_loop.h"
+#include "ports/notifications.h"
 #include "ports/playback_monitor.h"
 #include "ports/private_profile.h"
 #include "ports/property_value.h"
 #include "ports/record_files.h"
 #include "ports/shell.h"
+#include "ports/sleep_inhibitor.h"
 #include "ports/string_order.h"
 #include "ports/system_messages.h"
 #include "ports/text_conversion.h"
+#include "ports/turns.h"
 #include "ports/xml_http_request.h"
 
 namespace window {
+
+/// What the player needs for its places outside the window.
+struct DesktopPorts {
+  platform::MediaControls& media_controls;
+  platform::SleepInhibitor& sleep_inhibitor;
+  platform::Notifications& notifications;
+  platform::Turns& turns;
+};
 
 /// All of it outlives the window.
 struct Platform {
@@ -44,6 +56,7 @@ struct Platform {
   platform::MessageLoop& message_loop;
   platform::Clock& clock;
   platform::PlaybackMonitor& playback_monitor;
+  DesktopPorts desktop;
 };
 
 }  // namespace window

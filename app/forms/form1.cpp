@@ -190,7 +190,10 @@ void Form1::MakeViews() {
         &Frame1,
         {.key = controls::WithControl(u'N'), .menu = MenuEntry::kClick}},
        {"Command4", &Command4, &Frame1},
-       {"Command5", &Command5, &Frame1}});
+       {"Command5", &Command5, &Frame1},
+       {"TitleNotices", &TitleNotices, &Frame1, {.menu = MenuEntry::kClickBelowALine}}});
+  TitleNotices.SetCaption(u"Neue Titel melden, wenn das Fenster nicht zu sehen ist");
+  TitleNotices.SetLook(controls::CheckLook::kNone);
   Check1.SetCaption(u"Genre-Filteransicht");
   Check1.Move({kColumns[3], kRows[2], kButtonWidth, kRowHeight});
   Check3.SetCaption(u"Favoritenansicht");

@@ -64,6 +64,7 @@ struct Form1 {
   controls::CommandButton CommandButton2;  ///< new station
   controls::CommandButton Command4;        ///< M3U export
   controls::CommandButton Command5;        ///< M3U import
+  controls::CheckBox TitleNotices;         ///< new titles as notifications; in the lists' menu only
 
   // In Frame3
   controls::Image Image1;                ///< station picture; the labels' texts flow around it

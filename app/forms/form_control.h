@@ -21,10 +21,11 @@ using AnyControl =
                  controls::TextBox*, controls::UpDownTextBox*, controls::ComboBox*, controls::ProgressBar*,
                  controls::ScrollBar*, controls::Image*, controls::ListView*, controls::Timer*>;
 
-/// What a button's entry in the menu of the form's lists does. The entry has the button's caption.
+/// What the entry of a button or check box in the menu of the form's lists does. The entry has the control's
+/// caption, and that of a check box its check.
 enum class MenuEntry {
   kNone,             ///< there is no such entry
-  kClick,            ///< clicks the button; there is no entry while the button is hidden
+  kClick,            ///< clicks the control; there is no entry while the control is hidden
   kClickBelowALine,  ///< the same, separated from the entries before it
   kOpenRow,          ///< what Enter does in the list, which is a double click on the selected row
   kDeleteRow,        ///< what the Delete key does in the list

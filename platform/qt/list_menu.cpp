@@ -20,44 +20,58 @@ class ListMenuMaker {
     menu_->setAttribute(Qt::WA_DeleteOnClose);
   }
 
-  void Add(controls::CommandButton& button, const app::Use& use) {
-    switch (use.menu) {
+  void Add(const app::FormControl& control) {
+    switch (control.use.menu) {
       case MenuEntry::kNone:
         return;
       case MenuEntry::kClickBelowALine:
         menu_->addSeparator();
         [[fallthrough]];
       case MenuEntry::kClick:
-        return AddClick(button, ToQt(use.key));
+        return AddClick(control);
       case MenuEntry::kOpenRow:
-        return AddForRow(button, Qt::Key_Return, [&list = list_] { list.EnterPressed.Raise(); });
+        return AddForRow(control, Qt::Key_Return, [&list = list_] { list.EnterPressed.Raise(); });
       case MenuEntry::kDeleteRow:
-        return AddForRow(button, Qt::Key_Delete, [&list = list_] { list.DeletePressed.Raise(); });
+        return AddForRow(control, Qt::Key_Delete, [&list = list_] { list.DeletePressed.Raise(); });
     }
   }
   void Show(const QPoint& place) { menu_->popup(place); }
 
  private:
-  QAction& AddEntry(const controls::CommandButton& button, const QKeySequence& keys,
+  QAction& AddEntry(const controls::Captioned& control, const QKeySequence& keys,
                     const std::function<void()>& action) {
+    QString text = WithoutMnemonics(control.Caption());
     // Keys after a tab are only shown; they are bound elsewhere.
-    QAction* entry = menu_->addAction(WithoutMnemonics(button.Caption()) + QLatin1Char('\t') +
-                                      keys.toString(QKeySequence::NativeText));
+    if (!keys.isEmpty()) text += QLatin1Char('\t') + keys.toString(QKeySequence::NativeText);
+    QAction* entry = menu_->addAction(text);
     QObject::connect(entry, &QAction::triggered, &list_, action);
     return *entry;
   }
-  void AddForRow(const controls::CommandButton& button, const QKeySequence& keys,
+  void AddForRow(const app::FormControl& control, const QKeySequence& keys,
                  const std::function<void()>& action) {
-    AddEntry(button, keys, action).setEnabled(list_.SelectedRow().has_value());
+    const auto* button = app::As<controls::CommandButton>(control);
+    if (button != nullptr) AddEntry(*button, keys, action).setEnabled(list_.SelectedRow().has_value());
   }
-  void AddClick(controls::CommandButton& button, const QKeySequence& keys) {
-    if (!button.Visible()) return;
-    QAction& entry = AddEntry(button, keys, [&list = list_, &loop = loop_, &button] {
-      loop.HandOver(list, [&list, &button] {
-        if (!IsBlockedByDialog(list)) button.Click();
+  void AddClick(const app::FormControl& control) {
+    const QKeySequence keys = ToQt(control.use.key);
+    if (auto* button = app::As<controls::CommandButton>(control)) AddClickOn(*button, keys);
+    auto* box = app::As<controls::CheckBox>(control);
+    QAction* check = box == nullptr ? nullptr : AddClickOn(*box, keys);
+    if (check == nullptr) return;
+    check->setCheckable(true);
+    check->setChecked(box->Checked());
+  }
+  /// Null while the control is hidden.
+  template <typename Control>
+  QAction* AddClickOn(Control& control, const QKeySequence& keys) {
+    if (!control.Visible()) return nullptr;
+    QAction& entry = AddEntry(control, keys, [&list = list_, &loop = loop_, &control] {
+      loop.HandOver(list, [&list, &control] {
+        if (!IsBlockedByDialog(list)) control.Click();
       });
     });
-    entry.setEnabled(button.Enabled());
+    entry.setEnabled(control.Enabled());
+    return &entry;
   }
 
   ReportView& list_;
@@ -70,10 +84,7 @@ class ListMenuMaker {
 void ShowListMenu(const app::Inventory& inventory, ReportView& list, QtMessageLoop& loop,
                   const QPoint& place) {
   ListMenuMaker menu(list, loop);
-  for (const app::FormControl& entry : inventory) {
-    auto* button = app::As<controls::CommandButton>(entry);
-    if (button != nullptr) menu.Add(*button, entry.use);
-  }
+  for (const app::FormControl& control : inventory) menu.Add(control);
   menu.Show(place);
 }
 

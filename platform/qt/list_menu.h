@@ -9,8 +9,9 @@
 
 namespace platform::qt {
 
-/// Opens the menu at a place on the screen and returns at once. The inventory says which buttons have an
-/// entry; it has the button's caption and is enabled like the button, or while a row is selected.
+/// Opens the menu at a place on the screen and returns at once. The inventory says which buttons and check
+/// boxes have an entry; it has the control's caption and is enabled like the control, or while a row is
+/// selected.
 void ShowListMenu(const app::Inventory& inventory, ReportView& list, QtMessageLoop& loop,
                   const QPoint& place);
 

@@ -127,6 +127,7 @@ QWidget* WidgetSet::Make(controls::CommandButton& button, QWidget& parent) {
 }
 
 QWidget* WidgetSet::Make(controls::CheckBox& box, QWidget& parent) {
+  if (box.Look() == controls::CheckLook::kNone) return nullptr;
   auto* widget = new CheckBoxWidget(&parent);
   Bind<CheckBoxBinding>(box, widget, loop_);
   return widget;

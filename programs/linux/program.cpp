@@ -9,6 +9,9 @@
 #include "app/forms/form2.h"
 #include "platform/curl/curl_internet.h"
 #include "platform/curl/curl_xml_http_request.h"
+#include "platform/desktop/mpris_player.h"
+#include "platform/desktop/notifications.h"
+#include "platform/desktop/sleep_inhibitor.h"
 #include "platform/gstreamer/gst_media.h"
 #include "platform/icu/string_order.h"
 #include "platform/icu/text_conversion.h"
@@ -33,6 +36,7 @@
 #include "platform/qt/new_station_window.h"
 #include "platform/qt/player_window.h"
 #include "platform/qt/raise_requests.h"
+#include "platform/qt/turns.h"
 #include "platform/values/portable_property_values.h"
 #include "window/main_window.h"
 
@@ -97,10 +101,16 @@ struct Program::Parts {
   platform::curl::CurlInternet internet{message_loop, conversion};
   platform::curl::CurlXmlHttpRequests requests{conversion};
   platform::gstreamer::GstMedia media{message_loop, paths};
+  platform::qt::QtTurns turns{message_loop};
+  platform::desktop::MprisPlayer media_controls{platform::qt::DesktopColors::SessionBus(), paths};
+  platform::desktop::BusSleepInhibitor sleep_inhibitor{platform::qt::DesktopColors::SessionBus()};
+  platform::desktop::BusNotifications notifications{platform::qt::DesktopColors::SessionBus()};
+  window::DesktopPorts desktop{media_controls, sleep_inhibitor, notifications, turns};
   window::MainWindow logic{
-      window::Platform{profile, files, record_files, environment, conversion, string_order, icons, internet,
-                       requests, media, media, property_values, dialogs, shell, clipboard, system_messages,
-                       message_loop, clock, media},
+      window::Platform{profile,         files,           record_files, environment, conversion,
+                       string_order,    icons,           internet,     requests,    media,
+                       media,           property_values, dialogs,      shell,       clipboard,
+                       system_messages, message_loop,    clock,        media,       desktop},
       [this](app::Form2& form) { ShowNewStation(form); }};
   std::unique_ptr<platform::qt::ToolkitTexts> toolkit_texts;
   std::unique_ptr<platform::qt::PlayerWindow> window;
@@ -117,6 +127,7 @@ Program::Program(int& argc, char** argv) : parts_(std::make_unique<Parts>(argc, 
   parts_->window = std::make_unique<platform::qt::PlayerWindow>(parts_->logic.Controls(), parts_->icons,
                                                                 parts_->message_loop);
   parts_->dialogs.SetMainWindow(parts_->window.get());
+  parts_->turns.SetMainWindow(parts_->window.get());
 }
 
 Program::~Program() = default;

@@ -109,7 +109,7 @@ TEST(InventoryTest, ListsMenuHoldsWhatCanBeDoneWithARowAndBelowALineWhatWithTheL
     if (entry.use.menu != MenuEntry::kNone) menu.emplace_back(entry.name);
   }
   EXPECT_EQ(menu, (std::vector<std::string>{"Command1", "Command8_3", "UndoDelete", "---", "CommandButton1",
-                                            "CommandButton2"}));
+                                            "CommandButton2", "---", "TitleNotices"}));
 }
 
 TEST(InventoryTest, DeleteKeyOfEitherListPressesTheButtonThatDeletes) {

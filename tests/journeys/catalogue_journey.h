@@ -12,6 +12,7 @@
 #include "app/state/station.h"
 #include "platform/ini/private_profile.h"
 #include "platform/values/portable_property_values.h"
+#include "tests/support/fake_desktop.h"
 #include "tests/support/fakes.h"
 #include "tests/support/memory_record_files.h"
 #include "tests/support/plain_disk.h"
@@ -51,9 +52,10 @@ class CatalogueJourney : public ::testing::Test {
   void Restart() {
     window.reset();
     window = std::make_unique<window::MainWindow>(
-        window::Platform{profile, files, record_files, environment, conversion, string_order, icons, internet,
-                         requests, media, media, values, dialogs, shell, clipboard, system_messages,
-                         message_loop, clock, playback_monitor},
+        window::Platform{
+            profile,   files,           record_files, environment, conversion,       string_order,   icons,
+            internet,  requests,        media,        media,       values,           dialogs,        shell,
+            clipboard, system_messages, message_loop, clock,       playback_monitor, desktop.Ports()},
         [this](app::Form2& form) {
           form.TextBox1[0].SetText(new_name);
           form.TextBox1[1].SetText(new_link);
@@ -105,6 +107,7 @@ class CatalogueJourney : public ::testing::Test {
   test_support::FakeDialogs dialogs;
   test_support::FakeShell shell;
   test_support::FakeClipboard clipboard;
+  test_support::FakeDesktop desktop;
   test_support::FakeSystemMessages system_messages;
   test_support::FakeMessageLoop message_loop;
   test_support::FakeClock clock;

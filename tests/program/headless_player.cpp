@@ -28,9 +28,10 @@ HeadlessPlayer::HeadlessPlayer(const TempFolder& folder)
 
 void HeadlessPlayer::Start() {
   window_ = std::make_unique<window::MainWindow>(
-      window::Platform{profile_, files_, record_files_, environment_, conversion_, string_order_, icons_,
-                       internet_, requests_, media_, media_, property_values_, dialogs, shell_, clipboard,
-                       system_messages_, message_loop_, clock_, media_},
+      window::Platform{profile_,         files_,           record_files_, environment_, conversion_,
+                       string_order_,    icons_,           internet_,     requests_,    media_,
+                       media_,           property_values_, dialogs,       shell_,       clipboard,
+                       system_messages_, message_loop_,    clock_,        media_,       desktop.Ports()},
       [this](app::Form2& form) { in_new_station_dialog(form); });
   window_->Load();
   timers_ = {std::make_unique<platform::qt::TimerBinding>(Form().tmPlay, message_loop_),

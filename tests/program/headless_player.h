@@ -26,6 +26,7 @@
 #include "platform/qt/message_loop.h"
 #include "platform/qt/timer_binding.h"
 #include "platform/values/portable_property_values.h"
+#include "tests/support/fake_desktop.h"
 #include "tests/support/fakes.h"
 #include "tests/support/temp_folder.h"
 #include "window/main_window.h"
@@ -51,6 +52,7 @@ class HeadlessPlayer {
 
   FakeDialogs dialogs;
   FakeClipboard clipboard;
+  FakeDesktop desktop;
   /// What the user does in the new-station dialog, which has no widgets here.
   std::function<void(app::Form2&)> in_new_station_dialog;
 

@@ -12,6 +12,7 @@
 #include "app/state/station.h"
 #include "catalogue/unsaved_rows_file.h"
 #include "platform/values/portable_property_values.h"
+#include "tests/support/fake_desktop.h"
 #include "tests/support/fakes.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/memory_profile.h"
@@ -51,9 +52,10 @@ class WindowTest : public ::testing::Test {
 
   void Construct() {
     window = std::make_unique<window::MainWindow>(
-        window::Platform{profile, files, record_files, environment, conversion, string_order, icons, internet,
-                         requests, media, media, values, dialogs, shell, clipboard, system_messages,
-                         message_loop, clock, playback_monitor},
+        window::Platform{
+            profile,   files,           record_files, environment, conversion,       string_order,   icons,
+            internet,  requests,        media,        media,       values,           dialogs,        shell,
+            clipboard, system_messages, message_loop, clock,       playback_monitor, desktop.Ports()},
         [this](app::Form2& form) {
           if (on_new_station) on_new_station(form);
         });
@@ -113,6 +115,7 @@ class WindowTest : public ::testing::Test {
   test_support::FakeMessageLoop message_loop;
   test_support::FakeClock clock;
   test_support::FakePlaybackMonitor playback_monitor;
+  test_support::FakeDesktop desktop;
   test_support::PlainTextConversion conversion;
   test_support::PlainStringOrder string_order;
   platform::values::PortablePropertyValues values;

@@ -60,10 +60,25 @@ TEST_F(ListMenu, ShowsTheControlsCaptionsAndTheirKeys) {
   form_.UndoDelete.SetEnabled(true);
   RightClick(At(1));
   ASSERT_NE(Menu(), nullptr);
-  EXPECT_EQ(Entries(),
-            QStringList({"Start\tReturn", QString::fromUtf8("Eintrag löschen\tDel"),
-                         QString::fromUtf8("Löschen zurücknehmen\tCtrl+Z"), "Liste speichern\tCtrl+S",
-                         QString::fromUtf8("Sender hinzufügen\tCtrl+N")}));
+  EXPECT_EQ(Entries(), QStringList({"Start\tReturn", QString::fromUtf8("Eintrag löschen\tDel"),
+                                    QString::fromUtf8("Löschen zurücknehmen\tCtrl+Z"),
+                                    "Liste speichern\tCtrl+S", QString::fromUtf8("Sender hinzufügen\tCtrl+N"),
+                                    "Neue Titel melden, wenn das Fenster nicht zu sehen ist"}));
+}
+
+TEST_F(ListMenu, NotificationsAreSwitchedByACheck) {
+  const auto check = [this] {
+    RightClick(At(0));
+    return Menu()->actions().last();
+  };
+  EXPECT_TRUE(check()->isCheckable());
+  EXPECT_FALSE(Menu()->actions().last()->isChecked());
+  Choose("Neue Titel melden");
+  EXPECT_TRUE(WaitFor([this] { return form_.TitleNotices.Checked(); }));
+  EXPECT_TRUE(WaitFor([this] { return Menu() == nullptr; }));
+  EXPECT_TRUE(check()->isChecked());
+  Choose("Neue Titel melden");
+  EXPECT_TRUE(WaitFor([this] { return !form_.TitleNotices.Checked(); }));
 }
 
 TEST_F(ListMenu, RightClickSelectsItsRowWhichIsWorkedOutWhenTheMenuIsGone) {
@@ -171,14 +186,14 @@ TEST_F(ListMenu, MenuKeyOpensItAtTheSelectedRow) {
 
 TEST_F(ListMenu, WithoutASelectionOnlyTheListsOwnActionsCanBeChosen) {
   RightClick(QPoint(20, view_.viewport()->height() - 5));
-  EXPECT_EQ(Entries().size(), 2);
+  EXPECT_EQ(Entries().size(), 3);
 }
 
 TEST_F(ListMenu, HiddenButtonsHaveNoEntry) {
   form_.CommandButton1.SetVisible(false);
   form_.CommandButton2.SetVisible(false);
   RightClick(At(0));
-  EXPECT_EQ(Entries().size(), 2);
+  EXPECT_EQ(Entries().size(), 3);
 }
 
 }  // namespace
