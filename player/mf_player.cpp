@@ -16,6 +16,22 @@ constexpr std::int32_t kStartupFull = 0;
 
 }  // namespace
 
+// What the owners of a player share. Its running calls own the player alone, so they outlive the ownership
+// and find that it has ended.
+struct clsMFPlayer::Ownership {
+  explicit Ownership(std::shared_ptr<clsMFPlayer> owned) : player(std::move(owned)) {}
+  ~Ownership() { player->owned_.End(); }
+  Ownership(const Ownership&) = delete;
+  Ownership& operator=(const Ownership&) = delete;
+
+  const std::shared_ptr<clsMFPlayer> player;
+};
+
+std::shared_ptr<clsMFPlayer> clsMFPlayer::Make(const Ports& ports, ProgramDuration& duration) {
+  const auto ownership = std::make_shared<Ownership>(std::make_shared<clsMFPlayer>(ports, duration));
+  return {ownership, ownership->player.get()};
+}
+
 clsMFPlayer::clsMFPlayer(const Ports& ports, ProgramDuration& duration)
     : ports_(ports), duration_(duration), caller_(ports.calls, ports.values) {
   started_ = IsOk(ports_.framework.MFStartup(kStartupVersion, kStartupFull));
@@ -26,13 +42,6 @@ clsMFPlayer::~clsMFPlayer() {
   FreeMedia();
   ReleaseWhatStayed();
   ports_.framework.MFShutdown();
-}
-
-clsMFPlayer::OwnCall clsMFPlayer::BeginCall() { return {weak_from_this().lock(), openings_}; }
-
-bool clsMFPlayer::MayGoOn(const OwnCall& call) const {
-  const bool nobody_else_owns_it = call.alive.use_count() == 1;
-  return call.opening == openings_ && !nobody_else_owns_it;
 }
 
 // A handler may replace itself while it runs, so a copy is called.
@@ -53,14 +62,13 @@ void clsMFPlayer::VideoRenderHwnd(platform::WindowHandle window) {
 bool clsMFPlayer::IsMediaReady() const { return static_cast<bool>(session_); }
 
 clsMFPlayer::OwnCall clsMFPlayer::BeginOpening() {
-  ++openings_;
   opening_cancelled_ = false;
-  return BeginCall();
+  return {weak_from_this().lock(), openings_.Begin()};
 }
 
 bool clsMFPlayer::ClosePrevious(const OwnCall& call) {
   RaiseMediaFileIsReady(false);
-  if (!MayGoOn(call)) return false;
+  if (!call.opening.Wanted()) return false;
   duration_.value = 0;
   FreeMedia();
   return true;
@@ -95,7 +103,7 @@ bool clsMFPlayer::CreateSourceFromUrl(const Text& address, const OwnCall& call) 
                         code == platform::kMfEUnsupportedByteStreamType;
   opening_cancelled_ = code == platform::kErrorCancelled;
   if (reported) RaiseIsCreateOK(code);
-  if (code != platform::kSOk || !MayGoOn(call)) return false;
+  if (code != platform::kSOk || !call.opening.Wanted()) return false;
   return KeepSource(object_type, object);
 }
 

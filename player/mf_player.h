@@ -8,6 +8,7 @@
 #include <optional>
 #include <vector>
 
+#include "app/state/runs.h"
 #include "player/interface_caller.h"
 #include "player/interface_ref.h"
 #include "player/program_duration.h"
@@ -34,10 +35,9 @@ inline constexpr std::int32_t kPlayStatePaused = static_cast<std::int32_t>(platf
 /// else. Opening closes the previous item first. Without an item every operation fails.
 ///
 /// Re-entry: the events and the wait of CreateService run foreign code, which may open another item or
-/// release the player. The newest opening wins: a call that finds its item overtaken, or its player without
-/// an owner, ends quietly and touches nothing more. A player that is owned by a std::shared_ptr stays alive
-/// until its own calls have returned; a caller that makes further calls after such a call keeps a pointer of
-/// its own.
+/// release the player. The newest opening wins: a call that finds its item overtaken, or its player released
+/// by its owners, ends quietly and touches nothing more. A player from Make stays alive until its own calls
+/// have returned; a caller that makes further calls after such a call keeps a pointer of its own.
 class clsMFPlayer : public std::enable_shared_from_this<clsMFPlayer> {
  public:
   struct Ports {
@@ -49,7 +49,10 @@ class clsMFPlayer : public std::enable_shared_from_this<clsMFPlayer> {
     platform::MessageLoop& loop;
   };
 
-  /// Starts the media framework. If the framework does not start, every opening of this player fails.
+  /// A player that may be released inside one of its own calls. It starts the media framework; if the
+  /// framework does not start, every opening of this player fails.
+  static std::shared_ptr<clsMFPlayer> Make(const Ports& ports, ProgramDuration& duration);
+  /// As Make, for an owner that releases the player only between its calls.
   clsMFPlayer(const Ports& ports, ProgramDuration& duration);
   /// Closes the item and, when the framework was started, shuts it down.
   ~clsMFPlayer();
@@ -129,14 +132,13 @@ class clsMFPlayer : public std::enable_shared_from_this<clsMFPlayer> {
   void PropVariantToText(platform::PropertyValue& value, Text& text);
 
  private:
-  /// Belongs to a call that runs foreign code: keeps the player alive, and knows the call's item.
+  struct Ownership;
+  /// Belongs to a call that runs foreign code: keeps the player alive, and knows whether the call's item is
+  /// still the newest of a player that still has an owner.
   struct OwnCall {
     std::shared_ptr<clsMFPlayer> alive;
-    std::uint32_t opening = 0;
+    app::Runs::Run opening;
   };
-  OwnCall BeginCall();
-  /// Whether the call's item is still the newest and still wanted.
-  [[nodiscard]] bool MayGoOn(const OwnCall& call) const;
   void RaiseMediaFileIsReady(bool IsReady);
   void RaiseIsCreateOK(std::int32_t lngIsOk);
 
@@ -172,7 +174,8 @@ class clsMFPlayer : public std::enable_shared_from_this<clsMFPlayer> {
   ProgramDuration& duration_;
   InterfaceCaller caller_;
   bool started_ = false;
-  std::uint32_t openings_ = 0;
+  app::Life owned_;
+  app::Runs openings_{owned_};
   bool opening_cancelled_ = false;
   platform::WindowHandle video_window_ = platform::WindowHandle::kNone;
   InterfaceRef clock_{caller_};

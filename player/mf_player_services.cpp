@@ -19,9 +19,9 @@ constexpr std::int32_t kMultimedia = 1;
 
 bool clsMFPlayer::CreateService() {
   if (!session_) return false;
-  const OwnCall call = BeginCall();
+  const OwnCall call{weak_from_this().lock(), openings_.Newest()};
   app::WaitSeconds(kSettleSeconds, ports_.clock, ports_.loop);
-  if (!MayGoOn(call)) return false;
+  if (!call.opening.Wanted()) return false;
   const bool has_volume = AttachVolume();
   const bool has_metadata = AttachMetadata();
   InterfaceRef meter(caller_);

@@ -79,7 +79,7 @@ void MainWindow::CreateStreamClient() {
 }
 
 void MainWindow::CreatePlayer() {
-  cPlayer = std::make_shared<player::clsMFPlayer>(
+  cPlayer = player::clsMFPlayer::Make(
       player::clsMFPlayer::Ports{platform_.media, platform_.interface_calls, platform_.property_values,
                                  platform_.environment, platform_.clock, platform_.message_loop},
       duration_);

@@ -56,6 +56,8 @@ class Runs {
 
   /// From here on this run is the newest.
   Run Begin() { return {++*newest_, newest_, ended_}; }
+  /// The run that is the newest now, for work that goes with it without overtaking it.
+  [[nodiscard]] Run Newest() const { return {*newest_, newest_, ended_}; }
   /// The newest run is no longer wanted, and no other one takes its place.
   void Interrupt() { ++*newest_; }
 

@@ -26,6 +26,17 @@ TEST(RunsTest, AnInterruptedRunIsNotWantedAndTheNextOneIs) {
   EXPECT_TRUE(runs.Begin().Wanted());
 }
 
+TEST(RunsTest, WorkThatGoesWithTheNewestRunDoesNotOvertakeIt) {
+  const Life life;
+  Runs runs(life);
+  const Runs::Run opening = runs.Begin();
+  const Runs::Run beside = runs.Newest();
+  EXPECT_TRUE(opening.Wanted());
+  EXPECT_TRUE(beside.Wanted());
+  runs.Begin();
+  EXPECT_FALSE(beside.Wanted());
+}
+
 TEST(RunsTest, TheEndOfTheLifeEndsTheRunsOfAllAndThoseThatBeginLater) {
   Life life;
   Runs titles(life);

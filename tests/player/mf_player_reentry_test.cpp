@@ -54,17 +54,17 @@ TEST_F(PlayerReentryTest, StopInsideTheWaitDoesNotDisturbTheServices) {
   EXPECT_TRUE(player->CreateService());
 }
 
-TEST_F(PlayerReentryTest, PlayerThatIsLetGoInTheWaitLivesUntilTheCallReturnsAndAsksForNothing) {
+TEST_F(PlayerReentryTest, PlayerReleasedInTheWaitLivesUntilTheCallReturnsAndAsksForNothing) {
   auto owner = MakeOpenPlayer();
   clsMFPlayer& player = *owner;
-  bool alive_after_letting_go = false;
+  bool alive_after_release = false;
   loop_.on_pump = [&] {
     if (loop_.pumps != 2) return;
     owner.reset();
-    alive_after_letting_go = player.IsMediaReady();
+    alive_after_release = player.IsMediaReady();
   };
   EXPECT_FALSE(player.CreateService());
-  EXPECT_TRUE(alive_after_letting_go);
+  EXPECT_TRUE(alive_after_release);
   const Strings calls = media_.TakeCalls();
   EXPECT_THAT(calls, Not(Contains(HasSubstr("MFGetService"))));
   EXPECT_EQ(calls.back(), "MFShutdown()");
@@ -72,7 +72,7 @@ TEST_F(PlayerReentryTest, PlayerThatIsLetGoInTheWaitLivesUntilTheCallReturnsAndA
   EXPECT_EQ(media_.Misuses(), Strings{});
 }
 
-TEST_F(PlayerReentryTest, PlayerThatIsLetGoInTheReadyEventOpensNothing) {
+TEST_F(PlayerReentryTest, PlayerReleasedInTheReadyEventOpensNothing) {
   auto owner = MakeOpenPlayer();
   clsMFPlayer& player = *owner;
   player.MediaFileIsReady = [&](bool) { owner.reset(); };
@@ -81,7 +81,7 @@ TEST_F(PlayerReentryTest, PlayerThatIsLetGoInTheReadyEventOpensNothing) {
   EXPECT_EQ(media_.LiveHandles(), Strings{});
 }
 
-TEST_F(PlayerReentryTest, PlayerThatIsLetGoInTheCreateEventGivesEverythingBack) {
+TEST_F(PlayerReentryTest, PlayerReleasedInTheCreateEventGivesEverythingBack) {
   auto owner = MakePlayer();
   clsMFPlayer& player = *owner;
   player.IsCreateOK = [&](std::int32_t) { owner.reset(); };
@@ -92,7 +92,7 @@ TEST_F(PlayerReentryTest, PlayerThatIsLetGoInTheCreateEventGivesEverythingBack) 
   EXPECT_EQ(media_.Misuses(), Strings{});
 }
 
-TEST_F(PlayerReentryTest, PlayerThatIsLetGoInTheLastEventGivesEverythingBack) {
+TEST_F(PlayerReentryTest, PlayerReleasedInTheLastEventGivesEverythingBack) {
   auto owner = MakePlayer();
   clsMFPlayer& player = *owner;
   player.MediaFileIsReady = [&](bool IsReady) {

@@ -32,8 +32,8 @@ class PlayerTest : public testing::Test {
   }
 
   std::shared_ptr<clsMFPlayer> MakeFreshPlayer() {
-    auto player = std::make_shared<clsMFPlayer>(
-        clsMFPlayer::Ports{media_, media_, values_, environment_, clock_, loop_}, duration_);
+    auto player = clsMFPlayer::Make(clsMFPlayer::Ports{media_, media_, values_, environment_, clock_, loop_},
+                                    duration_);
     player->MediaFileIsReady = [this](bool IsReady) {
       events_.push_back(IsReady ? "ready true" : "ready false");
     };

@@ -54,7 +54,7 @@ class PlaybackControlTest : public test_support::FeatureTest {
   test_support::RecordingMedia media;
   platform::values::PortablePropertyValues values;
   player::ProgramDuration duration;
-  std::shared_ptr<player::clsMFPlayer> cPlayer = std::make_shared<player::clsMFPlayer>(
+  std::shared_ptr<player::clsMFPlayer> cPlayer = player::clsMFPlayer::Make(
       player::clsMFPlayer::Ports{media, media, values, environment, clock, message_loop}, duration);
   StatusLine status_line{form.StatusLine, language, {playback_monitor, clock}};
   PlayingMark mark{lists, playback_monitor};
