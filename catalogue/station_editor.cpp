@@ -29,15 +29,15 @@ StationEditor::StationEditor(Parts parts, StationWriter& writer, app::Settings& 
 void StationEditor::Command8_Click(std::size_t Index) {
   switch (Index) {
     case 0:
-      return TakeOverField(app::kNumberField);
+      return ApplyField(app::kNumberField);
     case 1:
-      return TakeOverAll();
+      return ApplyAll();
     case 2:
-      return TakeOverField(app::kLinkField);
+      return ApplyField(app::kLinkField);
     case 3:
       return DeleteEntry();
     case 4:
-      return TakeOverField(app::kGenreField);
+      return ApplyField(app::kGenreField);
     case 5:
       return actions_.launch_recorder();
     default:
@@ -45,7 +45,7 @@ void StationEditor::Command8_Click(std::size_t Index) {
   }
 }
 
-void StationEditor::TakeOverField(const app::StationField& field) {
+void StationEditor::ApplyField(const app::StationField& field) {
   ListView& list = parts_.lists.Active();
   const RowId row = list.SelectedRow();
   if (row == RowId::kNone) {
@@ -59,7 +59,7 @@ void StationEditor::TakeOverField(const app::StationField& field) {
   if (changes_details) DetailsWereEdited();
 }
 
-void StationEditor::TakeOverAll() {
+void StationEditor::ApplyAll() {
   ListView& list = parts_.lists.Active();
   const RowId row = list.SelectedRow();
   if (row == RowId::kNone) {

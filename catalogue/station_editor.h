@@ -48,8 +48,8 @@ class StationEditor {
   void AddNewStation(const platform::Text& link);
 
  private:
-  void TakeOverField(const app::StationField& field);
-  void TakeOverAll();
+  void ApplyField(const app::StationField& field);
+  void ApplyAll();
   void AddEntry();
   void UpdateEntry(controls::ListView& list, controls::RowId row);
   void DeleteEntry();

@@ -55,7 +55,7 @@ void StationRecording::Run(const Text& link) {
     RecordUntilStopped(address, runs_.Begin());
   }
   status_.phase = Phase::kEnded;
-  Tell();
+  Report();
 }
 
 void StationRecording::RecordUntilStopped(const Text& link, const app::Runs::Run& run) {
@@ -89,7 +89,7 @@ Fault StationRecording::RecordOnce(const Text& link, const app::Runs::Run& run) 
   status_.phase = Phase::kConnecting;
   status_.title.clear();
   if (status_.station.empty()) status_.station = link;
-  Tell();
+  Report();
   const stream::Ports& system = ports_.stream;
   stream::clsFunkhaus::Options options;
   options.record_folder = folder_;
@@ -131,7 +131,7 @@ void StationRecording::Record(stream::clsFunkhaus& client, const Text& address, 
   client.RecStreamCurrentPlaying = [this](const Text& sStreamTitle, const Text&, const Text& sRaw) {
     const bool is_untitled = sStreamTitle == u"unknown" && sRaw.empty();
     status_.title = is_untitled ? Text() : sStreamTitle;
-    Tell();
+    Report();
   };
   connection_.opened_at = ports_.stream.clock.WholeSeconds();
   connection_.last_bytes_at = connection_.opened_at;
@@ -156,7 +156,7 @@ void StationRecording::Pause(int seconds, const app::Runs::Run& run) {
   status_.phase = Phase::kWaiting;
   for (int left = seconds * kSlicesPerSecond; left > 0 && run.Wanted(); --left) {
     status_.seconds_to_next_try = (left + kSlicesPerSecond - 1) / kSlicesPerSecond;
-    Tell();
+    Report();
     ports_.stream.message_loop.Sleep(kSlice);
     ports_.stream.message_loop.ProcessPendingMessages();
   }
@@ -178,10 +178,10 @@ void StationRecording::OnRead(const platform::InternetRead& read) {
   } else if (since < 0) {
     connection_.last_bytes_at = now;  // The clock was set back.
   }
-  Tell();
+  Report();
 }
 
-void StationRecording::Tell() {
+void StationRecording::Report() {
   status_.bytes = kept_files_->Bytes();
   status_.files = kept_files_->Files();
   Changed.Raise();

@@ -114,7 +114,7 @@ class StationRecording {
   Fault FaultOfAnswer();
   void Pause(int seconds, const app::Runs::Run& run);
   void OnRead(const platform::InternetRead& read);
-  void Tell();
+  void Report();
 
   const Ports ports_;
   const platform::Text folder_;

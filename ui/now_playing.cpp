@@ -112,20 +112,20 @@ NowPlaying::RunState NowPlaying::FetchRowTitle(controls::ListView& list, RowId r
   if (window_.Ended() || ports_.message_loop.GetAsyncKeyState(platform::kVkEscape) != 0)
     return RunState::kEnd;
   if (!cFunkhaus) return RunState::kEnd;
-  if (!list.Contains(row)) return RunState::kGoOn;
+  if (!list.Contains(row)) return RunState::kContinue;
 
   cFunkhaus->StreamUrl(list.Cell(row, app::kLinkCell));
-  if (ports_.message_loop.InputEndsWait()) return RunState::kGoOn;
+  if (ports_.message_loop.InputEndsWait()) return RunState::kContinue;
   ports_.message_loop.ProcessPendingMessages();
   if (window_.Ended()) return RunState::kEnd;
-  if (cFunkhaus->GetStreamQueryInfo(stream::kIcyMetaint).empty()) return RunState::kGoOn;
+  if (cFunkhaus->GetStreamQueryInfo(stream::kIcyMetaint).empty()) return RunState::kContinue;
   list.SetCell(row, app::kTitleCell, u"Hole Info...");
   const Text interval = cFunkhaus->GetStreamQueryInfo(stream::kIcyMetaint);
-  if (interval.empty()) return RunState::kGoOn;
+  if (interval.empty()) return RunState::kContinue;
   const Text title = ReadTitle(interval);
   if (window_.Ended()) return RunState::kEnd;
   list.SetCell(row, app::kTitleCell, title.empty() ? Text(u"--") : RepairTitle(title));
-  return RunState::kGoOn;
+  return RunState::kContinue;
 }
 
 void NowPlaying::cFunkhaus_QueryStream(bool) {}

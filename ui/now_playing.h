@@ -50,7 +50,7 @@ class NowPlaying {
   controls::Event<platform::Text, platform::Text> TitleFetched;
 
  private:
-  enum class RunState { kGoOn, kEnd };
+  enum class RunState { kContinue, kEnd };
   enum class Occasion {
     kOnce,
     kPolling  ///< wanted only as long as the timer runs

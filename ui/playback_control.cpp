@@ -71,19 +71,19 @@ PlaybackControl::StartState PlaybackControl::RefreshSelection() {
   const auto has_selection = [](const controls::ListView& list) {
     return list.SelectedRow() != controls::RowId::kNone;
   };
-  if (parts_.lists.filtered.Visible() && has_selection(parts_.lists.filtered)) return WorkOutAgain();
-  if (!has_selection(parts_.lists.full)) return StartState::kGoOn;
+  if (parts_.lists.filtered.Visible() && has_selection(parts_.lists.filtered)) return ResolveAgain();
+  if (!has_selection(parts_.lists.full)) return StartState::kContinue;
   // Cleared first, so that what becomes stale during the waits stays stale.
   state_.details_are_stale = false;
-  return WorkOutAgain();
+  return ResolveAgain();
 }
 
-PlaybackControl::StartState PlaybackControl::WorkOutAgain() {
+PlaybackControl::StartState PlaybackControl::ResolveAgain() {
   Command6_Click();
   const app::Runs::Run start = starts_.Begin();
   reports_.status_line.Resolving();
   actions_.show_station_details();
-  return start.Wanted() ? StartState::kGoOn : StartState::kEnd;
+  return start.Wanted() ? StartState::kContinue : StartState::kEnd;
 }
 
 void PlaybackControl::PlayStation(bool bStart, const Text& sLink) {

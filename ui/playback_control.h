@@ -91,9 +91,9 @@ class PlaybackControl {
   [[nodiscard]] platform::Text SystemErrorText(std::int32_t code) const;
 
  private:
-  enum class StartState { kGoOn, kEnd };
+  enum class StartState { kContinue, kEnd };
   StartState RefreshSelection();
-  StartState WorkOutAgain();
+  StartState ResolveAgain();
   void ShowServiceValues(player::clsMFPlayer& player);
   /// The slider and the mute box show what the user has set in the desktop's mixer, and write nothing back;
   /// without an answer they stay as they are.

@@ -205,7 +205,7 @@ bool RemoteControl::CanPlay() const {
   if (!state_.current_stream_address.empty()) return true;
   const ListView& list = parts_.lists.Active();
   const RowId selected = list.SelectedRow();
-  // A row that has just been selected is worked out next.
+  // A row that has just been selected is resolved next.
   return selected == RowId::kNone ? list.Count() > 0 : !list.Cell(selected, app::kLinkCell).empty();
 }
 

@@ -60,7 +60,7 @@ void ResetSignals() {
     ::execv(prepared.program, prepared.arguments);
   }
   const char failed = 1;
-  [[maybe_unused]] const ssize_t told = ::write(prepared.status_pipe, &failed, 1);
+  [[maybe_unused]] const ssize_t reported = ::write(prepared.status_pipe, &failed, 1);
   ::_exit(kFailed);
 }
 

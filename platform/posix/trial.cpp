@@ -28,8 +28,8 @@ constexpr char kYes = 'y';
   const int nowhere = ::open("/dev/null", O_RDWR | O_CLOEXEC);
   ::dup2(nowhere, STDOUT_FILENO);
   ::dup2(nowhere, STDERR_FILENO);
-  const bool told = action() && ::write(answer, &kYes, 1) == 1;
-  ::_exit(told ? 0 : 1);
+  const bool done = action() && ::write(answer, &kYes, 1) == 1;
+  ::_exit(done ? 0 : 1);
 }
 
 // Whether the copy has answered before the deadline; the pipe's end shows that it ended without an answer.

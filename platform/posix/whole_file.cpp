@@ -45,7 +45,7 @@ bool ReadToEnd(int file, std::size_t expected, std::size_t limit, std::string& b
 
 /// The new file gets the old one's owner and permissions as far as possible. The owner comes first, because
 /// changing it clears some permission bits. A file system that keeps neither refuses both.
-void TakeOver(int file, const struct stat& old) {
+void CopyOwnerAndPermissions(int file, const struct stat& old) {
   const bool owned =
       ::fchown(file, old.st_uid, old.st_gid) == 0 || ::fchown(file, static_cast<uid_t>(-1), old.st_gid) == 0;
   const mode_t mode = old.st_mode & kPermissionBits;
@@ -62,7 +62,7 @@ bool MayReplace(const std::string& path, const struct stat& old) {
 bool Fill(int file, std::string_view bytes, const struct stat* old) {
   std::size_t written = 0;
   if (!WriteAll(file, bytes, written)) return false;
-  if (old != nullptr) TakeOver(file, *old);
+  if (old != nullptr) CopyOwnerAndPermissions(file, *old);
   return BringToDisk(file);
 }
 

@@ -101,13 +101,13 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
       case 4:
         return ToggleFavourite();
       case 5:
-        return TakeOver(Field::kGenre);
+        return ApplyField(Field::kGenre);
       case 6:
-        return TakeOver(Field::kLink);
+        return ApplyField(Field::kLink);
       case 7:
-        return TakeOver(Field::kNumber);
+        return ApplyField(Field::kNumber);
       case 8:
-        return TakeOverAll();
+        return ApplyAll();
       case 9:
         return DeleteOne();
       case 10:
@@ -129,13 +129,13 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
       case 2:
         return ToggleFavourite();
       case 3:
-        return TakeOver(Field::kGenre);
+        return ApplyField(Field::kGenre);
       case 4:
-        return TakeOver(Field::kLink);
+        return ApplyField(Field::kLink);
       case 5:
-        return TakeOver(Field::kNumber);
+        return ApplyField(Field::kNumber);
       case 6:
-        return TakeOverAll();
+        return ApplyAll();
       case 7:
         return DeleteOne();
       case 8:
@@ -257,7 +257,7 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
                        [&](const Station& other) { return other.name == station.name && other.overwritten; });
   }
 
-  void TakeOver(Field field) {
+  void ApplyField(Field field) {
     Station* const station = SelectOne();
     if (station == nullptr || SharesItsSection(*station)) return;
     if (field == Field::kLink && model.CountOf(station->name) > 1) return;
@@ -280,7 +280,7 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
     model.WriteField(station, field, value, outcome, was_in_file);
   }
 
-  void TakeOverAll() {
+  void ApplyAll() {
     Station* const station = SelectOne();
     if (station == nullptr || SharesItsSection(*station)) return;
     const Text same = List().Cell(List().SelectedRow(), kNameCell);
