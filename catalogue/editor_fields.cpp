@@ -3,6 +3,7 @@
 namespace catalogue {
 
 using controls::CheckValue;
+using platform::Text;
 
 void EditorFields::Show(const app::Station& station) {
   form_.TextBox1[0].SetText(station.name);
@@ -16,7 +17,7 @@ app::Station EditorFields::Edited(app::Station station) const {
   station.name = form_.TextBox1[0].GetText();
   station.link = form_.TextBox1[1].GetText();
   station.genre = form_.Combo1.GetText();
-  station.favourite = form_.Check2.Checked() ? u"1" : u"";
+  station.favourite = form_.Check2.Checked() ? Text(u"1") : Text();
   station.number = form_.UpDownTextBox1.GetText();
   return station;
 }
