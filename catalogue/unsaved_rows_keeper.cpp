@@ -1,20 +1,28 @@
 #include "catalogue/unsaved_rows_keeper.h"
 
+#include <algorithm>
 #include <functional>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "app/state/station.h"
+#include "app/state/station_row.h"
 
 namespace catalogue {
 
 using platform::Text;
 
-UnsavedRowsKeeper::UnsavedRowsKeeper(Ports ports, UnsavedRows& unsaved, controls::ListView& full,
-                                     const StationIcons& icons, app::Settings& settings,
-                                     controls::Timer& timer)
-    : ports_(ports), unsaved_(unsaved), full_(full), icons_(icons), settings_(settings), timer_(timer) {
+UnsavedRowsKeeper::UnsavedRowsKeeper(Ports ports, const StationFile& file, UnsavedRows& unsaved,
+                                     controls::ListView& full, const StationIcons& icons,
+                                     app::Settings& settings, controls::Timer& timer)
+    : ports_(ports),
+      file_(file),
+      unsaved_(unsaved),
+      full_(full),
+      icons_(icons),
+      settings_(settings),
+      timer_(timer) {
   timer_.SetInterval(kDelay);
   // Writing the file touches nothing that a wait for a server relies on, and rows are entered before it.
   timer_.SetTicksWhilePainting(true);
@@ -25,8 +33,9 @@ UnsavedRowsKeeper::Restored UnsavedRowsKeeper::Restore() {
   path_ = ports_.environment.StateFile(settings_.SettingsFolder + settings_.StationFileName, u".unsaved");
   Restored restored;
   if (auto kept = Read(restored.unreadable)) {
+    std::erase_if(kept->rows, [this](const UnsavedRow& row) { return IsSaved(row); });
     restored.rows = kept->rows.size();
-    settings_.CatalogueChanged = kept->catalogue_changed;
+    settings_.CatalogueChanged = kept->catalogue_changed && restored.rows > 0;
     for (UnsavedRow& unsaved : kept->rows) {
       if (unsaved.row.icon >= 0) unsaved.row.icon = icons_.IconOf(unsaved.row.cells[app::kNameCell]);
     }
@@ -34,6 +43,16 @@ UnsavedRowsKeeper::Restored UnsavedRowsKeeper::Restore() {
   }
   Watch();
   return restored;
+}
+
+/// A program that was killed as soon as it had saved could no longer remove the rows from its own file.
+bool UnsavedRowsKeeper::IsSaved(const UnsavedRow& unsaved) const {
+  const Text& name = unsaved.row.cells[app::kNameCell];
+  const bool can_be_listed = !unsaved_.AreOneSection(name, u"");
+  const bool left_another = std::ranges::any_of(unsaved.part.sections, [&](const Text& section) {
+    return !unsaved_.AreOneSection(section, name) && file_.Contains(section);
+  });
+  return can_be_listed && !left_another && file_.IsListed(app::StationOf(unsaved.row.cells));
 }
 
 std::optional<UnsavedCatalogue> UnsavedRowsKeeper::Read(bool& unreadable) {

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "app/settings/settings.h"
+#include "catalogue/station_file.h"
 #include "catalogue/station_icons.h"
 #include "catalogue/unsaved_rows.h"
 #include "catalogue/unsaved_rows_file.h"
@@ -33,14 +34,15 @@ class UnsavedRowsKeeper {
   };
 
   /// `timer` is this object's alone; it runs only while a change waits to be written.
-  UnsavedRowsKeeper(Ports ports, UnsavedRows& unsaved, controls::ListView& full, const StationIcons& icons,
-                    app::Settings& settings, controls::Timer& timer);
+  UnsavedRowsKeeper(Ports ports, const StationFile& file, UnsavedRows& unsaved, controls::ListView& full,
+                    const StationIcons& icons, app::Settings& settings, controls::Timer& timer);
 
   struct Restored {
     std::size_t rows = 0;     ///< that were put back as unsaved ones
     bool unreadable = false;  ///< there was an unreadable file; it is set aside as ".damaged"
   };
-  /// Puts back what an earlier run of the program left, its CatalogueChanged included.
+  /// Puts back what an earlier run of the program left and the station file does not contain, with the
+  /// CatalogueChanged of then.
   Restored Restore();
 
   /// Something may have changed that neither the rows nor the list announce.
@@ -61,6 +63,7 @@ class UnsavedRowsKeeper {
   };
 
   static Mark MarkOf(const std::string& bytes);
+  [[nodiscard]] bool IsSaved(const UnsavedRow& unsaved) const;
   std::optional<UnsavedCatalogue> Read(bool& unreadable);
   void Watch();
   void Write();
@@ -68,6 +71,7 @@ class UnsavedRowsKeeper {
   void Stop();
 
   Ports ports_;
+  const StationFile& file_;
   UnsavedRows& unsaved_;
   controls::ListView& full_;
   const StationIcons& icons_;

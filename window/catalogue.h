@@ -38,8 +38,8 @@ struct Catalogue {
   catalogue::StationIcons icons;
   catalogue::StationLists lists;
   catalogue::UnsavedRows unsaved_rows;
-  catalogue::UnsavedRowsKeeper keeper;
   catalogue::StationFile station_file;
+  catalogue::UnsavedRowsKeeper keeper;
   catalogue::StationStore store;
   catalogue::DeletedEntries deleted;
   catalogue::StationWriter writer;

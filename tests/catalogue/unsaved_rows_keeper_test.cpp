@@ -46,7 +46,8 @@ class UnsavedRowsKeeperTest : public CatalogueTest {
 
   const Text kFile = environment.state_file + u".unsaved";
   controls::Timer timer;
-  UnsavedRowsKeeper keeper{{files, environment, conversion}, unsaved, SymbolListview, icons, settings, timer};
+  UnsavedRowsKeeper keeper{
+      {files, environment, conversion}, station_file, unsaved, SymbolListview, icons, settings, timer};
 };
 
 TEST_F(UnsavedRowsKeeperTest, WithoutAFileNothingIsPutBackAndNothingWritten) {
@@ -230,10 +231,47 @@ TEST_F(UnsavedRowsKeeperTest, FileThatWasReadIsKnownFromTheBeginning) {
   EXPECT_EQ(files.writes, 0) << "it says the same as before";
 
   Leave({true, {Row(u"Neu")}});
-  UnsavedRowsKeeper next{{files, environment, conversion}, unsaved, SymbolListview, icons, settings, timer};
+  UnsavedRowsKeeper next{
+      {files, environment, conversion}, station_file, unsaved, SymbolListview, icons, settings, timer};
   next.Restore();
   next.Discard();
   EXPECT_FALSE(files.files.contains(kFile)) << "at once too";
+}
+
+TEST_F(UnsavedRowsKeeperTest, RowThatWasSavedJustBeforeAKillIsNotPutBack) {
+  UnsavedRow saved = Row(u"B");
+  saved.row.cells = {u"b", u"Dance", u"http://b", u"1", u"Titel", u"0"};
+  Leave({true, {saved}});
+  const auto restored = Begin();
+  EXPECT_EQ(restored.rows, 0U);
+  EXPECT_FALSE(settings.CatalogueChanged);
+  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"A", u"B"}));
+  Wait();
+  EXPECT_FALSE(files.files.contains(kFile));
+}
+
+TEST_F(UnsavedRowsKeeperTest, RowThatDiffersFromItsSectionInOneFieldIsPutBack) {
+  for (const auto cell : {app::kLinkCell, app::kGenreCell, app::kFavouriteCell, app::kM3uNumberCell}) {
+    UnsavedRow changed = Row(u"B");
+    changed.row.cells = {u"B", u"Dance", u"http://b", u"1", u"", u""};
+    changed.row.cells.Set(cell, u"7");
+    Leave({true, {changed, Row(u"Fehlt")}});
+    EXPECT_EQ(keeper.Restore().rows, 2U);
+    EXPECT_TRUE(settings.CatalogueChanged);
+  }
+}
+
+TEST_F(UnsavedRowsKeeperTest, RowWhoseEarlierSectionIsStillThereIsPutBack) {
+  UnsavedRow renamed = Row(u"B", {{}, {u"A"}});
+  renamed.row.cells = {u"B", u"Dance", u"http://b", u"1", u"", u""};
+  Leave({true, {renamed}});
+  EXPECT_EQ(keeper.Restore().rows, 1U);
+}
+
+TEST_F(UnsavedRowsKeeperTest, RowWhoseNameTheFileCannotListIsPutBack) {
+  AddStation(u"");
+  Leave({true, {Row(u"")}});
+  EXPECT_EQ(keeper.Restore().rows, 1U);
 }
 
 TEST_F(UnsavedRowsKeeperTest, SectionThatExistsForARowsSakeIsNoSecondRow) {
