@@ -6,11 +6,11 @@
 
 namespace app {
 
-Text StationFilePlace(platform::PrivateProfile& profile, platform::Files& files,
-                      platform::Environment& environment) {
+StationFilePlaces PlacesOfStationFile(platform::PrivateProfile& profile, platform::Files& files,
+                                      platform::Environment& environment) {
   Settings settings;
   ChooseSettingsFolder(settings, IniProcedures(settings, profile, files, environment), files, environment);
-  return settings.SettingsFolder + settings.StationFileName;
+  return {settings.SettingsFolder + settings.StationFileName, settings.SettingsFolder + u"Opt.ini"};
 }
 
 }  // namespace app

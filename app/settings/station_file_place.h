@@ -8,9 +8,14 @@
 
 namespace app {
 
-/// The path of the station file that a main window over the same ports would use. Makes the settings folder,
-/// as that window does.
-Text StationFilePlace(platform::PrivateProfile& profile, platform::Files& files,
-                      platform::Environment& environment);
+struct StationFilePlaces {
+  Text station_file;
+  Text option_file;  ///< in the same folder
+};
+
+/// The files that a main window over the same ports would use. Makes the settings folder, as that window
+/// does.
+StationFilePlaces PlacesOfStationFile(platform::PrivateProfile& profile, platform::Files& files,
+                                      platform::Environment& environment);
 
 }  // namespace app

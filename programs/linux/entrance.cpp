@@ -1,5 +1,6 @@
 #include "programs/linux/entrance.h"
 
+#include <array>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -10,9 +11,11 @@
 #include "platform/ini/private_profile.h"
 #include "platform/posix/environment.h"
 #include "platform/posix/files.h"
+#include "platform/posix/native_names.h"
 #include "platform/posix/native_paths.h"
 #include "platform/posix/profile_files.h"
 #include "platform/posix/single_start.h"
+#include "platform/posix/temporary_file.h"
 
 namespace {
 
@@ -32,24 +35,43 @@ std::string ActivationToken() {
   return token.empty() ? Variable("DESKTOP_STARTUP_ID") : token;
 }
 
-SingleStart::Places Places() {
+/// This start's own files, as the system names them.
+struct OwnFiles {
+  SingleStart::Places start;
+  std::array<std::string, 3> replaced;  ///< those that the program replaces as a whole
+};
+
+OwnFiles FilesOfThisStart() {
   platform::posix::PosixNativePaths paths;
   platform::icu::IcuTextConversion conversion;
   platform::posix::PosixProfileFiles profile_files;
   platform::ini::IniPrivateProfile profile(paths, profile_files, conversion);
   platform::posix::PosixFiles files(paths);
   platform::posix::PosixEnvironment environment(paths);
-  const platform::Text station_file = app::StationFilePlace(profile, files, environment);
-  return {paths.ToNative(environment.StateFile(station_file, u".lock")),
-          paths.ToNative(environment.StateFile(station_file, u".socket"))};
+  const app::StationFilePlaces places = app::PlacesOfStationFile(profile, files, environment);
+  const auto state_file = [&](const platform::Text& extension) {
+    return paths.ToNative(environment.StateFile(places.station_file, extension));
+  };
+  return {{state_file(u".lock"), state_file(u".socket")},
+          {paths.ToNative(places.station_file), paths.ToNative(places.option_file), state_file(u".unsaved")}};
+}
+
+/// What a copy of the program left beside its files when it was killed while it replaced one.
+void RemoveWhatWasLeft(const OwnFiles& files) {
+  for (const std::string& file : files.replaced) {
+    if (const auto target = platform::posix::FollowLinks(file)) platform::posix::RemoveLeftovers(*target);
+  }
 }
 
 }  // namespace
 
 struct Entrance::Parts {
   explicit Parts(const std::string& argument)
-      : start(Places(), {ActivationToken(), argument}, kLongestWait) {}
+      : files(FilesOfThisStart()), start(files.start, {ActivationToken(), argument}, kLongestWait) {
+    if (start.Get() == SingleStart::Outcome::kRuns) RemoveWhatWasLeft(files);
+  }
 
+  const OwnFiles files;
   SingleStart start;
 };
 

@@ -1,7 +1,7 @@
 #pragma once
 // The first step of every start: one copy of the program runs per settings folder; a later start brings its
-// window to the front and has it open what the later start was given. Not the program itself
-// (programs/linux/program.h).
+// window to the front and has it open what the later start was given. The one that runs removes the temporary
+// files of an earlier one that was killed. Not the program itself (programs/linux/program.h).
 
 #include <memory>
 #include <optional>
