@@ -3,6 +3,7 @@
 #include <gst/audio/streamvolume.h>
 
 #include "platform/gstreamer/gst_pointers.h"
+#include "platform/gstreamer/unlocked_start.h"
 
 namespace platform::gstreamer {
 namespace {
@@ -58,7 +59,10 @@ OutputChooser::Output OutputChooser::Device() {
     server ? card_rule_.ServerAnswered() : card_rule_.ServerMissing(now);
     may_take_card = card_rule_.MayTakeCard(now);
   }
-  if (server) return {std::move(server), true};
+  if (server) {
+    StartWithoutLock(server.get());
+    return {std::move(server), true};
+  }
   if (!may_take_card) return {};
   ElementPointer card = TryDevice("alsasink");
   const bool heard = card != nullptr;

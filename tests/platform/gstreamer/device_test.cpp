@@ -238,6 +238,20 @@ TEST_F(DeviceTest, APausedStationIsHeardThoughTheSoundServerRestartedMeanwhile) 
   EXPECT_TRUE(loudness->WaitForSound(300ms, 5s));
 }
 
+TEST_F(DeviceTest, AStationIsHeardThoughTheSoundServerDiedBetweenOpeningAndStart) {
+  // Whether the sink notices the death before or at its start is a matter of microseconds.
+  for (int death = 0; death < 5; ++death) {
+    ASSERT_EQ(driver.Open(station.Url("/live")), kSOk);
+    pulse.Stop();
+    ASSERT_EQ(driver.Start(), kSOk);
+    ASSERT_TRUE(IsWithoutDevice());
+    pulse.Start();
+    Listen();
+    ASSERT_TRUE(Hears(kOldHertz));
+    driver.Close();
+  }
+}
+
 TEST_F(DeviceTest, StopEndsTheSearch) {
   ASSERT_TRUE(PlaysTheStation());
   pulse.Suspend(true);
