@@ -23,7 +23,6 @@ UnsavedRowsKeeper::UnsavedRowsKeeper(Ports ports, const StationFile& file, Unsav
       icons_(icons),
       settings_(settings),
       timer_(timer) {
-  timer_.SetInterval(kDelay);
   // Writing the file touches nothing that a wait for a server relies on, and rows are entered before it.
   timer_.SetTicksWhilePainting(true);
   subscription_ = timer_.Ticked.Subscribe([this] { Write(); });
@@ -86,21 +85,35 @@ void UnsavedRowsKeeper::Watch() {
 }
 
 void UnsavedRowsKeeper::Note() {
-  if (watches_) timer_.SetEnabled(true);
+  if (watches_) WriteAfter(kDelay);
+}
+
+void UnsavedRowsKeeper::WriteAfter(int delay) {
+  timer_.SetInterval(delay);
+  timer_.SetEnabled(true);
 }
 
 void UnsavedRowsKeeper::Write() {
   timer_.SetEnabled(false);
-  UnsavedCatalogue catalogue{settings_.CatalogueChanged, unsaved_.All()};
+  if (!BringFileUpToDate()) WriteAfter(kRetryDelay);
+}
+
+bool UnsavedRowsKeeper::BringFileUpToDate() {
+  const UnsavedCatalogue catalogue{settings_.CatalogueChanged, unsaved_.All()};
   if (catalogue.rows.empty()) return RemoveFile();
   const std::string bytes = FormatUnsavedRows(catalogue, ports_.conversion);
   const Mark mark = MarkOf(bytes);
-  if (in_file_ == mark) return;
-  if (ports_.files.WriteWholeFile(path_, bytes)) in_file_ = mark;
+  if (in_file_ == mark) return true;
+  if (!ports_.files.WriteWholeFile(path_, bytes)) return false;
+  in_file_ = mark;
+  return true;
 }
 
-void UnsavedRowsKeeper::RemoveFile() {
-  if (in_file_ && ports_.files.DeleteFileW(path_)) in_file_.reset();
+bool UnsavedRowsKeeper::RemoveFile() {
+  if (!in_file_) return true;
+  const bool is_gone = ports_.files.DeleteFileW(path_) || !ports_.files.PathFileExistsW(path_);
+  if (is_gone) in_file_.reset();
+  return !in_file_;
 }
 
 void UnsavedRowsKeeper::Finish() {

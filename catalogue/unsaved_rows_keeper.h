@@ -25,7 +25,8 @@ namespace catalogue {
 /// file; without unsaved rows there is no file. Nothing is written before or after.
 class UnsavedRowsKeeper {
  public:
-  static constexpr int kDelay = 500;  ///< milliseconds
+  static constexpr int kDelay = 500;        ///< milliseconds
+  static constexpr int kRetryDelay = 2000;  ///< milliseconds, after a write that failed: the disk may be full
 
   struct Ports {
     platform::Files& files;
@@ -66,8 +67,11 @@ class UnsavedRowsKeeper {
   [[nodiscard]] bool IsSaved(const UnsavedRow& unsaved) const;
   std::optional<UnsavedCatalogue> Read(bool& unreadable);
   void Watch();
+  void WriteAfter(int delay);
   void Write();
-  void RemoveFile();
+  /// False when the file could not be written or removed.
+  bool BringFileUpToDate();
+  bool RemoveFile();
   void Stop();
 
   Ports ports_;

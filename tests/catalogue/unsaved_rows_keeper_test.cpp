@@ -95,6 +95,32 @@ TEST_F(UnsavedRowsKeeperTest, LaterChangesDoNotPutTheWritingOff) {
   AddRow(SymbolListview, u"Neuer");
 }
 
+TEST_F(UnsavedRowsKeeperTest, WriteThatFailedIsTriedAgainByItselfAndLessOften) {
+  Begin();
+  files.can_write = false;
+  AddRow(SymbolListview, u"Neu");
+  Wait();
+  EXPECT_TRUE(timer.Enabled());
+  EXPECT_EQ(timer.Interval(), UnsavedRowsKeeper::kRetryDelay);
+  EXPECT_GT(UnsavedRowsKeeper::kRetryDelay, UnsavedRowsKeeper::kDelay);
+  files.can_write = true;
+  Wait();
+  EXPECT_EQ(KeptNames(), std::vector<Text>{u"Neu"});
+  EXPECT_FALSE(timer.Enabled());
+  AddRow(SymbolListview, u"Neuer");
+  EXPECT_EQ(timer.Interval(), UnsavedRowsKeeper::kDelay);
+}
+
+TEST_F(UnsavedRowsKeeperTest, FileThatSomebodyElseRemovedIsGone) {
+  Begin();
+  AddRow(SymbolListview, u"Neu");
+  Wait();
+  files.files.erase(kFile);
+  SymbolListview.Clear();
+  Wait();
+  EXPECT_FALSE(timer.Enabled());
+}
+
 TEST_F(UnsavedRowsKeeperTest, FileThatWouldStayTheSameIsNotWrittenAgain) {
   Begin();
   const RowId row = AddRow(SymbolListview, u"Neu");
