@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Plays a station for some minutes and says whether the program's memory stays flat.
 
-Usage: soak.py BUILD_FOLDER OUTPUT_FOLDER [--minutes N]
+Usage: flat.py BUILD_FOLDER OUTPUT_FOLDER [--minutes N]
 
 Prints the resident memory once a minute. The first minute is the program's start; over the rest a straight line is
 laid through the samples. Flat means that this line rises by less than MOST_GROWTH in all. The exit code says
