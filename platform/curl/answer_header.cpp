@@ -23,6 +23,12 @@ std::string_view Trim(std::string_view text) {
   return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
+/// What begins the header of an answer. Lines after a header that do not are trailers of its body (RFC 9112,
+/// section 7.1.2).
+bool IsStatusLine(std::string_view line) {
+  return BeginsIgnoringCase(line, "HTTP/") || BeginsIgnoringCase(line, "ICY ");
+}
+
 std::string_view WithoutLineEnd(std::string_view line) {
   if (line.ends_with('\n')) line.remove_suffix(1);
   if (line.ends_with('\r')) line.remove_suffix(1);
@@ -43,6 +49,9 @@ void AnswerHeader::Begin(std::string_view status_line) {
 
 bool AnswerHeader::AddLine(std::string_view line) {
   line = WithoutLineEnd(line);
+  // To the library, whatever follows such a CR, this line ends the header.
+  if (line.starts_with('\r')) line = {};
+  if (complete_ && !IsStatusLine(line)) return true;
   if (complete_) Begin(line);
   block_ += line;
   block_ += "\r\n";

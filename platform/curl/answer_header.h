@@ -10,8 +10,9 @@
 namespace platform::curl {
 
 /// Takes the lines of every answer of an exchange (interim answers and redirects too) in order; what it
-/// reports is about the last one. Public references: RFC 9112, sections 4 and 5; "ICY 200 OK" is the status
-/// line of SHOUTcast servers.
+/// reports is about the last one. What follows a header without beginning another one is left out: the
+/// trailers of its body. Public references: RFC 9112, sections 4 and 5; "ICY 200 OK" is the status line of
+/// SHOUTcast servers.
 class AnswerHeader {
  public:
   /// The longest header block, in bytes as sent.

@@ -26,6 +26,12 @@ TEST(AnswerHeader, BareLineFeedsBecomeCrLf) {
   EXPECT_EQ(Of({"ICY 200 OK\n", "icy-br:128\n", "\n"}).Block(), "ICY 200 OK\r\nicy-br:128\r\n\r\n");
 }
 
+TEST(AnswerHeader, LineThatBeginsWithACrEndsTheHeader) {
+  const AnswerHeader header = Of({"HTTP/1.1 200 OK\r\n", "A: b\r\n", "\rC: d\r\n"});
+  EXPECT_TRUE(header.IsFinal());
+  EXPECT_EQ(header.Block(), "HTTP/1.1 200 OK\r\nA: b\r\n\r\n");
+}
+
 TEST(AnswerHeader, ARedirectIsNotTheFinalAnswer) {
   AnswerHeader header = Of({"HTTP/1.1 302 Found\r\n", "location: /x\r\n", "\r\n"});
   EXPECT_FALSE(header.IsFinal());
@@ -41,6 +47,22 @@ TEST(AnswerHeader, ARedirectWithoutALocationIsFinal) {
 
 TEST(AnswerHeader, AnInterimAnswerIsNotTheFinalOne) {
   EXPECT_FALSE(Of({"HTTP/1.1 100 Continue\r\n", "\r\n"}).IsFinal());
+}
+
+TEST(AnswerHeader, TrailersChangeNeitherStatusNorHeader) {
+  AnswerHeader header = Of({"HTTP/1.1 200 OK\r\n", "A: b\r\n", "\r\n"});
+  for (const char* line : {"X: 404 not\r\n", "icy-metaint: 1\r\n", "\r\n"}) EXPECT_TRUE(header.AddLine(line));
+  EXPECT_TRUE(header.IsFinal());
+  EXPECT_EQ(header.StatusCode(), "200");
+  EXPECT_EQ(header.Block(), "HTTP/1.1 200 OK\r\nA: b\r\n\r\n");
+}
+
+TEST(AnswerHeader, TrailersOfARedirectAreNotTheFinalAnswer) {
+  AnswerHeader header = Of({"HTTP/1.1 302 Found\r\n", "Location: /x\r\n", "\r\n", "X: 200 y\r\n", "\r\n"});
+  EXPECT_FALSE(header.IsFinal());
+  for (const char* line : {"http/1.1 404 Gone\r\n", "\r\n"}) header.AddLine(line);
+  EXPECT_TRUE(header.IsFinal());
+  EXPECT_EQ(header.StatusCode(), "404");
 }
 
 TEST(AnswerHeader, AStatusLineWithoutACodeHasNone) {
