@@ -252,6 +252,15 @@ TEST_F(MprisPlayerTest, TextsThatTheBusCannotCarryDoNotEndTheConnection) {
   EXPECT_TRUE(Program().isConnected());
 }
 
+TEST_F(MprisPlayerTest, TitlesHaveNoControlCharacterAndABoundedLength) {
+  Appear();
+  playing_.track.title = u"\x1B[2J\r\nLied\x9B\x7F.";
+  playing_.track.station = Text(5'000'000, u'x');
+  player_->Publish(playing_);
+  EXPECT_EQ(Metadata("xesam:title"), QStringLiteral("[2J  Lied  ."));
+  EXPECT_EQ(Metadata("xesam:album"), QString(4096, QLatin1Char('x')));
+}
+
 TEST_F(MprisPlayerTest, WithdrawnPlayerIsGoneAndGivesNoCommand) {
   Appear();
   player_->Withdraw();

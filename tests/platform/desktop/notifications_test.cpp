@@ -64,6 +64,15 @@ TEST_F(NotificationsTest, ServiceWithoutMarkupGetsTheLineAsItStands) {
   EXPECT_EQ(Shown().value(4).toString(), QStringLiteral("Rock & Pop"));
 }
 
+TEST_F(NotificationsTest, TextsHaveNoControlCharacterAndABoundedLength) {
+  ASSERT_TRUE(OfferService({}));
+  BusNotifications notifications(Program());
+  notifications.Show(u"\x1B]0;x\aTitel\n", Text(100'000, u'x'));
+  ASSERT_TRUE(WaitForCount("Notify", 1));
+  EXPECT_EQ(Shown().value(3).toString(), QStringLiteral(" ]0;x Titel "));
+  EXPECT_EQ(Shown().value(4).toString(), QString(4096, QLatin1Char('x')));
+}
+
 TEST_F(NotificationsTest, OfSeveralThatComeDuringAQuestionTheLastIsShown) {
   ASSERT_TRUE(OfferService({}));
   BusNotifications notifications(Program());
