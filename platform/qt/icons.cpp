@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 namespace platform::qt {
 namespace {
@@ -18,6 +19,10 @@ constexpr qint64 kLargestPictureFile = 32 * 1024 * 1024;
 constexpr int kMostImagesInIcon = 64;
 constexpr int kWidestIcon = 1024;
 constexpr int kWidestPicture = 20000;
+// A progressive JPEG takes six bytes a pixel while it is decoded, whatever size is asked for, and passes over
+// all of them once for each scan; a file of some hundred bytes can claim any number of both.
+constexpr qint64 kMostPixels = qint64{32} * 1024 * 1024;
+constexpr qint64 kMostPixelsInScans = 16 * kMostPixels;
 // Pictures are shown in a panel; more pixels than this would only cost memory.
 constexpr int kWidestKept = 1024;
 
@@ -81,6 +86,17 @@ struct Decoded {
   QSize natural;
 };
 
+qint64 PixelsOf(QSize size) { return qint64{size.width()} * size.height(); }
+
+bool HasFewScans(const QByteArray& jpeg, QSize size) {
+  // Between markers this pair of bytes does not occur, but in a preview it may.
+  return jpeg.count(QByteArrayLiteral("\xFF\xDA")) * PixelsOf(size) <= kMostPixelsInScans;
+}
+
+QSize FittingKept(QSize size) {
+  return size.scaled(kWidestKept, kWidestKept, Qt::KeepAspectRatio).expandedTo({1, 1});
+}
+
 Decoded DecodePicture(QByteArray bytes) {
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::ReadOnly);
@@ -89,13 +105,19 @@ Decoded DecodePicture(QByteArray bytes) {
   const QByteArray format = reader.format();
   if (format != "jpeg" && format != "png" && format != "gif" && format != "bmp") return {};
   const QSize size = reader.size();
-  if (!Within(size, kWidestPicture)) return {};
+  if (!Within(size, kWidestPicture) || PixelsOf(size) > kMostPixels) return {};
+  if (format == "jpeg" && !HasFewScans(bytes, size)) return {};
   reader.setAutoTransform(true);
   const bool turned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
-  if (size.width() > kWidestKept || size.height() > kWidestKept) {
-    reader.setScaledSize(size.scaled(kWidestKept, kWidestKept, Qt::KeepAspectRatio).expandedTo({1, 1}));
-  }
-  return {reader.read(), turned ? size.transposed() : size};
+  const bool is_large = !Within(size, kWidestKept);
+  if (is_large) reader.setScaledSize(FittingKept(size));
+  QImage image = reader.read();
+  // A GIF may turn out to have another size than it says at first.
+  const QSize said = turned ? size.transposed() : size;
+  const QSize natural = is_large ? said : image.size();
+  if (!Within(natural, kWidestPicture)) return {};
+  if (!Within(image.size(), kWidestKept)) image = image.scaled(FittingKept(image.size()));
+  return {std::move(image), natural};
 }
 
 }  // namespace

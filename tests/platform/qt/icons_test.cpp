@@ -4,6 +4,7 @@
 
 #include <QBuffer>
 #include <QFile>
+#include <QImageWriter>
 #include <QTemporaryDir>
 #include <QtEndian>
 
@@ -199,6 +200,45 @@ TEST_F(IconFiles, BombsAndCutPicturesAreRefusedOrHarmless) {
   }
   EXPECT_EQ(icons_.LoadPicture(Write("text.jpg", "<svg xmlns='http://www.w3.org/2000/svg'/>")).handle,
             PictureHandle::kNone);
+}
+
+TEST_F(IconFiles, PictureThatTurnsOutLargerThanItSaidIsKeptSmallInItsShape) {
+  // A GIF whose screen is 8 x 4104 and whose frame is 8 x 8.
+  const QByteArray gif = QByteArray::fromHex(
+      "47494638396108000810f20000ff0000db0024b6004992006d6d00924900b62400db0000ff21f904"
+      "00000000002c000000000800080000031608ba1afe4ec82987bd96e8ad8bff9e218ee2619e660200"
+      "3b");
+  const LoadedPicture picture = icons_.LoadPicture(Write("hoch.gif", gif));
+  ASSERT_NE(picture.handle, PictureHandle::kNone);
+  EXPECT_EQ(picture.width, 8 * 15);
+  EXPECT_EQ(picture.height, 4104 * 15);
+  EXPECT_EQ(icons_.Picture(picture.handle).size(), QSize(1, 1024));
+}
+
+TEST_F(IconFiles, SmallFileThatClaimsManyPixelsOrScansIsRefused) {
+  QImage image(50, 50, QImage::Format_RGB32);
+  image.fill(Qt::blue);
+  QByteArray good;
+  QBuffer buffer(&good);
+  buffer.open(QIODevice::WriteOnly);
+  QImageWriter writer(&buffer, "jpg");
+  writer.setProgressiveScanWrite(true);
+  ASSERT_TRUE(writer.write(image));
+  const qsizetype frame = good.indexOf("\xff\xc2");
+  ASSERT_GT(frame, 0) << "it is not progressive";
+  const auto claiming = [&](int side) {
+    QByteArray bytes = good;
+    qToBigEndian(static_cast<quint16>(side), bytes.data() + frame + 5);
+    qToBigEndian(static_cast<quint16>(side), bytes.data() + frame + 7);
+    return bytes;
+  };
+  EXPECT_EQ(icons_.LoadPicture(Write("weit.jpg", claiming(5793))).handle, PictureHandle::kNone);
+
+  const qsizetype scan = good.lastIndexOf("\xff\xda");
+  const QByteArray last = good.mid(scan, good.lastIndexOf("\xff\xd9") - scan);
+  const auto with_scans = [&](qsizetype more) { return claiming(2000).insert(scan, last.repeated(more)); };
+  EXPECT_NE(icons_.LoadPicture(Write("a.jpg", with_scans(3))).handle, PictureHandle::kNone);
+  EXPECT_EQ(icons_.LoadPicture(Write("b.jpg", with_scans(200))).handle, PictureHandle::kNone);
 }
 
 TEST_F(IconFiles, ImageControlShowsThePictureAndLosesIt) {
