@@ -1,6 +1,8 @@
 #include "playlist/opening_rules.h"
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 
 #include "app/text/text_helpers.h"
 #include "playlist/web_address.h"
@@ -29,6 +31,17 @@ std::optional<Opening> Link(TextView text) {
   return Opening{Opening::Kind::kLink, Text(link)};
 }
 
+/// At most `longest` units and dots, without control characters and without half of a character at the cut.
+Text OneLine(TextView text, std::size_t longest) {
+  const bool is_cut = text.size() > longest;
+  const bool splits = is_cut && (text[longest] & 0xFC00) == 0xDC00 && (text[longest - 1] & 0xFC00) == 0xD800;
+  Text line(text.substr(0, splits ? longest - 1 : longest));
+  std::replace_if(
+      line.begin(), line.end(),
+      [](char16_t unit) { return unit < u' ' || (unit >= u'\u007F' && unit <= u'\u009F'); }, u' ');
+  return is_cut ? line + u"…" : line;
+}
+
 }  // namespace
 
 Text FileNameOf(TextView path) { return Text(path.substr(path.find_last_of(u"\\/") + 1)); }
@@ -43,10 +56,10 @@ std::optional<Opening> WhatToOpen(const controls::DropOffer& offer) {
 }
 
 Text NameOfOffer(const controls::DropOffer& offer) {
-  if (!offer.files.empty()) return FileNameOf(offer.files.front());
-  constexpr std::size_t kLongest = 80;
-  const Text& text = offer.addresses.empty() ? offer.text : offer.addresses.front();
-  return text.size() <= kLongest ? text : text.substr(0, kLongest) + u"…";
+  constexpr std::size_t kLongestName = 255;
+  constexpr std::size_t kLongestText = 80;
+  if (!offer.files.empty()) return OneLine(FileNameOf(offer.files.front()), kLongestName);
+  return OneLine(offer.addresses.empty() ? offer.text : offer.addresses.front(), kLongestText);
 }
 
 }  // namespace playlist

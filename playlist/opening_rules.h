@@ -23,7 +23,8 @@ struct Opening {
 /// once.
 [[nodiscard]] std::optional<Opening> WhatToOpen(const controls::DropOffer& offer);
 
-/// What the offer is, briefly for the user: a file's name or the beginning of an address or a text.
+/// What the offer is, briefly and on one line for the user: a file's name (up to 255 units) or the beginning
+/// of an address or a text (80). Control characters become blanks.
 [[nodiscard]] app::Text NameOfOffer(const controls::DropOffer& offer);
 
 /// The last part of a path.

@@ -16,6 +16,13 @@ using platform::TextView;
 
 namespace {
 
+/// The beginning of a text that comes from a server or from somebody else's list. A line shows less than
+/// this.
+TextView Shortened(TextView argument) {
+  constexpr std::size_t kLongestArgument = 1024;
+  return argument.substr(0, kLongestArgument);
+}
+
 /// One pass from left to right, so that a "%1" within an argument stays as it is.
 Text Filled(TextView sentence, const std::vector<Text>& arguments) {
   Text filled;
@@ -23,7 +30,7 @@ Text Filled(TextView sentence, const std::vector<Text>& arguments) {
     const char16_t digit = at + 1 < sentence.size() ? sentence[at + 1] : u'\0';
     const std::size_t number = digit >= u'1' && digit <= u'9' ? static_cast<std::size_t>(digit - u'0') : 0;
     if (sentence[at] == u'%' && number > 0 && number <= arguments.size()) {
-      filled += arguments[number - 1];
+      filled += Shortened(arguments[number - 1]);
       ++at;
     } else {
       filled += sentence[at];

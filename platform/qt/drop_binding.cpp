@@ -10,6 +10,9 @@
 namespace platform::qt {
 namespace {
 
+// Far more than the longest address; whatever else is dropped as text only gets its beginning shown.
+constexpr qsizetype kLongestDroppedText = 65'536;
+
 bool IsOfThisMachine(const QUrl& url) {
   return url.isLocalFile() && (url.host().isEmpty() || url.host() == QLatin1String("localhost"));
 }
@@ -89,7 +92,7 @@ controls::DropOffer DropBinding::OfferOf(const QMimeData& data) const {
       offer.addresses.push_back(FromQt(url.toString(QUrl::FullyEncoded)));
     }
   }
-  if (data.hasText()) offer.text = FromQt(data.text());
+  if (data.hasText()) offer.text = FromQt(data.text().left(kLongestDroppedText));
   return offer;
 }
 

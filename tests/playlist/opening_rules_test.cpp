@@ -60,6 +60,13 @@ TEST(OpeningRulesTest, OfferIsNamedInFewWords) {
   EXPECT_EQ(NameOfOffer({{}, {u"ftp://a/"}, u"x"}), u"ftp://a/");
   EXPECT_EQ(NameOfOffer({{}, {}, u"x"}), u"x");
   EXPECT_EQ(NameOfOffer({{}, {u"ftp://" + Text(1000, u'x')}, {}}), u"ftp://" + Text(74, u'x') + u"…");
+  EXPECT_EQ(NameOfOffer({{Text(256, u'x')}, {}, {}}), Text(255, u'x') + u"…");
+}
+
+TEST(OpeningRulesTest, NameOfAnOfferIsOneLineOfWholeCharacters) {
+  EXPECT_EQ(NameOfOffer({{u"\\a\r\n\x1B[2J\x9Bm.png"}, {}, {}}), u"a   [2J m.png");
+  EXPECT_EQ(NameOfOffer({{}, {}, Text(79, u'x') + u"\U0001F600y"}), Text(79, u'x') + u"…");
+  EXPECT_EQ(NameOfOffer({{}, {}, Text(80, u'x') + u"\U0001F600"}), Text(80, u'x') + u"…");
 }
 
 }  // namespace

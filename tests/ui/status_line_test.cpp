@@ -57,6 +57,11 @@ TEST_F(StatusLineTest, ArgumentsReplaceTheirNumbersAndAreNotLookedUp) {
   EXPECT_EQ(label.Caption(), u"<drei von %2: 100 %, %3>");
 }
 
+TEST_F(StatusLineTest, EndlessArgumentIsCut) {
+  line.Notify(u"%1|%1", {Text(1'000'000, u'x')});
+  EXPECT_EQ(Shown(), Text(1024, u'x') + u"|" + Text(1024, u'x'));
+}
+
 TEST_F(StatusLineTest, EverySentenceIsInTheEnglishLanguageFile) {
   test_support::ProgramLanguage english(u"English");
   for (const platform::TextView sentence : app::sentences::kAll) {

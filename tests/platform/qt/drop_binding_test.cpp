@@ -119,6 +119,12 @@ TEST_F(DropBindingTest, TextAloneIsOfferedAsText) {
   EXPECT_TRUE(offered_.addresses.empty());
 }
 
+TEST_F(DropBindingTest, EndlessTextIsCut) {
+  data_.setText(QString(5'000'000, QLatin1Char('x')));
+  ASSERT_TRUE(Shown());
+  EXPECT_EQ(offered_.text, Text(65'536, u'x'));
+}
+
 TEST_F(DropBindingTest, DropReachesTheFormFromTheEventLoop) {
   Fill(data_, "file:///a.m3u\r\n");
   EXPECT_TRUE(Drop());
