@@ -2,11 +2,13 @@
 // What the fuzz targets share: a promise that ends the run when it is broken, and text made from input.
 // Not for the program itself.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "ports/text.h"
 
@@ -31,6 +33,22 @@ inline platform::Text AsText(std::string_view input) {
   }
   return text;
 }
+
+/// The pieces of the input between occurrences of `separator`; at least one.
+inline std::vector<std::string_view> Pieces(std::string_view input, char separator) {
+  std::vector<std::string_view> pieces;
+  while (true) {
+    const std::size_t end = input.find(separator);
+    pieces.push_back(input.substr(0, end));
+    if (end == std::string_view::npos) return pieces;
+    input.remove_prefix(end + 1);
+  }
+}
+
+/// Control characters of ASCII and of the code page's upper half.
+inline bool IsControl(char16_t unit) { return unit < 0x20 || (unit >= 0x7F && unit <= 0x9F); }
+
+inline bool HoldsControl(platform::TextView text) { return std::any_of(text.begin(), text.end(), IsControl); }
 
 inline std::string_view AsBytes(const std::uint8_t* data, std::size_t size) {
   return {reinterpret_cast<const char*>(data), size};
