@@ -1,5 +1,6 @@
 #include "platform/gstreamer/address.h"
 
+#include <glib/gstdio.h>
 #include <gst/gst.h>
 
 #include <algorithm>
@@ -66,8 +67,17 @@ std::string WebUri(const std::string& text) {
   return text.substr(0, host_start) + EscapeForUri(host) + EscapeForUri(text.substr(host_end));
 }
 
+/// Opening a pipe waits for somebody who writes, and cannot be given up; a playlist from a server may name
+/// one.
+bool IsPipeOrDevice(const std::string& native_path) {
+  GStatBuf status{};
+  if (g_stat(native_path.c_str(), &status) != 0) return false;
+  return !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
+}
+
 Address FileAddress(const std::string& native_path) {
   if (native_path.find('\0') != std::string::npos) return {};
+  if (IsPipeOrDevice(native_path)) return {kMfEUnsupportedByteStreamType, {}, true};
   const GStringPointer uri(gst_filename_to_uri(native_path.c_str(), nullptr));
   if (!uri) return {};
   return {kSOk, uri.get(), true};

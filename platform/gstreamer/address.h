@@ -18,7 +18,8 @@ struct Address {
 
 /// Accepts "http://" and "https://" (any letter case; spaces and letters beyond ASCII are escaped), "file://"
 /// addresses, and file names with either separator. Blanks and control characters (U+0000 to U+0020, U+007F)
-/// at the ends are dropped. Another scheme gives MF_E_UNSUPPORTED_SCHEME, no text E_INVALIDARG.
+/// at the ends are dropped. Another scheme gives MF_E_UNSUPPORTED_SCHEME, a pipe, socket or device
+/// MF_E_UNSUPPORTED_BYTESTREAM_TYPE, no text E_INVALIDARG.
 Address ResolveAddress(const Text& untrimmed, NativePaths& native_paths);
 
 /// UTF-8 for UTF-16; what is not valid UTF-16 becomes U+FFFD.

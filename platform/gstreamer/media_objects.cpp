@@ -21,7 +21,8 @@ SourceResolver::SourceResolver(Context& context) : context_(context) {
          if (address == nullptr) return kEPointer;
          const Address resolved = ResolveAddress(*address, context_.native_paths);
          if (resolved.result != kSOk) {
-           context_.latest.Failed(PlaybackFailure::kBadAddress);
+           context_.latest.Failed(resolved.local_file ? PlaybackFailure::kUnreadable
+                                                      : PlaybackFailure::kBadAddress);
            return resolved.result;
          }
          return Open({resolved.uri, resolved.local_file, nullptr}, type, out);

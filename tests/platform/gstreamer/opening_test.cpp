@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <chrono>
@@ -50,6 +51,15 @@ bool IsOtherFailure(HResult result) {
 TEST_F(OpeningTest, AMissingFileIsNotFound) {
   EXPECT_EQ(driver.Open((folder.Path() / "none.mp3").string()), kErrorFileNotFound);
   EXPECT_EQ(driver.Open("file://" + (folder.Path() / "none.mp3").string()), kErrorFileNotFound);
+}
+
+TEST_F(OpeningTest, PipesAndDevicesAreNotOpened) {
+  const std::string pipe = (folder.Path() / "pipe.mp3").string();
+  ASSERT_EQ(::mkfifo(pipe.c_str(), S_IRUSR | S_IWUSR), 0);
+  for (const std::string& address : {pipe, "file://" + pipe, std::string("/dev/zero")}) {
+    EXPECT_EQ(driver.Open(address), kMfEUnsupportedByteStreamType) << address;
+  }
+  EXPECT_LT(driver.Open(folder.Path().string()), 0);
 }
 
 TEST_F(OpeningTest, AStatusOf404IsNotFound) {
