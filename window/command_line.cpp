@@ -1,5 +1,8 @@
 #include "window/command_line.h"
 
+#include <algorithm>
+#include <cstddef>
+
 namespace window {
 namespace {
 
@@ -7,12 +10,22 @@ using Wish = CommandLine::Wish;
 
 CommandLine WrongUse(std::string problem) { return {Wish::kWrongUse, {}, std::move(problem)}; }
 
+/// The beginning of a word, in which nothing controls the terminal that it is printed on: control characters
+/// of ASCII and the bytes by which others are written in UTF-8 or in a code page become "?".
+std::string Printable(std::string_view word) {
+  constexpr std::size_t kLongest = 80;
+  std::string printable(word.substr(0, kLongest));
+  std::replace_if(
+      printable.begin(), printable.end(), [](char byte) { return byte < ' ' || byte > '~'; }, '?');
+  return printable;
+}
+
 /// An option's effect; kRun for a word that is not an option.
 CommandLine Option(std::string_view word) {
   if (word == "--help" || word == "-h") return {Wish::kHelp, {}, {}};
   if (word == "--version") return {Wish::kVersion, {}, {}};
   if (word.size() > 1 && word.starts_with('-')) {
-    return WrongUse("Die Option " + std::string(word) + " gibt es nicht.");
+    return WrongUse("Die Option " + Printable(word) + " gibt es nicht.");
   }
   return {};
 }

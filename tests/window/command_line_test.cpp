@@ -40,6 +40,13 @@ TEST(CommandLineTest, UnknownOptionIsNamed) {
   EXPECT_EQ(Read({"--help=ja"}).wish, Wish::kWrongUse);
 }
 
+TEST(CommandLineTest, NothingOfAWordControlsTheTerminal) {
+  const std::string problem = Read({"-\x1B]0;x\a\x9B\xC2\x9B\nrm"}).problem;
+  EXPECT_EQ(problem, "Die Option -?]0;x?????rm gibt es nicht.");
+  EXPECT_EQ(Read({("-" + std::string(1000, 'x')).c_str()}).problem,
+            "Die Option -" + std::string(79, 'x') + " gibt es nicht.");
+}
+
 TEST(CommandLineTest, BehindTwoDashesNothingIsAnOption) {
   EXPECT_EQ(Read({"--", "--help"}).wish, Wish::kRun);
   EXPECT_EQ(Read({"--", "--help"}).argument, "--help");
