@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
-"""Holds docs/behaviour.md to the tests: every behaviour names a test, and every test named exists and runs.
+"""Holds docs/behaviour.md and docs/security.md to the tests: every row names a test, and every test named exists and
+runs. The source files named there exist, too.
 
 Usage: check_behaviour.py TABLE BUILD_FOLDER            the tests named are known to CTest and not disabled
        check_behaviour.py TABLE --results JUNIT_FILE    the tests named were run, and passed
        check_behaviour.py --self-test
 
-A row of the table is "| behaviour | `test` `test` ... |"; a test's name is CTest's own, and a "*" in it
-stands for anything, so that one name can mean the cases of a parametrised test.
+A row of the table is "| behaviour | `test` `test` ... |", with any number of columns before the tests; a test's name is
+CTest's own, and a "*" in it stands for anything, so that one name can mean the cases of a parametrised test.
 """
 import fnmatch
 import json
@@ -43,6 +44,15 @@ def read_table(text):
         else:
             rows.append((number, behaviour, names))
     return rows, errors
+
+
+SOURCE = re.compile(r"`((?:\w+/)+\w+\.(?:h|cpp))`")
+
+
+def missing_sources(text, exists):
+    """exists: whether a path from the root of the repository is there."""
+    return [f"line {number}: there is no {name}" for number, line in enumerate(text.splitlines(), 1)
+            for name in SOURCE.findall(line) if not exists(name)]
 
 
 def check(table, good, verdict):
@@ -94,6 +104,11 @@ def self_test():
     failures = [f"let through: {name}" for name, case in broken.items() if not check(*case, "is missing")]
     failures += [f"refused a good table: {error}" for error in check(table, good, "is missing")]
     failures += ["a bar in a behaviour"] if read_table("| a \\| b | `c` |")[0] != [(1, "a \\| b", ["c"])] else []
+    wide = "| What | Where | Limit | Test |\n|---|---|---|---|\n| A | `a/b.h` | 3 | `a.B.C` |\n"
+    failures += [f"refused a wide table: {error}" for error in check(wide, good, "is missing")]
+    failures += ["a test of a wide table that is gone"] if not check(wide, {"a.D.0"}, "is missing") else []
+    failures += ["a source that is there"] if missing_sources(wide, {"a/b.h"}.__contains__) else []
+    failures += ["a source that is gone"] if len(missing_sources(wide, {"b.h"}.__contains__)) != 1 else []
     junit = ('<testsuite><testcase name="ran" status="run"/><testcase name="failed" status="fail"/>'
              '<testcase name="skipped" status="run"><skipped/></testcase>'
              '<testcase name="off" status="disabled"/></testsuite>')
@@ -102,20 +117,25 @@ def self_test():
 
 
 def main(arguments):
+    def held(good, verdict):
+        path = pathlib.Path(arguments[0]).resolve()
+        table = path.read_text(encoding="utf-8")
+        exists = lambda name: (path.parent.parent / name).exists()
+        return check(table, good, verdict) + missing_sources(table, exists)
+
     if arguments == ["--self-test"]:
         errors = self_test()
     elif len(arguments) == 3 and arguments[1] == "--results":
         good = passed_tests(pathlib.Path(arguments[2]).read_text(encoding="utf-8"))
-        errors = check(pathlib.Path(arguments[0]).read_text(encoding="utf-8"), good, "was not run, or failed")
+        errors = held(good, "was not run, or failed")
     elif len(arguments) == 2:
-        table = pathlib.Path(arguments[0]).read_text(encoding="utf-8")
-        errors = check(table, known_tests(arguments[1]), "is no test that runs")
+        errors = held(known_tests(arguments[1]), "is no test that runs")
     else:
         print(__doc__, file=sys.stderr)
         return 2
     for error in errors:
         print(error)
-    print("every behaviour has its test" if not errors else f"{len(errors)} errors")
+    print("every row has its tests" if not errors else f"{len(errors)} errors")
     return 1 if errors else 0
 
 

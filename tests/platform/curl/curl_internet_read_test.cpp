@@ -77,6 +77,12 @@ TEST_F(CurlInternetRead, ChunkedBodiesAreDecodedAndTheirTrailersAreNoHeaders) {
   EXPECT_EQ(rig_.Headers(request), header);
 }
 
+TEST_F(CurlInternetRead, CompressedBodiesAreGivenAsTheyCome) {
+  const std::string packed("\x1F\x8B\x08\0\0\0\0\0\0\x03\x4B\x04\0\x43\xBE\xB7\xE8\x01\0\0\0", 21);  // "a"
+  rig_.server.OnAny(Script().Send(Header("HTTP/1.1 200 OK", {"Content-Encoding: gzip"})).Send(packed));
+  EXPECT_EQ(rig_.ReadAll(rig_.Open(), 100), packed + "<end>");
+}
+
 TEST_F(CurlInternetRead, AContentLengthEndsTheBody) {
   rig_.server.OnAny(Script().Send(Header("HTTP/1.0 200 OK", {"Content-Length: 3"})).Send("onemore").Hold());
   const InternetHandle request = rig_.Open();

@@ -136,6 +136,12 @@ TEST_F(CaptionedBindings, LongTextsEndInDotsAndAreShownWholeAsToolTip) {
   EXPECT_FALSE(title.toolTip().contains("<i>"));
 }
 
+TEST_F(CaptionedBindings, EndlessTextInThePanelIsCut) {
+  form_.Frame3.SetVisible(true);
+  form_.Label4.SetCaption(std::u16string(1'000'000, u'x'));
+  EXPECT_EQ(fixture_.Find<FittedLabel>("Label4").text(), QString(8192, QLatin1Char('x')));
+}
+
 TEST_F(CaptionedBindings, TextRunsRoundThePicture) {
   form_.Frame3.SetVisible(true);
   form_.Label3.SetCaption(u"eins zwei drei vier fünf sechs sieben acht neun zehn elf zwölf");
