@@ -70,6 +70,8 @@ class StationFile {
 
   /// Everything written during its lifetime becomes one replacement of the file.
   [[nodiscard]] platform::WriteGroup Group() const { return platform::WriteGroup(ports_.profile); }
+  /// What is read during its lifetime is what the file held at the beginning.
+  [[nodiscard]] platform::ReadGroup ReadTogether() const { return platform::ReadGroup(ports_.profile); }
   [[nodiscard]] platform::Text Path() const { return ini_.StationFile(); }
 
  private:

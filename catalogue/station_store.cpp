@@ -77,6 +77,7 @@ std::vector<ListRow> StationStore::ReadRows(const Text& filter) const {
   const Text wanted = conversion_.CharLowerW(filter);
   const Match match = MatchOf(filter);
   std::vector<ListRow> rows;
+  const platform::ReadGroup group = file_.ReadTogether();
   for (const Text& name : file_.Names()) {
     if (Matches(name, match, wanted)) rows.push_back(ReadRow(name));
   }

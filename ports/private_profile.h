@@ -58,6 +58,11 @@ class PrivateProfile {
   /// Ends the group. False when one of its changes was refused (nothing of the group is written then), or
   /// when a touched file could not be replaced; that file is unchanged.
   virtual bool EndWriteGroup() = 0;
+
+  /// Until the matching EndReadGroup every read may show a file as the first one found it, whatever other
+  /// programs write meanwhile. Groups nest. Both may be empty.
+  virtual void BeginReadGroup() = 0;
+  virtual void EndReadGroup() = 0;
 };
 
 /// Keeps a write group open for a scope: one user action, one replacement of the file.
@@ -79,6 +84,18 @@ class WriteGroup {
  private:
   PrivateProfile& profile_;
   bool ended_ = false;
+};
+
+/// Keeps a read group open for a scope: many reads, one look at the file.
+class ReadGroup {
+ public:
+  explicit ReadGroup(PrivateProfile& profile) : profile_(profile) { profile_.BeginReadGroup(); }
+  ~ReadGroup() { profile_.EndReadGroup(); }
+  ReadGroup(const ReadGroup&) = delete;
+  ReadGroup& operator=(const ReadGroup&) = delete;
+
+ private:
+  PrivateProfile& profile_;
 };
 
 }  // namespace platform

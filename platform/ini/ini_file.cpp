@@ -16,8 +16,10 @@ std::size_t HashOf(std::string_view bytes) { return std::hash<std::string_view>(
 IniFile::IniFile(ProfileFiles& disk, TextConversion& conversion, std::string name)
     : disk_(disk), conversion_(conversion), name_(std::move(name)), document_(conversion, {}) {}
 
-IniDocument& IniFile::Read() {
-  if (edits_.empty() && !IsCurrent()) Load();
+IniDocument& IniFile::Read(std::uint64_t group) {
+  const bool known = group != kNoGroup && read_in_ == group;
+  if (!known && edits_.empty() && !IsCurrent()) Load();
+  read_in_ = group;
   return document_;
 }
 
@@ -50,6 +52,7 @@ void IniFile::Load() {
 
 void IniFile::Forget() {
   state_ = State::kUnknown;
+  read_in_ = kNoGroup;
   document_ = IniDocument(conversion_, {});
   has_changes_ = false;
 }

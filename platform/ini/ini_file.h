@@ -4,6 +4,7 @@
 // (ports/profile_files.h).
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -30,8 +31,11 @@ class IniFile {
   /// `name` is the system's own.
   IniFile(ProfileFiles& disk, TextConversion& conversion, std::string name);
 
-  /// The file's present contents, with the collected changes.
-  IniDocument& Read();
+  static constexpr std::uint64_t kNoGroup = 0;
+
+  /// The file's present contents, with the collected changes; in a read group those that its first read
+  /// found.
+  IniDocument& Read(std::uint64_t group = kNoGroup);
 
   /// Makes a change in memory and remembers it for Write. False when the file cannot express it.
   bool Collect(IniEdit edit);
@@ -62,8 +66,9 @@ class IniFile {
   State state_ = State::kUnknown;
   IniDocument document_;
   FileState on_disk_;
-  std::size_t hash_ = 0;      ///< of the bytes on the disk
-  bool has_changes_ = false;  ///< the document differs from the file
+  std::uint64_t read_in_ = kNoGroup;  ///< the read group that has read the file
+  std::size_t hash_ = 0;              ///< of the bytes on the disk
+  bool has_changes_ = false;          ///< the document differs from the file
   std::vector<IniEdit> edits_;
 };
 

@@ -22,7 +22,14 @@ Text DefaultText(const Text& default_value) {
 IniPrivateProfile::IniPrivateProfile(NativePaths& paths, ProfileFiles& disk, TextConversion& conversion)
     : paths_(paths), disk_(disk), conversion_(conversion) {}
 
-IniFile* IniPrivateProfile::FileToRead(const Text& path) { return FileOf(paths_.ToNativeForReading(path)); }
+IniFile* IniPrivateProfile::FileToRead(const Text& path) {
+  if (open_read_groups_ == 0) return FileOf(paths_.ToNativeForReading(path));
+  if (group_read_.file == nullptr || group_read_.path != path) {
+    IniFile* const file = FileOf(paths_.ToNativeForReading(path));
+    group_read_ = {path, file};
+  }
+  return group_read_.file;
+}
 
 IniFile* IniPrivateProfile::FileToWrite(const Text& path) { return FileOf(paths_.ToNative(path)); }
 
@@ -31,6 +38,7 @@ IniFile* IniPrivateProfile::FileOf(const std::string& native) {
   const auto known = files_.find(native);
   if (known != files_.end()) return &known->second;
   if (files_.size() >= kMostFiles) {
+    group_read_ = {};
     std::erase_if(files_, [](const auto& entry) { return !entry.second.HasCollected(); });
   }
   return &files_.try_emplace(native, disk_, conversion_, native).first->second;
@@ -39,7 +47,7 @@ IniFile* IniPrivateProfile::FileOf(const std::string& native) {
 std::optional<Text> IniPrivateProfile::Value(const Text& section, const Text& key, const Text& path) {
   try {
     IniFile* const file = FileToRead(path);
-    return file == nullptr ? std::nullopt : file->Read().Value(section, key);
+    return file == nullptr ? std::nullopt : file->Read(OpenReadGroup()).Value(section, key);
   } catch (const std::exception&) {
     return std::nullopt;
   }
@@ -69,7 +77,7 @@ bool IniPrivateProfile::InsertSection(const ProfileSection& section, const Text&
 std::optional<ProfileSection> IniPrivateProfile::CopySection(const Text& section, const Text& path) {
   try {
     IniFile* const file = FileToWrite(path);
-    return file == nullptr ? std::nullopt : file->Read().CopySection(section);
+    return file == nullptr ? std::nullopt : file->Read(OpenReadGroup()).CopySection(section);
   } catch (const std::exception&) {
     return std::nullopt;
   }
@@ -98,7 +106,7 @@ std::string IniPrivateProfile::JoinedNames(const Text& path) {
     std::string list;
     IniFile* const file = FileToRead(path);
     if (file == nullptr) return list;
-    for (const Text& name : file->Read().SectionNames()) {
+    for (const Text& name : file->Read(OpenReadGroup()).SectionNames()) {
       if (name.empty()) continue;
       std::string bytes = conversion_.WideCharToMultiByte(CodePage::kAnsi, name);
       std::replace(bytes.begin(), bytes.end(), '\0', '?');
@@ -134,6 +142,18 @@ bool IniPrivateProfile::EndWriteGroup() {
   if (!std::exchange(group_refused_, false)) return WriteCollected();
   for (auto& [path, file] : files_) file.Abandon();
   return false;
+}
+
+void IniPrivateProfile::BeginReadGroup() {
+  if (open_read_groups_++ == 0) ++last_read_group_;
+}
+
+void IniPrivateProfile::EndReadGroup() {
+  if (open_read_groups_ > 0 && --open_read_groups_ == 0) group_read_ = {};
+}
+
+std::uint64_t IniPrivateProfile::OpenReadGroup() const {
+  return open_read_groups_ == 0 ? IniFile::kNoGroup : last_read_group_;
 }
 
 bool IniPrivateProfile::WriteCollected() {

@@ -30,6 +30,8 @@ class IniPrivateProfile final : public PrivateProfile {
   bool InsertSection(const ProfileSection& section, const Text& path) override;
   void BeginWriteGroup() override;
   bool EndWriteGroup() override;
+  void BeginReadGroup() override;
+  void EndReadGroup() override;
 
  private:
   [[nodiscard]] IniFile* FileToRead(const Text& path);
@@ -38,6 +40,7 @@ class IniPrivateProfile final : public PrivateProfile {
   bool Change(IniEdit edit, const Text& path);
   bool Collect(IniEdit edit, const Text& path);
   bool WriteCollected();
+  [[nodiscard]] std::uint64_t OpenReadGroup() const;
   std::optional<Text> Value(const Text& section, const Text& key, const Text& path);
   std::string JoinedNames(const Text& path);
 
@@ -47,6 +50,12 @@ class IniPrivateProfile final : public PrivateProfile {
   std::map<std::string, IniFile> files_;
   int open_groups_ = 0;
   bool group_refused_ = false;  ///< a change of the open group was refused
+  int open_read_groups_ = 0;
+  std::uint64_t last_read_group_ = IniFile::kNoGroup;
+  struct {
+    Text path;
+    IniFile* file = nullptr;
+  } group_read_;  ///< what the open read group read last
 };
 
 }  // namespace platform::ini

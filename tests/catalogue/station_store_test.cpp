@@ -18,6 +18,14 @@ TEST_F(StationStoreTest, LoadsEveryStationWithAllItsFieldsIntoTheFullList) {
   EXPECT_EQ(ExplorerListFilter.Count(), 0U);
 }
 
+TEST_F(StationStoreTest, AllStationsAreReadTogether) {
+  AddStation(u"Radio Beispiel", u"Pop & Hits", u"http://radio.example/live", u"1", u"3");
+  profile.reads_outside_groups = 0;
+  for (const Text& filter : {Text(), Text(u"1"), Text(u"Pop & Hits")}) store.LoadStations(filter);
+  EXPECT_EQ(profile.reads_outside_groups, 0);
+  EXPECT_EQ(profile.open_read_groups, 0);
+}
+
 TEST_F(StationStoreTest, SectionNameRulesOverTheStationKey) {
   AddStation(u"Name");
   profile.Set(kStationFile, u"Name", u"Station", u"Anderer");

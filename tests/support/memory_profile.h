@@ -33,6 +33,7 @@ class MemoryProfile : public platform::PrivateProfile {
   std::uint32_t GetPrivateProfileStringW(const Text& section, const Text& key, const Text& default_value,
                                          std::span<char16_t> buffer, const Text& path) override {
     reads.push_back(path);
+    if (open_read_groups == 0) ++reads_outside_groups;
     const Text* value = Find(section, key, path);
     const Text& result = value != nullptr ? *value : default_value;
     const std::size_t count = std::min(result.size(), buffer.size() - 1);
@@ -104,6 +105,8 @@ class MemoryProfile : public platform::PrivateProfile {
     sections.insert(next, std::move(inserted));
     return true;
   }
+  void BeginReadGroup() override { ++open_read_groups; }
+  void EndReadGroup() override { --open_read_groups; }
   void BeginWriteGroup() override { ++open_groups; }
   bool EndWriteGroup() override {
     --open_groups;
@@ -132,6 +135,8 @@ class MemoryProfile : public platform::PrivateProfile {
   std::vector<Text> reads;
   std::vector<std::size_t> section_buffers;
   bool fail_writes = false;
+  int open_read_groups = 0;
+  int reads_outside_groups = 0;
   int open_groups = 0;
   int ended_groups = 0;
 

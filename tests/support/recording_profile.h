@@ -53,6 +53,8 @@ class RecordingProfile : public platform::PrivateProfile {
     return std::nullopt;
   }
   bool InsertSection(const platform::ProfileSection&, const platform::Text&) override { return can_write; }
+  void BeginReadGroup() override {}
+  void EndReadGroup() override {}
   void BeginWriteGroup() override {}
   bool EndWriteGroup() override { return true; }
 

@@ -1,5 +1,6 @@
 // Many writes in one replacement.
 
+#include <array>
 #include <ctime>
 #include <filesystem>
 
@@ -175,6 +176,55 @@ TEST_F(PrivateProfileGroup, TheLockOfTheFolderIsHeldForTheReplacementOnly) {
   EXPECT_EQ(disk.open_locks, 0);
   EXPECT_EQ(disk.replacements, 2);
   EXPECT_EQ(disk.unlocked_replacements, 0);
+}
+
+TEST_F(PrivateProfileGroup, ReadsOfAReadGroupShowTheFileAsTheFirstOneFoundIt) {
+  Given("[a]\r\nk=1\r\n");
+  {
+    const ReadGroup outer(profile);
+    EXPECT_EQ(Read(u"a", u"k"), u"1");
+    folder.Write("test.ini", "[b]\r\nk=22\r\n");
+    const ReadGroup inner(profile);
+    EXPECT_EQ(Read(u"a", u"k"), u"1");
+    EXPECT_EQ(Names(), "a|");
+  }
+  EXPECT_EQ(Names(), "b|");
+  EXPECT_EQ(Read(u"b", u"k"), u"22");
+}
+
+TEST_F(PrivateProfileGroup, TheNextReadGroupLooksAtTheFileAgain) {
+  Given("[a]\r\nk=1\r\n");
+  {
+    const ReadGroup group(profile);
+    EXPECT_EQ(Read(u"a", u"k"), u"1");
+  }
+  folder.Write("test.ini", "[a]\r\nk=22\r\n");
+  const ReadGroup group(profile);
+  EXPECT_EQ(Read(u"a", u"k"), u"22");
+}
+
+TEST_F(PrivateProfileGroup, EachFileOfAReadGroupIsReadForItself) {
+  Given("[a]\r\nk=1\r\n");
+  folder.Write("other.ini", "[a]\r\nk=2\r\n");
+  const auto read_other = [this] {
+    std::array<char16_t, 8> buffer{};
+    profile.GetPrivateProfileStringW(u"a", u"k", u"", buffer, folder.TextPath("other.ini"));
+    return Text(buffer.data());
+  };
+  const ReadGroup group(profile);
+  EXPECT_EQ(Read(u"a", u"k"), u"1");
+  EXPECT_EQ(read_other(), u"2");
+  EXPECT_EQ(Read(u"a", u"k"), u"1");
+}
+
+TEST_F(PrivateProfileGroup, AWriteInAReadGroupIsSeenAndReachesTheDiskOnTopOfWhatOthersWrote) {
+  Given("[a]\r\nk=1\r\n");
+  const ReadGroup group(profile);
+  EXPECT_EQ(Read(u"a", u"k"), u"1");
+  folder.Write("test.ini", "[a]\r\nk=1\r\nforeign=22\r\n");
+  EXPECT_TRUE(Write(u"a", u"k", u"3"));
+  EXPECT_EQ(Read(u"a", u"k"), u"3");
+  EXPECT_EQ(Bytes(), "[a]\r\nk=3\r\nforeign=22\r\n");
 }
 
 }  // namespace
