@@ -1,7 +1,5 @@
 #include "platform/gstreamer/gst_media.h"
 
-#include <gst/gst.h>
-
 #include <iostream>
 #include <map>
 #include <mutex>
@@ -70,6 +68,8 @@ GstMedia::GstMedia(MessageLoop& message_loop, NativePaths& native_paths, const G
 
 GstMedia::~GstMedia() { impl_->log->Close(); }
 
+void GstMedia::LoadAhead() { impl_->context.services->framework.LoadAhead(); }
+
 StreamObject GstMedia::RegisterStream(std::shared_ptr<StreamReader> reader) {
   if (!reader) return StreamObject::kNone;
   impl_->streams.emplace(++impl_->last_stream, std::move(reader));
@@ -81,7 +81,6 @@ void GstMedia::UnregisterStream(StreamObject stream) {
 }
 
 HResult GstMedia::MFStartup(std::int32_t, std::int32_t) {
-  if (!gst_init_check(nullptr, nullptr, nullptr)) return kEFail;
   ++impl_->started;
   return kSOk;
 }

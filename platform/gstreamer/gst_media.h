@@ -37,6 +37,9 @@ struct GstMediaOptions {
   SoundOutput output = SoundOutput::kAutomatic;
   /// A PEM file whose certificates are trusted instead of the system's; empty is the system's.
   std::string certificate_file;
+  /// Makes GStreamer ready for use and returns whether it is; empty is its own function for that. Called
+  /// once, on a thread of the adapter.
+  std::function<bool()> start_framework;
   /// Receives one line per event worth knowing; empty writes to the standard error stream. May be called
   /// from any thread, but not once the adapter is gone.
   std::function<void(const std::string&)> log;
@@ -72,6 +75,10 @@ class GstMedia : public MediaFramework, public InterfaceCalls, public PlaybackMo
   ~GstMedia() override;
   GstMedia(const GstMedia&) = delete;
   GstMedia& operator=(const GstMedia&) = delete;
+
+  /// Makes GStreamer ready on a thread of its own, at any time. Otherwise the first item does, which then
+  /// takes longer to open: at the very first start of all GStreamer loads every plugin, which takes seconds.
+  void LoadAhead();
 
   /// A stream object for MFCreateMFByteStreamOnStream; valid until UnregisterStream. Items made on it keep
   /// the reader alive.

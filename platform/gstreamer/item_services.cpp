@@ -5,7 +5,8 @@
 namespace platform::gstreamer {
 
 ItemServices::ItemServices(const GstMediaOptions& options)
-    : output(options),
+    : framework(options.start_framework),
+      output(options),
       pipeline{options.user_agent, options.certificate_file,
                std::max(std::chrono::seconds(1), options.stall_limit)},
       open_deadline(options.open_deadline),

@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 
+#include "platform/gstreamer/framework.h"
 #include "platform/gstreamer/gst_media.h"
 #include "platform/gstreamer/pipeline.h"
 #include "platform/gstreamer/process_sound.h"
@@ -16,6 +17,7 @@ namespace platform::gstreamer {
 /// Outlives every item's thread.
 struct ItemServices {
   explicit ItemServices(const GstMediaOptions& options);
+  Framework framework;  ///< every item's thread waits for it before anything else
   OutputChooser output;
   ProcessSound sound;
   PipelineSettings pipeline;

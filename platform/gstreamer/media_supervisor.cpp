@@ -23,7 +23,11 @@ MediaSupervisor::MediaSupervisor(const PipelineInput& input, std::shared_ptr<Ite
       kind_(input.FromServer() ? ItemKind::kLive : ItemKind::kFile) {}
 
 void MediaSupervisor::Run() {
-  Open(OutputChooser::Wish::kDeviceOrNowhere);
+  if (services_->framework.Ready()) {
+    Open(OutputChooser::Wish::kDeviceOrNowhere);
+  } else {
+    OnAttemptFailed(kEFail, {PlaybackFailure::kOther});
+  }
   state_->SetReport(Report());
   while (wanted_ != Wanted::kShutDown) {
     const ItemState::Work work = state_->WaitForWork(NextWake());

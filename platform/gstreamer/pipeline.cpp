@@ -19,11 +19,19 @@ constexpr guint kBufferBytes = 24U << 20U;
 constexpr std::chrono::nanoseconds kDry = std::chrono::milliseconds(40);
 /// How often a file on a server is asked for its rest after a broken connection.
 constexpr int kResumeTries = 3;
+constexpr char kGatherer[] = "audiobuffersplit";
 constexpr std::int64_t kLevelInterval = 20 * GST_MSECOND;
 
 std::string_view FactoryName(GstElement* element) {
   GstElementFactory* factory = gst_element_get_factory(element);
   return factory == nullptr ? std::string_view() : GST_OBJECT_NAME(factory);
+}
+
+bool HasFactory(const char* name) {
+  GstElementFactory* factory = gst_element_factory_find(name);
+  if (factory == nullptr) return false;
+  gst_object_unref(factory);
+  return true;
 }
 
 double ShareOfBuffer(std::chrono::nanoseconds sound) {
@@ -69,7 +77,12 @@ bool Pipeline::Build(OutputChooser::Output output) {
   gst_bin_add(GST_BIN(pipeline_.get()), sink_);
   const bool own_volume = !HasStreamVolume(sink_);
   std::vector<GstElement*> chain;
-  std::vector<const char*> factories = {"queue2", "audioconvert", "level", "audioconvert", "audioresample"};
+  std::vector<const char*> factories = {"queue2", "audioconvert"};
+  // Not every installation has it. A decoder's pieces are four times as small as those that a device asks
+  // for.
+  const bool gathers = HasFactory(kGatherer);
+  if (gathers) factories.push_back(kGatherer);
+  for (const char* factory : {"level", "audioconvert", "audioresample"}) factories.push_back(factory);
   if (own_volume) factories.push_back("volume");
   for (const char* factory : factories) {
     GstElement* element = gst_element_factory_make(factory, nullptr);
@@ -78,7 +91,8 @@ bool Pipeline::Build(OutputChooser::Output output) {
     chain.push_back(element);
   }
   buffer_ = chain[0];
-  level_ = chain[2];
+  level_ = chain[gathers ? 3 : 2];
+  if (gathers) gst_util_set_object_arg(G_OBJECT(chain[2]), "output-buffer-duration", "1/10");
   volume_ = own_volume ? chain.back() : sink_;
   chain.push_back(sink_);
   decoder_ = gst_element_factory_make("uridecodebin", nullptr);
@@ -278,6 +292,7 @@ void Pipeline::OnElementAdded(GstElement* element) {
   if (GST_OBJECT_PARENT(element) == GST_OBJECT(decoder_)) {
     g_object_set(element, "retries", 0, nullptr);
     web_source_.reset(GST_ELEMENT(gst_object_ref(element)));
+    pacer_.Attach(element, [this] { return Buffered(); });
   }
   g_object_set(element, "user-agent", settings_.user_agent.c_str(), "timeout",
                static_cast<guint>(settings_.stall_limit.count()), nullptr);
@@ -327,6 +342,7 @@ void Pipeline::Play() { gst_element_set_state(pipeline_.get(), GST_STATE_PLAYING
 void Pipeline::Pause() { gst_element_set_state(pipeline_.get(), GST_STATE_PAUSED); }
 
 void Pipeline::Stop() {
+  pacer_.Release();
   gst_element_set_state(pipeline_.get(), GST_STATE_NULL);
   probe_.Cancel();
 }

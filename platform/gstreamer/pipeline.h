@@ -18,6 +18,7 @@
 #include "platform/gstreamer/gst_pointers.h"
 #include "platform/gstreamer/level_history.h"
 #include "platform/gstreamer/sound_output.h"
+#include "platform/gstreamer/source_pacer.h"
 
 namespace platform::gstreamer {
 
@@ -160,6 +161,7 @@ class Pipeline {
   GstElement* volume_ = nullptr;
   GstElement* sink_ = nullptr;
   ElementPointer web_source_;
+  SourcePacer pacer_;
   FailureNotes notes_;
   ConnectionProbe probe_;
   std::atomic<bool> explains_silence_{false};
