@@ -21,9 +21,10 @@ set(CPACK_DEBIAN_PACKAGE_SECTION sound)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
-# Plugins and certificates are no libraries that could be found in the programs. Of the recommended ones "bad" has AAC
-# and HLS.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "ca-certificates, gstreamer1.0-plugins-base, gstreamer1.0-plugins-good")
+# Plugins, certificates and libcurl, which is loaded when it is needed, cannot be found in the programs. Of the
+# recommended ones "bad" has AAC and HLS.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS
+    "ca-certificates, gstreamer1.0-plugins-base, gstreamer1.0-plugins-good, libcurl4 (>= 7.85)")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
     "gstreamer1.0-alsa, gstreamer1.0-plugins-bad, qt6-translations-l10n, qt6-wayland")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "gstreamer1.0-libav")

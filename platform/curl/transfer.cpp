@@ -1,10 +1,10 @@
 #include "platform/curl/transfer.h"
 
-#include <curl/curl.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+
+#include "platform/curl/library.h"
 
 namespace platform::curl {
 namespace {
@@ -13,19 +13,20 @@ using Clock = std::chrono::steady_clock;
 
 constexpr long kMostRedirects = 10;
 
+// These objects exist only where the library does.
 struct FreeEasy {
-  void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
+  void operator()(CURL* easy) const { LoadedLibrary()->easy_cleanup(easy); }
 };
 struct FreeMulti {
-  void operator()(CURLM* multi) const { curl_multi_cleanup(multi); }
+  void operator()(CURLM* multi) const { LoadedLibrary()->multi_cleanup(multi); }
 };
 struct FreeList {
-  void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+  void operator()(curl_slist* list) const { LoadedLibrary()->slist_free_all(list); }
 };
 using List = std::unique_ptr<curl_slist, FreeList>;
 
 void Append(List& list, const std::string& line) {
-  curl_slist* longer = curl_slist_append(list.get(), line.c_str());
+  curl_slist* longer = LoadedLibrary()->slist_append(list.get(), line.c_str());
   if (!longer) return;
   static_cast<void>(list.release());
   list.reset(longer);
@@ -51,7 +52,7 @@ InternetFailure FailureOf(CURLcode result, CURL* easy) {
       return InternetFailure::kUnknownHost;
     case CURLE_COULDNT_CONNECT: {
       long error = 0;
-      curl_easy_getinfo(easy, CURLINFO_OS_ERRNO, &error);
+      LoadedLibrary()->easy_getinfo(easy, CURLINFO_OS_ERRNO, &error);
       return error == ECONNREFUSED ? InternetFailure::kRefused : InternetFailure::kNoAnswer;
     }
     default:
@@ -59,26 +60,15 @@ InternetFailure FailureOf(CURLcode result, CURL* easy) {
   }
 }
 
-// The library's own set-up is counted, so that every transfer may ask for it.
-struct LibraryUse {
-  LibraryUse() : ok(curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK) {}
-  ~LibraryUse() {
-    if (ok) curl_global_cleanup();
-  }
-  LibraryUse(const LibraryUse&) = delete;
-  LibraryUse& operator=(const LibraryUse&) = delete;
-  bool ok;
-};
-
 }  // namespace
 
 struct Transfer::State {
-  LibraryUse library;
+  const Library* const library = LoadedLibrary();
   // Both lists have to outlive the handle that was given them.
   List header_lines;
   List status_aliases;
-  std::unique_ptr<CURLM, FreeMulti> multi{curl_multi_init()};
-  std::unique_ptr<CURL, FreeEasy> easy{curl_easy_init()};
+  std::unique_ptr<CURLM, FreeMulti> multi{library == nullptr ? nullptr : library->multi_init()};
+  std::unique_ptr<CURL, FreeEasy> easy{library == nullptr ? nullptr : library->easy_init()};
   bool is_added = false;
   bool has_ended = false;
   InternetFailure failure = InternetFailure::kNone;
@@ -91,7 +81,7 @@ struct Transfer::State {
   std::size_t taken = 0;  // from the start of `buffer`
 
   ~State() {
-    if (is_added) curl_multi_remove_handle(multi.get(), easy.get());
+    if (is_added) library->multi_remove_handle(multi.get(), easy.get());
   }
 
   [[nodiscard]] std::size_t Buffered() const { return buffer.size() - taken; }
@@ -99,7 +89,7 @@ struct Transfer::State {
   // Options are checked by the types of their values only; one that the library does not know is left out.
   template <typename Value>
   void Set(CURLoption option, Value value) const {
-    curl_easy_setopt(easy.get(), option, value);
+    library->easy_setopt(easy.get(), option, value);
   }
 
   void Describe(const TransferOptions& options);
@@ -184,16 +174,16 @@ void Transfer::State::End(CURLcode result) {
   has_ended = true;
   failure = FailureOf(result, easy.get());
   answer_owed_since.reset();
-  if (is_added) curl_multi_remove_handle(multi.get(), easy.get());
+  if (is_added) library->multi_remove_handle(multi.get(), easy.get());
   is_added = false;
 }
 
 void Transfer::State::Perform() {
   if (has_ended) return;
   int running = 0;
-  if (curl_multi_perform(multi.get(), &running) != CURLM_OK) return End(CURLE_FAILED_INIT);
+  if (library->multi_perform(multi.get(), &running) != CURLM_OK) return End(CURLE_FAILED_INIT);
   int left = 0;
-  while (const CURLMsg* message = curl_multi_info_read(multi.get(), &left)) {
+  while (const CURLMsg* message = library->multi_info_read(multi.get(), &left)) {
     if (message->msg == CURLMSG_DONE) return End(message->data.result);
   }
 }
@@ -201,18 +191,18 @@ void Transfer::State::Perform() {
 void Transfer::State::ResumeWhenThereIsRoom() {
   if (!is_paused || has_ended || Buffered() > kBufferLimit / 2) return;
   is_paused = false;
-  curl_easy_pause(easy.get(), CURLPAUSE_CONT);
+  library->easy_pause(easy.get(), CURLPAUSE_CONT);
 }
 
 Transfer::Transfer(const TransferOptions& options) : state_(std::make_unique<State>()) {
-  if (!state_->library.ok || !state_->multi || !state_->easy) {
+  if (!state_->multi || !state_->easy) {
     state_->End(CURLE_FAILED_INIT);
     return;
   }
   state_->Describe(options);
   state_->DescribeHeader(options);
   state_->SetCallbacks();
-  state_->is_added = curl_multi_add_handle(state_->multi.get(), state_->easy.get()) == CURLM_OK;
+  state_->is_added = state_->library->multi_add_handle(state_->multi.get(), state_->easy.get()) == CURLM_OK;
   if (!state_->is_added) state_->End(CURLE_FAILED_INIT);
 }
 
@@ -227,7 +217,7 @@ void Transfer::Work(milliseconds slice) {
   const bool something_happened =
       state_->Buffered() != buffered || IsAnswered() != answered || state_->has_ended != had_ended;
   if (something_happened || !state_->multi) return;
-  curl_multi_poll(state_->multi.get(), nullptr, 0, static_cast<int>(slice.count()), nullptr);
+  state_->library->multi_poll(state_->multi.get(), nullptr, 0, static_cast<int>(slice.count()), nullptr);
   state_->Perform();
 }
 
