@@ -50,7 +50,7 @@ QIcon ApplicationIcon() {
     DrawIcon(painter);
     drawn.addPixmap(pixmap);
   }
-  return QIcon::fromTheme(QStringLiteral("funkhausplayer"), drawn);
+  return drawn;
 }
 
 }  // namespace platform::qt

@@ -5,7 +5,8 @@
 
 namespace platform::qt {
 
-/// The installed icon of the desktop theme, or the same one drawn here.
+/// The same picture as the installed icon, drawn here: to look in the desktop's theme for that one would load
+/// the toolkit's readers for every picture format, for one that desktops find by the program's name anyway.
 QIcon ApplicationIcon();
 
 }  // namespace platform::qt

@@ -7,10 +7,18 @@
 #include "platform/qt/application_icon.h"
 
 namespace platform::qt {
+namespace {
+
+/// A window that is minimised or covered is not painted.
+constexpr int kUnpaintedMilliseconds = 500;
+
+}  // namespace
 
 PlayerWindow::PlayerWindow(app::Form1& form, const QtIcons& icons, QtMessageLoop& loop)
     : form_(form), view_(form.form, form.inventory, *this, icons, loop) {
-  setWindowIcon(ApplicationIcon());
+  appearing_.setSingleShot(true);
+  appearing_.setInterval(kUnpaintedMilliseconds);
+  connect(&appearing_, &QTimer::timeout, this, [this] { Appear(); });
   closed_ = form_.form.Closed.Subscribe([] { QCoreApplication::exit(); });
 }
 
@@ -21,6 +29,19 @@ void PlayerWindow::Open() {
   resize(view_.WindowSize().boundedTo(room).expandedTo(minimumSize()));
   view_.FocusFirst();
   show();
+  appearing_.start();
+}
+
+void PlayerWindow::Appear() {
+  // Finding it in the desktop's theme takes longer than the first picture of the window.
+  setWindowIcon(ApplicationIcon());
+  Appeared.Raise();
+}
+
+void PlayerWindow::paintEvent(QPaintEvent* event) {
+  QWidget::paintEvent(event);
+  // Not in the middle of painting, and what has been painted is to be on the screen first.
+  if (appearing_.isActive()) appearing_.start(0);
 }
 
 int PlayerWindow::Run() {

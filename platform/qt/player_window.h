@@ -2,6 +2,7 @@
 // The main window: Form1's view with the program's icon, its opening and its end. Not the behaviour of the
 // controls and not their places, both of which Form1 and its features own.
 
+#include <QTimer>
 #include <QWidget>
 
 #include "app/forms/form1.h"
@@ -22,13 +23,21 @@ class PlayerWindow final : public QWidget {
   /// is closed. The program's exit code.
   int Run();
 
+  /// The window has opened and was painted for the first time, or is not painted for now. Raised once, from
+  /// the event loop: for what need not be there before the window.
+  controls::Event<> Appeared;
+
  protected:
   void changeEvent(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
+  void Appear();
+
   app::Form1& form_;
   FormView view_;
   controls::Subscription closed_;
+  QTimer appearing_;
 };
 
 }  // namespace platform::qt

@@ -9,6 +9,7 @@
 #include "app/forms/form2.h"
 #include "platform/curl/curl_internet.h"
 #include "platform/curl/curl_xml_http_request.h"
+#include "platform/curl/library_ahead.h"
 #include "platform/desktop/mpris_player.h"
 #include "platform/desktop/notifications.h"
 #include "platform/desktop/sleep_inhibitor.h"
@@ -30,6 +31,7 @@
 #include "platform/qt/desktop_colors.h"
 #include "platform/qt/dialogs.h"
 #include "platform/qt/drop_binding.h"
+#include "platform/qt/fonts_ahead.h"
 #include "platform/qt/icons.h"
 #include "platform/qt/language.h"
 #include "platform/qt/message_loop.h"
@@ -76,7 +78,14 @@ struct Program::Parts {
     platform::qt::NewStationWindow(form, icons, message_loop, window.get()).RunModal();
   }
 
+  /// What the first station would wait for otherwise.
+  void LoadAhead() {
+    http_ahead.emplace();
+    media.LoadAhead();
+  }
+
   std::unique_ptr<QApplication> application;
+  platform::qt::FontsAhead fonts_ahead;
   platform::qt::DesktopColors desktop_colors;
   platform::posix::PosixNativePaths plain_paths;
   platform::posix::PosixEnvironment environment{plain_paths};
@@ -100,6 +109,7 @@ struct Program::Parts {
   platform::qt::QtDialogs dialogs{paths};
   platform::curl::CurlInternet internet{message_loop, conversion};
   platform::curl::CurlXmlHttpRequests requests{conversion};
+  std::optional<platform::curl::LibraryAhead> http_ahead;
   platform::gstreamer::GstMedia media{message_loop, paths};
   platform::qt::QtTurns turns{message_loop};
   platform::desktop::MprisPlayer media_controls{platform::qt::DesktopColors::SessionBus(), paths};
@@ -140,6 +150,7 @@ int Program::Run(platform::StartRequests* requests, const std::string& argument)
   std::optional<platform::qt::RaiseRequests> raise_requests;
   if (requests != nullptr) raise_requests.emplace(*requests, form, *parts_->window, open);
   open(argument);
+  const auto appeared = parts_->window->Appeared.Subscribe([this] { parts_->LoadAhead(); });
   return parts_->window->Run();
 }
 

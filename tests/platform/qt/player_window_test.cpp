@@ -51,6 +51,29 @@ TEST(MainWindowTest, ClosingTheFormClosesTheWindowAndEndsTheProgram) {
   EXPECT_FALSE(fixture.window->isVisible());
 }
 
+TEST(MainWindowTest, HasItsIconOnceItIsPainted) {
+  WindowFixture fixture;
+  const Counter appeared(fixture.window->Appeared);
+  EXPECT_TRUE(fixture.window->windowIcon().isNull());
+  fixture.window->Open();
+  EXPECT_EQ(appeared.Count(), 0) << "not before the event loop runs";
+  EXPECT_TRUE(WaitFor([&] { return appeared.Count() > 0; }));
+  EXPECT_FALSE(fixture.window->windowIcon().isNull());
+  fixture.window->repaint();
+  QTest::qWait(1);
+  EXPECT_EQ(appeared.Count(), 1);
+}
+
+TEST(MainWindowTest, HasItsIconAlsoWhenItIsNotPainted) {
+  WindowFixture fixture;
+  const Counter appeared(fixture.window->Appeared);
+  fixture.window->Open();
+  fixture.window->showMinimized();
+  fixture.window->setUpdatesEnabled(false);
+  EXPECT_TRUE(WaitFor([&] { return appeared.Count() > 0; }));
+  EXPECT_FALSE(fixture.window->windowIcon().isNull());
+}
+
 TEST(MainWindowTest, FormThatWasClosedWhileLoadingNeverOpens) {
   WindowFixture fixture;
   QTimer::singleShot(0, [&] { fixture.form.form.Close(); });
