@@ -1,28 +1,23 @@
-#!/usr/bin/env python3
 """How long the window takes no input while a station is selected whose server accepts and never answers.
-
-Usage: deafness.py BUILD_FOLDER OUTPUT_FOLDER [--seconds N]
 
 First a station with titles is selected and polling is switched on (right click on "Alle Titel anzeigen"), then the
 silent one. From that click on the mute box is clicked again and again: the window is deaf from a click to the moment
 at which the box on the screen looks different, when that takes longer than DEAF. A wait that only paints does not
-change the box. The exit code says whether the limits were kept.
-"""
-import argparse
-import pathlib
+change the box."""
 import socket
-import sys
 import threading
 import time
 
-from playing import NAME, Stage, measure
-from pointer import RIGHT, Pointer
 from desktop import Failure, wait_for
+from figures import Line
+from playing import NAME, Stage
+from pointer import RIGHT, Pointer
 
 SILENT = "Stille Station"
 DEAF = 0.1  # seconds; a window that works answers within a few hundredths
 PAUSE = 0.02  # between two clicks
-MOST_IN_ALL, MOST_AT_ONCE = 6.0, 3.5  # seconds, of sixty
+SECONDS = 60.0
+MOST_IN_ALL, MOST_AT_ONCE = 6.0, 3.5  # seconds of them
 
 
 class SilentServer:
@@ -95,15 +90,9 @@ def probe_for(probe, started, seconds):
     return deaf, sorted(reactions)
 
 
-def run(arguments, children, scratch):
-    server = SilentServer()
-    stage = Stage(children, arguments.build, scratch, arguments.output, [(SILENT, server.address)])
-    (live, silent), (titles, mute) = stage.places([NAME, SILENT], ["Command3", "ckSavMute"])
-    server.asked.clear()
-    program = stage.open_program()
-    pointer = Pointer(stage.display)
-    probe = Probe(pointer, mute)
-
+def select_both(stage, pointer, probe, server, places):
+    """Selects the live station, has its title polled, and selects the silent one; the moment of that click."""
+    live, silent, titles = places
     pointer.move(*live)
     pointer.click()
     wait_for("the station's title", lambda: stage.station.lines("title "), 60)
@@ -113,36 +102,31 @@ def run(arguments, children, scratch):
     wait_for("the polling", lambda: len(stage.station.lines("title ")) > served + 1, 60)
     probe.point()
     probe.settle()
-    usual = [probe.reaction(60) for _ in range(10)]
-    probe.settle()
-
     pointer.move(*silent)
+    server.asked.clear()
     pointer.click()
-    started = time.monotonic()
+    return time.monotonic()
+
+
+def measure(arguments, children, scratch):
+    server = SilentServer()
+    stage = Stage(children, arguments.build, scratch, arguments.output, [(SILENT, server.address)])
+    (live, silent), (titles, mute) = stage.places([NAME, SILENT], ["Command3", "ckSavMute"])
+    program = stage.open_program()
+    pointer = Pointer(stage.display)
+    probe = Probe(pointer, mute)
+    started = select_both(stage, pointer, probe, server, (live, silent, titles))
     probe.point()
-    deaf, reactions = probe_for(probe, started, arguments.seconds)
+    deaf, _ = probe_for(probe, started, SECONDS)
     if program.poll() is not None:
         raise Failure(f"the program ended with {program.returncode}")
-
+    if arguments.details:
+        for when, length in deaf:
+            print(f"deaf from {when:5.1f} s for {length:5.2f} s")
+        for when, agent in server.asked:
+            print(f"asked at {when - started:5.1f} s by {agent}", flush=True)
     total, longest = sum(length for _, length in deaf), max((length for _, length in deaf), default=0.0)
-    for when, length in deaf:
-        print(f"deaf from {when:5.1f} s for {length:5.2f} s")
-    for when, agent in server.asked:
-        print(f"asked at {when - started:5.1f} s by {agent}")
-    print(f"{arguments.seconds:.0f} s: deaf for {total:.2f} s in all, {longest:.2f} s at once (at most {MOST_IN_ALL:g} "
-          f"and {MOST_AT_ONCE:g}); {len(reactions)} clicks, the middle one answered after "
-          f"{reactions[len(reactions) // 2] * 1000:.0f} ms (before: {sorted(usual)[5] * 1000:.0f} ms)")
-    return 0 if total <= MOST_IN_ALL and longest <= MOST_AT_ONCE else 1
-
-
-def main():
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("build", type=pathlib.Path, help="folder of the build")
-    parser.add_argument("output", type=pathlib.Path, help="folder for logs")
-    parser.add_argument("--seconds", type=float, default=60)
-    arguments = parser.parse_args()
-    return measure(run, arguments)
-
-
-if __name__ == "__main__":
-    sys.exit(main())
+    return [Line(f"window deaf, in {SECONDS:.0f} s with a silent server", [total], "s", f"at most {MOST_IN_ALL:g}",
+                 total <= MOST_IN_ALL, digits=1),
+            Line("the longest of it at once", [longest], "s", f"at most {MOST_AT_ONCE:g}", longest <= MOST_AT_ONCE,
+                 digits=1)]

@@ -1,148 +1,94 @@
-#!/usr/bin/env python3
-"""The time from a double click on a station to its sound, and where it goes.
-
-Usage: onset.py BUILD_FOLDER OUTPUT_FOLDER [--runs N]
-
-The program plays a station of this machine on a silent sound card, is stopped, and is started again by a double click
-on the same row. Sound is what the card's monitor brings. Between program and station stands a relay that notes when
-each connection comes and goes, and by its user agent what for. Each run begins at another part of a second, because
-the program asks a whole-second clock.
-"""
-import argparse
-import array
-import os
-import pathlib
+"""From a double click, and from the Start button, to the sound; other players from their own start. Sound is what a
+silent sound card's monitor brings. Each run begins at another part of a second, because the program asks a
+whole-second clock. --steps prints where the time goes: between program and station is a relay that notes when each
+connection comes and goes, and by its user agent what for."""
 import random
-import select
-import socket
-import subprocess
-import sys
-import threading
 import time
-from urllib.parse import urlsplit
 
+import peers
 import playing
-from playing import NAME, Stage, measure
+from desktop import Failure, NullSink, wait_for
+from figures import Line, middle
+from playing import NAME, Stage
 from pointer import Pointer
-from desktop import Failure, wait_for
+from sound import Ear, Relay
 
-MOST = 0.8  # seconds
-HEARD = 300  # of 32767; silence is 0
-
-
-class Relay:
-    """Passes connections on to a station."""
-
-    def __init__(self, address):
-        parts = urlsplit(address)
-        self.target = parts.hostname, parts.port
-        self.events = []  # (when, what)
-        self.socket = socket.socket()
-        self.socket.bind(("127.0.0.1", 0))
-        self.socket.listen(16)
-        self.address = f"http://127.0.0.1:{self.socket.getsockname()[1]}{parts.path}"
-        threading.Thread(target=self._accept, daemon=True).start()
-
-    def _accept(self):
-        while True:
-            connection, _ = self.socket.accept()
-            threading.Thread(target=self._pass_on, args=(connection,), daemon=True).start()
-
-    def _pass_on(self, client):
-        with client, socket.create_connection(self.target) as station:
-            agent, request = None, b""
-            while True:
-                ready, _, _ = select.select([client, station], [], [])
-                try:
-                    if client in ready:
-                        piece = client.recv(65536)
-                        if not piece:
-                            break
-                        request += piece
-                        if agent is None and b"\r\n\r\n" in request:
-                            agent = next((line.partition(":")[2].strip() for line in request.decode().split("\r\n")
-                                          if line.lower().startswith("user-agent:")), "no agent")
-                            self.events.append((time.monotonic(), f"asked by {agent}"))
-                        station.sendall(piece)
-                    if station in ready:
-                        piece = station.recv(65536)
-                        if not piece:
-                            break
-                        client.sendall(piece)
-                except OSError:
-                    break
-            self.events.append((time.monotonic(), f"left by {agent}"))
+MIDDLE, MOST = 750, 800  # ms
+SERVICES = 500  # ms; the wait for the services, which is part of every start
 
 
-class Ear:
-    """Notes when the sound card's monitor was loud and when it was silent last."""
-
-    def __init__(self, children, sink):
-        self.loud = self.silent = 0.0
-        self.recorder = children.start("ear", ["parec", "-d", "demo.monitor", "--format=s16le", "--rate=48000",
-                                               "--channels=2", "--latency-msec=10"], stdout=subprocess.PIPE,
-                                       env={**os.environ, **sink.environment})
-        threading.Thread(target=self._listen, daemon=True).start()
-
-    def _listen(self):
-        while piece := os.read(self.recorder.stdout.fileno(), 65536):
-            samples = array.array("h", piece[:len(piece) // 2 * 2])
-            if max(map(abs, samples), default=0) >= HEARD:
-                self.loud = time.monotonic()
-            else:
-                self.silent = time.monotonic()
-
-    def heard_since(self, when):
-        return self.loud if self.loud > when else None
-
-    def silent_for(self, seconds):
-        return self.silent - self.loud > seconds
+RIVALS = (peers.GST_PLAY, peers.AUDACIOUS, peers.VLC)
 
 
-def run(arguments, children, scratch):
+class Listener:
+    """Starts the program's station in one of two ways and waits for its sound."""
+
+    def __init__(self, stage, relay, print_steps):
+        self.relay, self.print_steps = relay, print_steps
+        (row,), (start, stop) = stage.places([NAME], ["Command1", "Command6"])
+        self.program = stage.open_program()
+        self.pointer, self.ear = Pointer(stage.display), Ear(stage.children, stage.sink)
+        self.row, self.start, self.stop = row, start.middle, stop.middle
+
+    def double_click(self):
+        return self._until_heard(self.row, 2)
+
+    def press_start(self):
+        return self._until_heard(self.start, 1)
+
+    def _until_heard(self, place, clicks):
+        self.pointer.move(*place)
+        time.sleep(1 + random.random())
+        self.relay.events.clear()
+        clicked = time.monotonic()
+        self.pointer.click(times=clicks)
+        heard = wait_for("sound", lambda: self.ear.heard_since(clicked), 30, pause=0.001)
+        time.sleep(0.5)
+        if self.print_steps:
+            print(f"{(heard - clicked) * 1000:5.0f} ms: " + ", ".join(
+                f"{(when - clicked) * 1000:.0f} {what}" for when, what in list(self.relay.events)
+                if clicked <= when <= heard), flush=True)
+        self.pointer.move(*self.stop)
+        self.pointer.click()
+        wait_for("silence", lambda: self.ear.silent_for(0.5), 30)
+        if self.program.poll() is not None:
+            raise Failure(f"the program ended with {self.program.returncode}")
+        return (heard - clicked) * 1000
+
+
+class Rivals:
+    """Each is started with the station's address, on a sound card that the program does not use."""
+
+    def __init__(self, stage, scratch):
+        self.stage, self.scratch = stage, scratch
+        sink = NullSink(stage.children, scratch / "rivals")
+        self.ear = Ear(stage.children, sink)
+        self.environment = {**stage.environment, **sink.environment}
+
+    def milliseconds(self, peer):
+        started = time.monotonic()
+        process = peers.start(self.stage.children, peer, self.stage.address, self.environment, self.scratch)
+        heard = wait_for(f"the sound of {peer.name}", lambda: self.ear.heard_since(started), 30, pause=0.001)
+        self.stage.children.finish(process)
+        wait_for("silence", lambda: self.ear.silent_for(0.5), 30)
+        return (heard - started) * 1000
+
+
+def measure(arguments, children, scratch):
     stage = Stage(children, arguments.build, scratch, arguments.output)
     relay = Relay(stage.address)
-    playing.write_catalogue(scratch / "relayed" / "Ordnerzentrale" / "Funkhaus.ini",
-                            [(NAME, relay.address, "Pop & Hits", "", "")])
-    (row,), (stop,) = stage.places([NAME], ["Command6"])
-    stage.environment["APPDATA"] = str(scratch / "relayed")
-    program = stage.open_program()
-    pointer, ear = Pointer(stage.display), Ear(children, stage.sink)
-    wait_for("the card's monitor", lambda: ear.silent_for(0), 20)
-    times = []
+    stage.write_stations([(NAME, relay.address)])
+    listener, rivals = Listener(stage, relay, arguments.details), Rivals(stage, scratch)
+    ways = {"double click": listener.double_click, "Start": listener.press_start,
+            **{peer.name: lambda peer=peer: rivals.milliseconds(peer) for peer in RIVALS}}
+    found = {name: [] for name in ways}
     for number in range(arguments.runs + 1):
-        pointer.move(*row)
-        time.sleep(1 + random.random())
-        relay.events.clear()
-        clicked = time.monotonic()
-        pointer.click(times=2)
-        heard = wait_for("sound", lambda: ear.heard_since(clicked), 30, pause=0.001)
-        time.sleep(0.5)
-        steps = ", ".join(f"{(when - clicked) * 1000:.0f} {what}" for when, what in list(relay.events)
-                          if clicked <= when <= heard)
-        note = "" if number else " (first of the program, not counted)"
-        print(f"{(heard - clicked) * 1000:5.0f} ms{note}: {steps}", flush=True)
-        if number:
-            times.append(heard - clicked)
-        pointer.move(*stop.middle)
-        pointer.click()
-        wait_for("silence", lambda: ear.silent_for(0.5), 30)
-        if program.poll() is not None:
-            raise Failure(f"the program ended with {program.returncode}")
-    times.sort()
-    print(f"{len(times)} runs: {times[0] * 1000:.0f} to {times[-1] * 1000:.0f} ms, in the middle "
-          f"{times[len(times) // 2] * 1000:.0f} ms (at most {MOST * 1000:.0f} ms)")
-    return 0 if times[-1] <= MOST else 1
-
-
-def main():
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("build", type=pathlib.Path, help="folder of the build")
-    parser.add_argument("output", type=pathlib.Path, help="folder for logs")
-    parser.add_argument("--runs", type=int, default=10)
-    arguments = parser.parse_args()
-    return measure(run, arguments)
-
-
-if __name__ == "__main__":
-    sys.exit(main())
+        for name, way in ways.items():
+            taken = way()
+            if number:  # the first round fills caches
+                found[name].append(taken)
+    clicks, starts = found.pop("double click"), found.pop("Start")
+    return [Line("Start to sound", starts, "ms", f"as it is, {SERVICES} of it described", None,
+                 {f"{name} from its own start": times for name, times in found.items()}),
+            Line("double click to sound", clicks, "ms", f"{MIDDLE}, worst {MOST}",
+                 middle(clicks) <= MIDDLE and max(clicks) <= MOST)]

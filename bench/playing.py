@@ -10,6 +10,7 @@ import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "demo"))
+import peers  # noqa: E402
 from demo import Station, write_catalogue  # noqa: E402
 from desktop import Children, Failure, Hands, NullSink, start_screen, visible_windows, wait_for  # noqa: E402
 from report import Report  # noqa: E402
@@ -18,10 +19,24 @@ NAME = "Radio Messung"
 AUDIBLE = -50.0  # dB; the station's loop is played at about -18 dB
 
 
-def processor_seconds(process_id):
-    """User and system time of all threads so far, those that have ended included. See proc(5)."""
+def descendants(process_id):
+    """A process and those that it has started, directly or not."""
+    found = [process_id]
+    for task in pathlib.Path(f"/proc/{process_id}/task").iterdir():
+        for child in (task / "children").read_text().split():
+            found += descendants(int(child))
+    return found
+
+
+def own_seconds(process_id):
+    """User and system time of all threads so far, those that have ended included, and of the children that it has
+    waited for. See proc(5)."""
     fields = pathlib.Path(f"/proc/{process_id}/stat").read_text().rsplit(")", 1)[1].split()
-    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+    return sum(map(int, fields[11:15])) / os.sysconf("SC_CLK_TCK")
+
+
+def processor_seconds(process_id):
+    return sum(map(own_seconds, descendants(process_id)))
 
 
 def threads(process_id):
@@ -45,6 +60,14 @@ def memory_megabytes(process_id, field="VmRSS"):
     raise RuntimeError(f"no {field}")
 
 
+def session_bus(children, scratch):
+    """The variables that lead to a message bus of its own, without any service, as on a bare desktop."""
+    socket = pathlib.Path(scratch) / "bus"
+    children.start("bus", ["dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address=unix:path={socket}"])
+    wait_for("the message bus", socket.exists, 10)
+    return {"DBUS_SESSION_BUS_ADDRESS": f"unix:path={socket}"}
+
+
 class Stage:
     """A station that sends 128 kbit/s MP3, a screen and a sound card, for programs that play. `more_stations` are
     (name, address) of further rows of the catalogue."""
@@ -55,12 +78,15 @@ class Stage:
         self.address = f"{self.station.address}/stream"
         self.display = start_screen(children)
         self.sink = NullSink(children, scratch / "sound")
-        self.reference_sink = None  # made with the reference
         self.environment = {**os.environ, **self.sink.environment, "DISPLAY": self.display, "QT_QPA_PLATFORM": "xcb"}
-        write_catalogue(scratch / "settings" / "Ordnerzentrale" / "Funkhaus.ini",
-                        [(name, address, "Pop & Hits", "", "")
-                         for name, address in ((NAME, self.address), *more_stations)])
-        self.environment.update(APPDATA=str(scratch / "settings"), XDG_STATE_HOME=str(scratch / "state"))
+        self.environment.update(session_bus(children, scratch), **peers.home(scratch / "own"),
+                                APPDATA=str(scratch / "settings"))
+        self.write_stations([(NAME, self.address), *more_stations])
+
+    def write_stations(self, stations):
+        """The catalogue of the program's next start."""
+        write_catalogue(self.scratch / "settings" / "Ordnerzentrale" / "Funkhaus.ini",
+                        [(name, address, "Pop & Hits", "", "") for name, address in stations])
 
     def places(self, stations, controls):
         """Where to click on the stations' rows, and the controls, as two lists; learned from the build that reports
@@ -95,15 +121,6 @@ class Stage:
         wait_for("the station's title", title_was_read, 60, pause=3)
         hands.click(*start.middle)
         wait_for("sound", lambda: self.sink.loudness() > AUDIBLE, 60, pause=0)
-        return process
-
-    def start_reference(self):
-        """gst-play-1.0, playing the same address on a sound card of its own: two listeners at one card change how
-        often it wakes each of them."""
-        self.reference_sink = NullSink(self.children, self.scratch / "reference")
-        process = self.children.start("reference", ["gst-play-1.0", "--no-interactive", "--quiet", self.address],
-                                      env={**self.environment, **self.reference_sink.environment})
-        wait_for("the reference's sound", lambda: self.reference_sink.loudness() > AUDIBLE, 60, pause=0)
         return process
 
     def hide(self, process):

@@ -26,6 +26,7 @@ class Pointer:
         if not self.connection:
             raise Failure("no connection to the screen")
         self.root = ctypes.c_ulong(self.x11.XDefaultRootWindow(self.connection))
+        self.screen_height = self.x11.XDisplayHeight(self.connection, 0)
 
     def click(self, button=LEFT, times=1):
         """Where the pointer is."""

@@ -1,22 +1,22 @@
-#!/usr/bin/env python3
 """How fast OZRecordFunkhaus records, and what it costs, against curl and ffmpeg at the same server.
 
-Usage: recording.py TOOL [--megabytes N] [--runs N] [--no-titles]
-
 A server on this machine sends an MP3 stream as fast as it is taken, with a title block after every 16000 bytes, as
-most stations have it. The rate is that of the whole stream from the first byte to the last one on the disk,
-processor time that of the whole process, user and system. Nothing is asserted."""
-import argparse
+most stations have it. curl writes the stream into a file as it comes, ffmpeg takes the titles out. The rate is that of
+the whole stream from the first byte to the last one on the disk, processor time that of the whole process."""
 import os
 import pathlib
 import signal
 import socket
 import subprocess
-import sys
 import tempfile
 import threading
 import time
 
+from desktop import Failure
+from figures import Line, ratio
+
+MEGABYTES = 300
+LEAST_OF_CURL = 0.5
 INTERVAL = 16000
 TITLES = 15
 
@@ -28,11 +28,9 @@ def tone(folder):
     return path.read_bytes()
 
 
-def stream_of(audio, size, titles):
+def stream_of(audio, size):
     """The whole stream, and how many bytes of it are sound behind the first title."""
     audio = audio * (size // len(audio) + 1)
-    if not titles:
-        return audio[:size], size
     pieces, count = [], size // INTERVAL
     for number in range(count):
         title = f"StreamTitle='Titel {number * TITLES // count + 1}';".encode()
@@ -46,10 +44,10 @@ def stream_of(audio, size, titles):
 class Server:
     """Sends the same stream to everybody, from its beginning."""
 
-    def __init__(self, stream, titles):
+    def __init__(self, stream):
         self.stream = memoryview(stream)
         self.header = (b"HTTP/1.0 200 OK\r\nContent-Type: audio/mpeg\r\nicy-name: Messung\r\n"
-                       + (b"icy-metaint: %d\r\n" % INTERVAL if titles else b"") + b"\r\n")
+                       b"icy-metaint: %d\r\n\r\n" % INTERVAL)
         self.listener = socket.create_server(("127.0.0.1", 0))
         self.address = f"http://127.0.0.1:{self.listener.getsockname()[1]}/stream"
         self.done = threading.Event()
@@ -83,6 +81,15 @@ def recorded(folder):
     return sum(entry.stat().st_size for entry in folder.glob("**/*") if entry.is_file())
 
 
+def record(name, programs, server, folder, expected):
+    """Seconds, and seconds of processor time."""
+    if name == "own":
+        return run_tool(programs / "OZRecordFunkhaus", server, folder, expected)
+    if name == "curl":
+        return run_reference(["curl", "-s", "-H", "Icy-MetaData: 1", "-o", f"{folder}/all", server.address])
+    return run_reference(["ffmpeg", "-v", "fatal", "-i", server.address, "-c", "copy", f"{folder}/all.mp3"])
+
+
 def run_tool(tool, server, folder, expected):
     environment = {**os.environ, "XDG_MUSIC_DIR": str(folder)}
     process = subprocess.Popen([tool, "--terminal", server.address], env=environment, stdout=subprocess.DEVNULL)
@@ -92,7 +99,7 @@ def run_tool(tool, server, folder, expected):
     while recorded(folder) < expected:
         time.sleep(0.005)
         if time.monotonic() - started > 300:
-            raise SystemExit(f"only {recorded(folder)} of {expected} bytes were recorded")
+            raise Failure(f"only {recorded(folder)} of {expected} bytes were recorded")
     seconds = time.monotonic() - started
     process.send_signal(signal.SIGTERM)
     return seconds, spent(process)
@@ -105,32 +112,20 @@ def run_reference(command):
     return time.monotonic() - started, used
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("tool", type=pathlib.Path)
-    parser.add_argument("--megabytes", type=int, default=300)
-    parser.add_argument("--runs", type=int, default=3)
-    parser.add_argument("--no-titles", action="store_true")
-    arguments = parser.parse_args()
-    with tempfile.TemporaryDirectory(prefix="funkhaus-bench-") as scratch:
-        scratch = pathlib.Path(scratch)
-        titles = not arguments.no_titles
-        stream, expected = stream_of(tone(scratch), arguments.megabytes * 1000 * 1000, titles)
-        for _ in range(arguments.runs):
-            for name in ("OZRecordFunkhaus", "curl", "ffmpeg"):
-                server = Server(stream, titles)
-                with tempfile.TemporaryDirectory(dir=scratch) as folder:
-                    if name == "OZRecordFunkhaus":
-                        seconds, used = run_tool(arguments.tool, server, pathlib.Path(folder), expected)
-                    elif name == "curl":
-                        seconds, used = run_reference(["curl", "-s", "-H", "Icy-MetaData: 1", "-o",
-                                                       f"{folder}/all", server.address])
-                    else:
-                        seconds, used = run_reference(["ffmpeg", "-v", "fatal", "-i", server.address, "-c", "copy",
-                                                       f"{folder}/all.mp3"])
-                print(f"{name:18} {len(stream) / 1e6 / seconds:7.1f} MB/s {used:7.2f} s of processor")
-    return 0
-
-
-if __name__ == "__main__":
-    sys.exit(main())
+def measure(arguments, _children, scratch):
+    """In turn: the tool on the terminal, curl, ffmpeg."""
+    stream, expected = stream_of(tone(scratch), MEGABYTES * 1000 * 1000)
+    rates, used = {}, {}
+    for _ in range(arguments.runs):
+        for name in ("own", "curl", "ffmpeg -c copy"):
+            server = Server(stream)
+            with tempfile.TemporaryDirectory(dir=scratch) as folder:
+                seconds, processor = record(name, arguments.build / "bin", server, pathlib.Path(folder), expected)
+            rates.setdefault(name, []).append(len(stream) / 1e6 / seconds)
+            used.setdefault(name, []).append(processor)
+    own_rates, own_used = rates.pop("own"), used.pop("own")
+    of_curl, of_ffmpeg = ratio(own_rates, rates["curl"]), ratio(own_used, used["ffmpeg -c copy"])
+    return [Line(f"recording {MEGABYTES} MB with titles", own_rates, "MB/s",
+                 f"at least {LEAST_OF_CURL} of curl's: {of_curl:.2f}", of_curl >= LEAST_OF_CURL, rates),
+            Line("processor for that", own_used, "s", f"at most ffmpeg's: {of_ffmpeg:.2f} of it", of_ffmpeg <= 1.0,
+                 used, digits=2)]

@@ -60,7 +60,7 @@ def write_catalogue(path, stations):
     for name, link, genre, favourite, entry in stations:
         lines += [f"[{name}]", f"Station={name}", f"Link={link}", f"Genre={genre}", f"Favorit={favourite}",
                   f"M3uNr={entry}"]
-    path.parent.mkdir(parents=True)
+    path.parent.mkdir(parents=True, exist_ok=True)
     path.write_bytes("".join(line + "\r\n" for line in lines).encode("cp1252"))
 
 

@@ -49,16 +49,20 @@ class Children:
         self.running.append(child)
         return child
 
+    def finish(self, child):
+        """Ends one of them."""
+        if child.poll() is None:
+            child.terminate()
+        try:
+            child.wait(timeout=5)
+        except subprocess.TimeoutExpired:
+            child.kill()
+            child.wait()
+        self.running.remove(child)
+
     def end(self):
-        for child in reversed(self.running):
-            if child.poll() is None:
-                child.terminate()
-            try:
-                child.wait(timeout=5)
-            except subprocess.TimeoutExpired:
-                child.kill()
-                child.wait()
-        self.running.clear()
+        for child in reversed(list(self.running)):
+            self.finish(child)
 
 
 def start_screen(children, size="1400x900"):

@@ -87,7 +87,17 @@ packages_package=(
     util-linux
 )
 
-# To compare what playing costs, with bench/cost.
+# To measure, and the programs to compare with: scripts/bench.
 packages_bench=(
+    audacious
+    audacious-plugins
+    curl
+    dbus-daemon
+    ffmpeg
+    goodvibes
     gstreamer1.0-plugins-base-apps
+    libbenchmark-dev
+    mpv
+    vlc
+    vlc-plugin-qt
 )
