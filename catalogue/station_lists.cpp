@@ -42,9 +42,7 @@ void StationLists::Bind(ListView& list) {
 }
 
 void StationLists::CreateColumns(ListView& list) {
-  for (const app::StationColumn& column : app::kStationColumns) {
-    list.AddColumn({platform::Text(column.caption), column.width});
-  }
+  for (const app::StationColumn& column : app::kStationColumns) list.AddColumn(app::ListColumnOf(column));
 }
 
 void StationLists::SaveListindex() {

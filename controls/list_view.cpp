@@ -148,6 +148,12 @@ void ListView::ClickHeader(int column) {
   HeaderClicked.Raise(column);
 }
 
+void ListView::DragColumn(std::size_t column, int width) {
+  if (column >= columns_.size()) return;
+  const int bounded = std::clamp(width, kNarrowestColumn, kWidestColumn);
+  if (Set(columns_[column].users_width, std::optional(bounded))) ColumnDragged.Raise(column);
+}
+
 void ListView::ClickRow(RowId id) {
   if (id != RowId::kNone && id == selected_) {
     SelectedRowClicked.Raise();

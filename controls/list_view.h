@@ -30,11 +30,29 @@ enum class RowMark : std::uint8_t {
 /// What a column's texts are when rows are sorted by it.
 enum class SortKind { kNaturalOrder, kNumbers, kDates };
 
+/// How a column's texts are shown. Neither their order nor what a screen reader says depends on it.
+enum class CellLook : std::uint8_t {
+  kText,     ///< cut with dots at its end where there is too little room
+  kAddress,  ///< cut in its middle: beginning and end tell addresses apart
+  kMark,     ///< "1" as a star, any other text as a text
+};
+
+/// Whether a column gets wider when the list has more room than its columns need.
+enum class SpareRoom : std::uint8_t { kLeaves, kTakes };
+
 struct ListColumn {
   Text caption;
   int width = 0;  ///< pixels at 100 %
   SortKind sort_kind = SortKind::kNaturalOrder;
+  CellLook look = CellLook::kText;
+  SpareRoom spare_room = SpareRoom::kLeaves;
+  /// What the user has dragged the column to, in pixels at 100 %; such a column takes no spare room.
+  std::optional<int> users_width = std::nullopt;
 };
+
+/// The bounds of a width that the user gives a column, in pixels at 100 %.
+inline constexpr int kNarrowestColumn = 16;
+inline constexpr int kWidestColumn = 4000;
 
 /// The texts of a row. Cells that were never set are empty and cost nothing.
 class ListCells {
@@ -131,6 +149,8 @@ class ListView final : public Control {
 
   // User input
   void ClickHeader(int column);
+  /// Gives a column a width (pixels at 100 %), within the bounds above.
+  void DragColumn(std::size_t column, int width);
   /// A click on a row: selects it, or reports that the selected row was clicked again.
   void ClickRow(RowId id);
   void DoubleClick(RowId id);
@@ -141,6 +161,7 @@ class ListView final : public Control {
   Event<> SelectionChanged;
   Event<> SelectedRowClicked;
   Event<int> HeaderClicked;
+  Event<std::size_t> ColumnDragged;  ///< raised when the column has another width of the user's than before
   Event<RowId> DoubleClicked;
   Event<> DeletePressed;
 

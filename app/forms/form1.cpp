@@ -67,9 +67,17 @@ void Form1::MakeLists() {
     list->Move({45, 330, 15150, 6480});
     list->SetMarkText(controls::RowMark::kPlaying, u"wird abgespielt");
     list->SetMarkText(controls::RowMark::kWaiting, u"wartet auf Ton");
-    keys_ += list->DeletePressed.Subscribe([this] { Command8[3].Click(); });
+    subscriptions_ += list->DeletePressed.Subscribe([this] { Command8[3].Click(); });
   }
   ExplorerListFilter.SetVisible(false);
+  ShareColumnWidths(SymbolListview, ExplorerListFilter);
+  ShareColumnWidths(ExplorerListFilter, SymbolListview);
+}
+
+void Form1::ShareColumnWidths(controls::ListView& dragged, controls::ListView& other) {
+  subscriptions_ += dragged.ColumnDragged.Subscribe([&dragged, &other](std::size_t column) {
+    other.DragColumn(column, dragged.Columns()[column].users_width.value());
+  });
 }
 
 void Form1::MakePlaying() {

@@ -80,6 +80,7 @@ struct Form1 {
  private:
   void Add(std::initializer_list<FormControl> more);
   void MakeLists();
+  void ShareColumnWidths(controls::ListView& dragged, controls::ListView& other);
   void MakePlaying();
   void MakeVolume();
   void MakeEditor();
@@ -87,7 +88,7 @@ struct Form1 {
   void MakeViews();
   void MakeInformation();
 
-  controls::Subscriptions keys_;
+  controls::Subscriptions subscriptions_;
 };
 
 }  // namespace app

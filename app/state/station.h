@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 
+#include "controls/list_view.h"
 #include "ports/text.h"
 
 namespace app {
@@ -32,17 +33,25 @@ enum StationCell : std::size_t {
 struct StationColumn {
   platform::TextView caption;
   int width;  ///< pixels at 100 %
+  controls::CellLook look = controls::CellLook::kText;
+  controls::SpareRoom spare_room = controls::SpareRoom::kLeaves;
 };
 
 /// By StationCell.
 inline constexpr std::array<StationColumn, kStationCells> kStationColumns = {{
     {u"Station", 300},
     {u"Genre", 120},
-    {u"WebLink", 120},
-    {u"Favorit", 120},
-    {u"Titel", 200},
+    {u"WebLink", 120, controls::CellLook::kAddress, controls::SpareRoom::kTakes},
+    {u"Favorit", 120, controls::CellLook::kMark},
+    {u"Titel", 200, controls::CellLook::kText, controls::SpareRoom::kTakes},
     {u"M3U Nr.", 120},
 }};
+[[nodiscard]] inline controls::ListColumn ListColumnOf(const StationColumn& column) {
+  return {.caption = platform::Text(column.caption),
+          .width = column.width,
+          .look = column.look,
+          .spare_room = column.spare_room};
+}
 static_assert(!kStationColumns.back().caption.empty(), "every cell has a column");
 
 /// A field with a key of its own in the station's section. Every field but the name has one.

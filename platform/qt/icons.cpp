@@ -178,11 +178,6 @@ LoadedPicture QtIcons::LoadPicture(const Text& path) {
 
 void QtIcons::DestroyPicture(PictureHandle picture) { pictures_.erase(picture); }
 
-QSize QtIcons::ImageSize(ImageListHandle list) const {
-  const auto found = lists_.find(list);
-  return found == lists_.end() || found->second.images.empty() ? QSize() : found->second.size;
-}
-
 QPixmap QtIcons::Image(ImageListHandle list, int position) const {
   const auto found = lists_.find(list);
   if (found == lists_.end() || position < 0) return {};

@@ -27,8 +27,6 @@ class QtIcons final : public Icons {
 
   // What the widgets show: null images for what does not exist.
 
-  /// The size of the list's images; an empty size for an unknown list or one without images.
-  [[nodiscard]] QSize ImageSize(ImageListHandle list) const;
   [[nodiscard]] QPixmap Image(ImageListHandle list, int position) const;
   [[nodiscard]] QImage Picture(PictureHandle picture) const;
 

@@ -19,7 +19,8 @@ ListBinding::ListBinding(controls::ListView& list, ReportView& view, const TwipS
       list_(list),
       view_(view),
       hint_(*new EmptyHint(view)),
-      model_(list, icons) {
+      model_(list, icons),
+      columns_(list, view, scale, loop) {
   view_.setModel(&model_);
   rest_.setSingleShot(true);
   subscriptions_ += list.Changed.Subscribe([this] { Follow(); });
@@ -35,7 +36,7 @@ ListBinding::ListBinding(controls::ListView& list, ReportView& view, const TwipS
     if (const auto position = list_.IndexOf(id)) view_.ScrollTo(static_cast<int>(*position));
   });
   BindUser();
-  FollowColumnWidths();
+  FollowIconSize();
   FollowSorting();
   Follow();
 }
@@ -159,11 +160,11 @@ void ListBinding::FollowRowsBy(const std::function<void()>& change) {
 }
 
 void ListBinding::Follow() {
-  const std::size_t columns = static_cast<std::size_t>(model_.columnCount());
   {
     const Following guard(following_);
-    if (model_.TakeColumns() && columns != list_.Columns().size()) FollowColumnWidths();
+    model_.TakeColumns();
   }
+  columns_.Fit();
   if (shown_images_ != list_.ImageList()) {
     shown_images_ = list_.ImageList();
     view_.doItemsLayout();
@@ -202,14 +203,17 @@ void ListBinding::FollowEmptiness() {
   hint_.ShowText(list_.Count() == 0 ? ToQt(list_.EmptyText()) : QString());
 }
 
-void ListBinding::FollowColumnWidths() {
-  int column = 0;
-  for (const auto& wanted : list_.Columns()) view_.setColumnWidth(column++, Scale().Scaled(wanted.width));
+void ListBinding::FollowIconSize() {
+  constexpr int kIconSide = 32;
+  const int side = Scale().Scaled(kIconSide);
+  model_.SetIconSide(side);
+  view_.setIconSize(QSize(side, side));
 }
 
 void ListBinding::FollowScale() {
   WidgetBinding::FollowScale();
-  FollowColumnWidths();
+  FollowIconSize();
+  columns_.Fit();
 }
 
 }  // namespace platform::qt

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "controls/list_view.h"
+#include "platform/qt/column_fit.h"
 #include "platform/qt/empty_hint.h"
 #include "platform/qt/icons.h"
 #include "platform/qt/input_binding.h"
@@ -31,7 +32,7 @@ class ListBinding final : public InputBinding {
   void FollowSelection();
   void FollowSorting();
   void FollowEmptiness();
-  void FollowColumnWidths();
+  void FollowIconSize();
   void BindUser();
   void BindKeysAndClicks();
   void Rest();
@@ -46,6 +47,7 @@ class ListBinding final : public InputBinding {
   ReportView& view_;
   EmptyHint& hint_;  // the view's own
   ListModel model_;
+  ColumnFit columns_;
   QTimer rest_;
   std::optional<controls::RowId> chosen_;       // shown as selected, but not known to the list yet
   std::optional<controls::RowId> handed_over_;  // the last choice that is queued

@@ -22,24 +22,15 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
   const auto& row = rows[static_cast<std::size_t>(index.row())];
   const auto column = static_cast<std::size_t>(index.column());
   if (role == Qt::DisplayRole) return CellText(row.cells[column]);
-  if (role == Qt::DecorationRole && column == 0) return Icon(row);
+  if (role == Qt::DecorationRole && column == 0) return icons_.Of(list_, row);
+  if (role == RowDelegate::kLookRole && column < list_.Columns().size()) {
+    return static_cast<uint>(list_.Columns()[column].look);
+  }
   if (role == RowDelegate::kMarkRole) return static_cast<uint>(row.mark);
   if (role == Qt::AccessibleTextRole && column == 0 && row.mark != controls::RowMark::kNone) {
     return QString(CellText(row.cells[0]) + QLatin1String(", ") + ToQt(list_.MarkText(row.mark)));
   }
   return {};
-}
-
-QVariant ListModel::Icon(const controls::ListRow& row) const {
-  const ImageListHandle images{list_.ImageList()};
-  QPixmap image = icons_.Image(images, row.icon);
-  if (!image.isNull()) return image;
-  const QSize size = icons_.ImageSize(images);
-  if (size.isEmpty()) return {};
-  // Names are aligned below each other, with an icon or without.
-  image = QPixmap(size);
-  image.fill(Qt::transparent);
-  return image;
 }
 
 QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "controls/list_view.h"
-#include "platform/qt/icons.h"
+#include "platform/qt/row_icons.h"
 
 namespace platform::qt {
 
@@ -25,14 +25,15 @@ class ListModel final : public QAbstractTableModel {
   void TakeAddedRows(std::size_t first, std::size_t count);
   void TakeRemovedRow(std::size_t position);
   void TakeChangedRow(std::size_t position);
-  /// True when the columns or their captions have changed.
+  /// True when the number of columns or a caption of theirs has changed.
   bool TakeColumns();
 
- private:
-  [[nodiscard]] QVariant Icon(const controls::ListRow& row) const;
+  /// For rows that are painted from now on.
+  void SetIconSide(int side) { icons_.SetSide(side); }
 
+ private:
   const controls::ListView& list_;
-  const QtIcons& icons_;
+  RowIcons icons_;
   int rows_ = 0;
   std::vector<Text> captions_;
 };

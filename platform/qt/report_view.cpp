@@ -17,8 +17,6 @@
 namespace platform::qt {
 namespace {
 
-constexpr int kIconSide = 32;
-
 qint64 Milliseconds() {
   using std::chrono::duration_cast;
   using std::chrono::milliseconds;
@@ -38,7 +36,6 @@ ReportView::ReportView(QWidget* parent) : QTreeView(parent) {
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   setTextElideMode(Qt::ElideRight);
-  setIconSize(QSize(kIconSide, kIconSide));
   setItemDelegate(new RowDelegate(this));
   header()->setSectionsClickable(true);
   header()->setSectionsMovable(false);
@@ -183,19 +180,9 @@ void ReportView::contextMenuEvent(QContextMenuEvent* event) {
   event->accept();
   const bool by_mouse = event->reason() == QContextMenuEvent::Mouse;
   const QRect row = visualRect(currentIndex()) & viewport()->rect();
-  MenuWanted.Raise(by_mouse ? event->globalPos()
-                            : viewport()->mapToGlobal(QPoint(row.left() + kIconSide, row.center().y())));
-}
-
-void ReportView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
-                         const QModelIndex& index) const {
-  QTreeView::drawRow(painter, option, index);
-  // The stripes continue beyond the last column.
-  const int end = header()->length() - header()->offset();
-  const int rest = viewport()->width() - end;
-  if (index.row() % 2 == 0 || rest <= 0) return;
-  painter->fillRect(end, option.rect.top(), rest, option.rect.height(),
-                    option.palette.brush(QPalette::AlternateBase));
+  MenuWanted.Raise(by_mouse
+                       ? event->globalPos()
+                       : viewport()->mapToGlobal(QPoint(row.left() + iconSize().width(), row.center().y())));
 }
 
 void ReportView::focusOutEvent(QFocusEvent* event) {

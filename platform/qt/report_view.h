@@ -46,8 +46,6 @@ class ReportView final : public QTreeView {
   void focusOutEvent(QFocusEvent* event) override;
   void showEvent(QShowEvent* event) override;
   bool viewportEvent(QEvent* event) override;
-  void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
-               const QModelIndex& index) const override;
 
  private:
   [[nodiscard]] bool Searching() const;

@@ -3,14 +3,25 @@
 #include <QApplication>
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 
 namespace platform::qt {
 namespace {
 
+using controls::CellLook;
 using controls::RowMark;
 
 RowMark MarkOf(const QModelIndex& index) {
   return RowMark{static_cast<quint8>(index.data(RowDelegate::kMarkRole).toUInt())};
+}
+
+CellLook LookOf(const QModelIndex& index) {
+  return CellLook{static_cast<quint8>(index.data(RowDelegate::kLookRole).toUInt())};
+}
+
+bool IsStar(const QModelIndex& index) {
+  return LookOf(index) == CellLook::kMark && index.data().toString() == QLatin1String("1");
 }
 
 QStyleOptionViewItem WithMarkedFont(QStyleOptionViewItem option, RowMark mark) {
@@ -18,6 +29,34 @@ QStyleOptionViewItem WithMarkedFont(QStyleOptionViewItem option, RowMark mark) {
   option.font.setItalic(mark == RowMark::kWaiting);
   option.fontMetrics = QFontMetrics(option.font);
   return option;
+}
+
+const QStyle& StyleOf(const QStyleOptionViewItem& cell) {
+  return cell.widget != nullptr ? *cell.widget->style() : *QApplication::style();
+}
+
+/// As high as a capital's line, where the text would begin, in the text's colour.
+void DrawStar(QPainter& painter, const QStyleOptionViewItem& cell) {
+  const int margin = StyleOf(cell).pixelMetric(QStyle::PM_FocusFrameHMargin, &cell, cell.widget) + 1;
+  const double radius = cell.fontMetrics.height() * 0.5;
+  // The points of a star lie deeper on one side than on the other.
+  const QPointF middle(cell.rect.left() + margin + radius, cell.rect.center().y() + 1 + radius * 0.1);
+  QPolygonF star;
+  constexpr int kCorners = 10;
+  for (int corner = 0; corner < kCorners; ++corner) {
+    const double angle = corner * std::numbers::pi / (kCorners / 2.0);
+    const double reach = radius * (corner % 2 == 0 ? 1.0 : 0.42);
+    star << middle + reach * QPointF(std::sin(angle), -std::cos(angle));
+  }
+  const bool selected = cell.state.testFlag(QStyle::State_Selected);
+  const bool active = cell.state.testFlag(QStyle::State_Active);
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(cell.palette.color(active ? QPalette::Active : QPalette::Inactive,
+                                      selected ? QPalette::HighlightedText : QPalette::Text));
+  painter.drawPolygon(star);
+  painter.restore();
 }
 
 /// A disc in the icon's lower right corner: a triangle that points on, or three dots. Its ring keeps it apart
@@ -49,7 +88,7 @@ void DrawSign(QPainter& painter, const QRect& icon, RowMark mark, const QPalette
 QSize RowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
   constexpr int kSpacing = 6;
   const QSize plain = QStyledItemDelegate::sizeHint(option, index);
-  const int height = std::max(plain.height(), option.fontMetrics.height() + kSpacing);
+  const int height = std::max(option.decorationSize.height(), option.fontMetrics.height()) + kSpacing;
   const RowMark mark = MarkOf(index);
   if (mark == RowMark::kNone) return {plain.width(), height};
   return {QStyledItemDelegate::sizeHint(WithMarkedFont(option, mark), index).width(), height};
@@ -57,19 +96,25 @@ QSize RowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelInde
 
 void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const {
+  if (IsStar(index)) {
+    QStyledItemDelegate::paint(painter, option, index);
+    return DrawStar(*painter, option);
+  }
   const RowMark mark = MarkOf(index);
   if (mark == RowMark::kNone) return QStyledItemDelegate::paint(painter, option, index);
   QStyleOptionViewItem marked = WithMarkedFont(option, mark);
   QStyledItemDelegate::paint(painter, marked, index);
   initStyleOption(&marked, index);
   if (!marked.features.testFlag(QStyleOptionViewItem::HasDecoration)) return;
-  const QStyle& style = marked.widget != nullptr ? *marked.widget->style() : *QApplication::style();
-  DrawSign(*painter, style.subElementRect(QStyle::SE_ItemViewItemDecoration, &marked, marked.widget), mark,
+  DrawSign(*painter,
+           StyleOf(marked).subElementRect(QStyle::SE_ItemViewItemDecoration, &marked, marked.widget), mark,
            option.palette);
 }
 
 void RowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
   QStyledItemDelegate::initStyleOption(option, index);
+  if (LookOf(index) == CellLook::kAddress) option->textElideMode = Qt::ElideMiddle;
+  if (IsStar(index)) option->text.clear();
   if (index.column() != 0 || (option->state & QStyle::State_Selected) == 0) return;
   const auto pixmap = index.data(Qt::DecorationRole).value<QPixmap>();
   if (!pixmap.isNull()) option->icon.addPixmap(pixmap, QIcon::Selected);

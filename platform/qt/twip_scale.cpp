@@ -33,6 +33,8 @@ int TwipScale::Twips(int pixels) const {
   return static_cast<int>(std::lround(pixels * kTwipsPerPixel / factor_));
 }
 
+int TwipScale::Unscaled(int pixels) const { return static_cast<int>(std::lround(pixels / factor_)); }
+
 QRect TwipScale::Pixels(const controls::Place& place) const {
   return {Pixels(place.left), Pixels(place.top), Pixels(place.width), Pixels(place.height)};
 }

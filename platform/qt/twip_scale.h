@@ -24,6 +24,7 @@ class TwipScale {
   [[nodiscard]] QRect Pixels(const controls::Place& place) const;
   /// A width given in pixels at 100 %.
   [[nodiscard]] int Scaled(int design_pixels) const { return Pixels(design_pixels * kTwipsPerPixel); }
+  [[nodiscard]] int Unscaled(int pixels) const;
 
  private:
   static constexpr int kTwipsPerPixel = 15;

@@ -23,6 +23,19 @@ TEST_F(StationListsTest, ColumnsStandInTheirOrderWithTheirWidths) {
   }
 }
 
+TEST_F(StationListsTest, LinkAndTitleTakeTheSpareRoomAndLinkAndFavouriteHaveALookOfTheirOwn) {
+  using controls::CellLook;
+  const auto& columns = SymbolListview.Columns();
+  for (std::size_t column = 0; column < columns.size(); ++column) {
+    const bool takes = columns[column].spare_room == controls::SpareRoom::kTakes;
+    EXPECT_EQ(takes, column == app::kLinkCell || column == app::kTitleCell) << column;
+    const CellLook look = column == app::kLinkCell        ? CellLook::kAddress
+                          : column == app::kFavouriteCell ? CellLook::kMark
+                                                          : CellLook::kText;
+    EXPECT_EQ(columns[column].look, look) << column;
+  }
+}
+
 TEST_F(StationListsTest, NamesSortInNaturalOrder) {
   for (const char16_t* name : {u"Radio 10", u"Radio 2", u"radio 1"}) AddRow(SymbolListview, name);
   SymbolListview.ClickHeader(0);

@@ -314,6 +314,32 @@ TEST_F(ListViewTest, AHandlerMayEmptyTheListThatTellsIt) {
   EXPECT_EQ(list_.SelectedRow(), RowId::kNone);
 }
 
+TEST_F(ListViewTest, DraggedWidthIsTheColumnsAndIsToldWhenItIsAnother) {
+  list_.AddColumn({u"Name", 300});
+  list_.AddColumn({u"Genre", 120});
+  int changes = 0;
+  std::vector<std::size_t> dragged;
+  subscriptions_ += list_.Changed.Subscribe([&] { ++changes; });
+  subscriptions_ += list_.ColumnDragged.Subscribe([&](std::size_t column) { dragged.push_back(column); });
+  list_.DragColumn(1, 200);
+  list_.DragColumn(1, 200);
+  EXPECT_EQ(list_.Columns()[1].users_width, 200);
+  EXPECT_EQ(list_.Columns()[1].width, 120);
+  EXPECT_EQ(list_.Columns()[0].users_width, std::nullopt);
+  EXPECT_EQ(dragged, std::vector<std::size_t>{1});
+  EXPECT_EQ(changes, 1);
+}
+
+TEST_F(ListViewTest, DraggedWidthStaysWithinItsBounds) {
+  list_.AddColumn({u"Name", 300});
+  list_.DragColumn(0, -2000000000);
+  EXPECT_EQ(list_.Columns()[0].users_width, kNarrowestColumn);
+  list_.DragColumn(0, 2000000000);
+  EXPECT_EQ(list_.Columns()[0].users_width, kWidestColumn);
+  list_.DragColumn(1, 100);
+  EXPECT_EQ(list_.Columns().size(), 1U);
+}
+
 TEST_F(ListViewTest, TwentyThousandRowsAreAddedFoundAndSorted) {
   list_.Clear();
   std::vector<ListRow> rows;

@@ -131,6 +131,18 @@ TEST(Form1Test, TabGoesThroughTheWindowInReadingOrder) {
   }
 }
 
+TEST(Form1Test, ColumnDraggedInOneListHasItsWidthInTheOther) {
+  Form1 form;
+  for (controls::ListView* list : {&form.SymbolListview, &form.ExplorerListFilter}) {
+    list->AddColumn({u"Station", 300});
+    list->AddColumn({u"Genre", 120});
+  }
+  form.SymbolListview.DragColumn(1, 200);
+  EXPECT_EQ(form.ExplorerListFilter.Columns()[1].users_width, 200);
+  form.ExplorerListFilter.DragColumn(0, 250);
+  EXPECT_EQ(form.SymbolListview.Columns()[0].users_width, 250);
+}
+
 TEST(Form1Test, PanelPictureBarsAndFilteredListAreHiddenAtFirst) {
   const Form1 form;
   EXPECT_FALSE(form.Frame3.Visible() || form.Image1.Visible() || form.ExplorerListFilter.Visible());

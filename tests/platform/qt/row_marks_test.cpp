@@ -47,6 +47,8 @@ class RowMarks : public ::testing::Test {
     QApplication::processEvents();
   }
   QRect Cell(int row, int column = 0) const { return view_.visualRect(view_.model()->index(row, column)); }
+  /// The first row's name, beside its icon.
+  QRect NamePlace() const { return Cell(0).adjusted(view_.iconSize().width() + 6, 0, 0, 0); }
   QImage Picture(const QRect& place) const {
     QApplication::processEvents();
     // All of it is painted, so that a cell would be seen to spoil its neighbour.
@@ -89,15 +91,15 @@ class RowMarks : public ::testing::Test {
 };
 
 TEST_F(RowMarks, PlayingRowIsBoldInEveryCellAndTheOthersAreNot) {
-  const int name = Ink(Cell(0));
+  const int name = Ink(NamePlace());
   const int genre = Ink(Cell(0, 1));
   const QImage other = Picture(Cell(1));
   list_.SetMark(ids_[0], RowMark::kPlaying);
-  EXPECT_GT(Ink(Cell(0)), name + name / 8);
+  EXPECT_GT(Ink(NamePlace()), name + name / 8);
   EXPECT_GT(Ink(Cell(0, 1)), genre + genre / 8);
   EXPECT_EQ(Picture(Cell(1)), other);
   list_.SetMark(ids_[0], RowMark::kNone);
-  EXPECT_EQ(Ink(Cell(0)), name);
+  EXPECT_EQ(Ink(NamePlace()), name);
 }
 
 TEST_F(RowMarks, WaitingRowLooksOtherwiseThanAPlayingOne) {

@@ -9,6 +9,7 @@
 
 #include "app/forms/form1.h"
 #include "app/forms/layout.h"
+#include "app/state/station.h"
 #include "platform/qt/icons.h"
 #include "platform/qt/message_loop.h"
 #include "platform/qt/player_window.h"
@@ -44,12 +45,8 @@ inline void Settle() {
 class WindowFixture {
  public:
   WindowFixture() : icons(paths) {
-    const std::array captions = {u"Station", u"Genre", u"WebLink", u"Favorit", u"Titel", u"M3U Nr."};
-    const std::array widths = {300, 120, 120, 120, 200, 120};
     for (controls::ListView* list : {&form.SymbolListview, &form.ExplorerListFilter}) {
-      for (std::size_t column = 0; column < widths.size(); ++column) {
-        list->AddColumn({captions[column], widths[column]});
-      }
+      for (const app::StationColumn& column : app::kStationColumns) list->AddColumn(app::ListColumnOf(column));
     }
     window = std::make_unique<PlayerWindow>(form, icons, loop);
   }
