@@ -1,5 +1,5 @@
 #pragma once
-// Port: the clipboard's text. Not for writing to it; the program never does.
+// Port: the clipboard's text. Not for any other content.
 
 #include "ports/text.h"
 
@@ -10,6 +10,8 @@ class Clipboard {
   virtual ~Clipboard() = default;
   /// The clipboard's text, empty when it holds none.
   virtual Text GetText() = 0;
+  /// Replaces the clipboard's content.
+  virtual void SetText(const Text& text) = 0;
 };
 
 }  // namespace platform

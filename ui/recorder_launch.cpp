@@ -21,6 +21,16 @@ void RecorderLaunch::Launch() {
     CopyNumberInto(list, row);
     command_line = list.Cell(row, app::kLinkCell);
   }
+  StartTool(command_line);
+}
+
+void RecorderLaunch::LaunchFor(const controls::ListView& list, RowId row) {
+  if (window_.Ended()) return;
+  if (&list == &parts_.lists.Active() && list.SelectedRow() == row) return Launch();
+  StartTool(list.Cell(row, app::kLinkCell));
+}
+
+void RecorderLaunch::StartTool(const Text& command_line) {
   const Text program = app::AddBackslash(ports_.environment.ProgramFolder()) + u"OZRecordFunkhaus.exe";
   const bool started =
       ports_.shell.ShellExecuteW(kMainWindow, u"", program, command_line, u"", platform::kSwShowNormal);

@@ -41,7 +41,12 @@ class RecorderLaunch {
   /// tool without a link. When nothing could be started, the status line reports it.
   void Launch();
 
+  /// The same for a row of either list. Only for the selected row does the number field hold its number, so
+  /// any other is recorded without changing it.
+  void LaunchFor(const controls::ListView& list, controls::RowId row);
+
  private:
+  void StartTool(const platform::Text& command_line);
   void CopyNumberInto(controls::ListView& list, controls::RowId row);
 
   Parts parts_;

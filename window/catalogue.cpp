@@ -24,6 +24,14 @@ catalogue::StationEditor::Parts EditorParts(app::Form1& form) {
           .lists = ListsOf(form)};
 }
 
+catalogue::RowCommands::Parts RowParts(app::Form1& form) {
+  return {.RowFavourite = form.RowFavourite,
+          .RowRecording = form.RowRecording,
+          .RowLink = form.RowLink,
+          .Check2 = form.Check2,
+          .lists = ListsOf(form)};
+}
+
 }  // namespace
 
 Catalogue::Catalogue(const Foundation& base, app::Notices& notices, const Actions& actions)
@@ -44,6 +52,8 @@ Catalogue::Catalogue(const Foundation& base, app::Notices& notices, const Action
       editor(EditorParts(base.form), writer, base.settings, base.state, base.platform.dialogs,
              {.launch_recorder = actions.launch_recorder,
               .show_new_station_dialog = actions.show_new_station_dialog}),
+      row_commands(RowParts(base.form), writer, base.state, base.platform.clipboard,
+                   {.record = actions.record_row}),
       m3u_export({.lists = ListsOf(base.form), .Command4 = base.form.Command4}, base.platform.dialogs,
                  base.platform.files, base.platform.conversion, base.platform.message_loop,
                  base.platform.clock, base.life),

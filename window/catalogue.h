@@ -6,6 +6,7 @@
 
 #include "app/state/notices.h"
 #include "catalogue/deleted_entries.h"
+#include "catalogue/row_commands.h"
 #include "catalogue/station_editor.h"
 #include "catalogue/station_file.h"
 #include "catalogue/station_icons.h"
@@ -29,6 +30,7 @@ struct Catalogue {
     std::function<void()> show_station_details;  ///< of the selected row
     std::function<void()> start_playing;         ///< as the Start button
     std::function<void()> launch_recorder;       ///< for the selected row
+    std::function<void(controls::ListView&, controls::RowId)> record_row;
     /// With this link in its field; returns when the dialog is closed.
     std::function<void(const platform::Text&)> show_new_station_dialog;
   };
@@ -45,6 +47,7 @@ struct Catalogue {
   catalogue::StationWriter writer;
   catalogue::StationViews views;
   catalogue::StationEditor editor;
+  catalogue::RowCommands row_commands;
   playlist::M3uExport m3u_export;
   playlist::M3uImport m3u_import;
   playlist::ListOpening list_opening;

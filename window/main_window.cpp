@@ -34,6 +34,8 @@ MainWindow::MainWindow(Platform platform, std::function<void(app::Form2&)> show_
                  {.show_station_details = [this] { playing_.details.ShowStationDetails(); },
                   .start_playing = [this] { playing_.playback.Command1_Click(); },
                   .launch_recorder = [this] { playing_.recorder_launch.Launch(); },
+                  .record_row = [this](const auto& list,
+                                       auto row) { playing_.recorder_launch.LaunchFor(list, row); },
                   .show_new_station_dialog = [this](const Text& link) { ShowNewStationDialog(link); }}),
       desktop_(foundation_, playing_) {
   app::ChooseSettingsFolder(settings_, ini_, platform_.files, platform_.environment);

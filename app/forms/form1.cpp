@@ -32,6 +32,7 @@ Form1::Form1() {
   MakePlaying();
   MakeVolume();
   MakeEditor();
+  MakeRowCommands();
   MakeEditorButtons();
   MakeViews();
   MakeInformation();
@@ -81,7 +82,7 @@ void Form1::ShareColumnWidths(controls::ListView& dragged, controls::ListView& o
 }
 
 void Form1::MakePlaying() {
-  Add({{"Command1", &Command1, &Frame1, {.menu = MenuEntry::kOpenRow}},
+  Add({{"Command1", &Command1, &Frame1, {.menu = MenuEntry::kOpenRow, .menu_caption = u"Abspielen"}},
        {"Command6", &Command6, &Frame1},
        {"Command3",
         &Command3,
@@ -179,6 +180,16 @@ void Form1::MakeEditorButtons() {
   Command8[5].SetCaption(u"Aufnehmen...");
   Command8[5].SetToolTip(u"Startet das Aufnahme-Tool OZRecordFunkhaus");
   Command8[5].Move({kColumns[1], kRows[6], kButtonWidth, kRowHeight});
+}
+
+void Form1::MakeRowCommands() {
+  Add({{"RowFavourite", &RowFavourite, &Frame1, {.menu = MenuEntry::kForRow}},
+       {"RowRecording", &RowRecording, &Frame1, {.menu = MenuEntry::kForRow}},
+       {"RowLink", &RowLink, &Frame1, {.menu = MenuEntry::kForRow}}});
+  RowFavourite.SetCaption(u"Favorit");
+  RowFavourite.SetKind(controls::RowCommandKind::kSwitch);
+  RowRecording.SetCaption(u"Aufnehmen");
+  RowLink.SetCaption(u"Link kopieren");
 }
 
 void Form1::MakeViews() {

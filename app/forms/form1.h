@@ -57,6 +57,11 @@ struct Form1 {
   controls::CommandButton
       UndoDelete;  ///< brings back the entry that was deleted last; in the lists' menu only
 
+  // In the lists' menu only, for the row that it was opened on
+  controls::RowCommand RowFavourite;  ///< favourite mark
+  controls::RowCommand RowRecording;  ///< starts the recording tool with the row's link
+  controls::RowCommand RowLink;       ///< copies the link
+
   // In Frame1: views and the list
   controls::CheckBox Check1;               ///< genre view
   controls::CheckBox Check3;               ///< favourites view
@@ -85,6 +90,7 @@ struct Form1 {
   void MakeVolume();
   void MakeEditor();
   void MakeEditorButtons();
+  void MakeRowCommands();
   void MakeViews();
   void MakeInformation();
 

@@ -9,6 +9,7 @@
 #include "controls/captioned.h"
 #include "controls/key.h"
 #include "controls/list_view.h"
+#include "controls/row_command.h"
 #include "controls/text_box.h"
 #include "controls/timer.h"
 #include "controls/value_controls.h"
@@ -19,16 +20,19 @@ namespace app {
 using AnyControl =
     std::variant<controls::Frame*, controls::Label*, controls::CommandButton*, controls::CheckBox*,
                  controls::TextBox*, controls::UpDownTextBox*, controls::ComboBox*, controls::ProgressBar*,
-                 controls::ScrollBar*, controls::Image*, controls::ListView*, controls::Timer*>;
+                 controls::ScrollBar*, controls::Image*, controls::ListView*, controls::Timer*,
+                 controls::RowCommand*>;
 
-/// What the entry of a button or check box in the menu of the form's lists does. The entry has the control's
-/// caption, and that of a check box its check.
+/// What a control's entry in the menu of the form's lists does. "The row" is the one that the menu was opened
+/// on: its entries are disabled when there was none or when it is gone. The entry of a check box has its
+/// check.
 enum class MenuEntry {
   kNone,             ///< there is no such entry
   kClick,            ///< clicks the control; there is no entry while the control is hidden
   kClickBelowALine,  ///< the same, separated from the entries before it
-  kOpenRow,          ///< what Enter does in the list, which is a double click on the selected row
-  kDeleteRow,        ///< what the Delete key does in the list
+  kOpenRow,          ///< for a button: a double click on the row, as by Enter in the list
+  kDeleteRow,        ///< for a button: what the Delete key does in the list
+  kForRow,           ///< for a command on a row: what it offers
 };
 
 /// Whether a key works while its control is hidden.
@@ -49,6 +53,8 @@ struct Use {
   controls::Key key = {};
   KeyWhileHidden key_while_hidden = KeyWhileHidden::kRests;
   MenuEntry menu = MenuEntry::kNone;
+  /// The text of the menu's entry, where it is not the control's caption.
+  controls::Text menu_caption = {};
 };
 
 struct FormControl {

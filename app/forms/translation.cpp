@@ -33,7 +33,7 @@ void TranslateCaptions(Inventory& inventory, const LookUp& translated) {
   for (FormControl& entry : inventory) {
     auto* captioned = As<controls::Captioned>(entry);
     if (captioned != nullptr && !IsStatusLine(entry)) TranslateCaption(*captioned, translated);
-    for (controls::Text* text : {&entry.use.hint, &entry.use.accessible_name}) {
+    for (controls::Text* text : {&entry.use.hint, &entry.use.accessible_name, &entry.use.menu_caption}) {
       if (!text->empty()) *text = translated(*text);
     }
   }

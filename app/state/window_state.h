@@ -27,7 +27,8 @@ struct WindowState {
   /// again.
   bool details_are_stale = false;
 
-  /// True while StationDetails fills the editor's fields. Written by StationDetails, read by StationViews:
+  /// True while the program fills the editor's fields. Written by StationDetails and, for the favourite box
+  /// alone, by RowCommands; read by StationViews:
   /// the favourite box writes to the station file for user input only.
   bool filling_fields = false;
 };

@@ -9,4 +9,6 @@ namespace platform::qt {
 
 Text QtClipboard::GetText() { return FromQt(QGuiApplication::clipboard()->text()); }
 
+void QtClipboard::SetText(const Text& text) { QGuiApplication::clipboard()->setText(ToQt(text)); }
+
 }  // namespace platform::qt

@@ -8,6 +8,7 @@ namespace platform::qt {
 class QtClipboard final : public Clipboard {
  public:
   Text GetText() override;
+  void SetText(const Text& text) override;
 };
 
 }  // namespace platform::qt

@@ -12,8 +12,8 @@ FormKeys::FormKeys(const app::Inventory& inventory, QWidget& window, const Widge
   for (const app::FormControl& entry : inventory_) {
     if (entry.use.key.with_control) Bind(entry);
   }
-  for (ReportView* list : widgets_.Lists()) {
-    subscriptions_ += list->MenuWanted.Subscribe(
+  for (ListBinding* list : widgets_.Lists()) {
+    subscriptions_ += list->View().MenuWanted.Subscribe(
         [this, list](const QPoint& place) { ShowListMenu(inventory_, *list, loop_, place); });
   }
 }

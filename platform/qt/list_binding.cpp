@@ -79,22 +79,30 @@ void ListBinding::BindKeysAndClicks() {
         },
         UseOnWait());
   });
-  const auto hand_over_double_click = [this](int row) {
-    HandOver(
-        [this, id = RowAt(row)] {
-          if (!IsBlocked()) TakeDoubleClick(id);
-        },
-        UseOnWait());
-  };
-  subscriptions_ += view_.RowDoubleClicked.Subscribe(hand_over_double_click);
-  subscriptions_ += view_.EnterPressed.Subscribe([this, hand_over_double_click] {
-    const auto row = view_.SelectedRow();
-    if (row) hand_over_double_click(*row);
+  subscriptions_ += view_.RowDoubleClicked.Subscribe([this](int row) { OpenRow(RowAt(row)); });
+  subscriptions_ += view_.EnterPressed.Subscribe([this] {
+    if (view_.SelectedRow()) OpenRow(ShownSelection());
   });
-  subscriptions_ += view_.DeletePressed.Subscribe([this] {
-    HandOver([this, id = ShownSelection()] {
-      if (!IsBlocked()) TakeDelete(id);
-    });
+  subscriptions_ += view_.DeletePressed.Subscribe([this] { DeleteRow(ShownSelection()); });
+}
+
+void ListBinding::OpenRow(controls::RowId id) {
+  HandOver(
+      [this, id] {
+        if (!IsBlocked()) TakeDoubleClick(id);
+      },
+      UseOnWait());
+}
+
+void ListBinding::DeleteRow(controls::RowId id) {
+  HandOver([this, id] {
+    if (!IsBlocked()) TakeDelete(id);
+  });
+}
+
+void ListBinding::UseOnRow(controls::RowCommand& command, controls::RowId id, bool checked) {
+  HandOver([this, &command, id, checked] {
+    if (!IsBlocked()) command.Choose(list_, id, checked);
   });
 }
 

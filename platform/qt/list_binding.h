@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "controls/list_view.h"
+#include "controls/row_command.h"
 #include "platform/qt/column_fit.h"
 #include "platform/qt/empty_hint.h"
 #include "platform/qt/icons.h"
@@ -26,6 +27,16 @@ class ListBinding final : public InputBinding {
 
   void FollowScale() override;
 
+  [[nodiscard]] ReportView& View() const { return view_; }
+  [[nodiscard]] controls::ListView& List() const { return list_; }
+  /// The row that is shown as selected, which the list may not know yet; kNone for none.
+  [[nodiscard]] controls::RowId ShownSelection() const;
+
+  // User input for a row; nothing happens when the row is gone at its turn.
+  void OpenRow(controls::RowId id);
+  void DeleteRow(controls::RowId id);
+  void UseOnRow(controls::RowCommand& command, controls::RowId id, bool checked);
+
  private:
   void FollowRowsBy(const std::function<void()>& change);
   void Follow();
@@ -40,7 +51,6 @@ class ListBinding final : public InputBinding {
   void Select(controls::RowId id);
   void TakeDoubleClick(controls::RowId id);
   void TakeDelete(controls::RowId id);
-  [[nodiscard]] controls::RowId ShownSelection() const;
   [[nodiscard]] controls::RowId RowAt(int row) const;
 
   controls::ListView& list_;

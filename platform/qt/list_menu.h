@@ -4,15 +4,15 @@
 #include <QPoint>
 
 #include "app/forms/form_control.h"
+#include "platform/qt/list_binding.h"
 #include "platform/qt/message_loop.h"
-#include "platform/qt/report_view.h"
 
 namespace platform::qt {
 
-/// Opens the menu at a place on the screen and returns at once. The inventory says which buttons and check
-/// boxes have an entry; it has the control's caption and is enabled like the control, or while a row is
-/// selected.
-void ShowListMenu(const app::Inventory& inventory, ReportView& list, QtMessageLoop& loop,
+/// Opens the menu for the selected row at a place on the screen and returns at once. The inventory says which
+/// controls have an entry. While the menu is open its entries follow their controls and the row, and what is
+/// chosen is done with that row, whichever is selected by then.
+void ShowListMenu(const app::Inventory& inventory, ListBinding& list, QtMessageLoop& loop,
                   const QPoint& place);
 
 }  // namespace platform::qt

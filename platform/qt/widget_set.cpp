@@ -5,7 +5,6 @@
 #include "platform/qt/check_box_widget.h"
 #include "platform/qt/frame_widget.h"
 #include "platform/qt/key_sequence.h"
-#include "platform/qt/list_binding.h"
 #include "platform/qt/text.h"
 #include "platform/qt/text_bindings.h"
 #include "platform/qt/value_bindings.h"
@@ -171,8 +170,7 @@ QWidget* WidgetSet::Make(controls::Image& image, QWidget& parent) {
 
 QWidget* WidgetSet::Make(controls::ListView& list, QWidget& parent) {
   auto* widget = new ReportView(&parent);
-  Bind<ListBinding>(list, widget, icons_, loop_);
-  lists_.push_back(widget);
+  lists_.push_back(&Bind<ListBinding>(list, widget, icons_, loop_));
   return widget;
 }
 

@@ -11,7 +11,7 @@
 #include "app/forms/form_control.h"
 #include "platform/qt/captioned_bindings.h"
 #include "platform/qt/icons.h"
-#include "platform/qt/report_view.h"
+#include "platform/qt/list_binding.h"
 #include "platform/qt/timer_binding.h"
 
 namespace platform::qt {
@@ -25,11 +25,11 @@ class WidgetSet {
   WidgetSet(const WidgetSet&) = delete;
   WidgetSet& operator=(const WidgetSet&) = delete;
 
-  /// The widget of a control of the form; null for a button without a look.
+  /// The widget of a control of the form; null for one that has none.
   [[nodiscard]] QWidget* Of(const controls::Control& control) const;
   /// The first visible widget in the tab order that is `within` or somewhere inside it; null for none.
   [[nodiscard]] QWidget* FirstForKeyboard(const QWidget& within) const;
-  [[nodiscard]] const std::vector<ReportView*>& Lists() const { return lists_; }
+  [[nodiscard]] const std::vector<ListBinding*>& Lists() const { return lists_; }
   /// The labels for texts of any length.
   [[nodiscard]] const std::vector<std::pair<controls::Label*, FittedLabel*>>& Texts() const { return texts_; }
 
@@ -37,7 +37,7 @@ class WidgetSet {
   void FollowScale();
 
  private:
-  // One for each kind of control: the widget with its binding.
+  // One for each kind of control: the widget with its binding; none for what only has an entry in a menu.
   QWidget* Make(controls::Frame& frame, QWidget& parent);
   QWidget* Make(controls::Label& label, QWidget& parent);
   QWidget* Make(controls::CommandButton& button, QWidget& parent);
@@ -49,6 +49,7 @@ class WidgetSet {
   QWidget* Make(controls::ScrollBar& bar, QWidget& parent);
   QWidget* Make(controls::Image& image, QWidget& parent);
   QWidget* Make(controls::ListView& list, QWidget& parent);
+  static QWidget* Make(controls::RowCommand& /*command*/, QWidget& /*parent*/) { return nullptr; }
 
   void Add(controls::Control& control, QWidget* widget, const app::FormControl& entry);
   void NameFor(QWidget& widget, controls::Captioned& named_by);
@@ -63,7 +64,7 @@ class WidgetSet {
   std::map<const controls::Control*, QWidget*> widgets_;
   std::map<const controls::Captioned*, LabelBinding*> captions_;
   std::vector<QWidget*> tab_order_;
-  std::vector<ReportView*> lists_;
+  std::vector<ListBinding*> lists_;  // of bindings_
   std::vector<std::pair<controls::Label*, FittedLabel*>> texts_;
   std::vector<std::unique_ptr<WidgetBinding>> bindings_;
   std::vector<std::unique_ptr<TimerBinding>> timers_;

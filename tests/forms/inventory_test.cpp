@@ -108,8 +108,22 @@ TEST(InventoryTest, ListsMenuHoldsWhatCanBeDoneWithARowAndBelowALineWhatWithTheL
     if (entry.use.menu == MenuEntry::kClickBelowALine) menu.emplace_back("---");
     if (entry.use.menu != MenuEntry::kNone) menu.emplace_back(entry.name);
   }
-  EXPECT_EQ(menu, (std::vector<std::string>{"Command1", "Command8_3", "UndoDelete", "---", "CommandButton1",
+  EXPECT_EQ(menu, (std::vector<std::string>{"Command1", "RowFavourite", "RowRecording", "RowLink",
+                                            "Command8_3", "UndoDelete", "---", "CommandButton1",
                                             "CommandButton2", "---", "TitleNotices"}));
+}
+
+TEST(InventoryTest, MenuOfTheListsCallsPlayingByItsNameAndWhatIsForARowOnlyHasNoWidgetsPlace) {
+  const Form1 form1;
+  EXPECT_EQ(Find(form1.inventory, form1.Command1).use.menu_caption, u"Abspielen");
+  EXPECT_EQ(form1.RowFavourite.Caption(), u"Favorit");
+  EXPECT_EQ(form1.RowFavourite.Kind(), controls::RowCommandKind::kSwitch);
+  EXPECT_EQ(form1.RowRecording.Caption(), u"Aufnehmen");
+  EXPECT_EQ(form1.RowLink.Caption(), u"Link kopieren");
+  for (const FormControl& entry : form1.inventory) {
+    const bool for_row = As<controls::RowCommand>(entry) != nullptr;
+    EXPECT_EQ(for_row, entry.use.menu == MenuEntry::kForRow) << entry.name;
+  }
 }
 
 TEST(InventoryTest, DeleteKeyOfEitherListPressesTheButtonThatDeletes) {

@@ -114,7 +114,7 @@ TEST(TranslationTest, ColumnsOfTheFullListAreLookedUpFirstThenThoseOfTheFiltered
   EXPECT_LT(places.back(), std::ssize(looked_up));
 }
 
-TEST(TranslationTest, HintsAndAccessibleNamesAreTranslated) {
+TEST(TranslationTest, HintsAccessibleNamesAndTextsOfTheMenuAreTranslated) {
   const Form1 german;
   Form1 form1;
   const test_support::MarkingLanguage language;
@@ -125,10 +125,12 @@ TEST(TranslationTest, HintsAndAccessibleNamesAreTranslated) {
     const Use& before = german.inventory[index].use;
     EXPECT_EQ(form1.inventory[index].use.hint, marked(before.hint));
     EXPECT_EQ(form1.inventory[index].use.accessible_name, marked(before.accessible_name));
+    EXPECT_EQ(form1.inventory[index].use.menu_caption, marked(before.menu_caption));
     texts += before.hint.empty() ? 0U : 1U;
     texts += before.accessible_name.empty() ? 0U : 1U;
+    texts += before.menu_caption.empty() ? 0U : 1U;
   }
-  EXPECT_EQ(texts, 9U);
+  EXPECT_EQ(texts, 10U);
 }
 
 TEST(TranslationTest, EmptyCaptionsStayEmptyAndToolTipsStayGerman) {

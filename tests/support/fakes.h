@@ -121,6 +121,7 @@ class FakeShell : public platform::Shell {
 class FakeClipboard : public platform::Clipboard {
  public:
   Text GetText() override { return text; }
+  void SetText(const Text& new_text) override { text = new_text; }
   Text text;
 };
 

@@ -106,6 +106,44 @@ TEST_F(RecorderLaunchTest, AnotherNumberOfAPlaylistMakesTheDetailsStale) {
   EXPECT_FALSE(state.details_are_stale) << "no number changes the address of a link that is no playlist";
 }
 
+TEST_F(RecorderLaunchTest, AnotherRowIsRecordedWithoutTheNumberOfTheSelectedOne) {
+  AddStation(u"A", u"http://a/", u"Rock", u"", u"1");
+  AddStation(u"B", u"http://b/ x", u"Rock", u"", u"2");
+  Select(u"A");
+  form.UpDownTextBox1.SetText(u"7");
+  recorder.LaunchFor(form.SymbolListview, RowNamed(form.SymbolListview, u"B"));
+  ASSERT_EQ(shell.launches.size(), 1U);
+  EXPECT_EQ(shell.launches[0].file, u"C:\\Programme\\Funkhaus\\OZRecordFunkhaus.exe");
+  EXPECT_EQ(shell.launches[0].parameters, u"http://b/ x");
+  EXPECT_EQ(NumberOf(form.SymbolListview, u"A"), u"1");
+  EXPECT_EQ(NumberOf(form.SymbolListview, u"B"), u"2");
+  EXPECT_TRUE(dialogs.boxes.empty());
+}
+
+TEST_F(RecorderLaunchTest, SelectedRowIsRecordedAsByTheButton) {
+  AddStation(u"A", u"http://a/", u"Rock", u"", u"1");
+  Select(u"A");
+  form.UpDownTextBox1.SetText(u"7");
+  recorder.LaunchFor(form.SymbolListview, form.SymbolListview.SelectedRow());
+  EXPECT_EQ(shell.launches[0].parameters, u"http://a/");
+  EXPECT_EQ(NumberOf(form.SymbolListview, u"A"), u"7");
+}
+
+TEST_F(RecorderLaunchTest, RowOfAWindowThatIsClosingIsNotRecorded) {
+  AddStation(u"A", u"http://a/");
+  CloseWindow();
+  recorder.LaunchFor(form.SymbolListview, RowNamed(form.SymbolListview, u"A"));
+  EXPECT_TRUE(shell.launches.empty());
+}
+
+TEST_F(RecorderLaunchTest, RowThatCannotBeRecordedIsReportedToo) {
+  AddStation(u"A", u"http://a/");
+  shell.starts = false;
+  recorder.LaunchFor(form.SymbolListview, RowNamed(form.SymbolListview, u"A"));
+  ASSERT_EQ(notices.notices.size(), 1U);
+  EXPECT_EQ(notices.notices[0].sentence, app::sentences::kNoRecorder);
+}
+
 TEST_F(RecorderLaunchTest, ActsOnTheFilteredListWhileItIsShown) {
   AddStation(u"A", u"http://a/", u"Rock", u"", u"1");
   AddStationTo(form.ExplorerListFilter, u"A", u"http://a/", u"Rock", u"", u"1");

@@ -23,5 +23,14 @@ TEST(QtClipboardTest, IsEmptyWithoutText) {
   EXPECT_EQ(QtClipboard().GetText(), u"");
 }
 
+TEST(QtClipboardTest, TakesATextInPlaceOfWhatItHolds) {
+  auto* image = new QMimeData;
+  image->setImageData(QImage(2, 2, QImage::Format_RGB32));
+  QApplication::clipboard()->setMimeData(image);
+  QtClipboard().SetText(u"http://küste.example/live");
+  EXPECT_EQ(QApplication::clipboard()->text(), QString::fromUtf8("http://küste.example/live"));
+  EXPECT_FALSE(QApplication::clipboard()->mimeData()->hasImage());
+}
+
 }  // namespace
 }  // namespace platform::qt

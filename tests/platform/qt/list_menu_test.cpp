@@ -17,8 +17,16 @@ class ListMenu : public ::testing::Test {
     form_.UndoDelete.SetEnabled(false);  // as at the program's start
     for (const char16_t* name : {u"Radio A", u"Radio B"}) {
       controls::ListRow row;
-      row.cells.Set(0, name);
+      row.cells = {name, u"", u"http://radio.example"};
       list_.AddRow(std::move(row));
+    }
+    form_.RowFavourite.OfferFor = [](const controls::ListView& list, controls::RowId row) {
+      return controls::RowOffer{.available = true, .checked = list.Cell(row, app::kFavouriteCell) == u"1"};
+    };
+    for (controls::RowCommand* command : {&form_.RowRecording, &form_.RowLink}) {
+      command->OfferFor = [](const controls::ListView& list, controls::RowId row) {
+        return controls::RowOffer{.available = !list.Cell(row, app::kLinkCell).empty()};
+      };
     }
   }
   void SetUp() override { ASSERT_TRUE(opened_); }
@@ -34,17 +42,20 @@ class ListMenu : public ::testing::Test {
   QStringList Entries() const {
     QStringList texts;
     for (const QAction* entry : Menu()->actions()) {
-      if (entry->isEnabled() && !entry->isSeparator()) texts << entry->text();
+      if (entry->isEnabled() && entry->isVisible() && !entry->isSeparator()) texts << entry->text();
     }
     return texts;
   }
-  void Choose(const char* caption) {
+  QAction* Entry(const char* caption) const {
     for (QAction* entry : Menu()->actions()) {
-      if (!entry->text().startsWith(QString::fromUtf8(caption))) continue;
-      QTest::mouseClick(Menu(), Qt::LeftButton, {}, Menu()->actionGeometry(entry).center());
-      return;
+      if (entry->text().startsWith(QString::fromUtf8(caption))) return entry;
     }
-    ADD_FAILURE() << "no entry " << caption;
+    return nullptr;
+  }
+  void Choose(const char* caption) {
+    QAction* entry = Entry(caption);
+    ASSERT_NE(entry, nullptr) << "no entry " << caption;
+    QTest::mouseClick(Menu(), Qt::LeftButton, {}, Menu()->actionGeometry(entry).center());
   }
 
   WindowFixture fixture_;
@@ -60,7 +71,8 @@ TEST_F(ListMenu, ShowsTheControlsCaptionsAndTheirKeys) {
   form_.UndoDelete.SetEnabled(true);
   RightClick(At(1));
   ASSERT_NE(Menu(), nullptr);
-  EXPECT_EQ(Entries(), QStringList({"Start\tReturn", QString::fromUtf8("Eintrag löschen\tDel"),
+  EXPECT_EQ(Entries(), QStringList({"Abspielen\tReturn", "Favorit", "Aufnehmen", "Link kopieren",
+                                    QString::fromUtf8("Eintrag löschen\tDel"),
                                     QString::fromUtf8("Löschen zurücknehmen\tCtrl+Z"),
                                     "Liste speichern\tCtrl+S", QString::fromUtf8("Sender hinzufügen\tCtrl+N"),
                                     "Neue Titel melden, wenn das Fenster nicht zu sehen ist"}));
@@ -131,16 +143,18 @@ INSTANTIATE_TEST_SUITE_P(
                [](QMenu& menu) { QTest::mousePress(&menu, Qt::LeftButton, {}, QPoint(-50, -50)); }},
         WayOut{"SecondRightClick",
                [](QMenu& menu) { QTest::mousePress(&menu, Qt::RightButton, {}, QPoint(-50, -50)); }},
-        WayOut{"Start", [](QMenu& menu) { ChooseIn(menu, 0); }},
-        WayOut{"Delete", [](QMenu& menu) { ChooseIn(menu, 1); }},
+        WayOut{"Play", [](QMenu& menu) { ChooseIn(menu, 0); }},
+        WayOut{"Favourite", [](QMenu& menu) { ChooseIn(menu, 1); }},
+        WayOut{"Record", [](QMenu& menu) { ChooseIn(menu, 2); }},
+        WayOut{"Delete", [](QMenu& menu) { ChooseIn(menu, 4); }},
         WayOut{"Closed", [](QMenu& menu) { menu.close(); }}),
     [](const auto& way) { return way.param.name; });
 
-TEST_F(ListMenu, StartPlaysTheRowAsADoubleClickDoes) {
+TEST_F(ListMenu, PlayingPlaysTheRowAsADoubleClickDoes) {
   controls::RowId played = controls::RowId::kNone;
   const auto subscription = list_.DoubleClicked.Subscribe([&](controls::RowId row) { played = row; });
   RightClick(At(1));
-  Choose("Start");
+  Choose("Abspielen");
   EXPECT_TRUE(WaitFor([&] { return played == list_.RowAt(1); }));
 }
 
@@ -151,6 +165,138 @@ TEST_F(ListMenu, DeleteDeletesTheRowThatWasClickedThoughTheListDidNotKnowItYet) 
   RightClick(At(1));
   Choose("Eintrag löschen");
   EXPECT_TRUE(WaitFor([&] { return deleted == list_.RowAt(1); }));
+}
+
+/// Remembers what is chosen of a command.
+class Choices {
+ public:
+  explicit Choices(controls::RowCommand& command)
+      : chosen_(command.Chosen.Subscribe(
+            [this](const controls::RowChoice& choice) { all.emplace_back(choice.row, choice.checked); })) {}
+  using All = std::vector<std::pair<controls::RowId, bool>>;
+  All all;
+
+ private:
+  controls::Subscription chosen_;
+};
+
+TEST_F(ListMenu, FavouriteIsCheckedAsTheRowIsAndChoosingItAsksForTheOther) {
+  list_.SetCell(list_.RowAt(1), app::kFavouriteCell, u"1");
+  const Choices choices(form_.RowFavourite);
+  for (const int row : {0, 1}) {
+    RightClick(At(row));
+    EXPECT_TRUE(Entry("Favorit")->isCheckable());
+    EXPECT_EQ(Entry("Favorit")->isChecked(), row == 1);
+    Choose("Favorit");
+    EXPECT_TRUE(WaitFor([this] { return Menu() == nullptr; }));
+  }
+  EXPECT_TRUE(WaitFor([&] { return choices.all.size() == 2; }));
+  EXPECT_EQ(choices.all, (Choices::All{{list_.RowAt(0), true}, {list_.RowAt(1), false}}));
+}
+
+TEST_F(ListMenu, FavouriteFollowsTheRowWhileTheMenuIsOpen) {
+  RightClick(At(0));
+  list_.SetCell(list_.RowAt(1), app::kFavouriteCell, u"1");
+  EXPECT_FALSE(Entry("Favorit")->isChecked());
+  list_.SetCell(list_.RowAt(0), app::kFavouriteCell, u"1");
+  EXPECT_TRUE(Entry("Favorit")->isChecked());
+  const Choices choices(form_.RowFavourite);
+  Choose("Favorit");
+  EXPECT_TRUE(WaitFor([&] { return !choices.all.empty(); }));
+  EXPECT_EQ(choices.all, (Choices::All{{list_.RowAt(0), false}}));
+}
+
+TEST_F(ListMenu, RecordingAndTheLinkAreForTheRowAndNotBeforeTheMenuIsGone) {
+  const Choices recorded(form_.RowRecording);
+  const Choices copied(form_.RowLink);
+  RightClick(At(1));
+  Choose("Aufnehmen");
+  EXPECT_TRUE(recorded.all.empty()) << "inside the toolkit's call";
+  EXPECT_TRUE(WaitFor([&] { return !recorded.all.empty(); }));
+  RightClick(At(0));
+  Choose("Link kopieren");
+  EXPECT_TRUE(WaitFor([&] { return !copied.all.empty(); }));
+  EXPECT_EQ(recorded.all, (Choices::All{{list_.RowAt(1), false}}));
+  EXPECT_EQ(copied.all, (Choices::All{{list_.RowAt(0), false}}));
+}
+
+TEST_F(ListMenu, WhatIsNotOfferedForTheRowCannotBeChosen) {
+  list_.SetCell(list_.RowAt(1), app::kLinkCell, u"");
+  RightClick(At(1));
+  EXPECT_FALSE(Entry("Aufnehmen")->isEnabled());
+  EXPECT_FALSE(Entry("Link kopieren")->isEnabled());
+  EXPECT_TRUE(Entry("Favorit")->isEnabled());
+  list_.SetCell(list_.RowAt(1), app::kLinkCell, u"http://radio.example");
+  EXPECT_TRUE(Entry("Aufnehmen")->isEnabled());
+}
+
+TEST_F(ListMenu, RowThatIsDeletedWhileItsMenuIsOpenTakesItsEntriesAlong) {
+  RightClick(At(1));
+  list_.RemoveRow(list_.RowAt(0));
+  EXPECT_TRUE(Entry("Abspielen")->isEnabled());
+  list_.RemoveRow(list_.RowAt(0));
+  for (const char* entry : {"Abspielen", "Favorit", "Aufnehmen", "Link kopieren", "Eintrag löschen"}) {
+    EXPECT_FALSE(Entry(entry)->isEnabled()) << entry;
+  }
+  EXPECT_TRUE(Entry("Sender hinzufügen")->isEnabled());
+}
+
+TEST_F(ListMenu, RowsThatAreLoadedAgainWhileTheMenuIsOpenAreNotTheRowOfTheMenu) {
+  RightClick(At(0));
+  list_.Clear();
+  list_.AddRow({});
+  for (const char* entry : {"Abspielen", "Favorit", "Eintrag löschen"}) {
+    EXPECT_FALSE(Entry(entry)->isEnabled()) << entry;
+  }
+}
+
+TEST_F(ListMenu, RowThatGoesBetweenTheChoiceAndItsTurnIsLeftAlone) {
+  const Choices choices(form_.RowRecording);
+  RightClick(At(1));
+  Choose("Aufnehmen");
+  list_.RemoveRow(list_.RowAt(1));
+  Settle();
+  EXPECT_TRUE(choices.all.empty());
+}
+
+TEST_F(ListMenu, EntriesMeanTheRowOfTheMenuThoughAnotherOneIsSelectedMeanwhile) {
+  controls::RowId played = controls::RowId::kNone;
+  const auto plays = list_.DoubleClicked.Subscribe([&](controls::RowId row) { played = row; });
+  controls::RowId deleted = controls::RowId::kNone;
+  const auto deletions = form_.Command8[3].Clicked.Subscribe([&] { deleted = list_.SelectedRow(); });
+  for (const char* entry : {"Abspielen", "Eintrag löschen"}) {
+    list_.Select(list_.RowAt(0));
+    RightClick(At(0));
+    // A media key selects the next station.
+    list_.Select(list_.RowAt(1));
+    ASSERT_EQ(view_.SelectedRow(), 1);
+    Choose(entry);
+    EXPECT_TRUE(WaitFor([this] { return Menu() == nullptr; }));
+    Settle();
+  }
+  EXPECT_EQ(played, list_.RowAt(0));
+  EXPECT_EQ(deleted, list_.RowAt(0));
+}
+
+TEST_F(ListMenu, EntriesOfButtonsFollowThemWhileTheMenuIsOpen) {
+  RightClick(At(0));
+  EXPECT_FALSE(Entry("Löschen zurücknehmen")->isEnabled());
+  form_.UndoDelete.SetEnabled(true);
+  form_.CommandButton1.SetVisible(false);
+  form_.TitleNotices.SetValue(controls::CheckValue::kChecked);
+  EXPECT_TRUE(Entry("Löschen zurücknehmen")->isEnabled());
+  EXPECT_FALSE(Entry("Liste speichern")->isVisible());
+  EXPECT_TRUE(Entry("Neue Titel melden")->isChecked());
+}
+
+TEST_F(ListMenu, WindowThatGoesWhileTheMenuIsOpenHarmsNothing) {
+  RightClick(At(1));
+  Choose("Favorit");
+  RightClick(At(1));
+  fixture_.window.reset();
+  list_.SetCell(list_.RowAt(1), app::kFavouriteCell, u"1");
+  list_.Clear();
+  Settle();
 }
 
 TEST_F(ListMenu, DeletingIsTakenBackWhileThereIsSomethingToTakeBack) {
@@ -193,7 +339,8 @@ TEST_F(ListMenu, HiddenButtonsHaveNoEntry) {
   form_.CommandButton1.SetVisible(false);
   form_.CommandButton2.SetVisible(false);
   RightClick(At(0));
-  EXPECT_EQ(Entries().size(), 3);
+  EXPECT_EQ(Entries().size(), 6);
+  EXPECT_FALSE(Entry("Liste speichern")->isVisible() || Entry("Sender hinzufügen")->isVisible());
 }
 
 }  // namespace
