@@ -56,6 +56,14 @@ void Check(bool done) {
   if (!done) std::abort();
 }
 
+/// The fuzzer's own alarm interrupts whoever waits.
+template <typename Call>
+auto Retried(Call call) {
+  auto result = call();
+  while (result < 0 && errno == EINTR) result = call();
+  return result;
+}
+
 sockaddr_in AddressOf(std::uint16_t port) {
   sockaddr_in address{};
   address.sin_family = AF_INET;
@@ -69,7 +77,7 @@ std::string ReceiveHeader(int connection) {
   std::string header;
   while (header.find(kHeaderEnd) == std::string::npos && header != kMark) {
     char bytes[4096];
-    const ssize_t count = recv(connection, bytes, sizeof(bytes), 0);
+    const ssize_t count = Retried([&] { return recv(connection, bytes, sizeof(bytes), 0); });
     if (count <= 0) break;
     header.append(bytes, static_cast<std::size_t>(count));
   }
@@ -80,8 +88,8 @@ std::string ReceiveHeader(int connection) {
 bool SendAll(int connection, std::string_view bytes, std::size_t& sent) {
   while (!bytes.empty()) {
     pollfd ready{connection, POLLOUT, 0};
-    if (poll(&ready, 1, kPatience) != 1) return false;
-    const ssize_t count = send(connection, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+    if (Retried([&] { return poll(&ready, 1, kPatience); }) != 1) return false;
+    const ssize_t count = Retried([&] { return send(connection, bytes.data(), bytes.size(), MSG_NOSIGNAL); });
     if (count <= 0) return false;
     sent += static_cast<std::size_t>(count);
     bytes.remove_prefix(static_cast<std::size_t>(count));
@@ -111,7 +119,7 @@ Loopback::~Loopback() {
 
 void Loopback::Run() {
   while (true) {
-    const int connection = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+    const int connection = Retried([&] { return accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC); });
     if (connection < 0) return;
     ServeOne(connection);
     close(connection);
