@@ -1,6 +1,9 @@
 #include "catalogue/station_lists.h"
 
 #include <algorithm>
+#include <string>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 
 #include "app/state/station.h"
@@ -22,6 +25,8 @@ std::int32_t Sign(double first, double second) {
   if (first < second) return -1;
   return first > second ? 1 : 0;
 }
+
+bool IsParent(const ListRow& row) { return row.cells[app::kNameCell] == kParentRow; }
 
 }  // namespace
 
@@ -84,21 +89,29 @@ void StationLists::SortAgain(ListView& list) {
 
 void StationLists::Sort(ListView& list, int column, SortDirection direction) {
   const auto cell = static_cast<std::size_t>(column);
+  const Comparison compare = ComparisonOf(list, cell);
   list.Sort(column, direction, [&](const ListRow& first, const ListRow& second) {
-    return CompareForDisplay(list, first, second, cell, direction);
+    if (IsParent(first) || IsParent(second))
+      return static_cast<int>(IsParent(second)) - static_cast<int>(IsParent(first));
+    const int order = compare(first, second);
+    return direction == SortDirection::kAscending ? order : -order;
   });
   state_.details_are_stale = true;
 }
 
-int StationLists::CompareForDisplay(const ListView& list, const ListRow& first, const ListRow& second,
-                                    std::size_t column, SortDirection direction) const {
-  const bool first_is_parent = first.cells[app::kNameCell] == kParentRow;
-  const bool second_is_parent = second.cells[app::kNameCell] == kParentRow;
-  if (first_is_parent || second_is_parent) {
-    return static_cast<int>(second_is_parent) - static_cast<int>(first_is_parent);
+/// The order of CompareListItems2. In natural order each text is weighed once instead of at every comparison.
+StationLists::Comparison StationLists::ComparisonOf(const ListView& list, std::size_t column) const {
+  if (list.Columns()[column].sort_kind != SortKind::kNaturalOrder) {
+    return [this, &list, column](const ListRow& first, const ListRow& second) {
+      return CompareListItems2(list, first, second, column);
+    };
   }
-  const std::int32_t order = CompareListItems2(list, first, second, column);
-  return direction == SortDirection::kAscending ? order : -order;
+  std::unordered_map<controls::RowId, std::string> keys;
+  keys.reserve(list.Count());
+  for (const ListRow& row : list.Rows()) keys.emplace(row.id, order_.SortKey(row.cells[column]));
+  return [keys = std::move(keys)](const ListRow& first, const ListRow& second) {
+    return keys.find(first.id)->second.compare(keys.find(second.id)->second);
+  };
 }
 
 std::int32_t StationLists::CompareListItems2(const ListView& list, const ListRow& FirstItem,

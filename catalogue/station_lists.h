@@ -2,6 +2,7 @@
 // The two station lists: columns, order, selection memory and what their events trigger.
 // Not their filling (catalogue/station_store.h), nor which of them is shown (catalogue/station_views.h).
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 
@@ -50,9 +51,8 @@ class StationLists {
   [[nodiscard]] controls::RowId RememberedRow() const;
   void HeaderClicked(controls::ListView& list, int column);
   void Sort(controls::ListView& list, int column, controls::SortDirection direction);
-  [[nodiscard]] int CompareForDisplay(const controls::ListView& list, const controls::ListRow& first,
-                                      const controls::ListRow& second, std::size_t column,
-                                      controls::SortDirection direction) const;
+  using Comparison = std::function<std::int32_t(const controls::ListRow&, const controls::ListRow&)>;
+  [[nodiscard]] Comparison ComparisonOf(const controls::ListView& list, std::size_t column) const;
 
   app::ListPair lists_;
   platform::StringOrder& order_;

@@ -76,4 +76,31 @@ int IcuStringOrder::StrCmpLogicalW(const Text& first, const Text& second) {
   return ucol_strcoll(collator_.get(), first.data(), Length(first), second.data(), Length(second));
 }
 
+std::string IcuStringOrder::SortKey(const Text& text) {
+  std::string key;
+  if (!collator_) {
+    for (const char16_t unit : text) {
+      key.push_back(static_cast<char>(unit >> 8U));
+      key.push_back(static_cast<char>(unit & 0xFFU));
+    }
+    return key;
+  }
+  const Text weighable = text.size() > kDigitsInSegment ? WithWeighableNumbers(text) : text;
+  // The size counts a NUL at the end. A name's key is hardly longer than the name in bytes.
+  constexpr std::size_t kUsual = 128;
+  key.resize(kUsual);
+  const auto make = [&] {
+    return ucol_getSortKey(collator_.get(), weighable.data(), Length(weighable),
+                           reinterpret_cast<std::uint8_t*>(key.data()),  // NOLINT: bytes are characters
+                           static_cast<std::int32_t>(key.size()));
+  };
+  const auto size = static_cast<std::size_t>(make());
+  if (size > key.size()) {
+    key.resize(size);
+    make();
+  }
+  key.resize(size);
+  return key;
+}
+
 }  // namespace platform::icu

@@ -17,6 +17,7 @@ class IcuStringOrder final : public StringOrder {
   IcuStringOrder();
 
   int StrCmpLogicalW(const Text& first, const Text& second) override;
+  std::string SortKey(const Text& text) override;
 
  private:
   struct Closer {

@@ -75,4 +75,16 @@ int PlainStringOrder::StrCmpLogicalW(const Text& first, const Text& second) {
   return order < 0 ? -1 : order > 0 ? 1 : 0;
 }
 
+std::string PlainStringOrder::SortKey(const Text& text) {
+  const Weights weights = WeightsOf(text);
+  std::string key;
+  const auto append = [&key](std::uint32_t weight) {
+    for (const unsigned shift : {24U, 16U, 8U, 0U}) key.push_back(static_cast<char>(weight >> shift & 0xFFU));
+  };
+  for (const std::uint32_t weight : weights.first) append(weight + 1);
+  append(0);  // the end sorts before everything
+  for (const std::uint32_t weight : weights.second) append(weight + 1);
+  return key;
+}
+
 }  // namespace test_support

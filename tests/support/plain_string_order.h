@@ -9,6 +9,7 @@ namespace test_support {
 class PlainStringOrder final : public platform::StringOrder {
  public:
   int StrCmpLogicalW(const platform::Text& first, const platform::Text& second) override;
+  std::string SortKey(const platform::Text& text) override;
 };
 
 }  // namespace test_support

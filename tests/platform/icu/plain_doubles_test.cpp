@@ -80,6 +80,8 @@ TEST_F(PlainDoubles, NamesStandInTheProgramsOrder) {
     for (Text& name : names) {
       for (int at = 0; at < 3; ++at) name += parts[random() % std::size(parts)];
     }
+    EXPECT_EQ(sign(plain_order.SortKey(names[0]).compare(plain_order.SortKey(names[1]))),
+              sign(plain_order.StrCmpLogicalW(names[0], names[1])));
     EXPECT_EQ(sign(plain_order.StrCmpLogicalW(names[0], names[1])),
               sign(real_order.StrCmpLogicalW(names[0], names[1])))
         << plain.WideCharToMultiByte(CodePage::kUtf8, names[0]) << " | "

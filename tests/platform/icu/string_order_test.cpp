@@ -118,6 +118,23 @@ TEST(StringOrder, IsSymmetricAndTransitiveOverAMixedList) {
   }
 }
 
+TEST(StringOrder, SortKeysCompareAsTheTextsDo) {
+  IcuStringOrder order;
+  std::vector<Text> names = MixedNames();
+  names.push_back(Text(2000, u'x'));  // a key of more than the usual length
+  names.push_back(Text(2000, u'x') + u"y");
+  names.push_back(u"");
+  std::vector<std::string> keys;
+  for (const Text& name : names) keys.push_back(order.SortKey(name));
+  for (std::size_t first = 0; first < names.size(); ++first) {
+    for (std::size_t second = 0; second < names.size(); ++second) {
+      ASSERT_EQ(Sign(keys[first].compare(keys[second])),
+                Sign(order.StrCmpLogicalW(names[first], names[second])))
+          << Shown(names[first]) << " / " << Shown(names[second]);
+    }
+  }
+}
+
 TEST(StringOrder, SortsTwentyThousandNamesInWellUnderHalfASecond) {
   IcuStringOrder order;
   std::mt19937 random(20261115);
