@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QResizeEvent>
 #include <algorithm>
+#include <utility>
 
 #include "platform/qt/front.h"
 #include "platform/qt/input_binding.h"
@@ -25,7 +26,9 @@ FormBinding::FormBinding(controls::Form& form, QWidget& window, const TwipScale&
 void FormBinding::Follow() {
   const QString title = WindowTitle(form_.Caption());
   if (window_.windowTitle() != title) window_.setWindowTitle(title);
-  const controls::Place& place = form_.GetPlace();
+  const controls::Place place = form_.GetPlace();
+  // A hidden window has its size before the form hears of it.
+  if (std::exchange(followed_, place) == place) return;
   const bool same_size = scale_.Twips(window_.width()) == place.width &&
                          scale_.Twips(window_.height() - FooterHeight()) == place.height;
   if (!same_size) window_.resize(WindowSize(place.width, place.height));

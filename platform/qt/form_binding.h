@@ -35,6 +35,7 @@ class FormBinding final : public QObject {
   const TwipScale& scale_;
   QtMessageLoop& loop_;
   const controls::Control* const footer_;
+  controls::Place followed_;
   controls::Subscriptions subscriptions_;
 };
 

@@ -22,11 +22,14 @@ PlayerWindow::PlayerWindow(app::Form1& form, const QtIcons& icons, QtMessageLoop
   closed_ = form_.form.Closed.Subscribe([] { QCoreApplication::exit(); });
 }
 
+void PlayerWindow::RememberIn(const QString& file) {
+  memory_.emplace(form_.form, form_.inventory, *this, file);
+}
+
 void PlayerWindow::Open() {
-  // Room for the title bar and the borders that the window manager adds.
-  constexpr QSize kBorders(20, 60);
-  const QSize room = screen()->availableSize() - kBorders;
+  const QSize room = screen()->availableSize() - kWindowBorders;
   resize(view_.WindowSize().boundedTo(room).expandedTo(minimumSize()));
+  if (memory_) memory_->Restore();
   view_.FocusFirst();
   show();
   appearing_.start();

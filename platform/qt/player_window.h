@@ -4,9 +4,11 @@
 
 #include <QTimer>
 #include <QWidget>
+#include <optional>
 
 #include "app/forms/form1.h"
 #include "platform/qt/form_view.h"
+#include "platform/qt/remembered_window.h"
 
 namespace platform::qt {
 
@@ -16,7 +18,11 @@ class PlayerWindow final : public QWidget {
  public:
   PlayerWindow(app::Form1& form, const QtIcons& icons, QtMessageLoop& loop);
 
-  /// Shows the window at the form's size, or as large as the screen allows.
+  /// Reads what is remembered of the window from the file, and keeps it there from now on. Once, before
+  /// `Open`.
+  void RememberIn(const QString& file);
+
+  /// Shows the window as it is remembered; else at the form's size, or as large as the screen allows.
   void Open();
 
   /// Opens the window unless the form is closed already, and runs the program's event loop until the form
@@ -36,6 +42,7 @@ class PlayerWindow final : public QWidget {
 
   app::Form1& form_;
   FormView view_;
+  std::optional<RememberedWindow> memory_;
   controls::Subscription closed_;
   QTimer appearing_;
 };

@@ -1,10 +1,12 @@
 #include "programs/linux/program.h"
 
 #include <QApplication>
+#include <QFile>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "app/forms/form2.h"
 #include "platform/curl/curl_internet.h"
@@ -84,6 +86,14 @@ struct Program::Parts {
     media.LoadAhead();
   }
 
+  /// In the user's folder for state, one for each settings folder.
+  [[nodiscard]] QString MemoryFile() {
+    const app::Settings& settings = logic.GetSettings();
+    const platform::Text station_file = settings.SettingsFolder + settings.StationFileName;
+    const std::string file = plain_paths.ToNative(environment.StateFile(station_file, u".window"));
+    return QFile::decodeName(QByteArray::fromStdString(file));
+  }
+
   std::unique_ptr<QApplication> application;
   platform::qt::FontsAhead fonts_ahead;
   platform::qt::DesktopColors desktop_colors;
@@ -136,6 +146,7 @@ Program::Program(int& argc, char** argv) : parts_(std::make_unique<Parts>(argc, 
   parts_->toolkit_texts = std::make_unique<platform::qt::ToolkitTexts>(parts_->ToolkitLanguage());
   parts_->window = std::make_unique<platform::qt::PlayerWindow>(parts_->logic.Controls(), parts_->icons,
                                                                 parts_->message_loop);
+  parts_->window->RememberIn(parts_->MemoryFile());
   parts_->dialogs.SetMainWindow(parts_->window.get());
   parts_->turns.SetMainWindow(parts_->window.get());
 }

@@ -70,6 +70,25 @@ TEST_F(WidgetJourney, ViewsAreSwitchedAFavouriteIsMarkedAndTheListIsSorted) {
   EXPECT_EQ(Options(), "[Pfad3]\r\nFunkhausFavorit=0\r\n");
 }
 
+TEST_F(WidgetJourney, WindowAndColumnsAreAtTheNextStartAsTheyWereLeft) {
+  Start(kTop + Station("Radio A", "Rock", "1"));
+  Run([&] {
+    program_->Window().resize(700, 600);
+    Form().SymbolListview.DragColumn(1, 210);
+    Settle();
+    program_->Window().close();
+  });
+  program_.reset();
+  entrance_.reset();
+  Start(kTop + Station("Radio A", "Rock", "1"));
+  Run([&] {
+    EXPECT_EQ(program_->Window().size(), QSize(700, 600));
+    EXPECT_EQ(List().columnWidth(1), 210);
+    EXPECT_EQ(List().columnWidth(0), 300);
+    program_->Window().close();
+  });
+}
+
 TEST_F(WidgetJourney, LinkAndNumberAreEditedAndTakenOver) {
   const std::string list = folder_.Write("listen/liste.m3u", "#EXTM3U\n").string();
   Start(kTop + Station("Radio A", "Rock", "", "http://127.0.0.1:9/alt") + Station("Radio B", "Dance", ""));
