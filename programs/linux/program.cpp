@@ -58,10 +58,13 @@ std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv) {
   QApplication::setDesktopFileName(QStringLiteral("funkhausplayer"));
   // The window's pictures are small bars, many times a second. Through shared memory each would cost an
   // answer from the X server and two wake-ups; sent directly they cost less. Does nothing on other displays.
-  if (!qEnvironmentVariableIsSet("QT_XCB_NO_MITSHM")) qputenv("QT_XCB_NO_MITSHM", "1");
+  const bool chosen = qEnvironmentVariableIsSet("QT_XCB_NO_MITSHM");
+  if (!chosen) qputenv("QT_XCB_NO_MITSHM", "1");
   const QtMessageHandler usual = qInstallMessageHandler(LeaveOnFatalMessage);
   auto application = std::make_unique<QApplication>(argc, argv);
   qInstallMessageHandler(usual);
+  // The toolkit has read it; the programs that this one starts choose for themselves.
+  if (!chosen) qunsetenv("QT_XCB_NO_MITSHM");
   return application;
 }
 
