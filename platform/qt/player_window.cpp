@@ -32,11 +32,11 @@ void PlayerWindow::Open() {
   if (memory_) memory_->Restore();
   view_.FocusFirst();
   show();
-  appearing_.start();
+  if (windowIcon().isNull()) appearing_.start();
 }
 
 void PlayerWindow::Appear() {
-  // Finding it in the desktop's theme takes longer than the first picture of the window.
+  // Drawing it in every size takes longer than the window's first picture should wait.
   setWindowIcon(ApplicationIcon());
   Appeared.Raise();
 }
