@@ -84,19 +84,24 @@ class NullSink:
     """A private sound server whose only card is silent; what is played can be recorded from its monitor."""
 
     def __init__(self, children, folder):
-        folder = pathlib.Path(folder)
-        folder.mkdir(mode=0o700, parents=True)
-        socket = folder / "native"
-        self.environment = {"PULSE_SERVER": f"unix:{socket}", "PULSE_RUNTIME_PATH": str(folder),
-                            "PULSE_COOKIE": str(folder / "cookie")}
+        self.children, self.folder = children, pathlib.Path(folder)
+        self.folder.mkdir(mode=0o700, parents=True)
+        self.socket = self.folder / "native"
+        self.environment = {"PULSE_SERVER": f"unix:{self.socket}", "PULSE_RUNTIME_PATH": str(self.folder),
+                            "PULSE_COOKIE": str(self.folder / "cookie")}
+        self.start()
+
+    def start(self):
+        """Again, after the server was ended."""
+        self.socket.unlink(missing_ok=True)
         # Without "norewinds" playing sometimes stalls at its beginning.
-        server = children.start("pulseaudio", [
+        self.server = self.children.start("pulseaudio", [
             "pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "--log-target=stderr",
             "--load=module-null-sink sink_name=demo rate=48000 norewinds=1",
-            f"--load=module-native-protocol-unix auth-anonymous=1 socket={socket}"],
-            env={**os.environ, **self.environment, "XDG_RUNTIME_DIR": str(folder), "HOME": str(folder)})
-        wait_for("the sound server", lambda: server.poll() is not None or socket.exists(), 20)
-        if server.poll() is not None:
+            f"--load=module-native-protocol-unix auth-anonymous=1 socket={self.socket}"],
+            env={**os.environ, **self.environment, "XDG_RUNTIME_DIR": str(self.folder), "HOME": str(self.folder)})
+        wait_for("the sound server", lambda: self.server.poll() is not None or self.socket.exists(), 20)
+        if self.server.poll() is not None:
             raise Failure("the sound server did not start")
 
     def loudness(self, seconds=1.0):
