@@ -64,6 +64,15 @@ packages_demo=(
     xvfb
 )
 
+# To soak it: a bus for its media keys, and the mouse and the keys of a virtual screen.
+packages_soak=(
+    dbus-daemon
+    libglib2.0-bin
+    libx11-6
+    libxtst6
+    mount
+)
+
 # For the checks round the tests: the second compiler, its run-time library for fuzzing, the formatter, the linter;
 # and a cache, for two stages compile the same files.
 packages_check=(
