@@ -8,7 +8,8 @@ gentle or rough (user.py). Judged are
 
 - crashes: an end that nobody asked for, an exit code, a line of a sanitizer, also of the recording tools and of later
   starts;
-- hangs: no answer to a window manager's ping for 3.5 s (watcher.py), or no reaction to a key within 20 s;
+- hangs: no answer to a window manager's ping for 3.5 s, the time not counted for which other programs had the processor
+  (watcher.py), or no reaction to a key within 20 s;
 - rows lost: while the user is gentle no station may vanish from the station file, and none of its lines may change but
   the mark and the number, which saving normalises; a rough user's stations may vanish one for each action at most. What
   was entered and not saved before a kill must be in the file once the next session has saved (catalogue.py, user.py);
@@ -52,6 +53,22 @@ MOST_MEMORY, MOST_THREADS, MOST_FILES = 12.0, 4, 6  # growth at rest within a se
 # How a session ends: closed at rest with Yes or No, closed or told to end in the middle of everything, killed.
 ENDS = ("yes", "no", "abrupt", "abrupt", "kill", "kill", "term")
 SANITIZERS = ("AddressSanitizer", "runtime error:", "LeakSanitizer")
+
+
+def next_ended_child():
+    """One that nobody has waited for yet; it still can be waited for."""
+    try:
+        return os.waitid(os.P_ALL, 0, os.WEXITED | os.WNOHANG | os.WNOWAIT)
+    except ChildProcessError:
+        return None
+
+
+def is_child(process_id):
+    try:
+        status = pathlib.Path(f"/proc/{process_id}/status").read_text()
+    except OSError:
+        return False
+    return f"PPid:\t{os.getpid()}\n" in status
 
 
 class Soak:
@@ -153,6 +170,7 @@ class Soak:
         self.faults.heal_all()
         self.user.settle()
         self.user.close_others()
+        self.reap_orphans()
         if self.program.poll() is not None:
             return
         time.sleep(1.0)
@@ -170,8 +188,8 @@ class Soak:
             self.user.await_starts()
         if self.ended_by in ("yes", "no"):
             self.rest()
-            if not rough:
-                self.judge_growth()
+        if not rough:
+            self.judge_growth(is_at_rest=self.ended_by in ("yes", "no"))
         if self.program.poll() is not None:
             self.ended_by = "itself"
             self.fail("crash", f"the program ended with {self.program.returncode}")
@@ -221,15 +239,17 @@ class Soak:
         if found:
             self.fail("sanitizer", f"{found} (player-{self.sessions}.log)")
 
-    def judge_growth(self):
+    def judge_growth(self, is_at_rest):
         """From the third rest on, when what is loaded once is there. Threads that libraries keep for their next work
-        end after some time of idleness."""
+        end after some time of idleness, so they are judged only in a session that ends at rest."""
         if len(self.rests) < 4 or self.program.poll() is not None:
             return
         start, end = self.rests[2], self.rests[-1]
-        limits = (float("inf") if self.arguments.sanitized else MOST_MEMORY, MOST_THREADS, MOST_FILES)
+        endless = float("inf")
+        limits = (endless if self.arguments.sanitized else MOST_MEMORY,
+                  MOST_THREADS if is_at_rest else endless, MOST_FILES if is_at_rest else endless)
         patience = time.monotonic() + LONGEST_IDLENESS
-        while self.exceeds(start, end, limits) and time.monotonic() < patience:
+        while is_at_rest and self.exceeds(start, end, limits) and time.monotonic() < patience:
             time.sleep(1)
             end = needs(self.program.pid) or end
         print(f"session {self.sessions}: at rest {start[0]:.1f} -> {end[0]:.1f} MB, {start[1]} -> {end[1]} threads, "
@@ -242,15 +262,25 @@ class Soak:
         return any(last - first > limit for first, last, limit in zip(start, end, limits))
 
     def end_recorders(self):
-        """Orphans become this process's children, so that their end can be seen."""
         for entry in pathlib.Path("/proc").iterdir():
-            if entry.name.isdigit() and self.user.is_recorder(int(entry.name)):
-                try:
-                    if os.waitpid(int(entry.name), os.WNOHANG)[0] == 0:
-                        os.kill(int(entry.name), signal.SIGTERM)
-                        os.waitpid(int(entry.name), 0)
-                except (ChildProcessError, ProcessLookupError):
-                    pass
+            if entry.name.isdigit() and self.user.is_recorder(int(entry.name)) and is_child(int(entry.name)):
+                os.kill(int(entry.name), signal.SIGTERM)
+        self.reap_orphans()
+
+    def reap_orphans(self):
+        """What the program started becomes this process's child when the program has ended or let it go."""
+        mine = {child.pid: child for child in self.world.children.running}
+        mine.update({child.pid: child for _, child in self.user.spawned})
+        for child in mine.values():
+            child.poll()
+        while (found := next_ended_child()) is not None:
+            if found.si_pid in mine:
+                mine[found.si_pid].poll()
+                continue
+            name = pathlib.Path(f"/proc/{found.si_pid}/comm").read_text().strip()
+            code = os.waitstatus_to_exitcode(os.waitpid(found.si_pid, 0)[1])
+            if name.startswith("OZRecord") and code not in (0, 1, -signal.SIGTERM):
+                self.fail("crash", f"a recording tool ended with {code}")
 
     # All of it
 
