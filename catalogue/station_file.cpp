@@ -17,12 +17,6 @@ namespace {
 
 constexpr char16_t kNameKey[] = u"Station";
 
-/// What saving the list writes.
-Text ListedValue(const Station& station, const StationField& field) {
-  const bool emptied = field.cell == app::kM3uNumberCell && !NamesAnEntry(station.number);
-  return emptied ? Text() : station.*field.value;
-}
-
 }  // namespace
 
 bool NamesAnEntry(const Text& number) { return app::ToNumber(number).value_or(0) >= 1; }
@@ -78,14 +72,14 @@ void StationFile::WriteWhole(const Station& station, NumberKey number_key) const
 
 void StationFile::WriteListed(const Station& station) const {
   for (const StationField& field : app::kStationFieldsByCell) {
-    WriteField(station.name, field, ListedValue(station, field));
+    const bool emptied = field.cell == app::kM3uNumberCell && !NamesAnEntry(station.number);
+    WriteField(station.name, field, emptied ? Text() : station.*field.value);
   }
 }
 
-bool StationFile::IsListed(const Station& station) const {
-  return Contains(station.name) &&
-         std::ranges::all_of(app::kStationFieldsByCell, [&](const StationField& field) {
-           return ReadField(station.name, field) == ListedValue(station, field);
+bool StationFile::Holds(const Station& station) const {
+  return Contains(station.name) && std::ranges::all_of(app::kStationFields, [&](const StationField& field) {
+           return ReadField(station.name, field) == station.*field.value;
          });
 }
 

@@ -43,8 +43,8 @@ class StationFile {
   [[nodiscard]] std::optional<platform::Text> FindField(const platform::Text& name,
                                                         const app::StationField& field) const;
 
-  /// Whether its section has in every field what saving the list writes.
-  [[nodiscard]] bool IsListed(const app::Station& station) const;
+  /// Whether there is a section of that name with the same text in every field.
+  [[nodiscard]] bool Holds(const app::Station& station) const;
 
   // Writing.
   enum class NumberKey {

@@ -51,7 +51,7 @@ bool UnsavedRowsKeeper::IsSaved(const UnsavedRow& unsaved) const {
   const bool left_another = std::ranges::any_of(unsaved.part.sections, [&](const Text& section) {
     return !unsaved_.AreOneSection(section, name) && file_.Contains(section);
   });
-  return can_be_listed && !left_another && file_.IsListed(app::StationOf(unsaved.row.cells));
+  return can_be_listed && !left_another && file_.Holds(app::StationOf(unsaved.row.cells));
 }
 
 std::optional<UnsavedCatalogue> UnsavedRowsKeeper::Read(bool& unreadable) {

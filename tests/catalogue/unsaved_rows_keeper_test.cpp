@@ -266,7 +266,7 @@ TEST_F(UnsavedRowsKeeperTest, FileThatWasReadIsKnownFromTheBeginning) {
 
 TEST_F(UnsavedRowsKeeperTest, RowThatWasSavedJustBeforeAKillIsNotPutBack) {
   UnsavedRow saved = Row(u"B");
-  saved.row.cells = {u"b", u"Dance", u"http://b", u"1", u"Titel", u"0"};
+  saved.row.cells = {u"b", u"Dance", u"http://b", u"1", u"Titel", u""};
   Leave({true, {saved}});
   const auto restored = Begin();
   EXPECT_EQ(restored.rows, 0U);
