@@ -68,7 +68,7 @@ TEST_F(NewStationDialogTest, AcceptWithOnlyANameTakesTheGenreShown) {
   EXPECT_EQ(SymbolListview.Rows()[0].cells[app::kLinkCell], u"");
 }
 
-TEST_F(NewStationDialogTest, AcceptWithoutANameTellsSoAndKeepsWhatWasTyped) {
+TEST_F(NewStationDialogTest, AcceptWithoutANameSaysSoAndKeepsWhatWasTyped) {
   Show([&](app::Form2& form) {
     form.TextBox1[1].SetText(u"http://neu");
     form.Combo1.SetText(u"Rock");

@@ -267,7 +267,7 @@ TEST_F(StationDetailsTest, SelectionDuringThePlaylistFetchWins) {
   EXPECT_FALSE(state.details_are_stale);
 }
 
-TEST_F(StationDetailsTest, RowThatIsEditedWhileTheAddressIsWorkedOutLeavesTheDetailsStale) {
+TEST_F(StationDetailsTest, RowThatIsEditedWhileTheAddressIsResolvedLeavesTheDetailsStale) {
   const controls::RowId row = AddStation(u"A", u"http://a/liste.m3u");
   for (const std::size_t cell : {app::kNameCell, app::kLinkCell, app::kM3uNumberCell}) {
     requests.request.states = {1, 4};
@@ -284,7 +284,7 @@ TEST_F(StationDetailsTest, RowThatIsEditedWhileTheAddressIsWorkedOutLeavesTheDet
   }
 }
 
-TEST_F(StationDetailsTest, RowThatIsReplacedWhileItIsWorkedOutLeavesTheDetailsStale) {
+TEST_F(StationDetailsTest, RowThatIsReplacedWhileItIsResolvedLeavesTheDetailsStale) {
   AddStation(u"A", u"http://a/");
   requests.request.states = {1, 4};
   bool replaced = false;

@@ -46,7 +46,7 @@ class StationEditorTest : public CatalogueTest {
   static Write Delete(const Text& section) { return {section, std::nullopt, std::nullopt, kStationFile}; }
 };
 
-TEST_F(StationEditorTest, SingleFieldButtonsWithoutASelectionOnlyTellSo) {
+TEST_F(StationEditorTest, SingleFieldButtonsWithoutASelectionOnlySaySo) {
   for (const std::size_t index : {0U, 2U, 4U}) Command8[index].Click();
   EXPECT_EQ(dialogs.boxes, std::vector<Box>(3, Box{kMarkFirst, u"", 48}));
   EXPECT_TRUE(profile.writes.empty());
@@ -66,7 +66,7 @@ TEST_F(StationEditorTest, SingleFieldButtonsTakeTheFieldIntoTheRowAndTheFileAtOn
   EXPECT_FALSE(settings.CatalogueChanged);
 }
 
-TEST_F(StationEditorTest, EditedLinkOrNumberMakesTheDetailsDoubtful) {
+TEST_F(StationEditorTest, EditedLinkOrNumberMakesTheDetailsStale) {
   SelectStation(u"B");
   Fill(u"B", u"http://neu", u"Dance", CheckValue::kUnchecked, u"7");
   for (const std::size_t index : {0U, 2U}) {
@@ -76,7 +76,7 @@ TEST_F(StationEditorTest, EditedLinkOrNumberMakesTheDetailsDoubtful) {
   }
 }
 
-TEST_F(StationEditorTest, TakingOverTheGenreOrWhatIsThereAlreadyLeavesTheDetailsKnown) {
+TEST_F(StationEditorTest, ApplyingTheGenreOrWhatIsThereAlreadyLeavesTheDetailsKnown) {
   SelectStation(u"A");
   Fill(u"A", u"http://a", u"Klassik", CheckValue::kUnchecked, u"2");
   for (const std::size_t index : {4U, 0U, 1U, 2U}) {
@@ -86,7 +86,7 @@ TEST_F(StationEditorTest, TakingOverTheGenreOrWhatIsThereAlreadyLeavesTheDetails
   }
 }
 
-TEST_F(StationEditorTest, TakingOverAnotherNameOrLinkWithAllFieldsMakesTheDetailsDoubtful) {
+TEST_F(StationEditorTest, ApplyingAnotherNameOrLinkWithAllFieldsMakesTheDetailsStale) {
   SelectStation(u"A");
   for (const auto& [name, link] :
        {std::pair(u"Anders", u"http://a"), std::pair(u"Anders", u"http://anders")}) {
@@ -148,7 +148,7 @@ TEST_F(StationEditorTest, DeleteInTheFilteredListLeavesTheFullListUntilItIsLoade
   EXPECT_EQ(Names(SymbolListview), std::vector<Text>{u"B"});
 }
 
-TEST_F(StationEditorTest, TakeOverAllWithoutSelectionAndNameDoesNothing) {
+TEST_F(StationEditorTest, ApplyAllWithoutSelectionAndNameDoesNothing) {
   Fill(u"", u"http://x", u"Rock", CheckValue::kUnchecked, u"");
   Command8[1].Click();
   EXPECT_TRUE(dialogs.boxes.empty());

@@ -32,7 +32,7 @@ TEST_F(StationFileTest, ReadsEveryFieldAndNothingForWhatIsMissing) {
   EXPECT_EQ(station_file.Names(), (std::vector<Text>{u"A", u"B"}));
 }
 
-TEST_F(StationFileTest, MissingKeyIsToldFromAnEmptyOne) {
+TEST_F(StationFileTest, MissingKeyIsDistinguishedFromAnEmptyOne) {
   profile.Set(kStationFile, u"A", u"Genre", u"");
   EXPECT_EQ(station_file.FindField(u"A", app::kGenreField), u"");
   EXPECT_EQ(station_file.FindField(u"A", app::kLinkField), std::nullopt);

@@ -68,7 +68,7 @@ TEST_F(StationIconsTest, IconThatTheImageListRefusesGivesNoIconAndIsReleased) {
   EXPECT_TRUE(dialogs.boxes.empty()) << "the name is not taken by an icon that is not there";
 }
 
-TEST_F(StationIconsTest, SecondFileOfTheSameNameIsToldAndTheLoopGoesOn) {
+TEST_F(StationIconsTest, SecondFileOfTheSameNameIsReportedAndTheLoopContinues) {
   files.listing = {{u"A.ico", false, false}, {u"a.ICO", false, false}, {u"B.ico", false, false}};
   icons.LoadStationIcons(kFolder);
   ASSERT_EQ(dialogs.boxes.size(), 1U);

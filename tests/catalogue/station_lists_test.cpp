@@ -265,7 +265,7 @@ TEST_F(StationListsTest, DoubleClickInEitherListStartsPlaying) {
   EXPECT_EQ(started, 2);
 }
 
-TEST_F(StationListsTest, SortingMakesTheDetailsDoubtful) {
+TEST_F(StationListsTest, SortingMakesTheDetailsStale) {
   SymbolListview.ClickHeader(0);
   EXPECT_TRUE(state.details_are_stale);
 }

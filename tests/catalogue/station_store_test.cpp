@@ -221,7 +221,7 @@ TEST_F(StationStoreTest, SavedRowsAreNotKeptBesideTheLoadedOnes) {
   EXPECT_EQ(Names(SymbolListview), std::vector<Text>{u"Neu"});
 }
 
-TEST_F(StationStoreTest, LoadingMakesTheDetailsDoubtful) {
+TEST_F(StationStoreTest, LoadingMakesTheDetailsStale) {
   state.details_are_stale = false;
   store.LoadStations(u"");
   EXPECT_TRUE(state.details_are_stale);

@@ -87,7 +87,7 @@ TEST_F(StationViewsTest, ClickInTheMiddleOfASwitchDoesNothing) {
   EXPECT_FALSE(Check3.Checked());
 }
 
-TEST_F(StationViewsTest, ClickWhileTheRestoredRowIsWorkedOutLeavesNoMarkInTheBox) {
+TEST_F(StationViewsTest, ClickWhileTheRestoredRowIsResolvedLeavesNoMarkInTheBox) {
   for (controls::CheckBox* box : {&Check1, &Check3}) {
     SymbolListview.Select(RowNamed(SymbolListview, u"C"));
     Check3.Click();
@@ -133,7 +133,7 @@ TEST_F(StationViewsTest, GenreWithoutStationsGivesAnEmptyListWithoutAMessage) {
   EXPECT_TRUE(dialogs.boxes.empty());
 }
 
-TEST_F(StationViewsTest, FavouriteMarkWithoutASelectionTellsSoAndChangesNothing) {
+TEST_F(StationViewsTest, FavouriteMarkWithoutASelectionSaysSoAndChangesNothing) {
   Check2.Click();
   EXPECT_EQ(
       dialogs.boxes,

@@ -59,7 +59,7 @@ class FailedWriteTest : public CatalogueTest {
   const Cells kB{u"B", u"Dance", u"http://b", u"1", u"", u""};
 };
 
-TEST_F(FailedWriteTest, SaveIsReportedAsDescribedButTheNoticeTellsTheTruthAndTheChangeStays) {
+TEST_F(FailedWriteTest, SaveIsReportedAsDescribedButTheNoticeIsTrueAndTheChangeStays) {
   AddRow(SymbolListview, u"Neu", u"Rock", u"http://neu");
   CommandButton1.Click();
   ASSERT_EQ(dialogs.boxes.size(), 1U);
@@ -176,7 +176,7 @@ TEST_F(FailedWriteTest, RenamedStationStaysOneRowAndItsOldNameGoesWithTheSave) {
   }
 }
 
-TEST_F(FailedWriteTest, OldNameOfARenamedStationGoesWithTheNextTakeOverAndWithItsDeletionToo) {
+TEST_F(FailedWriteTest, OldNameOfARenamedStationGoesWithTheNextApplyAndWithItsDeletionToo) {
   for (const std::size_t button : {1U, 3U}) {
     profile.fail_writes = true;
     Select(SymbolListview, u"A");

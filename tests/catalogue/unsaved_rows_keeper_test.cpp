@@ -326,7 +326,7 @@ TEST_F(UnsavedRowsKeeperTest, RowGetsTheIconThatItHadAndNoOther) {
   EXPECT_EQ(SymbolListview.Rows()[*SymbolListview.IndexOf(RowNamed(SymbolListview, u"Ohne"))].icon, -1);
 }
 
-TEST_F(UnsavedRowsKeeperTest, FileWithoutAMeaningIsSetAsideAndTheStartGoesOn) {
+TEST_F(UnsavedRowsKeeperTest, FileWithoutAMeaningIsSetAsideAndTheStartContinues) {
   files.files[kFile] = "something else";
   files.files[kFile + u".damaged"] = "an older one";
   const auto restored = Begin();

@@ -63,7 +63,7 @@ TEST_F(FormTest, ReasonIsTheUserUnlessTheSessionEnds) {
   EXPECT_EQ(form_.Reason(), CloseReason::kSessionEnd);
 }
 
-TEST_F(FormTest, SessionEndWhileTheUserIsAskedTakesOverWithoutClosingTwice) {
+TEST_F(FormTest, SessionEndWhileTheUserIsAskedClosesOnce) {
   const auto end = form_.QueryUnload.Subscribe([this] { form_.Close(CloseReason::kSessionEnd); });
   form_.Close();
   EXPECT_EQ(form_.Reason(), CloseReason::kSessionEnd);
@@ -72,7 +72,7 @@ TEST_F(FormTest, SessionEndWhileTheUserIsAskedTakesOverWithoutClosingTwice) {
   EXPECT_EQ(form_.Reason(), CloseReason::kSessionEnd) << "a later request of the user changes nothing";
 }
 
-TEST_F(FormTest, ResizingKeepsThePlaceAndTellsOfTheNewSize) {
+TEST_F(FormTest, ResizingKeepsThePlaceAndReportsTheNewSize) {
   form_.Move({10, 20, 300, 400});
   form_.Resize(500, 600);
   EXPECT_EQ(form_.GetPlace(), (Place{10, 20, 500, 600}));

@@ -293,7 +293,7 @@ TEST_F(ListViewTest, OnlyExistingRowsTakeDoubleClicksAndScrolling) {
   EXPECT_EQ(seen, (std::vector<RowId>{a_, c_}));
 }
 
-TEST_F(ListViewTest, AClickSelectsARowOrTellsThatTheSelectedOneWasClickedOnceMore) {
+TEST_F(ListViewTest, AClickSelectsARowOrReportsThatTheSelectedOneWasClickedOnceMore) {
   const auto again = list_.SelectedRowClicked.Subscribe([this] { log_.push_back("again"); });
   list_.RemoveRow(b_);
   log_.clear();
@@ -307,7 +307,7 @@ TEST_F(ListViewTest, AClickSelectsARowOrTellsThatTheSelectedOneWasClickedOnceMor
   EXPECT_EQ(log_, (Log{"selection", "again", "selection"}));
 }
 
-TEST_F(ListViewTest, AHandlerMayEmptyTheListThatTellsIt) {
+TEST_F(ListViewTest, AHandlerMayEmptyTheListThatNotifiesIt) {
   const auto subscription = list_.SelectionChanged.Subscribe([this] { list_.Clear(); });
   EXPECT_TRUE(list_.Select(a_));
   EXPECT_EQ(list_.Count(), 0U);

@@ -31,7 +31,7 @@ TEST_F(TimerTest, TicksWhileItIsEnabled) {
   EXPECT_EQ(ticks_, 2);
 }
 
-TEST_F(TimerTest, DoesNotTickWhilePaintingUnlessItIsToldTo) {
+TEST_F(TimerTest, DoesNotTickWhilePaintingUnlessItIsAskedTo) {
   EXPECT_FALSE(timer_.TicksWhilePainting());
   timer_.SetTicksWhilePainting(true);
   EXPECT_TRUE(timer_.TicksWhilePainting());

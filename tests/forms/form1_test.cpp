@@ -60,7 +60,7 @@ TEST(Form1Test, ViewBoxesCarryTheirCaptions) {
   EXPECT_EQ(form.Check3.Caption(), u"Favoritenansicht");
 }
 
-TEST(Form1Test, TakeOverButtonsStandInTheRowsOfTheirFields) {
+TEST(Form1Test, ApplyButtonsStandInTheRowsOfTheirFields) {
   const Form1 form;
   const std::vector<std::pair<std::size_t, const controls::Control*>> fields = {
       {1, &form.TextBox1[0]}, {2, &form.TextBox1[1]}, {4, &form.Combo1}, {0, &form.UpDownTextBox1}};
@@ -72,7 +72,7 @@ TEST(Form1Test, TakeOverButtonsStandInTheRowsOfTheirFields) {
   }
 }
 
-TEST(Form1Test, TakeOverButtonsShowACheckMark) {
+TEST(Form1Test, ApplyButtonsShowACheckMark) {
   const Form1 form;
   for (const std::size_t index : {0U, 1U, 2U, 4U}) {
     EXPECT_EQ(form.Command8[index].Caption(), u"a");

@@ -166,7 +166,7 @@ class CatalogueModel {
     Loosen();
   }
 
-  /// A filter view deleted the entry of a section, which held what `as_in_file` says.
+  /// A filter view deleted the entry of a section, whose content is `as_in_file`.
   void DeleteInView(const Text& section, const Station& as_in_file, Outcome outcome) {
     if (outcome == Outcome::kFailed) return;
     Deletion deletion;
@@ -292,7 +292,7 @@ class CatalogueModel {
   }
   static void BecomeUnsaved(Station& station, const Text& section) {
     if (station.saved) station.own = {section};
-    // A number that the column shows and the file does not hold, or the other way round.
+    // A number that the column shows and the file does not contain, or the other way round.
     if (station.saved && station.shown != station.number) station.loose = true;
     station.saved = false;
     station.must_ask = true;

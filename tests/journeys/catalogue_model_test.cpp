@@ -1,5 +1,5 @@
-// Random work on the catalogue, held against a plain model of what the user entered: no station vanishes that
-// was not deleted, none is doubled, what is saved is what the list shows, and the file's other lines stay.
+// Random work on the catalogue, compared with a plain model of what the user entered: no station vanishes
+// that was not deleted, none is doubled, the file gets what the list shows, and its other lines stay.
 
 #include "tests/journeys/catalogue_model.h"
 
@@ -101,11 +101,11 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
       case 4:
         return ToggleFavourite();
       case 5:
-        return ApplyField(Field::kGenre);
+        return Apply(Field::kGenre);
       case 6:
-        return ApplyField(Field::kLink);
+        return Apply(Field::kLink);
       case 7:
-        return ApplyField(Field::kNumber);
+        return Apply(Field::kNumber);
       case 8:
         return ApplyAll();
       case 9:
@@ -129,11 +129,11 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
       case 2:
         return ToggleFavourite();
       case 3:
-        return ApplyField(Field::kGenre);
+        return Apply(Field::kGenre);
       case 4:
-        return ApplyField(Field::kLink);
+        return Apply(Field::kLink);
       case 5:
-        return ApplyField(Field::kNumber);
+        return Apply(Field::kNumber);
       case 6:
         return ApplyAll();
       case 7:
@@ -257,7 +257,7 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
                        [&](const Station& other) { return other.name == station.name && other.overwritten; });
   }
 
-  void ApplyField(Field field) {
+  void Apply(Field field) {
     Station* const station = SelectOne();
     if (station == nullptr || SharesItsSection(*station)) return;
     if (field == Field::kLink && model.CountOf(station->name) > 1) return;
@@ -276,7 +276,7 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
   template <typename Action>
   void Write(Station& station, Field field, const Text& value, const Action& action) {
     const bool was_in_file = ReadStationFile(form, Stations()).contains(section);
-    const Outcome outcome = Do("take over field " + std::to_string(static_cast<int>(field)), action);
+    const Outcome outcome = Do("apply field " + std::to_string(static_cast<int>(field)), action);
     model.WriteField(station, field, value, outcome, was_in_file);
   }
 
@@ -285,7 +285,7 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
     if (station == nullptr || SharesItsSection(*station)) return;
     const Text same = List().Cell(List().SelectedRow(), kNameCell);
     const Fields fields = FillFields(OneIn(2) ? same : AnyName());
-    const Outcome outcome = Do("take over all", [this] { Form().Command8[1].Click(); });
+    const Outcome outcome = Do("apply all", [this] { Form().Command8[1].Click(); });
     if (InView()) {
       model.UpdateInView(section, fields, outcome);
     } else {

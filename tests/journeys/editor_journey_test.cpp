@@ -34,7 +34,7 @@ TEST_F(EditorJourney, StartAndLookingRoundWriteNothing) {
   EXPECT_TRUE(dialogs.boxes.empty());
 }
 
-TEST_F(EditorJourney, TakingTheLinkOverChangesOneLine) {
+TEST_F(EditorJourney, ApplyingTheLinkChangesOneLine) {
   Select(u"Radio A");
   Form().TextBox1[1].SetText(u"http://anders");
   Press(2);
@@ -45,7 +45,7 @@ TEST_F(EditorJourney, TakingTheLinkOverChangesOneLine) {
                 kB + kC);
 }
 
-TEST_F(EditorJourney, TakingTheGenreOverChangesOneLineAmongWhatIsNotTheProgramsOwn) {
+TEST_F(EditorJourney, ApplyingTheGenreChangesOneLineAmongWhatIsNotTheProgramsOwn) {
   Select(u"Radio B");
   Form().Combo1.Type(u"Jazz & Blues");
   Press(4);
@@ -55,7 +55,7 @@ TEST_F(EditorJourney, TakingTheGenreOverChangesOneLineAmongWhatIsNotTheProgramsO
                             kC);
 }
 
-TEST_F(EditorJourney, TakingTheNumberOverAddsTheMissingKeyBeforeTheBlankLine) {
+TEST_F(EditorJourney, ApplyingTheNumberAddsTheMissingKeyBeforeTheBlankLine) {
   Select(u"Radio B");
   Form().UpDownTextBox1.SetText(u"3");
   Press(0);

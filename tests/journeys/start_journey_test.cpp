@@ -1,4 +1,4 @@
-// The main window without widgets on a real station file: started, worked, closed, started again.
+// The main window without widgets on a real station file: started, operated, closed, started again.
 
 #include <gtest/gtest.h>
 

@@ -30,7 +30,7 @@ TEST_F(InterfaceRefTest, ReleasesItsObjectWhenItGoes) {
   EXPECT_EQ(media_.LiveHandles(), Strings{});
 }
 
-TEST_F(InterfaceRefTest, MovingHandsTheObjectOnAndReleasesTheOneThatWasHeld) {
+TEST_F(InterfaceRefTest, MovingPassesTheObjectOnAndReleasesTheFormerOne) {
   InterfaceRef first = NewTopology();
   InterfaceRef second = NewTopology();
   first = std::move(second);

@@ -114,7 +114,7 @@ TEST_F(PlayerAudioTest, VolumeIsReadInHundredthsWithTiesToTheEvenNumber) {
   }
 }
 
-TEST_F(PlayerAudioTest, AnAnswerIsToldFromNone) {
+TEST_F(PlayerAudioTest, AnAnswerIsDistinguishedFromNone) {
   const auto player = MakeServedPlayer();
   media_.volume = 0.0f;
   EXPECT_EQ(player->AnsweredVolume(), std::int16_t{0});
@@ -139,7 +139,7 @@ TEST_F(PlayerAudioTest, VolumeThatNoNumberCanHoldIsZero) {
   }
 }
 
-TEST_F(PlayerAudioTest, VolumeIsHandedOnAsItIs) {
+TEST_F(PlayerAudioTest, VolumeIsPassedOnAsItIs) {
   const auto player = MakeServedPlayer();
   for (const float volume : {0.0f, 0.37f, 1.0f, 1.5f, -0.5f}) {
     EXPECT_TRUE(player->SetAudioAudioVolume(volume));

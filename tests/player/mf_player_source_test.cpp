@@ -106,7 +106,7 @@ TEST_F(PlayerSourceTest, ReportComesBeforeTheObjectIsAskedForTheSource) {
   EXPECT_EQ(media_.TakeCalls()[0], "object.QueryInterface(IMFMediaSource, out)");
 }
 
-TEST_F(PlayerSourceTest, AddressIsHandedOnAsItIs) {
+TEST_F(PlayerSourceTest, AddressIsPassedOnAsItIs) {
   const auto player = MakePlayer();
   player->MediaFileFromUrl(u"");
   EXPECT_EQ(media_.TakeCalls()[1], "resolver.CreateObjectFromURL(\"\", 1, none, out, out)");

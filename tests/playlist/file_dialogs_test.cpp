@@ -20,7 +20,7 @@ FileDialogParams Params() {
   return params;
 }
 
-TEST(FileDialogs, HandEveryParameterToTheSystemsRecord) {
+TEST(FileDialogs, PassEveryParameterToTheSystemsRecord) {
   test_support::FakeDialogs dialogs;
   (void)ShowOpenFileDialog(dialogs, Params());
   (void)ShowSaveFileDialog(dialogs, Params());

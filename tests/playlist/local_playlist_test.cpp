@@ -26,7 +26,7 @@ class LocalPlaylistTest : public testing::Test {
   test_support::PlainTextConversion conversion_;
 };
 
-TEST_F(LocalPlaylistTest, TheExtensionTellsALinkThatNamesAPlaylistFile) {
+TEST_F(LocalPlaylistTest, TheExtensionShowsThatALinkNamesAPlaylistFile) {
   for (const Text link : {u"liste.m3u", u"D:\\Listen\\Meine.M3U", u"a.txt", u".TXT"}) {
     EXPECT_TRUE(IsPlaylistFileName(conversion_, link)) << testing::PrintToString(link);
   }

@@ -147,7 +147,7 @@ TEST_F(M3uExportTest, TheOfferedNameHasTwoDigitsForEachPartOfDateAndTime) {
   EXPECT_TRUE(dialogs_.file_dialogs[0].file.starts_with(u"Radioliste_04_03_2027050607.m3u"));
 }
 
-TEST_F(M3uExportTest, TellsWhereTheListIs) {
+TEST_F(M3uExportTest, ReportsWhereTheListIs) {
   AddThreeStations();
   Command4_.Click();
   ASSERT_EQ(dialogs_.boxes.size(), 1U);

@@ -19,7 +19,7 @@ TEST(WebAddressTest, IsHttpOrHttpsInAnyLetterCaseWithAHost) {
   }
 }
 
-TEST(WebAddressTest, HoldsNoControlCharacterAndIsOfBoundedLength) {
+TEST(WebAddressTest, ContainsNoControlCharacterAndIsOfBoundedLength) {
   EXPECT_FALSE(IsWebAddress(u"http://a/\tb"));
   EXPECT_FALSE(IsWebAddress(Text(u"http://a/\0b", 11)));
   EXPECT_FALSE(IsWebAddress(u"http://a/\u007F"));

@@ -1,5 +1,5 @@
-// The program among the desktop's other programs: playerctl works it over a real bus, while it plays a real
-// station on a sound card that nobody hears.
+// The program among the desktop's other programs: playerctl operates it over a real bus, while it plays a
+// real station on a sound card that nobody hears.
 #include <gtest/gtest.h>
 
 #include <string>

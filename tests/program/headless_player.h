@@ -34,7 +34,7 @@
 namespace test_support {
 
 /// One per process, because it holds the toolkit's application. Sound goes where PULSE_SERVER says, so set
-/// that before. Order: construct, Start, work the controls, Close; then Start again, or destroy.
+/// that before. Order: construct, Start, operate the controls, Close; then Start again, or destroy.
 class HeadlessPlayer {
  public:
   /// Settings lie in `folder`/config, the program's own folder is `folder`/program.

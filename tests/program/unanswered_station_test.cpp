@@ -91,7 +91,7 @@ TEST_F(UnansweredStation, EscapeEndsItsOpening) {
   });
 }
 
-TEST_F(UnansweredStation, AnotherSelectionEndsItsOpeningAndIsWorkedOut) {
+TEST_F(UnansweredStation, AnotherSelectionEndsItsOpeningAndIsResolved) {
   StartWithStations();
   Run([this] {
     SelectStation();

@@ -89,7 +89,7 @@ TEST_F(WidgetJourney, WindowAndColumnsAreAtTheNextStartAsTheyWereLeft) {
   });
 }
 
-TEST_F(WidgetJourney, LinkAndNumberAreEditedAndTakenOver) {
+TEST_F(WidgetJourney, LinkAndNumberAreEditedAndApplied) {
   const std::string list = folder_.Write("listen/liste.m3u", "#EXTM3U\n").string();
   Start(kTop + Station("Radio A", "Rock", "", "http://127.0.0.1:9/alt") + Station("Radio B", "Dance", ""));
   EXPECT_EQ(Run([&] {

@@ -31,7 +31,7 @@ TEST_F(KeptFilesOverMemory, MakesAFileWithItsFirstByte) {
   EXPECT_EQ(kept_.Files(), 1U);
 }
 
-TEST_F(KeptFilesOverMemory, ReopeningTheSameNameGoesOnUntilTheConnectionEnds) {
+TEST_F(KeptFilesOverMemory, ReopeningTheSameNameContinuesUntilTheConnectionEnds) {
   Write(Open(u"Eins.mp3"), "1");
   kept_.Close(Open(u"Eins.mp3"));
   Write(Open(u"Eins.mp3"), "2");
@@ -96,7 +96,7 @@ TEST_F(KeptFilesOverMemory, AskedForANewFileItGivesOneToo) {
   EXPECT_EQ(below_.files[u"Eins.mp3"], "1");
 }
 
-TEST_F(KeptFilesOverMemory, TellsThatAFileCannotBeMade) {
+TEST_F(KeptFilesOverMemory, ReportsThatAFileCannotBeMade) {
   below_.refused = {u"Eins.mp3"};
   EXPECT_FALSE(Write(Open(u"Eins.mp3"), "1"));
   EXPECT_EQ(kept_.GetFailure(), KeptFiles::Failure::kNotMade);

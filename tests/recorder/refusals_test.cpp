@@ -125,14 +125,14 @@ TEST_F(Refusals, AStationThatWasRecordedMayRefuseForAWhile) {
   EXPECT_EQ(rig_.File(u"Eins (3).mp3"), "1111");
 }
 
-TEST_F(Refusals, AStationThatGoesOnRefusingEndsTheRecording) {
+TEST_F(Refusals, AStationThatKeepsRefusingEndsTheRecording) {
   RefuseAfterTheFirstAttempt(u"404");
   EXPECT_EQ(Run().fault, Fault::kRefused);
   EXPECT_EQ(Queries(), 1 + 12);
   EXPECT_EQ(rig_.File(u"Eins.mp3"), "1111");
 }
 
-TEST_F(Refusals, AnAddressThatGoesOnBringingPagesEndsTheRecording) {
+TEST_F(Refusals, AnAddressThatKeepsBringingPagesEndsTheRecording) {
   rig_.internet.answer.raw_headers = u"HTTP/1.1 200 OK\r\nContent-Type: text/html\r\n\r\n";
   EXPECT_EQ(Run().fault, Fault::kNoSound);
   EXPECT_EQ(Queries(), 12);

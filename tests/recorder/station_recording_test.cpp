@@ -21,7 +21,7 @@ class Recording : public testing::Test {
  protected:
   // Every phase once, in the order in which it was reported.
   void KeepPhases() {
-    told_ = rig_.recording.Changed.Subscribe([this] {
+    reported_ = rig_.recording.Changed.Subscribe([this] {
       const Phase phase = rig_.recording.GetStatus().phase;
       if (phases_.empty() || phases_.back() != phase) phases_.push_back(phase);
     });
@@ -50,7 +50,7 @@ class Recording : public testing::Test {
 
   RecorderRig rig_;
   std::vector<Phase> phases_;
-  controls::Subscription told_;
+  controls::Subscription reported_;
   controls::Subscription attempts_;
 };
 
@@ -111,7 +111,7 @@ TEST_F(Recording, ATitleMayBeTheWordUnknown) {
   EXPECT_EQ(rig_.File(u"unknown.mp3"), "1111");
 }
 
-TEST_F(Recording, TellsWhatItDoes) {
+TEST_F(Recording, ReportsWhatItDoes) {
   KeepPhases();
   rig_.StationSends("----" + TitleOf("Eins") + "1111");
   Run();
@@ -251,7 +251,7 @@ TEST_F(Recording, NeverWritesOverAnEarlierRun) {
   EXPECT_EQ(rig_.File(u"Eins (2).mp3"), "1111");
 }
 
-TEST_F(Recording, GoesOnInTheFileWhenTheServerRepeatsTheTitle) {
+TEST_F(Recording, ContinuesInTheFileWhenTheServerRepeatsTheTitle) {
   rig_.StationSends("----" + TitleOf("Eins") + "1111" + TitleOf("Eins") + "2222" + TitleOf("Zwei") + "3333" +
                     TitleOf("Eins") + "4444");
   Run();
@@ -263,7 +263,7 @@ TEST_F(Recording, GoesOnInTheFileWhenTheServerRepeatsTheTitle) {
 TEST_F(Recording, PausesLongerAfterEveryVainAttempt) {
   rig_.internet.answer.reachable = false;
   std::vector<int> pauses;
-  auto told = rig_.recording.Changed.Subscribe([&] {
+  auto reported = rig_.recording.Changed.Subscribe([&] {
     const Status& status = rig_.recording.GetStatus();
     const int slept = static_cast<int>(rig_.loop.slept);
     if (status.phase == Phase::kConnecting) pauses.push_back(slept / 1000);
@@ -277,7 +277,7 @@ TEST_F(Recording, PausesShortlyAgainAfterASteadyConnection) {
   rig_.stop_after_reads = 1000;
   int connection = 0;
   std::vector<std::uint64_t> slept;
-  auto told = rig_.recording.Changed.Subscribe([&] {
+  auto reported = rig_.recording.Changed.Subscribe([&] {
     const bool connecting = rig_.recording.GetStatus().phase == Phase::kConnecting;
     if (!connecting) return;
     slept.push_back(rig_.loop.slept);
@@ -296,7 +296,7 @@ TEST_F(Recording, PausesLongerWhenTheServerClosesSoonEveryTime) {
   rig_.internet.answer.reads.assign(9, {true, "1234"});
   rig_.internet.answer.closes = true;
   std::vector<std::uint64_t> slept;
-  auto told = rig_.recording.Changed.Subscribe([&] {
+  auto reported = rig_.recording.Changed.Subscribe([&] {
     if (rig_.recording.GetStatus().phase == Phase::kConnecting) slept.push_back(rig_.loop.slept);
     if (slept.size() == 4) rig_.recording.Stop();
   });
@@ -440,19 +440,19 @@ TEST_F(Recording, TheWindowWorksInAPause) {
   EXPECT_EQ(rig_.loop.pumps, 20);
 }
 
-TEST_F(Recording, TimeAndBytesAreToldAfterEveryRead) {
+TEST_F(Recording, TimeAndBytesAreReportedAfterEveryRead) {
   rig_.internet.answer.raw_headers = RecorderRig::Headers(u"");
   rig_.internet.answer.reads.assign(3, {true, "1234"});
   rig_.stop_after_reads = 5;
-  std::vector<std::pair<std::int64_t, std::uint64_t>> told;
+  std::vector<std::pair<std::int64_t, std::uint64_t>> reported;
   auto subscription = rig_.recording.Changed.Subscribe([&] {
     const Status& status = rig_.recording.GetStatus();
-    if (status.phase == Phase::kRecording) told.emplace_back(status.seconds, status.bytes);
+    if (status.phase == Phase::kRecording) reported.emplace_back(status.seconds, status.bytes);
   });
   Run();
   // A read is reported before its bytes are written.
-  EXPECT_THAT(told, ElementsAre(std::pair(1, 0U), std::pair(2, 4U), std::pair(3, 8U), std::pair(3, 12U),
-                                std::pair(3, 12U)));
+  EXPECT_THAT(reported, ElementsAre(std::pair(1, 0U), std::pair(2, 4U), std::pair(3, 8U), std::pair(3, 12U),
+                                    std::pair(3, 12U)));
 }
 
 TEST_F(Recording, SilenceThatEndsAtItsLimitStillCountsAsTimeAndALongerOneDoesNot) {

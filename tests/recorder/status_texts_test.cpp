@@ -5,7 +5,7 @@
 namespace recorder {
 namespace {
 
-TEST(StatusTexts, SayWhatIsGoingOn) {
+TEST(StatusTexts, SayWhatIsHappening) {
   Status status;
   EXPECT_EQ(PhaseText(status), u"Bereit");
   status.phase = Phase::kConnecting;

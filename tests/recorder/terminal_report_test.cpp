@@ -28,7 +28,7 @@ TEST_F(Report, HasOneLineForEachTitle) {
                           u"00:00:01  Zw ei", u"Aufnahme beendet: 00:00:01, 2 Dateien, 12 Byte"));
 }
 
-TEST_F(Report, TellsALostConnectionOnce) {
+TEST_F(Report, ReportsALostConnectionOnce) {
   rig_.internet.answer.reachable = false;
   rig_.loop.on_sleep = [this](std::uint32_t) {
     if (rig_.loop.slept >= 1000) rig_.recording.Stop();

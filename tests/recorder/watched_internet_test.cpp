@@ -24,11 +24,11 @@ class Watched : public testing::Test {
   }
 
   test_support::ScriptedInternet inner_;
-  std::vector<std::size_t> told_;
-  WatchedInternet watched_{inner_, [this](const InternetRead& read) { told_.push_back(read.count); }};
+  std::vector<std::size_t> reported_;
+  WatchedInternet watched_{inner_, [this](const InternetRead& read) { reported_.push_back(read.count); }};
 };
 
-TEST_F(Watched, EveryReadIsTold) {
+TEST_F(Watched, EveryReadIsReported) {
   inner_.answer.reads = {{true, "abc"}, {false, ""}};
   const InternetHandle opened = Open();
   std::array<std::byte, 2> buffer{};
@@ -36,7 +36,7 @@ TEST_F(Watched, EveryReadIsTold) {
   EXPECT_EQ(buffer[1], std::byte{'b'});
   watched_.InternetReadFile(opened, buffer);
   watched_.InternetReadFile(opened, buffer);
-  EXPECT_EQ(told_, (std::vector<std::size_t>{2, 1, 0}));
+  EXPECT_EQ(reported_, (std::vector<std::size_t>{2, 1, 0}));
 }
 
 TEST_F(Watched, TheStatusIsThatOfTheLatestRequest) {

@@ -14,11 +14,11 @@ struct Judged {
   Text title;
   friend bool operator==(const Judged&, const Judged&) = default;
   friend void PrintTo(const Judged& judged, std::ostream* out) {
-    *out << (judged.ends ? "ends with " : "goes on, ") << testing::PrintToString(judged.title);
+    *out << (judged.ends ? "ends with " : "continues, ") << testing::PrintToString(judged.title);
   }
 };
 
-const Judged kGoesOn{false, u""};
+const Judged kContinues{false, u""};
 
 Judged ByLength(TextView block) {
   const BlockVerdict verdict = JudgeByLength(block);
@@ -38,8 +38,8 @@ TEST(BlockRules, BytesBecomeCharactersOfTheSameCode) {
 }
 
 TEST(JudgeByLength, PassesOverATitleNotLongerThanItsPosition) {
-  EXPECT_EQ(ByLength(u"StreamTitle='Artist - Song';"), kGoesOn);
-  EXPECT_EQ(ByLength(u"StreamTitle='12345678901234';"), kGoesOn);
+  EXPECT_EQ(ByLength(u"StreamTitle='Artist - Song';"), kContinues);
+  EXPECT_EQ(ByLength(u"StreamTitle='12345678901234';"), kContinues);
   EXPECT_EQ(ByLength(u"StreamTitle='123456789012345';"), (Judged{true, u"123456789012345"}));
 }
 
@@ -49,14 +49,14 @@ TEST(JudgeByLength, TakesALongTitle) {
 }
 
 TEST(JudgeByLength, ATitleEndsAtItsApostrophe) {
-  EXPECT_EQ(ByLength(u"StreamTitle='Don't Stop';"), kGoesOn);
+  EXPECT_EQ(ByLength(u"StreamTitle='Don't Stop';"), kContinues);
   EXPECT_EQ(ByLength(u"StreamTitle='A long title that isn't whole';"),
             (Judged{true, u"A long title that isn"}));
 }
 
 TEST(JudgeByLength, ALaterFieldNeedsALongerTitle) {
   const Text before = u"StreamUrl='http://x';";
-  EXPECT_EQ(ByLength(before + u"StreamTitle='A much longer song title here';"), kGoesOn);
+  EXPECT_EQ(ByLength(before + u"StreamTitle='A much longer song title here';"), kContinues);
   const Text title(36, u't');
   EXPECT_EQ(ByLength(before + u"StreamTitle='" + title + u"';"), (Judged{true, title}));
 }
@@ -67,13 +67,13 @@ TEST(JudgeByLength, RemovesLineFeedsFirst) {
 }
 
 TEST(JudgeByLength, TheFieldNameIsCaseSensitive) {
-  EXPECT_EQ(ByLength(u"streamtitle='A much longer song title here';"), kGoesOn);
+  EXPECT_EQ(ByLength(u"streamtitle='A much longer song title here';"), kContinues);
 }
 
 TEST(JudgeByLength, WithoutAnEndOrAFieldThereIsNoTitle) {
-  EXPECT_EQ(ByLength(u"StreamTitle='A much longer song title here"), kGoesOn);
-  EXPECT_EQ(ByLength(u"StreamUrl='http://radio.example/a/very/long/address';"), kGoesOn);
-  EXPECT_EQ(ByLength(u""), kGoesOn);
+  EXPECT_EQ(ByLength(u"StreamTitle='A much longer song title here"), kContinues);
+  EXPECT_EQ(ByLength(u"StreamUrl='http://radio.example/a/very/long/address';"), kContinues);
+  EXPECT_EQ(ByLength(u""), kContinues);
 }
 
 TEST(JudgeFirstBlock, TakesTheTitleWithoutItsPadding) {
@@ -117,7 +117,7 @@ TEST(JudgeFirstBlock, EndsAtAnyBlockThatIsNotEmpty) {
   EXPECT_EQ(First(kPadding), (Judged{true, u""}));
 }
 
-TEST(JudgeFirstBlock, ABlockOfLineFeedsIsEmpty) { EXPECT_EQ(First(Text(16, u'\n')), kGoesOn); }
+TEST(JudgeFirstBlock, ABlockOfLineFeedsIsEmpty) { EXPECT_EQ(First(Text(16, u'\n')), kContinues); }
 
 TEST(JudgeFirstBlock, RemovesLineFeedsButNotCarriageReturns) {
   EXPECT_EQ(First(u"StreamTitle='One\r\nTwo';"), (Judged{true, u"One\rTwo"}));
@@ -136,7 +136,7 @@ TEST(JudgeAllFields, EndsWithNothingAtAnEmptyTitle) {
   EXPECT_EQ(All(u"StreamTitle='';StreamUrl='';"), (Judged{true, u""}));
 }
 
-TEST(JudgeAllFields, ABlockOfLineFeedsIsEmpty) { EXPECT_EQ(All(Text(16, u'\n')), kGoesOn); }
+TEST(JudgeAllFields, ABlockOfLineFeedsIsEmpty) { EXPECT_EQ(All(Text(16, u'\n')), kContinues); }
 
 TEST(FieldsOf, APieceThatNamesBothIsATitle) {
   const auto fields = FieldsOf(u"StreamTitle StreamUrl='x';streamurl='y'");

@@ -308,7 +308,7 @@ TEST_F(ClsFunkhaus, AStopBeforeTheStartDoesNotKeepTheRecordingFromRunning) {
 
 // The owner releases the object in the middle of one of its calls.
 
-TEST_F(ClsFunkhaus, LettingGoInsideATimedReaderEndsItWithinOneSlice) {
+TEST_F(ClsFunkhaus, ReleaseInsideATimedReaderEndsItWithinOneSlice) {
   client_->StreamUrl(u"http://h/");
   for (const bool first_block : {false, true}) {
     client_ = std::make_unique<clsFunkhaus>(rig_.Through());
@@ -321,21 +321,21 @@ TEST_F(ClsFunkhaus, LettingGoInsideATimedReaderEndsItWithinOneSlice) {
   }
 }
 
-TEST_F(ClsFunkhaus, LettingGoInsideGetActiveMetaSetsTheStopFlag) {
+TEST_F(ClsFunkhaus, ReleaseInsideGetActiveMetaSetsTheStopFlag) {
   client_->StreamUrl(u"http://h/");
   InTheNextPump([&] { client_.reset(); });
   EXPECT_EQ(client_->GetActiveMeta(u"", 8), u"");
   EXPECT_EQ(rig_.internet.OpenHandles(), 0U);
 }
 
-TEST_F(ClsFunkhaus, LettingGoInsideAPlaylistFetchEndsIt) {
+TEST_F(ClsFunkhaus, ReleaseInsideAPlaylistFetchEndsIt) {
   rig_.requests.request = {{3}, u""};
   InTheNextPump([&] { client_.reset(); });
   EXPECT_FALSE(client_->IsUrlPlaylist(u"http://h/"));
   EXPECT_EQ(rig_.requests.live_objects, 0);
 }
 
-TEST_F(ClsFunkhaus, LettingGoInsideARecordingClosesItsFile) {
+TEST_F(ClsFunkhaus, ReleaseInsideARecordingClosesItsFile) {
   rig_.StationSends(std::string(512, 'a'));
   client_->StreamUrl(u"http://h/");
   InTheNextPump([&] { client_.reset(); });
@@ -345,7 +345,7 @@ TEST_F(ClsFunkhaus, LettingGoInsideARecordingClosesItsFile) {
   EXPECT_EQ(rig_.internet.OpenHandles(), 0U);
 }
 
-TEST_F(ClsFunkhaus, LettingGoInsideAnEventRaisesNoFurtherOne) {
+TEST_F(ClsFunkhaus, ReleaseInsideAnEventRaisesNoFurtherOne) {
   rig_.StationSends(kEightBytes + Block("StreamTitle='One';") + kEightBytes + Block("StreamTitle='Two';"));
   client_->StreamUrl(u"http://h/");
   int events = 0;
@@ -359,7 +359,7 @@ TEST_F(ClsFunkhaus, LettingGoInsideAnEventRaisesNoFurtherOne) {
   EXPECT_EQ(rig_.files.OpenFiles(), 0U);
 }
 
-TEST_F(ClsFunkhaus, LettingGoInsideTheQueryEventIsSafe) {
+TEST_F(ClsFunkhaus, ReleaseInsideTheQueryEventIsSafe) {
   client_->QueryStream = [&](bool) { client_.reset(); };
   client_->StreamUrl(u"http://h/");
   EXPECT_EQ(client_, nullptr);

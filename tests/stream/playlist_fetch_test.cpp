@@ -66,7 +66,7 @@ TEST_F(PlaylistFetch, AStepThatFailsIsPassedOver) {
   }
 }
 
-TEST_F(PlaylistFetch, EndsAtOnceWhenTheOwnerHasLetGo) {
+TEST_F(PlaylistFetch, EndsAtOnceWhenTheOwnerHasReleasedIt) {
   rig_.requests.request = {{3}, u"endless"};
   rig_.loop.on_pump = [this] { state_.abort_flag = true; };
   EXPECT_EQ(Fetch(), std::nullopt);

@@ -275,7 +275,7 @@ TEST_F(TitleRecorder, ALongTitleIsCutToWhatTheFolderTakes) {
   EXPECT_EQ(File(u"1234567890.mp3"), "1111");
 }
 
-TEST_F(TitleRecorder, EveryTitleOfABlockOpensItsFileAndTheLastOneIsTold) {
+TEST_F(TitleRecorder, EveryTitleOfABlockOpensItsFileAndTheLastOneIsReported) {
   rig_.StationSends("drop" + Block("StreamTitle='One';StreamTitle='Two';") + "1111");
   ByTitle();
   EXPECT_THAT(rig_.files.opened, ElementsAre(u"C:\\Rec\\One.mp3", u"C:\\Rec\\Two.mp3"));
@@ -291,7 +291,7 @@ TEST_F(TitleRecorder, TitlesLoseApostrophesAndEndAtASecondEqualsSign) {
   EXPECT_EQ(File(u"Dont .mp3"), "1111");
 }
 
-TEST_F(TitleRecorder, ABlockOfLineFeedsIsToldWithoutATitle) {
+TEST_F(TitleRecorder, ABlockOfLineFeedsIsReportedWithoutATitle) {
   rig_.StationSends("drop" + Block(std::string(16, '\n')) + "1111");
   ByTitle();
   EXPECT_THAT(played_, ElementsAre(Playing{u"", u"", u""}));

@@ -63,7 +63,7 @@ Descriptor ConnectLocally(std::uint16_t port);
 /// The next connection (non-blocking, without delay for small packets); closed when the signal was raised.
 Descriptor Accept(const Descriptor& listener, const StopSignal& stop);
 
-/// Sends everything. False when the peer is gone or the signal was raised. `on_sent` is notified how many
+/// Sends everything. False when the peer is gone or the signal was raised. `on_sent` is given how many
 /// bytes the system has taken, piece by piece.
 bool SendAll(const Descriptor& socket, std::string_view bytes, const StopSignal& stop,
              const std::function<void(std::size_t)>& on_sent = {});

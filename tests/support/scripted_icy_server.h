@@ -22,7 +22,7 @@
 namespace test_support {
 
 /// Serves every connection on its own thread. All members may be called at any time, from any thread. The
-/// destructor ends every connection, whatever its script still had in mind.
+/// destructor ends every connection, whatever is left of its script.
 class ScriptedIcyServer {
  public:
   /// One request, and what became of its answer so far.

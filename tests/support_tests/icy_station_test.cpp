@@ -92,13 +92,13 @@ TEST(Mp3Loop, KnowsTheFramesOfLowerSamplingRates) {
   EXPECT_EQ(loop.FrameDuration().count(), 576LL * 1'000'000'000 / 22050);
 }
 
-TEST(Mp3Loop, RefusesWhatHoldsNoFrame) {
+TEST(Mp3Loop, RefusesWhatContainsNoFrame) {
   EXPECT_THROW(Mp3Loop(""), std::invalid_argument);
   EXPECT_THROW(Mp3Loop(std::string(5000, '\xFF')), std::invalid_argument);
   EXPECT_THROW(Mp3Loop("<html>no music</html>"), std::invalid_argument);
 }
 
-TEST(IcyStation, TellsItsHeadersAndSendsTitlesToWhoAsksForThem) {
+TEST(IcyStation, SendsItsHeadersAndTitlesToThoseWhoAskForThem) {
   IcyStation::Settings settings = Quick();
   settings.name = "Radio Test";
   settings.genre = "Rock";

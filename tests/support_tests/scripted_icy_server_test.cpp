@@ -240,7 +240,7 @@ TEST(IcyScript, ARedirectNamesItsLocation) {
             "HTTP/1.1 302 Found\r\nLocation: /new?x=1\r\nContent-Length: 0\r\nConnection: close\r\n\r\n");
 }
 
-TEST(IcyScript, APageTellsItsTrueLength) {
+TEST(IcyScript, APageStatesItsTrueLength) {
   ScriptedIcyServer server;
   server.On("/p.pls", Page("audio/x-scpls", "[playlist]"));
   EXPECT_EQ(

@@ -12,7 +12,7 @@ using platform::kErrorFileNotFound;
 using platform::kMfEUnsupportedByteStreamType;
 using Box = test_support::FakeDialogs::Box;
 
-TEST_F(PlaybackControlTest, StartWithoutAStationOnlyTellsSo) {
+TEST_F(PlaybackControlTest, StartWithoutAStationOnlySaysSo) {
   Form().Command1.Click();
   EXPECT_EQ(dialogs.boxes, (std::vector<Box>{{u"Bitte zuerst eine Radiostation markieren!", u"", 64}}));
   EXPECT_FALSE(AnyTimerRuns());
@@ -177,7 +177,7 @@ TEST_F(PlaybackControlTest, StartWithoutAStationLeavesTheStatusLine) {
   EXPECT_EQ(Form().StatusLine.Caption(), u"");
 }
 
-TEST_F(PlaybackControlTest, StaleDetailsAreWorkedOutAfterAStopAndBeforeTheStart) {
+TEST_F(PlaybackControlTest, StaleDetailsAreResolvedAfterAStopAndBeforeTheStart) {
   StartAndPlay();
   state.details_are_stale = true;
   on_details = [this] {
@@ -190,7 +190,7 @@ TEST_F(PlaybackControlTest, StaleDetailsAreWorkedOutAfterAStopAndBeforeTheStart)
   EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://neu/\""), 1U);
 }
 
-TEST_F(PlaybackControlTest, KnownDetailsAndNoSelectedRowWorkNothingOut) {
+TEST_F(PlaybackControlTest, KnownDetailsAndNoSelectedRowResolveNothing) {
   StartAndPlay();
   Form().Command1.Click();
   Form().SymbolListview.Select(controls::RowId::kNone);
@@ -200,7 +200,7 @@ TEST_F(PlaybackControlTest, KnownDetailsAndNoSelectedRowWorkNothingOut) {
   EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://a/\""), 3U);
 }
 
-TEST_F(PlaybackControlTest, StartEndsWhenAnotherOneOrAStopOrTheWindowsEndComesWhileDetailsAreWorkedOut) {
+TEST_F(PlaybackControlTest, StartEndsWhenAnotherOneOrAStopOrTheWindowsEndComesWhileDetailsAreResolved) {
   const std::vector<std::function<void()>> endings = {[this] { Form().Command6.Click(); },
                                                       [this] { CloseWindow(); }};
   for (const auto& ending : endings) {

@@ -10,7 +10,7 @@ namespace {
 
 using PlaybackSelectionTest = PlayingWindowTest;
 
-TEST_F(PlaybackSelectionTest, StaleDetailsAreWorkedOutAgainBeforeTheStart) {
+TEST_F(PlaybackSelectionTest, StaleDetailsAreResolvedAgainBeforeTheStart) {
   StartAndPlay();
   Form().TextBox1[1].SetText(u"http://neu/");
   Form().Command8[2].Click();
@@ -21,7 +21,7 @@ TEST_F(PlaybackSelectionTest, StaleDetailsAreWorkedOutAgainBeforeTheStart) {
   EXPECT_FALSE(window->State().details_are_stale);
 }
 
-TEST_F(PlaybackSelectionTest, NumberThatTheRecordButtonTookOverIsThatOfTheNextStart) {
+TEST_F(PlaybackSelectionTest, NumberThatTheRecordButtonAppliedIsThatOfTheNextStart) {
   AddStation(u"C", u"http://c/liste.m3u", u"Rock", u"", u"1");
   requests.requests[u"http://c/liste.m3u"].body =
       u"[playlist]\r\nNumberOfEntries=2\r\nFile1=http://eins/\r\nFile2=http://zwei/";
@@ -33,7 +33,7 @@ TEST_F(PlaybackSelectionTest, NumberThatTheRecordButtonTookOverIsThatOfTheNextSt
   EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://zwei/\""), 1U);
 }
 
-TEST_F(PlaybackSelectionTest, LinkEditedWhileTheOldOneIsWorkedOutIsTheOneThatPlays) {
+TEST_F(PlaybackSelectionTest, LinkEditedWhileTheOldOneIsResolvedIsTheOneThatPlays) {
   Start();
   requests.request.states = {1, 4};
   bool edited = false;

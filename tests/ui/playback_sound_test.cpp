@@ -18,7 +18,7 @@ TEST_F(PlaybackControlTest, SliderAndMuteBoxTakeTheSessionsValuesAndWriteThemBac
   EXPECT_EQ(CountCalls("SetMute(1)"), 1U);
 }
 
-TEST_F(PlaybackControlTest, WithoutServicesSliderAndBoxStayAndPlayingGoesOn) {
+TEST_F(PlaybackControlTest, WithoutServicesSliderAndBoxStayAndPlayingContinues) {
   media.has_volume = false;
   media.has_metadata = false;
   Form().hscSavVolume.SetValue(40);

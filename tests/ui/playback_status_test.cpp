@@ -169,7 +169,7 @@ TEST_F(PlaybackStatusTest, ItemThatDoesNotComeToPlaySaysSo) {
   EXPECT_EQ(Line(), u"B kann nicht abgespielt werden.") << "its session does not start";
 }
 
-TEST_F(PlaybackStatusTest, DoubtfulDetailsAreWorkedOutUnderASentenceOfTheirOwn) {
+TEST_F(PlaybackStatusTest, StaleDetailsAreResolvedUnderASentenceOfTheirOwn) {
   PlayA();
   Form().TextBox1[1].SetText(u"http://neu/");
   Form().Command8[2].Click();
@@ -183,7 +183,7 @@ TEST_F(PlaybackStatusTest, DoubtfulDetailsAreWorkedOutUnderASentenceOfTheirOwn) 
   EXPECT_EQ(waiting.back(), u"Verbinde mit A …");
 }
 
-TEST_F(PlaybackStatusTest, StopWhileTheDetailsAreWorkedOutEndsTheSentence) {
+TEST_F(PlaybackStatusTest, StopWhileTheDetailsAreResolvedEndsTheSentence) {
   PlayA();
   Form().TextBox1[1].SetText(u"http://neu/");
   Form().Command8[2].Click();

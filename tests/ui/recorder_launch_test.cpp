@@ -47,7 +47,7 @@ TEST_F(RecorderLaunchTest, ProgramFolderThatEndsInASeparatorGetsNoSecondOne) {
   EXPECT_EQ(shell.launches[0].file, u"C:\\OZRecordFunkhaus.exe");
 }
 
-TEST_F(RecorderLaunchTest, WithoutASelectionItTellsSoAndStartsAllTheSame) {
+TEST_F(RecorderLaunchTest, WithoutASelectionItSaysSoAndStartsAllTheSame) {
   AddStation(u"A", u"http://a/", u"Rock", u"", u"3");
   form.UpDownTextBox1.SetText(u"7");
   recorder.Launch();
@@ -59,7 +59,7 @@ TEST_F(RecorderLaunchTest, WithoutASelectionItTellsSoAndStartsAllTheSame) {
   EXPECT_EQ(NumberOf(form.SymbolListview, u"A"), u"3");
 }
 
-TEST_F(RecorderLaunchTest, WindowThatClosesWhileItTellsSoStartsNothing) {
+TEST_F(RecorderLaunchTest, WindowThatClosesDuringThatMessageStartsNothing) {
   dialogs.on_box = [this] { CloseWindow(); };
   recorder.Launch();
   EXPECT_TRUE(shell.launches.empty());

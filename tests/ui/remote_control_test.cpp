@@ -245,7 +245,7 @@ TEST_F(RemoteControlTest, PlayPauseDuringAnOpeningStopsItAlthoughTheWaitEndsForI
   EXPECT_EQ(Shown().playback, MediaPlayback::kStopped) << "it was not started again";
 }
 
-TEST_F(RemoteControlTest, StepDuringAnOpeningGoesOnPlaying) {
+TEST_F(RemoteControlTest, StepDuringAnOpeningContinuesToPlay) {
   Start();
   Select(u"a");
   message_loop.on_sleep = [this](std::uint32_t milliseconds) {
@@ -267,7 +267,7 @@ TEST_F(RemoteControlTest, VolumeMovesTheSliderAndFollowsIt) {
   desktop.media_controls.receiver->ReceiveVolume(40);
   EXPECT_EQ(desktop.turns.turns.size(), 1U) << "one turn for all that came before it";
   desktop.turns.RunBlocked();
-  EXPECT_EQ(Form().hscSavVolume.Value(), 40) << "a dialog does not hold it up";
+  EXPECT_EQ(Form().hscSavVolume.Value(), 40) << "a dialog does not delay it";
   EXPECT_EQ(Shown().volume, 40);
   desktop.media_controls.receiver->ReceiveVolume(1000);
   desktop.turns.Run();

@@ -158,7 +158,7 @@ TEST_F(StatusLineTest, EachFailureHasItsSentence) {
   }
 }
 
-TEST_F(StatusLineTest, HttpErrorsAreToldApart) {
+TEST_F(StatusLineTest, HttpErrorsAreDistinguished) {
   const std::vector<std::pair<int, Text>> sentences = {
       {401, u"X verlangt eine Anmeldung."},
       {403, u"Der Server von X verweigert den Zugang."},

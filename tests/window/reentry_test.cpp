@@ -85,7 +85,7 @@ class ReentryTest : public WindowTest {
     for (const std::string& call : media.Calls()) count += call.find(part) != std::string::npos ? 1U : 0U;
     return count;
   }
-  void SelectDoubtfully() {
+  void SelectAndSort() {
     Select(u"A");
     Form().SymbolListview.ClickHeader(0);
     ASSERT_TRUE(window->State().details_are_stale);
@@ -157,7 +157,7 @@ TEST_F(ReentryTest, StopAtAnyMomentOfAStartLeavesNothingPlaying) {
   bool reached = true;
   while (reached) {
     Start();
-    SelectDoubtfully();
+    SelectAndSort();
     moment = NextMoment(moment);
     reached = Interrupt(
         moment, [this] { Form().Command1.Click(); }, [this] { Form().Command6.Click(); });
@@ -173,7 +173,7 @@ TEST_F(ReentryTest, SecondStartAtAnyMomentOfTheFirstPlaysOnce) {
   bool reached = true;
   while (reached) {
     Start();
-    SelectDoubtfully();
+    SelectAndSort();
     const std::size_t starts_before = CountCalls(".Start(");
     const auto start = [this] { Form().Command1.Click(); };
     moment = NextMoment(moment);
@@ -191,7 +191,7 @@ TEST_F(ReentryTest, WindowCanBeClosedAtAnyMomentOfEveryAction) {
   EXPECT_GT(CloseDuring(nothing, selected), 5);
   EXPECT_GT(CloseDuring(nothing, [this] { Form().Command3.Click(); }), 7) << "all titles";
   EXPECT_GT(CloseDuring(selected, [this] { Form().Command3.ContextClick(); }), 3);
-  EXPECT_GT(CloseDuring([this] { SelectDoubtfully(); }, [this] { Form().Command1.Click(); }), 5);
+  EXPECT_GT(CloseDuring([this] { SelectAndSort(); }, [this] { Form().Command1.Click(); }), 5);
   EXPECT_EQ(CloseDuring(nothing, [this] { Form().Command4.Click(); }), 3) << "the export, once per row";
   EXPECT_EQ(files.writes, 1) << "only the run that nobody interrupted wrote";
   EXPECT_GT(

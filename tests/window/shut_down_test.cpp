@@ -99,7 +99,7 @@ TEST_F(ShutDownTest, OnlyYesSaves) {
   }
 }
 
-TEST_F(ShutDownTest, RecordingIsToldToStopBeforeTheLastMessagesAreProcessed) {
+TEST_F(ShutDownTest, RecordingIsAskedToStopBeforeTheLastMessagesAreProcessed) {
   Start();
   const auto client = window->StreamClient();
   client->StreamUrl(u"http://a/");
@@ -358,7 +358,7 @@ TEST_F(ShutDownTest, StreamClientGoesAfterTheMessagesThenTheTimersStopThenThePla
 
 TEST_F(ShutDownTest, ClosingInsideARecordingStopsItAndClosesItsFile) {
   Start();
-  // Held here too, so that nothing but a stop ends the recording.
+  // Kept here too, so that nothing but a stop ends the recording.
   const auto client = window->StreamClient();
   internet.answer.reads.assign(5, {true, std::string(512, 'a')});
   client->StreamUrl(u"http://a/");

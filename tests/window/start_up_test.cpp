@@ -93,7 +93,7 @@ TEST_F(RestoringTest, RestoredViewHidesTheRowsAndTheyStandInTheFullListAfterIt) 
   EXPECT_EQ(Names(Form().SymbolListview), std::vector<Text>{u"Neu"});
 }
 
-TEST_F(RestoringTest, WhatCannotBeReadIsReportedAndTheStartGoesOn) {
+TEST_F(RestoringTest, WhatCannotBeReadIsReportedAndTheStartContinues) {
   AddStation(u"A", u"http://a/");
   files.files[kKeptRowsPath] = "\xFF nonsense";
   Start();
@@ -159,7 +159,7 @@ TEST_F(StartUpTest, AnyOtherViewShowsAllStations) {
   }
 }
 
-TEST_F(StartUpTest, NothingIsToldAndNothingWrittenWhenEverythingIsMissing) {
+TEST_F(StartUpTest, NothingIsReportedAndNothingWrittenWhenEverythingIsMissing) {
   files.folders.clear();
   files.files.clear();
   Start();
@@ -168,7 +168,7 @@ TEST_F(StartUpTest, NothingIsToldAndNothingWrittenWhenEverythingIsMissing) {
   EXPECT_EQ(Form().SymbolListview.Count(), 0U);
 }
 
-TEST_F(StartUpTest, LoadingGoesOnWhenTheMediaFrameworkDoesNotStart) {
+TEST_F(StartUpTest, LoadingContinuesWhenTheMediaFrameworkDoesNotStart) {
   media.faults["MFStartup"] = platform::kEFail;
   profile.Set(kOptIniPath, u"Pfad3", u"FunkhausFavorit", u"1");
   Start();
@@ -266,7 +266,7 @@ TEST_F(StartUpTest, StepsRunInTheirOrder) {
   EXPECT_EQ(form.Frame2.Caption(), u"Favourites") << "the restored view has named itself before";
 }
 
-TEST_F(StartUpTest, IconFileOfAStationThatHasOneIsToldAndLoadingGoesOn) {
+TEST_F(StartUpTest, IconFileOfAStationThatHasOneIsReportedAndLoadingContinues) {
   files.listing = {{u"A.ico", false, false}, {u"a.ICO", false, false}};
   AddStation(u"A", u"http://a/");
   Start();

@@ -104,7 +104,7 @@ TEST_F(CurlInternetRead, ALargeBufferIsNotWaitedForUntilItIsFull) {
   EXPECT_GE(rig_.ReadSomething(request, 1'000'000).size(), 32U * 1024);
 }
 
-TEST_F(CurlInternetRead, ClosingTheHandleLetsTheServerGo) {
+TEST_F(CurlInternetRead, ClosingTheHandleReleasesTheServer) {
   rig_.server.OnAny(Script().Send(kOk).Flood(AudioBytes(1024)));
   const InternetHandle request = rig_.Open();
   rig_.Read(request);

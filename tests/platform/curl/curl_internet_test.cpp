@@ -99,7 +99,7 @@ TEST_F(CurlInternetTest, AnInterimAnswerIsPassedOver) {
   EXPECT_EQ(rig_.Headers(Ask(u"/")), "HTTP/1.1 200 OK\r\n\r\n");
 }
 
-TEST_F(CurlInternetTest, TheQueryTellsTheSizeThatIsNeeded) {
+TEST_F(CurlInternetTest, TheQueryReportsTheSizeThatIsNeeded) {
   rig_.server.OnAny(Script().Send(kOk));
   const InternetHandle request = Ask(u"/");
   std::uint32_t size = 0;

@@ -67,7 +67,7 @@ TEST_F(CurlTls, TheSecureFlagOfARequestMeansTls) {
   EXPECT_TRUE(rig.internet.HttpSendRequestW(request, u""));
 }
 
-TEST_F(CurlTls, ThePlaylistRequestIgnoresCertificateErrorsWhenItIsTold) {
+TEST_F(CurlTls, ThePlaylistRequestIgnoresCertificateErrorsWhenItIsAskedTo) {
   EXPECT_EQ(Fetch(secure_.Url(), kSxhServerCertIgnoreAllServerErrors), u"http://127.0.0.1/stream");
   EXPECT_EQ(Fetch(secure_.Url(), 0), u"");
 }

@@ -60,7 +60,7 @@ TEST_F(CurlWaitLimit, HoldsForAllRedirectsTogether) {
   ExpectLimit(time, 600ms);
 }
 
-TEST_F(CurlWaitLimit, HoldsForAHeaderThatNeverEndsAndForAHandshakeThatNeverBegins) {
+TEST_F(CurlWaitLimit, AppliesToAHeaderThatNeverEndsAndToAHandshakeThatNeverBegins) {
   rig_.server.OnAny(Script().Send("HTTP/1.1 200 OK\r\n").SendInPieces(std::string(5000, 'x'), 1, 20ms));
   ExpectLimit(FailWithin(400, rig_.server.Url()), 400ms);
   rig_.server.SetWelcome(ScriptedIcyServer::Welcome::kSilence);

@@ -201,7 +201,7 @@ TEST_F(CurlXmlHttp, OnlyTheFinalAnswerSaysWhetherItIsALiveStream) {
   EXPECT_EQ(Fetch("/go"), u"[playlist]");
 }
 
-TEST_F(CurlXmlHttp, AnEndlessStreamIsLetGoOfAndNeverCompletes) {
+TEST_F(CurlXmlHttp, AnEndlessStreamIsClosedAndNeverCompletes) {
   server_.OnAny(Script().Send(kOk).Flood("0123456789abcdef"));
   const auto request = Ask("/");
   EXPECT_TRUE(Reaches(*request, 3));

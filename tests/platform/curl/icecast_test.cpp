@@ -33,7 +33,7 @@ class Icecast : public testing::Test {
   ClientRig rig_;
 };
 
-TEST_F(Icecast, TellsItsHeaders) {
+TEST_F(Icecast, ReportsItsHeaders) {
   EXPECT_EQ(rig_.client->GetStreamQueryInfo(0), Wide(test_support::IcecastServer::kStationName));
   EXPECT_EQ(rig_.client->GetStreamQueryInfo(9), u"16000");
   EXPECT_EQ(rig_.client->GetStreamQueryInfo(10), u"audio/mpeg");

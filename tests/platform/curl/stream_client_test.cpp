@@ -196,7 +196,7 @@ TEST_F(StreamClient, ASilentServerIsWaitedForOnceAndThenFailsAtOnce) {
   EXPECT_EQ(rig_.client->LastQueryFailure().kind, stream::QueryFailure::Kind::kNoAnswer);
 }
 
-TEST_F(StreamClient, AnEndlessStreamIsNoPlaylistAndIsSoonLetGoOf) {
+TEST_F(StreamClient, AnEndlessStreamIsNoPlaylistAndIsSoonClosed) {
   rig_.server.On("/live", Script().Send(kOk).Flood("[playlist]\r\n"));
   const auto start = std::chrono::steady_clock::now();
   EXPECT_FALSE(rig_.client->IsUrlPlaylist(Wide(rig_.server.Url("/live"))));
@@ -205,7 +205,7 @@ TEST_F(StreamClient, AnEndlessStreamIsNoPlaylistAndIsSoonLetGoOf) {
   EXPECT_TRUE(rig_.server.WaitForAllClosed(kDeadline));
 }
 
-TEST_F(StreamClient, LettingGoOfItEndsARunningReaderAndItsConnection) {
+TEST_F(StreamClient, ReleasingItEndsARunningReaderAndItsConnection) {
   Station(Script().Send(kOk).Hold());
   Tune();
   rig_.loop.on_pump = [this] { rig_.client.reset(); };

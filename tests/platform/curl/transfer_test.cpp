@@ -41,7 +41,7 @@ TEST_F(TransferTest, HoldsNoMoreThanItsBufferHoweverLongItWorks) {
   EXPECT_FALSE(transfer.HasEnded());
 }
 
-TEST_F(TransferTest, GoesOnWhenItsBytesAreTaken) {
+TEST_F(TransferTest, ContinuesWhenItsBytesAreTaken) {
   server_.OnAny(Script().Send(kOk).Flood("x"));
   Transfer transfer(To("/"));
   std::vector<std::byte> bytes(10'000);

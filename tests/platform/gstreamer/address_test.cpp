@@ -26,7 +26,7 @@ TEST_F(AddressTest, WebAddressesStayAsTheyAre) {
   EXPECT_FALSE(ResolveAddress(u"http://a.example/", paths).local_file);
 }
 
-TEST_F(AddressTest, WhatNoUriMayHoldIsEscaped) {
+TEST_F(AddressTest, WhatNoUriMayContainIsEscaped) {
   EXPECT_EQ(Uri(u"http://a.example/B\u00FCrger radio|1"), "http://a.example/B%C3%BCrger%20radio%7C1");
 }
 

@@ -88,7 +88,7 @@ class DeviceTest : public testing::Test {
   mutable SessionDriver driver;
 };
 
-TEST_F(DeviceTest, AStationGoesOnLiveAfterEachOfSeveralOutagesOfTheSoundServer) {
+TEST_F(DeviceTest, AStationContinuesLiveAfterEachOfSeveralOutagesOfTheSoundServer) {
   ASSERT_TRUE(PlaysTheStation());
   for (int outage = 0; outage < 3; ++outage) {
     pulse.Stop();
@@ -138,7 +138,7 @@ TEST_F(DeviceTest, AnAddressThatCannotBeOpenedFailsWithoutADeviceToo) {
   EXPECT_EQ(driver.Open(station.Url("/none")), platform::kErrorFileNotFound);
 }
 
-TEST_F(DeviceTest, AStationGoesOnLiveWhenItsOnlyCardComesBack) {
+TEST_F(DeviceTest, AStationContinuesLiveWhenItsOnlyCardComesBack) {
   ASSERT_TRUE(PlaysTheStation());
   pulse.TakeCardAway();
   ASSERT_TRUE(IsWithoutDevice());
@@ -150,7 +150,7 @@ TEST_F(DeviceTest, AStationGoesOnLiveWhenItsOnlyCardComesBack) {
   EXPECT_TRUE(HearsAtOnce(kNewHertz));
 }
 
-TEST_F(DeviceTest, ASuspendedCardPilesNothingUpAndGoesOnLive) {
+TEST_F(DeviceTest, ASuspendedCardPilesNothingUpAndContinuesLive) {
   ASSERT_TRUE(PlaysTheStation());
   const double suspended = driver.Seconds();
   pulse.Suspend(true);
@@ -165,7 +165,7 @@ TEST_F(DeviceTest, ASuspendedCardPilesNothingUpAndGoesOnLive) {
   EXPECT_EQ(station.Requests("/live"), 2);
 }
 
-TEST_F(DeviceTest, AStreamThatTheSoundServerEndsGoesOn) {
+TEST_F(DeviceTest, AStreamThatTheSoundServerEndsContinues) {
   ASSERT_TRUE(PlaysTheStation());
   sends_new_sound = true;
   pulse.KillStream("Funkhausplayer");
@@ -183,7 +183,7 @@ TEST_F(DeviceTest, AStreamMovesWithTheDefaultCardUninterrupted) {
   EXPECT_TRUE(driver.log.empty());
 }
 
-TEST_F(DeviceTest, ASoundServerThatHangsAndGoesOnIsHeardLive) {
+TEST_F(DeviceTest, ASoundServerThatHangsAndContinuesIsHeardLive) {
   ASSERT_TRUE(PlaysTheStation());
   pulse.Signal(SIGSTOP);
   ASSERT_TRUE(IsWithoutDevice());
@@ -208,7 +208,7 @@ TEST_F(DeviceTest, AStopCountsThoughStartFollowsWhileTheSoundServerHangs) {
   EXPECT_EQ(station.Requests("/live"), 2);
 }
 
-TEST_F(DeviceTest, AFileGoesOnWhereItWas) {
+TEST_F(DeviceTest, AFileContinuesWhereItWas) {
   const std::string first = MakeTone(folder, "1.flac", "flac", {.hertz = kOldHertz, .seconds = 2});
   const std::string file = MakeTone(folder, "t.flac", "flac", {.hertz = kNewHertz, .seconds = 2},
                                     "-i " + first + " -filter_complex [1:a][0:a]concat=n=2:v=0:a=1");
@@ -269,7 +269,7 @@ TEST_F(DeviceTest, StopEndsTheSearch) {
   EXPECT_TRUE(loudness->WaitForSound(300ms, 5s));
 }
 
-TEST_F(DeviceTest, WhatTheSoundServerRemembersHoldsThoughItWasNotThereAtTheStart) {
+TEST_F(DeviceTest, WhatTheSoundServerRemembersAppliesThoughItWasNotThereAtTheStart) {
   pulse.Stop();
   pulse.RememberVolumes();
   pulse.Start();

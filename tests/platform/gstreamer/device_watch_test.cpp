@@ -79,7 +79,7 @@ TEST(DeviceWatchTest, AFurtherFailureDoesNotDelayWhatIsKnown) {
   EXPECT_EQ(watch.Now(), State::kLooking);
 }
 
-TEST(StandstillTest, ADeviceThatTakesSoundGoesOn) {
+TEST(StandstillTest, ADeviceThatTakesSoundContinues) {
   Standstill standstill;
   for (auto at = 0ms; at < 5s; at += 100ms) {
     EXPECT_EQ(standstill.NextCheck(kNoon + at), kNoon + at + 600ms);
@@ -97,7 +97,7 @@ TEST(StandstillTest, ADeviceIsGivenUpAfterASecondLook) {
   EXPECT_TRUE(standstill.Check(kNoon + 1100ms, kNoon));
 }
 
-TEST(StandstillTest, AProgramThatWasHeldUpItselfLooksTwice) {
+TEST(StandstillTest, AProgramThatWasDelayedItselfLooksTwice) {
   Standstill standstill;
   EXPECT_FALSE(standstill.Check(kNoon + 60s, kNoon));
   EXPECT_EQ(standstill.NextCheck(kNoon), kNoon + 60500ms);

@@ -83,7 +83,7 @@ TEST_P(LevelHistoryOverHours, TheLevelsFollowTheDevicesClock) {
 // Good clocks differ by some 50 millionths: 360 ms after two hours.
 INSTANTIATE_TEST_SUITE_P(Rates, LevelHistoryOverHours, testing::Values(1.0, 0.99995, 1.00005, 0.999, 1.001));
 
-TEST(LevelHistoryTest, AnEmptyDeviceMayHoldMoreFromThenOn) {
+TEST(LevelHistoryTest, AnEmptyDeviceMayContainMoreFromThenOn) {
   LevelHistory history;
   // Fills by 100 ms at most, for longer than filling takes.
   std::int64_t now = 0;
@@ -97,7 +97,7 @@ TEST(LevelHistoryTest, AnEmptyDeviceMayHoldMoreFromThenOn) {
   EXPECT_THAT(history.At(now + 390 * kMillisecond), ElementsAre(0.3F));
 }
 
-TEST(LevelHistoryTest, AnEmptyDeviceMayHoldLessFromThenOn) {
+TEST(LevelHistoryTest, AnEmptyDeviceMayContainLessFromThenOn) {
   LevelHistory history;
   for (int at = 0; at < 20; ++at) history.Add(0, kInterval, {0.1F});
   std::int64_t now = 1000 * kMillisecond;

@@ -261,7 +261,7 @@ TEST_F(LiveTest, AHoleThatTheDeviceCanBridgeIsNotHeard) {
   EXPECT_LT(loudness.SilenceSince(heard), 80ms);
 }
 
-TEST_F(LiveTest, WhatTheDeviceHoldsIsHeardThoughTheConnectionBroke) {
+TEST_F(LiveTest, WhatTheDeviceContainsIsHeardThoughTheConnectionBroke) {
   const std::string sound = ReadBytes(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 8}));
   MediaHttpServer server;
   std::atomic<bool> is_heard{false};

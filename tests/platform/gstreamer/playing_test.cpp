@@ -100,7 +100,7 @@ TEST_F(PlayingTest, AFileOnAServerThatEndsIsNotOpenedAgain) {
   EXPECT_EQ(server.Requests("/t.mp3"), 1);
 }
 
-TEST_F(PlayingTest, PauseHoldsThePositionAndStartGoesOn) {
+TEST_F(PlayingTest, PauseKeepsThePositionAndStartContinues) {
   ASSERT_TRUE(Start(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 10})));
   ASSERT_TRUE(HearsTone(440));
   EXPECT_EQ(driver.Pause(), kSOk);
@@ -150,12 +150,12 @@ class FormatChangeTest : public PlayingTest {
   MediaHttpServer server;
 };
 
-TEST_F(FormatChangeTest, ChainedOggGoesOnPlaying) {
+TEST_F(FormatChangeTest, ChainedOggContinuesToPlay) {
   ServeAndStart("ogg", "libvorbis", "application/ogg");
   ExpectBothParts();
 }
 
-TEST_F(FormatChangeTest, Mp3GoesOnPlaying) {
+TEST_F(FormatChangeTest, Mp3ContinuesToPlay) {
   ServeAndStart("mp3", "libmp3lame", "audio/mpeg");
   ExpectBothParts();
 }

@@ -43,7 +43,7 @@ TEST(ReconnectScheduleTest, ThenEverMoreRarelyUpToEveryThirtySeconds) {
   EXPECT_EQ(seconds, (std::vector<long>{60, 62, 66, 74, 90, 120, 150, 180, 210, 240}));
 }
 
-TEST(ReconnectScheduleTest, AStreamThatBreaksSoonGoesOnWithTheOldPause) {
+TEST(ReconnectScheduleTest, AStreamThatBreaksSoonContinuesWithTheOldPause) {
   ReconnectSchedule schedule;
   schedule.AttemptStarted(kStart - 100s);
   schedule.Lose(kStart, kStart - 99s);

@@ -1,4 +1,5 @@
-// The tests' own text conversion and order, held to the program's: what they say must be what users get.
+// The tests' own text conversion and order, compared with the program's: what they say must be what users
+// get.
 
 #include <gtest/gtest.h>
 

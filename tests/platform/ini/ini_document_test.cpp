@@ -1,4 +1,4 @@
-// Holds the document against a plain model that reads all lines again for every change.
+// Compares the document with a plain model that reads all lines again for every change.
 
 #include "platform/ini/ini_document.h"
 

@@ -64,7 +64,7 @@ TEST_F(NativePathsTest, EveryRowOfBytesSurvives) {
   }
 }
 
-TEST_F(NativePathsTest, AUsablePathIsNotEmptyAndHoldsNoNul) {
+TEST_F(NativePathsTest, AUsablePathIsNotEmptyAndContainsNoNul) {
   EXPECT_TRUE(IsUsablePath("/a"));
   EXPECT_FALSE(IsUsablePath(""));
   EXPECT_FALSE(IsUsablePath(std::string("/a\0b", 4)));

@@ -43,7 +43,7 @@ class KilledSave : public IniFixture {
     }
     return bytes;
   }
-  [[nodiscard]] bool HoldsOneWholeCatalogue() const {
+  [[nodiscard]] bool ContainsOneWholeCatalogue() const {
     const std::string bytes = Bytes();
     const std::size_t first = bytes.find("Link=");
     return first != std::string::npos && bytes == Catalogue(bytes[first + 5]);
@@ -70,7 +70,7 @@ TEST_F(KilledSave, TheFileIsWholeAtEveryMomentAndTheNextSaveTidiesUp) {
   int leftovers = 0;
   for (int kill = 0; kill < kKills; ++kill) {
     KillASave(moments(random));
-    EXPECT_TRUE(HoldsOneWholeCatalogue());
+    EXPECT_TRUE(ContainsOneWholeCatalogue());
     leftovers += Entries() > 1 ? 1 : 0;
     EXPECT_LE(Entries(), 2) << "each save removes what the one before it left";
   }

@@ -160,7 +160,7 @@ TEST_F(ProgramDataPathsTest, OnlyTheFoldersOfDataAreLookedForInTheUsersFolder) {
   EXPECT_EQ(Found(u"RadioJPG\\..\\..\\b.jpg"), "RadioJPG/../../b.jpg");
 }
 
-TEST_F(ProgramDataPathsTest, AListingHoldsBothFoldersAndOfOneNameTheUsers) {
+TEST_F(ProgramDataPathsTest, AListingContainsBothFoldersAndOfOneNameTheUsers) {
   folder.Write("program/RadioIco/b.ico", "");
   folder.Write("program/RadioIco/C.ICO", "");
   EXPECT_EQ(Listed(u"RadioIco"), (std::vector<Text>{u"C.ICO", u"b.ico"}))

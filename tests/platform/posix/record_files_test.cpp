@@ -25,7 +25,7 @@ class RecordFilesTest : public testing::Test {
   PosixRecordFiles files{paths};
 };
 
-TEST_F(RecordFilesTest, ARecordingIsMadeAndHoldsWhatWasWritten) {
+TEST_F(RecordFilesTest, ARecordingIsMadeAndContainsWhatWasWritten) {
   const RecordFile file = Open(u"AC_ DC - Größe.mp3");
   ASSERT_NE(file, RecordFile::kNone);
   EXPECT_TRUE(WriteText(file, "abc"));

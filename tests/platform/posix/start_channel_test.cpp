@@ -176,7 +176,7 @@ TEST_F(StartChannelTest, WhatIsNoRequestIsRefused) {
   }
 }
 
-TEST_F(StartChannelTest, ThoseWhoSayNothingHoldUpNobodyAndAreBounded) {
+TEST_F(StartChannelTest, ThoseWhoSayNothingDelayNobodyAndAreBounded) {
   StartListener listener(path_);
   std::vector<FileDescriptor> silent;
   for (std::size_t count = 0; count < 3 * StartListener::kMostWaiting; ++count) {

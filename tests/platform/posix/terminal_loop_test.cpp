@@ -8,7 +8,7 @@
 namespace platform::posix {
 namespace {
 
-TEST(TerminalLoopTest, TellsARequestToEndInTheNextPumpAndOnce) {
+TEST(TerminalLoopTest, ReportsARequestToEndInTheNextPumpAndOnce) {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     TerminalLoop loop;
     int asked = 0;

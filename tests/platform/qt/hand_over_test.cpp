@@ -108,7 +108,7 @@ TEST_F(HandOver, KeysOfTheWindowAndItsClosing) {
 }
 
 // The program's own calls of the toolkit take the keyboard from the list as well.
-TEST_F(HandOver, ListThatLosesTheKeyboardIsNotWorkedOutInsideTheCallThatTakesIt) {
+TEST_F(HandOver, ListThatLosesTheKeyboardIsNotResolvedInsideTheCallThatTakesIt) {
   QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Down, {}, {}, true);
   ExpectLater("hidden", list_.SelectionChanged, [&] {
     view_.setFocus();
@@ -210,7 +210,7 @@ TEST_F(HandOver, CheckThatIsTakenBackBeforeItsTurnCountsTwice) {
 }
 
 // A row that is chosen before the previous one had its turn: both are resolved, the last one stays.
-TEST_F(HandOver, RowsChosenQuicklyAreEachWorkedOut) {
+TEST_F(HandOver, RowsChosenQuicklyAreEachResolved) {
   std::vector<RowId> selected;
   const auto subscription =
       list_.SelectionChanged.Subscribe([&] { selected.push_back(list_.SelectedRow()); });
@@ -295,7 +295,7 @@ TEST_F(InsideADialog, ClosingOfTheBlockedWindowIsNotDropped) {
   });
 }
 
-TEST_F(InsideADialog, ChosenRowIsWorkedOutWhenItIsGone) {
+TEST_F(InsideADialog, ChosenRowIsResolvedWhenItIsGone) {
   PressRow(1);
   OpenBox([this] {
     Settle();

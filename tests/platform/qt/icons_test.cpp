@@ -172,7 +172,7 @@ TEST_F(IconFiles, PictureHasItsNaturalSizeInTwips) {
   EXPECT_TRUE(icons_.Picture(picture.handle).isNull());
 }
 
-TEST_F(IconFiles, LargePictureIsKeptSmallButTellsItsNaturalSize) {
+TEST_F(IconFiles, LargePictureIsKeptSmallButReportsItsNaturalSize) {
   QImage image(6000, 3000, QImage::Format_RGB32);
   image.fill(Qt::blue);
   const LoadedPicture picture = icons_.LoadPicture(WriteImage("gross.jpg", image, "jpg"));

@@ -87,7 +87,7 @@ TEST_F(ListBindingTest, ClickSelectsOnce) {
   EXPECT_EQ(changes.Count(), 1);
 }
 
-TEST_F(ListBindingTest, ClickOnTheSelectedRowIsToldOnceMore) {
+TEST_F(ListBindingTest, ClickOnTheSelectedRowIsReportedOnceMore) {
   Fill(5);
   const Counter again(list_.SelectedRowClicked);
   Click(2);
@@ -275,7 +275,7 @@ TEST_F(ListBindingTest, LettersFindRowsByTheirNamesBeginning) {
   EXPECT_EQ(list_.SelectedRow(), list_.RowAt(2));
 }
 
-TEST_F(ListBindingTest, HeldKeyTellsTheListWhenItComesToRest) {
+TEST_F(ListBindingTest, HeldKeyNotifiesTheListWhenItComesToRest) {
   Fill(10);
   Click(0);
   const Counter changes(list_.SelectionChanged);

@@ -93,7 +93,7 @@ TEST_F(ListMenu, NotificationsAreSwitchedByACheck) {
   EXPECT_TRUE(WaitFor([this] { return !form_.TitleNotices.Checked(); }));
 }
 
-TEST_F(ListMenu, RightClickSelectsItsRowWhichIsWorkedOutWhenTheMenuIsGone) {
+TEST_F(ListMenu, RightClickSelectsItsRowWhichIsResolvedWhenTheMenuIsGone) {
   RightClick(At(1));
   EXPECT_EQ(view_.SelectedRow(), 1);
   EXPECT_FALSE(QTest::qWaitFor([this] { return list_.SelectedRow() == list_.RowAt(1); }, 600))

@@ -89,7 +89,7 @@ TEST(MainWindowTest, TitleIsTheFormsCaptionOnOneLine) {
   EXPECT_EQ(fixture.window->windowTitle(), "Playing: Lied  [*][*] zwei");
 }
 
-TEST(MainWindowTest, ResizingTellsTheFormInTwips) {
+TEST(MainWindowTest, ResizingNotifiesTheFormInTwips) {
   WindowFixture fixture;
   ASSERT_TRUE(fixture.Open());
   const Counter resized(fixture.form.form.Resized);

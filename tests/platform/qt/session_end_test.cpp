@@ -23,7 +23,7 @@ namespace {
 class SessionEndTest : public ::testing::Test {
  protected:
   SessionEndTest() {
-    // A dialog that does not let go must not hold up the other tests.
+    // A dialog that does not close must not block the other tests.
     QObject::connect(&deadline_, &QTimer::timeout, &deadline_, [] {
       ADD_FAILURE() << "the program did not end";
       std::abort();
@@ -67,7 +67,7 @@ class SessionEndTest : public ::testing::Test {
   QTimer deadline_;
 };
 
-TEST_F(SessionEndTest, SignalTellsTheFormThatTheSessionEnds) {
+TEST_F(SessionEndTest, SignalNotifiesTheFormThatTheSessionEnds) {
   std::optional<controls::CloseReason> reason;
   const auto ask = Form().QueryUnload.Subscribe([&] { reason = Form().Reason(); });
   QTimer::singleShot(0, [] { std::raise(SIGHUP); });
@@ -85,7 +85,7 @@ TEST_F(SessionEndTest, OpenMessageBoxIsDismissedWithTheAnswerThatStartsNothing) 
   EXPECT_TRUE(Form().IsClosed());
 }
 
-TEST_F(SessionEndTest, QuestionOfTheClosingItselfIsDismissedAndTheClosingGoesOn) {
+TEST_F(SessionEndTest, QuestionOfTheClosingItselfIsDismissedAndTheClosingContinues) {
   dialogs_.SetMainWindow(fixture_.window.get());
   std::optional<MessageBoxAnswer> answer;
   controls::CloseReason reason_after = controls::CloseReason::kUser;

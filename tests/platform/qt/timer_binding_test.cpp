@@ -45,7 +45,7 @@ TEST(TimerBindingTest, TwentyMillisecondTimerKeepsItsPace) {
   EXPECT_GE(clock.elapsed(), 25 * 20 - 20);
 }
 
-TEST(TimerBindingTest, TickInsideItsOwnHandlerIsDroppedAndTheTimerGoesOn) {
+TEST(TimerBindingTest, TickInsideItsOwnHandlerIsDroppedAndTheTimerContinues) {
   QtMessageLoop loop;
   controls::Timer timer;
   timer.SetInterval(5);

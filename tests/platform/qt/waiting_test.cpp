@@ -359,7 +359,7 @@ TEST_F(Waiting, PointerIsNotLeftBusyByAClosingOrAnException) {
   EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
-// A title that is fetched every few seconds holds up nobody as long as the window processes messages.
+// A title that is fetched every few seconds delays nobody as long as the window processes messages.
 TEST_F(Waiting, PointerIsNotBusyWhileATickPumps) {
   bool busy_while_painting = false;
   loop_.Tick([&] {

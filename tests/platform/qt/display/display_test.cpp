@@ -1,4 +1,4 @@
-// The window on a display of its own, with mouse and keyboard worked from outside the program.
+// The window on a display of its own, with mouse and keyboard operated from outside the program.
 
 #include <gtest/gtest.h>
 
@@ -57,7 +57,7 @@ TEST_F(Display, PaintingOnlyKeepsInputForLater) {
   }));
 }
 
-/// A wait that only paints, with the mouse and keyboard worked from outside.
+/// A wait that only paints, with the mouse and keyboard operated from outside.
 class DisplayWait : public Display {
  protected:
   DisplayWait() {
@@ -126,7 +126,7 @@ TEST_F(DisplayWait, EndsForADoubleClickWhichStartsItsRowOnce) {
   EXPECT_EQ(list_.SelectedRow(), list_.RowAt(2));
 }
 
-TEST_F(DisplayWait, GoesOnForTheVolumeAndForTyping) {
+TEST_F(DisplayWait, ContinuesForTheVolumeAndForTyping) {
   EXPECT_FALSE(EndsWait([&] {
     fixture_.Find("hscSavVolume").setFocus();
     Work({"key", "Left"});

@@ -1,4 +1,4 @@
-// A real drag on a display, with a mouse that is worked from outside the program.
+// A real drag on a display, with a mouse that is operated from outside the program.
 
 #include <gtest/gtest.h>
 
