@@ -3,11 +3,9 @@
 
 #include "tests/journeys/catalogue_model.h"
 
-#include <optional>
 #include <random>
 
-#include "tests/journeys/catalogue_journey.h"
-#include "tests/journeys/station_file_text.h"
+#include "tests/journeys/compared_catalogue.h"
 
 namespace app {
 namespace {
@@ -20,28 +18,18 @@ using Field = CatalogueModel::Field;
 using Fields = CatalogueModel::Fields;
 using Outcome = CatalogueModel::Outcome;
 using Place = CatalogueModel::Place;
-using Station = CatalogueModel::Station;
 
-const std::string kTopOfTheFile = "; top of the file\r\n\r\n";
 const std::string kFirstStations =
-    kTopOfTheFile +
+    std::string(kTopOfTheFile) +
     "[Radio 1]\r\nStation=Radio 1\r\nLink=http://first/1\r\nGenre=Rock\r\nFavorit=1\r\nM3uNr=3\r\n; a "
     "comment\r\n"
     "[K\xFCste]\r\nFremd=other program\r\nLink=http://first/2\r\nGenre=Pop & Hits\r\n\r\n"
     "[Settings of another program]\r\nLink=http://first/3\r\nKey=value\r\nLines without a sign\r\n"
     "[Radio 2]\r\nLink=http://first/4\r\nFavorit=1\r\n";
 
-class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInterface<unsigned> {
+class CatalogueModelTest : public ComparedCatalogue, public testing::WithParamInterface<unsigned> {
  protected:
   static constexpr int kSteps = 1000;
-
-  CatalogueModelTest() : CatalogueJourney(Memory()) {}
-
-  /// Thousands of replaced files would wait for the disk most of the time.
-  static std::filesystem::path Memory() {
-    const std::filesystem::path memory = "/dev/shm";
-    return std::filesystem::is_directory(memory) ? memory : std::filesystem::temp_directory_path();
-  }
 
   void Run() {
     random.seed(GetParam());
@@ -149,9 +137,6 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
     }
   }
 
-  bool InView() { return Form().ExplorerListFilter.Visible(); }
-  ListView& List() { return InView() ? Form().ExplorerListFilter : Form().SymbolListview; }
-
   /// Does something that may write, on a full disk if it is full now.
   template <typename Action>
   Outcome Do(const std::string& name, const Action& action) {
@@ -248,9 +233,6 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
     section = name;
     return station;
   }
-  Station* StationOf(const ListRow& row) {
-    return model.Find(form.Name(row.cells[kNameCell]), form.Value(row.cells[kLinkCell]));
-  }
   /// Single fields of stations that were saved into one section are nobody's own until the next loading.
   bool SharesItsSection(const Station& station) {
     return std::any_of(model.Stations().begin(), model.Stations().end(),
@@ -304,18 +286,6 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
       model.Delete(*station, outcome);
     }
   }
-  Station InFile(const Text& name) {
-    const auto sections = ReadStationFile(form, Stations());
-    Station station;
-    const auto found = sections.find(name);
-    if (found == sections.end()) return station;
-    const FileSection& keys = found->second;
-    station = {name, keys.Value(u"Link"), keys.Value(u"Genre"), keys.Value(u"Favorit"), keys.Value(u"M3uNr")};
-    station.shown = station.number;
-    station.saved = true;
-    return station;
-  }
-
   void Undo() {
     const bool expected = model.HasDeletions();
     std::set<Text> in_file;
@@ -334,14 +304,6 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
     EXPECT_EQ(window->GetSettings().CatalogueChanged, outcome == Outcome::kFailed);
     if (outcome == Outcome::kWritten) model.Save(Order());
   }
-  std::vector<std::pair<Text, Text>> Order() {
-    std::vector<std::pair<Text, Text>> order;
-    for (const ListRow& row : Form().SymbolListview.Rows()) {
-      order.emplace_back(form.Name(row.cells[kNameCell]), form.Value(row.cells[kLinkCell]));
-    }
-    return order;
-  }
-
   void Sort() {
     actions.push_back("sort");
     Form().SymbolListview.ClickHeader(static_cast<int>(Below(6)));
@@ -356,14 +318,6 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
     // Without a genre there is no filter: the full list is loaded instead.
     if (&box == &Form().Check1 && Form().Combo1.GetText().empty()) Loaded();
     if (&box == &Form().Check3) CheckFavourites();
-  }
-  void CheckFavourites() {
-    std::multiset<Text> shown, marked;
-    for (const ListRow& row : Form().ExplorerListFilter.Rows()) shown.insert(form.Name(row.cells[kNameCell]));
-    for (const auto& [name, keys] : ReadStationFile(form, Stations())) {
-      if (keys.Value(u"Favorit") == u"1" && !name.empty()) marked.insert(name);
-    }
-    EXPECT_EQ(shown, marked);
   }
   void LeaveView() {
     actions.push_back("all stations");
@@ -413,112 +367,7 @@ class CatalogueModelTest : public CatalogueJourney, public testing::WithParamInt
     AdoptSharedFields();
   }
 
-  // Checks
-
-  /// The stations of the file that the test starts with.
-  void Adopt() {
-    std::vector<Station> stations;
-    std::map<Text, CatalogueModel::Foreign> foreign;
-    for (const auto& [name, keys] : ReadStationFile(form, Stations())) {
-      stations.push_back(InFile(name));
-      if (!keys.foreign.empty()) foreign[name] = keys.foreign;
-    }
-    model.Start(stations, foreign);
-  }
-
-  void Check() {
-    CheckFile();
-    if (!InView()) CheckList();
-    const bool must_ask = std::any_of(model.Stations().begin(), model.Stations().end(),
-                                      [](const Station& s) { return s.must_ask; });
-    EXPECT_TRUE(!must_ask || window->GetSettings().CatalogueChanged) << "closing would not ask";
-  }
-
-  void CheckFile() {
-    const std::string bytes = Stations();
-    EXPECT_TRUE(bytes.starts_with(kTopOfTheFile));
-    auto sections = ReadStationFile(form, bytes);
-    for (const Station& station : model.Stations()) {
-      if (!station.saved || station.overwritten) continue;
-      ASSERT_TRUE(sections.contains(station.name)) << Shown(station) << " vanished from the file";
-      const FileSection& keys = sections[station.name];
-      EXPECT_EQ(keys.Value(u"Link"), station.link) << Shown(station);
-      if (station.loose) continue;
-      EXPECT_EQ(keys.Value(u"Genre"), station.genre) << Shown(station);
-      EXPECT_EQ(keys.Value(u"Favorit"), station.favourite) << Shown(station);
-      EXPECT_EQ(keys.Value(u"M3uNr"), station.number) << Shown(station);
-    }
-    for (const auto& [name, keys] : sections) {
-      // A section without a name is never listed; its rows stay unsaved ones.
-      if (name.empty()) continue;
-      EXPECT_NE(model.OfSection(name), nullptr) << Utf8(name) << " belongs to no station";
-      const auto foreign = model.ForeignLines().find(name);
-      EXPECT_EQ(keys.foreign,
-                foreign == model.ForeignLines().end() ? CatalogueModel::Foreign() : foreign->second)
-          << Utf8(name);
-    }
-    for (const auto& [name, lines] : model.ForeignLines()) EXPECT_TRUE(sections.contains(name)) << Utf8(name);
-  }
-
-  void CheckList() {
-    std::vector<const Station*> expected;
-    for (const Station& station : model.Stations()) {
-      if (!station.hidden) expected.push_back(&station);
-    }
-    for (const ListRow& row : Form().SymbolListview.Rows()) {
-      const auto found = std::find_if(expected.begin(), expected.end(), [&](const Station* station) {
-        return station->name == form.Name(row.cells[kNameCell]) &&
-               station->link == form.Value(row.cells[kLinkCell]);
-      });
-      ASSERT_NE(found, expected.end()) << Shown(row) << " is doubled, or nobody entered it";
-      const Station& station = **found;
-      expected.erase(found);
-      if (station.loose) continue;
-      EXPECT_EQ(form.Value(row.cells[kGenreCell]), station.genre) << Shown(row);
-      EXPECT_EQ(form.Value(row.cells[kFavouriteCell]), station.favourite) << Shown(row);
-      EXPECT_EQ(form.Value(row.cells[kM3uNumberCell]), station.shown) << Shown(row);
-    }
-    for (const Station* station : expected) ADD_FAILURE() << Shown(*station) << " vanished from the list";
-  }
-  void CheckOrder() {
-    const ListView& list = Form().SymbolListview;
-    const auto column = static_cast<std::size_t>(list.SortColumn());
-    const int sign = list.GetSortDirection() == controls::SortDirection::kAscending ? 1 : -1;
-    for (std::size_t index = 1; index < list.Count(); ++index) {
-      const Text& before = list.Rows()[index - 1].cells[column];
-      EXPECT_LE(sign * string_order.StrCmpLogicalW(before, list.Rows()[index].cells[column]), 0);
-    }
-  }
-  /// What several stations of a name wrote into one section is what the list shows now.
-  void AdoptSharedFields() {
-    for (const ListRow& row : Form().SymbolListview.Rows()) {
-      Station* const station = StationOf(row);
-      if (station == nullptr || !station->loose) continue;
-      station->genre = form.Value(row.cells[kGenreCell]);
-      station->favourite = form.Value(row.cells[kFavouriteCell]);
-      station->number = station->shown = form.Value(row.cells[kM3uNumberCell]);
-      station->loose = model.CountOf(station->name) > 1;
-    }
-  }
-
-  std::string Utf8(const Text& text) {
-    return "\"" + conversion.WideCharToMultiByte(platform::CodePage::kUtf8, text) + "\"";
-  }
-  std::string Shown(const Station& station) { return Utf8(station.name) + " " + Utf8(station.link); }
-  std::string Shown(const ListRow& row) {
-    return Utf8(row.cells[kNameCell]) + " " + Utf8(row.cells[kLinkCell]);
-  }
-  std::string LastActions() {
-    std::string text;
-    const std::size_t first = actions.size() > 60 ? actions.size() - 60 : 0;
-    for (std::size_t index = first; index < actions.size(); ++index) text += "\n  " + actions[index];
-    return text;
-  }
-
   std::mt19937 random;
-  FileText form{conversion};
-  CatalogueModel model;
-  std::vector<std::string> actions;
   Text section;  ///< of the row that SelectOne chose
   unsigned last_number = 0;
   bool disk_is_full = false;
