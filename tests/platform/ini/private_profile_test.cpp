@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "tests/platform/ini/ini_fixture.h"
+#include "tests/support/ini_changed_by_others.h"
 
 namespace platform::ini {
 namespace {
@@ -222,26 +223,6 @@ TEST_F(PrivateProfileReading, AFileOver64MebibytesCountsAsMissingAndIsNotReplace
   EXPECT_EQ(std::filesystem::file_size(folder.Path() / "test.ini"), 64U * 1024 * 1024 + 1);
 }
 
-TEST_F(PrivateProfileReading, AChangeMadeByAnotherProgramIsSeenByTheNextRead) {
-  // The size stays the same and the changes follow each other faster than time stamps advance.
-  for (int round = 0; round < 300; ++round) {
-    const std::string value = std::to_string(100 + round);
-    Given("[a]\r\nk=" + value + "\r\n");
-    EXPECT_EQ(Read(u"a", u"k"), Text(value.begin(), value.end()));
-  }
-}
-
-TEST_F(PrivateProfileReading, AFileThatIsReplacedRemovedOrMadeIsSeenByTheNextRead) {
-  EXPECT_EQ(Read(u"a", u"k"), u"(default)");
-  Given("[a]\r\nk=1\r\n");
-  EXPECT_EQ(Read(u"a", u"k"), u"1");
-  folder.Write("other.ini", "[a]\r\nk=2\r\n");
-  std::filesystem::rename(folder.Path() / "other.ini", folder.Path() / "test.ini");
-  EXPECT_EQ(Read(u"a", u"k"), u"2");
-  std::filesystem::remove(folder.Path() / "test.ini");
-  EXPECT_EQ(Read(u"a", u"k"), u"(default)");
-}
-
 TEST_F(PrivateProfileReading, WhatIsNoRegularFileReadsAsMissing) {
   std::filesystem::create_directory(folder.Path() / "test.ini");
   EXPECT_EQ(Read(u"a", u"k"), u"(default)");
@@ -271,3 +252,9 @@ TEST_F(PrivateProfileReading, ManyFilesAtOnceAreAllReadRight) {
 
 }  // namespace
 }  // namespace platform::ini
+
+namespace test_support {
+
+INSTANTIATE_TYPED_TEST_SUITE_P(PlainDisk, IniChangedByOthers, platform::ini::IniFixture);
+
+}  // namespace test_support

@@ -11,6 +11,7 @@
 #include "platform/posix/file_descriptor.h"
 #include "platform/posix/profile_files.h"
 #include "tests/platform/posix/ini_fixture.h"
+#include "tests/support/ini_changed_by_others.h"
 
 namespace platform::posix {
 namespace {
@@ -99,26 +100,6 @@ TEST_F(PrivateProfileOnDisk, AChangeThatTheTimeStampDoesNotShowIsSeenWhileTheFil
   EXPECT_TRUE(seen);
 }
 
-TEST_F(PrivateProfileOnDisk, AChangeMadeByAnotherProgramIsSeenByTheNextRead) {
-  // The size stays the same and the changes follow each other faster than time stamps advance.
-  for (int round = 0; round < 300; ++round) {
-    const std::string value = std::to_string(100 + round);
-    Given("[a]\r\nk=" + value + "\r\n");
-    EXPECT_EQ(Read(u"a", u"k"), Text(value.begin(), value.end()));
-  }
-}
-
-TEST_F(PrivateProfileOnDisk, AFileThatIsReplacedRemovedOrMadeIsSeenByTheNextRead) {
-  EXPECT_EQ(Read(u"a", u"k"), u"(default)");
-  Given("[a]\r\nk=1\r\n");
-  EXPECT_EQ(Read(u"a", u"k"), u"1");
-  folder.Write("other.ini", "[a]\r\nk=2\r\n");
-  std::filesystem::rename(folder.Path() / "other.ini", folder.Path() / "test.ini");
-  EXPECT_EQ(Read(u"a", u"k"), u"2");
-  std::filesystem::remove(folder.Path() / "test.ini");
-  EXPECT_EQ(Read(u"a", u"k"), u"(default)");
-}
-
 TEST_F(PrivateProfileOnDisk, APipeReadsAsMissingAtOnce) {
   ASSERT_EQ(::mkfifo((folder.Path() / "test.ini").c_str(), 0600), 0);
   EXPECT_EQ(Read(u"a", u"k"), u"(default)");
@@ -143,3 +124,9 @@ TEST_F(PrivateProfileOnDisk, TwoProgramsWritingDifferentKeysAtTheSameTimeBothSuc
 
 }  // namespace
 }  // namespace platform::posix
+
+namespace test_support {
+
+INSTANTIATE_TYPED_TEST_SUITE_P(RealDisk, IniChangedByOthers, platform::posix::IniFixture);
+
+}  // namespace test_support
