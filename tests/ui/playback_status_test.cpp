@@ -142,7 +142,7 @@ TEST_F(PlaybackStatusTest, CauseIsShownBeforeTheBoxAndStaysAfterIt) {
   EXPECT_EQ(Line(), under_the_box);
 }
 
-TEST_F(PlaybackStatusTest, CauseOfAnUnreportedFailureIsShownAlthoughNoBoxOrTheWrongOneComes) {
+TEST_F(PlaybackStatusTest, CauseOfAnUnreportedFailureIsShownThoughNoBoxComes) {
   media.open_result = platform::kEFail;
   Start();
   Select(u"A");
@@ -152,6 +152,25 @@ TEST_F(PlaybackStatusTest, CauseOfAnUnreportedFailureIsShownAlthoughNoBoxOrTheWr
   EXPECT_EQ(Line(), u"Der Server von A antwortet nicht.");
   Form().Command6.Click();
   EXPECT_EQ(Line(), u"Der Server von A antwortet nicht.") << "there is nothing to be stopped";
+}
+
+TEST_F(PlaybackStatusTest, CauseOfAnUnreportedFailureIsShownThoughTheBoxNamesAnEarlierOne) {
+  system_messages.messages[platform::kErrorFileNotFound] = u"weg";
+  media.open_result = platform::kErrorFileNotFound;
+  Start();
+  Select(u"A");
+  ReachWhenOpened(PlaybackState::kFailed, PlaybackFailure::kNotFound);
+  Form().Command1.Click();
+  ASSERT_EQ(Line(), u"Die Datei von A gibt es nicht.");
+  media.open_result = platform::kEFail;
+  Select(u"B");
+  ReachWhenOpened(PlaybackState::kFailed, PlaybackFailure::kNoAnswer);
+  Text under_the_box;
+  dialogs.on_box = [&] { under_the_box = Line(); };
+  Form().Command1.Click();
+  EXPECT_EQ(BoxTexts(), (std::vector<Text>{u"weg", u"weg"}));
+  EXPECT_EQ(under_the_box, u"Der Server von B antwortet nicht.");
+  EXPECT_EQ(Line(), under_the_box);
 }
 
 TEST_F(PlaybackStatusTest, ItemThatDoesNotComeToPlaySaysSo) {
