@@ -26,7 +26,6 @@ CommandLine ReadCommandLine(std::span<const char* const> words) {
     link += word;
   }
   link = TrimmedLink(link);
-  if (link.empty()) return {CommandLine::Wish::kRecord, {}, form};
   if (link == "--help" || link == "-h") return {CommandLine::Wish::kHelp, {}, form};
   if (link.starts_with('-')) return {CommandLine::Wish::kWrongUse, {}, form};
   return {CommandLine::Wish::kRecord, link, form};

@@ -81,6 +81,10 @@ bool StationRecording::IsFinal(Fault fault, int refusals) const {
 
 void StationRecording::Stop() {
   runs_.Interrupt();
+  StopClient();
+}
+
+void StationRecording::StopClient() {
   if (connection_.client) connection_.client->StopRecStream();
 }
 
@@ -163,7 +167,6 @@ void StationRecording::Pause(int seconds, const app::Runs::Run& run) {
 }
 
 void StationRecording::OnRead(const platform::InternetRead& read) {
-  if (!connection_.client) return;
   const std::int64_t now = ports_.stream.clock.WholeSeconds();
   const std::int64_t since = now - connection_.last_bytes_at;
   if (read.ok && read.count > 0) {
@@ -174,7 +177,7 @@ void StationRecording::OnRead(const platform::InternetRead& read) {
     connection_.last_bytes_at = now;
   } else if (read.ended || !read.ok || since >= limits_.silence) {
     connection_.closed_by_server = read.ended && read.ok;
-    connection_.client->StopRecStream();
+    StopClient();
   } else if (since < 0) {
     connection_.last_bytes_at = now;  // The clock was set back.
   }

@@ -112,6 +112,7 @@ class StationRecording {
   void Record(stream::clsFunkhaus& client, const platform::Text& address, const StreamFacts& facts);
   [[nodiscard]] bool IsFinal(Fault fault, int refusals) const;
   Fault FaultOfAnswer();
+  void StopClient();
   void Pause(int seconds, const app::Runs::Run& run);
   void OnRead(const platform::InternetRead& read);
   void Report();

@@ -42,6 +42,25 @@ TEST_F(KeptFilesOverMemory, ReopeningTheSameNameContinuesUntilTheConnectionEnds)
   EXPECT_EQ(kept_.Bytes(), 3U);
 }
 
+TEST_F(KeptFilesOverMemory, AFileOfAnEarlierConnectionTakesNoMoreBytes) {
+  const RecordFile file = Open(u"Eins.mp3");
+  Write(file, "1");
+  kept_.EndConnection();
+  EXPECT_FALSE(Write(file, "late"));
+  EXPECT_EQ(below_.files[u"Eins.mp3"], "1");
+  EXPECT_EQ(below_.files.size(), 1U);
+}
+
+TEST_F(KeptFilesOverMemory, ItsEndClosesTheFileBelow) {
+  {
+    KeptFiles shortly(below_, files_);
+    const RecordFile file = shortly.OpenBinary(u"C:\\Musik", u"Eins.mp3");
+    EXPECT_TRUE(shortly.WriteBytes(file, std::as_bytes(std::span("1", 1))));
+    EXPECT_EQ(below_.OpenFiles(), 1U);
+  }
+  EXPECT_EQ(below_.OpenFiles(), 0U);
+}
+
 TEST_F(KeptFilesOverMemory, ClosesTheFileBelowWhenAnotherBegins) {
   const RecordFile first = Open(u"Eins.mp3");
   Write(first, "1");

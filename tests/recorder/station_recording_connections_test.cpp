@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <utility>
+#include <vector>
+
 #include "recorder/status_texts.h"
 #include "tests/recorder/station_recording_fixture.h"
 
@@ -61,6 +64,30 @@ TEST_F(Recording, RecordsAFileOnAServerOnce) {
   EXPECT_EQ(PhaseText(status), u"Aufnahme beendet");
   EXPECT_EQ(Connections(), 1);
   EXPECT_EQ(rig_.File(u"radio.example.mp3"), AudioBytes(700));
+}
+
+TEST_F(Recording, HasNoFaultWhenTheUserEndsItOrAFileIsComplete) {
+  rig_.StationSends("----" + TitleOf("Eins") + "1111");
+  EXPECT_EQ(Run().fault, Fault::kNone) << "the user ends it";
+  rig_.internet.answer.raw_headers = RecorderRig::Headers(u"content-length: 4\r\n");
+  rig_.StationSends("1234");
+  rig_.internet.answer.closes = true;
+  rig_.stop_after_reads = 1000;
+  EXPECT_EQ(Run().fault, Fault::kNone) << "the file is complete";
+}
+
+TEST_F(Recording, FaultOfALostConnectionIsGoneOnceBytesArriveAgain) {
+  rig_.StationSends("----" + TitleOf("Eins") + "1111");
+  rig_.stop_after_reads = 30;
+  std::vector<std::pair<Phase, Fault>> seen;
+  const auto reported = rig_.recording.Changed.Subscribe([&] {
+    const std::pair now(rig_.recording.GetStatus().phase, rig_.recording.GetStatus().fault);
+    if (seen.empty() || seen.back() != now) seen.push_back(now);
+  });
+  Run();
+  EXPECT_THAT(seen, testing::Contains(std::pair(Phase::kWaiting, Fault::kLost)));
+  EXPECT_THAT(seen, testing::Contains(std::pair(Phase::kRecording, Fault::kNone)));
+  EXPECT_THAT(seen, testing::Not(testing::Contains(std::pair(Phase::kRecording, Fault::kLost))));
 }
 
 TEST_F(Recording, TakesUpAStationThatAnnouncesALength) {

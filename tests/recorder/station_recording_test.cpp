@@ -101,6 +101,12 @@ TEST_F(Recording, WaitsForItsServersAsLongAsTheInternetLibraryAndAsksThemAfterEv
   EXPECT_THAT(rig_.internet.calls, testing::Not(Contains(testing::StartsWith("SetWaitLimit"))));
 }
 
+TEST_F(Recording, PutsItsFilesIntoItsFolder) {
+  rig_.StationSends("----" + TitleOf("Eins") + "1111");
+  Run();
+  EXPECT_THAT(rig_.record_files.opened, ElementsAre(u"C:\\Musik\\Aufnahmen\\Eins.mp3"));
+}
+
 TEST_F(Recording, EndsWhenTheFolderCannotBeMade) {
   rig_.files.can_create_folders = false;
   EXPECT_EQ(Run().fault, Fault::kCannotWrite);
