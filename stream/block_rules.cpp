@@ -22,7 +22,6 @@ BlockField FieldFrom(TextView piece, BlockField::Kind kind) {
 
 Text CharactersOfSameCode(const std::string& block) {
   Text text;
-  text.reserve(block.size());
   for (const char byte : block) text += static_cast<char16_t>(static_cast<unsigned char>(byte));
   return text;
 }

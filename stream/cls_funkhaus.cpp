@@ -145,10 +145,7 @@ void clsFunkhaus::StartRecStream(const Text& sContentType, const Text& sMetaInt)
   const Text folder = core->RecordFolder();
   const Text extension = ExtensionOf(sContentType);
   const RecordOptions recording = core->recording;
-  if (sMetaInt.empty()) {
-    RecordPlain(*core, folder, extension, recording);
-    return;
-  }
+  if (sMetaInt.empty()) return RecordPlain(*core, folder, extension, recording);
   const std::optional<std::int32_t> lMetaInt = app::ToInt32(sMetaInt);
   if (!lMetaInt) return;
   RecordByTitle(

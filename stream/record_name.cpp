@@ -46,14 +46,14 @@ void DropTrailingBlanksAndDots(Text& name) {
 }
 
 void CutToBytes(Text& name, std::size_t longest) {
+  std::size_t end = 0;
   std::size_t bytes = 0;
-  for (std::size_t i = 0; i < name.size(); i += UnitsOfCharacter(name, i)) {
-    bytes += Utf8Bytes(name, i);
-    if (bytes > longest) {
-      name.erase(i);
-      return;
-    }
+  while (end < name.size()) {
+    bytes += Utf8Bytes(name, end);
+    if (bytes > longest) break;
+    end += UnitsOfCharacter(name, end);
   }
+  name.erase(end);
 }
 
 // Windows takes these names for devices, whatever extension follows the first dot.

@@ -124,7 +124,6 @@ class TitleSplitter {
   Progress CountEmptyBlock() {
     constexpr int kEmptyBlocksToGiveUp = 2;
     if (file_.IsOpen() || ++empty_blocks_ < kEmptyBlocksToGiveUp) return Progress::kGoesOn;
-    empty_blocks_ = 0;
     if (file_.Open(NameOfUntitled(options_, u"unknown")) == Progress::kFailed) return Progress::kFailed;
     playing_(u"unknown", {}, {});
     return Progress::kGoesOn;

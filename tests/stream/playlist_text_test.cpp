@@ -77,6 +77,12 @@ TEST(PlaylistText, TheNumberOfM3uEntriesIsHalfTheHighestIndexRoundedToEven) {
   EXPECT_EQ(EntriesOfM3u(7), 4);
 }
 
+TEST(PlaylistText, AKeyWithoutAnEqualsSignIsPassedOver) {
+  const Lines lines = {u"[playlist]", u"NumberOfEntries", u"File1", u"NumberOfEntries=1", u"File1=http://a"};
+  EXPECT_EQ(AnnouncedEntries(lines), 1);
+  EXPECT_EQ(FindPlaylistEntry(lines, 0).address, u"http://a");
+}
+
 TEST(PlaylistText, LinesBeyondTheLastAreLeftOutButTheirEntryIsCounted) {
   const auto lines = PlaylistLinesFromResponse(u"#EXTM3U\r\n#EXTINF:-1,Radio X\r\nhttp://h/s\r\n");
   EXPECT_EQ(*lines, (Lines{u"[playlist]", u"NumberOfEntries = 2", u"File1=http://h/s", u"Title1=Radio X",

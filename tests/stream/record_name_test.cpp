@@ -91,6 +91,7 @@ TEST(RecordFileName, DeviceNamesGetAnUnderscore) {
   EXPECT_EQ(Name(u"lpt1", u""), u"lpt1_");
   EXPECT_EQ(Name(u"COM\u00B9"), u"COM\u00B9_.mp3");
   EXPECT_EQ(Name(u"aux .x"), u"aux _.x.mp3");
+  EXPECT_EQ(Name(u"con .", u""), u"con_") << "behind the name, not behind what is dropped";
   EXPECT_EQ(Name(u"Contact"), u"Contact.mp3");
   EXPECT_EQ(Name(u"COMA"), u"COMA.mp3");
   for (const char16_t* name :

@@ -191,6 +191,16 @@ TEST_F(SilentAddressesTest, AnAddressThatIsSilentAgainTakesNoFurtherPlace) {
   EXPECT_TRUE(addresses_.IsSilent(u"http://other/"));
 }
 
+TEST_F(SilentAddressesTest, AnAddressThatAnsweredMakesRoom) {
+  StaySilent(Question::kHeaders, u"http://oldest/");
+  for (std::size_t i = 1; i < SilentAddresses::kMost; ++i) {
+    StaySilent(Question::kHeaders, u"http://h/" + app::FormatNumber(static_cast<std::int64_t>(i)));
+  }
+  addresses_.Answered(Question::kHeaders, u"http://h/1");
+  StaySilent(Question::kHeaders, u"http://one/more");
+  EXPECT_TRUE(addresses_.IsSilent(u"http://oldest/"));
+}
+
 TEST_F(SilentAddressesTest, ARecordingWaitsAsLongAsTheLibraryAndRemembersNothing) {
   SilentAddresses addresses(clock_, Patience::kOfARecording);
   for (int i = 0; i < 2; ++i) {

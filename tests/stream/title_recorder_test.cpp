@@ -221,6 +221,14 @@ TEST_F(TitleRecorder, WritesTheSameFilesInPiecesHoweverTheBytesAreSplit) {
   }
 }
 
+TEST_F(TitleRecorder, TakesTheBytesOfATitleForCharactersOfTheSameCode) {
+  rig_.StationSends("1234" + Block("StreamTitle='K\xC3\xBC';") + "abcd");
+  ByTitle();
+  EXPECT_EQ(File(u"K\u00C3\u00BC.mp3"), "abcd");
+  ASSERT_EQ(played_.size(), 1U);
+  EXPECT_EQ(played_.front().title, u"K\u00C3\u00BC");
+}
+
 TEST_F(TitleRecorder, DecodesTitlesWhenItsHolderAsksForThat) {
   rig_.StationSends("1234" +
                     Block("StreamTitle='Stra\xC3\x9F"
