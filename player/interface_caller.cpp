@@ -13,7 +13,6 @@ constexpr std::size_t kGuidTextLength = 38;
 }  // namespace
 
 void InterfaceCaller::ReleaseInterface(InterfaceHandle& object) {
-  if (object == InterfaceHandle::kNone) return;
   if (CallInterface(object, platform::IUnknown::Release)) object = InterfaceHandle::kNone;
 }
 
@@ -22,8 +21,10 @@ void InterfaceCaller::LeaveBehind(InterfaceHandle object) {
 }
 
 void InterfaceCaller::ReleaseLeftBehind() {
-  for (InterfaceHandle& object : left_behind_) ReleaseInterface(object);
-  std::erase(left_behind_, InterfaceHandle::kNone);
+  std::erase_if(left_behind_, [this](InterfaceHandle& object) {
+    ReleaseInterface(object);
+    return object == InterfaceHandle::kNone;
+  });
 }
 
 Guid InterfaceCaller::GuidFromString(TextView text) {

@@ -179,7 +179,6 @@ void clsMFPlayer::ReleaseWhatStayed() {
                               &audio_meter_, &session_}) {
     field->Release();
   }
-  caller_.ReleaseLeftBehind();
 }
 
 }  // namespace player

@@ -45,6 +45,7 @@ TEST_F(InterfaceCallerTest, AbsentObjectIsNeverCalledAndTheEmptyResultCountsAsSu
   EXPECT_EQ(result, std::nullopt);
   EXPECT_TRUE(IsOk(result));
   EXPECT_EQ(media_.Calls(), Strings{});
+  EXPECT_EQ(media_.Misuses(), Strings{});
 }
 
 TEST_F(InterfaceCallerTest, CallThatCannotBeMadeCountsAsSuccess) {

@@ -41,6 +41,39 @@ TEST_F(InterfaceRefTest, MovingPassesTheObjectOnAndReleasesTheFormerOne) {
   EXPECT_EQ(media_.Misuses(), Strings{});
 }
 
+TEST_F(InterfaceRefTest, MovingItToItselfKeepsTheObject) {
+  InterfaceRef topology = NewTopology();
+  InterfaceRef& same = topology;
+  topology = std::move(same);
+  EXPECT_TRUE(topology);
+  EXPECT_EQ(media_.LiveHandles(), (Strings{"topology"}));
+}
+
+TEST_F(InterfaceRefTest, MovedObjectIsReleasedThroughTheCallerItCameWith) {
+  RecordingMedia other_media;
+  InterfaceCaller other_caller(other_media, values_);
+  InterfaceRef target(caller_);
+  {
+    InterfaceRef other(other_caller);
+    other_media.MFCreateTopology(other.Receive());
+    target = std::move(other);
+  }
+  target.Release();
+  EXPECT_EQ(other_media.LiveHandles(), Strings{});
+  EXPECT_EQ(media_.Misuses(), Strings{});
+}
+
+TEST_F(InterfaceRefTest, ObjectThatWasLeftBehindIsReleasedAtTheEndOfTheCaller) {
+  {
+    InterfaceCaller shortly(media_, values_);
+    InterfaceRef topology(shortly);
+    media_.MFCreateTopology(topology.Receive());
+    topology.LeaveBehind();
+    EXPECT_EQ(media_.LiveHandles(), (Strings{"topology"}));
+  }
+  EXPECT_EQ(media_.LiveHandles(), Strings{});
+}
+
 TEST_F(InterfaceRefTest, ObjectWhoseReleaseCannotBeMadeIsLeftBehind) {
   media_.faults["IUnknown::Release"] = RecordingMedia::kImpossible;
   { const InterfaceRef topology = NewTopology(); }

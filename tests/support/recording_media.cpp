@@ -124,6 +124,7 @@ std::string RecordingMedia::ArgumentText(const Argument& argument) {
 
 std::optional<HResult> RecordingMedia::DispCallFunc(InterfaceHandle handle, platform::Interface interface_id,
                                                     std::int32_t slot, std::span<const Argument> arguments) {
+  if (handle == InterfaceHandle::kNone) misuses_.emplace_back("call of an absent object");
   const std::string label = LabelOf(handle);
   const auto found = objects_.find(handle);
   if (found == objects_.end()) return std::nullopt;
