@@ -177,7 +177,6 @@ void PlaybackControl::Command6_Click() {
 }
 
 void PlaybackControl::ShowNothingPlaying() {
-  reports_.mark.GivenUp();
   reports_.status_line.Stopped();
   parts_.Timer2.SetEnabled(false);
   parts_.tmPlay.SetEnabled(false);

@@ -102,7 +102,6 @@ PlayingMark::PlayingMark(app::ListPair lists, const platform::PlaybackMonitor& m
 void PlayingMark::Bind(ListView& list) {
   subscriptions_ += list.RowsAdded.Subscribe(
       [this, &list](std::size_t first, std::size_t count) { TakeNewRows(list, first, count); });
-  subscriptions_ += list.RowsReset.Subscribe([this, &list] { TakeNewRows(list, 0, list.Count()); });
   subscriptions_ += list.RowChanged.Subscribe([this, &list](std::size_t position) {
     chosen_.TakeChangedRow(list, position);
     playing_.TakeChangedRow(list, position);

@@ -227,7 +227,6 @@ MediaState RemoteControl::State() const {
 }
 
 void RemoteControl::Publish() {
-  if (!appears_) return;
   MediaState state = State();
   if (state == shown_) return;
   shown_ = std::move(state);

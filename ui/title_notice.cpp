@@ -16,10 +16,7 @@ TitleNotice::TitleNotice(Parts parts, Ports ports, CurrentTrack& track, PlayingM
   subscriptions_ += parts_.form.Changed.Subscribe([this] {
     if (parts_.form.InSight()) Withdraw();
   });
-  subscriptions_ += parts_.form.Unloaded.Subscribe([this] {
-    subscriptions_.Clear();
-    Withdraw();
-  });
+  subscriptions_ += parts_.form.Unloaded.Subscribe([this] { Withdraw(); });
 }
 
 void TitleNotice::Restore(const Text& path) {

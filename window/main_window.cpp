@@ -47,7 +47,7 @@ MainWindow::MainWindow(Platform platform, std::function<void(app::Form2&)> show_
   }
 }
 
-MainWindow::~MainWindow() { catalogue_.icons.Destroy(); }
+MainWindow::~MainWindow() = default;
 
 void MainWindow::Load() {
   CreateStreamClient();

@@ -82,6 +82,7 @@ TEST_F(PlaybackControlTest, CancelledOpeningShowsNoMessageEvenAfterAReportedFail
 
 TEST_F(PlaybackControlTest, AfterACancelledOpeningNothingPlaysAndTheWindowSaysSo) {
   StartAndPlay();
+  playback_monitor.status.state = platform::PlaybackState::kPlaying;
   Form().Timer1.Fire();
   ASSERT_TRUE(Form().tmPlay.Enabled() && Form().Timer1.Enabled() && Form().Timer2.Enabled());
   ASSERT_FALSE(Form().Label1.Caption().empty());
@@ -91,6 +92,7 @@ TEST_F(PlaybackControlTest, AfterACancelledOpeningNothingPlaysAndTheWindowSaysSo
   EXPECT_FALSE(AnyTimerRuns());
   EXPECT_EQ(Form().Label1.Caption(), u"");
   EXPECT_FALSE(Form().ProgressBar1[0].Visible() || Form().ProgressBar1[1].Visible());
+  EXPECT_EQ(Form().StatusLine.Caption(), u"Gestoppt.");
 }
 
 TEST_F(PlaybackControlTest, NamesThatCannotBeReadEndTheRoutineBeforePanelTimerAndSound) {
@@ -188,6 +190,52 @@ TEST_F(PlaybackControlTest, StaleDetailsAreResolvedAfterAStopAndBeforeTheStart) 
   Form().Command1.Click();
   EXPECT_EQ(details_shown, 1);
   EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://neu/\""), 1U);
+}
+
+TEST_F(PlaybackControlTest, StaleDetailsOfARowInAViewAreResolvedThoughTheFullListHasNoSelection) {
+  const controls::RowId row = AddStationTo(form.ExplorerListFilter, u"A", u"http://a/");
+  ShowFilteredList();
+  form.ExplorerListFilter.Select(row);
+  state.current_stream_address = u"http://a/";
+  state.details_are_stale = true;
+  Form().Command1.Click();
+  EXPECT_EQ(details_shown, 1);
+}
+
+TEST_F(PlaybackControlTest, StartWhileTheWindowClosesDoesNothing) {
+  Select(u"A");
+  life.End();
+  Form().Command1.Click();
+  EXPECT_EQ(CountCalls("CreateObjectFromURL"), 0U);
+  EXPECT_FALSE(AnyTimerRuns());
+}
+
+TEST_F(PlaybackControlTest, WithoutAPlayerNothingIsPlayedAndNothingShown) {
+  Select(u"A");
+  cPlayer.reset();
+  media.TakeCalls();
+  Form().Command1.Click();
+  for (controls::Timer* timer : {&Form().tmPlay, &Form().Timer1}) {
+    timer->SetEnabled(true);
+    timer->Fire();
+  }
+  Form().hscSavVolume.SetValue(7);
+  Form().ckSavMute.Click();
+  Form().Command6.Click();
+  EXPECT_EQ(media.TakeCalls(), std::vector<std::string>{});
+  EXPECT_EQ(Form().Label1.Caption(), u"");
+  EXPECT_FALSE(Form().ProgressBar1[0].Visible());
+}
+
+TEST_F(PlaybackControlTest, StopEndsARecordingOfTheStreamClient) {
+  cFunkhaus->StreamUrl(u"http://a/");
+  int pumps = 0;
+  message_loop.on_pump = [&] {
+    if (++pumps == 1) Form().Command6.Click();
+    if (pumps > 100) cFunkhaus->StopRecStream();
+  };
+  cFunkhaus->StartRecStream(u"audio/mpeg");
+  EXPECT_EQ(pumps, 1);
 }
 
 TEST_F(PlaybackControlTest, KnownDetailsAndNoSelectedRowResolveNothing) {

@@ -48,6 +48,15 @@ TEST_F(PlaybackSelectionTest, LinkEditedWhileTheOldOneIsResolvedIsTheOneThatPlay
   EXPECT_EQ(CountCalls("CreateObjectFromURL(\"http://a/\""), 0U);
 }
 
+TEST_F(PlaybackSelectionTest, PictureOfTheSelectedStationIsShown) {
+  files.files[u"C:\\Programme\\Funkhaus\\RadioJPG\\A.jpg"] = "jpg";
+  Start();
+  Select(u"A");
+  EXPECT_TRUE(Form().Image1.Visible());
+  Select(u"B");
+  EXPECT_FALSE(Form().Image1.Visible());
+}
+
 TEST_F(PlaybackSelectionTest, PictureBelongsToTheStationSelectedWhileAnotherOneStarts) {
   for (const char16_t* name : {u"A", u"B"}) {
     files.files[Text(u"C:\\Programme\\Funkhaus\\RadioJPG\\") + name + u".jpg"] = "jpg";

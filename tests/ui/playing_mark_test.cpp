@@ -60,6 +60,14 @@ class PlayingMarkTest : public ::testing::Test {
     list.Clear();
     list.AddRows(std::move(rows));
   }
+  /// The full list still has the old name of `shown`; a title that comes into its row does not bring that
+  /// back.
+  void RenameInFilteredListAndStart(RowId shown) {
+    filtered_.SetCell(shown, app::kNameCell, u"Neu");
+    full_.SetCell(a_, app::kTitleCell, u"Lied");
+    Load(filtered_, {Row(u"A", u"http://a/"), Row(u"Neu", u"http://a/")});
+    mark_.Opening();
+  }
   /// The marks in display order: "-", "p" or "w" per row.
   static std::string Marks(const ListView& list) {
     std::string marks;
@@ -232,6 +240,20 @@ TEST_F(PlayingMarkTest, RowMayBeEditedInTheOtherListWhileItPlays) {
   EXPECT_EQ(Marks(full_), "p-");
   Load(full_, {Row(u"A", u"http://a/"), Row(u"Neu", u"http://a/")});
   EXPECT_EQ(Marks(full_), "-p");
+}
+
+TEST_F(PlayingMarkTest, ChosenRowMayBeEditedInTheOtherListBeforeTheStart) {
+  const RowId shown = filtered_.AddRow(Row(u"A", u"http://a/"));
+  mark_.Choose(full_, a_);
+  RenameInFilteredListAndStart(shown);
+  EXPECT_EQ(Marks(filtered_), "-w");
+}
+
+TEST_F(PlayingMarkTest, RowChosenInTheOtherListMayBeEditedThereBeforeTheStart) {
+  const RowId shown = filtered_.AddRow(Row(u"A", u"http://a/"));
+  mark_.Choose(filtered_, shown);
+  RenameInFilteredListAndStart(shown);
+  EXPECT_EQ(Marks(filtered_), "-w");
 }
 
 TEST_F(PlayingMarkTest, RowMayBeEditedAndLoadedAnewBetweenChoiceAndStart) {

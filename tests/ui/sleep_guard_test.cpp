@@ -47,6 +47,25 @@ TEST_F(SleepGuardTest, EndOfTheProgramLetsItSleep) {
   EXPECT_EQ(desktop.sleep_inhibitor.released, 1);
 }
 
+TEST_F(SleepGuardTest, EndOfAWindowThatWasNeverClosedLetsItSleep) {
+  Start();
+  Play(u"a");
+  window.reset();
+  EXPECT_FALSE(Awake());
+}
+
+TEST_F(SleepGuardTest, TickInTheLastMessagesOfTheWindowKeepsNothingAwake) {
+  Start();
+  Play(u"a");
+  int ticks = 0;
+  const auto tick = Form().tmPlay.Ticked.Subscribe([&] { ++ticks; });
+  message_loop.on_pump = [this] { Form().tmPlay.Fire(); };
+  Form().form.Close();
+  ASSERT_GT(ticks, 0);
+  EXPECT_FALSE(Awake());
+  EXPECT_EQ(desktop.sleep_inhibitor.held, 1);
+}
+
 TEST_F(SleepGuardTest, LostStationKeepsItAwakeForFiveMinutes) {
   Start();
   Play(u"a");

@@ -77,6 +77,17 @@ TEST_F(TitleNoticeTest, NotificationGoesWithTheProgramAndWithTheWish) {
   EXPECT_FALSE(desktop.notifications.visible);
 }
 
+TEST_F(TitleNoticeTest, TitleThatIsKnownAtTheStartIsShownThenAndNotAgainAtTheNextStart) {
+  Start();
+  Form().TitleNotices.Click();
+  Select(u"b");
+  Form().form.SetInSight(false);
+  Form().Command1.Click();
+  EXPECT_EQ(desktop.notifications.shown, (HeadingsAndLines{{u"Zwei - Lied B", u"b"}}));
+  Form().Command1.Click();
+  EXPECT_EQ(desktop.notifications.shown.size(), 1U);
+}
+
 TEST_F(TitleNoticeTest, WishIsRememberedInAFileOfTheProgramsOwn) {
   Start();
   Form().TitleNotices.Click();

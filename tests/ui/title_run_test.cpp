@@ -1,5 +1,6 @@
 // NowPlaying's run over the titles of all stations in the list.
 
+#include <algorithm>
 #include <utility>
 
 #include "tests/ui/now_playing_fixture.h"
@@ -20,6 +21,48 @@ TEST_F(NowPlayingTest, RunLeavesARowWhoseWaitInputEnded) {
   RunAllTitles();
   EXPECT_EQ(TitleOf(u"a"), u"");
   EXPECT_EQ(TitleOf(u"b"), u"Zweiter");
+}
+
+TEST_F(NowPlayingTest, RowWhoseWaitInputEndedIsNotReadWithTheIntervalOfTheOneBefore) {
+  AddPlayingStation(u"a", "Erster");
+  AddPlayingStation(u"b", "Zweiter");
+  internet.answers[u"b:80/s"].reachable = false;
+  message_loop.on_pump = [this] { message_loop.input_ends_wait = TitleOf(u"a") == u"Erster"; };
+  RunAllTitles();
+  EXPECT_EQ(TitleOf(u"a"), u"Erster");
+  EXPECT_EQ(TitleOf(u"b"), u"");
+}
+
+TEST_F(NowPlayingTest, RowWhoseIntervalIsGoneAtTheSecondAskingKeepsWhatItSays) {
+  AddPlayingStation(u"a", "Erster");
+  AddStation(u"b", u"http://b/s");
+  internet.answers[u"b:80/s"].raw_headers = u"HTTP/1.1 200 OK\r\n\r\n";
+  const auto changed = form.SymbolListview.RowChanged.Subscribe([this](std::size_t) {
+    if (TitleOf(u"a") == u"Hole Info...") cFunkhaus->StreamUrl(u"http://b/s");
+  });
+  RunAllTitles();
+  EXPECT_EQ(TitleOf(u"a"), u"Hole Info...");
+}
+
+TEST_F(NowPlayingTest, RowThatIsGoneBeforeItsTurnIsNotAskedAbout) {
+  AddPlayingStation(u"a", "Erster");
+  AddPlayingStation(u"b", "Zweiter");
+  message_loop.on_pump = [this] {
+    if (TitleOf(u"a") == u"Erster") form.SymbolListview.RemoveRow(RowNamed(form.SymbolListview, u"b"));
+  };
+  RunAllTitles();
+  const auto opened =
+      std::count_if(internet.calls.begin(), internet.calls.end(),
+                    [](const std::string& call) { return call.starts_with("InternetOpenUrlW"); });
+  EXPECT_EQ(opened, 1) << "the first row's title";
+}
+
+TEST_F(NowPlayingTest, RunWithoutAStreamClientAsksNobody) {
+  AddPlayingStation(u"a", "Erster");
+  cFunkhaus.reset();
+  RunAllTitles();
+  EXPECT_EQ(TitleOf(u"a"), u"");
+  EXPECT_TRUE(internet.calls.empty());
 }
 
 TEST_F(NowPlayingTest, RunWarnsFirstAndCancelEndsIt) {
