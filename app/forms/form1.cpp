@@ -40,7 +40,6 @@ Form1::Form1() {
   StatusLine.SetLook(controls::LabelLook::kStatusLine);
   StatusLine.Move({0, 10500, 15360, 360});
   Add({{"tmPlay", &tmPlay}, {"Timer1", &Timer1}, {"Timer2", &Timer2}, {"tmUnsaved", &tmUnsaved}});
-  tmPlay.SetInterval(500);
   Timer1.SetInterval(20);
   Timer2.SetInterval(5000);
 }
@@ -112,7 +111,6 @@ void Form1::MakeVolume() {
   frSav.Move({kColumns[0], kRows[1], 4530, kRowHeight});
   lblSav.SetCaption(u"Lautstärke");
   lblSav.Move({0, 0, 1140, kRowHeight});
-  hscSavVolume.SetRange(0, 100);
   hscSavVolume.SetValue(100);
   hscSavVolume.Move({1170, 0, 1860, kRowHeight});
   ckSavMute.SetCaption(u"Mute");

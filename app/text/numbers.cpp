@@ -19,7 +19,6 @@ std::optional<double> ToNumber(TextView text) {
   if (first_digit == TextView::npos || text[first_digit] < u'0' || text[first_digit] > u'9') return {};
 
   std::string digits;
-  digits.reserve(text.size());
   for (const char16_t unit : text) {
     if (unit > 0x7F) return {};
     digits.push_back(unit == u',' ? '.' : static_cast<char>(unit));

@@ -104,8 +104,7 @@ std::optional<Text> GetFileFromPath(TextView Pfadname) {
 
 Text ReadablePath(Text path) {
   const auto first = path.find_first_of(u"\\/");
-  if (first == Text::npos) return path;
-  const char16_t separator = path[first];
+  const char16_t separator = first == Text::npos ? u'\\' : path[first];
   std::replace_if(
       path.begin(), path.end(), [](char16_t unit) { return unit == u'\\' || unit == u'/'; }, separator);
   return path;

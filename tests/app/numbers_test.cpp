@@ -51,6 +51,7 @@ TEST(ToNumber, ReadsFractionsWithPointOrComma) {
   EXPECT_EQ(ToNumber(u"1,25"), 1.25);
   EXPECT_EQ(ToNumber(u" -0.125 "), -0.125);
   EXPECT_EQ(ToNumber(u"1.234,5"), std::nullopt);
+  EXPECT_EQ(ToNumber(u"1\u0132"), std::nullopt) << "its lower half would be a digit";
 }
 
 TEST(RoundTiesToEven, TiesGoToTheEvenNumber) {

@@ -19,6 +19,15 @@ TEST(Event, CallsSubscribersInOrderUntilTheirSubscriptionEnds) {
   EXPECT_EQ(calls, (std::vector<int>{1, 10, 20}));
 }
 
+TEST(Event, EndOfASubscriptionReleasesItsHandler) {
+  Event<> event;
+  auto kept = std::make_shared<int>(0);
+  Subscription subscription = event.Subscribe([kept] {});
+  EXPECT_EQ(kept.use_count(), 2);
+  subscription.End();
+  EXPECT_EQ(kept.use_count(), 1);
+}
+
 TEST(Event, SubscriptionMayOutliveTheEvent) {
   auto event = std::make_unique<Event<>>();
   Subscription subscription = event->Subscribe([] {});

@@ -33,6 +33,13 @@ class ComboBoxTest : public testing::Test {
   Subscription clicked_;
 };
 
+TEST_F(ComboBoxTest, ANewEntryIsAnnounced) {
+  int changes = 0;
+  const auto changed = box_.Changed.Subscribe([&] { ++changes; });
+  box_.AddItem(u"Klassik");
+  EXPECT_EQ(changes, 1);
+}
+
 TEST_F(ComboBoxTest, NothingIsChosenAtFirst) {
   EXPECT_EQ(box_.ListIndex(), -1);
   EXPECT_EQ(box_.GetText(), u"");

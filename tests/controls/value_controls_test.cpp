@@ -32,6 +32,14 @@ TEST(ProgressBar, ANewRangeTakesTheValueAlong) {
   EXPECT_EQ(bar.Value(), 20);
 }
 
+TEST(ProgressBar, ANewRangeIsAnnounced) {
+  ProgressBar bar;
+  int changes = 0;
+  const auto changed = bar.Changed.Subscribe([&] { ++changes; });
+  bar.SetRange(0, 10000);
+  EXPECT_EQ(changes, 1);
+}
+
 TEST(ProgressBar, ARangeThatEndsBeforeItsBeginningIsEmpty) {
   ProgressBar bar;
   bar.SetRange(5, 1);
@@ -84,6 +92,15 @@ TEST_F(ScrollBarTest, ANewRangeTakesTheValueAlongAndSaysSo) {
   bar_.SetRange(0, 100);
   EXPECT_EQ(bar_.Value(), 50);
   EXPECT_EQ(values_, 2);
+}
+
+TEST_F(ScrollBarTest, ANewRangeIsAnnounced) {
+  int changes = 0;
+  const auto changed = bar_.Changed.Subscribe([&] { ++changes; });
+  bar_.SetRange(10, 200);
+  EXPECT_EQ(changes, 1);
+  EXPECT_EQ(bar_.Minimum(), 10);
+  EXPECT_EQ(bar_.Maximum(), 200);
 }
 
 TEST(Image, AnnouncesAnotherPicture) {

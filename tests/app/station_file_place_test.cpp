@@ -1,0 +1,22 @@
+#include "app/settings/station_file_place.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/fakes.h"
+#include "tests/support/memory_files.h"
+#include "tests/support/recording_profile.h"
+
+namespace app {
+namespace {
+
+TEST(StationFilePlace, IsInTheSettingsFolderWhichIsMade) {
+  test_support::RecordingProfile profile;
+  test_support::MemoryFiles files;
+  test_support::FakeEnvironment environment;
+  environment.variables[u"APPDATA"] = u"C:\\Daten";
+  EXPECT_EQ(StationFilePlace(profile, files, environment), u"C:\\Daten\\Ordnerzentrale\\Funkhaus.ini");
+  EXPECT_FALSE(files.created_folders.empty());
+}
+
+}  // namespace
+}  // namespace app
