@@ -98,7 +98,6 @@ Text IniCodec::Decode(std::string_view bytes) const {
 std::string IniCodec::Encode(TextView text) const {
   if (encoding_ == Encoding::kUtf16) {
     std::string bytes;
-    bytes.reserve(text.size() * 2);
     for (const char16_t unit : text) {
       bytes.push_back(static_cast<char>(unit & 0xFF));
       bytes.push_back(static_cast<char>(unit >> 8));

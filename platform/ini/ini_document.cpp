@@ -1,6 +1,7 @@
 #include "platform/ini/ini_document.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 #include "platform/ini/ini_line.h"
@@ -110,9 +111,9 @@ std::vector<Text> IniDocument::SectionNames() const {
 
 std::string IniDocument::Bytes() const {
   std::string bytes;
-  bytes.reserve(size_);
   bytes.append(buffer_, 0, codec_.MarkSize());
   for (const Section& section : sections_) bytes.append(BytesOf(section));
+  assert(bytes.size() == size_);
   return bytes;
 }
 

@@ -87,7 +87,6 @@ IniDocument::Section& IniDocument::AddSection(const Text& name) {
   EndLastLine(LastSection());
   Section& section = sections_.emplace_back();
   section.header = Store(codec_.Encode(u"[" + name + u"]") + line_end_);
-  section.body = std::make_unique<Body>();
   size_ += section.header.size;
   Link(names_, codec_.Fold(name), sections_, sections_.size() - 1);
   return section;

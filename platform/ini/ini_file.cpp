@@ -31,8 +31,7 @@ bool IniFile::IsCurrent() {
   if (state_ == State::kMissing || stamp != on_disk_.stamp) return false;
   if (!on_disk_.is_fresh) return true;
   const ProfileBytes now = disk_.Read(name_, kLargestIniFile);
-  if (now.reading != ProfileReading::kRead || now.state.stamp != on_disk_.stamp) return false;
-  if (HashOf(now.bytes) != hash_) return false;
+  if (now.reading != ProfileReading::kRead || HashOf(now.bytes) != hash_) return false;
   on_disk_ = now.state;
   return true;
 }
@@ -93,7 +92,7 @@ bool IniFile::Write() {
   try {
     written = WriteTogether(edits);
   } catch (const std::exception&) {
-    written = false;
+    // Not written.
   }
   if (!written) Forget();
   return written;

@@ -35,9 +35,7 @@ IniFile* IniPrivateProfile::FileToWrite(const Text& path) { return FileOf(paths_
 
 IniFile* IniPrivateProfile::FileOf(const std::string& native) {
   if (native.empty() || native.find('\0') != std::string::npos) return nullptr;
-  const auto known = files_.find(native);
-  if (known != files_.end()) return &known->second;
-  if (files_.size() >= kMostFiles) {
+  if (files_.size() >= kMostFiles && !files_.contains(native)) {
     group_read_ = {};
     std::erase_if(files_, [](const auto& entry) { return !entry.second.HasCollected(); });
   }
@@ -120,7 +118,6 @@ std::string IniPrivateProfile::JoinedNames(const Text& path) {
 }
 
 std::uint32_t IniPrivateProfile::GetPrivateProfileSectionNamesA(std::span<char> buffer, const Text& path) {
-  if (buffer.empty()) return 0;
   const std::string list = JoinedNames(path);
   const bool is_cut = list.size() >= buffer.size();
   const std::size_t room = buffer.size() < 2 ? 0 : buffer.size() - 2;

@@ -25,7 +25,6 @@ constexpr int kDoubleDigits = 15;
 
 Text FromCodePage(const std::string& bytes) {
   Text text;
-  text.reserve(bytes.size());
   for (const char byte : bytes) {
     const auto code = static_cast<unsigned char>(byte);
     const bool mapped = code >= 0x80 && code <= 0x9F;

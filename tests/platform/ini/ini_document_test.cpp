@@ -224,6 +224,34 @@ TEST_F(IniDocumentTest, NoChangeMakesAFileLargerThanCanBeRead) {
   EXPECT_EQ(document.Bytes(), "[a]\nk=1\n");
 }
 
+TEST_F(IniDocumentTest, ASectionForWhichThereIsNoRoomIsNotPutBack) {
+  IniDocument document = Parse("[a]\nk=1\n");
+  const Text huge = u"[b]\n" + Text(kLargestIniFile / 3, u'x');
+  EXPECT_EQ(document.InsertSection({huge, std::nullopt}), IniChange::kRefused);
+  EXPECT_EQ(document.Bytes(), "[a]\nk=1\n");
+}
+
+TEST_F(IniDocumentTest, LineEndOfTheFileStaysThoughTheSectionThatHadItIsGone) {
+  IniDocument document = Parse("[a]\nk=1\n[b]\r\nk=2\r\n");
+  EXPECT_EQ(document.DeleteSection(u"a"), IniChange::kMade);
+  EXPECT_EQ(document.InsertSection({u"[c]\r\n", std::nullopt}), IniChange::kMade);
+  EXPECT_EQ(document.SetValue(u"c", u"k", u"3"), IniChange::kMade);
+  EXPECT_EQ(document.Bytes(), "[b]\r\nk=2\r\n[c]\r\nk=3\n");
+}
+
+TEST_F(IniDocumentTest, ANewKeyComesBeforeTheBlankLinesRoundADeletedOne) {
+  IniDocument document = Parse("[a]\nk=1\n \nl=2\n\t\n[b]\n");
+  EXPECT_EQ(document.DeleteKey(u"a", u"l"), IniChange::kMade);
+  EXPECT_EQ(document.SetValue(u"a", u"m", u"3"), IniChange::kMade);
+  EXPECT_EQ(document.Bytes(), "[a]\nk=1\nm=3\n \n\t\n[b]\n");
+}
+
+TEST_F(IniDocumentTest, NamesOfDeletedSectionsAreNotListed) {
+  IniDocument document = Parse("[a]\n[b]\n[]\n[c]\n");
+  EXPECT_EQ(document.DeleteSection(u"b"), IniChange::kMade);
+  EXPECT_EQ(document.SectionNames(), (std::vector<Text>{u"a", u"", u"c"}));
+}
+
 TEST_F(IniDocumentTest, AfterManyReplacementsOfLongValuesTheDocumentIsStillRight) {
   IniDocument document = Parse("[a]\nk=1\nl=2\n");
   const Text values[] = {Text(50 * 1000, u'x'), Text(50 * 1000, u'y')};

@@ -39,7 +39,9 @@ TEST_F(PrivateProfileGroup, OnlyTheOutermostEndWrites) {
   EXPECT_EQ(Bytes(), "<missing>");
   EXPECT_TRUE(profile.EndWriteGroup());
   EXPECT_EQ(Bytes(), "[a]\r\nk=1\r\n");
-  EXPECT_TRUE(profile.EndWriteGroup());
+  EXPECT_TRUE(profile.EndWriteGroup()) << "one end too many does nothing";
+  EXPECT_TRUE(Write(u"a", u"k", u"2"));
+  EXPECT_EQ(Bytes(), "[a]\r\nk=2\r\n");
 }
 
 TEST_F(PrivateProfileGroup, EachTouchedFileIsReplacedOnce) {

@@ -2,6 +2,7 @@
 
 #include "platform/ini/private_profile.h"
 
+#include <chrono>
 #include <filesystem>
 
 #include "tests/platform/ini/ini_fixture.h"
@@ -236,6 +237,30 @@ TEST_F(PrivateProfileReading, PathsWithBackslashesAndUmlautsAreFound) {
   EXPECT_EQ(profile.GetPrivateProfileStringW(u"a", u"k", u"", buffer, path), 1U);
   EXPECT_EQ(profile.GetPrivateProfileStringW(u"a", u"k", u"", buffer, path + Text(u"\0x", 2)), 0U);
   EXPECT_EQ(profile.GetPrivateProfileStringW(u"a", u"k", u"", buffer, u""), 0U);
+}
+
+TEST_F(PrivateProfileReading, AnUnusablePathHasNoNames) {
+  std::vector<char> buffer(4, '#');
+  EXPECT_EQ(profile.GetPrivateProfileSectionNamesA(buffer, u""), 0U);
+}
+
+TEST_F(PrivateProfileReading, EightFilesAreKeptInMemoryAndNoMore) {
+  const auto read = [this](int number) {
+    const std::string name = std::to_string(number);
+    if (number >= disk.reads) {
+      const std::filesystem::path file = folder.Path() / name;
+      folder.Write(name, "[a]\r\nk=1\r\n");
+      std::filesystem::last_write_time(file, std::filesystem::last_write_time(file) - std::chrono::hours(1));
+    }
+    std::vector<char16_t> buffer(10);
+    EXPECT_EQ(profile.GetPrivateProfileStringW(u"a", u"k", u"", buffer, folder.TextPath(name)), 1U);
+  };
+  for (int number = 0; number < 8; ++number) read(number);
+  for (int number = 0; number < 8; ++number) read(number);
+  EXPECT_EQ(disk.reads, 8);
+  read(8);
+  read(0);
+  EXPECT_EQ(disk.reads, 10);
 }
 
 TEST_F(PrivateProfileReading, ManyFilesAtOnceAreAllReadRight) {

@@ -117,6 +117,12 @@ TEST_F(PrivateProfileWriting, ATornUtf16FileGetsAWholeUnitBeforeTheNextLine) {
   EXPECT_EQ(Bytes(), Utf16(u"[a]\nk=1x\n[b]\nl=2\n"));
 }
 
+TEST_F(PrivateProfileWriting, ALineFeedAcrossTwoUnitsOfATornFileEndsNoLine) {
+  Given(Utf16(u"[a]\nk=\u0A31") + std::string(1, '\0'));
+  EXPECT_TRUE(Write(u"b", u"l", u"2"));
+  EXPECT_EQ(Bytes(), Utf16(u"[a]\nk=\u0A31\uFF00\n[b]\nl=2\n"));
+}
+
 TEST_F(PrivateProfileWriting, ATornUtf16LineDoesNotBecomeASection) {
   Given(Utf16(u"[a]\nk=1\n[b") + "]");
   EXPECT_TRUE(Write(u"c", u"l", u"2"));
