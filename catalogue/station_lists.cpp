@@ -59,7 +59,6 @@ void StationLists::SaveListindex() {
 }
 
 void StationLists::RestoreListindex() {
-  if (saved_list_index_ == 0) return;
   const controls::RowId row = RememberedRow();
   if (row == controls::RowId::kNone) return;
   lists_.full.Select(row);
@@ -67,6 +66,7 @@ void StationLists::RestoreListindex() {
 }
 
 controls::RowId StationLists::RememberedRow() const {
+  // While nothing is remembered there is no such row, and the name of none is empty like the remembered one.
   const controls::RowId row = lists_.full.RowAt(saved_list_index_ - 1);
   if (lists_.full.Cell(row, app::kNameCell) == saved_name_) return row;
   // A filter view may have deleted or renamed rows before it, and a reload may have moved it.

@@ -80,7 +80,6 @@ std::vector<UnsavedRow> UnsavedRows::All() const {
 void UnsavedRows::PutBack(std::vector<UnsavedRow> rows) {
   const std::size_t first = full_.Count();
   std::vector<ListRow> list_rows;
-  list_rows.reserve(rows.size());
   for (UnsavedRow& unsaved : rows) list_rows.push_back(std::move(unsaved.row));
   full_.AddRows(std::move(list_rows));
   for (std::size_t index = 0; index < rows.size(); ++index) {

@@ -71,8 +71,7 @@ void AppendEscaped(Text& line, TextView text) {
 }
 
 std::optional<char16_t> HalfPair(TextView digits) {
-  if (digits.size() < kSurrogateDigits) return std::nullopt;
-  unsigned unit = 0;
+  unsigned unit = 0;  // Too few digits make no half of a pair either.
   for (const char16_t digit : digits.substr(0, kSurrogateDigits)) {
     const auto value = kHexDigits.find(digit);
     if (value == TextView::npos) return std::nullopt;

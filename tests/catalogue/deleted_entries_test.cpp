@@ -66,6 +66,13 @@ TEST_F(DeletedEntriesTest, LastDeletedEntryComesBackIntoItsPlaceWithEveryKeyAndI
   EXPECT_EQ(CellsOf(SymbolListview), (std::vector<Cells>{kA, kB, kC}));
 }
 
+TEST_F(DeletedEntriesTest, EntryOfTheFullListComesBackThereAlone) {
+  Delete(SymbolListview, u"A");
+  UndoDelete.Click();
+  EXPECT_EQ(SymbolListview.Count(), 3U);
+  EXPECT_EQ(ExplorerListFilter.Count(), 0U);
+}
+
 TEST_F(DeletedEntriesTest, EntriesComeBackOneByOneTheLastFirst) {
   EXPECT_FALSE(UndoDelete.Enabled());
   for (const char16_t* name : {u"B", u"A", u"C"}) Delete(SymbolListview, name);
@@ -289,6 +296,18 @@ TEST_F(DeletedEntriesTest, UnsavedRowComesBackThoughItsDeletionCouldNotReachTheF
   EXPECT_EQ(SymbolListview.Count(), 4U);
   EXPECT_EQ(unsaved.All().size(), 1U);
   EXPECT_TRUE(FileIsWhole());
+}
+
+TEST_F(DeletedEntriesTest, EntryThatAFilterViewDeletedBringsNoOtherUnsavedRowBack) {
+  AddRow(SymbolListview, u"Neu", u"Rock", u"http://neu");
+  Check3.Click();
+  Delete(ExplorerListFilter, u"A");
+  Check3.Click();
+  Delete(SymbolListview, u"Neu");
+  UndoDelete.Click();
+  ASSERT_EQ(Names(SymbolListview), (std::vector<Text>{u"B", u"C", u"Neu"}));
+  UndoDelete.Click();
+  EXPECT_EQ(SymbolListview.Count(), 4U);
 }
 
 TEST_F(DeletedEntriesTest, ImportedRowOfAFilterViewComesBackThere) {

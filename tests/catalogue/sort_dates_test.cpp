@@ -41,7 +41,8 @@ TEST(DateOfTest, TimeOfDayIsAFractionOfTheDay) {
 
 TEST(DateOfTest, WhatIsNoDateCountsAsZero) {
   for (const char16_t* text : {u"", u" ", u"abc", u"32.01.2024", u"00.01.2024", u"01.13.2024", u"01.00.2024",
-                               u"01.01.10000", u"01.01", u"01.01.2024 x", u"01-01.2024"}) {
+                               u"01.01.10000", u"01.01", u"01.01.2024 x", u"01-01.2024", u"01.01.2024x",
+                               u"01.01.2024 12:x", u"01.01.2024 12:-5", u"01.01.2024 12:30x"}) {
     EXPECT_EQ(DateOf(text), 0);
   }
 }

@@ -284,6 +284,19 @@ TEST_F(StationDetailsTest, RowThatIsEditedWhileTheAddressIsResolvedLeavesTheDeta
   }
 }
 
+TEST_F(StationDetailsTest, RowThatIsDeselectedWhileItIsResolvedLeavesTheDetailsStale) {
+  AddStation(u"A", u"http://a/liste.m3u");
+  requests.request.states = {1, 4};
+  bool deselected = false;
+  message_loop.on_pump = [&] {
+    if (!std::exchange(deselected, true)) Form().SymbolListview.Select(controls::RowId::kNone);
+  };
+  state.details_are_stale = true;
+  Select(u"A");
+  EXPECT_TRUE(deselected);
+  EXPECT_TRUE(state.details_are_stale);
+}
+
 TEST_F(StationDetailsTest, RowThatIsReplacedWhileItIsResolvedLeavesTheDetailsStale) {
   AddStation(u"A", u"http://a/");
   requests.request.states = {1, 4};

@@ -49,6 +49,20 @@ TEST_F(StationIconsTest, EveryLoadedIconAndSearchIsReleased) {
   EXPECT_EQ(files.open_searches, 0);
 }
 
+TEST_F(StationIconsTest, SearchThatFindsNothingIsNotClosed) {
+  icons.LoadStationIcons(kFolder);
+  EXPECT_EQ(files.open_searches, 0);
+}
+
+TEST_F(StationIconsTest, LoadingAgainBeginsAnew) {
+  files.listing = {{u"A.ico", false, false}};
+  icons.LoadStationIcons(kFolder);
+  files.listing = {{u"A.ico", false, false}};
+  icons.LoadStationIcons(kFolder);
+  EXPECT_EQ(icon_port.destroyed_lists, 1);
+  EXPECT_TRUE(dialogs.boxes.empty()) << "the name was not taken yet";
+}
+
 TEST_F(StationIconsTest, FileThatCannotBeLoadedIsSkipped) {
   files.listing = {{u"kaputt.ico", false, false}, {u"gut.ico", false, false}};
   icon_port.loadable = [](const Text& path) { return path.find(u"gut") != Text::npos; };

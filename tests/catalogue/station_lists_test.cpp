@@ -265,6 +265,30 @@ TEST_F(StationListsTest, DoubleClickInEitherListStartsPlaying) {
   EXPECT_EQ(started, 2);
 }
 
+TEST_F(StationListsTest, OfTwoRowsOfANameTheRememberedOneIsSelectedAgain) {
+  AddRow(SymbolListview, u"A");
+  const controls::RowId second = AddRow(SymbolListview, u"A");
+  SymbolListview.Select(second);
+  station_lists.SaveListindex();
+  SymbolListview.Select(controls::RowId::kNone);
+  station_lists.RestoreListindex();
+  EXPECT_EQ(SymbolListview.SelectedRow(), second);
+}
+
+TEST_F(StationListsTest, SelectionStaysWhenNothingIsRememberedOrTheRememberedRowIsGone) {
+  const controls::RowId first = AddRow(SymbolListview, u"A");
+  const controls::RowId last = AddRow(SymbolListview, u"B");
+  SymbolListview.Select(first);
+  station_lists.RestoreListindex();
+  EXPECT_EQ(SymbolListview.SelectedRow(), first);
+  SymbolListview.Select(last);
+  station_lists.SaveListindex();
+  SymbolListview.RemoveRow(last);
+  SymbolListview.Select(first);
+  station_lists.RestoreListindex();
+  EXPECT_EQ(SymbolListview.SelectedRow(), first);
+}
+
 TEST_F(StationListsTest, SortingMakesTheDetailsStale) {
   SymbolListview.ClickHeader(0);
   EXPECT_TRUE(state.details_are_stale);

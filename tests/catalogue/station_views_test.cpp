@@ -247,5 +247,28 @@ TEST_F(StationViewsTest, FavouriteMarkActsOnTheVisibleListOnly) {
   EXPECT_EQ(SymbolListview.Cell(RowNamed(SymbolListview, u"B"), app::kFavouriteCell), u"");
 }
 
+TEST_F(StationViewsTest, BoxesAreUncheckedBeforeTheRememberedRowIsSelectedAgain) {
+  AddStation(u"A", u"Rock", u"http://a", u"1");
+  store.LoadStations(u"");
+  SymbolListview.Select(RowNamed(SymbolListview, u"A"));
+  Check3.Click();
+  std::vector<bool> checked;
+  const auto selected = SymbolListview.SelectionChanged.Subscribe(
+      [&] { checked.push_back(Check1.Checked() || Check3.Checked()); });
+  Check3.SetValue(controls::CheckValue::kUnchecked);
+  views.LeaveFilter(StationViews::Selection::kRemembered);
+  EXPECT_FALSE(checked.empty());
+  for (const bool one : checked) EXPECT_FALSE(one);
+}
+
+TEST_F(StationViewsTest, LeavingTheFilterDoesNothingInTheFullList) {
+  AddStation(u"A", u"Rock", u"http://a");
+  store.LoadStations(u"");
+  const controls::RowId row = RowNamed(SymbolListview, u"A");
+  SymbolListview.Select(row);
+  views.LeaveFilter(StationViews::Selection::kNone);
+  EXPECT_EQ(SymbolListview.SelectedRow(), row) << "it was not loaded again";
+}
+
 }  // namespace
 }  // namespace catalogue

@@ -217,11 +217,42 @@ TEST_F(FailedWriteTest, EditInAFilterViewReachesTheFullListThoughThatWasEmptied)
                                          {u"Neuer Name", u"Jazz", u"http://b", u"1", u"", u""}}));
 }
 
+TEST_F(FailedWriteTest, RowThatAFilterViewCarriesIntoTheEmptiedListHasItsOtherCellsFromTheFile) {
+  profile.fail_writes = false;
+  Check3.Click();
+  Select(ExplorerListFilter, u"A");
+  Fill(u"A", u"http://a", u"Rock", u"7");
+  Command8[1].Click();
+  SymbolListview.Clear();
+  profile.fail_writes = true;
+  TextBox1[1].SetText(u"http://anders");
+  Command8[2].Click();
+  EXPECT_EQ(List(), (std::vector<Cells>{{u"A", u"Rock", u"http://anders", u"1", u"", u"7"}}));
+}
+
 TEST_F(FailedWriteTest, EditOfARowThatIsInTheFilterViewOnlyStaysThere) {
   Check3.Click();
   ExplorerListFilter.Select(AddRow(ExplorerListFilter, u"Import", u"", u"http://import"));
   Command8[4].Click();
   EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"A", u"B"}));
+  EXPECT_FALSE(unsaved.Contains(RowId::kNone));
+}
+
+TEST_F(FailedWriteTest, WholeRowThatIsInTheFilterViewOnlyIsAddedToTheFullList) {
+  Check3.Click();
+  ExplorerListFilter.Select(AddRow(ExplorerListFilter, u"Import", u"", u"http://import"));
+  Fill(u"Import", u"http://import", u"Jazz", u"");
+  Command8[1].Click();
+  EXPECT_EQ(Names(SymbolListview), (std::vector<Text>{u"A", u"B", u"Import"}));
+  EXPECT_FALSE(unsaved.Contains(RowId::kNone));
+}
+
+TEST_F(FailedWriteTest, NumberThatNoFileHasIsShownInTheRowOfTheFilterView) {
+  Check3.Click();
+  Select(ExplorerListFilter, u"A");
+  Fill(u"A", u"http://a", u"Rock", u"7");
+  Command8[1].Click();
+  EXPECT_EQ(ExplorerListFilter.Cell(RowNamed(ExplorerListFilter, u"A"), app::kM3uNumberCell), u"7");
 }
 
 TEST_F(FailedWriteTest, StationThatCouldNotBeDeletedComesBackWithTheNextLoading) {

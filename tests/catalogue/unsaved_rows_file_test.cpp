@@ -131,7 +131,8 @@ TEST_F(UnsavedRowsFileTest, OfAnotherVersionOrShapeItHasNoMeaning) {
         "row\t0\tName\t\t\t\t\t0\n", "row\t0\tName\t\t\t\t\t4\n", "row\t0\tName\t\t\t\t\tx\n",
         "row\t0\tName\\\t\t\t\t\t\n", "row\t0\tName\\x\t\t\t\t\t\n", "row\t0\tName\\u12\t\t\t\t\t\n",
         "row\t0\tName\\u0041\t\t\t\t\t\n", "row\t0\tName\\uD80G\t\t\t\t\t\n",
-        "row\t0\tName\\ueg00\t\t\t\t\t\n", "row\t0\tName\t\t\t\t\t\tsection\\\n"}) {
+        "row\t0\tName\\ueg00\t\t\t\t\t\n", "row\t0\tName\t\\x\t\t\t\t\n",
+        "row\t0\tName\t\t\t\t\t\tsection\\\n"}) {
     EXPECT_FALSE(Parse(WithChecksum(head + row))) << row;
   }
 }

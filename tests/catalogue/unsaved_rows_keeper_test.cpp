@@ -318,11 +318,11 @@ TEST_F(UnsavedRowsKeeperTest, SectionThatAnotherProgramMadeMeanwhileStandsBeside
 }
 
 TEST_F(UnsavedRowsKeeperTest, RowGetsTheIconThatItHadAndNoOther) {
-  files.listing = {{u"Mit.ico", false, false}, {u"Ohne.ico", false, false}};
+  files.listing = {{u"A.ico", false, false}, {u"Mit.ico", false, false}, {u"Ohne.ico", false, false}};
   icons.LoadStationIcons(u"C:\\RadioIco");
   Leave({true, {Row(u"Mit", {}, 5), Row(u"Ohne")}});
   Begin();
-  EXPECT_EQ(SymbolListview.Rows()[*SymbolListview.IndexOf(RowNamed(SymbolListview, u"Mit"))].icon, 0);
+  EXPECT_EQ(SymbolListview.Rows()[*SymbolListview.IndexOf(RowNamed(SymbolListview, u"Mit"))].icon, 1);
   EXPECT_EQ(SymbolListview.Rows()[*SymbolListview.IndexOf(RowNamed(SymbolListview, u"Ohne"))].icon, -1);
 }
 

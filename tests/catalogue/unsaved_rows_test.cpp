@@ -167,6 +167,43 @@ TEST_F(UnsavedRowsTest, WholeStationThatAFilterViewWritesStandsBesideTheRowOfIts
   EXPECT_EQ(List()[2][app::kFavouriteCell], u"1") << "its own mark, not the other station's";
 }
 
+TEST_F(UnsavedRowsTest, StationThatAFilterViewRenamesStandsBesideTheRowOfThatName) {
+  TakeGenreOver(SymbolListview, fresh, u"Rock");
+  Combo1.SetText(u"Rock");
+  Check1.Click();
+  TakeAllOver(ExplorerListFilter, InView(u"Alt"), u"Neu", u"http://anders");
+  Check1.Click();
+  EXPECT_EQ(SymbolListview.Count(), 2U);
+  EXPECT_EQ(UnsavedNames(), std::vector<Text>{u"Neu"});
+  EXPECT_EQ(unsaved.PartOf(InList(u"Neu")).sections, std::vector<Text>{});
+}
+
+TEST_F(UnsavedRowsTest, StationWithoutANameThatAFilterViewWritesIsKeptInTheFullListWithItsNumber) {
+  Check3.Click();
+  ExplorerListFilter.Select(RowId::kNone);
+  TextBox1[0].SetText(u" ");
+  TextBox1[1].SetText(u"http://namenlos");
+  UpDownTextBox1.SetText(u"4");
+  Command8[1].Click();
+  const RowId kept = InList(u" ");
+  EXPECT_EQ(SymbolListview.Cell(kept, app::kM3uNumberCell), u"4");
+  EXPECT_EQ(unsaved.PartOf(kept).sections, std::vector<Text>{u" "});
+}
+
+TEST_F(UnsavedRowsTest, DeletedRowIsNoUnsavedOne) {
+  Delete(SymbolListview, fresh);
+  EXPECT_FALSE(unsaved.Contains(fresh));
+}
+
+TEST_F(UnsavedRowsTest, OfTwoEqualSectionsARowThatOwnsOneLeavesTheOtherToTheFile) {
+  profile.files[kStationFile] = {{u"A", {{u"Link", u"http://1"}}}, {u"A", {{u"Link", u"http://2"}}}};
+  SymbolListview.Clear();
+  unsaved.Clear();
+  unsaved.Mark(AddRow(SymbolListview, u"A", u"", u"http://eigen"), {{}, {u"A"}});
+  store.LoadStations(u"");
+  EXPECT_EQ(SymbolListview.Count(), 2U);
+}
+
 TEST_F(UnsavedRowsTest, SecondRowOfASavedStationsNameKeepsItsCellsAndTheFirstKeepsIts) {
   const RowId second = AddRow(SymbolListview, u"ALT", u"Jazz", u"http://zweiter");
   Mark(SymbolListview, second);

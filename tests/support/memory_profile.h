@@ -74,6 +74,9 @@ class MemoryProfile : public platform::PrivateProfile {
     const bool cut = names.size() + 1 > buffer.size();
     const std::size_t count = cut ? buffer.size() - 2 : names.size();
     std::copy_n(names.begin(), count, buffer.begin());
+    const auto rest = buffer.subspan(count);
+    std::fill(rest.begin(), rest.end(), '#');
+    std::fill_n(rest.begin(), std::min<std::size_t>(cut ? 2 : 1, rest.size()), '\0');
     return static_cast<std::uint32_t>(count);
   }
 
