@@ -68,7 +68,6 @@ void ListOpening::AddRows(const StationList& list) {
   actions_.show_full_list(Actions::Selects::kNewRow);
   if (window_.Ended()) return;
   std::vector<controls::ListRow> rows;
-  rows.reserve(list.stations.size());
   for (const ListedStation& station : list.stations) {
     controls::ListRow& row = rows.emplace_back();
     row.cells.Set(app::kNameCell, station.name);

@@ -12,7 +12,6 @@ namespace {
 
 std::vector<controls::RowId> RowsOf(const controls::ListView& list) {
   std::vector<controls::RowId> rows;
-  rows.reserve(list.Count());
   for (const controls::ListRow& row : list.Rows()) rows.push_back(row.id);
   return rows;
 }

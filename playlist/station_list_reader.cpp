@@ -20,7 +20,6 @@ enum class ByteOrder { kLittle, kBig };
 
 Text TextOfUtf16(std::string_view bytes, ByteOrder order) {
   Text text;
-  text.reserve(bytes.size() / 2);
   for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {
     const auto first = static_cast<unsigned char>(bytes[at]);
     const auto second = static_cast<unsigned char>(bytes[at + 1]);

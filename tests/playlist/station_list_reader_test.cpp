@@ -152,6 +152,10 @@ TEST_F(StationListReaderTest, PlsWithoutItsHeaderIsRecognised) {
   EXPECT_EQ(StationsOf("NumberOfEntries=1\nFile1=http://a/\n"), (Stations{{u"a", u"http://a/"}}));
 }
 
+TEST_F(StationListReaderTest, PlsKeyWithoutAnEqualsSignIsPassedOver) {
+  EXPECT_EQ(StationsOf("[playlist]\nFile1=http://a/\nTitle1\n"), (Stations{{u"a", u"http://a/"}}));
+}
+
 TEST_F(StationListReaderTest, OfTheSamePlsKeyTheFirstCounts) {
   EXPECT_EQ(StationsOf("[playlist]\nFile1=http://a/\nFile1=http://b/\nTitle1=Eins\nTitle1=Zwei\n"),
             (Stations{{u"Eins", u"http://a/"}}));

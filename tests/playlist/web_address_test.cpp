@@ -19,6 +19,12 @@ TEST(WebAddressTest, IsHttpOrHttpsInAnyLetterCaseWithAHost) {
   }
 }
 
+TEST(WebAddressTest, BeginningIsSoughtInsideTheTextOnly) {
+  const app::TextView address = u"http://a";
+  EXPECT_TRUE(StartsWithIgnoringCase(address, u"http://"));
+  EXPECT_FALSE(StartsWithIgnoringCase(address.substr(0, 3), u"http://"));
+}
+
 TEST(WebAddressTest, ContainsNoControlCharacterAndIsOfBoundedLength) {
   EXPECT_FALSE(IsWebAddress(u"http://a/\tb"));
   EXPECT_FALSE(IsWebAddress(Text(u"http://a/\0b", 11)));
