@@ -34,7 +34,6 @@ bool clsMFPlayer::BuildSession(InterfaceHandle source) {
   if (!IsOk(ports_.framework.MFCreateMediaSession(session.Receive()))) return false;
   session_ = std::move(session);
   if (!ConfigureSession(topology.Get())) {
-    clock_.Release();
     session_.Release();
     duration_.value = 0;
     return false;
@@ -92,11 +91,9 @@ bool clsMFPlayer::CreateSourceStreamNode(InterfaceHandle source, InterfaceHandle
     const Guid guid = caller_.GuidFromString(key);
     return IsOk(caller_.CallInterface(node.Get(), platform::IMFTopologyNode::SetUnknown, &guid, value));
   };
-  const bool complete = set(media_ids::kMfTopoNodeSource, source) &&
-                        set(media_ids::kMfTopoNodePresentationDescriptor, descriptor) &&
-                        set(media_ids::kMfTopoNodeStreamDescriptor, stream_descriptor);
-  if (!complete) node.Release();
-  return complete;
+  return set(media_ids::kMfTopoNodeSource, source) &&
+         set(media_ids::kMfTopoNodePresentationDescriptor, descriptor) &&
+         set(media_ids::kMfTopoNodeStreamDescriptor, stream_descriptor);
 }
 
 bool clsMFPlayer::CreateOutputNode(InterfaceHandle stream_descriptor, InterfaceRef& node) {
@@ -118,9 +115,7 @@ bool clsMFPlayer::CreateOutputNode(InterfaceHandle stream_descriptor, InterfaceR
     if (!made) node.Release();
   }
   // An activation object that refuses to shut down is not released here; closing the item does that.
-  if (IsOk(caller_.CallInterface(activation.Get(), platform::IMFActivate::ShutdownObject))) {
-    activation.Release();
-  } else {
+  if (!IsOk(caller_.CallInterface(activation.Get(), platform::IMFActivate::ShutdownObject))) {
     activation.LeaveBehind();
   }
   return made;

@@ -87,6 +87,7 @@ TEST_F(PlayerSourceTest, ObjectThatRefusesTheSourceInterfaceIsGivenBack) {
   player->MediaFileFromUrl(u"http://radio/");
   EXPECT_EQ(events_, (Strings{"ready false", "create 0"}));
   EXPECT_EQ(media_.LiveHandles(), Strings{});
+  EXPECT_THAT(media_.Calls(), testing::Not(testing::Contains("MFCreateTopology()")));
 }
 
 TEST_F(PlayerSourceTest, OpeningThatCannotBeCalledCountsAsSuccessWithoutASource) {
