@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QTimerEvent>
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -15,11 +16,17 @@ namespace {
 constexpr int kShortestRest = 50;
 /// Later than three levels, so the timer only has its turn when no further level comes.
 constexpr int kLongestRest = 80;
-constexpr double kLoud = 0.7;
-constexpr double kVeryLoud = 0.9;
-constexpr QRgb kQuietColor = 0xff2fa84f;
-constexpr QRgb kLoudColor = 0xffe0b020;
-constexpr QRgb kVeryLoudColor = 0xffd84030;
+/// How long the mark stays where it is, in milliseconds, and how far it falls in one after that.
+constexpr int kMarkRests = 1000;
+constexpr double kMarkFalls = 0.00025;
+constexpr int kMarkThickness = 2;
+
+struct Zone {
+  double from;
+  QRgb color;
+};
+/// From the top down.
+constexpr std::array kZones = {Zone{0.9, 0xffd84030}, Zone{0.7, 0xffe0b020}, Zone{0.0, 0xff2fa84f}};
 
 }  // namespace
 
@@ -35,24 +42,57 @@ int PeakBar::HeightOf(double level) const {
   return static_cast<int>(std::lround(std::clamp(level, 0.0, 1.0) * std::max(0, Inside().height())));
 }
 
+QRect PeakBar::Part(int from_height, int to_height) const {
+  const QRect inside = Inside();
+  return {inside.left(), inside.bottom() + 1 - to_height, inside.width(), to_height - from_height};
+}
+
+QRect PeakBar::MarkPlace() const {
+  if (mark_height_ <= level_height_) return {};
+  return Part(std::max(level_height_, mark_height_ - kMarkThickness), mark_height_);
+}
+
 void PeakBar::SetLevel(double level) {
   level_ = level;
+  if (level_ >= peak_) {
+    peak_ = level_;
+    since_peak_.start();
+  }
   const int height = HeightOf(level);
   if (height == level_height_) return;
-  const QRect inside = Inside();
-  const int upper = std::max(height, level_height_);
-  const int lower = std::min(height, level_height_);
-  level_height_ = height;
-  if (!isVisible()) return;
-  unpainted_ |= QRect(inside.left(), inside.bottom() + 1 - upper, inside.width(), upper - lower);
+  const int former = std::exchange(level_height_, height);
+  if (!isVisible()) return DropMark();
+  unpainted_ |= Part(std::min(height, former), std::max(height, former));
   if (!rested_.isValid() || rested_.elapsed() >= kShortestRest) return ShowChanges();
   if (!late_.isActive()) late_.start(kLongestRest, this);
 }
 
+void PeakBar::DropMark() {
+  peak_ = level_;
+  mark_height_ = level_height_;
+}
+
+void PeakBar::MoveMark() {
+  const auto fallen = std::max<qint64>(0, since_peak_.elapsed() - kMarkRests);
+  const int height = std::max(level_height_, HeightOf(peak_ - static_cast<double>(fallen) * kMarkFalls));
+  if (height == mark_height_) return;
+  unpainted_ |= MarkPlace();
+  mark_height_ = height;
+  unpainted_ |= MarkPlace();
+  if (mark_height_ > level_height_) return;
+  peak_ = level_;
+  since_peak_.start();
+}
+
 void PeakBar::ShowChanges() {
-  late_.stop();
+  MoveMark();
   rested_.start();
-  update(std::exchange(unpainted_, {}));
+  if (!unpainted_.isEmpty()) update(std::exchange(unpainted_, {}));
+  if (mark_height_ > level_height_) {
+    late_.start(kLongestRest, this);
+  } else {
+    late_.stop();
+  }
 }
 
 void PeakBar::timerEvent(QTimerEvent* event) {
@@ -60,9 +100,16 @@ void PeakBar::timerEvent(QTimerEvent* event) {
   ShowChanges();
 }
 
+void PeakBar::hideEvent(QHideEvent* event) {
+  QWidget::hideEvent(event);
+  late_.stop();
+  DropMark();
+}
+
 void PeakBar::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   level_height_ = HeightOf(level_);
+  DropMark();
 }
 
 void PeakBar::paintEvent(QPaintEvent* event) {
@@ -72,25 +119,20 @@ void PeakBar::paintEvent(QPaintEvent* event) {
   const QRect wanted = event->rect();
   // The border is what is left of an area: a thin line has gaps where a pixel is no whole number of dots.
   if (!inside.contains(wanted)) painter.fillRect(rect(), palette().color(QPalette::Mid));
-  // From the top down: what no zone fills is empty.
-  const struct {
-    double from;
-    QColor color;
-  } zones[] = {{kVeryLoud, QColor::fromRgb(kVeryLoudColor)},
-               {kLoud, QColor::fromRgb(kLoudColor)},
-               {0.0, QColor::fromRgb(kQuietColor)}};
-  const auto fill = [&](int from_height, int to_height, const QColor& color) {
-    const QRect zone(inside.left(), inside.bottom() + 1 - to_height, inside.width(), to_height - from_height);
-    const QRect part = zone & wanted;
+  const auto fill = [&](const QRect& place, const QColor& color) {
+    const QRect part = place & wanted;
     if (!part.isEmpty()) painter.fillRect(part, color);
   };
-  fill(level_height_, inside.height(), palette().color(QPalette::Base));
+  fill(Part(level_height_, inside.height()), palette().color(QPalette::Base));
   int top = level_height_;
-  for (const auto& zone : zones) {
+  for (const Zone& zone : kZones) {
     const int from = std::min(HeightOf(zone.from), top);
-    fill(from, top, zone.color);
+    fill(Part(from, top), QColor::fromRgb(zone.color));
     top = from;
   }
+  const auto zone = std::find_if(kZones.begin(), kZones.end(),
+                                 [this](const Zone& one) { return mark_height_ > HeightOf(one.from); });
+  if (zone != kZones.end()) fill(MarkPlace(), QColor::fromRgb(zone->color));
 }
 
 }  // namespace platform::qt
