@@ -13,12 +13,11 @@ FrameWidget::FrameWidget(FrameLook look, QWidget* parent) : QGroupBox(parent), l
 void FrameWidget::paintEvent(QPaintEvent* event) {
   if (look_ == FrameLook::kTitled) QGroupBox::paintEvent(event);
   if (look_ != FrameLook::kPanel) return;
-  constexpr double kCorner = 4.0;
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(palette().color(QPalette::Mid));
   painter.setBrush(palette().color(QPalette::Base));
-  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCorner, kCorner);
+  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kPanelCorner, kPanelCorner);
 }
 
 }  // namespace platform::qt

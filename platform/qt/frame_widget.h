@@ -7,6 +7,9 @@
 
 namespace platform::qt {
 
+/// The radius of a panel's corners.
+inline constexpr double kPanelCorner = 4.0;
+
 class FrameWidget final : public QGroupBox {
  public:
   FrameWidget(controls::FrameLook look, QWidget* parent);

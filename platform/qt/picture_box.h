@@ -7,6 +7,8 @@
 
 namespace platform::qt {
 
+/// The picture has round corners, and a margin on its right and below, as the texts of a panel have; its
+/// place reaches to the panel's edge.
 class PictureBox final : public QWidget {
  public:
   explicit PictureBox(QWidget* parent);
@@ -19,6 +21,9 @@ class PictureBox final : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  [[nodiscard]] int Margin() const;
+  [[nodiscard]] QRect PicturePlace() const;
+
   QImage picture_;
   QPixmap scaled_;  // the picture at the size in which it was painted last
 };
