@@ -25,8 +25,9 @@ enum class LabelLook {
   kCaption,       ///< a short text on one line
   kRightCaption,  ///< the same at the right end of its place
   kText,          ///< of any length: wrapped to its width, cut with dots where its height ends
-  kBoldText,
-  kStatusLine,  ///< one line along the window's lower edge, below the window's inner size
+  kTitle,         ///< the same, bold and one size larger
+  kNamedValues,   ///< the same; lines of the form "name: value" stand in two columns
+  kStatusLine,    ///< one line along the window's lower edge, below the window's inner size
 };
 
 class Label final : public Captioned {
@@ -54,8 +55,38 @@ class Frame final : public Captioned {
   FrameLook look_ = FrameLook::kTitled;
 };
 
-/// How a button's caption is drawn: as text, or as the glyph that the caption represents in a symbol font.
-enum class Glyph { kNone, kCheckMark, kLoudspeaker, kClose, kPaste };
+/// A small picture on a button, named after what it means. A front end takes it from the desktop's icons, or
+/// draws it itself.
+enum class Glyph {
+  kNone,
+  kCheckMark,
+  kLoudspeaker,
+  kClose,
+  kPaste,
+  kStart,
+  kStop,
+  kRecord,
+  kAdd,
+  kDelete,
+  kSave,
+  kImport,
+  kExport,
+  kFind,
+  kList,
+  kFolder
+};
+
+enum class GlyphPlace {
+  kInsteadOfCaption,  ///< the caption is the letter that stands for the glyph in a symbol font
+  kBeforeCaption,
+};
+
+/// What sets a button apart from its neighbours.
+enum class ButtonRole {
+  kUsual,
+  kMain,      ///< the window's main action: it looks like a dialog's button for Enter
+  kDeleting,  ///< what it takes away is gone at once: it warns by its colour while it is pointed at
+};
 
 enum class ButtonLook {
   kRaised,
@@ -75,7 +106,13 @@ class CommandButton final : public Captioned {
   }
 
   [[nodiscard]] Glyph GetGlyph() const { return glyph_; }
-  void SetGlyph(Glyph glyph) { Set(glyph_, glyph); }
+  [[nodiscard]] GlyphPlace PlaceOfGlyph() const { return glyph_place_; }
+  void SetGlyph(Glyph glyph, GlyphPlace place = GlyphPlace::kInsteadOfCaption) {
+    Set(glyph_place_, place);
+    Set(glyph_, glyph);
+  }
+  [[nodiscard]] ButtonRole Role() const { return role_; }
+  void SetRole(ButtonRole role) { Set(role_, role); }
   [[nodiscard]] ButtonLook Look() const { return look_; }
   void SetLook(ButtonLook look) { Set(look_, look); }
 
@@ -84,6 +121,8 @@ class CommandButton final : public Captioned {
 
  private:
   Glyph glyph_ = Glyph::kNone;
+  GlyphPlace glyph_place_ = GlyphPlace::kInsteadOfCaption;
+  ButtonRole role_ = ButtonRole::kUsual;
   ButtonLook look_ = ButtonLook::kRaised;
 };
 

@@ -3,7 +3,7 @@
 
 namespace controls {
 
-/// Given by its character in capitals: u'S' with Ctrl, or Enter or Escape alone. The default is no key.
+/// Given by its character in capitals: u'S' with Ctrl, or Enter, Escape or F1 alone. The default is no key.
 struct Key {
   char16_t character = 0;
   bool with_control = false;
@@ -14,6 +14,8 @@ struct Key {
 
 inline constexpr Key kEnterKey{u'\r'};
 inline constexpr Key kEscapeKey{u'\x1b'};
+/// It has no character; this one is of Unicode's private use.
+inline constexpr Key kHelpKey{u'\uE001'};
 constexpr Key WithControl(char16_t letter) { return {letter, true}; }
 
 }  // namespace controls

@@ -1,20 +1,48 @@
 #include "app/forms/form1.h"
 
+#include "app/forms/grid.h"
+
 namespace app {
 
 namespace {
 
-// The bottom panel is a grid: columns for its upper and lower row, rows for all.
-constexpr int kButtonWidth = 2220;
-constexpr int kRowHeight = 390;
-constexpr std::array kColumns = {0, 2310, 4620, 6930};
-constexpr std::array kRows = {60, 525, 1080, 1545, 2010, 2475, 3030};
-// The editor between these rows: captions, fields, buttons after the fields.
-constexpr int kCaptionWidth = 1005;
-constexpr int kFieldLeft = 1050;
-constexpr int kFieldWidth = 5310;
-constexpr int kTakeOverLeft = 6420;
-constexpr int kTakeOverWidth = 420;
+// Everything stands on the grid as far as the layout's own rules (app/forms/layout.cpp) leave it.
+constexpr int kPitch = kRowHeight + kGrid;
+// The bottom panel: four columns, seven rows. Its upper edge is half a step below that of its first row,
+// where the bars begin, and its lower edge as far above the main panel's border.
+constexpr int kFirstRow = 60;
+constexpr int kButtonWidth = 19 * kGrid;
+constexpr std::array kColumns = {0, 20 * kGrid, 40 * kGrid, 60 * kGrid};
+constexpr std::array kRows = {kFirstRow,
+                              kFirstRow + kPitch,
+                              kFirstRow + 2 * kPitch,
+                              kFirstRow + 3 * kPitch,
+                              kFirstRow + 4 * kPitch,
+                              kFirstRow + 5 * kPitch,
+                              kFirstRow + 6 * kPitch};
+constexpr int kPanelEnd = kRows.back() + kRowHeight;
+constexpr int kPanelHeight = kPanelEnd + kFirstRow;
+constexpr int kPanelWidth = kColumns.back() + kButtonWidth + 90;
+// The editor in the first three columns: captions, fields, buttons after the fields.
+constexpr int kCaptionWidth = 8 * kGrid;
+constexpr int kFieldLeft = kCaptionWidth + kGrid;
+constexpr int kTakeOverWidth = 4 * kGrid;
+constexpr int kTakeOverLeft = kColumns[2] + kButtonWidth - kTakeOverWidth;
+constexpr int kFieldWidth = kTakeOverLeft - kGrid - kFieldLeft;
+// The list's left edge, which is that of everything below it.
+constexpr int kListEdge = 105;
+// The information panel: it stands 30 above the bars and ends where they do, and where the list ends at the
+// smallest width at which it stands beside them.
+constexpr int kBarWidth = kGrid;
+constexpr int kBarHeight = kPanelEnd - kFirstRow;
+constexpr int kInformationWidth = 3450;
+constexpr int kInformationHeight = kBarHeight + 30;
+
+using controls::Glyph;
+
+void PutBefore(controls::CommandButton& button, Glyph glyph) {
+  button.SetGlyph(glyph, controls::GlyphPlace::kBeforeCaption);
+}
 
 }  // namespace
 
@@ -22,13 +50,13 @@ constexpr int kTakeOverWidth = 420;
 Form1::Form1() {
   form.SetCaption(u"Funkhausplayer");
   form.Move({0, 0, 15360, 10500});
-  // Less leaves no room for the bottom panel and the list; at this height the information panel, which then
-  // lies over the list, is still inside the window.
-  form.SetSmallestSize(9900, 7410);
+  // Less leaves no room for the bars, or for the list above the bottom panel: at this height the information
+  // panel, which then lies over the list, is no higher than it.
+  form.SetSmallestSize(10080, 9180);
   MakeLists();
   Add({{"Frame1", &Frame1}});
   Frame1.SetLook(controls::FrameLook::kPlain);
-  Frame1.Move({150, 6900, 9225, 3480});
+  Frame1.Move({kListEdge, 6180, kPanelWidth, kPanelHeight});
   MakePlaying();
   MakeVolume();
   MakeEditor();
@@ -90,15 +118,20 @@ void Form1::MakePlaying() {
        {"Command2", &Command2, &Frame1},
        {"Label1", &Label1, &Frame1}});
   Command1.SetCaption(u"Start");
+  Command1.SetRole(controls::ButtonRole::kMain);
+  PutBefore(Command1, Glyph::kStart);
   Command1.Move({kColumns[0], kRows[0], kButtonWidth, kRowHeight});
   Command6.SetCaption(u"Stop");
+  PutBefore(Command6, Glyph::kStop);
   Command6.SetEndsWaiting(true);
   Command6.Move({kColumns[1], kRows[0], kButtonWidth, kRowHeight});
   Command3.SetCaption(u"Alle Titel anzeigen");
+  PutBefore(Command3, Glyph::kList);
   Command3.Move({kColumns[2], kRows[0], kButtonWidth, kRowHeight});
   Command2.SetCaption(u"Sender suchen");
+  PutBefore(Command2, Glyph::kFind);
   Command2.Move({kColumns[3], kRows[0], kButtonWidth, kRowHeight});
-  Label1.Move({kColumns[2], kRows[1], 4530, kRowHeight});
+  Label1.Move({kColumns[2], kRows[1], kColumns[1] + kButtonWidth, kRowHeight});
 }
 
 void Form1::MakeVolume() {
@@ -108,33 +141,33 @@ void Form1::MakeVolume() {
        {"ckSavMute", &ckSavMute, &frSav},
        {"Command7", &Command7, &frSav}});
   frSav.SetLook(controls::FrameLook::kPlain);
-  frSav.Move({kColumns[0], kRows[1], 4530, kRowHeight});
+  frSav.Move({kColumns[0], kRows[1], kColumns[1] + kButtonWidth + 30, kRowHeight});
   lblSav.SetCaption(u"Lautstärke");
-  lblSav.Move({0, 0, 1140, kRowHeight});
+  lblSav.Move({0, 0, 10 * kGrid, kRowHeight});
   hscSavVolume.SetValue(100);
-  hscSavVolume.Move({1170, 0, 1860, kRowHeight});
+  hscSavVolume.Move({10 * kGrid, 0, 15 * kGrid, kRowHeight});
   ckSavMute.SetCaption(u"Mute");
-  ckSavMute.Move({3120, 0, 960, kRowHeight});
+  ckSavMute.Move({26 * kGrid, 0, 8 * kGrid, kRowHeight});
   Command7.SetCaption(u"8");
-  Command7.SetGlyph(controls::Glyph::kLoudspeaker);
+  Command7.SetGlyph(Glyph::kLoudspeaker);
   Command7.SetToolTip(u"Lautstärkeregelung");
-  Command7.Move({4095, 0, kTakeOverWidth, kRowHeight});
+  Command7.Move({35 * kGrid, 0, kTakeOverWidth, kRowHeight});
 }
 
 void Form1::MakeEditor() {
   // Each field is followed by the button that applies it.
   Add({{"Label5", &Label5, &Frame1},
-       {"TextBox1_0", &TextBox1[0], &Frame1, {.named_by = &Label5}},
+       {"TextBox1_0", &TextBox1[0], &Frame1, {.named_by = &Label5, .enter_clicks = &Command8[1]}},
        {"Command8_1", &Command8[1], &Frame1},
        {"Label6", &Label6, &Frame1},
-       {"TextBox1_1", &TextBox1[1], &Frame1, {.named_by = &Label6}},
+       {"TextBox1_1", &TextBox1[1], &Frame1, {.named_by = &Label6, .enter_clicks = &Command8[2]}},
        {"Command8_2", &Command8[2], &Frame1},
        {"Label7", &Label7, &Frame1},
-       {"Combo1", &Combo1, &Frame1, {.named_by = &Label7}},
+       {"Combo1", &Combo1, &Frame1, {.named_by = &Label7, .enter_clicks = &Command8[4]}},
        {"Command8_4", &Command8[4], &Frame1},
        {"Check2", &Check2, &Frame1},
        {"Label2", &Label2, &Frame1},
-       {"UpDownTextBox1", &UpDownTextBox1, &Frame1, {.named_by = &Label2}},
+       {"UpDownTextBox1", &UpDownTextBox1, &Frame1, {.named_by = &Label2, .enter_clicks = &Command8[0]}},
        // Its tooltip names the genre, like that of another button; a screen reader's user needs different
        // names.
        {"Command8_0", &Command8[0], &Frame1, {.accessible_name = u"M3U-Nummer übernehmen"}}});
@@ -148,11 +181,11 @@ void Form1::MakeEditor() {
   Label7.Move({0, kRows[4], kCaptionWidth, kRowHeight});
   Combo1.Move({kFieldLeft, kRows[4], kFieldWidth, kRowHeight});
   Check2.SetCaption(u"Favorit");
-  Check2.Move({kFieldLeft, kRows[5], 1800, kRowHeight});
+  Check2.Move({kFieldLeft, kRows[5], 15 * kGrid, kRowHeight});
   Label2.SetCaption(u"M3U-Nr.:");
   Label2.SetLook(controls::LabelLook::kRightCaption);
-  Label2.Move({4050, kRows[5], 1110, kRowHeight});
-  UpDownTextBox1.Move({5220, kRows[5], 1140, kRowHeight});
+  Label2.Move({33 * kGrid, kRows[5], 10 * kGrid, kRowHeight});
+  UpDownTextBox1.Move({44 * kGrid, kRows[5], 10 * kGrid, kRowHeight});
 }
 
 void Form1::MakeEditorButtons() {
@@ -163,7 +196,7 @@ void Form1::MakeEditorButtons() {
   for (std::size_t row = 0; row < kTakeOver.size(); ++row) {
     controls::CommandButton& button = Command8[kTakeOver[row]];
     button.SetCaption(u"a");
-    button.SetGlyph(controls::Glyph::kCheckMark);
+    button.SetGlyph(Glyph::kCheckMark);
     button.Move({kTakeOverLeft, kRows[2 + row], kTakeOverWidth, kRowHeight});
   }
   Command8[0].SetToolTip(u"Genre übernehmen");
@@ -171,11 +204,14 @@ void Form1::MakeEditorButtons() {
   Command8[2].SetToolTip(u"Weblink übernehmen");
   Command8[4].SetToolTip(u"Genre übernehmen");
   Command8[3].SetCaption(u"Eintrag löschen");
+  Command8[3].SetRole(controls::ButtonRole::kDeleting);
+  PutBefore(Command8[3], Glyph::kDelete);
   Command8[3].SetToolTip(u"Eintrag löschen");
   Command8[3].Move({kColumns[0], kRows[6], kButtonWidth, kRowHeight});
   UndoDelete.SetCaption(u"Löschen zurücknehmen");
   UndoDelete.SetLook(controls::ButtonLook::kNone);
   Command8[5].SetCaption(u"Aufnehmen...");
+  PutBefore(Command8[5], Glyph::kRecord);
   Command8[5].SetToolTip(u"Startet das Aufnahme-Tool OZRecordFunkhaus");
   Command8[5].Move({kColumns[1], kRows[6], kButtonWidth, kRowHeight});
 }
@@ -206,23 +242,30 @@ void Form1::MakeViews() {
         &CommandButton2,
         &Frame1,
         {.key = controls::WithControl(u'N'), .menu = MenuEntry::kClick}},
+       {"ShowGuide", &ShowGuide, &Frame1, {.key = controls::kHelpKey}},
        {"Command4", &Command4, &Frame1},
        {"Command5", &Command5, &Frame1},
        {"TitleNotices", &TitleNotices, &Frame1, {.menu = MenuEntry::kClickBelowALine}}});
   TitleNotices.SetCaption(u"Neue Titel melden, wenn das Fenster nicht zu sehen ist");
   TitleNotices.SetLook(controls::CheckLook::kNone);
+  ShowGuide.SetCaption(u"Handbuch");
+  ShowGuide.SetLook(controls::ButtonLook::kNone);
   Check1.SetCaption(u"Genre-Filteransicht");
   Check1.Move({kColumns[3], kRows[2], kButtonWidth, kRowHeight});
   Check3.SetCaption(u"Favoritenansicht");
   Check3.Move({kColumns[3], kRows[3], kButtonWidth, kRowHeight});
   CommandButton1.SetCaption(u"Liste speichern");
+  PutBefore(CommandButton1, Glyph::kSave);
   CommandButton1.Move({kColumns[3], kRows[4], kButtonWidth, kRowHeight});
   CommandButton2.SetCaption(u"Sender hinzufügen");
+  PutBefore(CommandButton2, Glyph::kAdd);
   CommandButton2.SetToolTip(u"Neuen Listeneintrag erstellen");
   CommandButton2.Move({kColumns[3], kRows[5], kButtonWidth, kRowHeight});
   Command4.SetCaption(u"M3U erstellen...");
+  PutBefore(Command4, Glyph::kExport);
   Command4.Move({kColumns[2], kRows[6], kButtonWidth, kRowHeight});
   Command5.SetCaption(u"M3U laden...");
+  PutBefore(Command5, Glyph::kImport);
   Command5.Move({kColumns[3], kRows[6], kButtonWidth, kRowHeight});
 }
 
@@ -236,22 +279,25 @@ void Form1::MakeInformation() {
        {"CmdInfoClose", &CmdInfoClose, &Frame3, {.accessible_name = u"Informationen schließen"}}});
   for (controls::ProgressBar& bar : ProgressBar1) {
     bar.SetRange(0, 10000);
-    bar.Move({9405, 6960, 180, 3360});
+    bar.Move({kListEdge + kPanelWidth + 30, 6240, kBarWidth, kBarHeight});
     bar.SetVisible(false);
   }
   Frame3.SetLook(controls::FrameLook::kPanel);
-  Frame3.Move({9855, 6930, 3600, 3420});
+  Frame3.Move({10035, 6210, kInformationWidth, kInformationHeight});
   Frame3.SetVisible(false);
   Image1.SetVisible(false);
+  constexpr int kCloseWidth = 3 * kGrid;
+  constexpr int kTitleHeight = 6 * kGrid;
+  constexpr int kTextTop = 2 * kGrid + kTitleHeight;
   Label4.SetCaption(u"Titel:");
-  Label4.SetLook(controls::LabelLook::kBoldText);
-  Label4.Move({150, 120, 2955, 735});
-  Label3.SetLook(controls::LabelLook::kText);
-  Label3.Move({150, 900, 3300, 2400});
+  Label4.SetLook(controls::LabelLook::kTitle);
+  Label4.Move({kGrid, kGrid, kInformationWidth - kCloseWidth - 3 * kGrid, kTitleHeight});
+  Label3.SetLook(controls::LabelLook::kNamedValues);
+  Label3.Move({kGrid, kTextTop, kInformationWidth - 2 * kGrid, kInformationHeight - kTextTop - kGrid});
   CmdInfoClose.SetCaption(u"x");
-  CmdInfoClose.SetGlyph(controls::Glyph::kClose);
+  CmdInfoClose.SetGlyph(Glyph::kClose);
   CmdInfoClose.SetLook(controls::ButtonLook::kFlat);
-  CmdInfoClose.Move({3165, 90, 360, 360});
+  CmdInfoClose.Move({kInformationWidth - kGrid - kCloseWidth, kGrid, kCloseWidth, kCloseWidth});
 }
 
 }  // namespace app

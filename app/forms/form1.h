@@ -69,6 +69,7 @@ struct Form1 {
   controls::CommandButton CommandButton2;  ///< new station
   controls::CommandButton Command4;        ///< M3U export
   controls::CommandButton Command5;        ///< M3U import
+  controls::CommandButton ShowGuide;       ///< opens the user's guide; by its key only
   controls::CheckBox TitleNotices;         ///< new titles as notifications; in the lists' menu only
 
   // In Frame3

@@ -1,6 +1,24 @@
 #include "app/forms/form2.h"
 
+#include "app/forms/grid.h"
+
 namespace app {
+namespace {
+
+// From the left: captions, fields, buttons that paste.
+constexpr int kMargin = 2 * kGrid;
+constexpr int kCaptionsWide = 9 * kGrid;
+constexpr int kFieldsLeft = kMargin + kCaptionsWide;
+constexpr int kFieldsWide = 42 * kGrid;
+constexpr int kPasteLeft = kFieldsLeft + kFieldsWide + kGrid;
+constexpr int kDialogWidth = kPasteLeft + kRowHeight + kMargin;
+// The buttons that end the dialog, from the right.
+constexpr int kEndingWide = 15 * kGrid;
+constexpr int kEndingTop = 25 * kGrid;
+
+constexpr int TopOfRow(int row) { return kMargin + row * (kRowHeight + kGrid); }
+
+}  // namespace
 
 Form2::Form2()
     : inventory{{"Label2_0", &Label2[0]},
@@ -15,30 +33,32 @@ Form2::Form2()
                 {"CommandButton1", &CommandButton1, nullptr, {.key = controls::kEnterKey}},
                 {"CommandButton2", &CommandButton2, nullptr, {.key = controls::kEscapeKey}}} {
   form.SetCaption(u"Neue Radiostation einfügen");
-  form.Move({0, 0, 7200, 3270});
+  form.Move({0, 0, kDialogWidth, kEndingTop + kRowHeight + kMargin});
   form.SetFixedSize(true);
   Label2[0].SetCaption(u"Station");
   Label2[1].SetCaption(u"Weblink");
   Label2[2].SetCaption(u"Genre:");
+  for (int row = 0; row < 3; ++row) {
+    Label2[static_cast<std::size_t>(row)].Move({kMargin, TopOfRow(row), kCaptionsWide, kRowHeight});
+  }
   for (std::size_t row = 0; row < 2; ++row) {
-    const int top = 180 + static_cast<int>(row) * 480;
-    Label2[row].Move({150, top, 1100, 375});
-    TextBox1[row].Move({1300, top, 5100, 375});
-    CommandButton3[row].Move({6500, top, 525, 375});
+    const int top = TopOfRow(static_cast<int>(row));
+    TextBox1[row].Move({kFieldsLeft, top, kFieldsWide, kRowHeight});
+    CommandButton3[row].Move({kPasteLeft, top, kRowHeight, kRowHeight});
     CommandButton3[row].SetGlyph(controls::Glyph::kPaste);
     CommandButton3[row].SetToolTip(u"Text aus der Zwischenablage einfügen");
   }
-  Label2[2].Move({150, 1140, 1100, 375});
-  Combo1.Move({1300, 1140, 5100, 375});
+  Combo1.Move({kFieldsLeft, TopOfRow(2), kFieldsWide, kRowHeight});
   Label1.SetCaption(
       u"Das passende Icon (32 Pixel) zur Radiostation muss in den Ordner 'RadioICO' kopiert werden "
       u"(Dateiname ist Radiostationsname)");
   Label1.SetLook(controls::LabelLook::kText);
-  Label1.Move({150, 1695, 6900, 765});
+  Label1.Move({kMargin, TopOfRow(3), kDialogWidth - 2 * kMargin, 7 * kGrid});
+  const int cancel_left = kDialogWidth - kMargin - kEndingWide;
   CommandButton1.SetCaption(u"Übernehmen");
-  CommandButton1.Move({3525, 2670, 1695, 450});
+  CommandButton1.Move({cancel_left - kGrid - kEndingWide, kEndingTop, kEndingWide, kRowHeight});
   CommandButton2.SetCaption(u"Abbrechen");
-  CommandButton2.Move({5325, 2670, 1695, 450});
+  CommandButton2.Move({cancel_left, kEndingTop, kEndingWide, kRowHeight});
 }
 
 }  // namespace app

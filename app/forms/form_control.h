@@ -55,6 +55,9 @@ struct Use {
   MenuEntry menu = MenuEntry::kNone;
   /// The text of the menu's entry, where it is not the control's caption.
   controls::Text menu_caption = {};
+  /// Enter in the field clicks this button, while the button is visible and enabled; in a combo box's open
+  /// list Enter only chooses.
+  controls::CommandButton* enter_clicks = nullptr;
 };
 
 struct FormControl {

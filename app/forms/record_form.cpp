@@ -1,18 +1,30 @@
 #include "app/forms/record_form.h"
 
+#include "app/forms/grid.h"
+
 namespace app {
 namespace {
 
-constexpr int kLeft = 150;
-constexpr int kValues = 1500;
-constexpr int kLine = 300;
+constexpr int kEdge = 2 * kGrid;
+constexpr int kValues = 14 * kGrid;
+constexpr int kToolWidth = 64 * kGrid;
+constexpr int kLine = 3 * kGrid;
+constexpr int kTwoLines = 5 * kGrid;
+constexpr int kButtonsTop = 28 * kGrid;
 
-void PlaceLine(controls::Label& label, const char16_t* caption, controls::Label& value, int top, int lines) {
+void PlaceLine(controls::Label& label, const char16_t* caption, controls::Label& value, int top, int height) {
   label.SetCaption(caption);
   label.SetLook(controls::LabelLook::kText);
-  label.Move({kLeft, top, kValues - kLeft, kLine});
+  label.Move({kEdge, top, kValues - kEdge, kLine});
   value.SetLook(controls::LabelLook::kText);
-  value.Move({kValues, top, 5850, kLine * lines});
+  value.Move({kValues, top, kToolWidth - kEdge - kValues, height});
+}
+
+void PlaceButton(controls::CommandButton& button, const char16_t* caption, controls::Glyph glyph,
+                 const controls::Place& place) {
+  button.SetCaption(caption);
+  button.SetGlyph(glyph, controls::GlyphPlace::kBeforeCaption);
+  button.Move(place);
 }
 
 }  // namespace
@@ -32,29 +44,30 @@ RecordForm::RecordForm()
                 {"state", &state},
                 // No button has the Escape key, because it would end a recording by accident.
                 {"stop", &stop},
-                {"open_folder", &open_folder}} {
+                {"open_folder", &open_folder},
+                {"show_guide", &show_guide, nullptr, {.key = controls::kHelpKey}}} {
   form.SetCaption(u"OZRecordFunkhaus");
-  form.Move({0, 0, 7500, 3900});
+  form.Move({0, 0, kToolWidth, kButtonsTop + kRowHeight + kEdge});
   form.SetFixedSize(true);
   address_label.SetCaption(u"Adresse:");
-  address_label.Move({kLeft, 180, kValues - kLeft, 375});
-  address.Move({kValues, 180, 4350, 375});
+  address_label.Move({kEdge, kEdge, kValues - kEdge, kRowHeight});
+  address.Move({kValues, kEdge, 34 * kGrid, kRowHeight});
   address.SetToolTip(u"Adresse eines Senders oder einer Playlist");
-  start.SetCaption(u"Start");
-  start.Move({6000, 165, 1350, 405});
+  PlaceButton(start, u"Start", controls::Glyph::kRecord, {49 * kGrid, kEdge, 13 * kGrid, kRowHeight});
   start.SetToolTip(u"Nimmt den Sender auf, eine Datei je Titel");
-  PlaceLine(station_label, u"Sender:", station, 750, 1);
-  PlaceLine(title_label, u"Titel:", title, 1125, 2);
-  PlaceLine(time_label, u"Zeit:", time, 1800, 1);
-  PlaceLine(written_label, u"Geschrieben:", written, 2175, 1);
+  PlaceLine(station_label, u"Sender:", station, 7 * kGrid, kLine);
+  PlaceLine(title_label, u"Titel:", title, 10 * kGrid, kTwoLines);
+  PlaceLine(time_label, u"Zeit:", time, 15 * kGrid, kLine);
+  PlaceLine(written_label, u"Geschrieben:", written, 18 * kGrid, kLine);
   state.SetLook(controls::LabelLook::kText);
-  state.Move({kLeft, 2625, 7200, kLine * 2});
-  stop.SetCaption(u"Stop");
+  state.Move({kEdge, 22 * kGrid, kToolWidth - 2 * kEdge, kTwoLines});
+  PlaceButton(stop, u"Stop", controls::Glyph::kStop, {31 * kGrid, kButtonsTop, 14 * kGrid, kRowHeight});
   stop.SetEndsWaiting(true);
-  stop.Move({3600, 3330, 1650, 405});
   stop.SetToolTip(u"Beendet die Aufnahme");
-  open_folder.SetCaption(u"Ordner öffnen");
-  open_folder.Move({5400, 3330, 1950, 405});
+  PlaceButton(open_folder, u"Ordner öffnen", controls::Glyph::kFolder,
+              {46 * kGrid, kButtonsTop, 16 * kGrid, kRowHeight});
+  show_guide.SetCaption(u"Handbuch");
+  show_guide.SetLook(controls::ButtonLook::kNone);
   open_folder.SetToolTip(u"Zeigt den Ordner der Aufnahmen");
 }
 

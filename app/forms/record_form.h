@@ -26,6 +26,7 @@ struct RecordForm {
   controls::Label state;                ///< what the recording is doing
   controls::CommandButton stop;         ///< end the recording
   controls::CommandButton open_folder;  ///< show the folder of the recordings
+  controls::CommandButton show_guide;   ///< opens the user's guide; by its key only
 
   /// Every control above, with its key and place in the tab order.
   Inventory inventory;

@@ -73,14 +73,16 @@ CommandButtonBinding::CommandButtonBinding(controls::CommandButton& button, Comm
     });
   };
   Follow();
-  const bool drawn = button.GetGlyph() != controls::Glyph::kNone;
+  const bool drawn = button.GetGlyph() != controls::Glyph::kNone &&
+                     button.PlaceOfGlyph() == controls::GlyphPlace::kInsteadOfCaption;
   if (drawn && !button.ToolTip().empty()) widget_.setAccessibleName(ToQt(button.ToolTip()));
 }
 
 void CommandButtonBinding::Follow() {
   const QString text = WithoutMnemonics(button_.Caption());
   if (widget_.text() != text) widget_.setText(text);
-  widget_.SetGlyph(button_.GetGlyph());
+  widget_.SetGlyph(button_.GetGlyph(), button_.PlaceOfGlyph());
+  widget_.SetRole(button_.Role());
 }
 
 CheckBoxBinding::CheckBoxBinding(controls::CheckBox& box, QCheckBox& widget, const TwipScale& scale,

@@ -3,32 +3,19 @@
 #include <QImage>
 #include <QPainter>
 #include <QStyleOptionButton>
-#include <algorithm>
-#include <cmath>
+
+#include "platform/qt/readable_color.h"
 
 namespace platform::qt {
 namespace {
-
-constexpr double kWanted = 3.0;
-
-/// Relative luminance and contrast by WCAG 2.1.
-double Luminance(const QColor& color) {
-  const auto linear = [](double channel) {
-    return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-  };
-  return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-}
-
-double Contrast(const QColor& one, const QColor& other) {
-  const auto [darker, lighter] = std::minmax({Luminance(one), Luminance(other)});
-  return (lighter + 0.05) / (darker + 0.05);
-}
 
 /// Whether each side of the box is seen, a quarter of its width deep.
 bool StandsOut(const QImage& box, const QColor& ground) {
   const QPoint middle = box.rect().center();
   const QPoint last = box.rect().bottomRight();
-  const auto seen = [&](const QPoint& place) { return Contrast(box.pixelColor(place), ground) >= kWanted; };
+  const auto seen = [&](const QPoint& place) {
+    return ContrastOf(box.pixelColor(place), ground) >= kContrastOfParts;
+  };
   bool left = false;
   bool right = false;
   bool top = false;
@@ -42,16 +29,9 @@ bool StandsOut(const QImage& box, const QColor& ground) {
   return left && right && top && bottom;
 }
 
-/// Between the two colours, no nearer to the text's than it has to be.
+/// No nearer to the text's colour than it has to be.
 QColor FrameColor(const QColor& window, const QColor& text) {
-  constexpr int kSteps = 10;
-  for (int step = kSteps / 2; step < kSteps; ++step) {
-    const auto mixed = [&](int from, int to) { return from + (to - from) * step / kSteps; };
-    const QColor color(mixed(window.red(), text.red()), mixed(window.green(), text.green()),
-                       mixed(window.blue(), text.blue()));
-    if (Contrast(color, window) > kWanted) return color;
-  }
-  return text;
+  return Readable(Mixed(window, text, 0.5), window, text, kContrastOfParts);
 }
 
 }  // namespace

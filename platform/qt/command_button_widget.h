@@ -1,10 +1,11 @@
 #pragma once
-// A push button that can show a drawn glyph instead of its text. Not bound to a control by itself.
+// A push button with a glyph before its text or in place of it. Not bound to a control by itself.
 
 #include <QPushButton>
 #include <functional>
 
 #include "controls/captioned.h"
+#include "platform/qt/glyph_pictures.h"
 
 namespace platform::qt {
 
@@ -14,8 +15,9 @@ class CommandButtonWidget final : public QPushButton {
  public:
   explicit CommandButtonWidget(QWidget* parent);
 
-  /// Anything but kNone is drawn in the palette's colour instead of the text.
-  void SetGlyph(controls::Glyph glyph);
+  /// Painted as GlyphPicture describes.
+  void SetGlyph(controls::Glyph glyph, controls::GlyphPlace place);
+  void SetRole(controls::ButtonRole role);
 
   /// The secondary action: right click or menu key.
   std::function<void()> on_context_click;
@@ -27,9 +29,28 @@ class CommandButtonWidget final : public QPushButton {
   void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
+  [[nodiscard]] bool HasIcon() const;
+  [[nodiscard]] int GlyphSide() const;
   [[nodiscard]] QString FittingText() const;
+  [[nodiscard]] QColor InkOn(const QStyleOptionButton& button) const;
+  [[nodiscard]] QColor GroundOf(const QStyleOptionButton& button) const;
+  [[nodiscard]] const QPixmap& Picture(const QStyleOptionButton& button, const QColor& ink);
 
   controls::Glyph glyph_ = controls::Glyph::kNone;
+  controls::GlyphPlace place_ = controls::GlyphPlace::kInsteadOfCaption;
+  controls::ButtonRole role_ = controls::ButtonRole::kUsual;
+
+  // What was painted last, and for what.
+  struct Painted {
+    controls::Glyph glyph;
+    int side;
+    double dots;
+    GlyphColors colors;
+    QString theme;
+    friend bool operator==(const Painted&, const Painted&) = default;
+  };
+  Painted painted_{};
+  QPixmap picture_;
 };
 
 }  // namespace platform::qt

@@ -4,7 +4,10 @@
 #include <QPainter>
 #include <QStyle>
 #include <QTextLayout>
+#include <algorithm>
+#include <utility>
 
+#include "platform/qt/readable_color.h"
 #include "platform/qt/text.h"
 
 namespace platform::qt {
@@ -14,14 +17,124 @@ namespace {
 constexpr qsizetype kLongestText = 8192;
 constexpr int kObstacleGap = 6;
 constexpr int kNarrowestLine = 40;
+constexpr int kColumnGap = 8;
+/// With less room beside the picture a line is no longer set in columns.
+constexpr int kNarrowestValue = 60;
+/// Names get no more than this part of the width, so that a long one leaves room for the values.
+constexpr double kWidestNames = 0.5;
+/// One size larger.
+constexpr double kTitleSize = 1.2;
+constexpr QLatin1String kAfterName(": ");
 
 }  // namespace
 
-FittedLabel::FittedLabel(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }
+QString FittedLabel::Joined(const Line& line) {
+  return line.name.isEmpty() ? line.value : line.name + QLatin1Char(' ') + line.value;
+}
+
+/// Lays lines below each other until the label's height ends.
+class FittedLabel::Flow {
+ public:
+  Flow(const FittedLabel& label, QPainter* painter)
+      : label_(label),
+        painter_(painter),
+        font_(label.TextFont()),
+        metrics_(font_),
+        left_(label.ValuesLeft()) {}
+
+  /// False when the line had to be cut; what follows has no room then. `rest` is the text of what follows.
+  bool Place(const Line& line, const QString& rest) {
+    const int left = LeftOf(line);
+    const QString text = left > 0 ? line.value : Joined(line);
+    QTextLayout layout(text, font_);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setTextDirection(label_.layoutDirection());
+    layout.setTextOption(option);
+    layout.beginLayout();
+    bool first = true;
+    for (QTextLine piece = layout.createLine(); piece.isValid(); piece = layout.createLine()) {
+      if (std::exchange(first, false) && left > 0) DrawName(line.name, left);
+      const int room = RoomFrom(left);
+      piece.setLineWidth(std::max(room, kNarrowestLine));
+      piece.setPosition(QPointF(left, top_));
+      const bool unfinished = piece.textStart() + piece.textLength() < text.size();
+      const bool more = unfinished || !rest.isEmpty();
+      const bool too_narrow = room < kNarrowestLine && (unfinished || left == 0);
+      if (more && (IsLast() || too_narrow)) {
+        DrawCut(text.mid(piece.textStart()) + rest, left, room);
+        layout.endLayout();
+        return false;
+      }
+      if (painter_ != nullptr) piece.draw(painter_, QPointF(0, 0));
+      top_ += metrics_.lineSpacing();
+    }
+    layout.endLayout();
+    return true;
+  }
+
+ private:
+  [[nodiscard]] bool IsLast() const { return top_ + 2 * metrics_.lineSpacing() > label_.height(); }
+
+  [[nodiscard]] int RoomFrom(int left) const { return label_.RightEnd(top_, metrics_.lineSpacing()) - left; }
+
+  /// Where the line's value begins: in its column, or, where a picture leaves none, behind its name. 0 when
+  /// the line has no name, or both together need more than one line there.
+  [[nodiscard]] int LeftOf(const Line& line) const {
+    if (line.name.isEmpty()) return 0;
+    if (RoomFrom(left_) >= kNarrowestValue) return left_;
+    const int behind = metrics_.horizontalAdvance(line.name + QLatin1Char(' '));
+    return behind + metrics_.horizontalAdvance(line.value) <= RoomFrom(0) ? behind : 0;
+  }
+
+  void DrawName(const QString& name, int left) {
+    if (painter_ == nullptr) return;
+    painter_->save();
+    painter_->setPen(label_.NameColor());
+    DrawOnOneLine(name, 0, left == left_ ? left - kColumnGap / 2 : left);
+    painter_->restore();
+  }
+  void DrawCut(const QString& text, int left, int room) {
+    if (painter_ != nullptr && room >= kNarrowestLine) DrawOnOneLine(text, left, room);
+  }
+  void DrawOnOneLine(const QString& text, int left, int room) {
+    painter_->drawText(QRect(left, top_, room, metrics_.lineSpacing()),
+                       Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                       metrics_.elidedText(text, Qt::ElideRight, room));
+  }
+
+  const FittedLabel& label_;
+  QPainter* const painter_;
+  const QFont font_;
+  const QFontMetrics metrics_;
+  const int left_;
+  int top_ = 0;
+};
+
+FittedLabel::FittedLabel(QWidget* parent, controls::LabelLook look) : QLabel(parent), look_(look) {
+  setTextFormat(Qt::PlainText);
+}
 
 void FittedLabel::ShowText(const QString& text) {
   setText(text.left(kLongestText));
+  Split();
   Fit();
+}
+
+void FittedLabel::Split() {
+  QString shown = text();
+  shown.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
+  while (shown.endsWith(QLatin1Char('\n'))) shown.chop(1);
+  lines_.clear();
+  for (const QString& line : shown.split(QLatin1Char('\n'))) {
+    const qsizetype end =
+        look_ == controls::LabelLook::kNamedValues ? line.indexOf(kAfterName) : qsizetype{-1};
+    if (end > 0) {
+      lines_.push_back({line.left(end + 1), line.mid(end + kAfterName.size())});
+    } else {
+      lines_.push_back({{}, line});
+    }
+  }
 }
 
 void FittedLabel::SetObstacle(const QRect& obstacle) {
@@ -40,6 +153,40 @@ void FittedLabel::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) Fit();
 }
 
+QFont FittedLabel::TextFont() const {
+  QFont text = font();
+  if (look_ != controls::LabelLook::kTitle) return text;
+  text.setBold(true);
+  // A font has a size in points or in pixels.
+  if (text.pointSizeF() > 0) {
+    text.setPointSizeF(text.pointSizeF() * kTitleSize);
+  } else {
+    text.setPixelSize(static_cast<int>(text.pixelSize() * kTitleSize));
+  }
+  return text;
+}
+
+QColor FittedLabel::NameColor() const {
+  constexpr double kFaded = 0.35;
+  const QColor text = palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, foregroundRole());
+  const QColor ground = palette().color(QPalette::Base);
+  return Readable(Mixed(text, ground, kFaded), ground, text, kContrastOfTexts);
+}
+
+int FittedLabel::ValuesLeft() const {
+  const QFontMetrics metrics(TextFont());
+  int widest = 0;
+  for (const Line& line : lines_) {
+    if (!line.name.isEmpty()) widest = std::max(widest, metrics.horizontalAdvance(line.name) + kColumnGap);
+  }
+  return std::min(widest, static_cast<int>(width() * kWidestNames));
+}
+
+int FittedLabel::RightEnd(int top, int line_height) const {
+  const QRect strip(0, top, width(), line_height + kObstacleGap);
+  return obstacle_.intersects(strip) ? obstacle_.left() - kObstacleGap : width();
+}
+
 void FittedLabel::Fit() {
   shows_all_ = LayOut(nullptr);
   setToolTip(shows_all_ ? QString() : PlainToolTip(text()));
@@ -47,49 +194,20 @@ void FittedLabel::Fit() {
 }
 
 bool FittedLabel::LayOut(QPainter* painter) const {
-  QString shown = text();
-  shown.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
-  while (shown.endsWith(QLatin1Char('\n'))) shown.chop(1);
-  shown.replace(QLatin1Char('\n'), QChar::LineSeparator);
-
-  QTextLayout layout(shown, font());
-  QTextOption option;
-  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-  option.setTextDirection(layoutDirection());
-  layout.setTextOption(option);
-  const int line_height = fontMetrics().lineSpacing();
-  int top = 0;
-  bool fits = true;
-  layout.beginLayout();
-  for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-    const QRect strip(0, top, width(), line_height);
-    int room = width();
-    if (obstacle_.intersects(strip.adjusted(0, 0, 0, kObstacleGap))) room = obstacle_.left() - kObstacleGap;
-    const bool last = top + 2 * line_height > height() || room < kNarrowestLine;
-    line.setLineWidth(std::max(room, kNarrowestLine));
-    line.setPosition(QPointF(0, top));
-    const bool more = line.textStart() + line.textLength() < shown.size();
-    if (last && more) {
-      fits = false;
-      QString rest = shown.mid(line.textStart());
-      rest.replace(QChar::LineSeparator, QLatin1Char(' '));
-      if (painter != nullptr && room >= kNarrowestLine) {
-        painter->drawText(QRect(0, top, room, line_height),
-                          Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                          fontMetrics().elidedText(rest, Qt::ElideRight, room));
-      }
-      break;
+  Flow flow(*this, painter);
+  for (std::size_t index = 0; index < lines_.size(); ++index) {
+    QString rest;
+    for (std::size_t next = index + 1; next < lines_.size(); ++next) {
+      rest += QLatin1Char(' ') + Joined(lines_[next]);
     }
-    if (painter != nullptr) line.draw(painter, QPointF(0, 0));
-    top += line_height;
+    if (!flow.Place(lines_[index], rest)) return false;
   }
-  layout.endLayout();
-  return fits;
+  return true;
 }
 
 void FittedLabel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  painter.setFont(font());
+  painter.setFont(TextFont());
   painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, foregroundRole()));
   LayOut(&painter);
 }

@@ -3,6 +3,9 @@
 // the whole text as its tooltip. Not for the short captions beside fields.
 
 #include <QLabel>
+#include <vector>
+
+#include "controls/captioned.h"
 
 namespace platform::qt {
 
@@ -10,7 +13,8 @@ namespace platform::qt {
 /// label).
 class FittedLabel final : public QLabel {
  public:
-  explicit FittedLabel(QWidget* parent);
+  /// kText, kTitle or kNamedValues.
+  explicit FittedLabel(QWidget* parent, controls::LabelLook look = controls::LabelLook::kText);
 
   void ShowText(const QString& text);
 
@@ -20,16 +24,33 @@ class FittedLabel final : public QLabel {
   /// True when the text as laid out now is shown whole.
   [[nodiscard]] bool ShowsAll() const { return shows_all_; }
 
+  /// Where the values begin; 0 without names.
+  [[nodiscard]] int ValuesLeft() const;
+
  protected:
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
+  /// A line of the text; without a name it takes the whole width.
+  struct Line {
+    QString name;
+    QString value;
+  };
+  class Flow;
+
+  [[nodiscard]] static QString Joined(const Line& line);
+  [[nodiscard]] QFont TextFont() const;
+  [[nodiscard]] QColor NameColor() const;
+  [[nodiscard]] int RightEnd(int top, int line_height) const;
+  void Split();
   /// Draws with a painter; without one only determines whether everything fits.
   bool LayOut(QPainter* painter) const;
   void Fit();
 
+  const controls::LabelLook look_;
+  std::vector<Line> lines_;
   QRect obstacle_;
   bool shows_all_ = true;
 };

@@ -2,8 +2,10 @@
 // The keys and the lists' menus that a form's inventory names. Not what the controls do, and not the keys
 // that a kind of widget knows by itself.
 
+#include <QObject>
 #include <QShortcut>
 #include <QWidget>
+#include <map>
 
 #include "app/forms/form_control.h"
 #include "platform/qt/message_loop.h"
@@ -11,13 +13,16 @@
 
 namespace platform::qt {
 
-class FormKeys {
+class FormKeys final : public QObject {
  public:
   /// The window is that of the widgets; all outlive the object.
   FormKeys(const app::Inventory& inventory, QWidget& window, const WidgetSet& widgets, QtMessageLoop& loop);
 
   /// For a dialog: clicks the button that has the Escape key, if there is one.
   void PressEscape();
+
+  /// Enter in a field.
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void Bind(const app::FormControl& entry);
@@ -27,6 +32,7 @@ class FormKeys {
   QWidget& window_;
   const WidgetSet& widgets_;
   QtMessageLoop& loop_;
+  std::map<const QObject*, controls::CommandButton*> entered_;
   controls::Subscriptions subscriptions_;
 };
 

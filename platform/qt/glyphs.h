@@ -1,9 +1,9 @@
 #pragma once
 // The small pictures on buttons, drawn as shapes so that they follow palette and scale.
-// Not the station icons.
+// Not the desktop's icons (platform/qt/glyph_pictures.h), and not the station icons.
 
 #include <QColor>
-#include <QRect>
+#include <QRectF>
 
 #include "controls/captioned.h"
 
@@ -11,7 +11,7 @@ class QPainter;
 
 namespace platform::qt {
 
-/// Draws the glyph in the middle of `area`; kNone draws nothing.
-void DrawGlyph(QPainter& painter, controls::Glyph glyph, const QRect& area, const QColor& color);
+/// Draws the glyph into the largest square in the middle of `area`; kNone draws nothing.
+void DrawGlyph(QPainter& painter, controls::Glyph glyph, const QRectF& area, const QColor& color);
 
 }  // namespace platform::qt

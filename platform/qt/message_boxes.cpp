@@ -99,7 +99,11 @@ void QtDialogs::NameButtons(QMessageBox& box) const {
       {QMessageBox::Yes, dialog_texts::kYes},
       {QMessageBox::No, dialog_texts::kNo}};
   for (const auto& [standard, german] : names) {
-    if (QAbstractButton* button = box.button(standard)) button->setText(Translated(german));
+    QAbstractButton* const button = box.button(standard);
+    if (button == nullptr) continue;
+    button->setText(Translated(german));
+    // The toolkit's own pictures fit no desktop's icons and no dark colours.
+    button->setIcon({});
   }
 }
 
@@ -109,7 +113,7 @@ MessageBoxAnswer QtDialogs::MessageBoxW(const Text& text, const Text& caption, s
   AnswerBox box(Owner(), needs_answer);
   box.setTextFormat(Qt::PlainText);
   box.setText(ToQt(text).left(kLongestText));
-  box.setWindowTitle(caption.empty() ? QGuiApplication::applicationDisplayName() : WindowTitle(caption));
+  box.setWindowTitle(caption.empty() ? QCoreApplication::applicationName() : WindowTitle(caption));
   box.setIcon(IconOf(style));
   box.setStandardButtons(buttons);
   NameButtons(box);

@@ -45,7 +45,7 @@ class TextBoxBinding final : public InputBinding {
 };
 
 /// A field with two arrows that shows any text and counts from the number that it begins with.
-class CountingField final : public QAbstractSpinBox {
+class CountingField : public QAbstractSpinBox {
  public:
   explicit CountingField(QWidget* parent);
   [[nodiscard]] QLineEdit& Edit() const { return *lineEdit(); }

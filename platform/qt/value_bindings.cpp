@@ -13,7 +13,7 @@ void ProgressBarBinding::Follow() {
   widget_.SetLevel(range > 0 ? static_cast<double>(bar_.Value() - bar_.Minimum()) / range : 0.0);
 }
 
-ScrollBarBinding::ScrollBarBinding(controls::ScrollBar& bar, QSlider& widget, const TwipScale& scale,
+ScrollBarBinding::ScrollBarBinding(controls::ScrollBar& bar, SliderWidget& widget, const TwipScale& scale,
                                    QtMessageLoop& loop)
     : InputBinding(bar, widget, scale, loop), bar_(bar), widget_(widget) {
   subscriptions_ += bar.Changed.Subscribe([this] { Follow(); });

@@ -2,13 +2,12 @@
 // Binds the controls that show or set a number or a picture: progress bar, scroll bar, image.
 // Not text fields.
 
-#include <QSlider>
-
 #include "controls/value_controls.h"
 #include "platform/qt/icons.h"
 #include "platform/qt/input_binding.h"
 #include "platform/qt/peak_bar.h"
 #include "platform/qt/picture_box.h"
+#include "platform/qt/slider_widget.h"
 
 namespace platform::qt {
 
@@ -24,13 +23,14 @@ class ProgressBarBinding final : public WidgetBinding {
 
 class ScrollBarBinding final : public InputBinding {
  public:
-  ScrollBarBinding(controls::ScrollBar& bar, QSlider& widget, const TwipScale& scale, QtMessageLoop& loop);
+  ScrollBarBinding(controls::ScrollBar& bar, SliderWidget& widget, const TwipScale& scale,
+                   QtMessageLoop& loop);
 
  private:
   void Follow();
   void TakeUsersValue(int value);
   controls::ScrollBar& bar_;
-  QSlider& widget_;
+  SliderWidget& widget_;
   int values_to_come_ = 0;  // which the widget already shows
   bool following_ = false;
 };

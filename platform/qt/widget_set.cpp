@@ -3,6 +3,7 @@
 #include <type_traits>
 
 #include "platform/qt/check_box_widget.h"
+#include "platform/qt/faint_frames.h"
 #include "platform/qt/frame_widget.h"
 #include "platform/qt/key_sequence.h"
 #include "platform/qt/text.h"
@@ -42,7 +43,9 @@ void WidgetSet::Add(controls::Control& control, QWidget* widget, const app::Form
   if (auto* button = qobject_cast<QPushButton*>(widget)) {
     // A dialog's other buttons do not become the one for Enter when they have the keyboard.
     button->setAutoDefault(use.key == controls::kEnterKey || use.key == controls::kEscapeKey);
-    button->setDefault(use.key == controls::kEnterKey);
+    const auto* as_control = app::As<controls::CommandButton>(entry);
+    const bool is_main = as_control != nullptr && as_control->Role() == controls::ButtonRole::kMain;
+    button->setDefault(is_main || use.key == controls::kEnterKey);
   }
   if ((widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus) tab_order_.push_back(widget);
 }
@@ -97,13 +100,9 @@ QWidget* WidgetSet::Make(controls::Label& label, QWidget& parent) {
       return strip;
     }
     case controls::LabelLook::kText:
-    case controls::LabelLook::kBoldText: {
-      auto* text = new FittedLabel(&parent);
-      if (label.Look() == controls::LabelLook::kBoldText) {
-        QFont bold = text->font();
-        bold.setBold(true);
-        text->setFont(bold);
-      }
+    case controls::LabelLook::kTitle:
+    case controls::LabelLook::kNamedValues: {
+      auto* text = new FittedLabel(&parent, label.Look());
       Bind<FittedLabelBinding>(label, text);
       texts_.emplace_back(&label, text);
       return text;
@@ -133,19 +132,19 @@ QWidget* WidgetSet::Make(controls::CheckBox& box, QWidget& parent) {
 }
 
 QWidget* WidgetSet::Make(controls::TextBox& box, QWidget& parent) {
-  auto* widget = new QLineEdit(&parent);
+  auto* widget = new Outlined<QLineEdit>(&parent);
   Bind<TextBoxBinding>(box, widget, loop_);
   return widget;
 }
 
 QWidget* WidgetSet::Make(controls::UpDownTextBox& box, QWidget& parent) {
-  auto* widget = new CountingField(&parent);
+  auto* widget = new Outlined<CountingField>(&parent);
   Bind<UpDownTextBoxBinding>(box, widget, loop_);
   return widget;
 }
 
 QWidget* WidgetSet::Make(controls::ComboBox& box, QWidget& parent) {
-  auto* widget = new QComboBox(&parent);
+  auto* widget = new Outlined<QComboBox>(&parent);
   Bind<ComboBoxBinding>(box, widget, loop_);
   return widget;
 }
@@ -157,7 +156,7 @@ QWidget* WidgetSet::Make(controls::ProgressBar& bar, QWidget& parent) {
 }
 
 QWidget* WidgetSet::Make(controls::ScrollBar& bar, QWidget& parent) {
-  auto* widget = new QSlider(Qt::Horizontal, &parent);
+  auto* widget = new SliderWidget(&parent);
   Bind<ScrollBarBinding>(bar, widget, loop_);
   return widget;
 }

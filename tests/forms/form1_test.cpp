@@ -80,6 +80,31 @@ TEST(Form1Test, ApplyButtonsShowACheckMark) {
   }
 }
 
+TEST(Form1Test, ButtonsCarryTheGlyphsOfWhatTheyDoBeforeTheirCaptions) {
+  using controls::Glyph;
+  const Form1 form;
+  const std::pair<const controls::CommandButton*, Glyph> expected[] = {
+      {&form.Command1, Glyph::kStart},      {&form.Command6, Glyph::kStop},
+      {&form.Command3, Glyph::kList},       {&form.Command2, Glyph::kFind},
+      {&form.Command8[3], Glyph::kDelete},  {&form.Command8[5], Glyph::kRecord},
+      {&form.CommandButton1, Glyph::kSave}, {&form.CommandButton2, Glyph::kAdd},
+      {&form.Command4, Glyph::kExport},     {&form.Command5, Glyph::kImport}};
+  for (const auto& [button, glyph] : expected) {
+    EXPECT_EQ(button->GetGlyph(), glyph);
+    EXPECT_EQ(button->PlaceOfGlyph(), controls::GlyphPlace::kBeforeCaption);
+  }
+}
+
+TEST(Form1Test, StartIsTheMainButtonAndOnlyDeletingWarns) {
+  const Form1 form;
+  for (const FormControl& entry : form.inventory) {
+    const auto* button = As<controls::CommandButton>(entry);
+    if (button == nullptr) continue;
+    EXPECT_EQ(button->Role() == controls::ButtonRole::kMain, button == &form.Command1) << entry.name;
+    EXPECT_EQ(button->Role() == controls::ButtonRole::kDeleting, button == &form.Command8[3]) << entry.name;
+  }
+}
+
 TEST(Form1Test, ToolTipOfTheNumbersButtonIsThatOfTheGenresButton) {
   const Form1 form;
   EXPECT_EQ(form.Command8[0].ToolTip(), u"Genre übernehmen");

@@ -1,6 +1,7 @@
 // What the forms' inventories give a front end: every control, and its role in its window.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <string>
 
@@ -80,6 +81,7 @@ std::vector<std::string> Keys(const Inventory& inventory) {
     if (!key) continue;
     std::string name = key == controls::kEnterKey    ? "Enter"
                        : key == controls::kEscapeKey ? "Escape"
+                       : key == controls::kHelpKey   ? "F1"
                                                      : std::string(1, static_cast<char>(key.character));
     keys.push_back(std::string(entry.name) + (key.with_control ? " Ctrl+" : " ") + name);
   }
@@ -89,11 +91,28 @@ std::vector<std::string> Keys(const Inventory& inventory) {
 TEST(InventoryTest, KeysOfTheWindows) {
   EXPECT_EQ(Keys(Form1().inventory),
             (std::vector<std::string>{"Frame2 Ctrl+F", "UndoDelete Ctrl+Z", "CommandButton1 Ctrl+S",
-                                      "CommandButton2 Ctrl+N"}));
+                                      "CommandButton2 Ctrl+N", "ShowGuide F1"}));
   EXPECT_EQ(Keys(Form2().inventory),
             (std::vector<std::string>{"CommandButton1 Enter", "CommandButton2 Escape"}));
-  EXPECT_EQ(Keys(RecordForm().inventory), (std::vector<std::string>{"start Enter"}))
+  EXPECT_EQ(Keys(RecordForm().inventory), (std::vector<std::string>{"start Enter", "show_guide F1"}))
       << "Escape would end a recording by accident";
+}
+
+TEST(InventoryTest, EnterInAFieldOfTheEditorIsForTheButtonBesideIt) {
+  const Form1 form1;
+  std::vector<std::pair<std::string, const controls::CommandButton*>> entered;
+  for (const FormControl& entry : form1.inventory) {
+    if (entry.use.enter_clicks != nullptr) entered.emplace_back(entry.name, entry.use.enter_clicks);
+  }
+  EXPECT_EQ(entered, (decltype(entered){{"TextBox1_0", &form1.Command8[1]},
+                                        {"TextBox1_1", &form1.Command8[2]},
+                                        {"Combo1", &form1.Command8[4]},
+                                        {"UpDownTextBox1", &form1.Command8[0]}}));
+  for (const auto& [name, button] : entered) {
+    const FormControl& field = *std::find_if(form1.inventory.begin(), form1.inventory.end(),
+                                             [&](const FormControl& one) { return one.name == name; });
+    EXPECT_EQ(button->GetPlace().top, As<controls::Control>(field)->GetPlace().top) << name;
+  }
 }
 
 TEST(InventoryTest, SavingHasItsKeyInAFilterViewTooAndANewStationHasNot) {
@@ -137,8 +156,8 @@ TEST(InventoryTest, DeleteKeyOfEitherListPressesTheButtonThatDeletes) {
 
 TEST(InventoryTest, MainWindowHasASmallestSizeAndTheDialogsHaveTheirsOnly) {
   const Form1 form1;
-  EXPECT_EQ(form1.form.SmallestWidth(), 9900);
-  EXPECT_EQ(form1.form.SmallestHeight(), 7410);
+  EXPECT_EQ(form1.form.SmallestWidth(), 10080);
+  EXPECT_EQ(form1.form.SmallestHeight(), 9180);
   EXPECT_FALSE(form1.form.FixedSize());
   EXPECT_TRUE(Form2().form.FixedSize());
   EXPECT_TRUE(RecordForm().form.FixedSize());

@@ -162,6 +162,17 @@ TEST_F(CaptionedBindings, HidingAFrameHidesItsControls) {
   EXPECT_FALSE(fixture_.Find("CmdInfoClose").isVisible());
 }
 
+TEST_F(CaptionedBindings, BoxOrButtonWithoutALookIsNoWidget) {
+  EXPECT_EQ(form_.TitleNotices.Look(), controls::CheckLook::kNone);
+  for (const char* name : {"TitleNotices", "UndoDelete", "ShowGuide"}) {
+    EXPECT_EQ(fixture_.window->findChild<QWidget*>(QLatin1String(name)), nullptr) << name;
+  }
+  for (const auto* box : fixture_.window->findChildren<QCheckBox*>()) {
+    EXPECT_NE(box->text(), ToQt(form_.TitleNotices.Caption()));
+  }
+  ASSERT_NE(fixture_.window->findChild<QWidget*>(QStringLiteral("Check3")), nullptr) << "others are";
+}
+
 TEST_F(CaptionedBindings, ButtonWhoseCaptionIsTooWideStaysInsideItsPlace) {
   const QRect place = fixture_.Find("Command1").geometry();
   form_.Command1.SetCaption(std::u16string(200, u'W'));

@@ -130,8 +130,8 @@ class Layout : public ::testing::TestWithParam<Case> {};
 TEST_P(Layout, NothingIsCutAndNothingCoversAnything) {
   const WithFontSize font(GetParam().points);
   WindowFixture fixture;
-  fixture.form.Image1.Move({2100, 2100, 1200, 1200});
-  fixture.form.Label3.Move({150, 900, 3300, 1150});
+  fixture.form.Image1.Move({2100, 2700, 1200, 1200});
+  fixture.form.Label3.Move({120, 960, 3210, 1700});
   fixture.form.Frame3.SetVisible(true);
   fixture.form.Label1.SetCaption(u"Pos: 00:12:34 Dauer: 00:03:45");
   fixture.form.StatusLine.SetCaption(u"Gestoppt.");
@@ -144,7 +144,7 @@ TEST_P(Layout, NothingIsCutAndNothingCoversAnything) {
 
 INSTANTIATE_TEST_SUITE_P(Sizes, Layout,
                          ::testing::Values(Case{1000, 700, 9}, Case{1400, 900, 9}, Case{2000, 1200, 9},
-                                           Case{906, 700, 9}, Case{907, 700, 9}, Case{660, 518, 9},
+                                           Case{906, 700, 9}, Case{907, 700, 9}, Case{672, 636, 9},
                                            Case{1400, 900, 10}, Case{1400, 900, 11}, Case{2000, 1200, 14},
                                            Case{1000, 700, 8}, Case{1400, 900, 12}, Case{1500, 1000, 13},
                                            Case{2000, 1200, 15}, Case{2200, 1300, 16}, Case{2400, 1500, 18},

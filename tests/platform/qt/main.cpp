@@ -21,7 +21,7 @@ int main(int count, char** arguments) {
   ::testing::InitGoogleMock(&count, arguments);
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(count, arguments);
-  QApplication::setApplicationDisplayName(QStringLiteral("Funkhausplayer"));
+  QApplication::setApplicationName(QStringLiteral("Funkhausplayer"));
   ::testing::UnitTest::GetInstance()->listeners().Append(new FreshEventLoops);
   return RUN_ALL_TESTS();
 }

@@ -48,16 +48,16 @@ TEST_F(StatusStripTest, FollowsTheWindowsSize) {
   fixture_.window->resize(1200, 800);
   ASSERT_TRUE(WaitFor([&] { return strip_.geometry().bottom() == 799; }));
   EXPECT_EQ(strip_.width(), 1200);
-  fixture_.form.form.Resize(15000, 9000);
-  EXPECT_EQ(fixture_.window->size(), QSize(1000, 600 + strip_.height()));
-  EXPECT_EQ(strip_.y(), 600);
+  fixture_.form.form.Resize(15000, 9300);
+  EXPECT_EQ(fixture_.window->size(), QSize(1000, 620 + strip_.height()));
+  EXPECT_EQ(strip_.y(), 620);
 }
 
 TEST_F(StatusStripTest, WindowOpensAtTheInnerSizeAndTheStripAndIsNeverSmallerThanBothNeed) {
-  EXPECT_EQ(fixture_.window->minimumHeight(), 7410 / 15 + strip_.height());
-  fixture_.form.form.Resize(10500, 7500);
+  EXPECT_EQ(fixture_.window->minimumHeight(), 9180 / 15 + strip_.height());
+  fixture_.form.form.Resize(10500, 9300);
   fixture_.window->Open();
-  EXPECT_EQ(fixture_.window->size(), QSize(700, 500 + strip_.height()));
+  EXPECT_EQ(fixture_.window->size(), QSize(700, 620 + strip_.height()));
 }
 
 TEST_F(StatusStripTest, SentenceThatIsTooLongEndsInDotsAndIsTheToolTip) {
