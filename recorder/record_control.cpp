@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "app/state/status_sentences.h"
 #include "app/text/text_helpers.h"
 #include "recorder/music_folder.h"
 #include "recorder/status_texts.h"
@@ -11,15 +12,12 @@ namespace recorder {
 using platform::Text;
 
 RecordControl::RecordControl(app::RecordForm& form, StationRecording& recording, platform::Files& files,
-                             platform::Shell& shell, Text folder_address)
-    : form_(form),
-      recording_(recording),
-      files_(files),
-      shell_(shell),
-      folder_address_(std::move(folder_address)) {
+                             platform::Shell& shell, Addresses addresses)
+    : form_(form), recording_(recording), files_(files), shell_(shell), addresses_(std::move(addresses)) {
   subscriptions_ += form_.start.Clicked.Subscribe([this] { Record(); });
   subscriptions_ += form_.stop.Clicked.Subscribe([this] { recording_.Stop(); });
   subscriptions_ += form_.open_folder.Clicked.Subscribe([this] { OpenFolder(); });
+  subscriptions_ += form_.show_guide.Clicked.Subscribe([this] { ShowGuide(); });
   subscriptions_ += form_.address.TextChanged.Subscribe([this] { Show(); });
   subscriptions_ += form_.form.Unloaded.Subscribe([this] { recording_.Stop(); });
   subscriptions_ += recording_.Changed.Subscribe([this] { Show(); });
@@ -39,7 +37,14 @@ void RecordControl::Record() {
 
 void RecordControl::OpenFolder() {
   if (!MakeFolder(files_, recording_.Folder())) return;
-  shell_.ShellExecuteW(0, u"open", folder_address_, u"", u"", platform::kSwShowNormal);
+  shell_.ShellExecuteW(0, u"open", addresses_.folder, u"", u"", platform::kSwShowNormal);
+}
+
+/// A failure stands in place of the recording's state until that changes.
+void RecordControl::ShowGuide() {
+  if (addresses_.guide.empty()) return form_.state.SetCaption(Text(app::sentences::kNoGuide));
+  const bool opened = shell_.ShellExecuteW(0, u"open", addresses_.guide, u"", u"", platform::kSwShowNormal);
+  if (!opened) form_.state.SetCaption(u"Das Handbuch ließ sich nicht öffnen: " + addresses_.guide);
 }
 
 void RecordControl::Show() {

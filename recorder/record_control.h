@@ -12,9 +12,15 @@ namespace recorder {
 /// Closing the form ends the recording; Start then returns, and starts nothing more.
 class RecordControl {
  public:
-  /// `folder_address` is the "file" address of the recording's folder. All outlive the object.
+  /// By which the desktop opens them.
+  struct Addresses {
+    platform::Text folder;  ///< of the recordings
+    platform::Text guide;   ///< the user's guide; empty when there is none
+  };
+
+  /// The others outlive the object.
   RecordControl(app::RecordForm& form, StationRecording& recording, platform::Files& files,
-                platform::Shell& shell, platform::Text folder_address);
+                platform::Shell& shell, Addresses addresses);
 
   /// Records this link as if the user had typed it; returns when the recording has ended.
   void Start(const platform::Text& link);
@@ -22,13 +28,14 @@ class RecordControl {
  private:
   void Record();
   void OpenFolder();
+  void ShowGuide();
   void Show();
 
   app::RecordForm& form_;
   StationRecording& recording_;
   platform::Files& files_;
   platform::Shell& shell_;
-  const platform::Text folder_address_;
+  const Addresses addresses_;
   controls::Subscriptions subscriptions_;
 };
 

@@ -17,7 +17,9 @@ Desktop::Desktop(const Foundation& base, Playing& playing)
                   playing.mark, base.form.tmPlay, base.form.form),
       title_notice({.form = base.form.form, .TitleNotices = base.form.TitleNotices},
                    {.notifications = base.platform.desktop.notifications, .files = base.platform.files},
-                   track, playing.mark) {}
+                   track, playing.mark),
+      users_guide(base.form.ShowGuide, base.platform.shell, playing.status_line,
+                  base.platform.guide_address) {}
 
 void Desktop::Appear(const Foundation& base) {
   const platform::Text station_file = base.settings.SettingsFolder + base.settings.StationFileName;

@@ -57,6 +57,7 @@ struct Platform {
   platform::Clock& clock;
   platform::PlaybackMonitor& playback_monitor;
   DesktopPorts desktop;
+  platform::Text guide_address = {};  ///< of the user's guide; empty when there is none
 };
 
 }  // namespace window

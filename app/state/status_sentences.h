@@ -58,6 +58,8 @@ inline constexpr TextView kNoAddress = u"Zu „%1“ gibt es keine Adresse.";
 inline constexpr TextView kNoMixer = u"Es ließ sich kein Lautstärkemixer öffnen.";
 inline constexpr TextView kNoDirectory = u"Das Senderverzeichnis ließ sich nicht öffnen: %1";
 inline constexpr TextView kNoRecorder = u"Das Aufnahme-Tool OZRecordFunkhaus ließ sich nicht starten.";
+inline constexpr TextView kNoGuide = u"Das Handbuch (handbuch.md) ist nicht installiert.";
+inline constexpr TextView kGuideNotOpened = u"Das Handbuch ließ sich nicht öffnen: %1";             // address
 inline constexpr TextView kNotWritten = u"Nicht gespeichert: %1 konnte nicht geschrieben werden.";  // path
 inline constexpr TextView kNotDeleted =
     u"Nicht gelöscht: %1 konnte nicht geschrieben werden. Der Eintrag erscheint wieder.";  // path
@@ -117,6 +119,8 @@ inline constexpr std::array kAll = {kResolving,
                                     kNoMixer,
                                     kNoDirectory,
                                     kNoRecorder,
+                                    kNoGuide,
+                                    kGuideNotOpened,
                                     kBadAddress,
                                     kUnknownHost,
                                     kNoAnswer,

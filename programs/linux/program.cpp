@@ -21,6 +21,7 @@
 #include "platform/ini/private_profile.h"
 #include "platform/posix/clock.h"
 #include "platform/posix/environment.h"
+#include "platform/posix/file_address.h"
 #include "platform/posix/files.h"
 #include "platform/posix/native_paths.h"
 #include "platform/posix/profile_files.h"
@@ -28,6 +29,7 @@
 #include "platform/posix/record_files.h"
 #include "platform/posix/shell.h"
 #include "platform/posix/system_messages.h"
+#include "platform/posix/users_guide.h"
 #include "platform/qt/clipboard.h"
 #include "platform/qt/close_requests.h"
 #include "platform/qt/desktop_colors.h"
@@ -53,8 +55,8 @@ void LeaveOnFatalMessage(QtMsgType type, const QMessageLogContext& /*context*/, 
 }
 
 std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv) {
-  QApplication::setApplicationName(QStringLiteral("funkhausplayer"));
-  QApplication::setApplicationDisplayName(QStringLiteral("Funkhausplayer"));
+  // Not a display name: the toolkit would append it to the title of every window.
+  QApplication::setApplicationName(QStringLiteral("Funkhausplayer"));
   QApplication::setDesktopFileName(QStringLiteral("funkhausplayer"));
   // The window's pictures are small bars, many times a second. Through shared memory each would cost an
   // answer from the X server and two wake-ups; sent directly they cost less. Does nothing on other displays.
@@ -97,6 +99,11 @@ struct Program::Parts {
     return QFile::decodeName(QByteArray::fromStdString(file));
   }
 
+  [[nodiscard]] platform::Text Guide() {
+    const std::string guide = platform::posix::UsersGuide(plain_paths.ToNative(environment.ProgramFolder()));
+    return guide.empty() ? platform::Text() : platform::posix::FileAddress(guide);
+  }
+
   std::unique_ptr<QApplication> application;
   platform::qt::FontsAhead fonts_ahead;
   platform::qt::DesktopColors desktop_colors;
@@ -130,10 +137,10 @@ struct Program::Parts {
   platform::desktop::BusNotifications notifications{platform::qt::DesktopColors::SessionBus()};
   window::DesktopPorts desktop{media_controls, sleep_inhibitor, notifications, turns};
   window::MainWindow logic{
-      window::Platform{profile,         files,           record_files, environment, conversion,
-                       string_order,    icons,           internet,     requests,    media,
-                       media,           property_values, dialogs,      shell,       clipboard,
-                       system_messages, message_loop,    clock,        media,       desktop},
+      window::Platform{profile, files,    record_files, environment,     conversion,   string_order,
+                       icons,   internet, requests,     media,           media,        property_values,
+                       dialogs, shell,    clipboard,    system_messages, message_loop, clock,
+                       media,   desktop,  Guide()},
       [this](app::Form2& form) { ShowNewStation(form); }};
   std::unique_ptr<platform::qt::ToolkitTexts> toolkit_texts;
   std::unique_ptr<platform::qt::PlayerWindow> window;

@@ -16,13 +16,14 @@
 #include "platform/icu/text_conversion.h"
 #include "platform/posix/clock.h"
 #include "platform/posix/environment.h"
+#include "platform/posix/file_address.h"
 #include "platform/posix/files.h"
-#include "platform/posix/folder_address.h"
 #include "platform/posix/native_paths.h"
 #include "platform/posix/record_files.h"
 #include "platform/posix/shell.h"
 #include "platform/posix/terminal_loop.h"
 #include "platform/posix/trial.h"
+#include "platform/posix/users_guide.h"
 #include "platform/qt/close_requests.h"
 #include "platform/qt/desktop_colors.h"
 #include "platform/qt/icons.h"
@@ -120,9 +121,12 @@ int RunInWindow(int& argc, char** argv, const std::string& link) {
   Tool tool(loop);
   const platform::qt::QtIcons icons(tool.paths);
   app::RecordForm form;
+  const std::string guide =
+      platform::posix::UsersGuide(tool.paths.ToNative(tool.environment.ProgramFolder()));
   recorder::RecordControl control(
       form, tool.recording, tool.files, tool.shell,
-      platform::posix::FolderAddress(tool.paths.ToNative(tool.recording.Folder())));
+      {.folder = platform::posix::FileAddress(tool.paths.ToNative(tool.recording.Folder())),
+       .guide = guide.empty() ? Text() : platform::posix::FileAddress(guide)});
   platform::qt::RecordWindow window(form, icons, loop);
   const platform::qt::CloseRequests close_requests(form.form, loop);
   window.show();

@@ -174,5 +174,16 @@ TEST_F(LanguageProgram, LanguageFileOfTheUsersDataFolderWins) {
   EXPECT_EQ(Find<QAbstractButton>("CommandButton1").text(), "Keep it");
 }
 
+class TitlesProgram : public ProgramRig {};
+
+TEST_F(TitlesProgram, ProgramHasNoNameThatTheToolkitAppendsToTitles) {
+  Start(kOneStation);
+  EXPECT_EQ(QApplication::applicationName(), "Funkhausplayer");
+  // Without a name for titles the toolkit knows the program by the other one only.
+  QApplication::setApplicationName(QStringLiteral("Probe"));
+  EXPECT_EQ(QApplication::applicationDisplayName(), "Probe");
+  QApplication::setApplicationName(QStringLiteral("Funkhausplayer"));
+}
+
 }  // namespace
 }  // namespace program_test

@@ -15,7 +15,11 @@ class Window : public testing::Test {
   RecorderRig rig_;
   app::RecordForm form_;
   test_support::FakeShell shell_;
-  RecordControl control_{form_, rig_.recording, rig_.files, shell_, u"file:///musik"};
+  RecordControl control_{form_,
+                         rig_.recording,
+                         rig_.files,
+                         shell_,
+                         {.folder = u"file:///musik", .guide = u"file:///handbuch.md"}};
 };
 
 TEST_F(Window, AsksForAnAddressFirst) {
@@ -45,6 +49,27 @@ TEST_F(Window, ALineEndThatCameAlongWithTheAddressIsNoPartOfIt) {
                                                                         test_support::Ascii(kLink) + ", ")));
   EXPECT_THAT(rig_.requests.calls, testing::Contains("Open(GET, " + test_support::Ascii(kLink) + ", True)"));
   EXPECT_EQ(form_.state.Caption(), u"Aufnahme beendet");
+}
+
+TEST_F(Window, GuideIsOpenedByTheDesktop) {
+  form_.show_guide.Click();
+  ASSERT_EQ(shell_.launches.size(), 1U);
+  EXPECT_EQ(shell_.launches[0].file, u"file:///handbuch.md");
+  EXPECT_EQ(form_.state.Caption(), u"Bereit");
+}
+
+TEST_F(Window, GuideThatIsMissingOrCannotBeOpenedIsReported) {
+  shell_.starts = false;
+  form_.show_guide.Click();
+  EXPECT_EQ(form_.state.Caption(), u"Das Handbuch ließ sich nicht öffnen: file:///handbuch.md");
+  form_.address.SetText(kLink);
+  EXPECT_EQ(form_.state.Caption(), u"Bereit") << "until the state is shown again";
+  shell_.launches.clear();
+  app::RecordForm form;
+  const RecordControl without(form, rig_.recording, rig_.files, shell_, {.folder = u"", .guide = u""});
+  form.show_guide.Click();
+  EXPECT_EQ(form.state.Caption(), u"Das Handbuch (handbuch.md) ist nicht installiert.");
+  EXPECT_TRUE(shell_.launches.empty());
 }
 
 TEST_F(Window, StopEndsAWait) {

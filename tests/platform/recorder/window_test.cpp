@@ -16,8 +16,8 @@
 #include "platform/icu/text_conversion.h"
 #include "platform/posix/clock.h"
 #include "platform/posix/environment.h"
+#include "platform/posix/file_address.h"
 #include "platform/posix/files.h"
-#include "platform/posix/folder_address.h"
 #include "platform/posix/native_paths.h"
 #include "platform/posix/record_files.h"
 #include "platform/posix/shell.h"
@@ -111,7 +111,8 @@ class Window : public Surrounded {
       paths_.FromNative(Folder())};
   platform::qt::QtIcons icons_{paths_};
   app::RecordForm form_;
-  RecordControl control_{form_, recording_, files_, shell_, platform::posix::FolderAddress(Folder())};
+  RecordControl control_{
+      form_, recording_, files_, shell_, {.folder = platform::posix::FileAddress(Folder()), .guide = {}}};
   platform::qt::RecordWindow window_{form_, icons_, loop_};
 };
 

@@ -1,10 +1,10 @@
-#include "platform/posix/folder_address.h"
+#include "platform/posix/file_address.h"
 
 #include <string_view>
 
 namespace platform::posix {
 
-Text FolderAddress(const std::string& native) {
+Text FileAddress(const std::string& native) {
   constexpr TextView kDigits = u"0123456789ABCDEF";
   constexpr std::string_view kPlain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
   Text address = u"file://";
