@@ -11,9 +11,9 @@ import time
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "demo"))
 import peers  # noqa: E402
-from demo import Station, write_catalogue  # noqa: E402
 from desktop import Children, Failure, Hands, NullSink, start_screen, visible_windows, wait_for  # noqa: E402
 from report import Report  # noqa: E402
+from stations import Station, write_catalogue  # noqa: E402
 
 NAME = "Radio Messung"
 AUDIBLE = -50.0  # dB; the station's loop is played at about -18 dB

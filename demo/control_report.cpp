@@ -3,12 +3,16 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QDialog>
+#include <QIcon>
 #include <QMessageBox>
+#include <QPalette>
 #include <QPushButton>
 #include <QSaveFile>
 #include <QStringList>
 #include <QVariant>
 #include <utility>
+
+#include "platform/qt/desktop_colors.h"
 
 namespace demo {
 namespace {
@@ -101,10 +105,33 @@ void ControlReport::WriteIfChanged() {
 
 namespace {
 
+/// White on black, as desktops have it for those who see badly.
+QPalette ContrastPalette() {
+  QPalette palette(Qt::black, Qt::black);
+  constexpr QRgb kHighlight = 0xff1aebff;
+  for (const auto role : {QPalette::Light, QPalette::Midlight, QPalette::Mid, QPalette::Dark}) {
+    palette.setColor(role, Qt::white);
+  }
+  palette.setColor(QPalette::Highlight, QColor::fromRgb(kHighlight));
+  palette.setColor(QPalette::HighlightedText, Qt::black);
+  return palette;
+}
+
+/// Colours and icons that a desktop would give the program.
+void TakeDesktopsLook() {
+  const QString colors = qEnvironmentVariable("FUNKHAUS_DEMO_COLORS");
+  if (colors == QLatin1String("dark")) QApplication::setPalette(platform::qt::DesktopColors::DarkPalette());
+  if (colors == QLatin1String("contrast")) QApplication::setPalette(ContrastPalette());
+  const QString icons = qEnvironmentVariable("FUNKHAUS_DEMO_ICONS");
+  if (!icons.isEmpty()) QIcon::setThemeName(icons);
+}
+
 /// Runs when the program makes its QApplication, so the program needs no knowledge of the report.
 void StartControlReport() {
   const QString path = qEnvironmentVariable("FUNKHAUS_DEMO_REPORT");
   if (!path.isEmpty()) new demo::ControlReport(path, QCoreApplication::instance());
+  // The application's own colours come later than this.
+  QTimer::singleShot(0, QCoreApplication::instance(), &TakeDesktopsLook);
 }
 
 }  // namespace

@@ -17,6 +17,9 @@ namespace demo {
 /// as "\n" and its backslashes as "\\". Rows of a list follow as "LIST[0]", "LIST[1]" ... with their columns
 /// separated by " | "; only visible rows are reported. A window is "window", a message box "box", its buttons
 /// "box[0]", "box[1]" ..., another dialog "dialog" and what is in it "dialog.NAME".
+///
+/// Whoever carries this also takes colours ("dark", "contrast") from FUNKHAUS_DEMO_COLORS and the name of a
+/// theme of icons from FUNKHAUS_DEMO_ICONS, which a desktop would give otherwise.
 class ControlReport : public QObject {
  public:
   ControlReport(QString path, QObject* parent);

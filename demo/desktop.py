@@ -140,6 +140,10 @@ class Hands:
     def click(self, x, y, times=1):
         self._work("mousemove", "--sync", str(x), str(y), "click", "--repeat", str(times), "--delay", "60", "1")
 
+    def rest(self):
+        """Takes the pointer out of the way, into the screen's last corner."""
+        self._work("mousemove", "--sync", "99999", "99999")
+
     def press_keys(self, *keys):
         self._work("key", "--delay", "40", *keys)
 
@@ -164,8 +168,15 @@ def visible_windows(display, process_id):
     return sorted(map(int, search.stdout.split()))
 
 
-def screenshot(display, path):
-    subprocess.run(["import", "-display", display, "-window", "root", str(path)], check=True)
+def resize_window(display, process_id, width, height):
+    """Gives the main window of a process another size, in pixels of the screen."""
+    window = visible_windows(display, process_id)[0]
+    subprocess.run(["xdotool", "windowsize", str(window), str(width), str(height)], check=True,
+                   env={**os.environ, "DISPLAY": display})
+
+
+def screenshot(display, path, window="root"):
+    subprocess.run(["import", "-display", display, "-window", str(window), str(path)], check=True)
 
 
 def close_window(display, process_id):

@@ -1,7 +1,8 @@
 // The radio station of the demonstration: plays an MP3 loop on 127.0.0.1 until it is asked to end.
 //
-//   demo_station LOOP.mp3 [PORT]
+//   demo_station LOOP.mp3 [PORT [NAME GENRE URL TITLE...]]
 //
+// The port 0 is any that is free.
 // Prints "port N" first, then a line for every request, every title that a listener is sent and every
 // listener that leaves. Ends on SIGTERM or SIGINT, and when its standard input ends, which is what happens to
 // a pipe when the program that holds its other end is gone.
@@ -11,6 +12,7 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdint>
@@ -18,6 +20,7 @@
 #include <exception>
 #include <fstream>
 #include <optional>
+#include <span>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -64,12 +67,13 @@ void WaitForTheEnd(int signals) {
   }
 }
 
-test_support::IcyStation::Settings Programme() {
+/// What the station is and sends, by the words after the port.
+test_support::IcyStation::Settings Programme(std::span<const char* const> words) {
   test_support::IcyStation::Settings settings;
-  settings.name = "Radio Lichtung";
-  settings.genre = "Pop & Hits";
-  settings.titles = {"Die Lichtung - Morgenlicht über dem Fluss", "Die Lichtung - Grüne Wege",
-                     "Die Lichtung - Später Sommer"};
+  settings.name = words.empty() ? "Radio Lichtung" : words[0];
+  settings.genre = words.size() < 2 ? "Pop & Hits" : words[1];
+  if (words.size() > 2) settings.url = words[2];
+  if (words.size() > 3) settings.titles.assign(words.begin() + 3, words.end());
   settings.title_time = std::chrono::seconds(15);
   settings.log = [](const std::string& line) {
     std::puts(line.c_str());
@@ -78,14 +82,14 @@ test_support::IcyStation::Settings Programme() {
   return settings;
 }
 
-int Run(const char* file, std::uint16_t port) {
+int Run(const char* file, std::uint16_t port, std::span<const char* const> programme) {
   const int signals = OpenEndingSignals();
   const auto music = ReadFile(file);
   if (!music) {
     std::fprintf(stderr, "demo_station: cannot read %s\n", file);
     return 1;
   }
-  test_support::IcyStation station(test_support::Mp3Loop(*music), Programme(), port);
+  test_support::IcyStation station(test_support::Mp3Loop(*music), Programme(programme), port);
   station.Start();
   std::printf("port %d\n", station.Port());
   std::fflush(stdout);
@@ -96,15 +100,16 @@ int Run(const char* file, std::uint16_t port) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const auto port = argc == 3 ? ParsePort(argv[2]) : std::uint16_t{0};
-  if (argc < 2 || argc > 3 || !port) {
-    std::fprintf(stderr, "usage: demo_station LOOP.mp3 [PORT]\n");
+  const auto words = std::span<const char* const>(argv, static_cast<std::size_t>(argc));
+  const auto port = words.size() >= 3 ? ParsePort(words[2]) : std::uint16_t{0};
+  if (words.size() < 2 || !port) {
+    std::fprintf(stderr, "usage: demo_station LOOP.mp3 [PORT [NAME GENRE URL TITLE...]]\n");
     return 2;
   }
   // The reader of the lines may leave before the station does.
   signal(SIGPIPE, SIG_IGN);
   try {
-    return Run(argv[1], *port);
+    return Run(words[1], *port, words.subspan(std::min<std::size_t>(words.size(), 3)));
   } catch (const std::exception& error) {
     std::fprintf(stderr, "demo_station: %s\n", error.what());
     return 1;

@@ -20,9 +20,9 @@ import tempfile
 REPOSITORY = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(REPOSITORY / "demo"))
 
-from demo import Station, write_catalogue  # noqa: E402
 from desktop import (Children, Failure, Hands, NullSink, close_window, screenshot, start_screen,  # noqa: E402
                      visible_windows, wait_for)
+from stations import Station, write_catalogue  # noqa: E402
 from visitor import AUDIBLE, SILENT  # noqa: E402
 
 PACKAGE = "funkhausplayer"

@@ -1,9 +1,9 @@
 # The Debian 12 packages that the scripts install, by purpose. Sourced by scripts/lib.sh.
 # shellcheck shell=bash disable=SC2034
 
-# To run the program. ca-certificates must be named because nothing below brings it along; fonts-dejavu-core
-# gives the window a font with umlauts on a machine that has none. Without qt6-wayland the window opens on a Wayland
-# desktop only where that runs an X server as well.
+# To run the program. ca-certificates must be named because nothing below brings it along; fonts-dejavu-core gives the
+# window a font with umlauts on a machine that has none, and libqt6svg6 reads the icons of most themes. Without
+# qt6-wayland the window opens on a Wayland desktop only where that runs an X server as well.
 packages_run=(
     ca-certificates
     fonts-dejavu-core
@@ -15,6 +15,7 @@ packages_run=(
     libicu72
     libxcb1
     libqt6dbus6
+    libqt6svg6
     libqt6widgets6
     qt6-translations-l10n
     qt6-wayland
@@ -71,6 +72,12 @@ packages_soak=(
     libx11-6
     libxtst6
     mount
+)
+
+# To make the documents' pictures small.
+packages_pictures=(
+    optipng
+    pngquant
 )
 
 # For the checks round the tests: the second compiler, its run-time library for fuzzing, the formatter, the linter;
