@@ -22,11 +22,12 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 # Plugins, certificates and libcurl, which is loaded when it is needed, cannot be found in the programs. Of the
-# recommended ones "bad" has AAC and HLS.
+# recommended ones "bad" has AAC and HLS; "svg" reads the icons of
+# most themes.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
     "ca-certificates, gstreamer1.0-plugins-base, gstreamer1.0-plugins-good, libcurl4 (>= 7.85)")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-    "gstreamer1.0-alsa, gstreamer1.0-plugins-bad, qt6-translations-l10n, qt6-wayland")
+    "gstreamer1.0-alsa, gstreamer1.0-plugins-bad, libqt6svg6, qt6-translations-l10n, qt6-wayland")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "gstreamer1.0-libav")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "internet radio player with a catalogue of stations")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "A window, in German or English, for a catalogue of radio stations: browse and
