@@ -26,9 +26,9 @@ constexpr int kPanelWidth = kColumns.back() + kButtonWidth + 90;
 // The editor in the first three columns: captions, fields, buttons after the fields.
 constexpr int kCaptionWidth = 8 * kGrid;
 constexpr int kFieldLeft = kCaptionWidth + kGrid;
-constexpr int kTakeOverWidth = 4 * kGrid;
-constexpr int kTakeOverLeft = kColumns[2] + kButtonWidth - kTakeOverWidth;
-constexpr int kFieldWidth = kTakeOverLeft - kGrid - kFieldLeft;
+constexpr int kApplyWidth = 4 * kGrid;
+constexpr int kApplyLeft = kColumns[2] + kButtonWidth - kApplyWidth;
+constexpr int kFieldWidth = kApplyLeft - kGrid - kFieldLeft;
 // The list's left edge, which is that of everything below it.
 constexpr int kListEdge = 105;
 // The information panel: it stands 30 above the bars and ends where they do, and where the list ends at the
@@ -151,7 +151,7 @@ void Form1::MakeVolume() {
   Command7.SetCaption(u"8");
   Command7.SetGlyph(Glyph::kLoudspeaker);
   Command7.SetToolTip(u"Lautstärkeregelung");
-  Command7.Move({35 * kGrid, 0, kTakeOverWidth, kRowHeight});
+  Command7.Move({35 * kGrid, 0, kApplyWidth, kRowHeight});
 }
 
 void Form1::MakeEditor() {
@@ -192,12 +192,12 @@ void Form1::MakeEditorButtons() {
   Add({{"Command8_3", &Command8[3], &Frame1, {.menu = MenuEntry::kDeleteRow}},
        {"UndoDelete", &UndoDelete, &Frame1, {.key = controls::WithControl(u'Z'), .menu = MenuEntry::kClick}},
        {"Command8_5", &Command8[5], &Frame1}});
-  constexpr std::array<std::size_t, 4> kTakeOver = {1, 2, 4, 0};
-  for (std::size_t row = 0; row < kTakeOver.size(); ++row) {
-    controls::CommandButton& button = Command8[kTakeOver[row]];
+  constexpr std::array<std::size_t, 4> kApply = {1, 2, 4, 0};
+  for (std::size_t row = 0; row < kApply.size(); ++row) {
+    controls::CommandButton& button = Command8[kApply[row]];
     button.SetCaption(u"a");
     button.SetGlyph(Glyph::kCheckMark);
-    button.Move({kTakeOverLeft, kRows[2 + row], kTakeOverWidth, kRowHeight});
+    button.Move({kApplyLeft, kRows[2 + row], kApplyWidth, kRowHeight});
   }
   Command8[0].SetToolTip(u"Genre übernehmen");
   Command8[1].SetToolTip(u"Alles übernehmen");
