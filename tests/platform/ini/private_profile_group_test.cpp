@@ -40,7 +40,10 @@ TEST_F(PrivateProfileGroup, OnlyTheOutermostEndWrites) {
   EXPECT_TRUE(profile.EndWriteGroup());
   EXPECT_EQ(Bytes(), "[a]\r\nk=1\r\n");
   EXPECT_TRUE(profile.EndWriteGroup()) << "one end too many does nothing";
+  WriteGroup next(profile);
   EXPECT_TRUE(Write(u"a", u"k", u"2"));
+  EXPECT_EQ(Bytes(), "[a]\r\nk=1\r\n");
+  EXPECT_TRUE(next.End());
   EXPECT_EQ(Bytes(), "[a]\r\nk=2\r\n");
 }
 
