@@ -74,7 +74,6 @@ void RemoteControl::Bind(ListView& list) {
   subscriptions_ += list.RowsReset.Subscribe([this] { Publish(); });
   subscriptions_ += list.RowRemoved.Subscribe([this](std::size_t) { Publish(); });
   subscriptions_ += list.Changed.Subscribe([this] { Publish(); });
-  subscriptions_ += list.SelectionChanged.Subscribe([this] { Publish(); });
 }
 
 void RemoteControl::Withdraw() {
