@@ -253,12 +253,23 @@ TEST_F(StationViewsTest, BoxesAreUncheckedBeforeTheRememberedRowIsSelectedAgain)
   SymbolListview.Select(RowNamed(SymbolListview, u"A"));
   Check3.Click();
   std::vector<bool> checked;
-  const auto selected = SymbolListview.SelectionChanged.Subscribe(
-      [&] { checked.push_back(Check1.Checked() || Check3.Checked()); });
-  Check3.SetValue(controls::CheckValue::kUnchecked);
+  const auto selected = SymbolListview.SelectionChanged.Subscribe([&] {
+    const bool is_selected = SymbolListview.SelectedRow() != controls::RowId::kNone;
+    if (is_selected) checked.push_back(Check1.Checked() || Check3.Checked());
+  });
   views.LeaveFilter(StationViews::Selection::kRemembered);
   EXPECT_FALSE(checked.empty());
   for (const bool one : checked) EXPECT_FALSE(one);
+}
+
+TEST_F(StationViewsTest, LeavingTheFilterForAnotherRowDoesNotSelectTheRememberedOne) {
+  AddStation(u"A", u"Rock", u"http://a", u"1");
+  store.LoadStations(u"");
+  SymbolListview.Select(RowNamed(SymbolListview, u"A"));
+  Check3.Click();
+  views.LeaveFilter(StationViews::Selection::kNone);
+  EXPECT_EQ(SymbolListview.SelectedRow(), controls::RowId::kNone);
+  EXPECT_TRUE(SymbolListview.Visible());
 }
 
 TEST_F(StationViewsTest, LeavingTheFilterDoesNothingInTheFullList) {
