@@ -20,6 +20,7 @@ ROUGH_KEYS = GENTLE_KEYS + ("Return", "space", "Delete", "ctrl+z", "ctrl+n", "Ta
                             "ctrl+a", "ctrl+v", "ctrl+c", "Left", "Right", "F10", "alt+Down")
 MEDIA = ("PlayPause", "Play", "Stop", "Pause", "Next", "Previous")
 WORDS = ("Radio", "Welle 7", "http://127.0.0.1:9/x", "a=b", "[x]", ";", "Rock", "99999999999", "-1", "x" * 200)
+MENU_LIMIT = 6.0  # seconds; longer than any wait in which the window is deaf
 INPUT_LIMIT = 20.0  # seconds until the window does what a key asks for
 
 
@@ -183,8 +184,15 @@ class User:
         return "row: double click"
 
     def _menu_of_row(self):
+        """A gentle user looks at the menu first: a click that is meant for the list could delete an entry there."""
+        if not self.rough and self.dialog(self.windows()):
+            return self._choose_row()
         self.screen.click(*self._row_place(), button=RIGHT)
-        time.sleep(0.05)
+        end = time.monotonic() + (0.05 if self.rough else MENU_LIMIT)
+        while time.monotonic() < end and not self.menu(self.windows()):
+            time.sleep(0.01)
+        if not self.rough:
+            self.screen.key("Escape")
         return "row: menu"
 
     def _wheel(self):

@@ -9,12 +9,14 @@
 namespace app {
 namespace {
 
-TEST(StationFilePlace, IsInTheSettingsFolderWhichIsMade) {
+TEST(PlacesOfStationFile, AreInTheSettingsFolderWhichIsMade) {
   test_support::RecordingProfile profile;
   test_support::MemoryFiles files;
   test_support::FakeEnvironment environment;
   environment.variables[u"APPDATA"] = u"C:\\Daten";
-  EXPECT_EQ(StationFilePlace(profile, files, environment), u"C:\\Daten\\Ordnerzentrale\\Funkhaus.ini");
+  const StationFilePlaces places = PlacesOfStationFile(profile, files, environment);
+  EXPECT_EQ(places.station_file, u"C:\\Daten\\Ordnerzentrale\\Funkhaus.ini");
+  EXPECT_EQ(places.option_file, u"C:\\Daten\\Ordnerzentrale\\Opt.ini");
   EXPECT_FALSE(files.created_folders.empty());
 }
 

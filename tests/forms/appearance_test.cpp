@@ -85,8 +85,8 @@ TEST(AppearanceTest, PanelsHaveNoBorderButTheList) {
 
 TEST(AppearanceTest, TextsOfAnyLengthAreWrapped) {
   const Form1 form1;
-  EXPECT_EQ(form1.Label3.Look(), LabelLook::kText);
-  EXPECT_EQ(form1.Label4.Look(), LabelLook::kBoldText);
+  EXPECT_EQ(form1.Label3.Look(), LabelLook::kNamedValues);
+  EXPECT_EQ(form1.Label4.Look(), LabelLook::kTitle);
   EXPECT_EQ(Form2().Label1.Look(), LabelLook::kText);
   const RecordForm record;
   for (const controls::Label* label :
