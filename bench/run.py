@@ -23,7 +23,7 @@ WHATS = {
     "recording": "the recording tool's speed",
     "titles": "the run over all titles",
     "catalogue": "loading, saving, sorting, importing",
-    "deafness": "how long a silent server makes the window deaf",
+    "frozen": "how long a silent server freezes the window",
 }
 
 

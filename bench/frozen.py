@@ -1,9 +1,9 @@
-"""How long the window takes no input while a station is selected whose server accepts and never answers.
+"""How long the window is frozen while a station is selected whose server accepts and never answers.
 
 First a station with titles is selected and polling is switched on (right click on "Alle Titel anzeigen"), then the
-silent one. From that click on the mute box is clicked again and again: the window is deaf from a click to the moment
-at which the box on the screen looks different, when that takes longer than DEAF. A wait that only paints does not
-change the box."""
+silent one. From that click on the mute box is clicked again and again: the window is frozen from a click to the moment
+at which the box on the screen looks different, when that takes longer than DEAF. What the click does may come later:
+widgets take input in every wait, and its turn comes behind it."""
 import socket
 import threading
 import time
@@ -122,11 +122,11 @@ def measure(arguments, children, scratch):
         raise Failure(f"the program ended with {program.returncode}")
     if arguments.details:
         for when, length in deaf:
-            print(f"deaf from {when:5.1f} s for {length:5.2f} s")
+            print(f"frozen from {when:5.1f} s for {length:5.2f} s")
         for when, agent in server.asked:
             print(f"asked at {when - started:5.1f} s by {agent}", flush=True)
     total, longest = sum(length for _, length in deaf), max((length for _, length in deaf), default=0.0)
-    return [Line(f"window deaf, in {SECONDS:.0f} s with a silent server", [total], "s", f"at most {MOST_IN_ALL:g}",
+    return [Line(f"window frozen, in {SECONDS:.0f} s with a silent server", [total], "s", f"at most {MOST_IN_ALL:g}",
                  total <= MOST_IN_ALL, digits=1),
             Line("the longest of it at once", [longest], "s", f"at most {MOST_AT_ONCE:g}", longest <= MOST_AT_ONCE,
                  digits=1)]
