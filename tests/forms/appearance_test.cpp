@@ -21,6 +21,7 @@ using controls::Place;
 /// Whether the control takes up room in its container from the beginning.
 bool HasAPlace(const FormControl& entry) {
   if (As<controls::Timer>(entry) != nullptr || As<controls::Image>(entry) != nullptr) return false;
+  if (As<controls::RowCommand>(entry) != nullptr) return false;
   if (const auto* button = As<controls::CommandButton>(entry)) return button->Look() != ButtonLook::kNone;
   if (const auto* box = As<controls::CheckBox>(entry)) return box->Look() != controls::CheckLook::kNone;
   const auto* const label = As<controls::Label>(entry);

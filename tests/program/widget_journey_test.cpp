@@ -73,7 +73,7 @@ TEST_F(WidgetJourney, ViewsAreSwitchedAFavouriteIsMarkedAndTheListIsSorted) {
 TEST_F(WidgetJourney, WindowAndColumnsAreAtTheNextStartAsTheyWereLeft) {
   Start(kTop + Station("Radio A", "Rock", "1"));
   Run([&] {
-    program_->Window().resize(700, 600);
+    program_->Window().resize(700, 680);
     Form().SymbolListview.DragColumn(1, 210);
     Settle();
     program_->Window().close();
@@ -82,7 +82,7 @@ TEST_F(WidgetJourney, WindowAndColumnsAreAtTheNextStartAsTheyWereLeft) {
   entrance_.reset();
   Start(kTop + Station("Radio A", "Rock", "1"));
   Run([&] {
-    EXPECT_EQ(program_->Window().size(), QSize(700, 600));
+    EXPECT_EQ(program_->Window().size(), QSize(700, 680));
     EXPECT_EQ(List().columnWidth(1), 210);
     EXPECT_EQ(List().columnWidth(0), 300);
     program_->Window().close();

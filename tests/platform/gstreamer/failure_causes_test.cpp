@@ -242,6 +242,7 @@ TEST_F(FailureCausesTest, AnAddressThatIsNone) {
 class WithoutElements {
  public:
   explicit WithoutElements(const std::vector<const char*>& names) {
+    gst_init(nullptr, nullptr);
     for (const char* name : names) {
       GstPluginFeature* feature = gst_registry_lookup_feature(gst_registry_get(), name);
       if (feature == nullptr) continue;

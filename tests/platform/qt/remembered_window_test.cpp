@@ -52,7 +52,7 @@ class RememberedWindowTest : public ::testing::Test {
 
 TEST_F(RememberedWindowTest, SizeAndPlaceComeBack) {
   Start();
-  const QRect place(60, 40, 700, 560);
+  const QRect place(60, 40, 700, 660);
   Window().resize(place.size());
   Window().move(place.topLeft());
   QApplication::processEvents();
@@ -65,32 +65,32 @@ TEST_F(RememberedWindowTest, SizeAndPlaceComeBack) {
 
 TEST_F(RememberedWindowTest, MaximisedWindowComesBackMaximisedAndGetsItsOldSizeWhenItIsRestored) {
   Start();
-  Window().resize(700, 560);
+  Window().resize(700, 660);
   Window().move(60, 40);
   WaitForRest();
   Window().showMaximized();
   EXPECT_TRUE(WaitFor([this] { return Window().width() > 750; }));
   Close();
-  EXPECT_TRUE(Bytes().contains("place 60 40 700 560\nmaximized\n"));
+  EXPECT_TRUE(Bytes().contains("place 60 40 700 660\nmaximized\n"));
   Start();
   EXPECT_TRUE(Window().isMaximized());
   EXPECT_TRUE(WaitFor([this] { return Window().width() > 750; }));
-  EXPECT_EQ(Window().normalGeometry().size(), QSize(700, 560));
+  EXPECT_EQ(Window().normalGeometry().size(), QSize(700, 660));
   Window().showNormal();
-  EXPECT_TRUE(WaitFor([this] { return Window().size() == QSize(700, 560); }));
+  EXPECT_TRUE(WaitFor([this] { return Window().size() == QSize(700, 660); }));
   Close();
   EXPECT_FALSE(Bytes().contains("maximized"));
 }
 
 TEST_F(RememberedWindowTest, MinimisedWindowIsRememberedAsItWas) {
   Start();
-  Window().resize(700, 560);
+  Window().resize(700, 660);
   Window().move(60, 40);
   WaitForRest();
   Window().showMinimized();
   EXPECT_TRUE(WaitFor([this] { return Window().isMinimized(); }));
   Close();
-  EXPECT_TRUE(Bytes().contains("place 60 40 700 560\n"));
+  EXPECT_TRUE(Bytes().contains("place 60 40 700 660\n"));
   Start();
   EXPECT_FALSE(Window().isMinimized());
 }
@@ -106,9 +106,9 @@ TEST_F(RememberedWindowTest, ColumnsThatTheUserHasDraggedComeBackInBothListsAndN
 }
 
 TEST_F(RememberedWindowTest, WindowOfAScreenThatIsGoneIsOpenedOnOneThatIsThere) {
-  Write("Funkhausplayer window 1\nplace 90000 -90000 700 560\n");
+  Write("Funkhausplayer window 1\nplace 90000 -90000 700 660\n");
   Start();
-  EXPECT_EQ(Window().size(), QSize(700, 560));
+  EXPECT_EQ(Window().size(), QSize(700, 660));
   EXPECT_TRUE(Window().screen()->availableGeometry().contains(Window().geometry()));
 }
 
@@ -123,8 +123,8 @@ TEST_F(RememberedWindowTest, WindowThatIsLargerThanTheScreenIsMadeSmaller) {
 TEST_F(RememberedWindowTest, FileWithoutAMeaningLeavesTheWindowAsUsualAndIsReplaced) {
   const QRect usual = Usual();
   const QByteArray tests[] = {
-      "", "Funkhausplayer window 2\nplace 60 40 700 560\n", QByteArray(100000, 'x'),
-      "Funkhausplayer window 1\nplace 60 40 700 560\ncolumn SymbolListview 1 999999\n"};
+      "", "Funkhausplayer window 2\nplace 60 40 700 660\n", QByteArray(100000, 'x'),
+      "Funkhausplayer window 1\nplace 60 40 700 660\ncolumn SymbolListview 1 999999\n"};
   for (const QByteArray& bytes : tests) {
     Write(bytes);
     Start();
@@ -180,26 +180,26 @@ TEST_F(RememberedWindowTest, NothingIsWrittenWhenNothingHasChanged) {
 
 TEST_F(RememberedWindowTest, EndOfTheSessionKeepsItBeforeAnythingElseIsAsked) {
   Start();
-  Window().resize(700, 560);
+  Window().resize(700, 660);
   QApplication::processEvents();
   QByteArray kept;
   const auto asked = fixture_->form.form.QueryUnload.Subscribe([&] { kept = Bytes(); });
   fixture_->form.form.Close(controls::CloseReason::kSessionEnd);
-  EXPECT_TRUE(kept.contains(" 700 560\n"));
+  EXPECT_TRUE(kept.contains(" 700 660\n"));
 }
 
 TEST_F(RememberedWindowTest, WhatChangesWhileClosingIsAskedIsKeptToo) {
   Start();
   const auto asked = fixture_->form.form.QueryUnload.Subscribe([&] {
-    Window().resize(700, 560);
+    Window().resize(700, 660);
     QApplication::processEvents();
   });
   Close();
-  EXPECT_TRUE(Bytes().contains(" 700 560\n"));
+  EXPECT_TRUE(Bytes().contains(" 700 660\n"));
 }
 
 TEST_F(RememberedWindowTest, WindowThatWasNeverShownKeepsWhatIsRemembered) {
-  const QByteArray bytes = "Funkhausplayer window 1\nplace 60 40 700 560\nmaximized\n";
+  const QByteArray bytes = "Funkhausplayer window 1\nplace 60 40 700 660\nmaximized\n";
   Write(bytes);
   WindowFixture fixture;
   fixture.window->RememberIn(file_);
