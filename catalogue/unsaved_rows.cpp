@@ -79,8 +79,9 @@ std::vector<UnsavedRow> UnsavedRows::All() const {
 
 void UnsavedRows::PutBack(std::vector<UnsavedRow> rows) {
   const std::size_t first = full_.Count();
-  std::vector<ListRow> list_rows;
-  for (UnsavedRow& unsaved : rows) list_rows.push_back(std::move(unsaved.row));
+  std::vector<ListRow> list_rows(rows.size());
+  std::transform(rows.begin(), rows.end(), list_rows.begin(),
+                 [](UnsavedRow& unsaved) { return std::move(unsaved.row); });
   full_.AddRows(std::move(list_rows));
   for (std::size_t index = 0; index < rows.size(); ++index) {
     Mark(full_.RowAt(first + index), std::move(rows[index].part));

@@ -32,7 +32,8 @@ class FeatureTest : public ::testing::Test {
 
   FeatureTest() {
     for (controls::ListView* list : {&form.SymbolListview, &form.ExplorerListFilter}) {
-      for (const app::StationColumn& column : app::kStationColumns) list->AddColumn(app::ListColumnOf(column));
+      for (const app::StationColumn& column : app::kStationColumns)
+        list->AddColumn(app::ListColumnOf(column));
     }
     message_loop.on_sleep = [this](std::uint32_t milliseconds) {
       clock.seconds_since_midnight += milliseconds / 1000.0;

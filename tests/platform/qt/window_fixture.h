@@ -46,7 +46,8 @@ class WindowFixture {
  public:
   WindowFixture() : icons(paths) {
     for (controls::ListView* list : {&form.SymbolListview, &form.ExplorerListFilter}) {
-      for (const app::StationColumn& column : app::kStationColumns) list->AddColumn(app::ListColumnOf(column));
+      for (const app::StationColumn& column : app::kStationColumns)
+        list->AddColumn(app::ListColumnOf(column));
     }
     window = std::make_unique<PlayerWindow>(form, icons, loop);
   }
