@@ -109,8 +109,9 @@ TEST(InventoryTest, EnterInAFieldOfTheEditorIsForTheButtonBesideIt) {
                                         {"Combo1", &form1.Command8[4]},
                                         {"UpDownTextBox1", &form1.Command8[0]}}));
   for (const auto& [name, button] : entered) {
-    const FormControl& field = *std::find_if(form1.inventory.begin(), form1.inventory.end(),
-                                             [&](const FormControl& one) { return one.name == name; });
+    const FormControl& field =
+        *std::find_if(form1.inventory.begin(), form1.inventory.end(),
+                      [&wanted = name](const FormControl& one) { return one.name == wanted; });
     EXPECT_EQ(button->GetPlace().top, As<controls::Control>(field)->GetPlace().top) << name;
   }
 }
