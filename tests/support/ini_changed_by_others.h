@@ -7,6 +7,8 @@
 #include <filesystem>
 #include <string>
 
+#include "ports/text.h"
+
 namespace test_support {
 
 /// `Fixture` is an IniFixture (tests/support/ini_fixture.h).
