@@ -22,8 +22,7 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 # Plugins, certificates and libcurl, which is loaded when it is needed, cannot be found in the programs. Of the
-# recommended ones "bad" has AAC and HLS; "svg" reads the icons of
-# most themes.
+# recommended ones "bad" has AAC and HLS; "svg" reads the icons of most themes.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
     "ca-certificates, gstreamer1.0-plugins-base, gstreamer1.0-plugins-good, libcurl4 (>= 7.85)")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
