@@ -17,6 +17,9 @@ ALLOWED = {
     "programs/linux": {"window", "recorder", "app/forms", "app/settings", "controls", "ports", "platform/ini", "platform/posix",
                        "platform/icu", "platform/values", "platform/curl", "platform/gstreamer", "platform/desktop",
                        "platform/qt"},
+    "programs/windows": {"window", "recorder", "app/forms", "app/settings", "controls", "ports", "platform/ini",
+                         "platform/values", "platform/win32/base", "platform/win32/text", "platform/win32/system",
+                         "platform/win32/internet", "platform/win32/media", "platform/win32/ui"},
     "window": {"ui", "catalogue", "playlist", "stream", "player", "app/forms", "controls"} | LOGIC_GROUND,
     "ui": {"stream", "player", "controls"} | LOGIC_GROUND,
     "catalogue": {"stream", "playlist", "app/forms", "controls"} | LOGIC_GROUND,
@@ -38,7 +41,16 @@ ALLOWED = {
     "platform/gstreamer": {"ports"},
     "platform/desktop": {"ports"},
     "platform/qt": {"app/forms", "controls", "ports"},
+    "platform/win32/base": {"ports"},
+    "platform/win32/text": {"platform/win32/base", "ports"},
+    "platform/win32/system": {"platform/win32/base", "ports"},
+    "platform/win32/internet": {"platform/win32/base", "ports"},
+    "platform/win32/media": {"platform/win32/base", "ports"},
+    "platform/win32/ui": {"platform/win32/base", "app/forms", "controls", "ports"},
 }
+# The one header that includes the system's own, and removes the macros that would replace names of the ports. Source
+# files include it; a header would pass those names on.
+WINDOWS_API = "platform/win32/base/windows_api.h"
 # Rooms whose code may use no system, toolkit or library header: the standard library only. The INI engine is one,
 # for every system uses it over a disk of its own.
 PLAIN = {room for room in ALLOWED if not room.startswith(("platform/", "programs/"))} | {"platform/ini"}
@@ -58,7 +70,7 @@ INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.M)
 def room_of(path):
     """The room of a project path, or None for what belongs to no room (tests, tools)."""
     parts = pathlib.PurePosixPath(path).parts
-    for depth in (2, 1):
+    for depth in (3, 2, 1):
         room = "/".join(parts[:depth])
         if len(parts) == depth + 1 and room in ALLOWED:
             return room
@@ -80,7 +92,14 @@ def check(files):
         if path.endswith(".h") and "#pragma once" not in text:
             errors.append(f"{path}: no #pragma once")
         for kind, target in INCLUDE.findall(text):
+            if target == WINDOWS_API and path.endswith(".h"):
+                errors.append(f"{path}: {target} is for source files")
             if kind == "<":
+                if room.startswith("platform/win32/") and target not in STANDARD and path.endswith(".h") \
+                        and path != WINDOWS_API:
+                    errors.append(f"{path}: <{target}> is for source files")
+                if target == "windows.h" and path != WINDOWS_API:
+                    errors.append(f"{path}: <{target}> comes through {WINDOWS_API}")
                 if room in PLAIN and target not in STANDARD:
                     errors.append(f"{path}: <{target}> is not the standard library")
                 if room in PLAIN and target in BEHIND_PORTS:
@@ -144,6 +163,13 @@ def self_test():
                                                     "platform/posix/b.h": "#pragma once\n"},
         "adapters do not see each other": {"platform/qt/a.cpp": '#include "platform/icu/b.h"\n',
                                            "platform/icu/b.h": "#pragma once\n"},
+        "adapters of one system do not see each other": {
+            "platform/win32/media/a.cpp": '#include "platform/win32/internet/b.h"\n',
+            "platform/win32/internet/b.h": "#pragma once\n"},
+        "no system header in a header": {"platform/win32/media/a.h": "#pragma once\n#include <mfapi.h>\n"},
+        "the system's own header comes through ours": {"platform/win32/ui/a.cpp": "#include <windows.h>\n"},
+        "ours is for source files": {"platform/win32/ui/a.h": f'#pragma once\n#include "{WINDOWS_API}"\n',
+                                     WINDOWS_API: "#pragma once\n"},
         "a front end sees no feature": {"platform/qt/a.cpp": '#include "recorder/record_control.h"\n',
                                         "recorder/record_control.h": "#pragma once\n"},
         "forms know no settings": {"app/forms/a.h": '#pragma once\n#include "app/settings/b.h"\n',

@@ -117,3 +117,15 @@ packages_bench=(
     vlc
     vlc-plugin-qt
 )
+
+# To build the program for Windows and to try it here. GoogleTest is compiled from its source for that system.
+packages_windows=(
+    binutils-mingw-w64-x86-64
+    cmake
+    g++-mingw-w64-x86-64-posix
+    googletest
+    ninja-build
+    python3
+    wine
+    wine64
+)

@@ -1,0 +1,14 @@
+#pragma once
+// The system's own declarations, without the macros that replace names of the ports. For source files only, and the
+// only place that includes them. Not for headers; base/handles.h declares the handles that those need.
+
+#include <windows.h>
+
+// Operations that the ports name without the letter of their character set.
+#undef CreateService
+#undef ReplaceFile
+#undef GetObject
+#undef Yield
+// A name like any other.
+#undef interface
+#undef small
