@@ -43,14 +43,17 @@ bool ReplaceContents(const fs::path& path, std::string_view bytes) {
   return !error;
 }
 
-/// A file is fresh for a tenth of a second, in which its time stamp may not advance.
+/// A file is fresh for a tenth of a second, in which its time stamp may not advance. Where the library knows
+/// whole seconds only, it is fresh for longer than one.
 FileState StateOf(const fs::path& path) {
+  using std::chrono::milliseconds;
   std::error_code error;
   const auto written = fs::last_write_time(path, error);
   const auto now = fs::file_time_type::clock::now();
+  const bool is_whole = written.time_since_epoch() % std::chrono::seconds(1) == milliseconds(0);
   return {FileStamp{{static_cast<std::uint64_t>(written.time_since_epoch().count()),
                      static_cast<std::uint64_t>(fs::file_size(path, error))}},
-          now - written < std::chrono::milliseconds(100)};
+          now - written < milliseconds(is_whole ? 1100 : 100)};
 }
 
 }  // namespace
@@ -69,9 +72,11 @@ std::string PlainNativePaths::ToNative(const Text& path) {
 
 fs::path PlainFiles::PathOf(const Text& path) { return NamedBy(paths_.ToNative(path)); }
 
+/// A path that ends with a separator names a folder, which not every system's library checks.
 bool PlainFiles::PathFileExistsW(const Text& path) {
   std::error_code error;
-  return fs::exists(PathOf(path), error);
+  const fs::path native = PathOf(path);
+  return native.has_filename() ? fs::exists(native, error) : fs::is_directory(native, error);
 }
 
 bool PlainFiles::CreateDirectoryW(const Text& path) {

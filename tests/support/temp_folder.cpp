@@ -32,7 +32,8 @@ TempFolder::~TempFolder() {
 }
 
 platform::Text TempFolder::TextPath(const std::string& name) const {
-  return (name.empty() ? path_ : path_ / Named(name)).u16string();
+  std::filesystem::path path = name.empty() ? path_ : path_ / Named(name);
+  return path.make_preferred().u16string();
 }
 
 std::filesystem::path TempFolder::Write(const std::string& name, const std::string& bytes) const {
