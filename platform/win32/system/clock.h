@@ -1,0 +1,16 @@
+#pragma once
+// Adapter: the system's local time. Not for timers or waiting.
+
+#include "ports/clock.h"
+
+namespace platform::win32 {
+
+class Win32Clock final : public Clock {
+ public:
+  double SecondsSinceMidnight() override;
+  /// Counted from the beginning of 1970.
+  std::int64_t WholeSeconds() override;
+  DateTime LocalTime() override;
+};
+
+}  // namespace platform::win32

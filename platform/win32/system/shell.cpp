@@ -1,0 +1,28 @@
+#include "platform/win32/system/shell.h"
+
+#include "platform/win32/base/windows_api.h"
+
+#include <shellapi.h>
+
+#include "platform/win32/base/wide.h"
+
+namespace platform::win32 {
+namespace {
+
+/// Null for an empty text, which means the same as no text at all to the system.
+const wchar_t* WideOrNull(const Text& text) { return text.empty() ? nullptr : Wide(text); }
+
+}  // namespace
+
+bool Win32Shell::ShellExecuteW(std::uint32_t owner, const Text& verb, const Text& file,
+                               const Text& parameters, const Text& folder, std::int32_t show) {
+  // Public reference: results up to 32 are errors, for programs written before there were others.
+  constexpr INT_PTR kLastError = 32;
+  if (file.empty()) return false;
+  const auto result = reinterpret_cast<INT_PTR>(
+      ::ShellExecuteW(owner == 0 ? nullptr : ::GetActiveWindow(), WideOrNull(verb), Wide(file),
+                      WideOrNull(parameters), WideOrNull(folder), show));
+  return result > kLastError;
+}
+
+}  // namespace platform::win32

@@ -1,0 +1,38 @@
+#pragma once
+// The file in which new contents for another file are written before it replaces that file.
+// Not for what is written or for whether it may be replaced (platform/win32/system/whole_file.h).
+
+#include <string>
+
+#include "platform/win32/system/owned_handle.h"
+
+namespace platform::win32 {
+
+/// Is beside its target under a name that identifies the target. Nobody else can open it while its writer has
+/// it open, so that one whose writer was killed can be distinguished from one in use.
+class TemporaryFile {
+ public:
+  explicit TemporaryFile(std::wstring target);
+  /// Removes the file unless it has replaced its target.
+  ~TemporaryFile();
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+  /// False when the folder takes no new file.
+  [[nodiscard]] bool IsOpen() const { return file_.IsOpen(); }
+  [[nodiscard]] HANDLE Get() const { return file_.Get(); }
+
+  /// Gives the file its target's name, in one step. Another program that has the target open, to search or to
+  /// back it up, mostly does so for a moment only: for a second, it is tried again.
+  bool ReplaceTarget();
+
+ private:
+  const std::wstring target_;
+  OwnedHandle file_;
+  bool has_replaced_ = false;
+};
+
+/// Removes the temporary files of this target whose writers were ended before they could do so.
+void RemoveLeftovers(const std::wstring& target);
+
+}  // namespace platform::win32

@@ -1,0 +1,158 @@
+#include "platform/win32/system/whole_file.h"
+
+#include "platform/win32/base/windows_api.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <vector>
+
+#include "platform/win32/system/owned_handle.h"
+#include "platform/win32/system/system_path.h"
+#include "platform/win32/system/temporary_file.h"
+
+namespace platform::win32 {
+namespace {
+
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr DWORD kKeptAttributes =
+    FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
+
+std::uint64_t Joined(DWORD high, DWORD low) { return std::uint64_t{high} << 32U | low; }
+
+std::uint64_t Now() {
+  FILETIME now{};
+  ::GetSystemTimeAsFileTime(&now);
+  return Joined(now.dwHighDateTime, now.dwLowDateTime);
+}
+
+/// Time stamps advance in steps of some milliseconds, on disks that know no time of the change in steps of
+/// two seconds, so that two changes within one step look alike. A stamp from another machine's clock that
+/// lies further ahead says nothing about this and counts as old.
+bool IsFresh(std::uint64_t written, std::uint64_t changed) {
+  constexpr std::uint64_t kStep = 1'000'000;
+  constexpr std::uint64_t kLongStep = 25'000'000;
+  const std::uint64_t step = changed == 0 ? kLongStep : kStep;
+  const std::uint64_t latest = std::max(written, changed);
+  const std::uint64_t now = Now();
+  return latest + step > now && latest < now + step;
+}
+
+FileState StateOf(HANDLE file) {
+  BY_HANDLE_FILE_INFORMATION known{};
+  FILE_BASIC_INFO times{};
+  ::GetFileInformationByHandle(file, &known);
+  ::GetFileInformationByHandleEx(file, FileBasicInfo, &times, sizeof times);
+  const auto written = static_cast<std::uint64_t>(times.LastWriteTime.QuadPart);
+  const auto changed = static_cast<std::uint64_t>(times.ChangeTime.QuadPart);
+  const FileStamp stamp{{known.dwVolumeSerialNumber, Joined(known.nFileIndexHigh, known.nFileIndexLow),
+                         Joined(known.nFileSizeHigh, known.nFileSizeLow), written, changed, 0}};
+  return {stamp, IsFresh(written, changed)};
+}
+
+ProfileReading FailureOf(DWORD error) {
+  const bool is_missing =
+      error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND || error == ERROR_INVALID_NAME;
+  return is_missing ? ProfileReading::kMissing : ProfileReading::kUnreadable;
+}
+
+bool ReadToEnd(HANDLE file, std::size_t limit, std::string& bytes) {
+  constexpr DWORD kMostAtOnce = 1U << 30U;
+  LARGE_INTEGER size{};
+  if (::GetFileSizeEx(file, &size) == 0 || static_cast<std::uint64_t>(size.QuadPart) > limit) return false;
+  // One byte more shows whether the file has grown meanwhile.
+  bytes.resize(static_cast<std::size_t>(size.QuadPart) + 1);
+  std::size_t filled = 0;
+  while (true) {
+    const auto wanted = static_cast<DWORD>(std::min<std::size_t>(bytes.size() - filled, kMostAtOnce));
+    DWORD count = 0;
+    if (::ReadFile(file, bytes.data() + filled, wanted, &count, nullptr) == 0) return false;
+    if (count == 0) break;
+    filled += count;
+    if (filled > limit) return false;
+    if (filled == bytes.size()) bytes.resize(filled + filled / 2 + 4096);
+  }
+  bytes.resize(filled);
+  return true;
+}
+
+/// What the new file gets from the old one. A file system that has no such rights refuses, which does no
+/// harm.
+void TakeOver(HANDLE file, const std::wstring& old, DWORD attributes) {
+  if (FILE_BASIC_INFO info{}; (attributes & kKeptAttributes) != 0) {
+    info.FileAttributes = (attributes & kKeptAttributes) | FILE_ATTRIBUTE_ARCHIVE;
+    ::SetFileInformationByHandle(file, FileBasicInfo, &info, sizeof info);
+  }
+  DWORD size = 0;
+  ::GetFileSecurityW(old.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+  std::vector<std::byte> rights(size);
+  if (size > 0 &&
+      ::GetFileSecurityW(old.c_str(), DACL_SECURITY_INFORMATION, rights.data(), size, &size) != 0) {
+    ::SetKernelObjectSecurity(file, DACL_SECURITY_INFORMATION, rights.data());
+  }
+}
+
+/// The file that is really meant, and its attributes; nothing for what is no regular file that may be
+/// replaced.
+struct Target {
+  std::wstring path;
+  DWORD attributes = INVALID_FILE_ATTRIBUTES;
+  [[nodiscard]] bool Exists() const { return attributes != INVALID_FILE_ATTRIBUTES; }
+};
+
+std::optional<Target> TargetOf(const std::wstring& path) {
+  Target target{path, ::GetFileAttributesW(path.c_str())};
+  if (!target.Exists())
+    return ::GetLastError() == ERROR_FILE_NOT_FOUND ? std::optional(target) : std::nullopt;
+  if ((target.attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
+    const auto resolved = ResolvedPath(path);
+    if (!resolved) return std::nullopt;
+    target = {*resolved, ::GetFileAttributesW(resolved->c_str())};
+  }
+  constexpr DWORD kUnfit = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DEVICE;
+  if (!target.Exists() || (target.attributes & kUnfit) != 0) return std::nullopt;
+  return target;
+}
+
+}  // namespace
+
+std::pair<ProfileReading, FileState> StateOf(const std::wstring& path) {
+  const OwnedHandle file(::CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
+                                       FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+  if (!file.IsOpen()) return {FailureOf(::GetLastError()), {}};
+  return {ProfileReading::kRead, StateOf(file.Get())};
+}
+
+ProfileBytes ReadRegularFile(const std::wstring& path, std::size_t limit) {
+  const OwnedHandle file(::CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
+                                       FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+  if (!file.IsOpen()) return {FailureOf(::GetLastError()), {}, {}};
+  if (::GetFileType(file.Get()) != FILE_TYPE_DISK) return {};
+  ProfileBytes read{ProfileReading::kRead, {}, StateOf(file.Get())};
+  return ReadToEnd(file.Get(), limit, read.bytes) ? std::move(read) : ProfileBytes{};
+}
+
+std::optional<FileState> ReplaceFile(const std::wstring& path, std::string_view bytes) {
+  const auto target = TargetOf(path);
+  if (!target) return std::nullopt;
+  RemoveLeftovers(target->path);
+  TemporaryFile temporary(target->path);
+  std::size_t written = 0;
+  if (!temporary.IsOpen() || !WriteAll(temporary.Get(), bytes, written)) return std::nullopt;
+  if (target->Exists()) TakeOver(temporary.Get(), target->path, target->attributes);
+  if (::FlushFileBuffers(temporary.Get()) == 0 || !temporary.ReplaceTarget()) return std::nullopt;
+  return StateOf(temporary.Get());
+}
+
+bool WriteAll(HANDLE file, std::string_view bytes, std::size_t& written) {
+  constexpr std::size_t kMostAtOnce = 1U << 20U;
+  while (!bytes.empty()) {
+    DWORD count = 0;
+    const auto part = static_cast<DWORD>(std::min(bytes.size(), kMostAtOnce));
+    if (::WriteFile(file, bytes.data(), part, &count, nullptr) == 0 || count == 0) return false;
+    written += count;
+    bytes.remove_prefix(count);
+  }
+  return true;
+}
+
+}  // namespace platform::win32
