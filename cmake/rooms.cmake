@@ -78,17 +78,25 @@ function(funkhaus_room name directory)
   endforeach()
 endfunction()
 
-# funkhaus_test(NAME DIR [OWN_MAIN] [LINKS room-or-target ...] [PROPERTIES key value ...]): every *.cpp
-# directly in DIR as one GoogleTest program whose cases CTest knows one by one, or as a whole when it is built for
-# another system. With OWN_MAIN one of the files has the main function.
+# funkhaus_test(NAME DIR [OWN_MAIN] [CONTRACTS DIR ... SYSTEM DIR] [LINKS room-or-target ...] [PROPERTIES key value ...]):
+# every *.cpp directly in DIR as one GoogleTest program whose cases CTest knows one by one, or as a whole when it is
+# built for another system. With OWN_MAIN one of the files has the main function. The tests of a port's contract, for
+# whatever implements it, say "..._under_test.h"; SYSTEM is the folder that says what that is.
 function(funkhaus_test name directory)
-  cmake_parse_arguments(TEST "OWN_MAIN" "" "LINKS;PROPERTIES" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${directory}/*.cpp)
+  cmake_parse_arguments(TEST "OWN_MAIN" "SYSTEM" "CONTRACTS;LINKS;PROPERTIES" ${ARGN})
+  set(patterns)
+  foreach(folder IN LISTS directory TEST_CONTRACTS)
+    list(APPEND patterns ${CMAKE_SOURCE_DIR}/${folder}/*.cpp)
+  endforeach()
+  file(GLOB sources CONFIGURE_DEPENDS ${patterns})
   if(NOT sources)
     return()
   endif()
   add_executable(test_${name} ${sources})
   target_link_libraries(test_${name} PRIVATE funkhaus_options GTest::gmock GTest::gtest)
+  if(TEST_SYSTEM)
+    target_include_directories(test_${name} PRIVATE ${CMAKE_SOURCE_DIR}/${TEST_SYSTEM})
+  endif()
   if(NOT TEST_OWN_MAIN)
     target_link_libraries(test_${name} PRIVATE GTest::gtest_main)
   endif()

@@ -1,6 +1,6 @@
 #pragma once
-// The system's handle types for headers, declared as the system declares them. Not for using them: source files
-// include base/windows_api.h.
+// The system's handle types for headers, declared as the system declares them. Not for using them: source
+// files include base/windows_api.h.
 
 using HANDLE = void*;
 using HBITMAP = struct HBITMAP__*;

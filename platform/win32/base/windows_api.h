@@ -1,6 +1,6 @@
 #pragma once
-// The system's own declarations, without the macros that replace names of the ports. For source files only, and the
-// only place that includes them. Not for headers; base/handles.h declares the handles that those need.
+// The system's own declarations, without the macros that replace names of the ports; for source files, which
+// include them here only. Not for headers; base/handles.h declares the handles that those need.
 
 #include <windows.h>
 

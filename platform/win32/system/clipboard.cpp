@@ -32,6 +32,15 @@ Text TextIn(HANDLE memory) {
   return text;
 }
 
+/// Memory as the clipboard takes it, with the NUL at the text's end; null when there is none.
+HANDLE MemoryWith(const Text& text) {
+  HANDLE const memory = ::GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t));
+  if (memory == nullptr) return nullptr;
+  std::copy_n(Wide(text), text.size() + 1, static_cast<wchar_t*>(::GlobalLock(memory)));
+  ::GlobalUnlock(memory);
+  return memory;
+}
+
 }  // namespace
 
 Text Win32Clipboard::GetText() {
@@ -40,6 +49,17 @@ Text Win32Clipboard::GetText() {
   Text text = memory == nullptr ? Text() : TextIn(memory);
   ::CloseClipboard();
   return text;
+}
+
+void Win32Clipboard::SetText(const Text& text) {
+  HANDLE const memory = MemoryWith(text);
+  if (memory == nullptr) return;
+  // The memory belongs to the clipboard once that has taken it.
+  const bool opened = Open();
+  const bool taken =
+      opened && ::EmptyClipboard() != 0 && ::SetClipboardData(CF_UNICODETEXT, memory) != nullptr;
+  if (opened) ::CloseClipboard();
+  if (!taken) ::GlobalFree(memory);
 }
 
 }  // namespace platform::win32

@@ -34,10 +34,10 @@ OwnedHandle OpenAt(const std::wstring& path, DWORD creation) {
 }
 
 /// The system keeps accepting bytes for a file that is being removed, but nobody can find them any more.
-bool HasOneName(const OwnedHandle& file) {
+bool HasName(const OwnedHandle& file) {
   FILE_STANDARD_INFO info{};
   return ::GetFileInformationByHandleEx(file.Get(), FileStandardInfo, &info, sizeof info) != 0 &&
-         info.NumberOfLinks == 1 && info.DeletePending == 0;
+         info.NumberOfLinks > 0 && info.DeletePending == 0;
 }
 
 bool IsRecording(const OwnedHandle& file) {
@@ -45,7 +45,7 @@ bool IsRecording(const OwnedHandle& file) {
   BY_HANDLE_FILE_INFORMATION info{};
   return ::GetFileType(file.Get()) == FILE_TYPE_DISK &&
          ::GetFileInformationByHandle(file.Get(), &info) != 0 && (info.dwFileAttributes & kUnfit) == 0 &&
-         HasOneName(file);
+         info.nNumberOfLinks == 1;
 }
 
 }  // namespace
@@ -104,7 +104,7 @@ bool Win32RecordFiles::WriteBytes(RecordFile file, std::span<const std::byte> by
 
 bool Win32RecordFiles::Flush(RecordFile file) {
   const auto found = recordings_.find(file);
-  return found != recordings_.end() && FlushBuffer(found->second) && HasOneName(found->second.file);
+  return found != recordings_.end() && FlushBuffer(found->second) && HasName(found->second.file);
 }
 
 void Win32RecordFiles::Close(RecordFile file) {

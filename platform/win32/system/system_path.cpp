@@ -40,6 +40,19 @@ std::wstring WithoutPrefix(const std::wstring& path) {
   return path.starts_with(local) ? path.substr(local.size()) : path;
 }
 
+OwnedHandle OpenForLooking(const std::wstring& path) {
+  constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  return OwnedHandle(::CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
+                                   FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+}
+
+/// Of an open file or folder, with the prefix; empty when the system does not know it.
+std::wstring NameOf(HANDLE entry) {
+  return Grown([entry](wchar_t* buffer, DWORD size) {
+    return ::GetFinalPathNameByHandleW(entry, buffer, size, FILE_NAME_NORMALIZED | VOLUME_NAME_DOS);
+  });
+}
+
 }  // namespace
 
 std::optional<std::wstring> SystemPath(TextView path) {
@@ -68,13 +81,9 @@ std::wstring NumberOf(std::wstring name) {
 }
 
 std::optional<std::wstring> ResolvedPath(const std::wstring& path) {
-  constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-  const OwnedHandle entry(::CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
-                                        FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+  const OwnedHandle entry = OpenForLooking(path);
   if (!entry.IsOpen()) return std::nullopt;
-  std::wstring resolved = Grown([&entry](wchar_t* buffer, DWORD size) {
-    return ::GetFinalPathNameByHandleW(entry.Get(), buffer, size, FILE_NAME_NORMALIZED | VOLUME_NAME_DOS);
-  });
+  const std::wstring resolved = NameOf(entry.Get());
   return resolved.empty() ? path : WithoutPrefix(resolved);
 }
 

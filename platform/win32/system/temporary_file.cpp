@@ -46,8 +46,8 @@ TemporaryFile::TemporaryFile(std::wstring target) : target_(std::move(target)) {
   constexpr int kMostTries = 100;
   for (int tries = 0; tries < kMostTries && !file_.IsOpen(); ++tries) {
     const std::wstring path = BeginningFor(target_) + RandomDigits() + kEnding;
-    file_ = OwnedHandle(::CreateFileW(path.c_str(), GENERIC_WRITE | DELETE | WRITE_DAC | READ_CONTROL, 0,
-                                      nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+    file_ = OwnedHandle(::CreateFileW(path.c_str(), GENERIC_WRITE | DELETE | WRITE_DAC | READ_CONTROL,
+                                      FILE_SHARE_READ, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file_.IsOpen() && ::GetLastError() != ERROR_FILE_EXISTS) return;
   }
 }

@@ -8,8 +8,8 @@
 
 namespace platform::win32 {
 
-/// Is beside its target under a name that identifies the target. Nobody else can open it while its writer has
-/// it open, so that one whose writer was killed can be distinguished from one in use.
+/// Is beside its target under a name that identifies the target. Nobody else can remove it while its writer
+/// has it open, so that one whose writer was killed can be distinguished from one in use.
 class TemporaryFile {
  public:
   explicit TemporaryFile(std::wstring target);

@@ -25,34 +25,52 @@ std::uint64_t Now() {
   return Joined(now.dwHighDateTime, now.dwLowDateTime);
 }
 
-/// Time stamps advance in steps of some milliseconds, on disks that know no time of the change in steps of
-/// two seconds, so that two changes within one step look alike. A stamp from another machine's clock that
-/// lies further ahead says nothing about this and counts as old.
-bool IsFresh(std::uint64_t written, std::uint64_t changed) {
+std::uint64_t Joined(FILETIME time) { return Joined(time.dwHighDateTime, time.dwLowDateTime); }
+
+/// Time stamps advance in steps of some milliseconds, on simple disks in steps of two seconds, so that two
+/// changes within one step look alike. A stamp from another machine's clock that lies further ahead says
+/// nothing about this and counts as old.
+bool IsFresh(std::uint64_t written) {
   constexpr std::uint64_t kStep = 1'000'000;
-  constexpr std::uint64_t kLongStep = 25'000'000;
-  const std::uint64_t step = changed == 0 ? kLongStep : kStep;
-  const std::uint64_t latest = std::max(written, changed);
+  constexpr std::uint64_t kLongStep = 20'000'000;
+  const std::uint64_t step = kStep + (written % kLongStep == 0 ? kLongStep : 0);
   const std::uint64_t now = Now();
-  return latest + step > now && latest < now + step;
+  return written + step > now && written < now + step;
+}
+
+/// Of what the system gives for a name as well as for an open file: asking by name is far quicker.
+template <typename Information>
+FileState StateIn(const Information& known) {
+  const std::uint64_t written = Joined(known.ftLastWriteTime);
+  const FileStamp stamp{
+      {Joined(known.nFileSizeHigh, known.nFileSizeLow), written, Joined(known.ftCreationTime)}};
+  return {stamp, IsFresh(written)};
 }
 
 FileState StateOf(HANDLE file) {
   BY_HANDLE_FILE_INFORMATION known{};
-  FILE_BASIC_INFO times{};
   ::GetFileInformationByHandle(file, &known);
-  ::GetFileInformationByHandleEx(file, FileBasicInfo, &times, sizeof times);
-  const auto written = static_cast<std::uint64_t>(times.LastWriteTime.QuadPart);
-  const auto changed = static_cast<std::uint64_t>(times.ChangeTime.QuadPart);
-  const FileStamp stamp{{known.dwVolumeSerialNumber, Joined(known.nFileIndexHigh, known.nFileIndexLow),
-                         Joined(known.nFileSizeHigh, known.nFileSizeLow), written, changed, 0}};
-  return {stamp, IsFresh(written, changed)};
+  return StateIn(known);
 }
 
 ProfileReading FailureOf(DWORD error) {
   const bool is_missing =
       error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND || error == ERROR_INVALID_NAME;
   return is_missing ? ProfileReading::kMissing : ProfileReading::kUnreadable;
+}
+
+/// Another program may keep the file to itself for the moment in which it writes it.
+OwnedHandle OpenForReading(const std::wstring& path) {
+  constexpr int kTries = 10;
+  constexpr DWORD kPause = 10;
+  OwnedHandle file;
+  for (int tries = 0; tries < kTries; ++tries) {
+    file = OwnedHandle(::CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
+                                     FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+    if (file.IsOpen() || ::GetLastError() != ERROR_SHARING_VIOLATION) break;
+    ::Sleep(kPause);
+  }
+  return file;
 }
 
 bool ReadToEnd(HANDLE file, std::size_t limit, std::string& bytes) {
@@ -116,6 +134,12 @@ std::optional<Target> TargetOf(const std::wstring& path) {
 }  // namespace
 
 std::pair<ProfileReading, FileState> StateOf(const std::wstring& path) {
+  WIN32_FILE_ATTRIBUTE_DATA known{};
+  if (::GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &known) == 0) {
+    return {FailureOf(::GetLastError()), {}};
+  }
+  const bool is_link = (known.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+  if (!is_link) return {ProfileReading::kRead, StateIn(known)};
   const OwnedHandle file(::CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
                                        FILE_FLAG_BACKUP_SEMANTICS, nullptr));
   if (!file.IsOpen()) return {FailureOf(::GetLastError()), {}};
@@ -123,8 +147,7 @@ std::pair<ProfileReading, FileState> StateOf(const std::wstring& path) {
 }
 
 ProfileBytes ReadRegularFile(const std::wstring& path, std::size_t limit) {
-  const OwnedHandle file(::CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
-                                       FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+  const OwnedHandle file = OpenForReading(path);
   if (!file.IsOpen()) return {FailureOf(::GetLastError()), {}, {}};
   if (::GetFileType(file.Get()) != FILE_TYPE_DISK) return {};
   ProfileBytes read{ProfileReading::kRead, {}, StateOf(file.Get())};

@@ -13,7 +13,7 @@
 
 namespace platform::win32 {
 
-/// The stamp is made of volume, number on the volume, size and the times of writing and changing.
+/// The stamp is made of the size and the times of creation and writing. Only a link is opened.
 std::pair<ProfileReading, FileState> StateOf(const std::wstring& path);
 
 /// The bytes of a regular file of at most `limit` bytes. Never waits for the other end of a pipe or for a

@@ -1,6 +1,6 @@
 #pragma once
-// The INI engine over any system's disk, for the rules of the format. Not for what only a real system does;
-// the tests of its adapter have that.
+// The INI engine over the tests' own disk, for the rules of the format on any system. Not for what only a
+// real system does.
 
 #include "tests/support/ini_fixture.h"
 #include "tests/support/plain_disk.h"

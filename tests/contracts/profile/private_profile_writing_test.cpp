@@ -1,7 +1,7 @@
 // Writing through the private-profile operations, as the bytes of the file show it.
 
 #include "platform/ini/private_profile.h"
-#include "tests/platform/ini/ini_fixture.h"
+#include "profile_under_test.h"
 
 namespace platform::ini {
 namespace {

@@ -8,22 +8,18 @@
 #include <thread>
 
 #include "app/text/numbers.h"
-#include "platform/posix/files.h"
-#include "platform/posix/native_paths.h"
-#include "platform/posix/record_files.h"
+#include "files_under_test.h"
 #include "tests/support/temp_folder.h"
 
-namespace platform::posix {
+namespace platform {
 namespace {
 
 TEST(KeptFilesOnDisk, TwoRecordingsOfTheSameTitlesAtTheSameTimeNeverShareAFile) {
   constexpr int kTitles = 300;
   const test_support::TempFolder folder;
   const auto record = [&folder](char mark) {
-    PosixNativePaths paths;
-    PosixRecordFiles disk(paths);
-    PosixFiles files(paths);
-    recorder::KeptFiles kept(disk, files);
+    under_test::Disk disk;
+    recorder::KeptFiles kept(disk.record_files, disk.files);
     for (int title = 0; title < kTitles; ++title) {
       const RecordFile file = kept.OpenBinary(folder.TextPath(), app::FormatNumber(title) + u".mp3");
       const std::string bytes(100, mark);
@@ -36,7 +32,7 @@ TEST(KeptFilesOnDisk, TwoRecordingsOfTheSameTitlesAtTheSameTimeNeverShareAFile) 
   other.join();
   int files = 0;
   for (const auto& entry : std::filesystem::directory_iterator(folder.Path())) {
-    const std::string bytes = folder.Read(entry.path().filename());
+    const std::string bytes = folder.Read(entry.path().filename().string());
     EXPECT_TRUE(bytes == std::string(100, 'a') || bytes == std::string(100, 'b')) << entry.path();
     ++files;
   }
@@ -44,4 +40,4 @@ TEST(KeptFilesOnDisk, TwoRecordingsOfTheSameTitlesAtTheSameTimeNeverShareAFile) 
 }
 
 }  // namespace
-}  // namespace platform::posix
+}  // namespace platform

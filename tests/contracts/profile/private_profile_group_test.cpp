@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "platform/ini/private_profile.h"
-#include "tests/platform/ini/ini_fixture.h"
+#include "profile_under_test.h"
 
 namespace platform::ini {
 namespace {

@@ -2,10 +2,9 @@
 
 #include "platform/ini/private_profile.h"
 
-#include <chrono>
 #include <filesystem>
 
-#include "tests/platform/ini/ini_fixture.h"
+#include "profile_under_test.h"
 #include "tests/support/ini_changed_by_others.h"
 
 namespace platform::ini {
@@ -244,25 +243,6 @@ TEST_F(PrivateProfileReading, AnUnusablePathHasNoNames) {
   EXPECT_EQ(profile.GetPrivateProfileSectionNamesA(buffer, u""), 0U);
 }
 
-TEST_F(PrivateProfileReading, EightFilesAreKeptInMemoryAndNoMore) {
-  const auto read = [this](int number) {
-    const std::string name = std::to_string(number);
-    if (number >= disk.reads) {
-      const std::filesystem::path file = folder.Path() / name;
-      folder.Write(name, "[a]\r\nk=1\r\n");
-      std::filesystem::last_write_time(file, std::filesystem::last_write_time(file) - std::chrono::hours(1));
-    }
-    std::vector<char16_t> buffer(10);
-    EXPECT_EQ(profile.GetPrivateProfileStringW(u"a", u"k", u"", buffer, folder.TextPath(name)), 1U);
-  };
-  for (int number = 0; number < 8; ++number) read(number);
-  for (int number = 0; number < 8; ++number) read(number);
-  EXPECT_EQ(disk.reads, 8);
-  read(8);
-  read(0);
-  EXPECT_EQ(disk.reads, 10);
-}
-
 TEST_F(PrivateProfileReading, ManyFilesAtOnceAreAllReadRight) {
   for (int round = 0; round < 2; ++round) {
     for (int number = 0; number < 30; ++number) {
@@ -280,6 +260,6 @@ TEST_F(PrivateProfileReading, ManyFilesAtOnceAreAllReadRight) {
 
 namespace test_support {
 
-INSTANTIATE_TYPED_TEST_SUITE_P(PlainDisk, IniChangedByOthers, platform::ini::IniFixture);
+INSTANTIATE_TYPED_TEST_SUITE_P(Disk, IniChangedByOthers, platform::ini::IniFixture);
 
 }  // namespace test_support

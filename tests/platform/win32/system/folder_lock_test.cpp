@@ -1,0 +1,59 @@
+#include "platform/win32/system/folder_lock.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <filesystem>
+#include <thread>
+
+#include "tests/support/temp_folder.h"
+
+namespace platform::win32 {
+namespace {
+
+TEST(Win32FolderLockTest, AnotherThreadWaitsUntilTheLockIsReleased) {
+  const test_support::TempFolder folder;
+  std::atomic<bool> is_released = false;
+  std::atomic<bool> was_released_first = false;
+  std::thread other;
+  {
+    const FolderLock lock(folder.Path().wstring() + L"\\");
+    EXPECT_EQ(lock.Get(), FolderLock::State::kHeld);
+    other = std::thread([&] {
+      const FolderLock second(folder.Path().wstring());
+      EXPECT_EQ(second.Get(), FolderLock::State::kHeld);
+      was_released_first = is_released.load();
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    is_released = true;
+  }
+  other.join();
+  EXPECT_TRUE(was_released_first);
+}
+
+TEST(Win32FolderLockTest, WaitingEndsAfterFiveSeconds) {
+  const test_support::TempFolder folder;
+  const FolderLock lock(folder.Path().wstring());
+  FolderLock::State state = FolderLock::State::kHeld;
+  std::thread([&] { state = FolderLock(folder.Path().wstring()).Get(); }).join();
+  EXPECT_EQ(state, FolderLock::State::kBusy);
+}
+
+TEST(Win32FolderLockTest, OtherFoldersHaveLocksOfTheirOwn) {
+  const test_support::TempFolder folder;
+  const test_support::TempFolder another;
+  const FolderLock lock(folder.Path().wstring());
+  FolderLock::State state = FolderLock::State::kBusy;
+  std::thread([&] { state = FolderLock(another.Path().wstring()).Get(); }).join();
+  EXPECT_EQ(state, FolderLock::State::kHeld);
+}
+
+TEST(Win32FolderLockTest, AMissingFolderAndAFileHaveNone) {
+  const test_support::TempFolder folder;
+  folder.Write("file", "");
+  EXPECT_EQ(FolderLock((folder.Path() / "missing").wstring()).Get(), FolderLock::State::kNoFolder);
+  EXPECT_EQ(FolderLock((folder.Path() / "file").wstring()).Get(), FolderLock::State::kNoFolder);
+}
+
+}  // namespace
+}  // namespace platform::win32

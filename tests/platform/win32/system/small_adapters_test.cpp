@@ -1,0 +1,94 @@
+// Clock, clipboard, error texts, sleep: adapters of one operation each.
+
+#include "platform/win32/base/windows_api.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <ctime>
+#include <string_view>
+
+#include "platform/win32/system/clipboard.h"
+#include "platform/win32/system/clock.h"
+#include "platform/win32/system/sleep_inhibitor.h"
+#include "platform/win32/system/system_messages.h"
+
+namespace platform::win32 {
+namespace {
+
+TEST(Win32ClockTest, TheTimesAgreeWithEachOtherAndWithTheLibrarys) {
+  Win32Clock clock;
+  const std::int64_t before = std::time(nullptr);
+  const std::int64_t now = clock.WholeSeconds();
+  EXPECT_GE(now, before);
+  EXPECT_LE(now, std::time(nullptr));
+  DateTime local = clock.LocalTime();
+  const double midnight = clock.SecondsSinceMidnight();
+  if (clock.LocalTime().day != local.day) local = clock.LocalTime();
+  const int whole = (local.hour * 60 + local.minute) * 60 + local.second;
+  EXPECT_NEAR(midnight, whole, 60);
+  EXPECT_GE(local.year, 2024);
+}
+
+void PutIntoClipboard(std::wstring_view units) {
+  const std::size_t bytes = units.size() * sizeof(wchar_t);
+  HGLOBAL const memory = ::GlobalAlloc(GMEM_MOVEABLE, bytes);
+  std::memcpy(::GlobalLock(memory), units.data(), bytes);
+  ::GlobalUnlock(memory);
+  ASSERT_NE(::OpenClipboard(nullptr), 0);
+  ::EmptyClipboard();
+  ::SetClipboardData(CF_UNICODETEXT, memory);
+  ::CloseClipboard();
+}
+
+TEST(Win32ClipboardTest, TheTextIsReadUpToItsEnd) {
+  Win32Clipboard clipboard;
+  PutIntoClipboard(std::wstring_view(L"http://Größe/\0Rest", 18));
+  EXPECT_EQ(clipboard.GetText(), u"http://Größe/");
+}
+
+TEST(Win32ClipboardTest, ATextReplacesTheContent) {
+  Win32Clipboard clipboard;
+  PutIntoClipboard(L"vorher");
+  clipboard.SetText(u"http://Größe/");
+  EXPECT_EQ(clipboard.GetText(), u"http://Größe/");
+  clipboard.SetText(u"");
+  EXPECT_EQ(clipboard.GetText(), u"");
+}
+
+TEST(Win32ClipboardTest, WithoutATextItIsEmpty) {
+  ASSERT_NE(::OpenClipboard(nullptr), 0);
+  ::EmptyClipboard();
+  ::CloseClipboard();
+  EXPECT_EQ(Win32Clipboard().GetText(), u"");
+}
+
+TEST(Win32SystemMessagesTest, TheSystemHasATextForAMissingFile) {
+  const Text text = Win32SystemMessages().FormatMessageA(static_cast<std::int32_t>(0x80070002U));
+  EXPECT_TRUE(text.ends_with(u"\r\n"));
+  EXPECT_LE(text.size(), 255U);
+  EXPECT_EQ(Win32SystemMessages().FormatMessageA(static_cast<std::int32_t>(0x8ABCDEF0U)), u"");
+}
+
+TEST(Win32SystemMessagesTest, AnUnsupportedStreamHasATextInEveryCase) {
+  Win32SystemMessages messages;
+  const auto code = static_cast<std::int32_t>(0xC00D36C4U);
+  EXPECT_TRUE(messages.FormatMessageA(code).ends_with(u"\r\n"));
+  if (messages.FormatMessageA(code).find(u"Bytestreamtyp der") == Text::npos) return;
+  messages.SetLookUp([](const Text& german) { return u"<" + german + u">"; });
+  EXPECT_EQ(messages.FormatMessageA(code),
+            u"<Der Bytestreamtyp der angegebenen URL wird nicht unterstützt.>\r\n");
+}
+
+TEST(Win32SleepInhibitorTest, TheRequestHoldsUntilItIsReleased) {
+  Win32SleepInhibitor inhibitor;
+  inhibitor.Hold();
+  inhibitor.Hold();
+  const EXECUTION_STATE held = ::SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED);
+  EXPECT_NE(held & ES_SYSTEM_REQUIRED, 0U);
+  inhibitor.Release();
+  EXPECT_EQ(::SetThreadExecutionState(ES_CONTINUOUS) & ES_SYSTEM_REQUIRED, 0U);
+}
+
+}  // namespace
+}  // namespace platform::win32
