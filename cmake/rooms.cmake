@@ -78,12 +78,13 @@ function(funkhaus_room name directory)
   endforeach()
 endfunction()
 
-# funkhaus_test(NAME DIR [OWN_MAIN] [CONTRACTS DIR ... SYSTEM DIR] [LINKS room-or-target ...] [PROPERTIES key value ...]):
+# funkhaus_test(NAME DIR [OWN_MAIN] [DISPLAY] [CONTRACTS DIR ... SYSTEM DIR] [LINKS room-or-target ...] [PROPERTIES key value ...]):
 # every *.cpp directly in DIR as one GoogleTest program whose cases CTest knows one by one, or as a whole when it is
 # built for another system. With OWN_MAIN one of the files has the main function. The tests of a port's contract, for
-# whatever implements it, say "..._under_test.h"; SYSTEM is the folder that says what that is.
+# whatever implements it, say "..._under_test.h"; SYSTEM is the folder that says what that is. With DISPLAY a program for
+# another system gets a display of its own.
 function(funkhaus_test name directory)
-  cmake_parse_arguments(TEST "OWN_MAIN" "SYSTEM" "CONTRACTS;LINKS;PROPERTIES" ${ARGN})
+  cmake_parse_arguments(TEST "OWN_MAIN;DISPLAY" "SYSTEM" "CONTRACTS;LINKS;PROPERTIES" ${ARGN})
   set(patterns)
   foreach(folder IN LISTS directory TEST_CONTRACTS)
     list(APPEND patterns ${CMAKE_SOURCE_DIR}/${folder}/*.cpp)
@@ -113,7 +114,12 @@ function(funkhaus_test name directory)
     # A process costs more than most cases, so the program runs as a whole; nobody ships it, so nobody waits for its
     # optimisation.
     target_compile_options(test_${name} PRIVATE -O0)
-    add_test(NAME ${name} COMMAND test_${name})
+    if(TEST_DISPLAY)
+      add_test(NAME ${name} COMMAND xvfb-run -a -s "-screen 0 1366x768x24" ${CMAKE_CROSSCOMPILING_EMULATOR}
+                                    $<TARGET_FILE:test_${name}>)
+    else()
+      add_test(NAME ${name} COMMAND test_${name})
+    endif()
     set_tests_properties(${name} PROPERTIES TIMEOUT 600 ${TEST_PROPERTIES})
     return()
   endif()

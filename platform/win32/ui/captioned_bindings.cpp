@@ -1,0 +1,126 @@
+#include "platform/win32/ui/captioned_bindings.h"
+
+#include "platform/win32/base/windows_api.h"
+
+#include "platform/win32/ui/drawing.h"
+#include "platform/win32/ui/shown_text.h"
+
+namespace platform::win32 {
+namespace {
+
+std::uint32_t StyleOf(const controls::Label& label) {
+  const bool right = label.Look() == controls::LabelLook::kRightCaption;
+  return SS_NOPREFIX | SS_CENTERIMAGE | SS_ENDELLIPSIS | (right ? SS_RIGHT : SS_LEFT);
+}
+
+std::uint32_t StyleOf(const controls::CommandButton& button, DefaultButton is_default) {
+  if (button.Look() == controls::ButtonLook::kFlat) return BS_OWNERDRAW | BS_NOTIFY;
+  return BS_NOTIFY | (is_default == DefaultButton::kYes ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON);
+}
+
+/// A glyph before a caption is not drawn; the caption is enough.
+bool ShowsGlyphAlone(const controls::CommandButton& button) {
+  return button.GetGlyph() != controls::Glyph::kNone &&
+         button.PlaceOfGlyph() == controls::GlyphPlace::kInsteadOfCaption;
+}
+
+PixelPlace ToPlace(const RECT& area) {
+  return {area.left, area.top, area.right - area.left, area.bottom - area.top};
+}
+
+}  // namespace
+
+LabelBinding::LabelBinding(controls::Label& label, HWND parent, const Surroundings& around)
+    : ControlBinding(label, parent, around, {L"STATIC", StyleOf(label)}, ForKeyboard::kNo), label_(label) {
+  subscriptions_ += label.Changed.Subscribe([this] { Follow(); });
+  Follow();
+  FollowControl();
+}
+
+void LabelBinding::Follow() { ShowTitle(OnOneLine(label_.Caption())); }
+
+CommandButtonBinding::CommandButtonBinding(controls::CommandButton& button, HWND parent,
+                                           const Surroundings& around, DefaultButton is_default)
+    : ControlBinding(button, parent, around, {L"BUTTON", StyleOf(button, is_default)}, ForKeyboard::kYes),
+      button_(button) {
+  subscriptions_ += button.Changed.Subscribe([this] { Follow(); });
+  Follow();
+  FollowControl();
+}
+
+void CommandButtonBinding::Follow() {
+  const bool named = ShowsGlyphAlone(button_) && !button_.ToolTip().empty();
+  ShowTitle(named ? button_.ToolTip() : WithoutMnemonics(button_.Caption()));
+}
+
+void CommandButtonBinding::Notice(unsigned int code) {
+  if (code != BN_CLICKED) return;
+  HandOver(
+      [this] {
+        if (!IsBlocked()) button_.Click();
+      },
+      UseOnWait());
+}
+
+void CommandButtonBinding::ContextWanted(int /*left*/, int /*top*/) {
+  HandOver([this] {
+    if (!IsBlocked()) button_.ContextClick();
+  });
+}
+
+std::intptr_t CommandButtonBinding::Notice(tagNMHDR& notice) {
+  if (notice.code != static_cast<UINT>(NM_CUSTOMDRAW) || !ShowsGlyphAlone(button_)) {
+    return CDRF_DODEFAULT;
+  }
+  const auto& step = reinterpret_cast<const NMCUSTOMDRAW&>(notice);
+  // The system has painted the button; the caption, which stands for the glyph, is not to follow.
+  if (step.dwDrawStage != CDDS_PREPAINT) return CDRF_DODEFAULT;
+  const bool enabled = ::IsWindowEnabled(Handle()) != 0;
+  DrawGlyph(step.hdc, button_.GetGlyph(), ToPlace(step.rc),
+            ::GetSysColor(enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+  return CDRF_SKIPDEFAULT;
+}
+
+void CommandButtonBinding::Draw(const tagDRAWITEMSTRUCT& place) {
+  const bool pressed = (place.itemState & ODS_SELECTED) != 0;
+  const bool focused = (place.itemState & ODS_FOCUS) != 0;
+  RECT area = place.rcItem;
+  ::FillRect(place.hDC, &area, ::GetSysColorBrush(pressed ? COLOR_BTNFACE : COLOR_WINDOW));
+  DrawGlyph(place.hDC, button_.GetGlyph(), ToPlace(area),
+            ::GetSysColor((place.itemState & ODS_DISABLED) != 0 ? COLOR_GRAYTEXT : COLOR_WINDOWTEXT));
+  if (focused) ::DrawFocusRect(place.hDC, &area);
+}
+
+CheckBoxBinding::CheckBoxBinding(controls::CheckBox& box, HWND parent, const Surroundings& around)
+    : ControlBinding(box, parent, around, {L"BUTTON", BS_AUTOCHECKBOX | BS_NOTIFY}, ForKeyboard::kYes),
+      box_(box) {
+  subscriptions_ += box.Changed.Subscribe([this] { Follow(); });
+  Follow();
+  FollowControl();
+}
+
+void CheckBoxBinding::Follow() {
+  ShowTitle(WithoutMnemonics(box_.Caption()));
+  if (choices_to_come_ > 0) return;
+  const WPARAM wanted = box_.Checked() ? BST_CHECKED : BST_UNCHECKED;
+  if (static_cast<WPARAM>(::SendMessageW(Handle(), BM_GETCHECK, 0, 0)) == wanted) return;
+  ::SendMessageW(Handle(), BM_SETCHECK, wanted, 0);
+}
+
+void CheckBoxBinding::Notice(unsigned int code) {
+  if (code != BN_CLICKED) return;
+  const bool checked = ::SendMessageW(Handle(), BM_GETCHECK, 0, 0) == BST_CHECKED;
+  TakeUsersChoice(checked ? controls::CheckValue::kChecked : controls::CheckValue::kUnchecked);
+}
+
+void CheckBoxBinding::TakeUsersChoice(controls::CheckValue value) {
+  ++choices_to_come_;
+  HandOver([this, value] {
+    --choices_to_come_;
+    // The program may have come first.
+    if (!IsBlocked() && value != box_.Value()) box_.Click();
+    Follow();
+  });
+}
+
+}  // namespace platform::win32

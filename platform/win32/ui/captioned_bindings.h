@@ -1,0 +1,52 @@
+#pragma once
+// Binds the controls that carry a caption: label, command button, check box. Not frames (frame_window.h) nor
+// texts of any length (text_panel.h).
+
+#include "controls/captioned.h"
+#include "platform/win32/ui/control_binding.h"
+
+namespace platform::win32 {
+
+/// A short caption, usually beside a field.
+class LabelBinding final : public ControlBinding {
+ public:
+  LabelBinding(controls::Label& label, HWND parent, const Surroundings& around);
+
+ private:
+  void Follow();
+  controls::Label& label_;
+};
+
+enum class DefaultButton { kNo, kYes };
+
+/// A button with a glyph instead of a caption is drawn by the program, on the system's button; its text,
+/// which a screen reader speaks, is then its tooltip.
+class CommandButtonBinding final : public ControlBinding {
+ public:
+  CommandButtonBinding(controls::CommandButton& button, HWND parent, const Surroundings& around,
+                       DefaultButton is_default);
+
+  void Notice(unsigned int code) override;
+  std::intptr_t Notice(tagNMHDR& notice) override;
+  void Draw(const tagDRAWITEMSTRUCT& place) override;
+  void ContextWanted(int left, int top) override;
+
+ private:
+  void Follow();
+  controls::CommandButton& button_;
+};
+
+class CheckBoxBinding final : public ControlBinding {
+ public:
+  CheckBoxBinding(controls::CheckBox& box, HWND parent, const Surroundings& around);
+
+  void Notice(unsigned int code) override;
+
+ private:
+  void Follow();
+  void TakeUsersChoice(controls::CheckValue value);
+  controls::CheckBox& box_;
+  int choices_to_come_ = 0;  // which the window already shows
+};
+
+}  // namespace platform::win32

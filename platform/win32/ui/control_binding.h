@@ -1,0 +1,105 @@
+#pragma once
+// What every window of a control shares with it: place, visibility, whether it takes input, tooltip, focus.
+// Not the properties of one kind of control; those are in the bindings that derive from this.
+
+#include <functional>
+
+#include "controls/control.h"
+#include "platform/win32/base/handles.h"
+#include "platform/win32/ui/message_loop.h"
+#include "platform/win32/ui/scale.h"
+#include "platform/win32/ui/tool_tips.h"
+#include "platform/win32/ui/window.h"
+
+namespace platform::win32 {
+
+/// What all bindings of a window use; it outlives them.
+struct Surroundings {
+  const Scale& scale;
+  Win32MessageLoop& loop;
+  ToolTips& tool_tips;
+};
+
+/// What a control of the system is made of.
+struct NativeKind {
+  const wchar_t* class_name = nullptr;
+  std::uint32_t style = 0;
+  std::uint32_t extended = 0;
+};
+
+/// Whether the keyboard can go to the control.
+enum class ForKeyboard { kYes, kNo };
+
+/// Follows one control with one window, which it creates in `parent` and destroys. The control outlives it.
+class ControlBinding : public Reflected {
+ public:
+  ~ControlBinding() override;
+  ControlBinding(const ControlBinding&) = delete;
+  ControlBinding& operator=(const ControlBinding&) = delete;
+
+  [[nodiscard]] HWND Handle() const { return handle_; }
+  [[nodiscard]] bool TakesKeyboard() const { return for_keyboard_ == ForKeyboard::kYes; }
+  /// The control can be seen and used now.
+  [[nodiscard]] bool IsReady() const;
+  /// The tooltip while the control has none of its own.
+  void SetHint(const Text& hint);
+
+  /// Applies place and font again; to be called when the scale has changed.
+  virtual void FollowScale();
+
+ protected:
+  ControlBinding(controls::Control& control, HWND parent, const Surroundings& around, const NativeKind& kind,
+                 ForKeyboard for_keyboard);
+  /// For a window that was made elsewhere and destroys itself.
+  ControlBinding(controls::Control& control, HWND made, const Surroundings& around);
+
+  /// To be called at the end of the constructor of the kind, and by itself when the control changes.
+  void FollowControl();
+  /// Where the window is within the control's place; the whole place unless the kind knows better.
+  [[nodiscard]] virtual PixelPlace Fitted(const PixelPlace& place) const { return place; }
+  /// Called after the window was moved, shown, hidden, enabled or disabled.
+  virtual void FollowWindow() {}
+
+  /// The program's reaction to user input, to be run from the message loop while the binding lives.
+  void HandOver(std::function<void()> procedure, OnWait on_wait = OnWait::kKeepsWaiting);
+  /// For the main use of the control.
+  [[nodiscard]] OnWait UseOnWait() const {
+    return control_.EndsWaiting() ? OnWait::kEndsWait : OnWait::kKeepsWaiting;
+  }
+  [[nodiscard]] bool IsBlocked() const { return IsBlockedByDialog(handle_); }
+  [[nodiscard]] const Scale& GetScale() const { return around_.scale; }
+  [[nodiscard]] const Surroundings& Around() const { return around_; }
+  /// The window's own text, when it is another.
+  void ShowTitle(const Text& text) const;
+  void SetFont(Scale::Font font);
+
+  controls::Subscriptions subscriptions_;
+
+ private:
+  void Subscribe();
+  void FollowPlace();
+
+  controls::Control& control_;
+  Surroundings around_;
+  HWND handle_;
+  const ForKeyboard for_keyboard_;
+  const bool owns_window_;
+  Scale::Font font_ = Scale::Font::kPlain;
+  Text hint_;
+  Lifetime lifetime_;
+};
+
+/// True while it lives: the binding itself changes the window, so what the window reports is not user input.
+class Following {
+ public:
+  explicit Following(bool& flag) : flag_(flag), before_(flag) { flag_ = true; }
+  ~Following() { flag_ = before_; }
+  Following(const Following&) = delete;
+  Following& operator=(const Following&) = delete;
+
+ private:
+  bool& flag_;
+  const bool before_;
+};
+
+}  // namespace platform::win32

@@ -1,0 +1,231 @@
+#include "platform/win32/ui/form_window.h"
+
+#include "platform/win32/base/windows_api.h"
+
+#include <algorithm>
+
+#include "platform/win32/base/wide.h"
+#include "platform/win32/ui/busy_pointer.h"
+#include "platform/win32/ui/shown_text.h"
+
+namespace platform::win32 {
+namespace {
+
+constexpr std::size_t kLongestTitle = 300;
+
+Window::Style StyleOf(const controls::Form& form, HWND owner) {
+  const DWORD fixed = WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
+  if (owner != nullptr) return {fixed | WS_POPUP, WS_EX_CONTROLPARENT | WS_EX_DLGMODALFRAME};
+  if (form.FixedSize()) return {fixed | WS_MINIMIZEBOX, WS_EX_CONTROLPARENT};
+  return {WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT};
+}
+
+const controls::Control* Footer(const app::Inventory& inventory) {
+  for (const app::FormControl& entry : inventory) {
+    const auto* label = app::As<controls::Label>(entry);
+    if (label != nullptr && label->Look() == controls::LabelLook::kStatusLine) return label;
+  }
+  return nullptr;
+}
+
+RECT WorkAreaOf(HWND window) {
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  ::GetMonitorInfoW(::MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor);
+  return monitor.rcWork;
+}
+
+}  // namespace
+
+FormWindow::FormWindow(controls::Form& form, const app::Inventory& inventory, HWND owner,
+                       const Win32Icons& icons, Win32MessageLoop& loop)
+    : Window(owner, StyleOf(form, owner), OnOneLine(form.Caption(), kLongestTitle)),
+      form_(form),
+      owner_(owner),
+      loop_(loop),
+      scale_(::GetDpiForWindow(Handle())),
+      tool_tips_(Handle()),
+      footer_(Footer(inventory)) {
+  set_ = std::make_unique<ControlSet>(inventory, Handle(), Surroundings{scale_, loop_, tool_tips_}, icons);
+  keys_ = std::make_unique<FormKeys>(inventory, Handle(), *set_, loop_);
+  subscriptions_ += form.Changed.Subscribe([this] { FollowForm(); });
+  subscriptions_ += form.Closed.Subscribe([this] { ::ShowWindow(Handle(), SW_HIDE); });
+  subscriptions_ += form.FocusWanted.Subscribe([this] { BringToFront(); });
+  FollowForm();
+}
+
+FormWindow::~FormWindow() {
+  keys_.reset();
+  set_.reset();
+}
+
+int FormWindow::FooterHeight() const {
+  return footer_ == nullptr ? 0 : scale_.Pixels(footer_->GetPlace().height);
+}
+
+FormWindow::Size FormWindow::WindowSize(int width, int height) const {
+  RECT area{0, 0, scale_.Pixels(width), scale_.Pixels(height) + FooterHeight()};
+  ::AdjustWindowRectExForDpi(&area, static_cast<DWORD>(::GetWindowLongPtrW(Handle(), GWL_STYLE)), FALSE,
+                             static_cast<DWORD>(::GetWindowLongPtrW(Handle(), GWL_EXSTYLE)),
+                             scale_.DotsPerInch());
+  return {static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top)};
+}
+
+FormWindow::Size FormWindow::InnerSize() const {
+  RECT area{};
+  ::GetClientRect(Handle(), &area);
+  return {static_cast<int>(area.right), std::max(0, static_cast<int>(area.bottom) - FooterHeight())};
+}
+
+void FormWindow::FollowForm() {
+  const Text title = OnOneLine(form_.Caption(), kLongestTitle);
+  if (TextOf(Handle()) != title) ::SetWindowTextW(Handle(), Wide(title));
+  const Size inner = InnerSize();
+  const controls::Place& place = form_.GetPlace();
+  const bool same = scale_.Twips(inner.width) == place.width && scale_.Twips(inner.height) == place.height;
+  if (same || following_ || ::IsIconic(Handle()) != 0 || ::IsZoomed(Handle()) != 0) return;
+  const Following guard(following_);
+  const Size size = WindowSize(place.width, place.height);
+  ::SetWindowPos(Handle(), nullptr, 0, 0, size.width, size.height,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FormWindow::TakeSize(int width, int height) {
+  form_.Resize(scale_.Twips(width), scale_.Twips(std::max(0, height - FooterHeight())));
+}
+
+void FormWindow::Show() {
+  const Size wanted = WindowSize(form_.GetPlace().width, form_.GetPlace().height);
+  RECT room = WorkAreaOf(owner_ == nullptr ? Handle() : owner_);
+  RECT place{};
+  ::GetWindowRect(Handle(), &place);
+  const int width = std::min(wanted.width, static_cast<int>(room.right - room.left));
+  const int height = std::min(wanted.height, static_cast<int>(room.bottom - room.top));
+  if (owner_ != nullptr) {
+    RECT around{};
+    ::GetWindowRect(owner_, &around);
+    place.left = (around.left + around.right - width) / 2;
+    place.top = (around.top + around.bottom - height) / 2;
+  }
+  const int left = std::clamp(static_cast<int>(place.left), static_cast<int>(room.left),
+                              static_cast<int>(room.right) - width);
+  const int top = std::clamp(static_cast<int>(place.top), static_cast<int>(room.top),
+                             static_cast<int>(room.bottom) - height);
+  ::SetWindowPos(Handle(), nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+  ::ShowWindow(Handle(), SW_SHOWNORMAL);
+  keys_->FocusFirst();
+}
+
+bool FormWindow::BringToFront() {
+  HWND const front = ::GetLastActivePopup(Handle());
+  if (::IsWindowVisible(front) == 0) return false;
+  if (::IsIconic(Handle()) != 0) ::ShowWindow(Handle(), SW_RESTORE);
+  ::SetForegroundWindow(front);
+  return true;
+}
+
+std::optional<std::intptr_t> FormWindow::OnMessage(const Message& message) {
+  switch (message.id) {
+    case WM_SIZE:
+      form_.SetInSight(::IsWindowVisible(Handle()) != 0 && message.w != SIZE_MINIMIZED);
+      // It does nothing but move controls.
+      if (message.w != SIZE_MINIMIZED) TakeSize(LOWORD(message.l), HIWORD(message.l));
+      return 0;
+    case WM_SHOWWINDOW:
+      form_.SetInSight(message.w != 0 && ::IsIconic(Handle()) == 0);
+      return std::nullopt;
+    case WM_GETMINMAXINFO:
+      LimitSize(message.l);
+      return 0;
+    case WM_CLOSE:
+      AskToClose();
+      return 0;
+    case WM_QUERYENDSESSION:
+      return TRUE;
+    case WM_ENDSESSION:
+      if (message.w != 0) EndSession();
+      return 0;
+    case WM_ACTIVATE:
+      if (LOWORD(message.w) == WA_INACTIVE) {
+        HWND const focus = ::GetFocus();
+        if (::IsChild(Handle(), focus) != 0) last_focus_ = focus;
+      }
+      return std::nullopt;
+    case WM_SETFOCUS:
+      if (::IsChild(Handle(), last_focus_) != 0) ::SetFocus(last_focus_);
+      return 0;
+    case WM_SETCURSOR:
+      if (BusyPointer::Apply()) return TRUE;
+      return std::nullopt;
+    case WM_APPCOMMAND:
+      if (MediaKeyPressed && MediaKeyPressed(GET_APPCOMMAND_LPARAM(message.l))) return TRUE;
+      return std::nullopt;
+    case WM_DPICHANGED:
+      FollowResolution(LOWORD(message.w), message.l);
+      return 0;
+    case WM_SETTINGCHANGE:
+    case WM_THEMECHANGED:
+    case WM_SYSCOLORCHANGE:
+      FollowUser();
+      return std::nullopt;
+    default:
+      return std::nullopt;
+  }
+}
+
+void FormWindow::LimitSize(std::intptr_t limits) const {
+  // The system asks before the window is complete.
+  if (!set_) return;
+  const Size smallest = WindowSize(form_.SmallestWidth(), form_.SmallestHeight());
+  const RECT room = WorkAreaOf(Handle());
+  auto& info = *reinterpret_cast<MINMAXINFO*>(limits);
+  if (form_.SmallestWidth() == 0 && form_.SmallestHeight() == 0) return;
+  info.ptMinTrackSize.x = std::min<LONG>(smallest.width, room.right - room.left);
+  info.ptMinTrackSize.y = std::min<LONG>(smallest.height, room.bottom - room.top);
+}
+
+void FormWindow::FollowResolution(unsigned int dots, std::intptr_t place) {
+  scale_.Set(dots);
+  const RECT& wanted = *reinterpret_cast<const RECT*>(place);
+  {
+    const Following guard(following_);
+    ::SetWindowPos(Handle(), nullptr, wanted.left, wanted.top, wanted.right - wanted.left,
+                   wanted.bottom - wanted.top, SWP_NOZORDER | SWP_NOACTIVATE);
+  }
+  FollowUser();
+}
+
+void FormWindow::FollowUser() {
+  // Messages of this kind come while the window is being made, too.
+  if (!set_) return;
+  scale_.Set(::GetDpiForWindow(Handle()));
+  set_->FollowScale();
+  RECT area{};
+  ::GetClientRect(Handle(), &area);
+  if (::IsIconic(Handle()) == 0) TakeSize(static_cast<int>(area.right), static_cast<int>(area.bottom));
+  ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void FormWindow::AskToClose() {
+  loop_.HandOver(
+      lifetime_,
+      [this] {
+        // The user cannot close a window that a dialog blocks; and what was asked for before the dialog
+        // opened is not answered inside it.
+        if (!IsBlockedByDialog(Handle())) form_.Close();
+      },
+      OnWait::kEndsWait);
+}
+
+void FormWindow::EndSession() {
+  const auto close = [this] {
+    form_.Close(controls::CloseReason::kSessionEnd);
+    // The form is being closed further up the stack, where it waits for an answer. Leaving every loop
+    // dismisses whatever is open, and the closing continues.
+    if (!form_.IsClosed()) Win32MessageLoop::LeaveAll();
+  };
+  if (loop_.PaintingOnly()) return loop_.HandOver(lifetime_, close, OnWait::kEndsWait);
+  close();
+}
+
+}  // namespace platform::win32

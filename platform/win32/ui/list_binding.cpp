@@ -1,0 +1,185 @@
+#include "platform/win32/ui/list_binding.h"
+
+#include "platform/win32/base/windows_api.h"
+
+#include <algorithm>
+
+#include "platform/win32/base/wide.h"
+#include "platform/win32/ui/shown_text.h"
+
+namespace platform::win32 {
+namespace {
+
+constexpr UINT_PTR kGestures = 2;
+constexpr std::uint32_t kListStyle =
+    LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS;
+
+bool IsSteppingKey(WPARAM key) { return key == VK_RETURN || key == VK_DELETE; }
+
+LRESULT CALLBACK ListGestures(HWND window, UINT message, WPARAM w, LPARAM l, UINT_PTR /*id*/,
+                              DWORD_PTR reference) {
+  auto& binding = *reinterpret_cast<ListBinding*>(reference);
+  constexpr LPARAM kWasDown = 1 << 30;
+  switch (message) {
+    case WM_KEYDOWN:
+      if (!IsSteppingKey(w)) break;
+      if ((l & kWasDown) != 0) return 0;
+      if (w == VK_RETURN) binding.OpenRow();
+      if (w == VK_DELETE) binding.DeleteRow();
+      return 0;
+    case WM_LBUTTONDOWN:
+      binding.PressMouse();
+      break;
+    case WM_TIMER:
+      if (w != ListBinding::kRestTimer) break;
+      binding.RestTimerTicked();
+      return 0;
+    case WM_PAINT: {
+      const LRESULT painted = ::DefSubclassProc(window, message, w, l);
+      binding.PaintHint();
+      return painted;
+    }
+    case WM_KEYUP:
+    case WM_KILLFOCUS: {
+      const LRESULT handled = ::DefSubclassProc(window, message, w, l);
+      binding.ReleaseKey();
+      return handled;
+    }
+    default:
+      break;
+  }
+  return ::DefSubclassProc(window, message, w, l);
+}
+
+}  // namespace
+
+ListBinding::ListBinding(controls::ListView& list, HWND parent, const Surroundings& around,
+                         const Win32Icons& icons)
+    : ControlBinding(list, parent, around, {WC_LISTVIEWW, kListStyle, WS_EX_CLIENTEDGE}, ForKeyboard::kYes),
+      list_(list),
+      icons_(icons) {
+  constexpr LPARAM kExtended = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
+  ::SendMessageW(Handle(), LVM_SETEXTENDEDLISTVIEWSTYLE, 0, kExtended);
+  ::SetWindowSubclass(Handle(), ListGestures, kGestures, reinterpret_cast<DWORD_PTR>(this));
+  subscriptions_ += list.Changed.Subscribe([this] { Follow(); });
+  subscriptions_ += list.RowsReset.Subscribe([this] { FollowRows(true); });
+  subscriptions_ += list.RowsAdded.Subscribe(
+      [this](std::size_t first, std::size_t count) { FollowRows(first + count < list_.Count()); });
+  subscriptions_ += list.RowRemoved.Subscribe([this](std::size_t) { FollowRows(true); });
+  subscriptions_ += list.RowChanged.Subscribe([this](std::size_t position) {
+    ::SendMessageW(Handle(), LVM_REDRAWITEMS, position, static_cast<LPARAM>(position));
+  });
+  subscriptions_ += list.ScrollWanted.Subscribe([this](controls::RowId id) {
+    if (const auto position = list_.IndexOf(id))
+      ::SendMessageW(Handle(), LVM_ENSUREVISIBLE, *position, FALSE);
+  });
+  FollowControl();
+  FollowRows(true);
+  Follow();
+}
+
+ListBinding::~ListBinding() {
+  following_ = true;
+  ::KillTimer(Handle(), kRestTimer);
+  ::RemoveWindowSubclass(Handle(), ListGestures, kGestures);
+}
+
+void ListBinding::Follow() {
+  FollowColumns();
+  if (shown_images_ != list_.ImageList()) {
+    shown_images_ = list_.ImageList();
+    ::SendMessageW(Handle(), LVM_SETIMAGELIST, LVSIL_SMALL,
+                   reinterpret_cast<LPARAM>(icons_.Images(ImageListHandle{shown_images_})));
+    ::InvalidateRect(Handle(), nullptr, TRUE);
+  }
+  FollowSelection();
+}
+
+void ListBinding::FollowRows(bool all) {
+  {
+    const Following guard(following_);
+    const LPARAM flags = LVSICF_NOSCROLL | (all ? 0 : LVSICF_NOINVALIDATEALL);
+    ::SendMessageW(Handle(), LVM_SETITEMCOUNT, list_.Count(), flags);
+    if (all) ::InvalidateRect(Handle(), nullptr, TRUE);
+  }
+  FollowSorting();
+  FollowSelection();
+}
+
+void ListBinding::FollowColumns() {
+  std::vector<Text> captions;
+  for (const auto& column : list_.Columns()) captions.push_back(OnOneLine(column.caption));
+  if (captions == shown_captions_) return;
+  const std::size_t before = shown_captions_.size();
+  shown_captions_ = std::move(captions);
+  for (std::size_t index = 0; index < shown_captions_.size(); ++index) {
+    LVCOLUMNW column{};
+    column.mask = LVCF_TEXT | LVCF_SUBITEM | (index < before ? 0U : LVCF_WIDTH);
+    column.pszText = const_cast<wchar_t*>(Wide(shown_captions_[index]));
+    column.iSubItem = static_cast<int>(index);
+    column.cx = GetScale().Scaled(list_.Columns()[index].width);
+    ::SendMessageW(Handle(), index < before ? LVM_SETCOLUMNW : LVM_INSERTCOLUMNW, index,
+                   reinterpret_cast<LPARAM>(&column));
+  }
+  FollowSorting();
+}
+
+void ListBinding::FollowColumnWidths() {
+  for (std::size_t index = 0; index < list_.Columns().size(); ++index) {
+    ::SendMessageW(Handle(), LVM_SETCOLUMNWIDTH, index, GetScale().Scaled(list_.Columns()[index].width));
+  }
+}
+
+void ListBinding::FollowScale() {
+  ControlBinding::FollowScale();
+  FollowColumnWidths();
+}
+
+void ListBinding::FollowSorting() {
+  const auto header = reinterpret_cast<HWND>(::SendMessageW(Handle(), LVM_GETHEADER, 0, 0));
+  const bool ascending = list_.GetSortDirection() == controls::SortDirection::kAscending;
+  for (std::size_t index = 0; index < shown_captions_.size(); ++index) {
+    HDITEMW item{};
+    item.mask = HDI_FORMAT;
+    ::SendMessageW(header, HDM_GETITEMW, index, reinterpret_cast<LPARAM>(&item));
+    const int before = item.fmt;
+    item.fmt &= ~(HDF_SORTUP | HDF_SORTDOWN);
+    if (static_cast<int>(index) == list_.SortColumn()) item.fmt |= ascending ? HDF_SORTUP : HDF_SORTDOWN;
+    if (item.fmt != before) ::SendMessageW(header, HDM_SETITEMW, index, reinterpret_cast<LPARAM>(&item));
+  }
+}
+
+void ListBinding::FollowSelection() {
+  const Following guard(following_);
+  const bool gone = chosen_ && *chosen_ != controls::RowId::kNone && !list_.Contains(*chosen_);
+  if (gone) chosen_.reset();
+  const auto position = list_.IndexOf(chosen_.value_or(list_.SelectedRow()));
+  const auto shown = ShownRow();
+  if (position && shown == static_cast<int>(*position)) return;
+  LVITEMW state{};
+  state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+  if (shown)
+    ::SendMessageW(Handle(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&state));
+  if (!position) return;
+  state.state = LVIS_SELECTED | LVIS_FOCUSED;
+  ::SendMessageW(Handle(), LVM_SETITEMSTATE, *position, reinterpret_cast<LPARAM>(&state));
+}
+
+std::optional<int> ListBinding::ShownRow() const {
+  const LRESULT row = ::SendMessageW(Handle(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
+  if (row < 0) return std::nullopt;
+  return static_cast<int>(row);
+}
+
+controls::RowId ListBinding::ShownId() const {
+  const auto row = ShownRow();
+  return row ? list_.RowAt(static_cast<std::size_t>(*row)) : controls::RowId::kNone;
+}
+
+const controls::ListRow* ListBinding::RowAt(int row) const {
+  const auto& rows = list_.Rows();
+  return row >= 0 && static_cast<std::size_t>(row) < rows.size() ? &rows[static_cast<std::size_t>(row)]
+                                                                 : nullptr;
+}
+
+}  // namespace platform::win32

@@ -1,0 +1,86 @@
+#pragma once
+// Binds a list in report form to the system's list view, which asks for the texts that it shows. Not what a
+// selection or a double click does.
+
+#include <functional>
+#include <optional>
+
+#include "controls/list_view.h"
+#include "controls/row_command.h"
+#include "platform/win32/ui/control_binding.h"
+#include "platform/win32/ui/icons.h"
+
+struct tagLVDISPINFOW;
+struct tagNMLVCUSTOMDRAW;
+
+namespace platform::win32 {
+
+/// A selection by the user reaches the list when the user rests: at once after a click, or when keys that
+/// move it are released. What a selection starts must not be started for every row that is passed.
+class ListBinding final : public ControlBinding {
+ public:
+  ListBinding(controls::ListView& list, HWND parent, const Surroundings& around, const Win32Icons& icons);
+  ~ListBinding() override;
+
+  /// Right click or menu key; the place on the screen where the menu belongs. Raised inside the system's
+  /// call: the receiver queues what it does.
+  controls::Event<int, int> MenuWanted;
+
+  [[nodiscard]] const controls::ListView& List() const { return list_; }
+  /// The row that is shown selected; kNone for none.
+  [[nodiscard]] controls::RowId ShownId() const;
+
+  // The gestures for the selected row, as by Enter and Delete; and for one row, whichever is selected.
+  void OpenRow();
+  void DeleteRow() { DeleteRow(ShownId()); }
+  void OpenRow(controls::RowId id);
+  void DeleteRow(controls::RowId id);
+  void UseOnRow(controls::RowCommand& command, controls::RowId id, bool checked);
+
+  std::intptr_t Notice(tagNMHDR& notice) override;
+  void ContextWanted(int left, int top) override;
+  void FollowScale() override;
+
+  // For the window's procedure.
+  static constexpr std::uintptr_t kRestTimer = 0x46524553;
+  void PressMouse();
+  void ReleaseKey();
+  void RestTimerTicked();
+  void PaintHint() const;
+  [[nodiscard]] bool ShowsHint() const { return list_.Count() == 0 && !list_.EmptyText().empty(); }
+
+ private:
+  // The list's state, shown.
+  void Follow();
+  void FollowRows(bool all);
+  void FollowColumns();
+  void FollowColumnWidths();
+  void FollowSorting();
+  void FollowSelection();
+
+  // What the system asks.
+  void GiveCell(tagLVDISPINFOW& wanted) const;
+  [[nodiscard]] std::intptr_t Paint(tagNMLVCUSTOMDRAW& step) const;
+  void PaintMark(tagNMLVCUSTOMDRAW& step) const;
+  [[nodiscard]] std::intptr_t Find(tagNMHDR& notice) const;
+
+  // User input.
+  void NoticeSelection();
+  void StartRest();
+  void Rest();
+  void Select(controls::RowId id);
+  void Click(int row);
+  [[nodiscard]] std::optional<int> ShownRow() const;
+  [[nodiscard]] const controls::ListRow* RowAt(int row) const;
+
+  controls::ListView& list_;
+  const Win32Icons& icons_;
+  std::vector<Text> shown_captions_;
+  std::uint32_t shown_images_ = 0;
+  std::optional<controls::RowId> chosen_;       // by the user, which the list does not know yet
+  std::optional<controls::RowId> handed_over_;  // which has its turn soon
+  std::optional<int> selected_before_press_;
+  bool following_ = false;
+};
+
+}  // namespace platform::win32

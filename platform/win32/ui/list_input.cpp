@@ -1,0 +1,252 @@
+// What the user does in a list, and what the system asks for to show it (list_binding.h).
+
+#include "platform/win32/base/windows_api.h"
+
+#include <algorithm>
+
+#include "platform/win32/base/wide.h"
+#include "platform/win32/ui/list_binding.h"
+#include "platform/win32/ui/shown_text.h"
+
+namespace platform::win32 {
+namespace {
+
+constexpr UINT kRestMilliseconds = 250;
+/// How far the stripes' colour is from the list's, of 256 parts.
+constexpr int kStripe = 10;
+
+COLORREF StripeColor() {
+  const COLORREF ground = ::GetSysColor(COLOR_WINDOW);
+  const COLORREF ink = ::GetSysColor(COLOR_WINDOWTEXT);
+  const auto mixed = [](int from, int to) { return static_cast<BYTE>(from + (to - from) * kStripe / 256); };
+  return RGB(mixed(GetRValue(ground), GetRValue(ink)), mixed(GetGValue(ground), GetGValue(ink)),
+             mixed(GetBValue(ground), GetBValue(ink)));
+}
+
+bool StartsWith(const Text& text, std::wstring_view start) {
+  if (text.size() < start.size()) return false;
+  const int length = static_cast<int>(start.size());
+  return ::CompareStringOrdinal(WideData(text), length, start.data(), length, TRUE) == CSTR_EQUAL;
+}
+
+bool MenuIsOpen() {
+  GUITHREADINFO thread{};
+  thread.cbSize = sizeof thread;
+  ::GetGUIThreadInfo(::GetCurrentThreadId(), &thread);
+  return (thread.flags & (GUI_INMENUMODE | GUI_POPUPMENUMODE)) != 0;
+}
+
+}  // namespace
+
+std::intptr_t ListBinding::Notice(tagNMHDR& notice) {
+  switch (notice.code) {
+    case LVN_GETDISPINFOW:
+      GiveCell(reinterpret_cast<NMLVDISPINFOW&>(notice));
+      return 0;
+    case NM_CUSTOMDRAW:
+      return Paint(reinterpret_cast<NMLVCUSTOMDRAW&>(notice));
+    case LVN_ODFINDITEMW:
+      return Find(notice);
+    case LVN_ITEMCHANGED:
+    case LVN_ODSTATECHANGED:
+      NoticeSelection();
+      return 0;
+    case LVN_COLUMNCLICK:
+      HandOver([this, column = reinterpret_cast<const NMLISTVIEW&>(notice).iSubItem] {
+        if (!IsBlocked()) list_.ClickHeader(column);
+        FollowSorting();
+      });
+      return 0;
+    case NM_CLICK:
+      Click(reinterpret_cast<const NMITEMACTIVATE&>(notice).iItem);
+      return 0;
+    case NM_DBLCLK:
+      OpenRow(list_.RowAt(static_cast<std::size_t>(reinterpret_cast<const NMITEMACTIVATE&>(notice).iItem)));
+      return 0;
+    default:
+      return 0;
+  }
+}
+
+void ListBinding::GiveCell(tagLVDISPINFOW& wanted) const {
+  const controls::ListRow* row = RowAt(wanted.item.iItem);
+  if (row == nullptr) return;
+  if ((wanted.item.mask & LVIF_IMAGE) != 0) wanted.item.iImage = row->icon;
+  if ((wanted.item.mask & LVIF_TEXT) == 0 || wanted.item.cchTextMax <= 0) return;
+  const auto room = static_cast<std::size_t>(wanted.item.cchTextMax) - 1;
+  const Text text = OnOneLine(row->cells[static_cast<std::size_t>(wanted.item.iSubItem)], room);
+  ::lstrcpynW(wanted.item.pszText, Wide(text), wanted.item.cchTextMax);
+}
+
+std::intptr_t ListBinding::Paint(tagNMLVCUSTOMDRAW& step) const {
+  const controls::ListRow* row = RowAt(static_cast<int>(step.nmcd.dwItemSpec));
+  switch (step.nmcd.dwDrawStage) {
+    case CDDS_PREPAINT:
+      return CDRF_NOTIFYITEMDRAW;
+    case CDDS_ITEMPREPAINT:
+      if (step.nmcd.dwItemSpec % 2 != 0) step.clrTextBk = StripeColor();
+      if (row == nullptr || row->mark == controls::RowMark::kNone) return CDRF_NEWFONT;
+      ::SelectObject(step.nmcd.hdc,
+                     GetScale().Get(row->mark == controls::RowMark::kWaiting ? Scale::Font::kBoldItalic
+                                                                             : Scale::Font::kBold));
+      return CDRF_NEWFONT | CDRF_NOTIFYPOSTPAINT;
+    case CDDS_ITEMPOSTPAINT:
+      PaintMark(step);
+      return CDRF_DODEFAULT;
+    default:
+      return CDRF_DODEFAULT;
+  }
+}
+
+void ListBinding::PaintMark(tagNMLVCUSTOMDRAW& step) const {
+  const controls::ListRow* row = RowAt(static_cast<int>(step.nmcd.dwItemSpec));
+  if (row == nullptr || row->icon < 0) return;
+  RECT icon{};
+  icon.left = LVIR_ICON;
+  if (::SendMessageW(Handle(), LVM_GETITEMRECT, step.nmcd.dwItemSpec, reinterpret_cast<LPARAM>(&icon)) == 0)
+    return;
+  DrawMark(step.nmcd.hdc, row->mark, {icon.left, icon.top, icon.right - icon.left, icon.bottom - icon.top},
+           ::GetSysColor(COLOR_WINDOW), ::GetSysColor(COLOR_WINDOWTEXT));
+}
+
+void ListBinding::PaintHint() const {
+  if (!ShowsHint()) return;
+  HDC context = ::GetDC(Handle());
+  RECT all{};
+  ::GetClientRect(Handle(), &all);
+  RECT header{};
+  ::GetClientRect(reinterpret_cast<HWND>(::SendMessageW(Handle(), LVM_GETHEADER, 0, 0)), &header);
+  all.top += header.bottom;
+  // Short lines in the middle read better than one across the whole list.
+  const int line = GetScale().Scaled(360);
+  const int surplus = std::max(0, static_cast<int>(all.right - all.left) - line);
+  const HGDIOBJ before = ::SelectObject(context, GetScale().Get(Scale::Font::kPlain));
+  const Text text = Lines(list_.EmptyText());
+  RECT room{all.left + surplus / 2, all.top, all.right - surplus / 2, all.bottom};
+  RECT needed = room;
+  constexpr UINT kFormat = DT_CENTER | DT_WORDBREAK | DT_NOPREFIX;
+  ::DrawTextW(context, WideData(text), static_cast<int>(text.size()), &needed, kFormat | DT_CALCRECT);
+  room.top += std::max(0L, (room.bottom - room.top - (needed.bottom - needed.top)) / 2);
+  ::SetBkMode(context, TRANSPARENT);
+  ::SetTextColor(context, ::GetSysColor(COLOR_WINDOWTEXT));
+  ::DrawTextW(context, WideData(text), static_cast<int>(text.size()), &room, kFormat);
+  ::SelectObject(context, before);
+  ::ReleaseDC(Handle(), context);
+}
+
+std::intptr_t ListBinding::Find(tagNMHDR& notice) const {
+  const auto& wanted = reinterpret_cast<const NMLVFINDITEMW&>(notice);
+  const int count = static_cast<int>(list_.Count());
+  if ((wanted.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || count == 0) return -1;
+  const std::wstring_view start = wanted.lvfi.psz == nullptr ? L"" : wanted.lvfi.psz;
+  const int first = wanted.iStart < 0 || wanted.iStart >= count ? 0 : wanted.iStart;
+  for (int step = 0; step < count; ++step) {
+    const int row = (first + step) % count;
+    if (StartsWith(list_.Rows()[static_cast<std::size_t>(row)].cells[0], start)) return row;
+  }
+  return -1;
+}
+
+void ListBinding::NoticeSelection() {
+  if (following_) return;
+  chosen_ = ShownId();
+  if (chosen_ == list_.SelectedRow() && !handed_over_) chosen_.reset();
+  StartRest();
+}
+
+void ListBinding::StartRest() { ::SetTimer(Handle(), kRestTimer, kRestMilliseconds, nullptr); }
+
+void ListBinding::RestTimerTicked() { Rest(); }
+
+void ListBinding::ReleaseKey() { Rest(); }
+
+void ListBinding::PressMouse() { selected_before_press_ = ShownRow(); }
+
+void ListBinding::Click(int row) {
+  const bool again = row >= 0 && selected_before_press_ == row && !chosen_;
+  if (!again) return Rest();
+  HandOver(
+      [this, id = list_.RowAt(static_cast<std::size_t>(row))] {
+        if (!IsBlocked()) list_.ClickRow(id);
+      },
+      UseOnWait());
+}
+
+void ListBinding::Rest() {
+  ::KillTimer(Handle(), kRestTimer);
+  if (!chosen_ || chosen_ == handed_over_) return;
+  // A menu or a dialog must not have to wait for what a selection starts.
+  if (MenuIsOpen() || IsBlocked()) return StartRest();
+  handed_over_ = chosen_;
+  const bool selects_a_row = *chosen_ != controls::RowId::kNone;
+  HandOver(
+      [this, id = *chosen_] {
+        if (handed_over_ == id) handed_over_.reset();
+        if (IsBlocked()) return StartRest();
+        Select(id);
+      },
+      selects_a_row ? UseOnWait() : OnWait::kKeepsWaiting);
+}
+
+void ListBinding::Select(controls::RowId id) {
+  if (chosen_ == id) {
+    chosen_.reset();
+    ::KillTimer(Handle(), kRestTimer);
+  }
+  if (id != list_.SelectedRow()) list_.Select(id);
+  FollowSelection();
+}
+
+void ListBinding::OpenRow() {
+  if (!ShownRow()) {
+    const LRESULT framed = ::SendMessageW(Handle(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED);
+    if (framed < 0) return;
+    LVITEMW state{};
+    state.stateMask = LVIS_SELECTED;
+    state.state = LVIS_SELECTED;
+    ::SendMessageW(Handle(), LVM_SETITEMSTATE, static_cast<WPARAM>(framed), reinterpret_cast<LPARAM>(&state));
+  }
+  OpenRow(ShownId());
+}
+
+void ListBinding::OpenRow(controls::RowId id) {
+  if (id == controls::RowId::kNone) return;
+  HandOver(
+      [this, id] {
+        if (IsBlocked()) return;
+        Select(id);
+        // Another row may have been selected meanwhile, and starting would play that one.
+        if (list_.SelectedRow() == id) list_.DoubleClick(id);
+      },
+      UseOnWait());
+}
+
+void ListBinding::DeleteRow(controls::RowId id) {
+  HandOver([this, id] {
+    if (IsBlocked()) return;
+    // The list may not know yet which row is shown selected, and selecting it may take so long that the user
+    // selects another one meanwhile: only the row that the key was pressed for is deleted.
+    Select(id);
+    if (list_.SelectedRow() == id) list_.PressDelete();
+  });
+}
+
+void ListBinding::UseOnRow(controls::RowCommand& command, controls::RowId id, bool checked) {
+  HandOver([this, &command, id, checked] {
+    if (!IsBlocked()) command.Choose(list_, id, checked);
+  });
+}
+
+void ListBinding::ContextWanted(int left, int top) {
+  if (left != -1 || top != -1) return MenuWanted.Raise(left, top);
+  RECT row{};
+  row.left = LVIR_LABEL;
+  const auto shown = ShownRow();
+  if (shown)
+    ::SendMessageW(Handle(), LVM_GETITEMRECT, static_cast<WPARAM>(*shown), reinterpret_cast<LPARAM>(&row));
+  POINT place{shown ? row.left : 0, shown ? (row.top + row.bottom) / 2 : 0};
+  ::ClientToScreen(Handle(), &place);
+  MenuWanted.Raise(static_cast<int>(place.x), static_cast<int>(place.y));
+}
+
+}  // namespace platform::win32

@@ -1,0 +1,53 @@
+#pragma once
+// Turns the program's lengths into pixels of a window, and has the fonts of that size. Not where things are.
+
+#include "controls/control.h"
+#include "platform/win32/base/handles.h"
+
+namespace platform::win32 {
+
+struct PixelPlace {
+  int left = 0;
+  int top = 0;
+  int width = 0;
+  int height = 0;
+  friend bool operator==(const PixelPlace&, const PixelPlace&) = default;
+};
+
+/// 15 twips are one pixel at 96 dots per inch with the font that the places were drawn for; more dots, or a
+/// larger font in the user's settings, enlarge all places.
+class Scale {
+ public:
+  enum class Font { kPlain, kBold, kBoldItalic };
+
+  explicit Scale(unsigned int dots_per_inch) { Set(dots_per_inch); }
+  ~Scale();
+  Scale(const Scale&) = delete;
+  Scale& operator=(const Scale&) = delete;
+
+  /// Reads the user's font again; the fonts from before are gone.
+  void Set(unsigned int dots_per_inch);
+
+  [[nodiscard]] unsigned int DotsPerInch() const { return dots_; }
+  [[nodiscard]] HFONT Get(Font font) const;
+  [[nodiscard]] int FontHeight() const { return font_height_; }
+
+  [[nodiscard]] int Pixels(int twips) const;
+  [[nodiscard]] int Twips(int pixels) const;
+  [[nodiscard]] PixelPlace Pixels(const controls::Place& place) const;
+  /// A length given in pixels at 100 %.
+  [[nodiscard]] int Scaled(int design_pixels) const { return Pixels(design_pixels * kTwipsPerPixel); }
+
+ private:
+  static constexpr int kTwipsPerPixel = 15;
+  void Release();
+
+  unsigned int dots_ = 96;
+  double factor_ = 1.0;
+  int font_height_ = 0;
+  HFONT plain_ = nullptr;
+  HFONT bold_ = nullptr;
+  HFONT bold_italic_ = nullptr;
+};
+
+}  // namespace platform::win32

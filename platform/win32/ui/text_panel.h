@@ -1,0 +1,46 @@
+#pragma once
+// Labels whose text may be longer than their place: wrapped texts, which flow around a picture, and the
+// sentence along a window's lower edge. Not short captions (captioned_bindings.h).
+
+#include "controls/captioned.h"
+#include "platform/win32/ui/control_binding.h"
+
+namespace platform::win32 {
+
+/// What does not fit ends in dots and is the label's tooltip.
+class TextPanelBinding final : public ControlBinding {
+ public:
+  TextPanelBinding(controls::Label& label, HWND parent, const Surroundings& around);
+
+  /// A picture in the label's right part, in the label's pixels; lines beside it are shorter.
+  void SetObstacle(const PixelPlace& obstacle);
+  void Draw(const tagDRAWITEMSTRUCT& place) override;
+  /// Whether the whole text is to be seen.
+  [[nodiscard]] bool ShowsAll() const { return shows_all_; }
+
+ protected:
+  void FollowWindow() override;
+
+ private:
+  void Follow();
+  void Fit();
+  bool LayOut(HDC context, bool paint) const;
+  [[nodiscard]] int RoomAt(int top, int line_height, int width) const;
+
+  controls::Label& label_;
+  PixelPlace obstacle_;
+  bool shows_all_ = true;
+};
+
+class StatusStripBinding final : public ControlBinding {
+ public:
+  StatusStripBinding(controls::Label& label, HWND parent, const Surroundings& around);
+
+  void Draw(const tagDRAWITEMSTRUCT& place) override;
+
+ private:
+  void Follow();
+  controls::Label& label_;
+};
+
+}  // namespace platform::win32

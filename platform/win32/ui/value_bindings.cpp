@@ -1,0 +1,152 @@
+#include "platform/win32/ui/value_bindings.h"
+
+#include "platform/win32/base/windows_api.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace platform::win32 {
+namespace {
+
+constexpr UINT_PTR kPainter = 1;
+constexpr double kLoud = 0.7;
+constexpr double kVeryLoud = 0.9;
+constexpr COLORREF kQuietColor = RGB(0x2f, 0xa8, 0x4f);
+constexpr COLORREF kLoudColor = RGB(0xe0, 0xb0, 0x20);
+constexpr COLORREF kVeryLoudColor = RGB(0xd8, 0x40, 0x30);
+
+LRESULT CALLBACK PaintedBar(HWND window, UINT message, WPARAM w, LPARAM l, UINT_PTR /*id*/,
+                            DWORD_PTR binding) {
+  if (message == WM_ERASEBKGND) return 1;
+  if (message == WM_PAINT) {
+    reinterpret_cast<const ProgressBarBinding*>(binding)->Paint();
+    return 0;
+  }
+  return ::DefSubclassProc(window, message, w, l);
+}
+
+void FillWith(HDC context, const RECT& area, COLORREF color) {
+  ::SetDCBrushColor(context, color);
+  ::FillRect(context, &area, static_cast<HBRUSH>(::GetStockObject(DC_BRUSH)));
+}
+
+}  // namespace
+
+ProgressBarBinding::ProgressBarBinding(controls::ProgressBar& bar, HWND parent, const Surroundings& around)
+    : ControlBinding(bar, parent, around, {PROGRESS_CLASSW, PBS_VERTICAL | PBS_SMOOTH}, ForKeyboard::kNo),
+      bar_(bar) {
+  ::SetWindowSubclass(Handle(), PaintedBar, kPainter, reinterpret_cast<DWORD_PTR>(this));
+  subscriptions_ += bar.Changed.Subscribe([this] { Follow(); });
+  FollowControl();
+  Follow();
+}
+
+ProgressBarBinding::~ProgressBarBinding() { ::RemoveWindowSubclass(Handle(), PaintedBar, kPainter); }
+
+double ProgressBarBinding::Level() const {
+  const int range = bar_.Maximum() - bar_.Minimum();
+  return range > 0 ? static_cast<double>(bar_.Value() - bar_.Minimum()) / range : 0.0;
+}
+
+int ProgressBarBinding::HeightOf(double level) const {
+  RECT all{};
+  ::GetClientRect(Handle(), &all);
+  const int inside = std::max(0, static_cast<int>(all.bottom) - 2);
+  return static_cast<int>(std::lround(std::clamp(level, 0.0, 1.0) * inside));
+}
+
+void ProgressBarBinding::Follow() {
+  const int height = HeightOf(Level());
+  if (height == shown_height_) return;
+  shown_height_ = height;
+  if (::IsWindowVisible(Handle()) != 0) ::InvalidateRect(Handle(), nullptr, FALSE);
+}
+
+void ProgressBarBinding::Paint() const {
+  PAINTSTRUCT paint{};
+  HDC context = ::BeginPaint(Handle(), &paint);
+  RECT all{};
+  ::GetClientRect(Handle(), &all);
+  ::FrameRect(context, &all, ::GetSysColorBrush(COLOR_BTNSHADOW));
+  const RECT inside{all.left + 1, all.top + 1, all.right - 1, all.bottom - 1};
+  struct Zone {
+    double from;
+    COLORREF color;
+  };
+  const std::array zones = {Zone{kVeryLoud, kVeryLoudColor}, Zone{kLoud, kLoudColor}, Zone{0.0, kQuietColor}};
+  const auto fill = [&](int from, int to, COLORREF color) {
+    if (to > from)
+      FillWith(context, {inside.left, inside.bottom - to, inside.right, inside.bottom - from}, color);
+  };
+  int top = HeightOf(Level());
+  fill(top, static_cast<int>(inside.bottom - inside.top), ::GetSysColor(COLOR_WINDOW));
+  for (const Zone& zone : zones) {
+    const int from = std::min(HeightOf(zone.from), top);
+    fill(from, top, zone.color);
+    top = from;
+  }
+  ::EndPaint(Handle(), &paint);
+}
+
+ScrollBarBinding::ScrollBarBinding(controls::ScrollBar& bar, HWND parent, const Surroundings& around)
+    : ControlBinding(bar, parent, around, {TRACKBAR_CLASSW, TBS_HORZ | TBS_NOTICKS}, ForKeyboard::kYes),
+      bar_(bar) {
+  subscriptions_ += bar.Changed.Subscribe([this] { Follow(); });
+  FollowControl();
+  Follow();
+}
+
+void ScrollBarBinding::Follow() {
+  const auto send = [this](UINT message, WPARAM w, LPARAM l) {
+    return ::SendMessageW(Handle(), message, w, l);
+  };
+  constexpr int kPages = 10;
+  if (send(TBM_GETRANGEMIN, 0, 0) != bar_.Minimum() || send(TBM_GETRANGEMAX, 0, 0) != bar_.Maximum()) {
+    send(TBM_SETRANGEMIN, FALSE, bar_.Minimum());
+    send(TBM_SETRANGEMAX, TRUE, bar_.Maximum());
+    send(TBM_SETPAGESIZE, 0, (bar_.Maximum() - bar_.Minimum()) / kPages);
+  }
+  // While the user drags, the handle stays under the pointer.
+  if (dragging_ || values_to_come_ > 0 || send(TBM_GETPOS, 0, 0) == bar_.Value()) return;
+  send(TBM_SETPOS, TRUE, bar_.Value());
+}
+
+void ScrollBarBinding::Scrolled(unsigned int code) {
+  dragging_ = code == TB_THUMBTRACK;
+  const auto value = static_cast<int>(::SendMessageW(Handle(), TBM_GETPOS, 0, 0));
+  ++values_to_come_;
+  HandOver([this, value, drags = dragging_] {
+    --values_to_come_;
+    if (drags) {
+      bar_.Scroll(value);
+    } else {
+      bar_.SetValue(value);
+    }
+    Follow();
+  });
+}
+
+ImageBinding::ImageBinding(controls::Image& image, HWND parent, const Surroundings& around,
+                           const Win32Icons& icons)
+    : ControlBinding(image, parent, around, {L"STATIC", SS_OWNERDRAW}, ForKeyboard::kNo),
+      image_(image),
+      icons_(icons) {
+  subscriptions_ += image.Changed.Subscribe([this] {
+    if (shown_ == image_.Picture()) return;
+    shown_ = image_.Picture();
+    ::InvalidateRect(Handle(), nullptr, TRUE);
+  });
+  shown_ = image.Picture();
+  FollowControl();
+}
+
+void ImageBinding::Draw(const tagDRAWITEMSTRUCT& place) {
+  const RECT& area = place.rcItem;
+  ::FillRect(place.hDC, &area, ::GetSysColorBrush(COLOR_WINDOW));
+  const Pixels* picture = icons_.Picture(PictureHandle{image_.Picture()});
+  if (picture == nullptr) return;
+  DrawPicture(place.hDC, *picture, {area.left, area.top, area.right - area.left, area.bottom - area.top});
+}
+
+}  // namespace platform::win32

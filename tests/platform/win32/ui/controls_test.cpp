@@ -1,0 +1,182 @@
+#include "platform/win32/base/windows_api.h"
+
+#include "platform/win32/ui/shown_text.h"
+#include "tests/platform/win32/ui/rig.h"
+
+namespace platform::win32 {
+namespace {
+
+class Win32ControlsTest : public Win32WindowTest {
+ protected:
+  controls::CommandButton button;
+  controls::CheckBox box;
+  controls::TextBox field;
+  controls::ComboBox combo;
+  controls::UpDownTextBox number;
+  controls::ScrollBar slider;
+};
+
+TEST_F(Win32ControlsTest, ClickReachesTheButtonFromTheLoopOnly) {
+  inventory = {{"button", &button}};
+  Open();
+  int clicks = 0;
+  const auto count = button.Clicked.Subscribe([&] { ++clicks; });
+  ::SendMessageW(Of(button), BM_CLICK, 0, 0);
+  EXPECT_EQ(clicks, 0);
+  EXPECT_TRUE(Until([&] { return clicks == 1; }));
+}
+
+TEST_F(Win32ControlsTest, CaptionIsShownWithItsAmpersands) {
+  inventory = {{"button", &button}};
+  Open();
+  button.SetCaption(u"Größe & Köln");
+  EXPECT_EQ(TextOf(Of(button)), u"Größe && Köln");
+}
+
+TEST_F(Win32ControlsTest, DisabledAndHiddenControlsFollow) {
+  inventory = {{"button", &button}};
+  Open();
+  button.SetEnabled(false);
+  EXPECT_FALSE(::IsWindowEnabled(Of(button)));
+  button.SetVisible(false);
+  EXPECT_FALSE(::IsWindowVisible(Of(button)));
+}
+
+TEST_F(Win32ControlsTest, CheckBoxFollowsBothWays) {
+  inventory = {{"box", &box}};
+  Open();
+  box.SetValue(controls::CheckValue::kChecked);
+  EXPECT_EQ(::SendMessageW(Of(box), BM_GETCHECK, 0, 0), BST_CHECKED);
+  ::SendMessageW(Of(box), BM_CLICK, 0, 0);
+  EXPECT_TRUE(Until([&] { return !box.Checked(); }));
+}
+
+TEST_F(Win32ControlsTest, TypingReachesTheFieldAndTheProgramsTextReplacesIt) {
+  inventory = {{"field", &field}};
+  Open();
+  ::SendMessageW(Of(field), EM_REPLACESEL, 0, reinterpret_cast<LPARAM>(L"Jäger"));
+  EXPECT_EQ(field.GetText(), u"");
+  EXPECT_TRUE(Until([&] { return field.GetText() == u"Jäger"; }));
+  ::SendMessageW(Of(field), EM_REPLACESEL, 0, reinterpret_cast<LPARAM>(L"x"));
+  field.SetText(u"Köln");
+  loop.ProcessPendingMessages();
+  EXPECT_EQ(field.GetText(), u"Köln");
+  EXPECT_EQ(TextOf(Of(field)), u"Köln");
+}
+
+TEST_F(Win32ControlsTest, ChoiceInTheComboBoxIsMadeOnce) {
+  for (const char16_t* item : {u"Jazz", u"Österreich"}) combo.AddItem(item);
+  inventory = {{"combo", &combo}};
+  Open();
+  int choices = 0;
+  const auto count = combo.Clicked.Subscribe([&] { ++choices; });
+  ::SendMessageW(Of(combo), CB_SETCURSEL, 1, 0);
+  const auto report = [&](WORD code) {
+    ::SendMessageW(window->Handle(), WM_COMMAND, MAKEWPARAM(0, code), reinterpret_cast<LPARAM>(Of(combo)));
+  };
+  report(CBN_SELENDOK);
+  report(CBN_SELCHANGE);
+  EXPECT_TRUE(Until([&] { return choices > 0; }));
+  loop.ProcessPendingMessages();
+  EXPECT_EQ(choices, 1);
+  EXPECT_EQ(combo.GetText(), u"Österreich");
+  combo.SetText(u"Eigenes");
+  EXPECT_EQ(TextOf(Of(combo)), u"Eigenes");
+}
+
+TEST_F(Win32ControlsTest, ArrowsCountTheNumber) {
+  number.SetText(u"7");
+  inventory = {{"number", &number}};
+  Open();
+  ::SetFocus(Of(number));
+  PressKey(Of(number), VK_UP);
+  EXPECT_TRUE(Until([&] { return number.GetText() == u"8"; }));
+}
+
+TEST_F(Win32ControlsTest, SliderScrollsWhileItIsDraggedAndSetsItsValueAtTheEnd) {
+  slider.SetRange(0, 100);
+  inventory = {{"slider", &slider}};
+  Open();
+  std::vector<int> scrolled;
+  const auto note = slider.Scrolled.Subscribe([&] { scrolled.push_back(slider.Value()); });
+  const auto move = [&](int value, WORD code) {
+    ::SendMessageW(Of(slider), TBM_SETPOS, TRUE, value);
+    ::SendMessageW(window->Handle(), WM_HSCROLL, MAKEWPARAM(code, value),
+                   reinterpret_cast<LPARAM>(Of(slider)));
+  };
+  move(30, TB_THUMBTRACK);
+  EXPECT_TRUE(Until([&] { return slider.Value() == 30; }));
+  EXPECT_EQ(scrolled, std::vector<int>{30});
+  slider.SetValue(50);
+  EXPECT_EQ(::SendMessageW(Of(slider), TBM_GETPOS, 0, 0), 30) << "the handle stays under the pointer";
+  move(60, TB_ENDTRACK);
+  EXPECT_TRUE(Until([&] { return slider.Value() == 60; }));
+  EXPECT_EQ(scrolled.size(), 1U);
+}
+
+TEST_F(Win32ControlsTest, KeyOfAButtonWorksFromAnyControl) {
+  inventory = {{"field", &field}, {"button", &button, nullptr, {.key = controls::kEnterKey}}};
+  Open();
+  int clicks = 0;
+  const auto count = button.Clicked.Subscribe([&] { ++clicks; });
+  ::SetFocus(Of(field));
+  PressKey(Of(field), VK_RETURN);
+  EXPECT_TRUE(Until([&] { return clicks == 1; }));
+}
+
+TEST_F(Win32ControlsTest, EnterInAFieldClicksTheFieldsOwnButton) {
+  controls::CommandButton main;
+  inventory = {{"field", &field, nullptr, {.enter_clicks = &button}},
+               {"combo", &combo, nullptr, {.enter_clicks = &button}},
+               {"number", &number},
+               {"button", &button},
+               {"main", &main, nullptr, {.key = controls::kEnterKey}}};
+  Open();
+  int own = 0;
+  int others = 0;
+  const auto count = button.Clicked.Subscribe([&] { ++own; });
+  const auto count_others = main.Clicked.Subscribe([&] { ++others; });
+  PressKey(Of(field), VK_RETURN);
+  EXPECT_TRUE(Until([&] { return own == 1; }));
+  PressKey(::GetWindow(Of(combo), GW_CHILD), VK_RETURN);
+  EXPECT_TRUE(Until([&] { return own == 2; }));
+  EXPECT_EQ(others, 0);
+  button.SetVisible(false);
+  PressKey(Of(field), VK_RETURN);
+  PressKey(Of(number), VK_RETURN);
+  EXPECT_TRUE(Until([&] { return others == 1; }));
+  EXPECT_EQ(own, 2);
+}
+
+TEST_F(Win32ControlsTest, KeyForHelpClicksAButtonThatIsNotSeen) {
+  button.SetLook(controls::ButtonLook::kNone);
+  inventory = {{"field", &field}, {"button", &button, nullptr, {.key = controls::kHelpKey}}};
+  Open();
+  int clicks = 0;
+  const auto count = button.Clicked.Subscribe([&] { ++clicks; });
+  PressKey(Of(field), VK_F1);
+  EXPECT_TRUE(Until([&] { return clicks == 1; }));
+}
+
+TEST_F(Win32ControlsTest, CaptionBehindAGlyphIsTheButtonsText) {
+  button.SetCaption(u"Aufnahme");
+  button.SetToolTip(u"Startet die Aufnahme");
+  button.SetGlyph(controls::Glyph::kRecord, controls::GlyphPlace::kBeforeCaption);
+  inventory = {{"button", &button}};
+  Open();
+  EXPECT_EQ(TextOf(Of(button)), u"Aufnahme");
+  button.SetGlyph(controls::Glyph::kPaste);
+  EXPECT_EQ(TextOf(Of(button)), u"Startet die Aufnahme") << "a symbol is spoken by its tooltip";
+}
+
+TEST_F(Win32ControlsTest, TabFollowsTheInventoryPastHiddenControls) {
+  inventory = {{"field", &field}, {"box", &box}, {"button", &button}};
+  box.SetVisible(false);
+  Open();
+  ::SetFocus(Of(field));
+  PressKey(Of(field), VK_TAB);
+  EXPECT_TRUE(Until([&] { return ::GetFocus() == Of(button); }));
+}
+
+}  // namespace
+}  // namespace platform::win32

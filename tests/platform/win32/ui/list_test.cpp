@@ -1,0 +1,192 @@
+#include "platform/win32/base/windows_api.h"
+
+#include <array>
+#include <utility>
+#include <vector>
+
+#include "platform/win32/ui/list_menu.h"
+#include "tests/platform/win32/ui/rig.h"
+
+namespace platform::win32 {
+namespace {
+
+class Win32ListTest : public Win32WindowTest {
+ protected:
+  void Fill(int count) {
+    list.AddColumn({u"Station", 200});
+    list.AddColumn({u"Genre", 100});
+    std::vector<controls::ListRow> rows;
+    for (int row = 0; row < count; ++row) {
+      const std::string digits = std::to_string(row);
+      rows.push_back({controls::RowId::kNone,
+                      -1,
+                      controls::RowMark::kNone,
+                      {u"Sender " + Text(digits.begin(), digits.end()), u"Köln\nBonn"}});
+    }
+    list.AddRows(std::move(rows));
+    list.Move({0, 0, 8000, 5000});
+    inventory.insert(inventory.begin(), {"list", &list});
+    Open();
+  }
+  LRESULT Ask(UINT message, WPARAM w = 0, LPARAM l = 0) const {
+    return ::SendMessageW(Of(list), message, w, l);
+  }
+  Text Cell(int row, int column) const {
+    std::array<wchar_t, 64> buffer{};
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.pszText = buffer.data();
+    item.cchTextMax = static_cast<int>(buffer.size());
+    Ask(LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+    const std::wstring text = buffer.data();
+    return {text.begin(), text.end()};
+  }
+  int Shown() const { return static_cast<int>(Ask(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED)); }
+  void SelectAsUser(int row) const {
+    LVITEMW state{};
+    state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    state.state = LVIS_SELECTED | LVIS_FOCUSED;
+    Ask(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&state));
+  }
+  ListBinding& Binding() const { return *window->Controls().Lists().front(); }
+
+  controls::ListView list;
+  controls::CommandButton button;
+};
+
+TEST_F(Win32ListTest, TwentyThousandRowsAreShownOnDemand) {
+  Fill(20000);
+  EXPECT_EQ(Ask(LVM_GETITEMCOUNT), 20000);
+  EXPECT_EQ(Cell(19999, 0), u"Sender 19999");
+  EXPECT_EQ(Cell(5, 1), u"Köln Bonn");
+  list.RemoveRow(list.RowAt(0));
+  EXPECT_EQ(Ask(LVM_GETITEMCOUNT), 19999);
+  EXPECT_EQ(Cell(0, 0), u"Sender 1");
+}
+
+TEST_F(Win32ListTest, SelectionOfTheProgramIsShownAndIsNoInput) {
+  Fill(10);
+  int changes = 0;
+  const auto count = list.SelectionChanged.Subscribe([&] { ++changes; });
+  list.Select(list.RowAt(4));
+  loop.ProcessPendingMessages();
+  EXPECT_EQ(Shown(), 4);
+  EXPECT_EQ(changes, 1);
+}
+
+TEST_F(Win32ListTest, SelectionOfTheUserReachesTheListWhenTheKeysRest) {
+  Fill(10);
+  SelectAsUser(3);
+  SelectAsUser(6);
+  EXPECT_EQ(list.SelectedRow(), controls::RowId::kNone);
+  std::vector<controls::RowId> selected;
+  const auto note = list.SelectionChanged.Subscribe([&] { selected.push_back(list.SelectedRow()); });
+  PressKey(Of(list), VK_SHIFT);
+  EXPECT_TRUE(Until([&] { return !selected.empty(); }));
+  EXPECT_EQ(selected, std::vector{list.RowAt(6)});
+}
+
+TEST_F(Win32ListTest, EnterSelectsAndOpensTheShownRow) {
+  Fill(10);
+  SelectAsUser(2);
+  controls::RowId opened = controls::RowId::kNone;
+  const auto note = list.DoubleClicked.Subscribe([&](controls::RowId id) { opened = id; });
+  PressKey(Of(list), VK_RETURN);
+  EXPECT_TRUE(Until([&] { return opened == list.RowAt(2); }));
+  EXPECT_EQ(list.SelectedRow(), list.RowAt(2));
+}
+
+TEST_F(Win32ListTest, DeleteIsForTheRowThatWasShown) {
+  Fill(10);
+  SelectAsUser(2);
+  controls::RowId deleted = controls::RowId::kNone;
+  const auto note = list.DeletePressed.Subscribe([&] { deleted = list.SelectedRow(); });
+  PressKey(Of(list), VK_DELETE);
+  EXPECT_TRUE(Until([&] { return deleted == list.RowAt(2); }));
+}
+
+TEST_F(Win32ListTest, HeaderShowsTheArrowOfTheSorting) {
+  Fill(3);
+  list.Sort(1, controls::SortDirection::kDescending, [](const auto&, const auto&) { return 0; });
+  HDITEMW item{};
+  item.mask = HDI_FORMAT;
+  ::SendMessageW(reinterpret_cast<HWND>(Ask(LVM_GETHEADER)), HDM_GETITEMW, 1,
+                 reinterpret_cast<LPARAM>(&item));
+  EXPECT_TRUE((item.fmt & HDF_SORTDOWN) != 0);
+}
+
+TEST_F(Win32ListTest, TypedLettersFindARow) {
+  Fill(20);
+  LVFINDINFOW wanted{};
+  wanted.flags = LVFI_STRING | LVFI_PARTIAL;
+  wanted.psz = L"SENDER 12";
+  EXPECT_EQ(Ask(LVM_FINDITEMW, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&wanted)), 12);
+}
+
+TEST_F(Win32ListTest, MenuHasTheEntriesOfTheInventory) {
+  button.SetCaption(u"Löschen");
+  controls::CommandButton hidden;
+  hidden.SetVisible(false);
+  controls::CheckBox box;
+  box.SetCaption(u"Melden");
+  box.SetLook(controls::CheckLook::kNone);
+  box.SetValue(controls::CheckValue::kChecked);
+  inventory = {{"button", &button, nullptr, {.menu = app::MenuEntry::kDeleteRow}},
+               {"hidden", &hidden, nullptr, {.menu = app::MenuEntry::kClick}},
+               {"box", &box, nullptr, {.menu = app::MenuEntry::kClickBelowALine}}};
+  Fill(3);
+  const ListMenu menu(inventory, Binding());
+  ASSERT_EQ(::GetMenuItemCount(menu.Handle()), 3);  // with the line
+  EXPECT_TRUE((::GetMenuState(menu.Handle(), 0, MF_BYPOSITION) & MF_GRAYED) != 0) << "no row is selected";
+  EXPECT_TRUE((::GetMenuState(menu.Handle(), 2, MF_BYPOSITION) & MF_CHECKED) != 0);
+  menu.ActionOf(2)();
+  EXPECT_FALSE(box.Checked());
+}
+
+TEST_F(Win32ListTest, MenuCommandsAreForTheRowThatItWasOpenedOn) {
+  controls::RowCommand favourite;
+  favourite.SetKind(controls::RowCommandKind::kSwitch);
+  favourite.SetCaption(u"Favorit");
+  favourite.OfferFor = [](const controls::ListView&, controls::RowId) {
+    return controls::RowOffer{.available = true, .checked = true};
+  };
+  std::vector<std::pair<controls::RowId, bool>> chosen;
+  const auto note = favourite.Chosen.Subscribe(
+      [&](const controls::RowChoice& choice) { chosen.emplace_back(choice.row, choice.checked); });
+  inventory = {{"favourite",
+                &favourite,
+                nullptr,
+                {.menu = app::MenuEntry::kForRow, .menu_caption = u"Ein & Favorit"}}};
+  Fill(3);
+  const ListMenu without_row(inventory, Binding());
+  EXPECT_TRUE((::GetMenuState(without_row.Handle(), 0, MF_BYPOSITION) & MF_GRAYED) != 0);
+  SelectAsUser(1);
+  const ListMenu menu(inventory, Binding());
+  EXPECT_FALSE((::GetMenuState(menu.Handle(), 0, MF_BYPOSITION) & MF_GRAYED) != 0);
+  EXPECT_TRUE((::GetMenuState(menu.Handle(), 0, MF_BYPOSITION) & MF_CHECKED) != 0);
+  std::array<wchar_t, 32> text{};
+  ::GetMenuStringW(menu.Handle(), 0, text.data(), static_cast<int>(text.size()), MF_BYPOSITION);
+  EXPECT_STREQ(text.data(), L"Ein && Favorit");
+  SelectAsUser(2);
+  menu.ActionOf(1)();
+  EXPECT_TRUE(Until([&] { return !chosen.empty(); }));
+  EXPECT_EQ(chosen, (std::vector{std::pair(list.RowAt(1), false)}));
+}
+
+TEST_F(Win32ListTest, MenuDoesNothingForARowThatIsGone) {
+  button.SetCaption(u"Löschen");
+  inventory = {{"button", &button, nullptr, {.menu = app::MenuEntry::kDeleteRow}}};
+  Fill(3);
+  SelectAsUser(1);
+  const ListMenu menu(inventory, Binding());
+  int deleted = 0;
+  const auto note = list.DeletePressed.Subscribe([&] { ++deleted; });
+  list.RemoveRow(list.RowAt(1));
+  menu.ActionOf(1)();
+  loop.ProcessPendingMessages();
+  EXPECT_EQ(deleted, 0);
+  EXPECT_EQ(list.Count(), 2U);
+}
+
+}  // namespace
+}  // namespace platform::win32
