@@ -1,0 +1,16 @@
+#pragma once
+// The words of the program's command line. Not their meaning.
+
+#include <string>
+#include <vector>
+
+#include "ports/text.h"
+
+/// Without the program's own name, in UTF-8.
+[[nodiscard]] std::vector<std::string> Arguments();
+
+/// An address as it is; a path, which may depend on the working folder, as a full one.
+[[nodiscard]] platform::Text FullArgument(const std::string& argument);
+
+/// A box with a text in UTF-8, for a program that has no console.
+void ShowText(const platform::Text& title, const std::string& text);
