@@ -9,8 +9,11 @@
 namespace platform::win32 {
 
 InterfaceHandle HandleTable::Enter(void* pointer, Interface interface_id) {
-  if (pointer == nullptr) return InterfaceHandle::kNone;
-  ComPointer<::IUnknown> object(static_cast<::IUnknown*>(pointer));
+  return Enter(ComPointer<::IUnknown>(static_cast<::IUnknown*>(pointer)), interface_id);
+}
+
+InterfaceHandle HandleTable::Enter(ComPointer<::IUnknown> object, Interface interface_id) {
+  if (!object) return InterfaceHandle::kNone;
   entries_.emplace(++last_, ComView{std::move(object), interface_id});
   return InterfaceHandle{last_};
 }

@@ -24,6 +24,7 @@ class HandleTable {
  public:
   /// Takes over the caller's reference. `pointer` is of interface `interface_id`; null gives no handle.
   InterfaceHandle Enter(void* pointer, Interface interface_id);
+  InterfaceHandle Enter(ComPointer<::IUnknown> object, Interface interface_id);
   /// A copy, so that the object outlives its own call whatever happens to the handle meanwhile; nothing for
   /// an unknown handle.
   [[nodiscard]] std::optional<ComView> Find(InterfaceHandle handle) const;

@@ -1,0 +1,17 @@
+#pragma once
+// Results of the media framework that the adapter itself gives or asks about. Not the results that the
+// program knows (ports/interface_call.h).
+
+#include "ports/interface_call.h"
+
+namespace platform::win32 {
+
+inline constexpr HResult kEAccessDenied = static_cast<HResult>(0x80070005u);
+inline constexpr HResult kMfEUnsupportedScheme = static_cast<HResult>(0xC00D36C3u);
+inline constexpr HResult kMfEBadStartupVersion = static_cast<HResult>(0xC00D36E3u);
+inline constexpr HResult kMfEAttributeNotFound = static_cast<HResult>(0xC00D36E6u);
+inline constexpr HResult kMfETopologyCodecNotFound = static_cast<HResult>(0xC00D5212u);
+inline constexpr HResult kMfENoAudioPlaybackDevice = static_cast<HResult>(0xC00D4E86u);
+inline constexpr HResult kMfENetTimeout = static_cast<HResult>(0xC00D4278u);
+
+}  // namespace platform::win32

@@ -1,0 +1,209 @@
+#include "platform/win32/media/win32_media.h"
+
+#include "platform/win32/base/windows_api.h"
+
+#include <mfapi.h>
+#include <mfidl.h>
+#include <objidl.h>
+
+#include <bit>
+#include <map>
+#include <utility>
+
+#include "platform/win32/media/com_calls.h"
+#include "platform/win32/media/handle_table.h"
+#include "platform/win32/media/media_opener.h"
+#include "platform/win32/media/media_results.h"
+#include "platform/win32/media/operation_shapes.h"
+#include "platform/win32/media/playback_notes.h"
+#include "platform/win32/media/session_watch.h"
+#include "ports/media_interfaces.h"
+
+// Public, but missing from the compiler's headers.
+extern "C" HRESULT WINAPI MFCreateMFByteStreamOnStream(::IStream* stream, ::IMFByteStream** made);
+
+namespace platform::win32 {
+namespace {
+
+/// A session closes in a few milliseconds; one that does not must not hold up the window.
+constexpr std::chrono::milliseconds kCloseLimit{1000};
+
+/// The thread's COM, for as long as the adapter lives.
+class ComApartment {
+ public:
+  ComApartment() : mine_(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
+  ~ComApartment() {
+    if (mine_) CoUninitialize();
+  }
+  ComApartment(const ComApartment&) = delete;
+  ComApartment& operator=(const ComApartment&) = delete;
+
+ private:
+  bool mine_;
+};
+
+template <typename... Arguments>
+bool Is(const Operation<Arguments...>& operation, Interface interface_id, std::int32_t slot) {
+  return operation.interface_id == interface_id && operation.slot == slot;
+}
+
+}  // namespace
+
+struct Win32Media::Impl {
+  Impl(MessageLoop& loop, const Win32MediaOptions& given)
+      : options(given), opener(loop, {given.open_deadline}, notes) {}
+
+  void Log(const std::string& line) const {
+    if (options.log) options.log(line);
+  }
+  template <typename Made>
+  HResult Enter(HRESULT result, Made* made, Interface interface_id, InterfaceHandle& out) {
+    if (result == S_OK) out = table.Enter(made, interface_id);
+    return result;
+  }
+  std::optional<HResult> Open(InterfaceHandle resolver, std::span<const Argument> arguments);
+  void After(Interface interface_id, std::int32_t slot);
+
+  const Win32MediaOptions options;
+  const ComApartment apartment;
+  const std::shared_ptr<PlaybackNotes> notes = std::make_shared<PlaybackNotes>();
+  MediaOpener opener;
+  HandleTable table;
+  ComCalls calls{table};
+  std::map<std::uint32_t, ComPointer<::IStream>> streams;
+  std::uint32_t last_stream = 0;
+  std::shared_ptr<SessionClosing> closing;  ///< of the latest session
+  bool other_version = false;
+};
+
+Win32Media::Win32Media(MessageLoop& loop, const Win32MediaOptions& options)
+    : impl_(std::make_unique<Impl>(loop, options)) {}
+
+Win32Media::~Win32Media() = default;
+
+StreamObject Win32Media::RegisterStream(::IStream* stream) {
+  if (stream == nullptr) return StreamObject::kNone;
+  stream->AddRef();
+  impl_->streams.emplace(++impl_->last_stream, ComPointer<::IStream>(stream));
+  return StreamObject{impl_->last_stream};
+}
+
+void Win32Media::UnregisterStream(StreamObject stream) {
+  impl_->streams.erase(static_cast<std::uint32_t>(stream));
+}
+
+HResult Win32Media::MFStartup(std::int32_t version, std::int32_t flags) {
+  const HRESULT result = ::MFStartup(static_cast<ULONG>(version), static_cast<DWORD>(flags));
+  if (result != kMfEBadStartupVersion) return result;
+  if (!std::exchange(impl_->other_version, true)) {
+    impl_->Log("The system refuses version " + std::to_string(version) +
+               " of its media platform; using its own.");
+  }
+  return ::MFStartup(MF_VERSION, static_cast<DWORD>(flags));
+}
+
+HResult Win32Media::MFShutdown() { return ::MFShutdown(); }
+
+HResult Win32Media::MFCreateSourceResolver(InterfaceHandle& out) {
+  ::IMFSourceResolver* made = nullptr;
+  const HRESULT result = ::MFCreateSourceResolver(&made);
+  return impl_->Enter(result, made, Interface::kSourceResolver, out);
+}
+
+HResult Win32Media::MFCreateMFByteStreamOnStream(StreamObject stream, InterfaceHandle& out) {
+  const auto found = impl_->streams.find(static_cast<std::uint32_t>(stream));
+  if (found == impl_->streams.end()) return kEInvalidArg;
+  ::IMFByteStream* made = nullptr;
+  const HRESULT result = ::MFCreateMFByteStreamOnStream(found->second.Get(), &made);
+  return impl_->Enter(result, made, Interface::kUnknown, out);
+}
+
+HResult Win32Media::MFCreateTopology(InterfaceHandle& out) {
+  ::IMFTopology* made = nullptr;
+  const HRESULT result = ::MFCreateTopology(&made);
+  return impl_->Enter(result, made, Interface::kTopology, out);
+}
+
+HResult Win32Media::MFCreateTopologyNode(std::int32_t type, InterfaceHandle& out) {
+  ::IMFTopologyNode* made = nullptr;
+  const HRESULT result = ::MFCreateTopologyNode(static_cast<MF_TOPOLOGY_TYPE>(type), &made);
+  return impl_->Enter(result, made, Interface::kTopologyNode, out);
+}
+
+HResult Win32Media::MFCreateMediaSession(InterfaceHandle& out) {
+  ::IMFMediaSession* made = nullptr;
+  const HRESULT result = ::MFCreateMediaSession(nullptr, &made);
+  if (result == S_OK) impl_->closing = WatchSession(*made, impl_->notes, impl_->notes->Latest());
+  return impl_->Enter(result, made, Interface::kMediaSession, out);
+}
+
+HResult Win32Media::MFCreateAudioRendererActivate(InterfaceHandle& out) {
+  ::IMFActivate* made = nullptr;
+  const HRESULT result = ::MFCreateAudioRendererActivate(&made);
+  return impl_->Enter(result, made, Interface::kActivate, out);
+}
+
+HResult Win32Media::MFCreateVideoRendererActivate(WindowHandle window, InterfaceHandle& out) {
+  ::IMFActivate* made = nullptr;
+  // A window's handle has 32 bits that count; the system extends them by their sign.
+  const auto extended = static_cast<LONG_PTR>(static_cast<std::int32_t>(window));
+  const HRESULT result = ::MFCreateVideoRendererActivate(reinterpret_cast<HWND>(extended), &made);
+  return impl_->Enter(result, made, Interface::kActivate, out);
+}
+
+HResult Win32Media::MFGetService(InterfaceHandle object, const Guid& service, const Guid& iid,
+                                 InterfaceHandle& out) {
+  const auto view = impl_->table.Find(object);
+  if (!view) return kEInvalidArg;
+  void* made = nullptr;
+  const HRESULT result =
+      ::MFGetService(view->object.Get(), std::bit_cast<GUID>(service), std::bit_cast<IID>(iid), &made);
+  return impl_->Enter(result, made, InterfaceOf(iid).value_or(Interface::kUnknown), out);
+}
+
+std::optional<HResult> Win32Media::Impl::Open(InterfaceHandle resolver, std::span<const Argument> arguments) {
+  const auto view = table.Find(resolver);
+  const auto* shape =
+      FindShape(Interface::kSourceResolver, platform::IMFSourceResolver::CreateObjectFromURL.slot);
+  if (!view || view->interface_id != Interface::kSourceResolver || !Matches(*shape, arguments))
+    return std::nullopt;
+  const auto* address = std::get<const Text*>(arguments[0]);
+  auto* type = std::get<std::int32_t*>(arguments[3]);
+  auto* out = std::get<InterfaceHandle*>(arguments[4]);
+  if (address == nullptr || type == nullptr || out == nullptr) return kEInvalidArg;
+  OpenedObject opened = opener.Open(*static_cast<::IMFSourceResolver*>(view->object.Get()), *address,
+                                    std::get<std::int32_t>(arguments[1]));
+  if (opened.result != kSOk) return opened.result;
+  *type = opened.type;
+  *out = table.Enter(std::move(opened.object), Interface::kUnknown);
+  return kSOk;
+}
+
+void Win32Media::Impl::After(Interface interface_id, std::int32_t slot) {
+  using namespace platform::IMFMediaSession;
+  const auto item = notes->Latest();
+  if (Is(Start, interface_id, slot)) notes->Started(item);
+  if (Is(Pause, interface_id, slot)) notes->Paused(item);
+  if (Is(Stop, interface_id, slot) || Is(Close, interface_id, slot)) notes->Stopped(item);
+  // The caller shuts the session and its source down next, which must not happen while they are in use.
+  if (Is(Close, interface_id, slot) && closing && !closing->Wait(kCloseLimit))
+    Log("The media session does not close.");
+}
+
+std::optional<HResult> Win32Media::DispCallFunc(InterfaceHandle object, Interface interface_id,
+                                                std::int32_t slot, std::span<const Argument> arguments) {
+  if (Is(platform::IMFSourceResolver::CreateObjectFromURL, interface_id, slot))
+    return impl_->Open(object, arguments);
+  const auto result = impl_->calls.DispCallFunc(object, interface_id, slot, arguments);
+  if (result == kSOk) impl_->After(interface_id, slot);
+  return result;
+}
+
+HResult Win32Media::CoCreateInstance(const Guid& clsid, InterfaceHandle outer, std::int32_t class_context,
+                                     const Guid& iid, InterfaceHandle& out) {
+  return impl_->calls.CoCreateInstance(clsid, outer, class_context, iid, out);
+}
+
+PlaybackStatus Win32Media::Status() const { return impl_->notes->Status(); }
+
+}  // namespace platform::win32

@@ -1,0 +1,67 @@
+#pragma once
+// The media framework, the audio sessions and the state of playing on Windows: implements their ports with
+// Media Foundation and Core Audio. Not the player: the order of calls and what they mean is the logic's
+// business.
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "ports/interface_call.h"
+#include "ports/media_framework.h"
+#include "ports/message_loop.h"
+#include "ports/playback_monitor.h"
+
+struct IStream;
+
+namespace platform::win32 {
+
+struct Win32MediaOptions {
+  /// How long opening an address may take.
+  std::chrono::milliseconds open_deadline{10000};
+  /// Receives one line per event worth knowing; empty writes nothing. Called on the user-interface thread.
+  std::function<void(const std::string&)> log;
+};
+
+/// All three ports in one object, because they are about the same items. All calls belong to the
+/// user-interface thread, whose COM is initialised here.
+class Win32Media : public MediaFramework, public InterfaceCalls, public PlaybackMonitor {
+ public:
+  explicit Win32Media(MessageLoop& loop, const Win32MediaOptions& options = {});
+  ~Win32Media() override;
+  Win32Media(const Win32Media&) = delete;
+  Win32Media& operator=(const Win32Media&) = delete;
+
+  /// A stream object for MFCreateMFByteStreamOnStream; valid until UnregisterStream.
+  StreamObject RegisterStream(::IStream* stream);
+  void UnregisterStream(StreamObject stream);
+
+  HResult MFStartup(std::int32_t version, std::int32_t flags) override;
+  HResult MFShutdown() override;
+  HResult MFCreateSourceResolver(InterfaceHandle& out) override;
+  HResult MFCreateMFByteStreamOnStream(StreamObject stream, InterfaceHandle& out) override;
+  HResult MFCreateTopology(InterfaceHandle& out) override;
+  HResult MFCreateTopologyNode(std::int32_t type, InterfaceHandle& out) override;
+  HResult MFCreateMediaSession(InterfaceHandle& out) override;
+  HResult MFCreateAudioRendererActivate(InterfaceHandle& out) override;
+  HResult MFCreateVideoRendererActivate(WindowHandle window, InterfaceHandle& out) override;
+  HResult MFGetService(InterfaceHandle object, const Guid& service, const Guid& iid,
+                       InterfaceHandle& out) override;
+
+  std::optional<HResult> DispCallFunc(InterfaceHandle object, Interface interface_id, std::int32_t slot,
+                                      std::span<const Argument> arguments) override;
+  HResult CoCreateInstance(const Guid& clsid, InterfaceHandle outer, std::int32_t class_context,
+                           const Guid& iid, InterfaceHandle& out) override;
+
+  [[nodiscard]] PlaybackStatus Status() const override;
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace platform::win32
