@@ -4,11 +4,18 @@
 
 #include <mfidl.h>
 
+#include <thread>
+
 #include "platform/win32/base/wide.h"
+#include "platform/win32/media/byte_stream.h"
 #include "platform/win32/media/media_address.h"
+#include "platform/win32/media/media_results.h"
 
 namespace platform::win32 {
 namespace {
+
+constexpr int kStatusNotFound = 404;
+constexpr std::chrono::milliseconds kDecisionLook{10};
 
 bool IsMissing(const Text& path) {
   if (GetFileAttributesW(Wide(path)) != INVALID_FILE_ATTRIBUTES) return false;
@@ -16,17 +23,40 @@ bool IsMissing(const Text& path) {
   return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
 }
 
+/// The result for a live stream whose first connection brought nothing.
+HResult ResultOf(const LiveStream& live) {
+  switch (live.Failure()) {
+    case PlaybackFailure::kHttpStatus:
+      return live.HttpStatus() == kStatusNotFound ? kErrorFileNotFound : kEFail;
+    case PlaybackFailure::kWebPage:
+      return kMfEUnsupportedByteStreamType;
+    case PlaybackFailure::kNoAnswer:
+      return kMfENetTimeout;
+    default:
+      return kEFail;
+  }
+}
+
 }  // namespace
 
 OpenedObject MediaOpener::Open(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags) {
   const auto item = notes_->Open();
+  if (live_) live_->EndReads();
+  live_.reset();
   OpenedObject opened = OpenKind(resolver, address, flags);
-  if (opened.result == kErrorCancelled) {
-    notes_->GivenUp(item);
-  } else if (opened.result != kSOk) {
-    notes_->OpeningFailed(item, opened.result);
-  }
+  if (opened.result != kSOk) NoteFailure(item, opened.result);
   return opened;
+}
+
+void MediaOpener::NoteFailure(PlaybackNotes::Item item, HResult result) {
+  if (result == kErrorCancelled) {
+    notes_->GivenUp(item);
+  } else if (live_ && live_->Failure() != PlaybackFailure::kNone) {
+    notes_->OpeningFailed(item, live_->Failure(), live_->HttpStatus());
+  } else {
+    notes_->OpeningFailed(item, result);
+  }
+  live_.reset();
 }
 
 OpenedObject MediaOpener::OpenKind(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags) {
@@ -34,10 +64,39 @@ OpenedObject MediaOpener::OpenKind(::IMFSourceResolver& resolver, const Text& ad
   if (read.kind == AddressKind::kNone) return {kEInvalidArg, kMfObjectInvalid, {}};
   const OpeningWait wait{loop_, std::chrono::steady_clock::now() + options_.deadline};
   OpenedObject opened = OpenAddress(resolver, read.text, flags, wait);
-  // Not every system gives a missing file a result of its own.
   const bool failed = opened.result != kSOk && opened.result != kErrorCancelled;
+  if (failed && read.kind == AddressKind::kWeb) return OpenLive(resolver, read.text, flags, wait);
+  // Not every system gives a missing file a result of its own.
   if (failed && read.kind == AddressKind::kFile && IsMissing(read.text)) opened.result = kErrorFileNotFound;
   return opened;
+}
+
+OpenedObject MediaOpener::OpenLive(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags,
+                                   const OpeningWait& wait) {
+  live_ = std::make_unique<LiveStream>(address, options_.live);
+  const HResult waited = wait.Until([this] {
+    if (live_->Decided()) return true;
+    std::this_thread::sleep_for(kDecisionLook);
+    return false;
+  });
+  if (waited != kSOk) return {waited, kMfObjectInvalid, {}};
+  const auto answer = live_->Answer();
+  if (!answer) return {ResultOf(*live_), kMfObjectInvalid, {}};
+  const auto stream = MakeByteStream(live_->Buffer(), answer->content_type);
+  return OpenByteStream(resolver, *stream.Get(), address, flags | kMfResolutionContentNeedNotMatch, wait,
+                        [this] { live_->EndReads(); });
+}
+
+void MediaOpener::EndReads() {
+  if (live_) live_->EndReads();
+}
+
+void MediaOpener::ResumeReads() {
+  if (live_) live_->ResumeReads();
+}
+
+PlaybackStatus MediaOpener::Refine(const PlaybackStatus& status) const {
+  return live_ && status.state == PlaybackState::kPlaying ? live_->Status() : status;
 }
 
 }  // namespace platform::win32

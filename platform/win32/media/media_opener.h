@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "platform/win32/media/live_stream.h"
 #include "platform/win32/media/opening.h"
 #include "platform/win32/media/playback_notes.h"
 #include "ports/message_loop.h"
@@ -15,22 +16,36 @@ namespace platform::win32 {
 
 struct MediaOpenerOptions {
   std::chrono::milliseconds deadline;
+  LiveStreamOptions live;
 };
 
+/// One live stream at most: the latest one's. Opening another item ends its reads.
 class MediaOpener {
  public:
   MediaOpener(MessageLoop& loop, const MediaOpenerOptions& options, std::shared_ptr<PlaybackNotes> notes)
       : loop_(loop), options_(options), notes_(std::move(notes)) {}
 
-  /// E_INVALIDARG for no address. A wait that input ends gives kErrorCancelled.
+  /// E_INVALIDARG for no address. A wait that input ends gives kErrorCancelled. A web address that the
+  /// system's resolver does not open is read here.
   OpenedObject Open(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags);
+
+  [[nodiscard]] bool IsLive() const { return live_ != nullptr; }
+  /// Ends reads that wait for a server, before what waits for them is ended.
+  void EndReads();
+  void ResumeReads();
+  /// The state of playing, where a live stream knows more.
+  [[nodiscard]] PlaybackStatus Refine(const PlaybackStatus& status) const;
 
  private:
   OpenedObject OpenKind(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags);
+  OpenedObject OpenLive(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags,
+                        const OpeningWait& wait);
+  void NoteFailure(PlaybackNotes::Item item, HResult result);
 
   MessageLoop& loop_;
   const MediaOpenerOptions options_;
   const std::shared_ptr<PlaybackNotes> notes_;
+  std::unique_ptr<LiveStream> live_;
 };
 
 }  // namespace platform::win32

@@ -51,7 +51,7 @@ bool Is(const Operation<Arguments...>& operation, Interface interface_id, std::i
 
 struct Win32Media::Impl {
   Impl(MessageLoop& loop, const Win32MediaOptions& given)
-      : options(given), opener(loop, {given.open_deadline}, notes) {}
+      : options(given), opener(loop, {given.open_deadline, {given.stall_limit, given.user_agent}}, notes) {}
 
   void Log(const std::string& line) const {
     if (options.log) options.log(line);
@@ -62,6 +62,7 @@ struct Win32Media::Impl {
     return result;
   }
   std::optional<HResult> Open(InterfaceHandle resolver, std::span<const Argument> arguments);
+  void Before(Interface interface_id, std::int32_t slot);
   void After(Interface interface_id, std::int32_t slot);
 
   const Win32MediaOptions options;
@@ -102,7 +103,10 @@ HResult Win32Media::MFStartup(std::int32_t version, std::int32_t flags) {
   return ::MFStartup(MF_VERSION, static_cast<DWORD>(flags));
 }
 
-HResult Win32Media::MFShutdown() { return ::MFShutdown(); }
+HResult Win32Media::MFShutdown() {
+  impl_->opener.EndReads();
+  return ::MFShutdown();
+}
 
 HResult Win32Media::MFCreateSourceResolver(InterfaceHandle& out) {
   ::IMFSourceResolver* made = nullptr;
@@ -179,6 +183,16 @@ std::optional<HResult> Win32Media::Impl::Open(InterfaceHandle resolver, std::spa
   return kSOk;
 }
 
+// A source that waits for a server's data would not shut down before it comes.
+void Win32Media::Impl::Before(Interface interface_id, std::int32_t slot) {
+  using namespace platform::IMFMediaSession;
+  const bool ends = Is(Stop, interface_id, slot) || Is(Close, interface_id, slot) ||
+                    Is(platform::IMFMediaSession::Shutdown, interface_id, slot) ||
+                    Is(platform::IMFMediaSource::Shutdown, interface_id, slot);
+  if (ends) opener.EndReads();
+  if (Is(Start, interface_id, slot)) opener.ResumeReads();
+}
+
 void Win32Media::Impl::After(Interface interface_id, std::int32_t slot) {
   using namespace platform::IMFMediaSession;
   const auto item = notes->Latest();
@@ -194,6 +208,11 @@ std::optional<HResult> Win32Media::DispCallFunc(InterfaceHandle object, Interfac
                                                 std::int32_t slot, std::span<const Argument> arguments) {
   if (Is(platform::IMFSourceResolver::CreateObjectFromURL, interface_id, slot))
     return impl_->Open(object, arguments);
+  const bool attribute = Is(platform::IMFPresentationDescriptor::GetUINT64, interface_id, slot);
+  // The length that a live stream claims to have is none.
+  if (attribute && impl_->table.Find(object) && impl_->opener.IsLive()) return kMfEAttributeNotFound;
+  const bool known = impl_->table.Find(object).has_value();
+  if (known) impl_->Before(interface_id, slot);
   const auto result = impl_->calls.DispCallFunc(object, interface_id, slot, arguments);
   if (result == kSOk) impl_->After(interface_id, slot);
   return result;
@@ -204,6 +223,6 @@ HResult Win32Media::CoCreateInstance(const Guid& clsid, InterfaceHandle outer, s
   return impl_->calls.CoCreateInstance(clsid, outer, class_context, iid, out);
 }
 
-PlaybackStatus Win32Media::Status() const { return impl_->notes->Status(); }
+PlaybackStatus Win32Media::Status() const { return impl_->opener.Refine(impl_->notes->Status()); }
 
 }  // namespace platform::win32

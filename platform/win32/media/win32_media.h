@@ -23,12 +23,18 @@ namespace platform::win32 {
 struct Win32MediaOptions {
   /// How long opening an address may take.
   std::chrono::milliseconds open_deadline{10000};
+  /// A live stream that sends nothing for this long is opened again.
+  std::chrono::milliseconds stall_limit{15000};
+  Text user_agent = u"Funkhausplayer";
   /// Receives one line per event worth knowing; empty writes nothing. Called on the user-interface thread.
   std::function<void(const std::string&)> log;
 };
 
 /// All three ports in one object, because they are about the same items. All calls belong to the
 /// user-interface thread, whose COM is initialised here.
+///
+/// An http address is first given to the system's resolver. What that does not open is read by the adapter,
+/// which connects again when the connection is lost, and played by the system from there.
 class Win32Media : public MediaFramework, public InterfaceCalls, public PlaybackMonitor {
  public:
   explicit Win32Media(MessageLoop& loop, const Win32MediaOptions& options = {});

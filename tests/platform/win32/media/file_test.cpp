@@ -3,19 +3,11 @@
 
 #include <chrono>
 #include <filesystem>
-#include <functional>
-#include <memory>
-#include <string>
-#include <thread>
 #include <vector>
 
-#include "platform/values/portable_property_values.h"
-#include "platform/win32/media/property_values.h"
-#include "platform/win32/media/win32_media.h"
-#include "player/mf_player.h"
 #include "ports/media_interfaces.h"
+#include "tests/platform/win32/media/player_rig.h"
 #include "tests/platform/win32/media/wave_file.h"
-#include "tests/support/fakes.h"
 #include "tests/support/temp_folder.h"
 
 namespace platform::win32 {
@@ -23,55 +15,13 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A clock that runs, for waits of the player.
-class RunningClock : public test_support::FakeClock {
- public:
-  double SecondsSinceMidnight() override {
-    const std::chrono::duration<double> since = std::chrono::steady_clock::now() - start_;
-    return 1000 + since.count();
-  }
-
- private:
-  const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-};
-
-struct MediaFile : testing::Test {
-  MediaFile() {
-    loop.on_sleep = [](std::uint32_t milliseconds) { std::this_thread::sleep_for(1ms * milliseconds); };
-    options.log = [this](const std::string& line) { log.push_back(line); };
-  }
-  void MakePlayer() {
-    media = std::make_unique<Win32Media>(loop, options);
-    player = std::make_shared<player::clsMFPlayer>(
-        player::clsMFPlayer::Ports{*media, *media, values, environment, clock, loop}, duration);
-    player->IsCreateOK = [this](std::int32_t result) { results.push_back(result); };
-  }
+struct MediaFile : testing::Test, PlayerRig {
   Text WaveFile(std::chrono::milliseconds length) {
     const auto path = std::filesystem::path(folder.Path()) / "ton.wav";
     WriteWaveFile(path, length);
     return path.u16string();
   }
-  bool WaitUntil(const std::function<bool()>& condition) {
-    const auto limit = std::chrono::steady_clock::now() + 20s;
-    while (!condition()) {
-      if (std::chrono::steady_clock::now() > limit) return false;
-      std::this_thread::sleep_for(5ms);
-    }
-    return true;
-  }
-
   test_support::TempFolder folder;
-  test_support::FakeMessageLoop loop;
-  test_support::FakeEnvironment environment;
-  RunningClock clock;
-  values::PortablePropertyValues portable;
-  Win32PropertyValues values{portable};
-  std::vector<std::string> log;
-  std::vector<std::int32_t> results;
-  Win32MediaOptions options;
-  player::ProgramDuration duration;
-  std::unique_ptr<Win32Media> media;
-  std::shared_ptr<player::clsMFPlayer> player;
 };
 
 TEST_F(MediaFile, PlaysToItsEnd) {

@@ -1,0 +1,149 @@
+#include "platform/win32/media/byte_stream.h"
+
+#include "platform/win32/base/windows_api.h"
+
+#include <mfapi.h>
+#include <mferror.h>
+#include <mfidl.h>
+
+#include <future>
+#include <mutex>
+#include <utility>
+
+namespace platform::win32 {
+namespace {
+
+class LiveByteStream final : public ::IMFByteStream {
+ public:
+  LiveByteStream(std::shared_ptr<StreamBuffer> buffer, const std::string& content_type)
+      : buffer_(std::move(buffer)) {
+    if (MFCreateAttributes(attributes_.Receive(), 1) != S_OK || content_type.empty()) return;
+    const std::wstring type(content_type.begin(), content_type.end());
+    attributes_->SetString(MF_BYTESTREAM_CONTENT_TYPE, type.c_str());
+  }
+  virtual ~LiveByteStream() = default;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
+    *out = nullptr;
+    if (IsEqualIID(iid, __uuidof(::IMFAttributes)) && attributes_)
+      return attributes_->QueryInterface(iid, out);
+    if (!IsEqualIID(iid, __uuidof(::IMFByteStream)) && !IsEqualIID(iid, __uuidof(::IUnknown)))
+      return E_NOINTERFACE;
+    *out = static_cast<::IMFByteStream*>(this);
+    AddRef();
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&references_)); }
+  ULONG STDMETHODCALLTYPE Release() override {
+    const LONG left = InterlockedDecrement(&references_);
+    if (left == 0) delete this;
+    return static_cast<ULONG>(left);
+  }
+
+  HRESULT STDMETHODCALLTYPE GetCapabilities(DWORD* capabilities) override {
+    *capabilities = MFBYTESTREAM_IS_READABLE | MFBYTESTREAM_IS_SEEKABLE;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetLength(QWORD* length) override {
+    *length = StreamBuffer::kLength;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE SetLength(QWORD) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetCurrentPosition(QWORD* position) override {
+    const std::lock_guard lock(mutex_);
+    *position = position_;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE SetCurrentPosition(QWORD position) override {
+    const std::lock_guard lock(mutex_);
+    position_ = position;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE IsEndOfStream(WINBOOL* end) override {
+    const std::lock_guard lock(mutex_);
+    *end = position_ >= StreamBuffer::kLength;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE Read(BYTE* bytes, ULONG size, ULONG* count) override {
+    std::promise<std::size_t> promise;
+    auto answer = promise.get_future();
+    buffer_->Read(Position(), Target(bytes, size), [&promise](std::size_t read) { promise.set_value(read); });
+    *count = static_cast<ULONG>(answer.get());
+    Advance(*count);
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE BeginRead(BYTE* bytes, ULONG size, ::IMFAsyncCallback* callback,
+                                      ::IUnknown* state) override {
+    ComPointer<::IMFAsyncResult> asked;
+    const HRESULT made = MFCreateAsyncResult(nullptr, callback, state, asked.Receive());
+    if (made != S_OK) return made;
+    AddRef();
+    const ComPointer<LiveByteStream> self(this);
+    buffer_->Read(Position(), Target(bytes, size), [self, asked](std::size_t read) {
+      self->Advance(read);
+      {
+        const std::lock_guard lock(self->mutex_);
+        self->answers_.emplace_back(asked.Get(), static_cast<ULONG>(read));
+      }
+      MFInvokeCallback(asked.Get());
+    });
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE EndRead(::IMFAsyncResult* asked, ULONG* count) override {
+    const std::lock_guard lock(mutex_);
+    for (auto answer = answers_.begin(); answer != answers_.end(); ++answer) {
+      if (answer->first != asked) continue;
+      *count = answer->second;
+      answers_.erase(answer);
+      return S_OK;
+    }
+    return E_INVALIDARG;
+  }
+  HRESULT STDMETHODCALLTYPE Write(const BYTE*, ULONG, ULONG*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE BeginWrite(const BYTE*, ULONG, ::IMFAsyncCallback*, ::IUnknown*) override {
+    return E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE EndWrite(::IMFAsyncResult*, ULONG*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE Seek(MFBYTESTREAM_SEEK_ORIGIN origin, LONGLONG offset, DWORD,
+                                 QWORD* position) override {
+    const std::lock_guard lock(mutex_);
+    const QWORD base = origin == msoCurrent ? position_ : 0;
+    position_ = base + static_cast<QWORD>(offset);
+    if (position != nullptr) *position = position_;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE Flush() override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE Close() override {
+    buffer_->EndReads();
+    return S_OK;
+  }
+
+ private:
+  static std::span<std::byte> Target(BYTE* bytes, ULONG size) {
+    return {reinterpret_cast<std::byte*>(bytes), size};
+  }
+  QWORD Position() {
+    const std::lock_guard lock(mutex_);
+    return position_;
+  }
+  void Advance(std::size_t count) {
+    const std::lock_guard lock(mutex_);
+    position_ += count;
+  }
+
+  LONG references_ = 1;
+  const std::shared_ptr<StreamBuffer> buffer_;
+  ComPointer<::IMFAttributes> attributes_;
+  std::mutex mutex_;
+  QWORD position_ = 0;
+  std::list<std::pair<::IMFAsyncResult*, ULONG>> answers_;
+};
+
+}  // namespace
+
+ComPointer<::IMFByteStream> MakeByteStream(std::shared_ptr<StreamBuffer> buffer,
+                                           const std::string& content_type) {
+  return ComPointer<::IMFByteStream>(new LiveByteStream(std::move(buffer), content_type));
+}
+
+}  // namespace platform::win32

@@ -1,0 +1,66 @@
+#pragma once
+// One HTTP connection that is read by a thread of its own into a buffer. Not for connecting again
+// (media/live_stream.h).
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
+#include "platform/win32/media/stream_buffer.h"
+#include "ports/playback_monitor.h"
+#include "ports/text.h"
+
+namespace platform::win32 {
+
+struct HttpAnswer {
+  int status = 0;
+  std::string content_type;  ///< in lower case, without parameters
+  int bit_rate = 0;          ///< bits per second; 0 when not known
+};
+
+class HttpStream {
+ public:
+  using Clock = std::chrono::steady_clock;
+
+  /// Connects, and appends what comes to `buffer`. The answer must have status 200.
+  static std::shared_ptr<HttpStream> Open(const Text& address, const Text& user_agent,
+                                          std::shared_ptr<StreamBuffer> buffer);
+
+  /// Nothing more is appended. Returns at once; a thread that the system holds up ends later.
+  void Cancel();
+  /// Set as soon as sound may be coming.
+  [[nodiscard]] std::optional<HttpAnswer> Answer() const;
+  /// It is over, or has never begun.
+  [[nodiscard]] bool Over() const;
+  /// Everything that was promised has come.
+  [[nodiscard]] bool Complete() const;
+  [[nodiscard]] PlaybackFailure Failure() const;
+  [[nodiscard]] int Status() const;
+  /// When something was heard of the server, or the connection was begun.
+  [[nodiscard]] Clock::time_point LatestNews() const;
+
+ private:
+  void Run(const Text& address, const Text& user_agent);
+  void Read(void* request);
+  void ReadBody(void* request, const HttpAnswer& headers, std::uint64_t promised, std::size_t interval);
+  void End(PlaybackFailure failure, int status);
+  bool Keep(void* session);
+
+  std::shared_ptr<StreamBuffer> buffer_;
+  std::atomic<bool> cancelled_ = false;
+  std::atomic<bool> appending_ = false;
+  mutable std::mutex mutex_;
+  void* session_ = nullptr;
+  std::optional<HttpAnswer> answer_;
+  bool over_ = false;
+  bool complete_ = false;
+  PlaybackFailure failure_ = PlaybackFailure::kNone;
+  int status_ = 0;
+  Clock::time_point news_ = Clock::now();
+};
+
+}  // namespace platform::win32

@@ -1,0 +1,73 @@
+#pragma once
+// A live stream over HTTP that is connected again when it is lost: what it has sent is in a buffer. Not its
+// decoding.
+
+#include <chrono>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+#include "platform/win32/media/http_stream.h"
+#include "platform/win32/media/retry_schedule.h"
+#include "platform/win32/media/stream_buffer.h"
+#include "ports/playback_monitor.h"
+#include "ports/text.h"
+
+namespace platform::win32 {
+
+struct LiveStreamOptions {
+  /// A stream that sends nothing for this long is opened again.
+  std::chrono::milliseconds stall_limit;
+  Text user_agent;
+};
+
+/// All members may be called from any thread.
+class LiveStream {
+ public:
+  LiveStream(const Text& address, const LiveStreamOptions& options);
+  /// Does not wait for the server.
+  ~LiveStream();
+  LiveStream(const LiveStream&) = delete;
+  LiveStream& operator=(const LiveStream&) = delete;
+
+  /// The first connection has brought sound, or has failed.
+  [[nodiscard]] bool Decided() const;
+  [[nodiscard]] std::optional<HttpAnswer> Answer() const;
+  /// Why the first connection failed, or the latest one was lost.
+  [[nodiscard]] PlaybackFailure Failure() const;
+  [[nodiscard]] int HttpStatus() const;
+  /// While it plays: buffering, playing or connecting again.
+  [[nodiscard]] PlaybackStatus Status() const;
+
+  [[nodiscard]] const std::shared_ptr<StreamBuffer>& Buffer() const { return buffer_; }
+  /// Disconnects; every read is answered with nothing.
+  void EndReads();
+  /// After EndReads: connects again and begins at position 0.
+  void ResumeReads();
+
+ private:
+  using Clock = std::chrono::steady_clock;
+  void Supervise();
+  /// One connection, from its beginning to its end; true when another is to follow.
+  bool Connect(std::unique_lock<std::mutex>& lock);
+  void Note(const HttpStream& connection);
+
+  const Text address_;
+  const LiveStreamOptions options_;
+  const std::shared_ptr<StreamBuffer> buffer_ = std::make_shared<StreamBuffer>();
+  mutable std::mutex mutex_;
+  std::condition_variable changed_;
+  std::optional<HttpAnswer> answer_;  ///< of the first connection that brought sound
+  PlaybackFailure failure_ = PlaybackFailure::kNone;
+  int http_status_ = 0;
+  bool failed_ = false;  ///< the first connection
+  bool connected_ = false;
+  bool paused_ = false;
+  bool stopping_ = false;
+  RetrySchedule schedule_;
+  std::optional<Clock::time_point> next_try_;
+  std::thread supervisor_;
+};
+
+}  // namespace platform::win32

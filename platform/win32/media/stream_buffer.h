@@ -1,0 +1,67 @@
+#pragma once
+// What a live stream has sent lately, by its position: answers reads as soon as their bytes are there. No
+// network and no COM.
+
+#include <atomic>
+#include <condition_variable>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <list>
+#include <mutex>
+#include <span>
+#include <string>
+
+namespace platform::win32 {
+
+/// All members may be called from any thread. Nothing is called while the buffer is locked.
+class StreamBuffer {
+ public:
+  using Done = std::function<void(std::size_t)>;
+  /// The length that the stream claims, so that whoever plays it believes that it can be searched.
+  static constexpr std::uint64_t kLength = std::uint64_t{1} << 40;
+  /// A reader may go back this far, as one does that has first looked at the beginning.
+  static constexpr std::size_t kKeptBehind = 1 << 20;
+  /// No more than this is taken from a server before it is asked for.
+  static constexpr std::size_t kMostAhead = 1 << 19;
+
+  /// `done` gets the number of bytes once all of `target` is filled: at once, or in a later call of another
+  /// member. It gets less when no more comes, and nothing for a position that has passed or lies far ahead,
+  /// such as the end.
+  void Read(std::uint64_t position, std::span<std::byte> target, Done done);
+  /// Waits while the buffer is full. False once reading has ended or `cancelled` is set.
+  bool Append(std::span<const std::byte> bytes, const std::atomic<bool>& cancelled);
+  /// No more comes: what is there is the whole.
+  void Finish();
+  /// Answers every read with nothing, also later ones, until Resume.
+  void EndReads();
+  /// Reading begins again at position 0 with what is appended from now on.
+  void Resume();
+  [[nodiscard]] bool ReadsWait() const;
+
+ private:
+  struct Wanted {
+    std::uint64_t position;
+    std::span<std::byte> target;
+    Done done;
+  };
+  struct Answer {
+    Done done;
+    std::size_t count;
+  };
+  [[nodiscard]] bool Answerable(const Wanted& wanted) const;
+  Answer Take(Wanted wanted);
+  std::list<Answer> TakeAnswerable();
+  [[nodiscard]] std::uint64_t End() const { return begin_ + bytes_.size(); }
+
+  mutable std::mutex mutex_;
+  std::condition_variable room_;
+  std::list<Wanted> waiting_;
+  std::string bytes_;
+  std::uint64_t begin_ = 0;        ///< the position of the first byte that is kept
+  std::uint64_t asked_up_to_ = 0;  ///< the end of the furthest read
+  bool finished_ = false;
+  bool ended_ = false;
+};
+
+}  // namespace platform::win32
