@@ -6,6 +6,8 @@ namespace platform::win32 {
 namespace {
 
 constexpr std::chrono::milliseconds kConnectionLook{20};
+/// Bits per second of a station that does not say it.
+constexpr int kUsualBitRate = 128000;
 
 }  // namespace
 
@@ -119,9 +121,18 @@ bool LiveStream::Connect(std::unique_lock<std::mutex>& lock) {
   }
   failed_ = !answer_;
   if (failed_) return false;
-  const auto sounded = connection->Answer() ? Clock::now() - begun : Clock::duration::zero();
-  next_try_ = schedule_.Lost(Clock::now(), begun, sounded);
+  NoteLoss(*connection, begun);
   return true;
+}
+
+void LiveStream::NoteLoss(const HttpStream& connection, Clock::time_point begun) {
+  const auto now = Clock::now();
+  const auto sounded = connection.Answer() ? now - begun : Clock::duration::zero();
+  next_try_ = schedule_.Lost(now, begun, sounded);
+  if (!connection.Answer()) return;
+  const int bit_rate = answer_->bit_rate > 0 ? answer_->bit_rate : kUsualBitRate;
+  buffer_->Hold(static_cast<std::size_t>(reserve_.Next(now).count()) * static_cast<std::size_t>(bit_rate) /
+                8000);
 }
 
 }  // namespace platform::win32

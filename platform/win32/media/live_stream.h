@@ -8,6 +8,7 @@
 #include <mutex>
 #include <thread>
 
+#include "platform/win32/media/gap_reserve.h"
 #include "platform/win32/media/http_stream.h"
 #include "platform/win32/media/retry_schedule.h"
 #include "platform/win32/media/stream_buffer.h"
@@ -51,7 +52,7 @@ class LiveStream {
   void Supervise();
   /// One connection, from its beginning to its end; true when another is to follow.
   bool Connect(std::unique_lock<std::mutex>& lock);
-  void Note(const HttpStream& connection);
+  void NoteLoss(const HttpStream& connection, Clock::time_point begun);
 
   const Text address_;
   const LiveStreamOptions options_;
@@ -66,6 +67,7 @@ class LiveStream {
   bool paused_ = false;
   bool stopping_ = false;
   RetrySchedule schedule_;
+  GapReserve reserve_;
   std::optional<Clock::time_point> next_try_;
   std::thread supervisor_;
 };

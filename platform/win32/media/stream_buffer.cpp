@@ -35,6 +35,7 @@ bool StreamBuffer::Append(std::span<const std::byte> bytes, const std::atomic<bo
   const auto may_continue = [this] { return ended_ || End() < asked_up_to_ + kMostAhead; };
   while (!cancelled && !may_continue()) room_.wait_for(lock, kCancelCheck);
   if (cancelled || ended_) return false;
+  if (waiting_.empty()) hold_ = 0;
   bytes_.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
   // Whole blocks are dropped, because dropping moves the rest.
   const std::uint64_t kept_from = std::min(asked_up_to_, End());
@@ -47,6 +48,11 @@ bool StreamBuffer::Append(std::span<const std::byte> bytes, const std::atomic<bo
   lock.unlock();
   for (const Answer& answer : answers) answer.done(answer.count);
   return true;
+}
+
+void StreamBuffer::Hold(std::size_t bytes) {
+  const std::lock_guard lock(mutex_);
+  hold_ = bytes;
 }
 
 void StreamBuffer::Finish() {
@@ -72,6 +78,7 @@ void StreamBuffer::Resume() {
   bytes_.clear();
   begin_ = 0;
   asked_up_to_ = 0;
+  hold_ = 0;
 }
 
 bool StreamBuffer::ReadsWait() const {
@@ -80,7 +87,8 @@ bool StreamBuffer::ReadsWait() const {
 }
 
 bool StreamBuffer::Answerable(const Wanted& wanted) const {
-  return ended_ || finished_ || End() >= wanted.position + wanted.target.size();
+  const std::uint64_t held = wanted.waits ? hold_ : 0;
+  return ended_ || finished_ || End() >= wanted.position + wanted.target.size() + held;
 }
 
 StreamBuffer::Answer StreamBuffer::Take(Wanted wanted) {
@@ -96,9 +104,11 @@ std::list<StreamBuffer::Answer> StreamBuffer::TakeAnswerable() {
   std::list<Answer> answers;
   for (auto wanted = waiting_.begin(); wanted != waiting_.end();) {
     if (!Answerable(*wanted)) {
+      wanted->waits = true;
       ++wanted;
       continue;
     }
+    hold_ = 0;
     answers.push_back(Take(std::move(*wanted)));
     wanted = waiting_.erase(wanted);
   }

@@ -31,6 +31,9 @@ class StreamBuffer {
   void Read(std::uint64_t position, std::span<std::byte> target, Done done);
   /// Waits while the buffer is full. False once reading has ended or `cancelled` is set.
   bool Append(std::span<const std::byte> bytes, const std::atomic<bool>& cancelled);
+  /// After a gap: a read that waits now is answered once so many bytes more than its own are there. What
+  /// bridges the gap is read without that.
+  void Hold(std::size_t bytes);
   /// No more comes: what is there is the whole.
   void Finish();
   /// Answers every read with nothing, also later ones, until Resume.
@@ -44,6 +47,7 @@ class StreamBuffer {
     std::uint64_t position;
     std::span<std::byte> target;
     Done done;
+    bool waits = false;
   };
   struct Answer {
     Done done;
@@ -60,6 +64,7 @@ class StreamBuffer {
   std::string bytes_;
   std::uint64_t begin_ = 0;        ///< the position of the first byte that is kept
   std::uint64_t asked_up_to_ = 0;  ///< the end of the furthest read
+  std::size_t hold_ = 0;
   bool finished_ = false;
   bool ended_ = false;
 };

@@ -94,6 +94,34 @@ TEST_F(StreamBufferTest, ResumingBeginsAgain) {
   EXPECT_EQ(asked.bytes, "xyz");
 }
 
+TEST_F(StreamBufferTest, AfterAGapTheSoundContinuesWithAReserve) {
+  Append("ab");
+  Asked waiting(4);
+  Ask(waiting, 0);
+  buffer.Hold(3);
+  Append("cdef");
+  EXPECT_FALSE(waiting.count);
+  Append("g");
+  EXPECT_EQ(waiting.bytes, "abcd");
+  Asked next(4);
+  Ask(next, 4);
+  Append("h");
+  EXPECT_EQ(next.bytes, "efgh");
+}
+
+TEST_F(StreamBufferTest, ALossThatTheBufferBridgesNeedsNoReserve) {
+  Append("abcd");
+  buffer.Hold(100);
+  Asked bridging(4);
+  Ask(bridging, 0);
+  EXPECT_EQ(bridging.bytes, "abcd");
+  Append("ef");
+  Asked next(4);
+  Ask(next, 4);
+  Append("gh");
+  EXPECT_EQ(next.bytes, "efgh");
+}
+
 TEST_F(StreamBufferTest, AFinishedStreamGivesItsRest) {
   Asked waiting(8);
   Ask(waiting, 0);
