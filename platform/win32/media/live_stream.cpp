@@ -47,10 +47,9 @@ int LiveStream::HttpStatus() const {
 PlaybackStatus LiveStream::Status() const {
   const std::lock_guard lock(mutex_);
   PlaybackStatus status;
-  const bool waits = buffer_->ReadsWait();
-  status.state = !waits        ? PlaybackState::kPlaying
-                 : !connected_ ? PlaybackState::kReconnecting
-                               : PlaybackState::kBuffering;
+  status.state = PlaybackState::kPlaying;
+  if (connected_ && buffer_->Starves()) status.state = PlaybackState::kBuffering;
+  if (!connected_ && buffer_->ReadsWait()) status.state = PlaybackState::kReconnecting;
   if (status.state == PlaybackState::kPlaying && answer_) status.bit_rate = answer_->bit_rate;
   if (status.state != PlaybackState::kReconnecting) return status;
   status.failure = failure_;

@@ -11,6 +11,8 @@ namespace {
 /// A read that begins so far ahead of what was sent is none of the sound.
 constexpr std::uint64_t kFarAhead = std::uint64_t{16} << 20;
 constexpr std::chrono::milliseconds kCancelCheck{50};
+/// A station sends in smaller pauses than this.
+constexpr std::chrono::milliseconds kUsualPause{1000};
 
 }  // namespace
 
@@ -35,6 +37,7 @@ bool StreamBuffer::Append(std::span<const std::byte> bytes, const std::atomic<bo
   const auto may_continue = [this] { return ended_ || End() < asked_up_to_ + kMostAhead; };
   while (!cancelled && !may_continue()) room_.wait_for(lock, kCancelCheck);
   if (cancelled || ended_) return false;
+  appended_at_ = std::chrono::steady_clock::now();
   if (waiting_.empty()) hold_ = 0;
   bytes_.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
   // Whole blocks are dropped, because dropping moves the rest.
@@ -84,6 +87,12 @@ void StreamBuffer::Resume() {
 bool StreamBuffer::ReadsWait() const {
   const std::lock_guard lock(mutex_);
   return !waiting_.empty();
+}
+
+bool StreamBuffer::Starves() const {
+  const std::lock_guard lock(mutex_);
+  const bool nothing_comes = std::chrono::steady_clock::now() - appended_at_ > kUsualPause;
+  return !waiting_.empty() && (hold_ > 0 || nothing_comes);
 }
 
 bool StreamBuffer::Answerable(const Wanted& wanted) const {

@@ -3,6 +3,7 @@
 // network and no COM.
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
@@ -41,6 +42,9 @@ class StreamBuffer {
   /// Reading begins again at position 0 with what is appended from now on.
   void Resume();
   [[nodiscard]] bool ReadsWait() const;
+  /// A read waits, and not just for what is on its way: a gap's reserve is not there yet, or nothing comes.
+  /// Whoever plays a stream as it is sent always has a read that waits for a moment.
+  [[nodiscard]] bool Starves() const;
 
  private:
   struct Wanted {
@@ -65,6 +69,7 @@ class StreamBuffer {
   std::uint64_t begin_ = 0;        ///< the position of the first byte that is kept
   std::uint64_t asked_up_to_ = 0;  ///< the end of the furthest read
   std::size_t hold_ = 0;
+  std::chrono::steady_clock::time_point appended_at_{};
   bool finished_ = false;
   bool ended_ = false;
 };

@@ -109,6 +109,19 @@ TEST_F(StreamBufferTest, AfterAGapTheSoundContinuesWithAReserve) {
   EXPECT_EQ(next.bytes, "efgh");
 }
 
+TEST_F(StreamBufferTest, OnlyAReadWithoutPromiseStarves) {
+  EXPECT_FALSE(buffer.Starves());
+  Asked waiting(4);
+  Ask(waiting, 0);
+  EXPECT_TRUE(buffer.Starves());
+  Append("ab");
+  EXPECT_FALSE(buffer.Starves());
+  buffer.Hold(3);
+  EXPECT_TRUE(buffer.Starves());
+  Append("cdefg");
+  EXPECT_FALSE(buffer.Starves());
+}
+
 TEST_F(StreamBufferTest, ALossThatTheBufferBridgesNeedsNoReserve) {
   Append("abcd");
   buffer.Hold(100);
