@@ -11,7 +11,8 @@ inline constexpr HResult kMfEUnsupportedScheme = static_cast<HResult>(0xC00D36C3
 inline constexpr HResult kMfEBadStartupVersion = static_cast<HResult>(0xC00D36E3u);
 inline constexpr HResult kMfEAttributeNotFound = static_cast<HResult>(0xC00D36E6u);
 inline constexpr HResult kMfETopologyCodecNotFound = static_cast<HResult>(0xC00D5212u);
-inline constexpr HResult kMfENoAudioPlaybackDevice = static_cast<HResult>(0xC00D4E86u);
+inline constexpr HResult kMfENoAudioPlaybackDevice = static_cast<HResult>(0xC00D4E84u);
+inline constexpr HResult kMfEAudioPlaybackDeviceInvalidated = static_cast<HResult>(0xC00D4E86u);
 inline constexpr HResult kMfENetTimeout = static_cast<HResult>(0xC00D4278u);
 
 }  // namespace platform::win32

@@ -22,7 +22,7 @@ void PlaybackNotes::Stopped(Item item) { Change(item, {PlaybackState::kStopped})
 void PlaybackNotes::Ended(Item item) { Change(item, {PlaybackState::kEnded}); }
 
 void PlaybackNotes::Broken(Item item, HResult result) {
-  if (result == kMfENoAudioPlaybackDevice) {
+  if (result == kMfENoAudioPlaybackDevice || result == kMfEAudioPlaybackDeviceInvalidated) {
     Change(item, {PlaybackState::kNoDevice});
     return;
   }

@@ -1,0 +1,59 @@
+#include "platform/win32/media/playback_notes.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/win32/media/media_results.h"
+
+namespace platform::win32 {
+namespace {
+
+TEST(PlaybackNotes, FollowTheLatestItem) {
+  PlaybackNotes notes;
+  EXPECT_EQ(notes.Status().state, PlaybackState::kStopped);
+  const auto first = notes.Open();
+  EXPECT_EQ(notes.Status().state, PlaybackState::kConnecting);
+  notes.Started(first);
+  EXPECT_EQ(notes.Status().state, PlaybackState::kPlaying);
+  const auto second = notes.Open();
+  notes.Ended(first);
+  notes.Broken(first, kEFail);
+  EXPECT_EQ(notes.Status().state, PlaybackState::kConnecting);
+  notes.Paused(second);
+  EXPECT_EQ(notes.Status().state, PlaybackState::kPaused);
+  notes.GivenUp(second);
+  EXPECT_EQ(notes.Status().state, PlaybackState::kStopped);
+}
+
+TEST(PlaybackNotes, AFailureStaysUntilTheNextOpening) {
+  PlaybackNotes notes;
+  const auto item = notes.Open();
+  notes.OpeningFailed(item, PlaybackFailure::kHttpStatus, 503);
+  notes.Stopped(item);
+  EXPECT_EQ(notes.Status().state, PlaybackState::kFailed);
+  EXPECT_EQ(notes.Status().failure, PlaybackFailure::kHttpStatus);
+  EXPECT_EQ(notes.Status().http_status, 503);
+  notes.Open();
+  EXPECT_EQ(notes.Status().failure, PlaybackFailure::kNone);
+}
+
+TEST(PlaybackNotes, ResultsSayWhy) {
+  EXPECT_EQ(FailureOf(kErrorFileNotFound), PlaybackFailure::kNotFound);
+  EXPECT_EQ(FailureOf(kEAccessDenied), PlaybackFailure::kNoAccess);
+  EXPECT_EQ(FailureOf(kEInvalidArg), PlaybackFailure::kBadAddress);
+  EXPECT_EQ(FailureOf(kMfEUnsupportedScheme), PlaybackFailure::kBadAddress);
+  EXPECT_EQ(FailureOf(kMfEUnsupportedByteStreamType), PlaybackFailure::kUnreadable);
+  EXPECT_EQ(FailureOf(kMfENetTimeout), PlaybackFailure::kNoAnswer);
+  EXPECT_EQ(FailureOf(kEFail), PlaybackFailure::kOther);
+}
+
+TEST(PlaybackNotes, AMissingDeviceIsNoFailure) {
+  // MF_E_NO_AUDIO_PLAYBACK_DEVICE and MF_E_AUDIO_PLAYBACK_DEVICE_INVALIDATED
+  for (const std::uint32_t result : {0xC00D4E84u, 0xC00D4E86u}) {
+    PlaybackNotes notes;
+    notes.Broken(notes.Open(), static_cast<HResult>(result));
+    EXPECT_EQ(notes.Status().state, PlaybackState::kNoDevice);
+  }
+}
+
+}  // namespace
+}  // namespace platform::win32
