@@ -8,7 +8,7 @@ The environment variable FUNKHAUS_STATION names the station, "http://127.0.0.1:P
   /icy            the same after a status line "ICY 200 OK"
   /titles         the same with blocks of titles
   /cut            the same, but only the burst, each time
-  /returns        the burst once, then 404 until /return was asked for
+  /returns        twice the burst once, then 404 until /return was asked for
   /silent         accepts, and says nothing
   /page           an HTML page
   /count?/path    how often /path was asked for
@@ -86,17 +86,17 @@ class Station:
             self.open += 1
         try:
             self.send_loop(connection, titles,
-                           only_burst=target == "/cut" or (target == "/returns" and not self.asked["/return"]))
+                           bursts={"/cut": 1, "/returns": 0 if self.asked["/return"] else 2}.get(target, 0))
         finally:
             with self.lock:
                 self.open -= 1
 
-    def send_loop(self, connection, titles, only_burst):
+    def send_loop(self, connection, titles, bursts):
         begun, sent, place = time.monotonic(), 0, 0
         while True:
-            if sent >= BURST and only_burst:
+            if sent >= bursts * BURST > 0:
                 return
-            ahead = sent - BURST - (time.monotonic() - begun) * BYTES_PER_SECOND
+            ahead = sent - max(bursts, 1) * BURST - (time.monotonic() - begun) * BYTES_PER_SECOND
             if ahead > 0:
                 time.sleep(ahead / BYTES_PER_SECOND)
             piece = bytes(LOOP[(place + at) % len(LOOP)] for at in range(INTERVAL))
