@@ -125,7 +125,11 @@ packages_windows=(
     g++-mingw-w64-x86-64-posix
     googletest
     ninja-build
+    pulseaudio
+    pulseaudio-utils
     python3
     wine
     wine64
+    xauth
+    xvfb
 )
