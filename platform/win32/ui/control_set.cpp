@@ -12,6 +12,13 @@
 #include "platform/win32/ui/value_bindings.h"
 
 namespace platform::win32 {
+namespace {
+
+void Number(const ControlBinding* binding, int number) {
+  if (binding != nullptr) ::SetWindowLongPtrW(binding->Handle(), GWLP_ID, number);
+}
+
+}  // namespace
 
 ControlSet::ControlSet(const app::Inventory& inventory, HWND window, const Surroundings& around,
                        const Win32Icons& icons)
@@ -24,6 +31,7 @@ ControlSet::ControlSet(const app::Inventory& inventory, HWND window, const Surro
             timers_.push_back(std::make_unique<TimerBinding>(*control, window_, around_.loop));
           } else {
             Add(entry, *control, Make(*control, parent, entry.use));
+            Number(Of(*control), kFirstControlId + static_cast<int>(&entry - inventory.data()));
           }
         },
         entry.control);

@@ -17,6 +17,10 @@
 
 namespace platform::win32 {
 
+/// A control's window has this plus the control's place in the inventory as its number, by which drivers of
+/// the window recognise it from outside. Below it are the numbers that the system gives a meaning.
+inline constexpr int kFirstControlId = 1000;
+
 /// The set must end before the window does.
 class ControlSet {
  public:
