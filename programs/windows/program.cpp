@@ -5,7 +5,6 @@
 
 #include "app/forms/form2.h"
 #include "platform/ini/private_profile.h"
-#include "platform/values/portable_property_values.h"
 #include "platform/win32/system/clipboard.h"
 #include "platform/win32/system/clock.h"
 #include "platform/win32/system/environment.h"
@@ -48,13 +47,12 @@ struct Program::Parts {
   Win32Clock clock;
   Win32Shell shell;
   Win32SystemMessages system_messages;
-  platform::values::PortablePropertyValues property_values;
   Win32MessageLoop message_loop;
   Win32Icons icons;
   Win32Clipboard clipboard;
   Win32Dialogs dialogs{message_loop};
   InternetConnection internet{message_loop, conversion};
-  SoundConnection sound{message_loop, paths};
+  SoundConnection sound{message_loop};
   Win32Turns turns{message_loop};
   Win32MediaKeys media_keys;
   Win32SleepInhibitor sleep_inhibitor;
@@ -71,7 +69,7 @@ struct Program::Parts {
                                             internet.Requests(),
                                             sound.Framework(),
                                             sound.Calls(),
-                                            property_values,
+                                            sound.Values(),
                                             dialogs,
                                             shell,
                                             clipboard,

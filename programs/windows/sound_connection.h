@@ -7,14 +7,14 @@ namespace platform {
 class InterfaceCalls;
 class MediaFramework;
 class MessageLoop;
-class NativePaths;
 class PlaybackMonitor;
+class PropertyValues;
 }  // namespace platform
 
-/// Everything given outlives it.
+/// `loop` outlives it. Order: created and destroyed on the user-interface thread.
 class SoundConnection {
  public:
-  SoundConnection(platform::MessageLoop& loop, platform::NativePaths& paths);
+  explicit SoundConnection(platform::MessageLoop& loop);
   ~SoundConnection();
   SoundConnection(const SoundConnection&) = delete;
   SoundConnection& operator=(const SoundConnection&) = delete;
@@ -22,6 +22,7 @@ class SoundConnection {
   [[nodiscard]] platform::MediaFramework& Framework() const;
   [[nodiscard]] platform::InterfaceCalls& Calls() const;
   [[nodiscard]] platform::PlaybackMonitor& Monitor() const;
+  [[nodiscard]] platform::PropertyValues& Values() const;
 
  private:
   struct Parts;
