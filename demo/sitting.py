@@ -1,7 +1,6 @@
 """What a listener does with the window in one sitting, and in the next one. Each chapter does its part by mouse and
 keys, looks at what came of it, leaves a picture, and gives a line for the person who reads the log."""
 import os
-import pathlib
 import signal
 import subprocess
 
@@ -78,55 +77,46 @@ def add_and_save(visitor, station_file):
 
 
 def choose_file(visitor, path, picture):
+    """Answers the file dialog by a path, as its users write it."""
     wait_for("the file dialog", lambda: visitor.report.find("dialog"), 10)
-    visitor.fill("dialog.fileNameEdit", str(path))
+    visitor.fill("dialog.fileNameEdit", path)
     visitor.picture(picture)
     visitor.hands.press_keys("Return")
     wait_for("the file dialog to close", lambda: not visitor.report.find("dialog"), 10)
 
 
-def export_and_import(visitor, folder):
+def export_and_import(visitor, programs, folder):
     """Writes the list as M3U, then lets the list be emptied and reads it in again."""
     before = visitor.rows()
+    playlist = folder / "Radioliste.m3u"
     visitor.press("Command4")
-    choose_file(visitor, folder / "Radioliste.m3u", "export")
+    choose_file(visitor, programs.shown_path(playlist), "export")
     visitor.answer("M3U-Liste gespeichert unter: ", "OK")
-    written = (folder / "Radioliste.m3u").read_bytes()
+    written = playlist.read_bytes()
     if written.count(b"#EXTINF:-1,") != len(before):
         raise Failure("the playlist does not hold every station")
     visitor.press("Command5")
-    choose_file(visitor, folder / "Radioliste.m3u", "import")
+    choose_file(visitor, programs.shown_path(playlist), "import")
     visitor.answer("Sollen die Daten an die bestehende Liste angehängt werden?", "Nein")
     wait_for("the imported rows", lambda: visitor.rows() == before, 10)
     return f"{len(before)} stations exported and imported"
 
 
-def processes_of(program):
-    """The ids of the processes that run a program file."""
-    found = []
-    for entry in pathlib.Path("/proc").iterdir():
-        try:
-            if entry.name.isdigit() and os.path.samefile(entry / "exe", program):
-                found.append(int(entry.name))
-        except OSError:
-            pass
-    return found
-
-
-def record(visitor, tool, music):
+def record(visitor, programs):
     """Starts the recording tool by the window's button, lets it write, and closes its window."""
+    music = programs.music
     visitor.select("Radio Lichtung")
     visitor.press("Command8_5")
-    process = wait_for("the recording tool", lambda: processes_of(tool), 10)[0]
+    process = wait_for("the recording tool", programs.recorders, 20)[0]
     try:
         def size():
             return sum(path.stat().st_size for path in music.glob("*.mp3"))
         wait_for("the recording", lambda: size() > 100_000, 30)
         visitor.picture("recording")
         close_window(visitor.display, process)
-        wait_for("the recording tool's end", lambda: process not in processes_of(tool), 10)
+        wait_for("the recording tool's end", lambda: process not in programs.recorders(), 10)
     except Failure:
-        if process in processes_of(tool):
+        if process in programs.recorders():
             os.kill(process, signal.SIGTERM)
         raise
     return f"Recorded {size() // 1024} KiB in {len(list(music.glob('*.mp3')))} files"

@@ -107,12 +107,17 @@ def write_catalogue(path, rows):
     path.write_bytes("".join(line + "\r\n" for line in lines).encode("cp1252"))
 
 
+def add_pictures(folder):
+    """The icons and pictures of the stations, into a program's folder."""
+    for beside in ("RadioIco", "RadioJPG"):
+        shutil.copytree(DEMO / beside, folder / beside, dirs_exist_ok=True)
+
+
 def make_program_folder(folder, *programs):
     """The program's own folder: the programs, and beside them the icons and pictures of the stations."""
     folder.mkdir()
     for file in programs:
         shutil.copy2(file, folder / file.name)
-    for beside in ("RadioIco", "RadioJPG"):
-        shutil.copytree(DEMO / beside, folder / beside)
+    add_pictures(folder)
     shutil.copytree(DEMO.parent / "Languages", folder / "Languages")
     return folder / programs[0].name

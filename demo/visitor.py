@@ -11,8 +11,9 @@ SILENT = -80.0
 class Visitor:
     """Works the window with the mouse and listens."""
 
-    def __init__(self, display, sink, report, station, output):
-        self.display, self.sink, self.report, self.station, self.output = display, sink, report, station, output
+    def __init__(self, display, sink, programs, station, output):
+        self.display, self.sink, self.station, self.output = display, sink, station, output
+        self.report, self.captions = programs.report, programs.captions
         self.hands = Hands(display)
 
     def press(self, name):
@@ -26,6 +27,7 @@ class Visitor:
     def press_in_box(self, text, button):
         """Waits for the message box that begins with `text` and presses the button of that caption."""
         wait_for(f'the box "{text}"', lambda: (self.report.text("box") or "").startswith(text), 20)
+        button = self.captions.get(button, button)
         for name, control in self.report.controls().items():
             if name.startswith("box[") and control.text.replace("&", "") == button:
                 return self.hands.click(*control.middle)
@@ -98,6 +100,7 @@ class Visitor:
         nothing), stays alive and silent."""
         self.select(name)
         self.press("Command1")
+        box = box and self.captions.get(box, box)
         if box:
             wait_for(f"the box of {name}", lambda: (self.report.text("box") or "").strip() == box, 20)
         loudness = self.sink.loudness(2.0)

@@ -122,6 +122,7 @@ packages_bench=(
 packages_windows=(
     binutils-mingw-w64-x86-64
     cmake
+    cmark-gfm
     g++-mingw-w64-x86-64-posix
     googletest
     ninja-build
