@@ -85,25 +85,25 @@ class WindowsPrograms(Programs):
     captions = {"Ja": "Yes", "Nein": "No"}
 
     def __init__(self, children, scratch, build, unpacked):
-        self.prefix = pathlib.Path(os.environ["WINEPREFIX"])
-        [user] = [folder for folder in (self.prefix / "drive_c/users").iterdir() if folder.name != "Public"]
-        super().__init__(children, scratch, scratch / "settings" / "Ordnerzentrale", user / "Music" / "Funkhausplayer",
+        prefix = pathlib.Path(os.environ["WINEPREFIX"])
+        [user] = [folder for folder in (prefix / "drive_c/users").iterdir() if folder.name != "Public"]
+        super().__init__(children, scratch, user / "AppData/Roaming/Ordnerzentrale", user / "Music/Funkhausplayer",
                          scratch / "program")
         shutil.copytree(unpacked, self.beside)
         add_pictures(self.beside)
         self.program = self.beside / "Funkhausplayer.exe"
         self.reporter = build / "bin" / "control_report.exe"
-        self.appdata = self.shown_path(scratch / "settings")
         self.environment = dict(os.environ)
-        # Of an earlier demonstration.
-        for folder in (self.music, user / "AppData/Local/Funkhausplayer"):
+        # The prefix belongs to the build; what an earlier run left in it is not to meet this one.
+        for folder in (self.settings, self.music, user / "AppData/Local/Funkhausplayer"):
             shutil.rmtree(folder, ignore_errors=True)
 
     def start(self):
+        return self.start_by_wine(self.reporter, self.shown_path(self.report.path), self.shown_path(self.program))
+
+    def start_by_wine(self, *words):
         wine = pathlib.Path(__file__).resolve().parent.parent / "scripts" / "wine"
-        return self.children.start("player", [wine, self.reporter, self.shown_path(self.report.path),
-                                              f"APPDATA={self.appdata}", self.shown_path(self.program)],
-                                   env=self.environment)
+        return self.children.start("player", [wine, *words], env=self.environment)
 
     def pid_of(self, _process):
         return self.processes(self.program.name)[0]

@@ -1,9 +1,9 @@
 // Starts a program and reports to the demonstration's driver where on the screen its controls are and what
 // they show:
 //
-//   control_report REPORT [NAME=VALUE...] PROGRAM
+//   control_report REPORT PROGRAM
 //
-// The names and values are added to the program's environment. The report has the form that
+// The report has the form that
 // demo/control_report.h describes; it is made from outside, so the program is the one that users get. Ends
 // with the program, with its code.
 
@@ -217,15 +217,8 @@ int ReportUntilEnd(const PROCESS_INFORMATION& program, const std::wstring& path)
 
 int wmain(int argc, wchar_t** argv) {
   constexpr int kWrongUse = 2;
-  int next = 2;
-  for (; next < argc; ++next) {
-    const std::wstring word = argv[next];
-    const std::size_t sign = word.find(L'=');
-    if (sign == std::wstring::npos) break;
-    ::SetEnvironmentVariableW(word.substr(0, sign).c_str(), word.substr(sign + 1).c_str());
-  }
-  if (next >= argc) return kWrongUse;
-  std::wstring command = L"\"" + std::wstring(argv[next]) + L"\"";
+  if (argc != 3) return kWrongUse;
+  std::wstring command = L"\"" + std::wstring(argv[2]) + L"\"";
   STARTUPINFOW start{};
   start.cb = sizeof start;
   PROCESS_INFORMATION program{};
