@@ -23,7 +23,7 @@ def start_rival(stage, peer, scratch, address):
 
 def meet(players, seconds):
     """Name -> seconds of processor time, scaled to a minute."""
-    meters = {name: Meter(process) for name, (process, _) in players.items()}
+    meters = {name: Meter(process.pid) for name, (process, _) in players.items()}
     time.sleep(seconds)
     return {name: meter.seconds() * MINUTE / seconds for name, meter in meters.items()}, meters["own"].by_thread()
 

@@ -48,7 +48,7 @@ def watch(stage, program, seconds):
 def run(arguments, children, scratch):
     stage = Stage(children, arguments.build, scratch, arguments.output)
     program = stage.start_program()
-    meter = Meter(program)
+    meter = Meter(program.pid)
     samples = watch(stage, program, arguments.minutes * 60)
     settled = [sample for sample in samples if sample[0] >= 60]
     growth = slope(settled) * (settled[-1][0] - settled[0][0])

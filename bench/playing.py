@@ -149,8 +149,8 @@ def measure(run, arguments):
 class Meter:
     """What a process needs from now on."""
 
-    def __init__(self, process):
-        self.id = process.pid
+    def __init__(self, process_id):
+        self.id = process_id
         self.started = time.monotonic()
         self.before = processor_seconds(self.id)
         self.threads_before = threads(self.id)
