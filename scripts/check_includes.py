@@ -2,7 +2,8 @@
 """Holds the code to the table of allowed includes between rooms, and rejects include circles.
 
 A source file includes its own header before all others, so that compiling it shows that the header stands alone.
-A header in ports/ says in its first line whether it is a port, for these are what a new system must supply.
+A header in ports/ says in its first line whether it is a port, for these are what a system must supply: among the rooms
+that a system's program may include, there is one that implements each of them.
 
 Usage: check_includes.py SOURCE_ROOT
        check_includes.py --self-test
@@ -64,6 +65,9 @@ utility valarray variant vector version""".split())
 # Of the standard library, what would reach the system or the clock behind the ports' back.
 BEHIND_PORTS = {"filesystem", "fstream", "thread", "mutex", "chrono", "iostream", "cstdio", "ctime", "csignal"}
 
+PROGRAMS = [room for room in ALLOWED if room.startswith("programs/")]
+
+INTERFACE = re.compile(r"^class (\w+)[^;{]*\{(.*?)^\};", re.M | re.S)
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.M)
 
 
@@ -114,7 +118,24 @@ def check(files):
                 continue
             if other is None or other not in ALLOWED[room]:
                 errors.append(f"{path}: room {room} may not include {target}")
-    return errors + circles(graph)
+    return errors + circles(graph) + unanswered(files)
+
+
+def unanswered(files):
+    """The ports that a system's program lacks. A class that only the logic implements is one that adapters call."""
+    errors = []
+    for path, text in sorted(files.items()):
+        if room_of(path) != "ports" or not text.startswith("#pragma once\n// Port: "):
+            continue
+        for name, body in INTERFACE.findall(text):
+            derived = re.compile(rf"\bpublic (?:platform::)?{name}\b")
+            rooms = {room_of(file) for file, code in files.items() if derived.search(code)} - {None}
+            if " = 0;" not in body or rooms and not any(room.startswith("platform/") for room in rooms):
+                continue
+            errors += [f"{path}: {program} has no room that implements {name}" for program in PROGRAMS
+                       if any(room_of(file) == program for file in files)
+                       and not any(room.startswith("platform/") for room in rooms & ALLOWED[program])]
+    return errors
 
 
 def circles(graph):
@@ -177,6 +198,10 @@ def self_test():
         "ui and catalogue do not see each other": {"ui/a.h": '#pragma once\n#include "catalogue/b.h"\n',
                                                    "catalogue/b.h": "#pragma once\n"},
         "a port says that it is one": {"ports/a.h": "#pragma once\n// Text.\n"},
+        "a system's program has every port": {
+            "ports/a.h": "#pragma once\n// Port: a.\nclass A {\n  virtual void B() = 0;\n};\n",
+            "platform/posix/a.h": '#pragma once\n#include "ports/a.h"\nclass C : public platform::A {};\n',
+            "programs/linux/main.cpp": "", "programs/windows/main.cpp": ""},
         "no circles": {"app/text/a.h": '#pragma once\n#include "app/text/b.h"\n',
                        "app/text/b.h": '#pragma once\n#include "app/text/a.h"\n'},
         "no unknown file": {"app/text/a.h": '#pragma once\n#include "missing.h"\n'},
