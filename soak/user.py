@@ -134,7 +134,8 @@ class User:
             self.screen.key("ctrl+a")
             self.screen.write(text)
         self._click_place(dialog, "dialog.CommandButton1")
-        if self._is_gone(dialog) and not self.rough:
+        # An Escape from before may have closed it instead; only what was entered is followed by a question.
+        if self._is_gone(dialog) and not self.rough and self._await_dialog(2):
             self.promised[name] = time.monotonic()
         return f"new station: {name}"
 
