@@ -35,7 +35,8 @@ ALLOWED = {
     "controls": set(),
     "ports": set(),
     "platform/ini": {"ports"},
-    "platform/posix": {"ports"},
+    "platform/disk": {"ports"},
+    "platform/posix": {"platform/disk", "ports"},
     "platform/icu": {"ports"},
     "platform/values": {"ports"},
     "platform/curl": {"ports"},
@@ -44,7 +45,7 @@ ALLOWED = {
     "platform/qt": {"app/forms", "controls", "ports"},
     "platform/win32/base": {"ports"},
     "platform/win32/text": {"platform/win32/base", "ports"},
-    "platform/win32/system": {"platform/win32/base", "ports"},
+    "platform/win32/system": {"platform/win32/base", "platform/disk", "ports"},
     "platform/win32/internet": {"platform/win32/base", "ports"},
     "platform/win32/media": {"platform/win32/base", "ports"},
     "platform/win32/ui": {"platform/win32/base", "app/forms", "controls", "ports"},
@@ -52,9 +53,10 @@ ALLOWED = {
 # The one header that includes the system's own, and removes the macros that would replace names of the ports. Source
 # files include it; a header would pass those names on.
 WINDOWS_API = "platform/win32/base/windows_api.h"
-# Rooms whose code may use no system, toolkit or library header: the standard library only. The INI engine is one,
-# for every system uses it over a disk of its own.
-PLAIN = {room for room in ALLOWED if not room.startswith(("platform/", "programs/"))} | {"platform/ini"}
+# Rooms whose code may use no system, toolkit or library header: the standard library only. Two of the platform's are
+# among them, because every system uses them: the INI engine and what the adapters of disks share.
+PLAIN = {room for room in ALLOWED if not room.startswith(("platform/", "programs/"))} | \
+    {"platform/ini", "platform/disk"}
 STANDARD = set("""algorithm any array atomic bit bitset cassert cctype cerrno cfloat charconv chrono cinttypes
 climits cmath compare complex concepts condition_variable csignal cstdarg cstddef cstdint cstdio cstdlib cstring
 ctime deque exception filesystem forward_list fstream functional future initializer_list iomanip ios iosfwd
@@ -180,6 +182,7 @@ def self_test():
         "no toolkit in the logic": {"ui/a.cpp": "#include <QString>\n"},
         "no clock behind the ports": {"player/a.cpp": "#include <chrono>\n"},
         "no system header in the INI engine": {"platform/ini/a.cpp": "#include <sys/stat.h>\n"},
+        "no system header in what disks share": {"platform/disk/a.cpp": "#include <fcntl.h>\n"},
         "the INI engine sees no system's adapter": {"platform/ini/a.cpp": '#include "platform/posix/b.h"\n',
                                                     "platform/posix/b.h": "#pragma once\n"},
         "adapters do not see each other": {"platform/qt/a.cpp": '#include "platform/icu/b.h"\n',

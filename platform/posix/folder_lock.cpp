@@ -13,19 +13,19 @@ namespace {
 constexpr std::chrono::seconds kLongestWait{5};
 constexpr long kNanosecondsBetweenTries = 500'000;
 
-FolderLock::State Lock(const FileDescriptor& folder) {
+disk::FolderLocking Lock(const FileDescriptor& folder) {
   if (!folder.IsOpen()) {
     const bool missing = errno == ENOENT || errno == ENOTDIR;
-    return missing ? FolderLock::State::kNoFolder : FolderLock::State::kHeld;
+    return missing ? disk::FolderLocking::kNoFolder : disk::FolderLocking::kHeld;
   }
   const auto deadline = std::chrono::steady_clock::now() + kLongestWait;
   while (::flock(folder.Get(), LOCK_EX | LOCK_NB) != 0) {
-    if (errno != EWOULDBLOCK && errno != EINTR) return FolderLock::State::kHeld;
-    if (std::chrono::steady_clock::now() >= deadline) return FolderLock::State::kBusy;
+    if (errno != EWOULDBLOCK && errno != EINTR) return disk::FolderLocking::kHeld;
+    if (std::chrono::steady_clock::now() >= deadline) return disk::FolderLocking::kBusy;
     const timespec pause{0, kNanosecondsBetweenTries};
     ::nanosleep(&pause, nullptr);
   }
-  return FolderLock::State::kHeld;
+  return disk::FolderLocking::kHeld;
 }
 
 }  // namespace

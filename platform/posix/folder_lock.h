@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "platform/disk/profile_locks.h"
 #include "platform/posix/file_descriptor.h"
 
 namespace platform::posix {
@@ -12,18 +13,12 @@ namespace platform::posix {
 /// another file under its name. Where the file system has no locks, work continues without one.
 class FolderLock {
  public:
-  enum class State {
-    kHeld,
-    kNoFolder,  ///< there is no such folder
-    kBusy       ///< another program did not release it within five seconds
-  };
-
   explicit FolderLock(const std::string& folder);
-  [[nodiscard]] State Get() const { return state_; }
+  [[nodiscard]] disk::FolderLocking Get() const { return state_; }
 
  private:
   FileDescriptor folder_;
-  State state_;
+  disk::FolderLocking state_;
 };
 
 }  // namespace platform::posix

@@ -77,16 +77,9 @@ ProfileLocking PosixProfileFiles::Lock(const std::string& name) {
 ProfileLocking PosixProfileFiles::TryLock(const std::string& name) {
   const auto target = FollowLinks(name);
   if (!target) return {};
-  FolderLock folder(FolderOf(*target));
-  if (folder.Get() == FolderLock::State::kBusy) return {};
-  if (folder.Get() == FolderLock::State::kNoFolder) {
-    return {ProfileLocking::Result::kNoFolder, ProfileLock::kNone};
-  }
-  const ProfileLock lock{++last_lock_};
-  locks_.try_emplace(lock, std::move(folder));
-  return {ProfileLocking::Result::kHeld, lock};
+  return locks_.Keep(FolderLock(FolderOf(*target)));
 }
 
-void PosixProfileFiles::Unlock(ProfileLock lock) { locks_.erase(lock); }
+void PosixProfileFiles::Unlock(ProfileLock lock) { locks_.Release(lock); }
 
 }  // namespace platform::posix

@@ -5,6 +5,9 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <memory>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "platform/posix/native_paths.h"
@@ -13,7 +16,6 @@
 namespace platform::posix {
 namespace {
 
-constexpr std::size_t kBufferSize = 64 * 1024;
 constexpr int kSafely = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 constexpr mode_t kNewFile = 0666;
 constexpr mode_t kAnyExecution = S_IXUSR | S_IXGRP | S_IXOTH;
@@ -27,11 +29,20 @@ bool IsRecording(const struct stat& status) {
   return S_ISREG(status.st_mode) && status.st_nlink == 1 && (status.st_mode & kAnyExecution) == 0;
 }
 
-/// The system keeps accepting bytes for a file that has been removed, but nobody can find them any more.
-bool HasName(const FileDescriptor& file) {
-  struct stat status {};
-  return ::fstat(file.Get(), &status) == 0 && status.st_nlink > 0;
-}
+class PosixRecording final : public disk::OpenRecording {
+ public:
+  explicit PosixRecording(FileDescriptor file) : file_(std::move(file)) {}
+  bool Write(std::string_view bytes, std::size_t& written) override {
+    return WriteAll(file_.Get(), bytes, written);
+  }
+  [[nodiscard]] bool HasName() const override {
+    struct stat status {};
+    return ::fstat(file_.Get(), &status) == 0 && status.st_nlink > 0;
+  }
+
+ private:
+  FileDescriptor file_;
+};
 
 /// Looks before it opens, because opening a device can already have an effect, and again afterwards, because
 /// the entry may have changed in between.
@@ -51,29 +62,19 @@ FileDescriptor CreateIn(int folder, const char* name) {
 
 PosixRecordFiles::PosixRecordFiles(NativePaths& paths) : paths_(paths) {}
 
-PosixRecordFiles::~PosixRecordFiles() {
-  for (auto& [handle, recording] : recordings_) FlushBuffer(recording);
-}
-
 FileDescriptor PosixRecordFiles::FolderFor(const Text& folder, const Text& file_name) {
   const std::string native = paths_.ToNative(folder);
   if (!IsUsablePath(native) || !IsPlainName(file_name, paths_.ToNative(file_name))) return {};
   return FileDescriptor(::open(native.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
 }
 
-RecordFile PosixRecordFiles::Keep(FileDescriptor file) {
-  if (!file.IsOpen()) return RecordFile::kNone;
-  const RecordFile handle{++last_recording_};
-  recordings_.emplace(handle, Recording{std::move(file), {}});
-  return handle;
-}
-
 RecordFile PosixRecordFiles::OpenBinary(const Text& folder, const Text& file_name) {
   const NewRecordFile created = CreateBinary(folder, file_name);
   if (!created.name_is_taken) return created.file;
   const FileDescriptor opened_folder = FolderFor(folder, file_name);
-  return opened_folder.IsOpen() ? Keep(OpenExisting(opened_folder.Get(), paths_.ToNative(file_name).c_str()))
-                                : RecordFile::kNone;
+  if (!opened_folder.IsOpen()) return RecordFile::kNone;
+  FileDescriptor file = OpenExisting(opened_folder.Get(), paths_.ToNative(file_name).c_str());
+  return file.IsOpen() ? Keep(std::make_unique<PosixRecording>(std::move(file))) : RecordFile::kNone;
 }
 
 NewRecordFile PosixRecordFiles::CreateBinary(const Text& folder, const Text& file_name) {
@@ -81,40 +82,7 @@ NewRecordFile PosixRecordFiles::CreateBinary(const Text& folder, const Text& fil
   if (!opened_folder.IsOpen()) return {};
   FileDescriptor file = CreateIn(opened_folder.Get(), paths_.ToNative(file_name).c_str());
   if (!file.IsOpen()) return {RecordFile::kNone, errno == EEXIST};
-  return {Keep(std::move(file))};
-}
-
-bool PosixRecordFiles::FlushBuffer(Recording& recording) {
-  std::size_t written = 0;
-  const bool complete = WriteAll(recording.file.Get(), recording.buffer, written);
-  recording.buffer.erase(0, written);
-  return complete;
-}
-
-bool PosixRecordFiles::WriteBytes(RecordFile file, std::span<const std::byte> bytes) {
-  const auto found = recordings_.find(file);
-  if (found == recordings_.end()) return false;
-  Recording& recording = found->second;
-  std::string_view rest(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-  while (!rest.empty()) {
-    if (recording.buffer.size() >= kBufferSize && !FlushBuffer(recording)) return false;
-    const std::string_view part = rest.substr(0, kBufferSize - recording.buffer.size());
-    recording.buffer += part;
-    rest.remove_prefix(part.size());
-  }
-  return true;
-}
-
-bool PosixRecordFiles::Flush(RecordFile file) {
-  const auto found = recordings_.find(file);
-  return found != recordings_.end() && FlushBuffer(found->second) && HasName(found->second.file);
-}
-
-void PosixRecordFiles::Close(RecordFile file) {
-  const auto found = recordings_.find(file);
-  if (found == recordings_.end()) return;
-  FlushBuffer(found->second);
-  recordings_.erase(found);
+  return {Keep(std::make_unique<PosixRecording>(std::move(file)))};
 }
 
 std::size_t PosixRecordFiles::LongestFileName(const Text& folder) {

@@ -16,10 +16,10 @@ bool IsFolder(const std::wstring& path) {
 
 }  // namespace
 
-FolderLock::FolderLock(const std::wstring& folder) : state_(State::kNoFolder) {
+FolderLock::FolderLock(const std::wstring& folder) : state_(disk::FolderLocking::kNoFolder) {
   const std::wstring named = folder.empty() ? L"." : folder;
   if (!IsFolder(named)) return;
-  state_ = State::kHeld;
+  state_ = disk::FolderLocking::kHeld;
   const std::wstring name = L"Global\\Funkhausplayer-folder-" + NumberOf(ResolvedPath(named).value_or(named));
   OwnedHandle mutex(::CreateMutexW(nullptr, FALSE, name.c_str()));
   if (!mutex.IsOpen()) return;
@@ -28,7 +28,7 @@ FolderLock::FolderLock(const std::wstring& folder) : state_(State::kNoFolder) {
   if (result == WAIT_OBJECT_0 || result == WAIT_ABANDONED) {
     mutex_ = std::move(mutex);
   } else {
-    state_ = State::kBusy;
+    state_ = disk::FolderLocking::kBusy;
   }
 }
 

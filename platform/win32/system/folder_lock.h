@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "platform/disk/profile_locks.h"
 #include "platform/win32/system/owned_handle.h"
 
 namespace platform::win32 {
@@ -14,22 +15,16 @@ namespace platform::win32 {
 /// without one.
 class FolderLock {
  public:
-  enum class State {
-    kHeld,
-    kNoFolder,  ///< there is no such folder
-    kBusy       ///< another program did not release it within five seconds
-  };
-
   /// An empty folder is the current one.
   explicit FolderLock(const std::wstring& folder);
   ~FolderLock();
   FolderLock(FolderLock&&) noexcept = default;
   FolderLock& operator=(FolderLock&&) noexcept = delete;
-  [[nodiscard]] State Get() const { return state_; }
+  [[nodiscard]] disk::FolderLocking Get() const { return state_; }
 
  private:
   OwnedHandle mutex_;
-  State state_;
+  disk::FolderLocking state_;
 };
 
 }  // namespace platform::win32

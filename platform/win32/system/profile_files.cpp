@@ -56,16 +56,9 @@ ProfileLocking Win32ProfileFiles::Lock(const std::string& name) {
 ProfileLocking Win32ProfileFiles::TryLock(const std::string& name) {
   const auto path = PathOf(name);
   if (!path) return {};
-  FolderLock folder(FolderOf(ResolvedPath(*path).value_or(*path)));
-  if (folder.Get() == FolderLock::State::kBusy) return {};
-  if (folder.Get() == FolderLock::State::kNoFolder) {
-    return {ProfileLocking::Result::kNoFolder, ProfileLock::kNone};
-  }
-  const ProfileLock lock{++last_lock_};
-  locks_.try_emplace(lock, std::move(folder));
-  return {ProfileLocking::Result::kHeld, lock};
+  return locks_.Keep(FolderLock(FolderOf(ResolvedPath(*path).value_or(*path))));
 }
 
-void Win32ProfileFiles::Unlock(ProfileLock lock) { locks_.erase(lock); }
+void Win32ProfileFiles::Unlock(ProfileLock lock) { locks_.Release(lock); }
 
 }  // namespace platform::win32

@@ -1,10 +1,10 @@
 #pragma once
 // Adapter: the disk under the INI engine. Not for the format of INI files (platform/ini).
 
-#include <map>
 #include <string>
 #include <utility>
 
+#include "platform/disk/profile_locks.h"
 #include "platform/win32/system/folder_lock.h"
 #include "ports/profile_files.h"
 
@@ -22,8 +22,7 @@ class Win32ProfileFiles final : public ProfileFiles {
  private:
   ProfileLocking TryLock(const std::string& name);
 
-  std::map<ProfileLock, FolderLock> locks_;
-  std::uint32_t last_lock_ = 0;
+  disk::ProfileLocks<FolderLock> locks_;
 };
 
 }  // namespace platform::win32

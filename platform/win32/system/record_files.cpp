@@ -3,17 +3,18 @@
 #include "platform/win32/base/windows_api.h"
 
 #include <algorithm>
+#include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 
+#include "platform/win32/system/owned_handle.h"
 #include "platform/win32/system/system_path.h"
 #include "platform/win32/system/whole_file.h"
 
 namespace platform::win32 {
 namespace {
-
-constexpr std::size_t kBufferSize = 64 * 1024;
 
 bool IsPlainName(const Text& name) {
   return !name.empty() && name.find_first_of(u"\\/:") == Text::npos && name != u"." && name != u"..";
@@ -33,13 +34,6 @@ OwnedHandle OpenAt(const std::wstring& path, DWORD creation) {
                                    FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
 }
 
-/// The system keeps accepting bytes for a file that is being removed, but nobody can find them any more.
-bool HasName(const OwnedHandle& file) {
-  FILE_STANDARD_INFO info{};
-  return ::GetFileInformationByHandleEx(file.Get(), FileStandardInfo, &info, sizeof info) != 0 &&
-         info.NumberOfLinks > 0 && info.DeletePending == 0;
-}
-
 bool IsRecording(const OwnedHandle& file) {
   constexpr DWORD kUnfit = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DEVICE;
   BY_HANDLE_FILE_INFORMATION info{};
@@ -48,24 +42,31 @@ bool IsRecording(const OwnedHandle& file) {
          info.nNumberOfLinks == 1;
 }
 
+class Win32Recording final : public disk::OpenRecording {
+ public:
+  explicit Win32Recording(OwnedHandle file) : file_(std::move(file)) {}
+  bool Write(std::string_view bytes, std::size_t& written) override {
+    return WriteAll(file_.Get(), bytes, written);
+  }
+  [[nodiscard]] bool HasName() const override {
+    FILE_STANDARD_INFO info{};
+    return ::GetFileInformationByHandleEx(file_.Get(), FileStandardInfo, &info, sizeof info) != 0 &&
+           info.NumberOfLinks > 0 && info.DeletePending == 0;
+  }
+
+ private:
+  OwnedHandle file_;
+};
+
 }  // namespace
-
-Win32RecordFiles::~Win32RecordFiles() {
-  for (auto& [handle, recording] : recordings_) FlushBuffer(recording);
-}
-
-RecordFile Win32RecordFiles::Keep(OwnedHandle file) {
-  const RecordFile handle{++last_recording_};
-  recordings_.emplace(handle, Recording{std::move(file), {}});
-  return handle;
-}
 
 RecordFile Win32RecordFiles::OpenBinary(const Text& folder, const Text& file_name) {
   const NewRecordFile created = CreateBinary(folder, file_name);
   if (!created.name_is_taken) return created.file;
   const auto path = PathIn(folder, file_name);
   OwnedHandle file = path ? OpenAt(*path, OPEN_EXISTING) : OwnedHandle();
-  return file.IsOpen() && IsRecording(file) ? Keep(std::move(file)) : RecordFile::kNone;
+  if (!file.IsOpen() || !IsRecording(file)) return RecordFile::kNone;
+  return Keep(std::make_unique<Win32Recording>(std::move(file)));
 }
 
 NewRecordFile Win32RecordFiles::CreateBinary(const Text& folder, const Text& file_name) {
@@ -78,40 +79,7 @@ NewRecordFile Win32RecordFiles::CreateBinary(const Text& folder, const Text& fil
   }
   // The names of devices are in every folder.
   if (!IsRecording(file)) return {};
-  return {Keep(std::move(file)), false};
-}
-
-bool Win32RecordFiles::FlushBuffer(Recording& recording) {
-  std::size_t written = 0;
-  const bool complete = WriteAll(recording.file.Get(), recording.buffer, written);
-  recording.buffer.erase(0, written);
-  return complete;
-}
-
-bool Win32RecordFiles::WriteBytes(RecordFile file, std::span<const std::byte> bytes) {
-  const auto found = recordings_.find(file);
-  if (found == recordings_.end()) return false;
-  Recording& recording = found->second;
-  std::string_view rest(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-  while (!rest.empty()) {
-    if (recording.buffer.size() >= kBufferSize && !FlushBuffer(recording)) return false;
-    const std::string_view part = rest.substr(0, kBufferSize - recording.buffer.size());
-    recording.buffer += part;
-    rest.remove_prefix(part.size());
-  }
-  return true;
-}
-
-bool Win32RecordFiles::Flush(RecordFile file) {
-  const auto found = recordings_.find(file);
-  return found != recordings_.end() && FlushBuffer(found->second) && HasName(found->second.file);
-}
-
-void Win32RecordFiles::Close(RecordFile file) {
-  const auto found = recordings_.find(file);
-  if (found == recordings_.end()) return;
-  FlushBuffer(found->second);
-  recordings_.erase(found);
+  return {Keep(std::make_unique<Win32Recording>(std::move(file)))};
 }
 
 std::size_t Win32RecordFiles::LongestFileName(const Text& folder) {

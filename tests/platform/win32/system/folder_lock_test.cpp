@@ -18,10 +18,10 @@ TEST(Win32FolderLockTest, AnotherThreadWaitsUntilTheLockIsReleased) {
   std::thread other;
   {
     const FolderLock lock(folder.Path().wstring() + L"\\");
-    EXPECT_EQ(lock.Get(), FolderLock::State::kHeld);
+    EXPECT_EQ(lock.Get(), disk::FolderLocking::kHeld);
     other = std::thread([&] {
       const FolderLock second(folder.Path().wstring());
-      EXPECT_EQ(second.Get(), FolderLock::State::kHeld);
+      EXPECT_EQ(second.Get(), disk::FolderLocking::kHeld);
       was_released_first = is_released.load();
     });
     std::this_thread::sleep_for(std::chrono::milliseconds(200));
@@ -34,25 +34,25 @@ TEST(Win32FolderLockTest, AnotherThreadWaitsUntilTheLockIsReleased) {
 TEST(Win32FolderLockTest, WaitingEndsAfterFiveSeconds) {
   const test_support::TempFolder folder;
   const FolderLock lock(folder.Path().wstring());
-  FolderLock::State state = FolderLock::State::kHeld;
+  disk::FolderLocking state = disk::FolderLocking::kHeld;
   std::thread([&] { state = FolderLock(folder.Path().wstring()).Get(); }).join();
-  EXPECT_EQ(state, FolderLock::State::kBusy);
+  EXPECT_EQ(state, disk::FolderLocking::kBusy);
 }
 
 TEST(Win32FolderLockTest, OtherFoldersHaveLocksOfTheirOwn) {
   const test_support::TempFolder folder;
   const test_support::TempFolder another;
   const FolderLock lock(folder.Path().wstring());
-  FolderLock::State state = FolderLock::State::kBusy;
+  disk::FolderLocking state = disk::FolderLocking::kBusy;
   std::thread([&] { state = FolderLock(another.Path().wstring()).Get(); }).join();
-  EXPECT_EQ(state, FolderLock::State::kHeld);
+  EXPECT_EQ(state, disk::FolderLocking::kHeld);
 }
 
 TEST(Win32FolderLockTest, AMissingFolderAndAFileHaveNone) {
   const test_support::TempFolder folder;
   folder.Write("file", "");
-  EXPECT_EQ(FolderLock((folder.Path() / "missing").wstring()).Get(), FolderLock::State::kNoFolder);
-  EXPECT_EQ(FolderLock((folder.Path() / "file").wstring()).Get(), FolderLock::State::kNoFolder);
+  EXPECT_EQ(FolderLock((folder.Path() / "missing").wstring()).Get(), disk::FolderLocking::kNoFolder);
+  EXPECT_EQ(FolderLock((folder.Path() / "file").wstring()).Get(), disk::FolderLocking::kNoFolder);
 }
 
 }  // namespace
