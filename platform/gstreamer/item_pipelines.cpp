@@ -54,13 +54,24 @@ bool ItemPipelines::Promote() {
 
 void ItemPipelines::DropHeard() {
   state_->SetCurrent(nullptr);
-  const Line dropped = std::exchange(heard_, {});
-  if (dropped.pipeline) dropped.pipeline->Stop();
+  StopHeard(std::exchange(heard_, {}).pipeline);
 }
 
-std::array<std::shared_ptr<Pipeline>, 2> ItemPipelines::TakeBoth() {
+ItemPipelines::Both ItemPipelines::TakeBoth() {
   state_->SetCurrent(nullptr);
   return {std::exchange(heard_, {}).pipeline, std::exchange(attempt_, {}).line.pipeline};
+}
+
+void ItemPipelines::StopBoth(const Both& both) {
+  StopHeard(both.heard);
+  if (both.attempted) both.attempted->Stop();
+}
+
+void ItemPipelines::StopHeard(const std::shared_ptr<Pipeline>& heard) {
+  if (!heard) return;
+  // The sink reports what the mixer changes with the next sound that it passes on, and there will be none.
+  ObserveMixer(heard);
+  heard->Stop();
 }
 
 void ItemPipelines::Turn(Sound sound) {
@@ -73,13 +84,14 @@ void ItemPipelines::FollowVolume() {
     SetVolume(heard_.pipeline, wanted);
     SetVolume(attempt_.line.pipeline, wanted);
   }
-  if (std::exchange(mixer_moved_, false)) ObserveMixer();
+  if (std::exchange(mixer_moved_, false)) ObserveMixer(heard_.pipeline);
 }
 
-void ItemPipelines::ObserveMixer() {
+void ItemPipelines::ObserveMixer(const std::shared_ptr<Pipeline>& heard) {
   // A sink without a device only repeats what it was given.
-  if (!heard_.pipeline || !heard_.pipeline->Heard()) return;
-  services_->sound.Observe(heard_.pipeline->ReadVolume(), volume_version_);
+  if (!heard || !heard->Heard()) return;
+  if (!services_->sound.Observe(heard->ReadVolume(), volume_version_)) return;
+  SetVolume(attempt_.line.pipeline, services_->sound.Get());
 }
 
 }  // namespace platform::gstreamer

@@ -2,7 +2,6 @@
 // The pipelines of one item, opened, exchanged and dropped, with their common volume.
 // Not the decisions when (item_phases.h), and not the thread (media_supervisor.h).
 
-#include <array>
 #include <cstdint>
 #include <memory>
 
@@ -35,8 +34,13 @@ class ItemPipelines {
   /// The attempt becomes what is heard; nothing was heard before. True when its source is already gone.
   bool Promote();
   void DropHeard();
-  /// Both are no longer the item's; the caller stops them.
-  std::array<std::shared_ptr<Pipeline>, 2> TakeBoth();
+  struct Both {
+    std::shared_ptr<Pipeline> heard;
+    std::shared_ptr<Pipeline> attempted;
+  };
+  /// Both are no longer the item's; to be passed to StopBoth.
+  Both TakeBoth();
+  void StopBoth(const Both& both);
 
   enum class Sound : std::uint8_t { kOff, kOn };
   /// Plays or pauses what is heard; with kOn it still waits for its buffer.
@@ -47,7 +51,8 @@ class ItemPipelines {
   void FollowVolume();
 
  private:
-  void ObserveMixer();
+  void StopHeard(const std::shared_ptr<Pipeline>& heard);
+  void ObserveMixer(const std::shared_ptr<Pipeline>& heard);
 
   const PipelineInput input_;
   const std::shared_ptr<ItemState> state_;

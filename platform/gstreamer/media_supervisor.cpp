@@ -273,13 +273,11 @@ void MediaSupervisor::AwaitSilence() {
 }
 
 void MediaSupervisor::DropBoth() {
-  const auto dropped = pipelines_.TakeBoth();
+  const ItemPipelines::Both dropped = pipelines_.TakeBoth();
   schedule_.Reset();
   // A sound server that hangs can hold up what follows.
   state_->SetReport(Report());
-  for (const auto& pipeline : dropped) {
-    if (pipeline) pipeline->Stop();
-  }
+  pipelines_.StopBoth(dropped);
 }
 
 ItemReport MediaSupervisor::Report() const {

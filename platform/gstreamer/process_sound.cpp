@@ -1,6 +1,7 @@
 #include "platform/gstreamer/process_sound.h"
 
 #include <cmath>
+#include <utility>
 
 namespace platform::gstreamer {
 namespace {
@@ -15,11 +16,12 @@ bool IsSameInMixer(double linear, double other) {
 
 }  // namespace
 
-void ProcessSound::Observe(const StreamVolume& observed, std::uint64_t version) {
+bool ProcessSound::Observe(const StreamVolume& observed, std::uint64_t version) {
   const std::lock_guard lock(mutex_);
-  if (version != wanted_.version) return;
-  if (!wanted_.volume || !IsSameInMixer(*wanted_.volume, observed.volume)) wanted_.volume = observed.volume;
-  wanted_.mute = observed.mute;
+  if (version != wanted_.version) return false;
+  const bool moved = !wanted_.volume || !IsSameInMixer(*wanted_.volume, observed.volume);
+  if (moved) wanted_.volume = observed.volume;
+  return std::exchange(wanted_.mute, observed.mute) != observed.mute || moved;
 }
 
 }  // namespace platform::gstreamer

@@ -44,8 +44,8 @@ class ProcessSound {
   }
 
   /// The mixer shows `observed`, after setting number `version` was applied. A newer setting and a mere
-  /// rounding by the mixer are not overwritten.
-  void Observe(const StreamVolume& observed, std::uint64_t version);
+  /// rounding by the mixer are not overwritten. True when that changed the volume or mute.
+  bool Observe(const StreamVolume& observed, std::uint64_t version);
 
  private:
   mutable std::mutex mutex_;

@@ -12,7 +12,9 @@ double Linear(double percent) { return percent * percent * percent / 1e6; }
 
 class ProcessSoundTest : public testing::Test {
  protected:
-  void MixerShows(double percent) { sound.Observe({Linear(percent), false}, sound.Get().version); }
+  bool MixerShows(double percent, bool mute = false) {
+    return sound.Observe({Linear(percent), mute}, sound.Get().version);
+  }
   ProcessSound sound;
 };
 
@@ -32,11 +34,21 @@ TEST_F(ProcessSoundTest, WhatTheMixerRoundsStaysAsItWasSet) {
   }
 }
 
+TEST_F(ProcessSoundTest, WhatChangesIsReported) {
+  EXPECT_TRUE(MixerShows(50)) << "nothing was known";
+  EXPECT_FALSE(MixerShows(50));
+  EXPECT_FALSE(MixerShows(49.95));
+  EXPECT_TRUE(MixerShows(49));
+  EXPECT_TRUE(MixerShows(49, true));
+  EXPECT_FALSE(MixerShows(49, true));
+  EXPECT_TRUE(MixerShows(49, false));
+}
+
 TEST_F(ProcessSoundTest, ANewerSettingIsNotOverwritten) {
   const auto before = sound.Get().version;
   sound.SetVolume(0.5);
   sound.SetMute(true);
-  sound.Observe({0.125, false}, before);
+  EXPECT_FALSE(sound.Observe({0.125, false}, before));
   EXPECT_DOUBLE_EQ(sound.Current().volume, 0.5);
   EXPECT_TRUE(sound.Current().mute);
 }

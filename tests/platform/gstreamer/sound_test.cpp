@@ -2,8 +2,10 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
+#include <atomic>
 #include <chrono>
 #include <cmath>
+#include <memory>
 
 #include "tests/platform/gstreamer/session_driver.h"
 #include "tests/support/loudness.h"
@@ -95,6 +97,44 @@ TEST_F(SoundTest, WhatTheUserMutesInTheMixerIsMutedInTheProgram) {
   pulse.Mute(kApplication, false);
   EXPECT_TRUE(WaitUntil([&] { return !driver.Mute(); }, 3s));
   EXPECT_TRUE(IsAsLoudAs(kToneLevel));
+}
+
+TEST_F(SoundTest, WhatTheUserSetsInTheMixerJustBeforeTheItemClosesIsNotLost) {
+  SessionDriver driver;
+  ASSERT_TRUE(StartTone(driver));
+  ASSERT_EQ(driver.Pause(), kSOk);
+  // While the sound is paused the sink reports nothing.
+  ASSERT_TRUE(WaitUntil([&] { return pulse.FindStream(kApplication)->corked; }, 3s));
+  pulse.MoveSlider(kApplication, 30);
+  pulse.Mute(kApplication, true);
+  ASSERT_FALSE(driver.Mute());
+  driver.Close();
+  ASSERT_EQ(driver.Open(MakeTone(folder, "next.flac", "flac")), kSOk);
+  EXPECT_TRUE(driver.Mute());
+  EXPECT_NEAR(driver.Volume(), 0.3F, 0.002F);
+  ASSERT_EQ(driver.Start(), kSOk);
+  ASSERT_TRUE(WaitUntil([&] { return pulse.FindStream(kApplication).has_value(); }, 3s));
+  EXPECT_EQ(pulse.FindStream(kApplication)->volume_percent, 30);
+  EXPECT_TRUE(pulse.FindStream(kApplication)->mute);
+}
+
+TEST_F(SoundTest, WhatTheUserSetsInTheMixerWhileABreakIsBridgedIsNotLost) {
+  const std::string sound = ReadBytes(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 4}));
+  MediaHttpServer server;
+  server.On("/live",
+            [&, first = std::make_shared<std::atomic<bool>>(true)](MediaHttpServer::Connection& connection) {
+              const bool ends = first->exchange(false);
+              if (connection.Send(LiveHead("audio/mpeg") + sound) && !ends) connection.StaySilent(20s);
+            });
+  SessionDriver driver;
+  ASSERT_EQ(driver.Open(server.Url("/live")), kSOk);
+  ASSERT_EQ(driver.Start(), kSOk);
+  ASSERT_TRUE(WaitUntil([&] { return server.Requests("/live") == 2; }, 3s)) << "opened again meanwhile";
+  ASSERT_LT(driver.Seconds(), 3.0) << "the first connection is still heard";
+  pulse.MoveSlider(kApplication, 30);
+  ASSERT_TRUE(WaitUntil([&] { return std::abs(driver.Volume() - 0.3F) < 0.002F; }, 1s));
+  ASSERT_TRUE(WaitUntil([&] { return driver.Seconds() > 4.5; }, 8s)) << "the second one is heard";
+  EXPECT_EQ(pulse.FindStream(kApplication)->volume_percent, 30);
 }
 
 TEST_F(SoundTest, AVolumeOutsideItsRangeIsRefused) {
