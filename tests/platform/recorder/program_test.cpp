@@ -124,6 +124,22 @@ TEST_F(Program, ExplainsItselfOnRequest) {
   }
 }
 
+TEST_F(Program, SaysThatAStationCannotBeReachedWhenTheInternetLibraryIsMissing) {
+  auto surroundings = Surroundings("");
+  surroundings["LD_LIBRARY_PATH"] = music_.Path();
+  music_.Write("libcurl.so.4", "no library");
+  const auto output = music_.Path() / "output";
+  ChildProcess program(
+      {"sh", "-c", "exec \"$1\" \"$2\" >\"$3\"", "sh", RECORDING_TOOL, station_.Url(), output}, surroundings);
+  const auto says = [&] {
+    return music_.Read("output").find("Der Sender ist nicht erreichbar") != std::string::npos;
+  };
+  EXPECT_TRUE(WaitUntil(says, kDeadline));
+  program.Signal(SIGTERM);
+  EXPECT_EQ(program.WaitForExit(), 0);
+  EXPECT_THAT(Files(), testing::IsEmpty());
+}
+
 TEST_F(Program, SaysWhenItCannotWrite) {
   const auto file = music_.Write("neu", "a file where the folder belongs");
   const auto result = test_support::RunProgram({RECORDING_TOOL, station_.Url()}, Surroundings(""));
