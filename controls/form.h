@@ -1,6 +1,7 @@
 #pragma once
 // A window as the program sees it: caption, inner size, the events of its life. Not its controls.
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -34,6 +35,9 @@ class Form final : public Captioned {
     Set(smallest_width_, width);
     Set(smallest_height_, height);
   }
+  /// A screen may be too low for the smallest height: this is the smallest width there. 0 is the usual one.
+  [[nodiscard]] int SmallestWidthIfLower() const { return std::max(smallest_width_, width_if_lower_); }
+  void SetSmallestWidthIfLower(int width) { Set(width_if_lower_, width); }
   /// A window that the user can make neither smaller nor larger. False at first.
   [[nodiscard]] bool FixedSize() const { return fixed_size_; }
   void SetFixedSize(bool fixed_size) { Set(fixed_size_, fixed_size); }
@@ -77,6 +81,7 @@ class Form final : public Captioned {
  private:
   int smallest_width_ = 0;
   int smallest_height_ = 0;
+  int width_if_lower_ = 0;
   bool fixed_size_ = false;
   bool closing_ = false;
   bool closed_ = false;

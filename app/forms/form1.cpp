@@ -1,6 +1,7 @@
 #include "app/forms/form1.h"
 
 #include "app/forms/grid.h"
+#include "app/forms/layout.h"
 
 namespace app {
 
@@ -53,6 +54,8 @@ Form1::Form1() {
   // Less leaves no room for the bars, or for the list above the bottom panel: at this height the information
   // panel, which then lies over the list, is no higher than it.
   form.SetSmallestSize(10080, 9180);
+  // On a lower screen it would be higher than the list, so it stays beside the bars.
+  form.SetSmallestWidthIfLower(kWidthForPanelBesideBars);
   MakeLists();
   Add({{"Frame1", &Frame1}});
   Frame1.SetLook(controls::FrameLook::kPlain);

@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QStyleOptionButton>
+#include <algorithm>
 
 #include "platform/qt/readable_color.h"
 
@@ -34,6 +35,17 @@ QColor FrameColor(const QColor& window, const QColor& text) {
   return Readable(Mixed(window, text, 0.5), window, text, kContrastOfParts);
 }
 
+/// Around the inside of `box`, in whole pixels of the screen: at 150 % a line of one of the widget's own
+/// pixels is one or two of them wide, depending on its place.
+void DrawFrame(QPainter& painter, const QRect& box, const QColor& color) {
+  const QTransform to_screen = painter.deviceTransform();
+  const QRect outer = to_screen.mapRect(QRectF(box)).toRect();
+  const int width = std::max(1, static_cast<int>(to_screen.m11()));
+  painter.setTransform(to_screen.inverted(), true);
+  painter.setClipRegion(QRegion(outer) - outer.adjusted(width, width, -width, -width));
+  painter.fillRect(outer, color);
+}
+
 }  // namespace
 
 CheckBoxWidget::CheckBoxWidget(QWidget* parent) : QCheckBox(parent) {}
@@ -45,8 +57,8 @@ void CheckBoxWidget::paintEvent(QPaintEvent* event) {
   option.rect = style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, this);
   if (!isEnabled() || !NeedsFrame(option)) return;
   QPainter painter(this);
-  painter.setPen(FrameColor(palette().color(QPalette::Window), palette().color(QPalette::WindowText)));
-  painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+  DrawFrame(painter, option.rect,
+            FrameColor(palette().color(QPalette::Window), palette().color(QPalette::WindowText)));
 }
 
 bool CheckBoxWidget::NeedsFrame(QStyleOptionButton box) {

@@ -18,7 +18,7 @@ constexpr qsizetype kLongestText = 8192;
 constexpr int kObstacleGap = 6;
 constexpr int kNarrowestLine = 40;
 constexpr int kColumnGap = 8;
-/// With less room beside the picture a line is no longer set in columns.
+/// With less room beside the picture only a value that fits there whole stands in its column.
 constexpr int kNarrowestValue = 60;
 /// Names get no more than this part of the width, so that a long one leaves room for the values.
 constexpr double kWidestNames = 0.5;
@@ -78,13 +78,14 @@ class FittedLabel::Flow {
 
   [[nodiscard]] int RoomFrom(int left) const { return label_.RightEnd(top_, metrics_.lineSpacing()) - left; }
 
-  /// Where the line's value begins: in its column, or, where a picture leaves none, behind its name. 0 when
-  /// the line has no name, or both together need more than one line there.
+  /// Where the line's value begins: in its column, or, where a picture leaves too little of that, behind its
+  /// name. 0 when the line has no name, or both together need more than one line there.
   [[nodiscard]] int LeftOf(const Line& line) const {
     if (line.name.isEmpty()) return 0;
-    if (RoomFrom(left_) >= kNarrowestValue) return left_;
+    const int value = metrics_.horizontalAdvance(line.value);
+    if (RoomFrom(left_) >= std::min(value, kNarrowestValue)) return left_;
     const int behind = metrics_.horizontalAdvance(line.name + QLatin1Char(' '));
-    return behind + metrics_.horizontalAdvance(line.value) <= RoomFrom(0) ? behind : 0;
+    return behind + value <= RoomFrom(0) ? behind : 0;
   }
 
   void DrawName(const QString& name, int left) {

@@ -38,8 +38,12 @@ void FormView::LimitSize() {
     window_.setFixedSize(WindowSize());
     return;
   }
-  const QSize smallest = binding_.WindowSize(form_.SmallestWidth(), form_.SmallestHeight());
-  window_.setMinimumSize(smallest.boundedTo(window_.screen()->availableSize()));
+  const QSize room = window_.screen()->availableSize();
+  QSize smallest = binding_.WindowSize(form_.SmallestWidth(), form_.SmallestHeight());
+  if (smallest.height() > room.height()) {
+    smallest = binding_.WindowSize(form_.SmallestWidthIfLower(), form_.SmallestHeight());
+  }
+  window_.setMinimumSize(smallest.boundedTo(room));
 }
 
 void FormView::FocusFirst() {

@@ -32,10 +32,13 @@ TEST_F(FormTest, OtherLimitsOfTheSizeAreAnnounced) {
   const auto changed = form_.Changed.Subscribe([&] { ++changes; });
   form_.SetSmallestSize(100, 200);
   form_.SetFixedSize(true);
+  EXPECT_EQ(form_.SmallestWidthIfLower(), 100) << "the usual one";
+  form_.SetSmallestWidthIfLower(300);
+  EXPECT_EQ(form_.SmallestWidthIfLower(), 300);
   EXPECT_EQ(form_.SmallestWidth(), 100);
   EXPECT_EQ(form_.SmallestHeight(), 200);
   EXPECT_TRUE(form_.FixedSize());
-  EXPECT_EQ(changes, 3);
+  EXPECT_EQ(changes, 4);
 }
 
 TEST_F(FormTest, ClosingAsksThenUnloadsThenIsClosed) {

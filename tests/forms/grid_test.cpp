@@ -8,6 +8,7 @@
 
 #include "app/forms/form1.h"
 #include "app/forms/form2.h"
+#include "app/forms/layout.h"
 #include "app/forms/record_form.h"
 
 namespace app {
@@ -101,6 +102,19 @@ TEST(GridTest, PanelsOfTheSmallestWindowAreInsideIt) {
   const Place& panel = form1.Frame1.GetPlace();
   const Place& bar = form1.ProgressBar1[0].GetPlace();
   EXPECT_LE(panel.left + panel.width + bar.width * 2 + 60 + 60, form1.form.SmallestWidth());
+}
+
+TEST(GridTest, PanelsOfAWindowOnALowScreenAreInsideIt) {
+  // 1920 x 1080 at 200 %, less the status line and the window's title.
+  constexpr int kLow = (540 - 24 - 30) * 15;
+  Form1 form1;
+  const WindowLayout layout(form1);
+  ASSERT_LT(kLow, form1.form.SmallestHeight());
+  form1.form.Resize(form1.form.SmallestWidthIfLower(), kLow);
+  const Place& panel = form1.Frame3.GetPlace();
+  EXPECT_GE(panel.top, form1.SymbolListview.GetPlace().top);
+  EXPECT_LE(panel.top + panel.height, kLow);
+  EXPECT_LE(panel.left + panel.width, form1.form.SmallestWidthIfLower());
 }
 
 }  // namespace

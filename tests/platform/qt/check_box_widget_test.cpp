@@ -60,6 +60,39 @@ TEST(CheckBoxWidgetTest, EmptyBoxStandsOutFromItsGroundInEveryColoursAndStyle) {
   }
 }
 
+/// How many pixels of a colour follow each other from a place on.
+int ThicknessOf(const QImage& picture, QPoint place, const QPoint& step, const QColor& color) {
+  int count = 0;
+  for (; picture.valid(place) && picture.pixelColor(place) == color; place += step) ++count;
+  return count;
+}
+
+TEST(CheckBoxWidgetTest, ItsOwnFrameIsEvenAtEveryScaleAndPlace) {
+  const WithPalette colors(DesktopColors::DarkPalette());
+  QWidget window;
+  CheckBoxWidget widget(&window);
+  widget.resize(40, 30);
+  for (const double scale : {1.0, 1.25, 1.5, 1.75, 2.0}) {
+    for (int place = 0; place < 4; ++place) {
+      QImage picture(QSize(100, 100), QImage::Format_RGB32);
+      picture.setDevicePixelRatio(scale);
+      widget.render(&picture, QPoint(place, place));
+      const QRectF box = QRectF(BoxOf(widget)).translated(place, place);
+      const QRect seen = QRectF(box.topLeft() * scale, box.size() * scale).toRect();
+      const QPoint middle = seen.center();
+      const QColor frame = picture.pixelColor(seen.left(), middle.y());
+      const int width = ThicknessOf(picture, {seen.left(), middle.y()}, {1, 0}, frame);
+      EXPECT_EQ(width, static_cast<int>(scale)) << scale << ", " << place;
+      EXPECT_EQ(ThicknessOf(picture, {seen.right(), middle.y()}, {-1, 0}, frame), width)
+          << scale << ", " << place;
+      EXPECT_EQ(ThicknessOf(picture, {middle.x(), seen.top()}, {0, 1}, frame), width)
+          << scale << ", " << place;
+      EXPECT_EQ(ThicknessOf(picture, {middle.x(), seen.bottom()}, {0, -1}, frame), width)
+          << scale << ", " << place;
+    }
+  }
+}
+
 TEST(CheckBoxWidgetTest, OpenWindowFollowsOtherColours) {
   WindowFixture fixture;
   ASSERT_TRUE(fixture.Open());

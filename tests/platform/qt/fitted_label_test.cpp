@@ -87,8 +87,16 @@ TEST_F(FittedLabelTest, WhatDoesNotFitBelowIsCutAndWholeInTheToolTip) {
   EXPECT_TRUE(named_.toolTip().isEmpty());
 }
 
+TEST_F(FittedLabelTest, BesideAPictureAShortValueStaysInItsColumn) {
+  Show(named_, QStringLiteral("SampleRate: HHH\r\nChannels: 2"));
+  const int line = named_.fontMetrics().lineSpacing();
+  const int left = named_.ValuesLeft();
+  named_.SetObstacle(QRect(left + 20, line + 8, kWidth - left - 20, 100));
+  EXPECT_NEAR(FirstInk(named_, 1, left - 3), left, 2);
+}
+
 TEST_F(FittedLabelTest, BesideAPictureThatLeavesNoColumnTheValueFollowsItsName) {
-  Show(named_, QStringLiteral("StationName: A\r\nChannels: HHH"));
+  Show(named_, QStringLiteral("StationName: A\r\nChannels: HHHH"));
   const int line = named_.fontMetrics().lineSpacing();
   named_.SetObstacle(QRect(130, line + 2, kWidth - 130, 100));
   const int name = named_.fontMetrics().horizontalAdvance(QStringLiteral("Channels: "));

@@ -6,6 +6,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QStyleOptionButton>
 #include <ostream>
 
@@ -198,6 +199,19 @@ TEST(LayoutOfPlaces, PlaceOfAControlIsThePlaceOfItsWidget) {
   WindowFixture fixture;
   fixture.form.Command1.Move({150, 300, 1500, 450});
   EXPECT_EQ(fixture.Find("Command1").geometry(), QRect(10, 20, 100, 30));
+}
+
+TEST(LayoutOfPlaces, OnAScreenThatIsTooLowTheSmallestWidthIsAnother) {
+  PlainPaths paths;
+  const QtIcons icons(paths);
+  QtMessageLoop loop;
+  app::Form1 form;
+  form.form.SetSmallestSize(3000, 6000);
+  form.form.SetSmallestWidthIfLower(6000);
+  EXPECT_EQ(PlayerWindow(form, icons, loop).minimumWidth(), 200);
+  form.form.SetSmallestSize(3000, 60'000);
+  const PlayerWindow low(form, icons, loop);
+  EXPECT_EQ(low.minimumSize(), QSize(400, low.screen()->availableSize().height()));
 }
 
 TEST(LayoutOfPlaces, DarkPaletteReachesGlyphsAndPanels) {
