@@ -39,15 +39,16 @@ ALLOWED = {
     "platform/posix": {"platform/disk", "ports"},
     "platform/icu": {"ports"},
     "platform/values": {"ports"},
+    "platform/live": {"ports"},
     "platform/curl": {"ports"},
-    "platform/gstreamer": {"ports"},
+    "platform/gstreamer": {"platform/live", "ports"},
     "platform/desktop": {"ports"},
     "platform/qt": {"app/forms", "controls", "ports"},
     "platform/win32/base": {"ports"},
     "platform/win32/text": {"platform/win32/base", "ports"},
     "platform/win32/system": {"platform/win32/base", "platform/disk", "ports"},
     "platform/win32/internet": {"platform/win32/base", "ports"},
-    "platform/win32/media": {"platform/win32/base", "ports"},
+    "platform/win32/media": {"platform/win32/base", "platform/live", "ports"},
     "platform/win32/ui": {"platform/win32/base", "app/forms", "controls", "ports"},
 }
 # The one header that includes the system's own, and removes the macros that would replace names of the ports. Source

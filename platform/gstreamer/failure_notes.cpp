@@ -2,12 +2,11 @@
 
 #include <gst/pbutils/pbutils.h>
 
-#include <algorithm>
-#include <array>
 #include <string_view>
 
 #include "platform/gstreamer/missing_decoder.h"
 #include "platform/gstreamer/open_error.h"
+#include "platform/live/text_types.h"
 
 namespace platform::gstreamer {
 namespace {
@@ -21,17 +20,6 @@ bool IsRedirect(int status, GstMessage& error_message) {
   gst_message_parse_error_details(&error_message, &details);
   const gchar* target = gst_structure_get_string(details, "http-redirect-uri");
   return target != nullptr && g_str_has_prefix(target, "http") != 0;
-}
-
-/// Types of texts and of lists of addresses: no decoder will ever make sound of them.
-bool IsText(std::string_view type) {
-  constexpr std::array kOthers = {
-      std::string_view("application/json"),      std::string_view("application/xml"),
-      std::string_view("application/xhtml+xml"), std::string_view("application/pls+xml"),
-      std::string_view("application/xspf+xml"),  std::string_view("audio/x-scpls"),
-      std::string_view("audio/x-mpegurl"),       std::string_view("audio/mpegurl"),
-  };
-  return type.starts_with("text/") || std::find(kOthers.begin(), kOthers.end(), type) != kOthers.end();
 }
 
 /// The type of a Content-Type header without its parameters, in lower case.
@@ -87,7 +75,7 @@ void FailureNotes::HearHeaders(const GstStructure& headers) {
   redirect_target_ = target == nullptr ? "" : target;
   if (status == 0) return;
   answered_ = true;
-  text_ = IsText(TypeOf(headers));
+  text_ = live::IsTextType(TypeOf(headers));
 }
 
 std::optional<FailureCause> FailureNotes::Explain(GstMessage& error_message, Source source) const {

@@ -8,8 +8,8 @@
 
 #include "platform/gstreamer/device_watch.h"
 #include "platform/gstreamer/pipeline.h"
-#include "platform/gstreamer/reserve.h"
 #include "platform/gstreamer/timers.h"
+#include "platform/live/reserve.h"
 
 namespace platform::gstreamer {
 
@@ -24,7 +24,7 @@ struct Line {
   Timer played_since;                 ///< when it was first heard
   Timer silent_at;                    ///< when the end has been heard, once it is near
   Timer dry_at;                       ///< when the device is nearly dry, once the buffer is
-  Reserve reserve;
+  live::Reserve reserve;
   Standstill standstill;
 
   /// What the buffer holds has changed.

@@ -127,7 +127,7 @@ void MediaSupervisor::OnPrerolled() {
 }
 
 void MediaSupervisor::OnAttemptFailed(HResult result, FailureCause cause) {
-  schedule_.AttemptFailed(Clock::now(), ReconnectSchedule::Weigh(cause));
+  schedule_.AttemptFailed(Clock::now(), live::ReconnectSchedule::Weigh(cause.failure, cause.http_status));
   cause_ = std::move(cause);
   Apply(ItemEvent::kAttemptFailed);
   if (phase_ == Phase::kFailed) state_->SetOpened(result, Report());

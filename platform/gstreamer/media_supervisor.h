@@ -45,8 +45,8 @@
 #include "platform/gstreamer/item_report.h"
 #include "platform/gstreamer/item_services.h"
 #include "platform/gstreamer/item_state.h"
-#include "platform/gstreamer/reconnect_schedule.h"
 #include "platform/gstreamer/timers.h"
+#include "platform/live/reconnect_schedule.h"
 
 namespace platform::gstreamer {
 
@@ -96,7 +96,7 @@ class MediaSupervisor {
   const std::shared_ptr<ItemServices> services_;
   ItemPipelines pipelines_;
   DeviceSearch device_;
-  ReconnectSchedule schedule_;
+  live::ReconnectSchedule schedule_;
   Phase phase_ = Phase::kOpening;
   ItemKind kind_;  ///< an item from a server is live until it turns out to have a length
   Wanted wanted_ = Wanted::kOpened;

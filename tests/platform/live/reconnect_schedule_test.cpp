@@ -1,15 +1,15 @@
-#include "platform/gstreamer/reconnect_schedule.h"
+#include "platform/live/reconnect_schedule.h"
 
 #include <gtest/gtest.h>
 
 #include <vector>
 
-namespace gstreamer_test {
+namespace live_test {
 namespace {
 
 using namespace std::chrono_literals;
 using platform::PlaybackFailure;
-using platform::gstreamer::ReconnectSchedule;
+using platform::live::ReconnectSchedule;
 using Failure = ReconnectSchedule::Failure;
 using Time = ReconnectSchedule::Clock::time_point;
 
@@ -105,14 +105,14 @@ TEST(ReconnectScheduleTest, AnAnswerWithoutSoundIsARefusalUnlessTheStationIsNotT
   for (const auto failure :
        {PlaybackFailure::kUnknownHost, PlaybackFailure::kNoAnswer, PlaybackFailure::kRefused,
         PlaybackFailure::kHungUp, PlaybackFailure::kConnectionLost}) {
-    EXPECT_EQ(ReconnectSchedule::Weigh({failure}), Failure::kCheap) << static_cast<int>(failure);
+    EXPECT_EQ(ReconnectSchedule::Weigh(failure), Failure::kCheap) << static_cast<int>(failure);
   }
   for (const auto failure : {PlaybackFailure::kTooManyRedirects, PlaybackFailure::kWebPage,
                              PlaybackFailure::kNoDecoder, PlaybackFailure::kUnreadable}) {
-    EXPECT_EQ(ReconnectSchedule::Weigh({failure}), Failure::kRefusal) << static_cast<int>(failure);
+    EXPECT_EQ(ReconnectSchedule::Weigh(failure), Failure::kRefusal) << static_cast<int>(failure);
   }
-  EXPECT_EQ(ReconnectSchedule::Weigh({PlaybackFailure::kHttpStatus, 503}), Failure::kRefusal);
-  EXPECT_EQ(ReconnectSchedule::Weigh({PlaybackFailure::kHttpStatus, 404}), Failure::kCheap);
+  EXPECT_EQ(ReconnectSchedule::Weigh(PlaybackFailure::kHttpStatus, 503), Failure::kRefusal);
+  EXPECT_EQ(ReconnectSchedule::Weigh(PlaybackFailure::kHttpStatus, 404), Failure::kCheap);
 }
 
 TEST(ReconnectScheduleTest, AFailureIsKnownUntilAnAttemptIsOpened) {
@@ -138,4 +138,4 @@ TEST(ReconnectScheduleTest, SteadySoundEndsALoss) {
 }
 
 }  // namespace
-}  // namespace gstreamer_test
+}  // namespace live_test

@@ -7,9 +7,9 @@
 #include <cstdint>
 #include <optional>
 
-#include "platform/gstreamer/failure_cause.h"
+#include "ports/playback_monitor.h"
 
-namespace platform::gstreamer {
+namespace platform::live {
 
 /// One loss and its attempts, in order: Lose, then NextAttempt and AttemptStarted alternately, each with
 /// AttemptOpened or AttemptFailed.
@@ -30,7 +30,7 @@ class ReconnectSchedule {
     kRefusal,  ///< a server has answered, but gives no sound
   };
   /// How an attempt that failed for that reason counts.
-  static Failure Weigh(const FailureCause& cause);
+  static Failure Weigh(PlaybackFailure failure, int http_status = 0);
 
   /// The stream was lost at `now`, after sound since `sound_since` (nothing: it was never heard).
   void Lose(Clock::time_point now, std::optional<Clock::time_point> sound_since) {
@@ -80,11 +80,12 @@ class ReconnectSchedule {
   bool failed_ = false;
 };
 
-inline ReconnectSchedule::Failure ReconnectSchedule::Weigh(const FailureCause& cause) {
-  switch (cause.failure) {
+inline ReconnectSchedule::Failure ReconnectSchedule::Weigh(PlaybackFailure failure, int http_status) {
+  constexpr int kNotFound = 404;
+  switch (failure) {
     case PlaybackFailure::kHttpStatus:
       // A mount that is not there yet is what a restarting station answers.
-      return cause.http_status == kHttpNotFound ? Failure::kCheap : Failure::kRefusal;
+      return http_status == kNotFound ? Failure::kCheap : Failure::kRefusal;
     case PlaybackFailure::kTooManyRedirects:
     case PlaybackFailure::kWebPage:
     case PlaybackFailure::kNoDecoder:
@@ -95,4 +96,4 @@ inline ReconnectSchedule::Failure ReconnectSchedule::Weigh(const FailureCause& c
   }
 }
 
-}  // namespace platform::gstreamer
+}  // namespace platform::live

@@ -6,7 +6,7 @@
 #include <chrono>
 #include <optional>
 
-namespace platform::gstreamer {
+namespace platform::live {
 
 /// The reserve of one connection, in order: Resume (at 100 %), RunDry, Resume, RunDry ...
 class Reserve {
@@ -49,4 +49,4 @@ class Reserve {
   Clock::time_point resumed_at_{};
 };
 
-}  // namespace platform::gstreamer
+}  // namespace platform::live

@@ -1,14 +1,14 @@
-#include "platform/gstreamer/reserve.h"
+#include "platform/live/reserve.h"
 
 #include <gtest/gtest.h>
 
 #include <vector>
 
-namespace gstreamer_test {
+namespace live_test {
 namespace {
 
 using namespace std::chrono_literals;
-using platform::gstreamer::Reserve;
+using platform::live::Reserve;
 using Time = Reserve::Clock::time_point;
 using Milliseconds = std::chrono::milliseconds;
 
@@ -91,4 +91,4 @@ TEST(ReserveTest, SteadySoundBeginsAnewWithSmallReserves) {
 }
 
 }  // namespace
-}  // namespace gstreamer_test
+}  // namespace live_test
