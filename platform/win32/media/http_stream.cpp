@@ -194,10 +194,6 @@ void HttpStream::Read(void* request) {
   }
   const HeaderFields fields = FieldsOf(request);
   const HttpAnswer headers = AnswerOf(kStatusOk, fields);
-  if (headers.content_type == "text/html") {
-    End(PlaybackFailure::kWebPage, kStatusOk);
-    return;
-  }
   ReadBody(request, headers, std::strtoull(Field(fields, "content-length").c_str(), nullptr, 10),
            std::strtoul(Field(fields, "icy-metaint").c_str(), nullptr, 10));
 }

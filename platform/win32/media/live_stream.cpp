@@ -1,13 +1,26 @@
 #include "platform/win32/media/live_stream.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "platform/live/text_types.h"
 
 namespace platform::win32 {
 namespace {
 
-constexpr std::chrono::milliseconds kConnectionLook{20};
+/// While the first connection is being judged, for it keeps the user waiting; and later.
+constexpr std::chrono::milliseconds kFirstLook{20};
+constexpr std::chrono::milliseconds kLook{50};
+/// By then two frames of sound must have followed each other, if it is sound of a kind that is measured.
+constexpr std::size_t kJudgedFrom = 4096;
 /// Bits per second of a station that does not say it.
 constexpr int kUsualBitRate = 128000;
+
+/// As the server should have called it.
+std::string TypeOf(live::SoundFormat format, const std::string& said) {
+  if (format == live::SoundFormat::kMp3) return "audio/mpeg";
+  return format == live::SoundFormat::kAac ? "audio/aac" : said;
+}
 
 }  // namespace
 
@@ -48,23 +61,38 @@ PlaybackStatus LiveStream::Status() const {
   const std::lock_guard lock(mutex_);
   PlaybackStatus status;
   status.state = PlaybackState::kPlaying;
-  if (connected_ && buffer_->Starves()) status.state = PlaybackState::kBuffering;
-  if (!connected_ && buffer_->ReadsWait()) status.state = PlaybackState::kReconnecting;
-  if (status.state == PlaybackState::kPlaying && answer_) status.bit_rate = answer_->bit_rate;
+  if (gate_.IsShut()) status.state = connected_at_ ? PlaybackState::kBuffering : PlaybackState::kReconnecting;
+  if (status.state == PlaybackState::kBuffering) status.buffered_percent = gate_.Percent();
+  if (status.state == PlaybackState::kPlaying) {
+    const int measured = buffer_->Look().bit_rate;
+    status.bit_rate = measured > 0 ? measured : answer_ ? answer_->bit_rate : 0;
+    status.codec = FormatName();
+  }
   if (status.state != PlaybackState::kReconnecting) return status;
   status.failure = failure_;
   status.http_status = http_status_;
-  if (next_try_) {
-    const auto left = std::chrono::ceil<std::chrono::seconds>(*next_try_ - Clock::now());
+  if (!connecting_) {
+    const auto left = std::chrono::ceil<std::chrono::seconds>(schedule_.NextAttempt() - Clock::now());
     status.seconds_to_next_try = static_cast<int>(std::max<std::chrono::seconds::rep>(left.count(), 0));
   }
   return status;
 }
 
+Text LiveStream::FormatName() const {
+  switch (buffer_->Look().format) {
+    case live::SoundFormat::kMp3:
+      return u"MP3";
+    case live::SoundFormat::kAac:
+      return u"AAC";
+    default:
+      return {};
+  }
+}
+
 void LiveStream::EndReads() {
   {
     const std::lock_guard lock(mutex_);
-    paused_ = true;
+    ended_ = true;
   }
   changed_.notify_all();
   buffer_->EndReads();
@@ -73,65 +101,118 @@ void LiveStream::EndReads() {
 void LiveStream::ResumeReads() {
   {
     const std::lock_guard lock(mutex_);
-    if (!paused_) return;
-    paused_ = false;
-    schedule_ = {};
+    if (!ended_) return;
+    ended_ = false;
+    schedule_.Reset();
+    gate_ = {};
+    gate_set_ = StreamBuffer::Gate::kOpen;
   }
   buffer_->Resume();
   changed_.notify_all();
 }
 
+void LiveStream::Playing() {
+  {
+    const std::lock_guard lock(mutex_);
+    paused_ = false;
+    gate_.Run(Clock::now());
+  }
+  changed_.notify_all();
+}
+
+void LiveStream::Paused() {
+  const std::lock_guard lock(mutex_);
+  paused_ = true;
+  gate_.Rest(Clock::now());
+}
+
+bool LiveStream::MayTry() const {
+  return !ended_ && !(paused_ && schedule_.Lost()) && Clock::now() >= schedule_.NextAttempt();
+}
+
+void LiveStream::WaitForTurn(std::unique_lock<std::mutex>& lock) {
+  if (ended_ || paused_) {
+    changed_.wait(lock);
+    return;
+  }
+  changed_.wait_until(lock, std::min(schedule_.NextAttempt(), Clock::now() + kLook));
+  WatchSound(lock);
+}
+
 void LiveStream::Supervise() {
   std::unique_lock lock(mutex_);
   while (!stopping_) {
-    if (paused_) {
-      changed_.wait(lock);
-      continue;
+    if (!MayTry()) {
+      WaitForTurn(lock);
+    } else if (!Connect(lock)) {
+      return;
     }
-    if (next_try_ && Clock::now() < *next_try_) {
-      changed_.wait_until(lock, *next_try_);
-      continue;
-    }
-    next_try_.reset();
-    if (!Connect(lock)) return;
   }
 }
 
 bool LiveStream::Connect(std::unique_lock<std::mutex>& lock) {
-  const auto begun = Clock::now();
+  if (schedule_.Lost()) schedule_.AttemptStarted(Clock::now());
+  connecting_ = true;
   const auto connection = HttpStream::Open(address_, options_.user_agent, buffer_);
-  // Ends with the connection, or with a server that is silent for too long.
-  while (!stopping_ && !paused_ && !connection->Over()) {
-    if (Clock::now() - connection->LatestNews() > options_.stall_limit) break;
-    changed_.wait_for(lock, kConnectionLook);
-    if (!connected_ && connection->Answer()) {
-      connected_ = true;
-      if (!answer_) answer_ = connection->Answer();
-    }
-  }
+  Follow(*connection, lock);
   connection->Cancel();
-  connected_ = false;
-  if (stopping_ || paused_) return !stopping_;
-  failure_ = connection->Over() ? connection->Failure() : PlaybackFailure::kNoAnswer;
-  http_status_ = connection->Status();
-  if (connection->Complete()) {
+  connecting_ = false;
+  const auto sound_since = std::exchange(connected_at_, std::nullopt);
+  if (stopping_ || ended_) return !stopping_;
+  if (connection->Complete() && !page_) {
     buffer_->Finish();
     return false;
   }
-  failed_ = !answer_;
-  if (failed_) return false;
-  NoteLoss(*connection, begun);
-  return true;
+  NoteEnd(*connection, sound_since);
+  return !failed_;
 }
 
-void LiveStream::NoteLoss(const HttpStream& connection, Clock::time_point begun) {
-  const auto now = Clock::now();
-  const auto sounded = connection.Answer() ? now - begun : Clock::duration::zero();
-  next_try_ = schedule_.Lost(now, begun, sounded);
-  if (!connection.Answer()) return;
-  const int bit_rate = answer_->bit_rate > 0 ? answer_->bit_rate : kUsualBitRate;
-  buffer_->Hold(static_cast<std::size_t>(reserve_.Next(now).count()) * static_cast<std::size_t>(bit_rate) /
-                8000);
+void LiveStream::NoteEnd(const HttpStream& connection, std::optional<Clock::time_point> sound_since) {
+  http_status_ = connection.Status();
+  failure_ = !connection.Over() ? PlaybackFailure::kNoAnswer : connection.Failure();
+  if (page_) failure_ = PlaybackFailure::kWebPage;
+  failed_ = !answer_;
+  if (sound_since) {
+    schedule_.Lose(Clock::now(), sound_since);
+  } else {
+    schedule_.AttemptFailed(Clock::now(), live::ReconnectSchedule::Weigh(failure_, http_status_));
+  }
+}
+
+void LiveStream::Follow(const HttpStream& connection, std::unique_lock<std::mutex>& lock) {
+  while (!stopping_ && !ended_ && !page_) {
+    const bool over = connection.Over();
+    if (!connected_at_ && connection.Answer()) Judge(connection);
+    WatchSound(lock);
+    // It ends by itself, or with a server that is silent for too long.
+    if (over || Clock::now() - connection.LatestNews() > options_.stall_limit) return;
+    changed_.wait_for(lock, answer_ ? kLook : kFirstLook);
+  }
+}
+
+void LiveStream::Judge(const HttpStream& connection) {
+  const StreamBuffer::Level level = buffer_->Look();
+  const bool measured = level.format != live::SoundFormat::kUnknown;
+  if (!answer_ && !measured && !connection.Over() && level.bytes_ahead < kJudgedFrom) return;
+  HttpAnswer answer = *connection.Answer();
+  page_ = !answer_ && !measured && live::IsTextType(answer.content_type);
+  if (page_) return;
+  answer.content_type = TypeOf(level.format, answer.content_type);
+  if (!answer_) answer_ = std::move(answer);
+  connected_at_ = Clock::now();
+  schedule_.AttemptOpened();
+  gate_.Connected(*connected_at_);
+}
+
+void LiveStream::WatchSound(std::unique_lock<std::mutex>& lock) {
+  const int bit_rate = answer_ && answer_->bit_rate > 0 ? answer_->bit_rate : kUsualBitRate;
+  const auto link = connected_at_ ? SoundGate::Link::kUp : SoundGate::Link::kDown;
+  const StreamBuffer::Gate gate = gate_.Look(buffer_->Look(), link, bit_rate, Clock::now());
+  if (std::exchange(gate_set_, gate) == gate) return;
+  // Reads that waited are answered in it.
+  lock.unlock();
+  buffer_->Set(gate);
+  lock.lock();
 }
 
 }  // namespace platform::win32

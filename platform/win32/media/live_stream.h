@@ -1,16 +1,17 @@
 #pragma once
-// A live stream over HTTP that is connected again when it is lost: what it has sent is in a buffer. Not its
-// decoding.
+// A live stream over HTTP that is connected again when it is lost: what it has sent is in a buffer, which
+// pauses when it runs dry. Not its decoding.
 
 #include <chrono>
 #include <condition_variable>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <thread>
 
-#include "platform/win32/media/gap_reserve.h"
+#include "platform/live/reconnect_schedule.h"
 #include "platform/win32/media/http_stream.h"
-#include "platform/win32/media/retry_schedule.h"
+#include "platform/win32/media/sound_gate.h"
 #include "platform/win32/media/stream_buffer.h"
 #include "ports/playback_monitor.h"
 #include "ports/text.h"
@@ -32,27 +33,39 @@ class LiveStream {
   LiveStream(const LiveStream&) = delete;
   LiveStream& operator=(const LiveStream&) = delete;
 
-  /// The first connection has brought sound, or has failed.
+  /// The first connection has brought what may be sound, or has failed.
   [[nodiscard]] bool Decided() const;
+  /// With the type of the sound itself where that is known, whatever the server says.
   [[nodiscard]] std::optional<HttpAnswer> Answer() const;
   /// Why the first connection failed, or the latest one was lost.
   [[nodiscard]] PlaybackFailure Failure() const;
   [[nodiscard]] int HttpStatus() const;
   /// While it plays: buffering, playing or connecting again.
   [[nodiscard]] PlaybackStatus Status() const;
+  /// How the data begins, in words, when that is known.
+  [[nodiscard]] Text FormatName() const;
 
   [[nodiscard]] const std::shared_ptr<StreamBuffer>& Buffer() const { return buffer_; }
   /// Disconnects; every read is answered with nothing.
   void EndReads();
   /// After EndReads: connects again and begins at position 0.
   void ResumeReads();
+  /// The player was started, or paused: then it is not connected again.
+  void Playing();
+  void Paused();
 
  private:
   using Clock = std::chrono::steady_clock;
   void Supervise();
   /// One connection, from its beginning to its end; true when another is to follow.
   bool Connect(std::unique_lock<std::mutex>& lock);
-  void NoteLoss(const HttpStream& connection, Clock::time_point begun);
+  /// Waits until it is over, or nobody wants it any more.
+  void Follow(const HttpStream& connection, std::unique_lock<std::mutex>& lock);
+  void Judge(const HttpStream& connection);
+  void WatchSound(std::unique_lock<std::mutex>& lock);
+  void NoteEnd(const HttpStream& connection, std::optional<Clock::time_point> sound_since);
+  [[nodiscard]] bool MayTry() const;
+  void WaitForTurn(std::unique_lock<std::mutex>& lock);
 
   const Text address_;
   const LiveStreamOptions options_;
@@ -63,12 +76,15 @@ class LiveStream {
   PlaybackFailure failure_ = PlaybackFailure::kNone;
   int http_status_ = 0;
   bool failed_ = false;  ///< the first connection
-  bool connected_ = false;
+  bool connecting_ = false;
+  bool page_ = false;   ///< it has brought a text in place of sound
+  bool ended_ = false;  ///< nobody reads any more, until ResumeReads
   bool paused_ = false;
   bool stopping_ = false;
-  RetrySchedule schedule_;
-  GapReserve reserve_;
-  std::optional<Clock::time_point> next_try_;
+  std::optional<Clock::time_point> connected_at_;  ///< of a connection that has brought sound
+  live::ReconnectSchedule schedule_;
+  SoundGate gate_;
+  StreamBuffer::Gate gate_set_ = StreamBuffer::Gate::kOpen;
   std::thread supervisor_;
 };
 

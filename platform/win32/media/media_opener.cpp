@@ -95,6 +95,14 @@ void MediaOpener::ResumeReads() {
   if (live_) live_->ResumeReads();
 }
 
+void MediaOpener::Playing() {
+  if (live_) live_->Playing();
+}
+
+void MediaOpener::Paused() {
+  if (live_) live_->Paused();
+}
+
 PlaybackStatus MediaOpener::Refine(const PlaybackStatus& status) const {
   return live_ && status.state == PlaybackState::kPlaying ? live_->Status() : status;
 }

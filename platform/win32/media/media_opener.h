@@ -33,6 +33,9 @@ class MediaOpener {
   /// Ends reads that wait for a server, before what waits for them is ended.
   void EndReads();
   void ResumeReads();
+  /// The session was started, or paused.
+  void Playing();
+  void Paused();
   /// The state of playing, where a live stream knows more.
   [[nodiscard]] PlaybackStatus Refine(const PlaybackStatus& status) const;
 

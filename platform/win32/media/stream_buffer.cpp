@@ -11,8 +11,6 @@ namespace {
 /// A read that begins so far ahead of what was sent is none of the sound.
 constexpr std::uint64_t kFarAhead = std::uint64_t{16} << 20;
 constexpr std::chrono::milliseconds kCancelCheck{50};
-/// A station sends in smaller pauses than this.
-constexpr std::chrono::milliseconds kUsualPause{1000};
 
 }  // namespace
 
@@ -37,9 +35,12 @@ bool StreamBuffer::Append(std::span<const std::byte> bytes, const std::atomic<bo
   const auto may_continue = [this] { return ended_ || End() < asked_up_to_ + kMostAhead; };
   while (!cancelled && !may_continue()) room_.wait_for(lock, kCancelCheck);
   if (cancelled || ended_) return false;
-  appended_at_ = std::chrono::steady_clock::now();
-  if (waiting_.empty()) hold_ = 0;
-  bytes_.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  appended_at_ = Clock::now();
+  const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  bytes_ += text;
+  frames_.Append(text);
+  marks_.push_back({End(), frames_.Sound()});
+  while (marks_.size() > 1 && marks_[1].position <= given_up_to_) marks_.pop_front();
   // Whole blocks are dropped, because dropping moves the rest.
   const std::uint64_t kept_from = std::min(asked_up_to_, End());
   if (kept_from > begin_ + 2 * kKeptBehind) {
@@ -53,9 +54,12 @@ bool StreamBuffer::Append(std::span<const std::byte> bytes, const std::atomic<bo
   return true;
 }
 
-void StreamBuffer::Hold(std::size_t bytes) {
-  const std::lock_guard lock(mutex_);
-  hold_ = bytes;
+void StreamBuffer::Set(Gate gate) {
+  std::unique_lock lock(mutex_);
+  gate_ = gate;
+  auto answers = TakeAnswerable();
+  lock.unlock();
+  for (const Answer& answer : answers) answer.done(answer.count);
 }
 
 void StreamBuffer::Finish() {
@@ -81,23 +85,37 @@ void StreamBuffer::Resume() {
   bytes_.clear();
   begin_ = 0;
   asked_up_to_ = 0;
-  hold_ = 0;
+  given_up_to_ = 0;
+  frames_ = {};
+  marks_.clear();
+  gate_ = Gate::kOpen;
 }
 
-bool StreamBuffer::ReadsWait() const {
+StreamBuffer::Level StreamBuffer::Look() const {
   const std::lock_guard lock(mutex_);
-  return !waiting_.empty();
+  Level level;
+  level.format = frames_.Format();
+  level.bit_rate = frames_.BitRate();
+  level.read_waits = !waiting_.empty();
+  level.given = SoundBefore(given_up_to_);
+  level.ahead = frames_.Sound() - level.given;
+  level.bytes_ahead = static_cast<std::size_t>(End() - std::min(given_up_to_, End()));
+  level.appended_at = appended_at_;
+  return level;
 }
 
-bool StreamBuffer::Starves() const {
-  const std::lock_guard lock(mutex_);
-  const bool nothing_comes = std::chrono::steady_clock::now() - appended_at_ > kUsualPause;
-  return !waiting_.empty() && (hold_ > 0 || nothing_comes);
+StreamBuffer::Length StreamBuffer::SoundBefore(std::uint64_t position) const {
+  Length sound{};
+  for (const Mark& mark : marks_) {
+    if (mark.position > position) break;
+    sound = mark.sound;
+  }
+  return sound;
 }
 
 bool StreamBuffer::Answerable(const Wanted& wanted) const {
-  const std::uint64_t held = wanted.waits ? hold_ : 0;
-  return ended_ || finished_ || End() >= wanted.position + wanted.target.size() + held;
+  if (ended_ || finished_) return true;
+  return gate_ == Gate::kOpen && End() >= wanted.position + wanted.target.size();
 }
 
 StreamBuffer::Answer StreamBuffer::Take(Wanted wanted) {
@@ -106,6 +124,7 @@ StreamBuffer::Answer StreamBuffer::Take(Wanted wanted) {
   const auto from = static_cast<std::size_t>(wanted.position - begin_);
   const std::size_t count = std::min(wanted.target.size(), bytes_.size() - from);
   std::memcpy(wanted.target.data(), bytes_.data() + from, count);
+  given_up_to_ = std::max(given_up_to_, wanted.position + count);
   return {std::move(wanted.done), count};
 }
 
@@ -113,11 +132,9 @@ std::list<StreamBuffer::Answer> StreamBuffer::TakeAnswerable() {
   std::list<Answer> answers;
   for (auto wanted = waiting_.begin(); wanted != waiting_.end();) {
     if (!Answerable(*wanted)) {
-      wanted->waits = true;
       ++wanted;
       continue;
     }
-    hold_ = 0;
     answers.push_back(Take(std::move(*wanted)));
     wanted = waiting_.erase(wanted);
   }

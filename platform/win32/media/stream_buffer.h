@@ -1,23 +1,28 @@
 #pragma once
-// What a live stream has sent lately, by its position: answers reads as soon as their bytes are there. No
-// network and no COM.
+// What a live stream has sent lately, by its position: answers reads as soon as their bytes are there, and
+// knows how much sound that is. No network and no COM.
 
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <list>
 #include <mutex>
 #include <span>
 #include <string>
 
+#include "platform/live/sound_frames.h"
+
 namespace platform::win32 {
 
 /// All members may be called from any thread. Nothing is called while the buffer is locked.
 class StreamBuffer {
  public:
+  using Clock = std::chrono::steady_clock;
+  using Length = std::chrono::nanoseconds;
   using Done = std::function<void(std::size_t)>;
   /// The length that the stream claims, so that whoever plays it believes that it can be searched.
   static constexpr std::uint64_t kLength = std::uint64_t{1} << 40;
@@ -32,26 +37,32 @@ class StreamBuffer {
   void Read(std::uint64_t position, std::span<std::byte> target, Done done);
   /// Waits while the buffer is full. False once reading has ended or `cancelled` is set.
   bool Append(std::span<const std::byte> bytes, const std::atomic<bool>& cancelled);
-  /// After a gap: a read that waits now is answered once so many bytes more than its own are there. What
-  /// bridges the gap is read without that.
-  void Hold(std::size_t bytes);
+  /// While it is shut, reads wait although their bytes are there.
+  enum class Gate : std::uint8_t { kOpen, kShut };
+  void Set(Gate gate);
   /// No more comes: what is there is the whole.
   void Finish();
   /// Answers every read with nothing, also later ones, until Resume.
   void EndReads();
   /// Reading begins again at position 0 with what is appended from now on.
   void Resume();
-  [[nodiscard]] bool ReadsWait() const;
-  /// A read waits, and not just for what is on its way: a gap's reserve is not there yet, or nothing comes.
-  /// Whoever plays a stream as it is sent always has a read that waits for a moment.
-  [[nodiscard]] bool Starves() const;
+
+  struct Level {
+    live::SoundFormat format = live::SoundFormat::kUnknown;
+    int bit_rate = 0;             ///< measured; 0 for an unknown format
+    bool read_waits = false;      ///< whoever plays a stream as it is sent always has one for a moment
+    Length given{};               ///< the sound in what was read; none for an unknown format
+    Length ahead{};               ///< the sound beyond that
+    std::size_t bytes_ahead = 0;  ///< the same in bytes
+    Clock::time_point appended_at{};
+  };
+  [[nodiscard]] Level Look() const;
 
  private:
   struct Wanted {
     std::uint64_t position;
     std::span<std::byte> target;
     Done done;
-    bool waits = false;
   };
   struct Answer {
     Done done;
@@ -61,6 +72,7 @@ class StreamBuffer {
   Answer Take(Wanted wanted);
   std::list<Answer> TakeAnswerable();
   [[nodiscard]] std::uint64_t End() const { return begin_ + bytes_.size(); }
+  [[nodiscard]] Length SoundBefore(std::uint64_t position) const;
 
   mutable std::mutex mutex_;
   std::condition_variable room_;
@@ -68,8 +80,16 @@ class StreamBuffer {
   std::string bytes_;
   std::uint64_t begin_ = 0;        ///< the position of the first byte that is kept
   std::uint64_t asked_up_to_ = 0;  ///< the end of the furthest read
-  std::size_t hold_ = 0;
-  std::chrono::steady_clock::time_point appended_at_{};
+  std::uint64_t given_up_to_ = 0;  ///< the end of the furthest read that was answered
+  live::SoundFrames frames_;
+  /// How much sound there was in everything before a position, when that was the end.
+  struct Mark {
+    std::uint64_t position;
+    Length sound;
+  };
+  std::deque<Mark> marks_;
+  Gate gate_ = Gate::kOpen;
+  Clock::time_point appended_at_{};
   bool finished_ = false;
   bool ended_ = false;
 };

@@ -196,8 +196,14 @@ void Win32Media::Impl::Before(Interface interface_id, std::int32_t slot) {
 void Win32Media::Impl::After(Interface interface_id, std::int32_t slot) {
   using namespace platform::IMFMediaSession;
   const auto item = notes->Latest();
-  if (Is(Start, interface_id, slot)) notes->Started(item);
-  if (Is(Pause, interface_id, slot)) notes->Paused(item);
+  if (Is(Start, interface_id, slot)) {
+    notes->Started(item);
+    opener.Playing();
+  }
+  if (Is(Pause, interface_id, slot)) {
+    notes->Paused(item);
+    opener.Paused();
+  }
   if (Is(Stop, interface_id, slot) || Is(Close, interface_id, slot)) notes->Stopped(item);
   // The caller shuts the session and its source down next, which must not happen while they are in use.
   if (Is(Close, interface_id, slot) && closing && !closing->Wait(kCloseLimit))

@@ -33,12 +33,12 @@ struct StreamBufferTest : testing::Test {
 TEST_F(StreamBufferTest, AReadIsAnsweredOnceAllOfItIsThere) {
   Asked first(4);
   Ask(first, 0);
-  EXPECT_TRUE(buffer.ReadsWait());
+  EXPECT_TRUE(buffer.Look().read_waits);
   EXPECT_TRUE(Append("abc"));
   EXPECT_FALSE(first.count);
   EXPECT_TRUE(Append("def"));
   EXPECT_EQ(first.bytes, "abcd");
-  EXPECT_FALSE(buffer.ReadsWait());
+  EXPECT_FALSE(buffer.Look().read_waits);
   Asked second(2);
   Ask(second, 4);
   EXPECT_EQ(second.bytes, "ef");
@@ -94,45 +94,70 @@ TEST_F(StreamBufferTest, ResumingBeginsAgain) {
   EXPECT_EQ(asked.bytes, "xyz");
 }
 
-TEST_F(StreamBufferTest, AfterAGapTheSoundContinuesWithAReserve) {
-  Append("ab");
-  Asked waiting(4);
-  Ask(waiting, 0);
-  buffer.Hold(3);
-  Append("cdef");
-  EXPECT_FALSE(waiting.count);
-  Append("g");
-  EXPECT_EQ(waiting.bytes, "abcd");
-  Asked next(4);
-  Ask(next, 4);
-  Append("h");
-  EXPECT_EQ(next.bytes, "efgh");
-}
-
-TEST_F(StreamBufferTest, OnlyAReadWithoutPromiseStarves) {
-  EXPECT_FALSE(buffer.Starves());
-  Asked waiting(4);
-  Ask(waiting, 0);
-  EXPECT_TRUE(buffer.Starves());
-  Append("ab");
-  EXPECT_FALSE(buffer.Starves());
-  buffer.Hold(3);
-  EXPECT_TRUE(buffer.Starves());
-  Append("cdefg");
-  EXPECT_FALSE(buffer.Starves());
-}
-
-TEST_F(StreamBufferTest, ALossThatTheBufferBridgesNeedsNoReserve) {
+TEST_F(StreamBufferTest, WhileItIsShutReadsWaitThoughTheirBytesAreThere) {
   Append("abcd");
-  buffer.Hold(100);
-  Asked bridging(4);
-  Ask(bridging, 0);
-  EXPECT_EQ(bridging.bytes, "abcd");
-  Append("ef");
-  Asked next(4);
-  Ask(next, 4);
-  Append("gh");
-  EXPECT_EQ(next.bytes, "efgh");
+  buffer.Set(StreamBuffer::Gate::kShut);
+  Asked asked(4);
+  Ask(asked, 0);
+  EXPECT_FALSE(asked.count);
+  EXPECT_TRUE(buffer.Look().read_waits);
+  buffer.Set(StreamBuffer::Gate::kOpen);
+  EXPECT_EQ(asked.bytes, "abcd");
+}
+
+TEST_F(StreamBufferTest, EndingAndFinishingDoNotWaitForTheGate) {
+  Append("abcd");
+  buffer.Set(StreamBuffer::Gate::kShut);
+  Asked asked(4);
+  Ask(asked, 0);
+  buffer.Finish();
+  EXPECT_EQ(asked.bytes, "abcd");
+  Asked later(2);
+  buffer.EndReads();
+  Ask(later, 0);
+  EXPECT_EQ(later.count, 0u);
+}
+
+TEST_F(StreamBufferTest, ResumingOpensTheGate) {
+  buffer.Set(StreamBuffer::Gate::kShut);
+  buffer.EndReads();
+  buffer.Resume();
+  Append("ab");
+  Asked asked(2);
+  Ask(asked, 0);
+  EXPECT_EQ(asked.bytes, "ab");
+}
+
+TEST_F(StreamBufferTest, KnowsHowMuchSoundWasReadAndHowMuchIsLeft) {
+  using std::chrono::milliseconds;
+  std::string frame("\xFF\xFB\x94", 3);  // 24 ms
+  frame.resize(384);
+  for (int at = 0; at < 10; ++at) Append(frame);
+  auto level = buffer.Look();
+  EXPECT_EQ(level.format, live::SoundFormat::kMp3);
+  EXPECT_EQ(level.bit_rate, 128000);
+  EXPECT_EQ(level.given, milliseconds(0));
+  EXPECT_EQ(level.ahead, milliseconds(240));
+  EXPECT_EQ(level.bytes_ahead, 3840u);
+  Asked asked(4 * frame.size());
+  Ask(asked, 0);
+  level = buffer.Look();
+  EXPECT_EQ(level.given, milliseconds(96));
+  EXPECT_EQ(level.ahead, milliseconds(144));
+  EXPECT_EQ(level.bytes_ahead, 6 * frame.size());
+  // What is read again counts once.
+  Asked again(frame.size());
+  Ask(again, 0);
+  EXPECT_EQ(buffer.Look().given, milliseconds(96));
+  Asked further(2 * frame.size());
+  Ask(further, 4 * frame.size());
+  Append(frame);
+  EXPECT_EQ(buffer.Look().given, milliseconds(144));
+  EXPECT_EQ(buffer.Look().ahead, milliseconds(120));
+  buffer.EndReads();
+  buffer.Resume();
+  EXPECT_EQ(buffer.Look().given + buffer.Look().ahead, milliseconds(0));
+  EXPECT_EQ(buffer.Look().bytes_ahead, 0u);
 }
 
 TEST_F(StreamBufferTest, AFinishedStreamGivesItsRest) {
