@@ -137,8 +137,19 @@ def unanswered(files):
                 continue
             errors += [f"{path}: {program} has no room that implements {name}" for program in PROGRAMS
                        if any(room_of(file) == program for file in files)
-                       and not any(room.startswith("platform/") for room in rooms & ALLOWED[program])]
+                       and not any(room.startswith("platform/") for room in rooms & reached(program))]
     return errors
+
+
+def reached(room):
+    """The rooms that it includes, directly or not."""
+    found = set()
+    rooms = [room]
+    while rooms:
+        new = ALLOWED[rooms.pop()] - found
+        found |= new
+        rooms += new
+    return found
 
 
 def circles(graph):
