@@ -2,6 +2,10 @@
 
 add_library(funkhaus_options INTERFACE)
 target_compile_options(funkhaus_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # Files that are compiled together are included by one file, and g++ takes their unnamed namespaces for a header's.
+  target_compile_options(funkhaus_options INTERFACE -Wno-subobject-linkage)
+endif()
 if(FUNKHAUS_SANITIZE)
   target_compile_options(funkhaus_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
                          -fno-omit-frame-pointer)
