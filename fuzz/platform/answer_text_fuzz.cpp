@@ -6,16 +6,17 @@
 // requested is http or https, ASCII behind its host, and has no blank or control character.
 
 #include "fuzz/fuzz_input.h"
-#include "platform/curl/address.h"
-#include "platform/curl/answer_header.h"
-#include "platform/curl/body_text.h"
-#include "platform/curl/live_answer.h"
+#include "platform/curl/charsets.h"
+#include "platform/http/address.h"
+#include "platform/http/answer_header.h"
+#include "platform/http/body_text.h"
+#include "platform/http/live_answer.h"
 #include "platform/icu/text_conversion.h"
 
 namespace {
 
 using fuzz::Require;
-using platform::curl::AnswerHeader;
+using platform::http::AnswerHeader;
 
 void CheckHeader(const AnswerHeader& header) {
   const std::string& status = header.StatusCode();
@@ -28,7 +29,7 @@ void CheckHeader(const AnswerHeader& header) {
     Require(value.find_first_of("\n") == std::string::npos);
     Require(header.Block().find(value) != std::string::npos);
   }
-  if (platform::curl::IsLiveAnswer(header)) Require(!header.HasNameBeginning("content-length:"));
+  if (platform::http::IsLiveAnswer(header)) Require(!header.HasNameBeginning("content-length:"));
 }
 
 AnswerHeader HeaderOf(std::string_view bytes) {
@@ -43,7 +44,7 @@ AnswerHeader HeaderOf(std::string_view bytes) {
 
 void CheckAddress(platform::TextConversion& conversion, std::string_view bytes) {
   const platform::Text url = fuzz::AsText(bytes);
-  const auto address = platform::curl::RequestAddress(conversion, url);
+  const auto address = platform::http::RequestAddress(conversion, url);
   if (!address) return;
   const std::size_t scheme = address->find("://");
   Require(scheme == 4 || scheme == 5);
@@ -55,7 +56,7 @@ void CheckAddress(platform::TextConversion& conversion, std::string_view bytes) 
   }
   // A request's own address is one that stays as it is.
   const platform::Text again = conversion.MultiByteToWideChar(platform::CodePage::kUtf8, *address);
-  Require(platform::curl::RequestAddress(conversion, again) == address);
+  Require(platform::http::RequestAddress(conversion, again) == address);
 }
 
 }  // namespace
@@ -65,7 +66,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   platform::icu::IcuTextConversion conversion;
   const AnswerHeader header = HeaderOf(pieces[0]);
   const std::string_view body = pieces.size() > 1 ? pieces[1] : std::string_view();
-  const platform::Text text = platform::curl::DecodeBody(conversion, body, header.Value("Content-Type"));
+  const platform::Text text = platform::http::DecodeBody(conversion, platform::curl::DecodeCharset, body, header.Value("Content-Type"));
   // Some character sets have bytes that stand for two characters.
   Require(text.size() <= 2 * body.size() + 1);
   if (pieces.size() > 2) CheckAddress(conversion, pieces[2]);

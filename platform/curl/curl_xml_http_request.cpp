@@ -5,9 +5,10 @@
 #include <thread>
 #include <utility>
 
-#include "platform/curl/address.h"
-#include "platform/curl/body_text.h"
-#include "platform/curl/live_answer.h"
+#include "platform/curl/charsets.h"
+#include "platform/http/address.h"
+#include "platform/http/body_text.h"
+#include "platform/http/live_answer.h"
 
 namespace platform::curl {
 namespace {
@@ -29,7 +30,7 @@ class CurlXmlHttpRequest final : public XmlHttpRequest {
 
   bool Open(const Text& method, const Text& url, bool asynchronous) override {
     Abort();
-    auto address = RequestAddress(conversion_, url);
+    auto address = http::RequestAddress(conversion_, url);
     if (method != u"GET" || !asynchronous || !address) return false;
     options_.address = std::move(*address);
     options_.agent = "Funkhausplayer";
@@ -85,12 +86,14 @@ class CurlXmlHttpRequest final : public XmlHttpRequest {
     return transfer_->IsAnswered() ? kHeadersReceived : kOpened;
   }
 
-  [[nodiscard]] bool IsLive() const { return transfer_->IsAnswered() && IsLiveAnswer(transfer_->Header()); }
+  [[nodiscard]] bool IsLive() const {
+    return transfer_->IsAnswered() && http::IsLiveAnswer(transfer_->Header());
+  }
 
   // A transfer that failed and a live stream are completed too, but have no text.
   void Complete() {
     if (!transfer_->HasFailed() && !IsLive()) {
-      text_ = DecodeBody(conversion_, body_, transfer_->Header().Value("Content-Type"));
+      text_ = http::DecodeBody(conversion_, DecodeCharset, body_, transfer_->Header().Value("Content-Type"));
     }
     transfer_.reset();
     body_ = {};

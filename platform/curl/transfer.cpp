@@ -11,8 +11,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr long kMostRedirects = 10;
-
 // These objects exist only where the library does.
 struct FreeEasy {
   void operator()(CURL* easy) const { LoadedLibrary()->easy_cleanup(easy); }
@@ -74,7 +72,7 @@ struct Transfer::State {
   InternetFailure failure = InternetFailure::kNone;
   bool is_paused = false;
   bool body_has_begun = false;
-  AnswerHeader header;
+  http::AnswerHeader header;
   std::optional<Clock::time_point> answer_owed_since;
   Clock::time_point last_arrival = Clock::now();
   std::string buffer;
@@ -109,7 +107,7 @@ void Transfer::State::Describe(const TransferOptions& options) {
   Set(CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
   Set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
   Set(CURLOPT_FOLLOWLOCATION, 1L);
-  Set(CURLOPT_MAXREDIRS, kMostRedirects);
+  Set(CURLOPT_MAXREDIRS, static_cast<long>(http::Exchange::kMostRedirects));
   Set(CURLOPT_PROXY, "");  // not even one that the environment names
   Set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(options.connect_limit.count()));
   // Without this, releasing a transfer waits for a name look-up that hangs.
@@ -225,7 +223,7 @@ bool Transfer::IsAnswered() const {
   return state_->header.IsFinal() || state_->body_has_begun || (state_->has_ended && !HasFailed());
 }
 
-const AnswerHeader& Transfer::Header() const { return state_->header; }
+const http::AnswerHeader& Transfer::Header() const { return state_->header; }
 
 std::optional<milliseconds> Transfer::AnswerOwedFor() const {
   if (!state_->answer_owed_since) return std::nullopt;
@@ -233,8 +231,6 @@ std::optional<milliseconds> Transfer::AnswerOwedFor() const {
 }
 
 bool Transfer::HasEnded() const { return state_->has_ended; }
-
-bool Transfer::HasFailed() const { return state_->failure != InternetFailure::kNone; }
 
 InternetFailure Transfer::Failure() const { return state_->failure; }
 

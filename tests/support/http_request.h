@@ -1,11 +1,10 @@
 #pragma once
-// The head of an HTTP request as a server of the tests reads it. Not the answer, and no body.
+// The head of an HTTP request as a server of the tests knows it. Not reading it from a connection
+// (request_reading.h), not the answer, and no body.
 
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "tests/support/local_socket.h"
 
 namespace test_support {
 
@@ -17,10 +16,5 @@ struct HttpRequest {
   /// The value of a header, its name in any case, without the blanks around it.
   [[nodiscard]] std::optional<std::string> Header(std::string_view name) const;
 };
-
-/// Reads one request head. `received` keeps what came after it, for the next call. Nothing when the client
-/// leaves first, when the signal was raised, or when the head does not end within 256 KB.
-std::optional<HttpRequest> ReadRequest(const Descriptor& socket, std::string& received,
-                                       const StopSignal& stop);
 
 }  // namespace test_support

@@ -10,7 +10,7 @@
 #include <thread>
 #include <utility>
 
-#include "tests/support/http_request.h"
+#include "tests/support/request_reading.h"
 #include "tests/support/icy_script.h"
 #include "tests/support/local_socket.h"
 

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "tests/support/request_reading.h"
+
 namespace test_support {
 namespace {
 

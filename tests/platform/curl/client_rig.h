@@ -10,13 +10,13 @@
 #include "platform/posix/native_paths.h"
 #include "platform/posix/record_files.h"
 #include "stream/cls_funkhaus.h"
-#include "tests/platform/curl/curl_rig.h"
+#include "tests/contracts/internet/internet_rig.h"
 #include "tests/support/temp_folder.h"
 
 namespace platform::curl {
 
-struct ClientRig : CurlRig {
-  explicit ClientRig(const InternetSettings& settings = {}) : CurlRig(settings) {
+struct ClientRig : InternetRig {
+  explicit ClientRig(const InternetSettings& settings = {}) : InternetRig(settings) {
     environment.program_folder = folder.TextPath();
   }
 

@@ -1,10 +1,10 @@
-#include "platform/curl/address.h"
+#include "platform/http/address.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/icu/text_conversion.h"
+#include "tests/support/plain_text_conversion.h"
 
-namespace platform::curl {
+namespace platform::http {
 namespace {
 
 class Address : public testing::Test {
@@ -14,7 +14,7 @@ class Address : public testing::Test {
     return RequestAddress(conversion_, host, port, path, security).value_or("<none>");
   }
 
-  icu::IcuTextConversion conversion_;
+  test_support::PlainTextConversion conversion_;
 };
 
 TEST_F(Address, AnOrdinaryAddressStaysAsItIs) {
@@ -70,4 +70,4 @@ TEST_F(Address, AHostThatIsNoHostFails) {
 }
 
 }  // namespace
-}  // namespace platform::curl
+}  // namespace platform::http

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace platform::curl {
+namespace platform::http {
 
 /// Takes the lines of every answer of an exchange (interim answers and redirects too) in order; what it
 /// reports is about the last one. What follows a header without beginning another one is left out: the
@@ -46,4 +46,4 @@ class AnswerHeader {
   bool is_interim_or_redirect_ = true;
 };
 
-}  // namespace platform::curl
+}  // namespace platform::http

@@ -1,15 +1,11 @@
-#include "platform/curl/body_text.h"
-
-#include <iconv.h>
+#include "platform/http/body_text.h"
 
 #include <algorithm>
-#include <array>
 #include <cctype>
-#include <cerrno>
-#include <optional>
 #include <string>
+#include <utility>
 
-namespace platform::curl {
+namespace platform::http {
 namespace {
 
 constexpr char16_t kReplacement = u'\uFFFD';
@@ -56,66 +52,30 @@ std::string CharsetOf(std::string_view content_type) {
   return length > kLongestName ? std::string() : std::string(value.substr(0, length));
 }
 
-class Converter {
- public:
-  explicit Converter(const std::string& charset) : handle_(iconv_open("UTF-16LE", charset.c_str())) {}
-  ~Converter() {
-    if (IsOpen()) iconv_close(handle_);
-  }
-  Converter(const Converter&) = delete;
-  Converter& operator=(const Converter&) = delete;
-
-  [[nodiscard]] bool IsOpen() const {
-    // The library's own way to say no is this one value.
-    return handle_ != reinterpret_cast<iconv_t>(-1);  // NOLINT
-  }
-
-  Text Decode(std::string body) {
-    Text text;
-    char* in = body.data();
-    std::size_t in_left = body.size();
-    while (in_left > 0) {
-      std::array<char, 4096> out{};
-      char* out_at = out.data();
-      std::size_t out_left = out.size();
-      const std::size_t result = iconv(handle_, &in, &in_left, &out_at, &out_left);
-      const int error = errno;
-      text += DecodeUtf16({out.data(), out.size() - out_left}, ByteOrder::kLittle);
-      if (result != static_cast<std::size_t>(-1) || error == E2BIG) continue;
-      text += kReplacement;
-      ++in;
-      --in_left;
-    }
-    return text;
-  }
-
- private:
-  iconv_t handle_;
-};
-
-Text DecodeCharset(TextConversion& conversion, std::string_view body, const std::string& charset) {
+Text DecodeAs(TextConversion& conversion, const DecodeCharset& decode_charset, const std::string& charset,
+              std::string_view body) {
   if (charset == "iso-8859-1" || charset == "latin1" || charset == "us-ascii" || charset == "windows-1252") {
     return conversion.MultiByteToWideChar(CodePage::kAnsi, body);
   }
   if (charset == "utf-16" || charset == "utf-16le") return DecodeUtf16(body, ByteOrder::kLittle);
   if (charset == "utf-16be") return DecodeUtf16(body, ByteOrder::kBig);
   if (!charset.empty() && charset != "utf-8" && charset != "utf8") {
-    Converter converter(charset);
-    if (converter.IsOpen()) return converter.Decode(std::string(body));
+    if (auto text = decode_charset(charset, body)) return std::move(*text);
   }
   return conversion.MultiByteToWideChar(CodePage::kUtf8, body);
 }
 
 }  // namespace
 
-Text DecodeBody(TextConversion& conversion, std::string_view body, std::string_view content_type) {
+Text DecodeBody(TextConversion& conversion, const DecodeCharset& decode_charset, std::string_view body,
+                std::string_view content_type) {
   constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
   if (body.starts_with(kUtf8Mark)) {
     return conversion.MultiByteToWideChar(CodePage::kUtf8, body.substr(kUtf8Mark.size()));
   }
   if (body.starts_with("\xFF\xFE")) return DecodeUtf16(body.substr(2), ByteOrder::kLittle);
   if (body.starts_with("\xFE\xFF")) return DecodeUtf16(body.substr(2), ByteOrder::kBig);
-  return DecodeCharset(conversion, body, CharsetOf(content_type));
+  return DecodeAs(conversion, decode_charset, CharsetOf(content_type), body);
 }
 
-}  // namespace platform::curl
+}  // namespace platform::http

@@ -5,10 +5,11 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "ports/text_conversion.h"
 
-namespace platform::curl {
+namespace platform::http {
 
 /// An http or https address as ASCII bytes, except for the host, which stays UTF-8: blanks, control
 /// characters and everything outside ASCII after the host become percent-encoded UTF-8 (RFC 3986, section
@@ -17,6 +18,9 @@ namespace platform::curl {
 /// empty host, or a host part that holds blanks or control characters.
 std::optional<std::string> RequestAddress(TextConversion& conversion, TextView url);
 
+/// The same for bytes, as a server names an address.
+std::optional<std::string> RequestAddress(std::string_view url);
+
 enum class Security { kPlain, kTls };
 
 /// The address of a path on a host. Port 0 is the scheme's own; a path without a leading "/" gets one.
@@ -24,4 +28,20 @@ enum class Security { kPlain, kTls };
 std::optional<std::string> RequestAddress(TextConversion& conversion, TextView host, std::uint16_t port,
                                           TextView path, Security security);
 
-}  // namespace platform::curl
+/// What a request needs to know of an address.
+struct AddressParts {
+  Security security = Security::kPlain;
+  std::string user;      ///< "name" or "name:password", decoded; empty when the address names nobody
+  std::string host;      ///< UTF-8; an IPv6 address in its brackets
+  std::uint16_t port{};  ///< the scheme's own when the address names none
+  std::string target;    ///< path and query, from the "/" on; without what follows a "#"
+};
+
+/// `address` as made by RequestAddress. Nothing when its port is no number up to 65,535.
+std::optional<AddressParts> PartsOf(std::string_view address);
+
+/// What `reference`, as a redirect names it, means at `address`: another address as made by RequestAddress,
+/// or nothing when that could not be asked for. Public reference: RFC 3986, section 5.2.
+std::optional<std::string> ResolveReference(std::string_view address, std::string_view reference);
+
+}  // namespace platform::http

@@ -1,4 +1,4 @@
-#include "platform/curl/live_answer.h"
+#include "platform/http/live_answer.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace platform::curl {
+namespace platform::http {
 namespace {
 
 // "Audio/MPEG; charset=x" gives "audio/mpeg".
@@ -38,4 +38,4 @@ bool IsLiveAnswer(const AnswerHeader& header) {
   return IsSoundOrVideo(type) || header.HasNameBeginning("icy-");
 }
 
-}  // namespace platform::curl
+}  // namespace platform::http

@@ -1,26 +1,26 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/platform/curl/curl_rig.h"
+#include "tests/contracts/internet/internet_rig.h"
 
-namespace platform::curl {
+namespace platform {
 namespace {
 
 using test_support::AudioBytes;
 using test_support::Chunk;
 
-class CurlInternetRead : public testing::Test {
+class InternetReading : public testing::Test {
  protected:
-  static InternetSettings Settings() {
-    InternetSettings settings;
+  static under_test::InternetSettings Settings() {
+    under_test::InternetSettings settings;
     settings.quiet_before_short_read = 200ms;
     return settings;
   }
 
-  CurlRig rig_{Settings()};
+  InternetRig rig_{Settings()};
 };
 
-TEST_F(CurlInternetRead, FillsTheBufferHoweverTheServerSends) {
+TEST_F(InternetReading, FillsTheBufferHoweverTheServerSends) {
   const std::string body = AudioBytes(5000);
   rig_.server.OnAny(Script().Send(kOk).SendInPieces(body, 100, 1ms));
   const InternetHandle request = rig_.Open();
@@ -31,13 +31,13 @@ TEST_F(CurlInternetRead, FillsTheBufferHoweverTheServerSends) {
   EXPECT_EQ(rig_.Read(request), "<end>") << "a clean end is a success";
 }
 
-TEST_F(CurlInternetRead, AQuietServerGivesLessThanTheBuffer) {
+TEST_F(InternetReading, AQuietServerGivesLessThanTheBuffer) {
   rig_.server.OnAny(Script().Send(kOk).Send("few").Hold());
   const InternetHandle request = rig_.Open();
   EXPECT_EQ(rig_.ReadSomething(request), "few");
 }
 
-TEST_F(CurlInternetRead, OneReadWaitsForAShortSliceOnly) {
+TEST_F(InternetReading, OneReadWaitsForAShortSliceOnly) {
   rig_.server.OnAny(Script().Send(kOk).Hold());
   const InternetHandle request = rig_.Open();
   for (int i = 0; i < 5; ++i) {
@@ -48,7 +48,7 @@ TEST_F(CurlInternetRead, OneReadWaitsForAShortSliceOnly) {
   }
 }
 
-TEST_F(CurlInternetRead, ReadingPastTheEndDoesNotSpinEither) {
+TEST_F(InternetReading, ReadingPastTheEndDoesNotSpinEither) {
   rig_.server.OnAny(Script().Send(kOk).Send("end"));
   const InternetHandle request = rig_.Open();
   EXPECT_EQ(rig_.ReadSomething(request), "end");
@@ -57,19 +57,20 @@ TEST_F(CurlInternetRead, ReadingPastTheEndDoesNotSpinEither) {
   EXPECT_GE(std::chrono::steady_clock::now() - start, 75ms);
 }
 
-TEST_F(CurlInternetRead, ACutStreamGivesItsBytesAndThenFails) {
+TEST_F(InternetReading, ACutStreamGivesItsBytesAndThenFails) {
   const std::string promised = Header("HTTP/1.1 200 OK", {"Content-Length: 1000"});
   rig_.server.On("/short", Script().Send(promised).Send("bytes"));
-  rig_.server.On("/reset", Script().Send(kOk).Send("bytes").Reset());
+  rig_.server.On("/reset", Script().Send(kOk).Send("bytes").AwaitSignal("/reset").Reset());
   for (const char* target : {"/short", "/reset"}) {
     const InternetHandle request = rig_.Open(target);
     EXPECT_EQ(rig_.ReadSomething(request), "bytes") << target;
+    rig_.server.Signal(target);
     EXPECT_EQ(rig_.ReadSomething(request), "<failed>") << target;
     EXPECT_EQ(rig_.Read(request), "<failed>") << target;
   }
 }
 
-TEST_F(CurlInternetRead, ChunkedBodiesAreDecodedAndTheirTrailersAreNoHeaders) {
+TEST_F(InternetReading, ChunkedBodiesAreDecodedAndTheirTrailersAreNoHeaders) {
   const std::string header = Header("HTTP/1.1 200 OK", {"Transfer-Encoding: chunked", "Trailer: X"});
   rig_.server.OnAny(Script().Send(header).Send(Chunk("one") + Chunk("two") + "0\r\nX: late\r\n\r\n"));
   const InternetHandle request = rig_.Open();
@@ -77,20 +78,20 @@ TEST_F(CurlInternetRead, ChunkedBodiesAreDecodedAndTheirTrailersAreNoHeaders) {
   EXPECT_EQ(rig_.Headers(request), header);
 }
 
-TEST_F(CurlInternetRead, CompressedBodiesAreGivenAsTheyCome) {
+TEST_F(InternetReading, CompressedBodiesAreGivenAsTheyCome) {
   const std::string packed("\x1F\x8B\x08\0\0\0\0\0\0\x03\x4B\x04\0\x43\xBE\xB7\xE8\x01\0\0\0", 21);  // "a"
   rig_.server.OnAny(Script().Send(Header("HTTP/1.1 200 OK", {"Content-Encoding: gzip"})).Send(packed));
   EXPECT_EQ(rig_.ReadAll(rig_.Open(), 100), packed + "<end>");
 }
 
-TEST_F(CurlInternetRead, AContentLengthEndsTheBody) {
+TEST_F(InternetReading, AContentLengthEndsTheBody) {
   rig_.server.OnAny(Script().Send(Header("HTTP/1.0 200 OK", {"Content-Length: 3"})).Send("onemore").Hold());
   const InternetHandle request = rig_.Open();
   EXPECT_EQ(rig_.ReadSomething(request), "one");
   EXPECT_EQ(rig_.Read(request), "<end>");
 }
 
-TEST_F(CurlInternetRead, BytesStayInOrderWhileTheServerHasToWait) {
+TEST_F(InternetReading, BytesStayInOrderWhileTheServerHasToWait) {
   constexpr std::size_t kSize = 3'000'000;
   const std::string body = AudioBytes(kSize);
   rig_.server.OnAny(Script().Send(kOk).Send(body));
@@ -98,13 +99,13 @@ TEST_F(CurlInternetRead, BytesStayInOrderWhileTheServerHasToWait) {
   EXPECT_TRUE(rig_.ReadAll(request, kSize, 1000) == body);
 }
 
-TEST_F(CurlInternetRead, ALargeBufferIsNotWaitedForUntilItIsFull) {
+TEST_F(InternetReading, ALargeBufferIsNotWaitedForUntilItIsFull) {
   rig_.server.OnAny(Script().Send(kOk).Flood(AudioBytes(1024)));
   const InternetHandle request = rig_.Open();
   EXPECT_GE(rig_.ReadSomething(request, 1'000'000).size(), 32U * 1024);
 }
 
-TEST_F(CurlInternetRead, ClosingTheHandleReleasesTheServer) {
+TEST_F(InternetReading, ClosingTheHandleReleasesTheServer) {
   rig_.server.OnAny(Script().Send(kOk).Flood(AudioBytes(1024)));
   const InternetHandle request = rig_.Open();
   rig_.Read(request);
@@ -112,7 +113,7 @@ TEST_F(CurlInternetRead, ClosingTheHandleReleasesTheServer) {
   EXPECT_TRUE(rig_.server.WaitForAllClosed(kDeadline));
 }
 
-TEST_F(CurlInternetRead, TwoStreamsAreReadSideBySide) {
+TEST_F(InternetReading, TwoStreamsAreReadSideBySide) {
   rig_.server.On("/a", Script().Send(kOk).Send(std::string(3000, 'a')));
   rig_.server.On("/b", Script().Send(kOk).Send(std::string(3000, 'b')));
   const InternetHandle a = rig_.Open("/a");
@@ -124,4 +125,4 @@ TEST_F(CurlInternetRead, TwoStreamsAreReadSideBySide) {
 }
 
 }  // namespace
-}  // namespace platform::curl
+}  // namespace platform

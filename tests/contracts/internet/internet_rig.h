@@ -2,16 +2,15 @@
 // What every test of the internet adapter needs: a scripted server, the adapter, and short ways to ask.
 // Not for tests of the stream client's rules.
 
+#include <algorithm>
 #include <chrono>
 #include <string>
 
-#include "platform/curl/curl_internet.h"
-#include "platform/icu/text_conversion.h"
+#include "internet_under_test.h"
 #include "tests/support/fakes.h"
-#include "tests/support/scripted_icy_server.h"
 #include "tests/support/scripted_internet.h"
 
-namespace platform::curl {
+namespace platform {
 
 using namespace std::chrono_literals;
 using test_support::Header;
@@ -22,8 +21,9 @@ constexpr std::uint32_t kReload = kInternetFlagReload;
 
 inline Text Wide(const std::string& ascii) { return Text(ascii.begin(), ascii.end()); }
 
-struct CurlRig {
-  explicit CurlRig(const InternetSettings& settings = {}) : internet(loop, conversion, settings) {}
+struct InternetRig {
+  explicit InternetRig(const under_test::InternetSettings& settings = {})
+      : internet(loop, conversion, settings) {}
 
   /// Opens an address of the server; kNone when that failed.
   InternetHandle OpenUrl(const std::string& url, const Text& headers = u"", std::uint32_t flags = kReload) {
@@ -74,12 +74,12 @@ struct CurlRig {
     return all;
   }
 
-  test_support::ScriptedIcyServer server;
+  under_test::IcyServer server;
   test_support::FakeMessageLoop loop;
-  icu::IcuTextConversion conversion;
-  CurlInternet internet;
+  under_test::NetText conversion;
+  under_test::Internet internet;
 };
 
 inline const std::string kOk = Header("HTTP/1.1 200 OK");
 
-}  // namespace platform::curl
+}  // namespace platform

@@ -1,18 +1,19 @@
-#include "platform/curl/curl_xml_http_request.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/icu/text_conversion.h"
-#include "tests/platform/curl/curl_rig.h"
+#include "tests/contracts/internet/internet_rig.h"
 
-namespace platform::curl {
+namespace platform {
 namespace {
 
 using test_support::Page;
 using test_support::Redirect;
 
-class CurlXmlHttp : public testing::Test {
+// With a line, for not every system shows a header without any.
+const std::string kSome = Header("HTTP/1.1 200 OK", {"X: y"});
+constexpr std::size_t kLongestBody = 1024 * 1024;
+
+class XmlHttp : public testing::Test {
  protected:
   std::unique_ptr<XmlHttpRequest> Create() { return requests_.CreateObject(u"MSXML2.ServerXMLHTTP.6.0"); }
   std::unique_ptr<XmlHttpRequest> Ask(const std::string& target) {
@@ -36,20 +37,20 @@ class CurlXmlHttp : public testing::Test {
     return request->ResponseText();
   }
 
-  test_support::ScriptedIcyServer server_;
-  icu::IcuTextConversion conversion_;
-  CurlXmlHttpRequests requests_{conversion_};
+  under_test::IcyServer server_;
+  under_test::NetText conversion_;
+  under_test::XmlHttpRequests requests_{conversion_};
 };
 
-TEST_F(CurlXmlHttp, KnowsOneClassInAnyCase) {
+TEST_F(XmlHttp, KnowsOneClassInAnyCase) {
   EXPECT_NE(requests_.CreateObject(u"msxml2.serverxmlhttp.6.0"), nullptr);
-  EXPECT_EQ(requests_.CreateObject(u"MSXML2.ServerXMLHTTP.3.0"), nullptr);
+  EXPECT_EQ(requests_.CreateObject(u"MSXML2.NoSuchThing.6.0"), nullptr);
   EXPECT_EQ(requests_.CreateObject(u""), nullptr);
 }
 
-TEST_F(CurlXmlHttp, GoesThroughItsStates) {
+TEST_F(XmlHttp, GoesThroughItsStates) {
   server_.OnAny(
-      Script().AwaitSignal("header").Send(kOk).AwaitSignal("body").Send("one").AwaitSignal("end").Send(
+      Script().AwaitSignal("header").Send(kSome).AwaitSignal("body").Send("one").AwaitSignal("end").Send(
           "two"));
   const auto request = Create();
   EXPECT_EQ(request->ReadyState(), 0);
@@ -59,7 +60,9 @@ TEST_F(CurlXmlHttp, GoesThroughItsStates) {
   server_.Signal("header");
   EXPECT_TRUE(Reaches(*request, 2));
   server_.Signal("body");
-  EXPECT_TRUE(Reaches(*request, 3));
+  if (under_test::ReportsEveryState()) {
+    EXPECT_TRUE(Reaches(*request, 3));
+  }
   EXPECT_EQ(request->ResponseText(), u"") << "not before it is complete";
   server_.Signal("end");
   EXPECT_TRUE(Reaches(*request, 4));
@@ -67,15 +70,16 @@ TEST_F(CurlXmlHttp, GoesThroughItsStates) {
   EXPECT_EQ(request->ReadyState(), 4);
 }
 
-TEST_F(CurlXmlHttp, SendsNothingNeedless) {
+TEST_F(XmlHttp, SendsNothingNeedless) {
   server_.OnAny(Page("text/plain", ""));
   Fetch("/list.pls?x=1");
   EXPECT_EQ(server_.Requests().at(0).line, "GET /list.pls?x=1 HTTP/1.1");
+  if (!under_test::SendsLinesAsGiven()) return;
   EXPECT_EQ(server_.Requests().at(0).headers,
             "Host: 127.0.0.1:" + std::to_string(server_.Port()) + "\r\nUser-Agent: Funkhausplayer\r\n");
 }
 
-TEST_F(CurlXmlHttp, DecodesByCharset) {
+TEST_F(XmlHttp, DecodesByCharset) {
   server_.On("/utf8", Page("audio/x-scpls", "K\xC3\xBC"));
   server_.On("/latin1", Page("text/plain; charset=iso-8859-1", "K\xFC"));
   server_.On("/mark", Page("text/plain", "\xEF\xBB\xBF[playlist]"));
@@ -84,22 +88,24 @@ TEST_F(CurlXmlHttp, DecodesByCharset) {
   EXPECT_EQ(Fetch("/mark"), u"[playlist]");
 }
 
-TEST_F(CurlXmlHttp, FollowsRedirectsAndTakesAnyStatus) {
+TEST_F(XmlHttp, FollowsRedirectsAndTakesAnyStatus) {
   server_.On("/go", Redirect("302 Found", "/gone"));
   server_.On("/gone", Script().Send(Header("HTTP/1.1 404 Not Found")).Send("page"));
   EXPECT_EQ(Fetch("/go"), u"page");
 }
 
-TEST_F(CurlXmlHttp, AFailedTransferIsCompleteWithoutText) {
+TEST_F(XmlHttp, AFailedTransferIsCompleteWithoutText) {
   server_.On("/cut", Script().Send(Header("HTTP/1.1 200 OK", {"Content-Length: 100"})).Send("[playlist]"));
-  server_.On("/reset", Script().Send(kOk).Send("[playlist]").Reset());
+  server_.On("/reset", Script().Send(kSome).Send("[playlist]").Reset());
   server_.On("/closed", Script());
   EXPECT_EQ(Fetch("/cut"), u"");
-  EXPECT_EQ(Fetch("/reset"), u"");
+  if (under_test::NoticesEveryFault()) {
+    EXPECT_EQ(Fetch("/reset"), u"");
+  }
   EXPECT_EQ(Fetch("/closed"), u"");
 }
 
-TEST_F(CurlXmlHttp, AnAddressThatCannotBeAskedForIsNotOpened) {
+TEST_F(XmlHttp, AnAddressThatCannotBeAskedForIsNotOpened) {
   const auto request = Create();
   EXPECT_FALSE(request->Open(u"GET", u"C:\\Radio\\liste.m3u", true));
   EXPECT_FALSE(request->Open(u"GET", u"", true));
@@ -109,7 +115,7 @@ TEST_F(CurlXmlHttp, AnAddressThatCannotBeAskedForIsNotOpened) {
   EXPECT_EQ(request->ReadyState(), 0);
 }
 
-TEST_F(CurlXmlHttp, AskingTakesAFewMillisecondsOnly) {
+TEST_F(XmlHttp, AskingTakesAFewMillisecondsOnly) {
   server_.OnAny(Script().Hold());
   const auto request = Ask("/");
   const auto start = std::chrono::steady_clock::now();
@@ -119,31 +125,36 @@ TEST_F(CurlXmlHttp, AskingTakesAFewMillisecondsOnly) {
   EXPECT_LE(time, 2s);
 }
 
-TEST_F(CurlXmlHttp, AbortEndsItAtAnyTime) {
-  server_.OnAny(Script().Send(kOk).Flood("x"));
+TEST_F(XmlHttp, AbortEndsItAtAnyTime) {
+  server_.OnAny(Script().Send(kSome).Flood("x"));
   const auto request = Create();
   request->Abort();
   request->Open(u"GET", Wide(server_.Url()), true);
   request->Abort();
   request->Open(u"GET", Wide(server_.Url()), true);
   request->Send();
-  EXPECT_TRUE(Reaches(*request, 3));
+  EXPECT_TRUE(server_.WaitForRequests(1, kDeadline));
+  EXPECT_NE(request->ReadyState(), 0);
   request->Abort();
   EXPECT_EQ(request->ReadyState(), 0);
   EXPECT_EQ(request->ResponseText(), u"");
-  EXPECT_TRUE(server_.WaitForAllClosed(kDeadline));
+  if (under_test::EndsPlaylistRequests()) {
+    EXPECT_TRUE(server_.WaitForAllClosed(kDeadline));
+  }
 }
 
-TEST_F(CurlXmlHttp, ItsEndEndsTheRequest) {
-  server_.OnAny(Script().Send(kOk).Hold());
+TEST_F(XmlHttp, ItsEndEndsTheRequest) {
+  server_.OnAny(Script().Send(kSome).Hold());
   auto request = Ask("/");
   EXPECT_TRUE(Reaches(*request, 2));
   request.reset();
-  EXPECT_TRUE(server_.WaitForAllClosed(kDeadline));
+  if (under_test::EndsPlaylistRequests()) {
+    EXPECT_TRUE(server_.WaitForAllClosed(kDeadline));
+  }
 }
 
-TEST_F(CurlXmlHttp, AMebibyteIsTheMostThatCompletes) {
-  const std::string most(CurlXmlHttpRequests::kLongestBody, 'x');
+TEST_F(XmlHttp, AMebibyteIsTheMostThatCompletes) {
+  const std::string most(kLongestBody, 'x');
   server_.On("/most", Page("text/plain", most));
   server_.On("/more", Page("text/plain", most + "x"));
   EXPECT_EQ(Fetch("/most").size(), most.size());
@@ -154,7 +165,7 @@ TEST_F(CurlXmlHttp, AMebibyteIsTheMostThatCompletes) {
   while (std::chrono::steady_clock::now() < until) EXPECT_EQ(request->ReadyState(), 3);
 }
 
-TEST_F(CurlXmlHttp, ALiveStreamIsCompleteWithoutATextAtOnce) {
+TEST_F(XmlHttp, ALiveStreamIsCompleteWithoutATextAtOnce) {
   for (const auto& fields : std::vector<std::vector<std::string>>{{"Content-Type: audio/mpeg"},
                                                                   {"content-type: Audio/AACP; x=y"},
                                                                   {"Content-Type: video/mp2t"},
@@ -166,19 +177,22 @@ TEST_F(CurlXmlHttp, ALiveStreamIsCompleteWithoutATextAtOnce) {
     const auto request = Ask("/");
     EXPECT_TRUE(Reaches(*request, 4)) << fields[0];
     EXPECT_EQ(request->ResponseText(), u"");
+    if (!under_test::EndsPlaylistRequests()) continue;
     EXPECT_TRUE(server_.WaitForAllClosed(kDeadline)) << "its connection is given back";
   }
   server_.OnAny(Script().Send("ICY 200 OK\r\n\r\n").Send("[playlist]").Hold());
   const auto bare = Ask("/");
-  EXPECT_TRUE(Reaches(*bare, 3)) << "the status line of a station alone does not count";
+  if (under_test::NoticesEveryFault()) {
+    EXPECT_TRUE(Reaches(*bare, 3)) << "the status line of a station alone does not count";
+  }
 }
 
-TEST_F(CurlXmlHttp, ALiveStreamThatHasEndedAlreadyHasNoTextEither) {
+TEST_F(XmlHttp, ALiveStreamThatHasEndedAlreadyHasNoTextEither) {
   server_.OnAny(Script().Send(Header("HTTP/1.1 200 OK", {"Content-Type: audio/mpeg"})).Send("http://h/"));
   EXPECT_EQ(Fetch("/"), u"");
 }
 
-TEST_F(CurlXmlHttp, WhatHasALengthOrThePlaylistsTypeIsReadToItsEnd) {
+TEST_F(XmlHttp, WhatHasALengthOrThePlaylistsTypeIsReadToItsEnd) {
   for (const std::string field :
        {"Content-Type: audio/x-mpegurl", "Content-Type: audio/mpegurl", "Content-Type: audio/x-scpls",
         "Content-Type: AUDIO/X-SCPLS; charset=utf-8", "Content-Type: application/vnd.apple.mpegurl",
@@ -191,30 +205,35 @@ TEST_F(CurlXmlHttp, WhatHasALengthOrThePlaylistsTypeIsReadToItsEnd) {
   }
 }
 
-TEST_F(CurlXmlHttp, OnlyTheFinalAnswerSaysWhetherItIsALiveStream) {
+TEST_F(XmlHttp, OnlyTheFinalAnswerSaysWhetherItIsALiveStream) {
   server_.On("/go", Script()
                         .Send(Header("HTTP/1.1 302 Found",
                                      {"Location: /list", "Content-Type: audio/mpeg", "icy-name: X"}))
                         .Send("body")
                         .Hold());
-  server_.On("/list", Script().Send(kOk).Send("[playlist]"));
+  server_.On("/list", Script().Send(kSome).Send("[playlist]"));
   EXPECT_EQ(Fetch("/go"), u"[playlist]");
 }
 
-TEST_F(CurlXmlHttp, AnEndlessStreamIsClosedAndNeverCompletes) {
-  server_.OnAny(Script().Send(kOk).Flood("0123456789abcdef"));
+TEST_F(XmlHttp, AnEndlessStreamIsClosedAndNeverCompletes) {
+  server_.OnAny(Script().Send(kSome).Flood("0123456789abcdef"));
   const auto request = Ask("/");
-  EXPECT_TRUE(Reaches(*request, 3));
+  if (under_test::ReportsEveryState()) {
+    EXPECT_TRUE(Reaches(*request, 3));
+  }
+  EXPECT_TRUE(server_.WaitForRequests(1, kDeadline));
   std::int32_t highest = 0;
-  const auto deadline = std::chrono::steady_clock::now() + kDeadline;
+  const auto deadline = std::chrono::steady_clock::now() + kDeadline / 2;
   while (server_.OpenConnections() > 0 && std::chrono::steady_clock::now() < deadline) {
     highest = std::max(highest, request->ReadyState());
   }
-  EXPECT_EQ(server_.OpenConnections(), 0);
   EXPECT_EQ(highest, 3);
   EXPECT_EQ(request->ReadyState(), 3);
+  if (!under_test::EndsPlaylistRequests()) return;
+  EXPECT_EQ(server_.OpenConnections(), 0);
+  if (!under_test::CountsWhatComes()) return;
   EXPECT_LT(server_.BytesSent(), 8U * 1024 * 1024);
 }
 
 }  // namespace
-}  // namespace platform::curl
+}  // namespace platform

@@ -1,9 +1,9 @@
-#include "platform/curl/answer_header.h"
+#include "platform/http/answer_header.h"
 
 #include <algorithm>
 #include <cctype>
 
-namespace platform::curl {
+namespace platform::http {
 namespace {
 
 bool IsDigit(char byte) { return byte >= '0' && byte <= '9'; }
@@ -92,4 +92,4 @@ bool AnswerHeader::HasNameBeginning(std::string_view beginning) const {
   });
 }
 
-}  // namespace platform::curl
+}  // namespace platform::http

@@ -1,10 +1,10 @@
-#include "platform/curl/answer_header.h"
+#include "platform/http/answer_header.h"
 
 #include <gtest/gtest.h>
 
 #include <initializer_list>
 
-namespace platform::curl {
+namespace platform::http {
 namespace {
 
 AnswerHeader Of(std::initializer_list<std::string_view> lines) {
@@ -99,4 +99,4 @@ TEST(AnswerHeader, FindsLinesByTheBeginningOfTheirName) {
 }
 
 }  // namespace
-}  // namespace platform::curl
+}  // namespace platform::http
