@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace test_support {
@@ -20,6 +21,9 @@ class Script {
     std::size_t piece = 0;
     std::chrono::milliseconds time{0};
   };
+
+  Script() = default;
+  explicit Script(std::vector<Step> steps) : steps_(std::move(steps)) {}
 
   /// All at once.
   Script& Send(std::string bytes);

@@ -1,0 +1,156 @@
+#include "platform/win32/internet/reading.h"
+
+#include "platform/win32/base/windows_api.h"
+
+#include <wininet.h>
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace platform::win32 {
+namespace {
+
+using Clock = Reading::Clock;
+
+std::optional<milliseconds> Since(const std::optional<Clock::time_point>& start) {
+  if (!start) return std::nullopt;
+  return std::chrono::duration_cast<milliseconds>(Clock::now() - *start);
+}
+
+}  // namespace
+
+void Reading::Note() {
+  ++events_;
+  changed_.notify_all();
+}
+
+void Reading::Begin() {
+  const std::lock_guard lock(mutex_);
+  connecting_since_ = Clock::now();
+  owed_since_.reset();
+}
+
+void Reading::Sent() {
+  const std::lock_guard lock(mutex_);
+  connecting_since_.reset();
+  if (!owed_since_ && !answered_) owed_since_ = Clock::now();
+}
+
+void Reading::Answer(const http::AnswerHeader& header) {
+  const std::lock_guard lock(mutex_);
+  header_ = header;
+  answered_ = true;
+  connecting_since_.reset();
+  owed_since_.reset();
+  last_arrival_ = Clock::now();
+  Note();
+}
+
+bool Reading::Append(std::string_view bytes) {
+  std::unique_lock lock(mutex_);
+  while (!bytes.empty()) {
+    changed_.wait(lock, [this] { return cancelled_ || BufferedLocked() < http::Exchange::kBufferLimit; });
+    if (cancelled_) return false;
+    buffer_.erase(0, std::exchange(taken_, 0));
+    const std::size_t count = std::min(bytes.size(), http::Exchange::kBufferLimit - buffer_.size());
+    buffer_ += bytes.substr(0, count);
+    bytes.remove_prefix(count);
+    last_arrival_ = Clock::now();
+    Note();
+  }
+  return !cancelled_;
+}
+
+void Reading::End(InternetFailure failure) {
+  const std::lock_guard lock(mutex_);
+  if (ended_) return;
+  ended_ = true;
+  failure_ = failure;
+  connecting_since_.reset();
+  owed_since_.reset();
+  Note();
+}
+
+void Reading::Cancel() {
+  std::optional<Handles> lent;
+  {
+    const std::lock_guard lock(mutex_);
+    cancelled_ = true;
+    lent = std::exchange(lent_, std::nullopt);
+    Note();
+  }
+  if (!lent) return;
+  for (void* const handle : {lent->request, lent->connection, lent->session}) {
+    if (handle != nullptr) ::InternetCloseHandle(handle);
+  }
+}
+
+bool Reading::Lend(const Handles& handles) {
+  const std::lock_guard lock(mutex_);
+  if (cancelled_) return false;
+  lent_ = handles;
+  return true;
+}
+
+bool Reading::TakeBack() {
+  const std::lock_guard lock(mutex_);
+  return std::exchange(lent_, std::nullopt).has_value();
+}
+
+void Reading::Await(milliseconds slice) {
+  std::unique_lock lock(mutex_);
+  changed_.wait_for(lock, slice, [this] { return events_ != events_seen_; });
+  events_seen_ = events_;
+}
+
+std::optional<milliseconds> Reading::ConnectingFor() const {
+  const std::lock_guard lock(mutex_);
+  return Since(connecting_since_);
+}
+
+std::optional<milliseconds> Reading::AnswerOwedFor() const {
+  const std::lock_guard lock(mutex_);
+  return Since(owed_since_);
+}
+
+bool Reading::IsAnswered() const {
+  const std::lock_guard lock(mutex_);
+  return answered_;
+}
+
+const http::AnswerHeader& Reading::Header() const {
+  const std::lock_guard lock(mutex_);
+  return header_;
+}
+
+bool Reading::HasEnded() const {
+  const std::lock_guard lock(mutex_);
+  return ended_;
+}
+
+InternetFailure Reading::Failure() const {
+  const std::lock_guard lock(mutex_);
+  return failure_;
+}
+
+std::size_t Reading::Buffered() const {
+  const std::lock_guard lock(mutex_);
+  return BufferedLocked();
+}
+
+milliseconds Reading::QuietFor() const {
+  const std::lock_guard lock(mutex_);
+  return *Since(last_arrival_);
+}
+
+std::size_t Reading::Take(std::span<std::byte> buffer) {
+  const std::lock_guard lock(mutex_);
+  const std::size_t count = std::min(buffer.size(), BufferedLocked());
+  if (count > 0) std::memcpy(buffer.data(), buffer_.data() + taken_, count);
+  taken_ += count;
+  changed_.notify_all();
+  return count;
+}
+
+}  // namespace platform::win32

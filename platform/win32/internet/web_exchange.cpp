@@ -1,0 +1,21 @@
+#include "platform/win32/internet/web_exchange.h"
+
+#include "platform/win32/internet/request_thread.h"
+
+namespace platform::win32 {
+
+WebExchange::WebExchange(const http::ExchangeOptions& options) : connect_limit_(options.connect_limit) {
+  StartRequestThread(options, reading_);
+}
+
+WebExchange::~WebExchange() { reading_->Cancel(); }
+
+void WebExchange::Work(milliseconds slice) {
+  reading_->Await(slice);
+  // The library's own limit counts each of a host's addresses, and no handshake.
+  if (reading_->ConnectingFor() < connect_limit_) return;
+  reading_->End(InternetFailure::kNoAnswer);
+  reading_->Cancel();
+}
+
+}  // namespace platform::win32
