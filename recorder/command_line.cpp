@@ -31,6 +31,14 @@ CommandLine ReadCommandLine(std::span<const char* const> words) {
   return {CommandLine::Wish::kRecord, link, form};
 }
 
+CommandLine ReadCommandTail(std::string_view tail) {
+  std::string whole = TrimmedLink(tail);
+  const bool is_quoted = whole.size() >= 2 && whole.front() == '"' && whole.find('"', 1) == whole.size() - 1;
+  if (is_quoted) whole = whole.substr(1, whole.size() - 2);
+  const char* const word = whole.c_str();
+  return ReadCommandLine({&word, 1});
+}
+
 std::string_view Usage() {
   return "Aufruf: OZRecordFunkhaus [--terminal] [ADRESSE]\n"
          "\n"

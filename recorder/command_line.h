@@ -30,6 +30,10 @@ struct CommandLine {
 /// split it at its blanks; no link begins with "-". The link is trimmed.
 [[nodiscard]] CommandLine ReadCommandLine(std::span<const char* const> words);
 
+/// The same for a system that passes what follows the program's name as one text. All of it is the link, with
+/// its blanks and quotation marks; only a pair of marks round the whole is taken off.
+[[nodiscard]] CommandLine ReadCommandTail(std::string_view tail);
+
 /// How to call the tool, in German, several lines of UTF-8.
 [[nodiscard]] std::string_view Usage();
 

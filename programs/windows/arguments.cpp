@@ -4,6 +4,8 @@
 
 #include <shellapi.h>
 
+#include <algorithm>
+
 #include "platform/win32/base/wide.h"
 #include "platform/win32/text/text_conversion.h"
 
@@ -26,6 +28,21 @@ std::vector<std::string> Arguments() {
   }
   ::LocalFree(words);
   return arguments;
+}
+
+std::string CommandTail() {
+  const platform::Text line = platform::win32::FromWide(::GetCommandLineW());
+  return platform::win32::Win32TextConversion().WideCharToMultiByte(platform::CodePage::kUtf8, TailOf(line));
+}
+
+platform::TextView TailOf(platform::TextView command_line) {
+  constexpr platform::TextView kBlanks = u" \t";
+  bool is_quoted = false;
+  std::size_t at = 0;
+  while (at < command_line.size() && (is_quoted || kBlanks.find(command_line[at]) == kBlanks.npos)) {
+    if (command_line[at++] == u'"') is_quoted = !is_quoted;
+  }
+  return command_line.substr(std::min(command_line.find_first_not_of(kBlanks, at), command_line.size()));
 }
 
 platform::Text FullArgument(const std::string& argument) {

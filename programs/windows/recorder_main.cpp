@@ -54,7 +54,7 @@ void RunInWindow(const std::string& link) {
   const Win32Icons icons;
   app::RecordForm form;
   recorder::RecordControl control(form, recording, files, shell,
-                                  {.folder = FolderAddress(recording.Folder())});
+                                  {.folder = FolderAddress(recording.Folder()), .guide = {}});
   FormWindow window(form.form, form.inventory, nullptr, icons, loop);
   const Lifetime lifetime;
   const auto start = [&] { control.Start(conversion.MultiByteToWideChar(platform::CodePage::kUtf8, link)); };
@@ -66,10 +66,7 @@ void RunInWindow(const std::string& link) {
 
 int WINAPI wWinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, wchar_t* /*line*/, int /*show*/) {
   using Wish = recorder::CommandLine::Wish;
-  const std::vector<std::string> arguments = Arguments();
-  std::vector<const char*> words;
-  for (const std::string& argument : arguments) words.push_back(argument.c_str());
-  const recorder::CommandLine line = recorder::ReadCommandLine(words);
+  const recorder::CommandLine line = recorder::ReadCommandTail(CommandTail());
   if (line.wish != Wish::kRecord) {
     ShowText(kTitle, std::string(recorder::Usage()));
     return line.wish == Wish::kHelp ? 0 : kWrongUse;
