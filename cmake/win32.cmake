@@ -23,5 +23,5 @@ funkhaus_win32_room(text LINKS win32_base LIBRARIES shlwapi)
 funkhaus_win32_room(system LINKS win32_base disk LIBRARIES ole32 shell32 shlwapi)
 funkhaus_win32_room(internet LINKS win32_base http LIBRARIES wininet normaliz ole32 oleaut32 uuid)
 funkhaus_win32_room(media LINKS win32_base live LIBRARIES mfplat mf mfuuid propsys wininet ole32 oleaut32 uuid)
-funkhaus_win32_room(ui LINKS win32_base controls forms
+funkhaus_win32_room(ui LINKS win32_base front controls forms
                     LIBRARIES comctl32 comdlg32 uxtheme gdi32 gdiplus oleacc windowscodecs shlwapi shell32 ole32 oleaut32 uuid)

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/front/named_lines.h"
 #include "platform/qt/readable_color.h"
 #include "platform/qt/text.h"
 
@@ -24,7 +25,6 @@ constexpr int kNarrowestValue = 60;
 constexpr double kWidestNames = 0.5;
 /// One size larger.
 constexpr double kTitleSize = 1.2;
-constexpr QLatin1String kAfterName(": ");
 
 }  // namespace
 
@@ -123,18 +123,9 @@ void FittedLabel::ShowText(const QString& text) {
 }
 
 void FittedLabel::Split() {
-  QString shown = text();
-  shown.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
-  while (shown.endsWith(QLatin1Char('\n'))) shown.chop(1);
   lines_.clear();
-  for (const QString& line : shown.split(QLatin1Char('\n'))) {
-    const qsizetype end =
-        look_ == controls::LabelLook::kNamedValues ? line.indexOf(kAfterName) : qsizetype{-1};
-    if (end > 0) {
-      lines_.push_back({line.left(end + 1), line.mid(end + kAfterName.size())});
-    } else {
-      lines_.push_back({{}, line});
-    }
+  for (const front::NamedLine& line : front::LinesOf(FromQt(text()), look_)) {
+    lines_.push_back({ToQt(line.name), ToQt(line.value)});
   }
 }
 

@@ -9,33 +9,12 @@
 #include <QTextLayout>
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
+
+#include "platform/qt/readable_color.h"
+#include "platform/qt/text.h"
 
 namespace platform::qt {
 namespace {
-
-// Relative luminance (WCAG 2): white has a contrast of 4.7 with it, the dark palette's list one of 3.3.
-constexpr double kBrightness = 0.172;
-constexpr float kSaturation = 0.6F;
-
-double Luminance(const QColor& color) {
-  const auto linear = [](float part) {
-    const double value = part;
-    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-  };
-  return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-}
-
-/// A number that stays the same from run to run and from build to build.
-/// Public reference: the FNV-1a hash function.
-std::uint32_t SteadyNumber(const QString& text) {
-  std::uint32_t number = 0x811c9dc5U;
-  for (const QChar unit : text) {
-    number = (number ^ unit.cell()) * 0x01000193U;
-    number = (number ^ unit.row()) * 0x01000193U;
-  }
-  return number;
-}
 
 void DrawAerial(QPainter& painter, double side) {
   painter.setPen(QPen(Qt::white, side * 0.07, Qt::SolidLine, Qt::RoundCap));
@@ -100,19 +79,7 @@ QString InitialOf(const QString& name) {
   return {};
 }
 
-QColor IconColorOf(const QString& name) {
-  constexpr std::uint32_t kHues = 360;
-  const auto hue = static_cast<float>(SteadyNumber(name.toCaseFolded()) % kHues) / static_cast<float>(kHues);
-  float dark = 0.0F;
-  float light = 1.0F;
-  constexpr int kSteps = 12;
-  for (int step = 0; step < kSteps; ++step) {
-    const float middle = (dark + light) / 2;
-    const bool too_light = Luminance(QColor::fromHslF(hue, kSaturation, middle)) > kBrightness;
-    (too_light ? light : dark) = middle;
-  }
-  return QColor::fromHslF(hue, kSaturation, dark).toRgb();
-}
+QColor IconColorOf(const QString& name) { return ToQt(front::ColorOfName(FromQt(name.toCaseFolded()))); }
 
 QPixmap DrawInitialIcon(const QString& initial, const QColor& color, int side, double ratio) {
   QPixmap icon(QSize(side, side) * ratio);

@@ -75,14 +75,15 @@ void QtMessageLoop::RunNext() {
   const HandedOver next = std::move(handed_over_.front());
   handed_over_.pop_front();
   if (!next.context) return;
-  const RunningProcedures::Scope scope(
-      running_, long_procedures_ == LongProcedures::kAreWaits ? Pumping::kIsWaiting : Pumping::kIsWork);
+  const front::RunningProcedures::Scope scope(running_, long_procedures_ == LongProcedures::kAreWaits
+                                                            ? front::Pumping::kIsWaiting
+                                                            : front::Pumping::kIsWork);
   next.procedure();
 }
 
 void QtMessageLoop::Tick(const std::function<void()>& procedure) {
   if (painting_only_) return;
-  const RunningProcedures::Scope scope(running_, Pumping::kIsWork);
+  const front::RunningProcedures::Scope scope(running_, front::Pumping::kIsWork);
   procedure();
 }
 

@@ -8,7 +8,7 @@
 #include <functional>
 #include <map>
 
-#include "platform/qt/running_procedures.h"
+#include "platform/qt/busy_cursor.h"
 #include "ports/message_loop.h"
 
 class QKeyEvent;
@@ -72,7 +72,8 @@ class QtMessageLoop final : public QObject, public MessageLoop {
   std::deque<HandedOver> handed_over_;
   int turns_held_ = 0;
   bool painting_only_ = false;
-  RunningProcedures running_;
+  BusyCursor cursor_;
+  front::RunningProcedures running_{cursor_};
 };
 
 }  // namespace platform::qt

@@ -17,19 +17,6 @@ void ShowText(QLineEdit& edit, TextView text) {
 
 }  // namespace
 
-bool TypedText::ProgramWrote() {
-  if (control_.GetText() == known_) return false;
-  known_ = control_.GetText();
-  ++basis_;
-  return true;
-}
-
-void TypedText::Take(int basis, const Text& typed, const std::function<void()>& write) {
-  if (basis != basis_) return;
-  known_ = typed;
-  write();
-}
-
 TextBoxBinding::TextBoxBinding(controls::TextBox& box, QLineEdit& widget, const TwipScale& scale,
                                QtMessageLoop& loop)
     : InputBinding(box, widget, scale, loop), box_(box), widget_(widget), typed_(box) {

@@ -5,31 +5,12 @@
 #include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QLineEdit>
-#include <functional>
 
 #include "controls/text_box.h"
+#include "platform/front/typed_text.h"
 #include "platform/qt/input_binding.h"
 
 namespace platform::qt {
-
-/// Distinguishes what the program writes into a field from what the user types into it, while the control is
-/// notified of the typing only later. What the program has written since replaces it.
-class TypedText final {
- public:
-  explicit TypedText(controls::TextControl& control) : control_(control) {}
-
-  /// Which typing counts: that which was based on the program's latest text.
-  [[nodiscard]] int Basis() const { return basis_; }
-  /// True when the program wrote another text since this was last asked; what was typed before is void then.
-  bool ProgramWrote();
-  /// The turn of a typed text: `write` gives it to the control, unless it is void.
-  void Take(int basis, const Text& typed, const std::function<void()>& write);
-
- private:
-  controls::TextControl& control_;
-  Text known_;
-  int basis_ = 0;
-};
 
 class TextBoxBinding final : public InputBinding {
  public:
@@ -40,7 +21,7 @@ class TextBoxBinding final : public InputBinding {
   void TakeTyping(const QString& text);
   controls::TextBox& box_;
   QLineEdit& widget_;
-  TypedText typed_;
+  front::TypedText typed_;
   bool following_ = false;
 };
 
@@ -72,7 +53,7 @@ class UpDownTextBoxBinding final : public InputBinding {
   void TakeTyping(const QString& text);
   controls::UpDownTextBox& box_;
   CountingField& widget_;
-  TypedText typed_;
+  front::TypedText typed_;
   bool following_ = false;
 };
 
@@ -91,7 +72,7 @@ class ComboBoxBinding final : public InputBinding {
   [[nodiscard]] int IndexOf(const Text& text) const;
   controls::ComboBox& box_;
   QComboBox& widget_;
-  TypedText typed_;
+  front::TypedText typed_;
   int inputs_to_come_ = 0;  // which the widget already shows
   bool typing_ = false;
 };

@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include "controls/control.h"
+#include "platform/front/following.h"
 #include "platform/qt/twip_scale.h"
 #include "ports/text.h"
 
@@ -38,18 +39,6 @@ class WidgetBinding {
   Text shown_tool_tip_;
 };
 
-/// Marks the time in which a widget follows its control, so that the widget's own signals are recognised as
-/// echoes.
-class Following {
- public:
-  explicit Following(bool& flag) : flag_(flag), outer_(flag) { flag_ = true; }
-  ~Following() { flag_ = outer_; }
-  Following(const Following&) = delete;
-  Following& operator=(const Following&) = delete;
-
- private:
-  bool& flag_;
-  const bool outer_;
-};
+using front::Following;
 
 }  // namespace platform::qt

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "controls/control.h"
+#include "platform/front/following.h"
 #include "platform/win32/base/handles.h"
 #include "platform/win32/ui/message_loop.h"
 #include "platform/win32/ui/scale.h"
@@ -69,6 +70,8 @@ class ControlBinding : public Reflected {
   [[nodiscard]] bool IsBlocked() const { return IsBlockedByDialog(handle_); }
   [[nodiscard]] const Scale& GetScale() const { return around_.scale; }
   [[nodiscard]] const Surroundings& Around() const { return around_; }
+  /// The control or its form has a tooltip for it.
+  [[nodiscard]] bool HasHint() const { return !hint_.empty() || !control_.ToolTip().empty(); }
   /// The window's own text, when it is another.
   void ShowTitle(const Text& text) const;
   void SetFont(Scale::Font font);
@@ -89,17 +92,6 @@ class ControlBinding : public Reflected {
   Lifetime lifetime_;
 };
 
-/// True while it lives: the binding itself changes the window, so what the window reports is not user input.
-class Following {
- public:
-  explicit Following(bool& flag) : flag_(flag), before_(flag) { flag_ = true; }
-  ~Following() { flag_ = before_; }
-  Following(const Following&) = delete;
-  Following& operator=(const Following&) = delete;
-
- private:
-  bool& flag_;
-  const bool before_;
-};
+using front::Following;
 
 }  // namespace platform::win32

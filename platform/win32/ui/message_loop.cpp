@@ -94,14 +94,15 @@ void Win32MessageLoop::TakeTurn() {
   const HandedOver next = std::move(handed_over_.front());
   handed_over_.pop_front();
   if (next.context.expired()) return;
-  const RunningProcedures::Scope scope(
-      running_, long_procedures_ == LongProcedures::kAreWaits ? Pumping::kIsWaiting : Pumping::kIsWork);
+  const front::RunningProcedures::Scope scope(running_, long_procedures_ == LongProcedures::kAreWaits
+                                                            ? front::Pumping::kIsWaiting
+                                                            : front::Pumping::kIsWork);
   next.procedure();
 }
 
 void Win32MessageLoop::Tick(const std::function<void()>& procedure) {
   if (painting_only_) return;
-  const RunningProcedures::Scope scope(running_, Pumping::kIsWork);
+  const front::RunningProcedures::Scope scope(running_, front::Pumping::kIsWork);
   procedure();
 }
 

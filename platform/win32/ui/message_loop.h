@@ -7,8 +7,8 @@
 #include <map>
 
 #include "platform/win32/base/handles.h"
+#include "platform/win32/ui/busy_pointer.h"
 #include "platform/win32/ui/lifetime.h"
-#include "platform/win32/ui/running_procedures.h"
 #include "ports/message_loop.h"
 
 struct tagMSG;
@@ -80,7 +80,8 @@ class Win32MessageLoop final : public MessageLoop {
   bool painting_only_ = false;
   bool escape_down_ = false;
   bool escape_pressed_ = false;
-  RunningProcedures running_;
+  BusyPointer pointer_;
+  front::RunningProcedures running_{pointer_};
 };
 
 }  // namespace platform::win32

@@ -20,19 +20,6 @@ PixelPlace InTheMiddle(const PixelPlace& place, int height) {
 
 }  // namespace
 
-bool TypedText::ProgramWrote() {
-  if (control_.GetText() == known_) return false;
-  known_ = control_.GetText();
-  ++basis_;
-  return true;
-}
-
-void TypedText::Take(int basis, const Text& typed, const std::function<void()>& write) {
-  if (basis != basis_) return;
-  known_ = typed;
-  write();
-}
-
 EditBinding::EditBinding(controls::TextControl& box, HWND parent, const Surroundings& around,
                          std::uint32_t more_style)
     : ControlBinding(box, parent, around, {L"EDIT", ES_AUTOHSCROLL | more_style, WS_EX_CLIENTEDGE},

@@ -1,31 +1,11 @@
 #pragma once
 // Binds the controls whose text the user edits: text box, text box with arrows, combo box. Not labels.
 
-#include <functional>
-
 #include "controls/text_box.h"
+#include "platform/front/typed_text.h"
 #include "platform/win32/ui/control_binding.h"
 
 namespace platform::win32 {
-
-/// Distinguishes what the program writes into a field from what the user types into it, while the control is
-/// notified of the typing only later. What the program has written since replaces it.
-class TypedText final {
- public:
-  explicit TypedText(controls::TextControl& control) : control_(control) {}
-
-  /// Which typing counts: that which was based on the program's latest text.
-  [[nodiscard]] int Basis() const { return basis_; }
-  /// True when the program wrote another text since this was last asked; what was typed before is void then.
-  bool ProgramWrote();
-  /// The turn of a typed text: `write` gives it to the control, unless it is void.
-  void Take(int basis, const Text& typed, const std::function<void()>& write);
-
- private:
-  controls::TextControl& control_;
-  Text known_;
-  int basis_ = 0;
-};
 
 /// An edit field of one line, as high as its font needs, in the middle of its place.
 class EditBinding : public ControlBinding {
@@ -41,7 +21,7 @@ class EditBinding : public ControlBinding {
   void TakeTyping();
 
   controls::TextControl& box_;
-  TypedText typed_;
+  front::TypedText typed_;
   bool following_ = false;
 };
 
@@ -86,7 +66,7 @@ class ComboBoxBinding final : public ControlBinding {
   void Choose(int index);
 
   controls::ComboBox& box_;
-  TypedText typed_;
+  front::TypedText typed_;
   int inputs_to_come_ = 0;
   int choice_to_come_ = -1;
   bool following_ = false;

@@ -1,23 +1,35 @@
 #pragma once
 // The event procedures of the program that run now, one inside the wait of another, and how their waits
-// affect the user: the busy pointer, Escape. Not how a procedure is started (message_loop.h).
+// affect the user: the busy pointer, Escape. Not how a procedure is started (a front end's message loop).
 
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <vector>
 
-#include "platform/win32/ui/busy_pointer.h"
+namespace platform::front {
 
-namespace platform::win32 {
+/// The pointer that shows that the program is busy. May be shown and hidden repeatedly.
+class BusyPointer {
+ public:
+  virtual ~BusyPointer() = default;
+  virtual void Show() = 0;
+  virtual void Hide() = 0;
+};
 
 /// What it means that a procedure lets the window process its messages: that the user waits for it, or that
 /// it does its work in the background. A wait that only paints always makes the user wait.
 enum class Pumping { kIsWaiting, kIsWork };
 
-/// The pointer is busy while any running procedure has been waiting for `kPatience`.
+/// The pointer is busy while any running procedure has been waiting for `kPatience`. A procedure that rests
+/// (a dialog waits for the user inside it) does not wait.
 class RunningProcedures final {
  public:
+  using Clock = std::chrono::steady_clock;
   static constexpr std::chrono::milliseconds kPatience{200};
+
+  /// The pointer outlives the object. `now` is asked for the time.
+  explicit RunningProcedures(BusyPointer& pointer, std::function<Clock::time_point()> now = &Clock::now);
 
   /// A procedure runs for as long as this lives.
   class Scope final {
@@ -43,7 +55,6 @@ class RunningProcedures final {
   [[nodiscard]] bool EscapePressedInside() const;
 
  private:
-  using Clock = std::chrono::steady_clock;
   struct Procedure {
     Pumping pumping;
     std::optional<Clock::time_point> waiting_since;
@@ -51,8 +62,9 @@ class RunningProcedures final {
   };
   void ShowPointer(Clock::time_point now);
 
+  BusyPointer& pointer_;
+  const std::function<Clock::time_point()> now_;
   std::vector<Procedure> running_;
-  BusyPointer pointer_;
 };
 
-}  // namespace platform::win32
+}  // namespace platform::front

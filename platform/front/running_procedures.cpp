@@ -1,8 +1,12 @@
-#include "platform/win32/ui/running_procedures.h"
+#include "platform/front/running_procedures.h"
 
 #include <algorithm>
+#include <utility>
 
-namespace platform::win32 {
+namespace platform::front {
+
+RunningProcedures::RunningProcedures(BusyPointer& pointer, std::function<Clock::time_point()> now)
+    : pointer_(pointer), now_(std::move(now)) {}
 
 RunningProcedures::Scope::Scope(RunningProcedures& procedures, Pumping pumping) : procedures_(procedures) {
   procedures_.running_.push_back({pumping, std::nullopt, false});
@@ -10,7 +14,7 @@ RunningProcedures::Scope::Scope(RunningProcedures& procedures, Pumping pumping) 
 
 RunningProcedures::Scope::~Scope() {
   procedures_.running_.pop_back();
-  // An outer procedure that still waits shows the pointer again when it pumps the next time.
+  // The outer procedure may still be waiting; its next processing of messages or painting decides.
   if (procedures_.running_.empty()) procedures_.pointer_.Hide();
 }
 
@@ -19,12 +23,12 @@ void RunningProcedures::Pumps() {
   Procedure& innermost = running_.back();
   if (innermost.pumping == Pumping::kIsWaiting) return Waits();
   innermost.waiting_since.reset();
-  ShowPointer(Clock::now());
+  ShowPointer(now_());
 }
 
 void RunningProcedures::Waits() {
   if (running_.empty()) return;
-  const Clock::time_point now = Clock::now();
+  const Clock::time_point now = now_();
   Procedure& innermost = running_.back();
   if (!innermost.waiting_since) innermost.waiting_since = now;
   ShowPointer(now);
@@ -54,4 +58,4 @@ bool RunningProcedures::EscapePressedInside() const {
   return !running_.empty() && running_.back().escape_pressed;
 }
 
-}  // namespace platform::win32
+}  // namespace platform::front
