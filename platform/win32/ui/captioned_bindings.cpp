@@ -2,7 +2,7 @@
 
 #include "platform/win32/base/windows_api.h"
 
-#include "platform/win32/ui/drawing.h"
+#include "platform/win32/ui/button_face.h"
 #include "platform/win32/ui/shown_text.h"
 
 namespace platform::win32 {
@@ -16,16 +16,6 @@ std::uint32_t StyleOf(const controls::Label& label) {
 std::uint32_t StyleOf(const controls::CommandButton& button, DefaultButton is_default) {
   if (button.Look() == controls::ButtonLook::kFlat) return BS_OWNERDRAW | BS_NOTIFY;
   return BS_NOTIFY | (is_default == DefaultButton::kYes ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON);
-}
-
-/// A glyph before a caption is not drawn; the caption is enough.
-bool ShowsGlyphAlone(const controls::CommandButton& button) {
-  return button.GetGlyph() != controls::Glyph::kNone &&
-         button.PlaceOfGlyph() == controls::GlyphPlace::kInsteadOfCaption;
-}
-
-PixelPlace ToPlace(const RECT& area) {
-  return {area.left, area.top, area.right - area.left, area.bottom - area.top};
 }
 
 }  // namespace
@@ -51,6 +41,14 @@ CommandButtonBinding::CommandButtonBinding(controls::CommandButton& button, HWND
 void CommandButtonBinding::Follow() {
   const bool named = ShowsGlyphAlone(button_) && !button_.ToolTip().empty();
   ShowTitle(named ? button_.ToolTip() : WithoutMnemonics(button_.Caption()));
+  ::InvalidateRect(Handle(), nullptr, TRUE);
+  FollowWindow();
+}
+
+void CommandButtonBinding::FollowWindow() {
+  if (HasHint()) return;
+  const bool whole = ShowsWholeCaption(button_, Handle(), GetScale());
+  Around().tool_tips.Show(Handle(), whole ? Text() : button_.Caption());
 }
 
 void CommandButtonBinding::Notice(unsigned int code) {
@@ -69,26 +67,15 @@ void CommandButtonBinding::ContextWanted(int /*left*/, int /*top*/) {
 }
 
 std::intptr_t CommandButtonBinding::Notice(tagNMHDR& notice) {
-  if (notice.code != static_cast<UINT>(NM_CUSTOMDRAW) || !ShowsGlyphAlone(button_)) {
-    return CDRF_DODEFAULT;
-  }
+  if (notice.code != static_cast<UINT>(NM_CUSTOMDRAW)) return CDRF_DODEFAULT;
   const auto& step = reinterpret_cast<const NMCUSTOMDRAW&>(notice);
-  // The system has painted the button; the caption, which stands for the glyph, is not to follow.
   if (step.dwDrawStage != CDDS_PREPAINT) return CDRF_DODEFAULT;
-  const bool enabled = ::IsWindowEnabled(Handle()) != 0;
-  DrawGlyph(step.hdc, button_.GetGlyph(), ToPlace(step.rc),
-            ::GetSysColor(enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+  PaintButton(button_, Handle(), step.hdc, GetScale());
   return CDRF_SKIPDEFAULT;
 }
 
 void CommandButtonBinding::Draw(const tagDRAWITEMSTRUCT& place) {
-  const bool pressed = (place.itemState & ODS_SELECTED) != 0;
-  const bool focused = (place.itemState & ODS_FOCUS) != 0;
-  RECT area = place.rcItem;
-  ::FillRect(place.hDC, &area, ::GetSysColorBrush(pressed ? COLOR_BTNFACE : COLOR_WINDOW));
-  DrawGlyph(place.hDC, button_.GetGlyph(), ToPlace(area),
-            ::GetSysColor((place.itemState & ODS_DISABLED) != 0 ? COLOR_GRAYTEXT : COLOR_WINDOWTEXT));
-  if (focused) ::DrawFocusRect(place.hDC, &area);
+  PaintFlatButton(button_, Handle(), place.hDC, GetScale());
 }
 
 CheckBoxBinding::CheckBoxBinding(controls::CheckBox& box, HWND parent, const Surroundings& around)

@@ -17,10 +17,11 @@ class LabelBinding final : public ControlBinding {
   controls::Label& label_;
 };
 
+/// Whether it looks like the button that Enter presses.
 enum class DefaultButton { kNo, kYes };
 
-/// A button with a glyph instead of a caption is drawn by the program, on the system's button; its text,
-/// which a screen reader speaks, is then its tooltip.
+/// Painted by button_face.h. The text of a button with a glyph in place of its caption, which a screen reader
+/// speaks, is its tooltip; a caption that is wider than the button is the tooltip of one without.
 class CommandButtonBinding final : public ControlBinding {
  public:
   CommandButtonBinding(controls::CommandButton& button, HWND parent, const Surroundings& around,
@@ -30,6 +31,9 @@ class CommandButtonBinding final : public ControlBinding {
   std::intptr_t Notice(tagNMHDR& notice) override;
   void Draw(const tagDRAWITEMSTRUCT& place) override;
   void ContextWanted(int left, int top) override;
+
+ protected:
+  void FollowWindow() override;
 
  private:
   void Follow();

@@ -120,7 +120,7 @@ std::unique_ptr<ControlBinding> ControlSet::Make(controls::Label& label, HWND pa
 std::unique_ptr<ControlBinding> ControlSet::Make(controls::CommandButton& button, HWND parent,
                                                  const app::Use& use) {
   if (button.Look() == controls::ButtonLook::kNone) return nullptr;
-  const bool is_default = use.key == controls::kEnterKey;
+  const bool is_default = use.key == controls::kEnterKey || button.Role() == controls::ButtonRole::kMain;
   return std::make_unique<CommandButtonBinding>(button, parent, around_,
                                                 is_default ? DefaultButton::kYes : DefaultButton::kNo);
 }

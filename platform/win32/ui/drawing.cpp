@@ -10,14 +10,93 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <numbers>
 #include <span>
+
+#include "platform/front/glyph_shapes.h"
 
 namespace platform::win32 {
 namespace {
 
 using Gdiplus::PointF;
 
-/// The library is started with the first drawing and ends with the process.
+Gdiplus::Color ToGdiPlus(Color color) { return {255, GetRValue(color), GetGValue(color), GetBValue(color)}; }
+
+/// All shapes are drawn in a square of so many units.
+constexpr auto kUnits = static_cast<float>(front::kGlyphUnits);
+
+class Shape {
+ public:
+  Shape(HDC context, float left, float top, float side, Color ink)
+      : graphics_(context), ink_(ToGdiPlus(ink)) {
+    graphics_.SetSmoothingMode(Gdiplus::SmoothingModeAntiAlias);
+    graphics_.SetPixelOffsetMode(Gdiplus::PixelOffsetModeHalf);
+    graphics_.TranslateTransform(left, top);
+    graphics_.ScaleTransform(side / kUnits, side / kUnits);
+  }
+  void Draw(const front::GlyphPart& part);
+  void Fill(std::span<const PointF> points) {
+    const Gdiplus::SolidBrush brush(ink_);
+    graphics_.FillPolygon(&brush, points.data(), static_cast<INT>(points.size()));
+  }
+  void Disc(float middle_x, float middle_y, float radius) {
+    const Gdiplus::SolidBrush brush(ink_);
+    graphics_.FillEllipse(&brush, middle_x - radius, middle_y - radius, 2 * radius, 2 * radius);
+  }
+  void SetInk(Color ink) { ink_ = ToGdiPlus(ink); }
+
+ private:
+  Gdiplus::Graphics graphics_;
+  Gdiplus::Color ink_;
+};
+
+void Shape::Draw(const front::GlyphPart& part) {
+  using Kind = front::GlyphPart::Kind;
+  Gdiplus::Pen pen(ink_, static_cast<float>(part.width));
+  pen.SetStartCap(Gdiplus::LineCapRound);
+  pen.SetEndCap(Gdiplus::LineCapRound);
+  pen.SetLineJoin(Gdiplus::LineJoinRound);
+  std::vector<PointF> points;
+  for (const auto& [x, y] : part.points) points.emplace_back(static_cast<float>(x), static_cast<float>(y));
+  const auto count = static_cast<INT>(points.size());
+  const PointF radius(static_cast<float>(part.radius.x), static_cast<float>(part.radius.y));
+  const Gdiplus::RectF around(points[0].X - radius.X, points[0].Y - radius.Y, 2 * radius.X, 2 * radius.Y);
+  const auto angle = static_cast<float>(part.degrees_each_way);
+  switch (part.kind) {
+    case Kind::kLine:
+      graphics_.DrawLines(&pen, points.data(), count);
+      return;
+    case Kind::kOutline:
+      graphics_.DrawPolygon(&pen, points.data(), count);
+      return;
+    case Kind::kArea:
+      return Fill(points);
+    case Kind::kCircle:
+      graphics_.DrawEllipse(&pen, around);
+      return;
+    case Kind::kDisc:
+      return Disc(points[0].X, points[0].Y, radius.X);
+    case Kind::kArc:
+      graphics_.DrawArc(&pen, around, -angle, 2 * angle);
+      return;
+  }
+}
+
+struct Square {
+  float left;
+  float top;
+  float side;
+};
+
+Square LargestIn(const PixelPlace& area) {
+  const auto side = static_cast<float>(std::min(area.width, area.height));
+  return {static_cast<float>(area.left) + (static_cast<float>(area.width) - side) / 2,
+          static_cast<float>(area.top) + (static_cast<float>(area.height) - side) / 2, side};
+}
+
+}  // namespace
+
 bool CanDraw() {
   static const bool started = [] {
     const Gdiplus::GdiplusStartupInput input;
@@ -27,94 +106,30 @@ bool CanDraw() {
   return started;
 }
 
-Gdiplus::Color ToGdiPlus(Color color) { return {255, GetRValue(color), GetGValue(color), GetBValue(color)}; }
+Color ToSystem(const front::Rgb& color) { return RGB(color.red, color.green, color.blue); }
 
-/// All shapes are drawn in a square of 16 units.
-constexpr float kUnits = 16.0F;
-
-class Shape {
- public:
-  Shape(HDC context, float left, float top, float side, Color ink)
-      : graphics_(context), ink_(ToGdiPlus(ink)) {
-    graphics_.SetSmoothingMode(Gdiplus::SmoothingModeAntiAlias);
-    graphics_.TranslateTransform(left, top);
-    graphics_.ScaleTransform(side / kUnits, side / kUnits);
-  }
-  void Lines(std::span<const PointF> points, float width) {
-    Gdiplus::Pen pen(ink_, width);
-    pen.SetStartCap(Gdiplus::LineCapRound);
-    pen.SetEndCap(Gdiplus::LineCapRound);
-    pen.SetLineJoin(Gdiplus::LineJoinRound);
-    graphics_.DrawLines(&pen, points.data(), static_cast<INT>(points.size()));
-  }
-  void Fill(std::span<const PointF> points) {
-    const Gdiplus::SolidBrush brush(ink_);
-    graphics_.FillPolygon(&brush, points.data(), static_cast<INT>(points.size()));
-  }
-  void Disc(float middle_x, float middle_y, float radius) {
-    const Gdiplus::SolidBrush brush(ink_);
-    graphics_.FillEllipse(&brush, middle_x - radius, middle_y - radius, 2 * radius, 2 * radius);
-  }
-  void Arc(float left, float top, float width, float height, float from, float across) {
-    const Gdiplus::Pen pen(ink_, 1.4F);
-    graphics_.DrawArc(&pen, left, top, width, height, from, across);
-  }
-  void SetInk(Color ink) { ink_ = ToGdiPlus(ink); }
-
- private:
-  Gdiplus::Graphics graphics_;
-  Gdiplus::Color ink_;
-};
-
-void DrawCheckMark(Shape& shape) {
-  const std::array<PointF, 3> tick = {PointF(2.5F, 8.5F), PointF(6.5F, 12.5F), PointF(13.5F, 3.5F)};
-  shape.Lines(tick, 2.0F);
-}
-
-void DrawCross(Shape& shape) {
-  const std::array<PointF, 2> down = {PointF(3.5F, 3.5F), PointF(12.5F, 12.5F)};
-  const std::array<PointF, 2> up = {PointF(12.5F, 3.5F), PointF(3.5F, 12.5F)};
-  shape.Lines(down, 2.0F);
-  shape.Lines(up, 2.0F);
-}
-
-void DrawLoudspeaker(Shape& shape) {
-  const std::array<PointF, 6> body = {PointF(1.5F, 6),  PointF(4, 6),  PointF(8, 2.5F),
-                                      PointF(8, 13.5F), PointF(4, 10), PointF(1.5F, 10)};
-  shape.Fill(body);
-  shape.Arc(6.5F, 5, 5, 6, -55, 110);
-  shape.Arc(6, 2.5F, 8.5F, 11, -55, 110);
-}
-
-void DrawClipboard(Shape& shape) {
-  // The board with its clip, and a sheet that lies over its corner.
-  const std::array<PointF, 5> board = {PointF(5.5F, 13.5F), PointF(1.8F, 13.5F), PointF(1.8F, 2.8F),
-                                       PointF(11.2F, 2.8F), PointF(11.2F, 5)};
-  const std::array<PointF, 4> clip = {PointF(4.2F, 1.2F), PointF(8.8F, 1.2F), PointF(8.8F, 4.2F),
-                                      PointF(4.2F, 4.2F)};
-  const std::array<PointF, 5> sheet = {PointF(7, 6.5F), PointF(14.3F, 6.5F), PointF(14.3F, 15), PointF(7, 15),
-                                       PointF(7, 6.5F)};
-  shape.Lines(board, 1.3F);
-  shape.Fill(clip);
-  shape.Lines(sheet, 1.3F);
-  for (const float line : {9.2F, 12.0F}) {
-    const std::array<PointF, 2> written = {PointF(9, line), PointF(12.3F, line)};
-    shape.Lines(written, 1.3F);
-  }
-}
-
-}  // namespace
+front::Rgb FromSystem(Color color) { return {GetRValue(color), GetGValue(color), GetBValue(color)}; }
 
 void DrawGlyph(HDC context, controls::Glyph glyph, const PixelPlace& area, Color color) {
   if (glyph == controls::Glyph::kNone || !CanDraw()) return;
-  const float side = static_cast<float>(std::min(area.width, area.height)) * 0.62F;
-  const float left = static_cast<float>(area.left) + (static_cast<float>(area.width) - side) / 2;
-  const float top = static_cast<float>(area.top) + (static_cast<float>(area.height) - side) / 2;
-  Shape shape(context, left, top, side, color);
-  if (glyph == controls::Glyph::kCheckMark) DrawCheckMark(shape);
-  if (glyph == controls::Glyph::kClose) DrawCross(shape);
-  if (glyph == controls::Glyph::kLoudspeaker) DrawLoudspeaker(shape);
-  if (glyph == controls::Glyph::kPaste) DrawClipboard(shape);
+  const Square square = LargestIn(area);
+  Shape shape(context, square.left, square.top, square.side, color);
+  for (const front::GlyphPart& part : front::PartsOf(glyph)) shape.Draw(part);
+}
+
+void DrawStar(HDC context, const PixelPlace& area, Color color) {
+  if (!CanDraw()) return;
+  const Square square = LargestIn(area);
+  constexpr std::size_t kCorners = 10;
+  constexpr double kRadius = front::kGlyphUnits / 2;
+  std::array<PointF, kCorners> corners;
+  for (std::size_t corner = 0; corner < kCorners; ++corner) {
+    const double angle = static_cast<double>(corner) * std::numbers::pi / (kCorners / 2.0);
+    const double reach = kRadius * (corner % 2 == 0 ? 1.0 : 0.42);
+    corners[corner] = PointF(static_cast<float>(kRadius + reach * std::sin(angle)),
+                             static_cast<float>(kRadius * 1.05 - reach * std::cos(angle)));
+  }
+  Shape(context, square.left, square.top, square.side, color).Fill(corners);
 }
 
 void DrawMark(HDC context, controls::RowMark mark, const PixelPlace& icon, Color ground, Color ink) {

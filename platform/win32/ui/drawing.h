@@ -6,6 +6,7 @@
 
 #include "controls/captioned.h"
 #include "controls/list_view.h"
+#include "platform/front/colors.h"
 #include "platform/win32/base/handles.h"
 #include "platform/win32/ui/scale.h"
 
@@ -21,10 +22,18 @@ struct Pixels {
 /// Colours are those of the system (COLORREF).
 using Color = std::uint32_t;
 
-/// In the middle of `area`; kNone draws nothing.
+/// Starts the library that draws, if it has not been started; it ends with the process. False: there is none.
+[[nodiscard]] bool CanDraw();
+
+[[nodiscard]] Color ToSystem(const front::Rgb& color);
+[[nodiscard]] front::Rgb FromSystem(Color color);
+
+/// In the largest square in the middle of `area`; kNone draws nothing.
 void DrawGlyph(HDC context, controls::Glyph glyph, const PixelPlace& area, Color color);
 /// A disc in the lower right corner of the icon's area: a triangle that points on, or three dots.
 void DrawMark(HDC context, controls::RowMark mark, const PixelPlace& icon, Color ground, Color ink);
+/// A star with five points in the largest square in the middle of `area`.
+void DrawStar(HDC context, const PixelPlace& area, Color color);
 /// Scaled to `area`.
 void DrawPicture(HDC context, const Pixels& picture, const PixelPlace& area);
 

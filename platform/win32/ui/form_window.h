@@ -32,6 +32,10 @@ class FormWindow final : public Window {
 
   [[nodiscard]] const ControlSet& Controls() const { return *set_; }
   [[nodiscard]] const Scale& GetScale() const { return scale_; }
+  /// The tooltip that a control shows now.
+  [[nodiscard]] Text HintOf(const controls::Control& control) const {
+    return tool_tips_.Of(set_->Of(control)->Handle());
+  }
 
   /// A key for media arrived, as the system numbers it (APPCOMMAND_...). True: it was used.
   std::function<bool(int)> MediaKeyPressed;

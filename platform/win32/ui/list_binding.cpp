@@ -3,6 +3,7 @@
 #include "platform/win32/base/windows_api.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/win32/base/wide.h"
 #include "platform/win32/ui/shown_text.h"
@@ -34,6 +35,16 @@ LRESULT CALLBACK ListGestures(HWND window, UINT message, WPARAM w, LPARAM l, UIN
       if (w != ListBinding::kRestTimer) break;
       binding.RestTimerTicked();
       return 0;
+    case WM_NOTIFY: {
+      const LRESULT handled = ::DefSubclassProc(window, message, w, l);
+      binding.FollowHeader(*reinterpret_cast<const NMHDR*>(l));
+      return handled;
+    }
+    case WM_SIZE: {
+      const LRESULT handled = ::DefSubclassProc(window, message, w, l);
+      binding.FitColumns();
+      return handled;
+    }
     case WM_PAINT: {
       const LRESULT painted = ::DefSubclassProc(window, message, w, l);
       binding.PaintHint();
@@ -57,7 +68,9 @@ ListBinding::ListBinding(controls::ListView& list, HWND parent, const Surroundin
                          const Win32Icons& icons)
     : ControlBinding(list, parent, around, {WC_LISTVIEWW, kListStyle, WS_EX_CLIENTEDGE}, ForKeyboard::kYes),
       list_(list),
-      icons_(icons) {
+      painter_(list, icons, around.scale),
+      columns_(list, Handle(), around.scale, around.loop,
+               [this](int column) { return WidthNeeded(column); }) {
   constexpr LPARAM kExtended = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
   ::SendMessageW(Handle(), LVM_SETEXTENDEDLISTVIEWSTYLE, 0, kExtended);
   ::SetWindowSubclass(Handle(), ListGestures, kGestures, reinterpret_cast<DWORD_PTR>(this));
@@ -73,6 +86,7 @@ ListBinding::ListBinding(controls::ListView& list, HWND parent, const Surroundin
     if (const auto position = list_.IndexOf(id))
       ::SendMessageW(Handle(), LVM_ENSUREVISIBLE, *position, FALSE);
   });
+  FollowRowHeight();
   FollowControl();
   FollowRows(true);
   Follow();
@@ -82,14 +96,14 @@ ListBinding::~ListBinding() {
   following_ = true;
   ::KillTimer(Handle(), kRestTimer);
   ::RemoveWindowSubclass(Handle(), ListGestures, kGestures);
+  ::SendMessageW(Handle(), LVM_SETIMAGELIST, LVSIL_SMALL, 0);
+  ::ImageList_Destroy(row_height_);
 }
 
 void ListBinding::Follow() {
   FollowColumns();
   if (shown_images_ != list_.ImageList()) {
     shown_images_ = list_.ImageList();
-    ::SendMessageW(Handle(), LVM_SETIMAGELIST, LVSIL_SMALL,
-                   reinterpret_cast<LPARAM>(icons_.Images(ImageListHandle{shown_images_})));
     ::InvalidateRect(Handle(), nullptr, TRUE);
   }
   FollowSelection();
@@ -109,7 +123,7 @@ void ListBinding::FollowRows(bool all) {
 void ListBinding::FollowColumns() {
   std::vector<Text> captions;
   for (const auto& column : list_.Columns()) captions.push_back(OnOneLine(column.caption));
-  if (captions == shown_captions_) return;
+  if (captions == shown_captions_) return columns_.Fit();
   const std::size_t before = shown_captions_.size();
   shown_captions_ = std::move(captions);
   for (std::size_t index = 0; index < shown_captions_.size(); ++index) {
@@ -121,18 +135,24 @@ void ListBinding::FollowColumns() {
     ::SendMessageW(Handle(), index < before ? LVM_SETCOLUMNW : LVM_INSERTCOLUMNW, index,
                    reinterpret_cast<LPARAM>(&column));
   }
+  columns_.Fit();
   FollowSorting();
 }
 
-void ListBinding::FollowColumnWidths() {
-  for (std::size_t index = 0; index < list_.Columns().size(); ++index) {
-    ::SendMessageW(Handle(), LVM_SETCOLUMNWIDTH, index, GetScale().Scaled(list_.Columns()[index].width));
-  }
+void ListBinding::FollowRowHeight() {
+  const Scale& scale = GetScale();
+  const int height = std::max(scale.Scaled(RowPainter::kRowHeight), scale.FontHeight());
+  _IMAGELIST* const images =
+      ::ImageList_Create(scale.Scaled(RowPainter::kIconSide), height, ILC_COLOR32, 0, 1);
+  ::SendMessageW(Handle(), LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images));
+  ::ImageList_Destroy(std::exchange(row_height_, images));
 }
 
 void ListBinding::FollowScale() {
   ControlBinding::FollowScale();
-  FollowColumnWidths();
+  painter_.FollowScale();
+  FollowRowHeight();
+  columns_.Fit();
 }
 
 void ListBinding::FollowSorting() {

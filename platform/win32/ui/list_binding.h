@@ -7,8 +7,10 @@
 
 #include "controls/list_view.h"
 #include "controls/row_command.h"
+#include "platform/win32/ui/column_fit.h"
 #include "platform/win32/ui/control_binding.h"
 #include "platform/win32/ui/icons.h"
+#include "platform/win32/ui/row_painter.h"
 
 struct tagLVDISPINFOW;
 struct tagNMLVCUSTOMDRAW;
@@ -26,7 +28,7 @@ class ListBinding final : public ControlBinding {
   /// call: the receiver queues what it does.
   controls::Event<int, int> MenuWanted;
 
-  [[nodiscard]] const controls::ListView& List() const { return list_; }
+  [[nodiscard]] controls::ListView& List() const { return list_; }
   /// The row that is shown selected; kNone for none.
   [[nodiscard]] controls::RowId ShownId() const;
 
@@ -47,6 +49,8 @@ class ListBinding final : public ControlBinding {
   void ReleaseKey();
   void RestTimerTicked();
   void PaintHint() const;
+  void FollowHeader(const tagNMHDR& notice) { columns_.FollowHeader(notice); }
+  void FitColumns() { columns_.Fit(); }
   [[nodiscard]] bool ShowsHint() const { return list_.Count() == 0 && !list_.EmptyText().empty(); }
 
  private:
@@ -54,14 +58,16 @@ class ListBinding final : public ControlBinding {
   void Follow();
   void FollowRows(bool all);
   void FollowColumns();
-  void FollowColumnWidths();
+  void FollowRowHeight();
   void FollowSorting();
   void FollowSelection();
 
   // What the system asks.
   void GiveCell(tagLVDISPINFOW& wanted) const;
-  [[nodiscard]] std::intptr_t Paint(tagNMLVCUSTOMDRAW& step) const;
-  void PaintMark(tagNMLVCUSTOMDRAW& step) const;
+  [[nodiscard]] std::intptr_t Paint(const tagNMLVCUSTOMDRAW& step);
+  [[nodiscard]] RowLook LookOf(int row) const;
+  /// For the texts of a column that can be seen, and its caption.
+  [[nodiscard]] int WidthNeeded(int column) const;
   [[nodiscard]] std::intptr_t Find(tagNMHDR& notice) const;
 
   // User input.
@@ -74,7 +80,9 @@ class ListBinding final : public ControlBinding {
   [[nodiscard]] const controls::ListRow* RowAt(int row) const;
 
   controls::ListView& list_;
-  const Win32Icons& icons_;
+  RowPainter painter_;
+  ColumnFit columns_;
+  _IMAGELIST* row_height_ = nullptr;  // the system takes it from the images
   std::vector<Text> shown_captions_;
   std::uint32_t shown_images_ = 0;
   std::optional<controls::RowId> chosen_;       // by the user, which the list does not know yet

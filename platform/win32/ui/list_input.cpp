@@ -7,22 +7,12 @@
 #include "platform/win32/base/wide.h"
 #include "platform/win32/ui/list_binding.h"
 #include "platform/win32/ui/shown_text.h"
+#include "platform/win32/ui/text_drawing.h"
 
 namespace platform::win32 {
 namespace {
 
 constexpr UINT kRestMilliseconds = 250;
-/// How far the stripes' colour is from the list's, of 256 parts.
-constexpr int kStripe = 10;
-
-COLORREF StripeColor() {
-  const COLORREF ground = ::GetSysColor(COLOR_WINDOW);
-  const COLORREF ink = ::GetSysColor(COLOR_WINDOWTEXT);
-  const auto mixed = [](int from, int to) { return static_cast<BYTE>(from + (to - from) * kStripe / 256); };
-  return RGB(mixed(GetRValue(ground), GetRValue(ink)), mixed(GetGValue(ground), GetGValue(ink)),
-             mixed(GetBValue(ground), GetBValue(ink)));
-}
-
 bool StartsWith(const Text& text, std::wstring_view start) {
   if (text.size() < start.size()) return false;
   const int length = static_cast<int>(start.size());
@@ -78,35 +68,43 @@ void ListBinding::GiveCell(tagLVDISPINFOW& wanted) const {
   ::lstrcpynW(wanted.item.pszText, Wide(text), wanted.item.cchTextMax);
 }
 
-std::intptr_t ListBinding::Paint(tagNMLVCUSTOMDRAW& step) const {
-  const controls::ListRow* row = RowAt(static_cast<int>(step.nmcd.dwItemSpec));
-  switch (step.nmcd.dwDrawStage) {
-    case CDDS_PREPAINT:
-      return CDRF_NOTIFYITEMDRAW;
-    case CDDS_ITEMPREPAINT:
-      if (step.nmcd.dwItemSpec % 2 != 0) step.clrTextBk = StripeColor();
-      if (row == nullptr || row->mark == controls::RowMark::kNone) return CDRF_NEWFONT;
-      ::SelectObject(step.nmcd.hdc,
-                     GetScale().Get(row->mark == controls::RowMark::kWaiting ? Scale::Font::kBoldItalic
-                                                                             : Scale::Font::kBold));
-      return CDRF_NEWFONT | CDRF_NOTIFYPOSTPAINT;
-    case CDDS_ITEMPOSTPAINT:
-      PaintMark(step);
-      return CDRF_DODEFAULT;
-    default:
-      return CDRF_DODEFAULT;
-  }
+std::intptr_t ListBinding::Paint(const tagNMLVCUSTOMDRAW& step) {
+  if (step.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+  if (step.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
+  const int position = static_cast<int>(step.nmcd.dwItemSpec);
+  const controls::ListRow* row = RowAt(position);
+  if (row != nullptr) painter_.Paint(step.nmcd.hdc, *row, LookOf(position));
+  return CDRF_SKIPDEFAULT;
 }
 
-void ListBinding::PaintMark(tagNMLVCUSTOMDRAW& step) const {
-  const controls::ListRow* row = RowAt(static_cast<int>(step.nmcd.dwItemSpec));
-  if (row == nullptr || row->icon < 0) return;
-  RECT icon{};
-  icon.left = LVIR_ICON;
-  if (::SendMessageW(Handle(), LVM_GETITEMRECT, step.nmcd.dwItemSpec, reinterpret_cast<LPARAM>(&icon)) == 0)
-    return;
-  DrawMark(step.nmcd.hdc, row->mark, {icon.left, icon.top, icon.right - icon.left, icon.bottom - icon.top},
-           ::GetSysColor(COLOR_WINDOW), ::GetSysColor(COLOR_WINDOWTEXT));
+RowLook ListBinding::LookOf(int row) const {
+  const auto position = static_cast<WPARAM>(row);
+  const LRESULT state = ::SendMessageW(Handle(), LVM_GETITEMSTATE, position, LVIS_SELECTED | LVIS_FOCUSED);
+  const bool frames = (::SendMessageW(Handle(), WM_QUERYUISTATE, 0, 0) & UISF_HIDEFOCUS) == 0;
+  RECT area{};
+  area.left = LVIR_BOUNDS;
+  ::SendMessageW(Handle(), LVM_GETITEMRECT, position, reinterpret_cast<LPARAM>(&area));
+  RowLook look;
+  look.area = {area.left, area.top, area.right - area.left, area.bottom - area.top};
+  look.column_widths = columns_.Shown();
+  look.striped = row % 2 != 0;
+  look.selected = (state & LVIS_SELECTED) != 0;
+  look.list_has_keyboard = ::GetFocus() == Handle();
+  look.framed = look.list_has_keyboard && frames && (state & LVIS_FOCUSED) != 0;
+  return look;
+}
+
+int ListBinding::WidthNeeded(int column) const {
+  const WindowContext context(Handle());
+  const auto index = static_cast<std::size_t>(column);
+  int widest = painter_.CaptionWidth(context.Get(), index);
+  const auto first = static_cast<int>(::SendMessageW(Handle(), LVM_GETTOPINDEX, 0, 0));
+  const auto count = static_cast<int>(::SendMessageW(Handle(), LVM_GETCOUNTPERPAGE, 0, 0));
+  for (int position = first; position <= first + count; ++position) {
+    const controls::ListRow* row = RowAt(position);
+    if (row != nullptr) widest = std::max(widest, painter_.CellWidth(context.Get(), *row, index));
+  }
+  return widest;
 }
 
 void ListBinding::PaintHint() const {

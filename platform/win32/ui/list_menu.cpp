@@ -25,6 +25,11 @@ Text TextOfEntry(const app::FormControl& control, const controls::Captioned& cap
 ListMenu::ListMenu(const app::Inventory& inventory, ListBinding& list)
     : list_(list), row_(list.ShownId()), menu_(::CreatePopupMenu()) {
   for (const app::FormControl& control : inventory) Add(control);
+  controls::ListView& rows = list.List();
+  subscriptions_ += rows.RowsReset.Subscribe([this] { Follow(); });
+  subscriptions_ += rows.RowRemoved.Subscribe([this](std::size_t) { Follow(); });
+  subscriptions_ += rows.RowChanged.Subscribe([this](std::size_t) { Follow(); });
+  Follow();
 }
 
 ListMenu::~ListMenu() { ::DestroyMenu(menu_); }
@@ -40,55 +45,93 @@ void ListMenu::Add(const app::FormControl& control) {
       return AddClick(control);
     case MenuEntry::kOpenRow:
       return AddForRow(control, KeyName(controls::kEnterKey),
-                       [this_list = &list_, row = row_] { this_list->OpenRow(row); });
+                       [&list = list_, row = row_](const State&) { list.OpenRow(row); });
     case MenuEntry::kDeleteRow:
       return AddForRow(control, DeleteKeyName(),
-                       [this_list = &list_, row = row_] { this_list->DeleteRow(row); });
+                       [&list = list_, row = row_](const State&) { list.DeleteRow(row); });
     case MenuEntry::kForRow:
       return AddCommand(control);
   }
 }
 
 void ListMenu::AddLine() {
-  if (::GetMenuItemCount(menu_) > 0) ::AppendMenuW(menu_, MF_SEPARATOR, 0, nullptr);
+  if (entries_.empty()) return;
+  entries_.push_back({{}, [] { return State(); }, nullptr});
 }
 
-void ListMenu::AddForRow(const app::FormControl& control, const Text& key, std::function<void()> action) {
+void ListMenu::AddForRow(const app::FormControl& control, const Text& key,
+                         std::function<void(const State&)> action) {
   const auto* captioned = app::As<controls::Captioned>(control);
   if (captioned == nullptr) return;
-  Append({TextOfEntry(control, *captioned, key), list_.List().Contains(row_), false, std::move(action)});
+  entries_.push_back({TextOfEntry(control, *captioned, key),
+                      [this] { return State{.enabled = list_.List().Contains(row_)}; }, std::move(action)});
 }
 
 void ListMenu::AddCommand(const app::FormControl& control) {
   auto* command = app::As<controls::RowCommand>(control);
   if (command == nullptr) return;
-  const controls::RowOffer offer = command->Offer(list_.List(), row_);
-  // The menu does not turn the check round itself.
-  const bool wanted = command->Kind() == controls::RowCommandKind::kSwitch && !offer.checked;
-  Append({TextOfEntry(control, *command, {}), offer.available, offer.checked,
-          [this_list = &list_, command, row = row_, wanted] { this_list->UseOnRow(*command, row, wanted); }});
+  entries_.push_back({TextOfEntry(control, *command, {}),
+                      [this, command] {
+                        const controls::RowOffer offer = command->Offer(list_.List(), row_);
+                        return State{.enabled = offer.available, .checked = offer.checked};
+                      },
+                      [&list = list_, row = row_, command](const State& seen) {
+                        // What the user saw decides what was wanted.
+                        const bool is_switch = command->Kind() == controls::RowCommandKind::kSwitch;
+                        list.UseOnRow(*command, row, is_switch && !seen.checked);
+                      }});
 }
 
 void ListMenu::AddClick(const app::FormControl& control) {
-  const auto add = [&](auto& clicked, bool checked) {
-    // There is no entry while the control is hidden.
-    if (!clicked.Visible()) return;
-    Append({TextOfEntry(control, clicked, KeyName(control.use.key)), clicked.Enabled(), checked,
-            [&clicked] { clicked.Click(); }});
+  const auto add = [&](auto& clicked, std::function<bool()> checked) {
+    entries_.push_back({TextOfEntry(control, clicked, KeyName(control.use.key)),
+                        [&clicked, checked = std::move(checked)] {
+                          // There is no entry while the control is hidden.
+                          return State{clicked.Visible(), clicked.Enabled(), checked()};
+                        },
+                        [&clicked](const State&) { clicked.Click(); }});
+    subscriptions_ += clicked.Changed.Subscribe([this] { Follow(); });
   };
-  if (auto* button = app::As<controls::CommandButton>(control)) add(*button, false);
-  if (auto* box = app::As<controls::CheckBox>(control)) add(*box, box->Checked());
+  if (auto* button = app::As<controls::CommandButton>(control)) add(*button, [] { return false; });
+  if (auto* box = app::As<controls::CheckBox>(control)) add(*box, [box] { return box->Checked(); });
 }
 
-void ListMenu::Append(Entry entry) {
-  actions_.push_back(std::move(entry.action));
-  const UINT state = (entry.enabled ? MF_ENABLED : MF_GRAYED) | (entry.checked ? MF_CHECKED : MF_UNCHECKED);
-  ::AppendMenuW(menu_, MF_STRING | state, actions_.size(), Wide(entry.text));
+void ListMenu::Follow() {
+  unsigned int position = 0;
+  for (std::size_t entry = 0; entry < entries_.size(); ++entry) {
+    const State wanted = entries_[entry].state();
+    if (wanted != entries_[entry].is) Change(entry, position, wanted);
+    if (wanted.shown) ++position;
+  }
+}
+
+void ListMenu::Change(std::size_t entry, unsigned int position, const State& wanted) {
+  const State before = std::exchange(entries_[entry].is, wanted);
+  if (!wanted.shown) {
+    if (before.shown) ::DeleteMenu(menu_, position, MF_BYPOSITION);
+    return;
+  }
+  MENUITEMINFOW item{};
+  item.cbSize = sizeof item;
+  item.fMask = MIIM_STATE;
+  item.fState =
+      (wanted.enabled ? MFS_ENABLED : MFS_DISABLED) | (wanted.checked ? MFS_CHECKED : MFS_UNCHECKED);
+  if (before.shown) {
+    ::SetMenuItemInfoW(menu_, position, TRUE, &item);
+    return;
+  }
+  const Text& text = entries_[entry].text;
+  item.fMask |= MIIM_ID | MIIM_FTYPE | (text.empty() ? 0U : MIIM_STRING);
+  item.fType = text.empty() ? MFT_SEPARATOR : MFT_STRING;
+  item.wID = static_cast<UINT>(entry) + 1;
+  item.dwTypeData = const_cast<wchar_t*>(Wide(text));
+  ::InsertMenuItemW(menu_, position, TRUE, &item);
 }
 
 std::function<void()> ListMenu::ActionOf(int number) const {
-  const auto index = static_cast<std::size_t>(number);
-  return number >= 1 && index <= actions_.size() ? actions_[index - 1] : nullptr;
+  const auto index = static_cast<std::size_t>(number) - 1;
+  if (number < 1 || index >= entries_.size() || !entries_[index].action) return nullptr;
+  return [action = entries_[index].action, seen = entries_[index].is] { action(seen); };
 }
 
 std::function<void()> AskListMenu(const app::Inventory& inventory, ListBinding& list, int left, int top) {

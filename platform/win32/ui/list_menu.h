@@ -9,7 +9,8 @@
 namespace platform::win32 {
 
 /// The inventory says which controls have an entry, and its text. The entries for a row are for the one that
-/// is shown selected, and are as it is when the menu opens. Shows the menu at a place on the screen, waits
+/// is shown selected, whichever is selected later. While the menu is open its entries follow their controls
+/// and the row. Shows the menu at a place on the screen, waits
 /// for the choice and returns what the chosen entry does; nothing when none was chosen.
 [[nodiscard]] std::function<void()> AskListMenu(const app::Inventory& inventory, ListBinding& list, int left,
                                                 int top);
@@ -27,23 +28,32 @@ class ListMenu {
   [[nodiscard]] std::function<void()> ActionOf(int number) const;
 
  private:
-  struct Entry {
-    Text text;
+  /// How an entry is to be seen now.
+  struct State {
+    bool shown = true;
     bool enabled = true;
     bool checked = false;
-    std::function<void()> action;
+    friend bool operator==(const State&, const State&) = default;
+  };
+  struct Entry {
+    Text text;  ///< empty for a line
+    std::function<State()> state;
+    std::function<void(const State& seen)> action;  ///< may outlive the menu
+    State is = {.shown = false};                    ///< in the system's menu
   };
   void Add(const app::FormControl& control);
   void AddLine();
-  void AddForRow(const app::FormControl& control, const Text& key, std::function<void()> action);
+  void AddForRow(const app::FormControl& control, const Text& key, std::function<void(const State&)> action);
   void AddCommand(const app::FormControl& control);
   void AddClick(const app::FormControl& control);
-  void Append(Entry entry);
+  void Follow();
+  void Change(std::size_t entry, unsigned int position, const State& wanted);
 
   ListBinding& list_;
   const controls::RowId row_;
   HMENU menu_;
-  std::vector<std::function<void()>> actions_;
+  std::vector<Entry> entries_;  // their places here, from 1, are the system's numbers
+  controls::Subscriptions subscriptions_;
 };
 
 }  // namespace platform::win32

@@ -16,6 +16,8 @@ constexpr double kDesignSampleWidth = 120.0;
 constexpr std::wstring_view kSample = L"Sender hinzufügen";
 constexpr double kLargestFactor = 6.0;
 constexpr unsigned int kUsualDots = 96;
+/// One size larger.
+constexpr double kTitleSize = 1.2;
 
 LOGFONTW UsersFont(unsigned int dots) {
   NONCLIENTMETRICSW metrics{};
@@ -39,7 +41,7 @@ SIZE SampleSize(HFONT font) {
 Scale::~Scale() { Release(); }
 
 void Scale::Release() {
-  for (HFONT font : {plain_, bold_, bold_italic_}) {
+  for (HFONT font : {plain_, bold_, bold_italic_, title_}) {
     if (font != nullptr) ::DeleteObject(font);
   }
 }
@@ -51,6 +53,9 @@ void Scale::Set(unsigned int dots_per_inch) {
   plain_ = ::CreateFontIndirectW(&font);
   font.lfWeight = FW_BOLD;
   bold_ = ::CreateFontIndirectW(&font);
+  LOGFONTW title = font;
+  title.lfHeight = static_cast<LONG>(std::lround(title.lfHeight * kTitleSize));
+  title_ = ::CreateFontIndirectW(&title);
   font.lfItalic = TRUE;
   bold_italic_ = ::CreateFontIndirectW(&font);
   const SIZE sample = SampleSize(plain_);
@@ -66,6 +71,8 @@ HFONT Scale::Get(Font font) const {
       return bold_;
     case Font::kBoldItalic:
       return bold_italic_;
+    case Font::kTitle:
+      return title_;
     case Font::kPlain:
       break;
   }

@@ -18,7 +18,8 @@ struct PixelPlace {
 /// larger font in the user's settings, enlarge all places.
 class Scale {
  public:
-  enum class Font { kPlain, kBold, kBoldItalic };
+  /// kTitle is bold and larger.
+  enum class Font { kPlain, kBold, kBoldItalic, kTitle };
 
   explicit Scale(unsigned int dots_per_inch) { Set(dots_per_inch); }
   ~Scale();
@@ -37,6 +38,10 @@ class Scale {
   [[nodiscard]] PixelPlace Pixels(const controls::Place& place) const;
   /// A length given in pixels at 100 %.
   [[nodiscard]] int Scaled(int design_pixels) const { return Pixels(design_pixels * kTwipsPerPixel); }
+  /// And back.
+  [[nodiscard]] int Unscaled(int pixels) const {
+    return (Twips(pixels) + kTwipsPerPixel / 2) / kTwipsPerPixel;
+  }
 
  private:
   static constexpr int kTwipsPerPixel = 15;
@@ -48,6 +53,7 @@ class Scale {
   HFONT plain_ = nullptr;
   HFONT bold_ = nullptr;
   HFONT bold_italic_ = nullptr;
+  HFONT title_ = nullptr;
 };
 
 }  // namespace platform::win32

@@ -5,16 +5,26 @@
 #include <algorithm>
 
 #include "platform/win32/base/wide.h"
+#include "platform/win32/ui/drawing.h"
 #include "platform/win32/ui/shown_text.h"
+#include "platform/win32/ui/text_drawing.h"
 
 namespace platform::win32 {
 namespace {
 
+// At 100 %.
 constexpr int kObstacleGap = 6;
 constexpr int kNarrowestLine = 40;
+constexpr int kColumnGap = 8;
+/// With less room beside the picture a line is no longer set in columns.
+constexpr int kNarrowestValue = 60;
+/// Names get no more than this part of the width, so that a long one leaves room for the values.
+constexpr double kWidestNames = 0.5;
+/// How far the names' colour is from the text's towards the ground's.
+constexpr double kFaded = 0.35;
 
 Scale::Font FontOf(const controls::Label& label) {
-  return label.Look() == controls::LabelLook::kTitle ? Scale::Font::kBold : Scale::Font::kPlain;
+  return label.Look() == controls::LabelLook::kTitle ? Scale::Font::kTitle : Scale::Font::kPlain;
 }
 
 int LineHeight(HDC context) {
@@ -23,26 +33,106 @@ int LineHeight(HDC context) {
   return static_cast<int>(metrics.tmHeight);
 }
 
-/// How many units of the text's first line go into `room`: up to a blank, where there is one.
+/// How many units of the text go into `room` on one line: up to a blank, where there is one.
 std::size_t UnitsInLine(HDC context, TextView text, int room) {
-  const std::size_t paragraph = std::min(text.find(u'\n'), text.size());
   int fitting = 0;
   SIZE size{};
-  ::GetTextExtentExPointW(context, WideData(text), static_cast<int>(paragraph), room, &fitting, nullptr,
+  ::GetTextExtentExPointW(context, WideData(text), static_cast<int>(text.size()), room, &fitting, nullptr,
                           &size);
-  if (static_cast<std::size_t>(fitting) >= paragraph) return paragraph;
+  if (static_cast<std::size_t>(fitting) >= text.size()) return text.size();
   const auto most = static_cast<std::size_t>(std::max(1, fitting));
   const std::size_t blank = text.substr(0, most + 1).rfind(u' ');
   return blank == TextView::npos || blank == 0 ? most : blank;
 }
 
-void DrawLine(HDC context, TextView line, const RECT& area) {
-  RECT place = area;
-  ::DrawTextW(context, WideData(line), static_cast<int>(line.size()), &place,
-              DT_SINGLELINE | DT_NOPREFIX | DT_VCENTER | DT_END_ELLIPSIS);
+COLORREF NameColor() {
+  const front::Rgb text = FromSystem(::GetSysColor(COLOR_WINDOWTEXT));
+  const front::Rgb ground = FromSystem(::GetSysColor(COLOR_WINDOW));
+  return ToSystem(front::Readable(front::Mixed(text, ground, kFaded), ground, text, front::kContrastOfTexts));
 }
 
 }  // namespace
+
+/// Lays lines below each other until the label's height ends.
+class TextPanelBinding::Flow {
+ public:
+  Flow(const TextPanelBinding& panel, HDC context, Paint paint)
+      : panel_(panel), context_(context), paint_(paint), line_height_(LineHeight(context)) {
+    ::GetClientRect(panel.Handle(), &all_);
+    left_ = ValuesLeft();
+  }
+
+  /// False when the line had to be cut; what follows has no room then. `rest` is the text of what follows.
+  bool Place(const front::NamedLine& line, const Text& rest) {
+    const int left = LeftOf(line);
+    const Text whole = left > 0 ? line.value : front::Joined(line);
+    if (left > 0) DrawName(line.name, left);
+    TextView text = whole;
+    do {
+      const int room = RoomFrom(left);
+      const std::size_t units = UnitsInLine(context_, text, std::max(room, Pixels(kNarrowestLine)));
+      const bool unfinished = units < text.size();
+      const bool too_narrow = room < Pixels(kNarrowestLine) && (unfinished || left == 0);
+      if ((unfinished || !rest.empty()) && (IsLast() || too_narrow)) {
+        if (room >= Pixels(kNarrowestLine)) DrawLine(Text(text) + rest, left, room);
+        return false;
+      }
+      DrawLine(text.substr(0, units), left, room);
+      const bool blank = unfinished && text[units] == u' ';
+      text.remove_prefix(units + (blank ? 1 : 0));
+      top_ += line_height_;
+    } while (!text.empty());
+    return true;
+  }
+
+ private:
+  [[nodiscard]] int Pixels(int at_100_percent) const { return panel_.GetScale().Scaled(at_100_percent); }
+  [[nodiscard]] bool IsLast() const { return top_ + 2 * line_height_ > all_.bottom; }
+
+  [[nodiscard]] int RoomFrom(int left) const {
+    const PixelPlace& obstacle = panel_.obstacle_;
+    const int gap = Pixels(kObstacleGap);
+    const bool beside = obstacle.width > 0 && top_ < obstacle.top + obstacle.height + gap &&
+                        top_ + line_height_ > obstacle.top - gap;
+    return (beside ? obstacle.left - gap : static_cast<int>(all_.right)) - left;
+  }
+
+  [[nodiscard]] int ValuesLeft() const {
+    int widest = 0;
+    for (const front::NamedLine& line : panel_.lines_) {
+      if (line.name.empty()) continue;
+      widest = std::max(widest, WidthOf(context_, line.name) + Pixels(kColumnGap));
+    }
+    return std::min(widest, static_cast<int>(static_cast<double>(all_.right) * kWidestNames));
+  }
+
+  /// Where the line's value begins: in its column, or, where a picture leaves none, behind its name. 0 when
+  /// the line has no name, or both together need more than one line there.
+  [[nodiscard]] int LeftOf(const front::NamedLine& line) const {
+    if (line.name.empty()) return 0;
+    if (RoomFrom(left_) >= Pixels(kNarrowestValue)) return left_;
+    const int behind = WidthOf(context_, line.name + u" ");
+    return behind + WidthOf(context_, line.value) <= RoomFrom(0) ? behind : 0;
+  }
+
+  void DrawName(const Text& name, int left) const {
+    if (paint_ == Paint::kNo) return;
+    const COLORREF before = ::SetTextColor(context_, NameColor());
+    DrawLine(name, 0, left == left_ ? left - Pixels(kColumnGap) / 2 : left);
+    ::SetTextColor(context_, before);
+  }
+  void DrawLine(TextView text, int left, int room) const {
+    if (paint_ == Paint::kYes) DrawOnOneLine(context_, text, {left, top_, room, line_height_});
+  }
+
+  const TextPanelBinding& panel_;
+  HDC const context_;
+  const Paint paint_;
+  const int line_height_;
+  RECT all_{};
+  int left_ = 0;
+  int top_ = 0;
+};
 
 TextPanelBinding::TextPanelBinding(controls::Label& label, HWND parent, const Surroundings& around)
     : ControlBinding(label, parent, around, {L"STATIC", SS_OWNERDRAW | SS_NOPREFIX | SS_NOTIFY},
@@ -56,8 +146,9 @@ TextPanelBinding::TextPanelBinding(controls::Label& label, HWND parent, const Su
 
 void TextPanelBinding::Follow() {
   const Text text = Lines(label_.Caption());
-  if (TextOf(Handle()) == text) return;
+  if (TextOf(Handle()) == text && !lines_.empty()) return;
   ShowTitle(text);
+  lines_ = front::LinesOf(text, label_.Look());
   Fit();
 }
 
@@ -70,39 +161,22 @@ void TextPanelBinding::SetObstacle(const PixelPlace& obstacle) {
 }
 
 void TextPanelBinding::Fit() {
-  HDC context = ::GetDC(Handle());
-  const HGDIOBJ before = ::SelectObject(context, GetScale().Get(FontOf(label_)));
-  shows_all_ = LayOut(context, false);
-  ::SelectObject(context, before);
-  ::ReleaseDC(Handle(), context);
+  {
+    const WindowContext context(Handle());
+    const SelectedFont font(context.Get(), GetScale().Get(FontOf(label_)));
+    shows_all_ = LayOut(context.Get(), Paint::kNo);
+  }
   if (label_.ToolTip().empty()) Around().tool_tips.Show(Handle(), shows_all_ ? Text() : TextOf(Handle()));
   ::InvalidateRect(Handle(), nullptr, TRUE);
 }
 
-int TextPanelBinding::RoomAt(int top, int line_height, int width) const {
-  const bool beside = obstacle_.width > 0 && top < obstacle_.top + obstacle_.height + kObstacleGap &&
-                      top + line_height > obstacle_.top - kObstacleGap;
-  return beside ? obstacle_.left - kObstacleGap : width;
-}
-
-bool TextPanelBinding::LayOut(HDC context, bool paint) const {
-  RECT all{};
-  ::GetClientRect(Handle(), &all);
-  const Text text = TextOf(Handle());
-  const int line_height = LineHeight(context);
-  TextView rest = text;
-  for (int top = 0; !rest.empty(); top += line_height) {
-    const int room = RoomAt(top, line_height, static_cast<int>(all.right));
-    const std::size_t units = UnitsInLine(context, rest, std::max(room, kNarrowestLine));
-    const bool last = top + 2 * line_height > all.bottom || room < kNarrowestLine;
-    const RECT place{0, top, room, top + line_height};
-    if (last && units < rest.size()) {
-      if (paint && room >= kNarrowestLine) DrawLine(context, OnOneLine(rest), place);
-      return false;
-    }
-    if (paint) DrawLine(context, rest.substr(0, units), place);
-    const bool separated = units < rest.size() && (rest[units] == u' ' || rest[units] == u'\n');
-    rest.remove_prefix(units + (separated ? 1 : 0));
+bool TextPanelBinding::LayOut(HDC context, Paint paint) const {
+  Flow flow(*this, context, paint);
+  for (std::size_t index = 0; index < lines_.size(); ++index) {
+    Text rest;
+    for (std::size_t next = index + 1; next < lines_.size(); ++next)
+      rest += u" " + front::Joined(lines_[next]);
+    if (!flow.Place(lines_[index], rest)) return false;
   }
   return true;
 }
@@ -112,10 +186,9 @@ void TextPanelBinding::Draw(const tagDRAWITEMSTRUCT& place) {
                                                               reinterpret_cast<WPARAM>(place.hDC),
                                                               reinterpret_cast<LPARAM>(Handle())));
   ::FillRect(place.hDC, &place.rcItem, ground);
-  const HGDIOBJ before = ::SelectObject(place.hDC, GetScale().Get(FontOf(label_)));
+  const SelectedFont font(place.hDC, GetScale().Get(FontOf(label_)));
   ::SetBkMode(place.hDC, TRANSPARENT);
-  LayOut(place.hDC, true);
-  ::SelectObject(place.hDC, before);
+  static_cast<void>(LayOut(place.hDC, Paint::kYes));
 }
 
 StatusStripBinding::StatusStripBinding(controls::Label& label, HWND parent, const Surroundings& around)
@@ -138,13 +211,14 @@ void StatusStripBinding::Draw(const tagDRAWITEMSTRUCT& place) {
   ::FillRect(place.hDC, &area, ::GetSysColorBrush(COLOR_BTNFACE));
   const RECT line{area.left, area.top, area.right, area.top + 1};
   ::FillRect(place.hDC, &line, ::GetSysColorBrush(COLOR_BTNSHADOW));
-  const HGDIOBJ before = ::SelectObject(place.hDC, GetScale().Get(Scale::Font::kPlain));
+  const SelectedFont font(place.hDC, GetScale().Get(Scale::Font::kPlain));
   ::SetBkMode(place.hDC, TRANSPARENT);
   ::SetTextColor(place.hDC, ::GetSysColor(COLOR_BTNTEXT));
   // As far from the window's edge as the panels above.
-  const int margin = static_cast<int>(area.bottom - area.top) * 5 / 12;
-  DrawLine(place.hDC, TextOf(Handle()), {area.left + margin, area.top + 1, area.right - margin, area.bottom});
-  ::SelectObject(place.hDC, before);
+  const int height = static_cast<int>(area.bottom - area.top);
+  const int margin = height * 5 / 12;
+  DrawOnOneLine(place.hDC, TextOf(Handle()),
+                {margin, area.top + 1, static_cast<int>(area.right) - 2 * margin, height - 1});
 }
 
 }  // namespace platform::win32

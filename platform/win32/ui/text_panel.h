@@ -2,7 +2,10 @@
 // Labels whose text may be longer than their place: wrapped texts, which flow around a picture, and the
 // sentence along a window's lower edge. Not short captions (captioned_bindings.h).
 
+#include <vector>
+
 #include "controls/captioned.h"
+#include "platform/front/named_lines.h"
 #include "platform/win32/ui/control_binding.h"
 
 namespace platform::win32 {
@@ -24,10 +27,13 @@ class TextPanelBinding final : public ControlBinding {
  private:
   void Follow();
   void Fit();
-  bool LayOut(HDC context, bool paint) const;
-  [[nodiscard]] int RoomAt(int top, int line_height, int width) const;
+  class Flow;
+  enum class Paint { kNo, kYes };
+  /// Whether everything has room.
+  [[nodiscard]] bool LayOut(HDC context, Paint paint) const;
 
   controls::Label& label_;
+  std::vector<front::NamedLine> lines_;
   PixelPlace obstacle_;
   bool shows_all_ = true;
 };

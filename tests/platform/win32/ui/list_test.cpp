@@ -139,7 +139,7 @@ TEST_F(Win32ListTest, MenuHasTheEntriesOfTheInventory) {
   ASSERT_EQ(::GetMenuItemCount(menu.Handle()), 3);  // with the line
   EXPECT_TRUE((::GetMenuState(menu.Handle(), 0, MF_BYPOSITION) & MF_GRAYED) != 0) << "no row is selected";
   EXPECT_TRUE((::GetMenuState(menu.Handle(), 2, MF_BYPOSITION) & MF_CHECKED) != 0);
-  menu.ActionOf(2)();
+  menu.ActionOf(static_cast<int>(::GetMenuItemID(menu.Handle(), 2)))();
   EXPECT_FALSE(box.Checked());
 }
 

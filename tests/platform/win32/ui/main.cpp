@@ -1,10 +1,12 @@
 #include "platform/win32/base/windows_api.h"
 
 #include <gtest/gtest.h>
-#include <objbase.h>
+#include <ole2.h>
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
-  ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-  return RUN_ALL_TESTS();
+  ::OleInitialize(nullptr);
+  const int result = RUN_ALL_TESTS();
+  ::OleUninitialize();
+  return result;
 }

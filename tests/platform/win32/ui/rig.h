@@ -10,6 +10,7 @@
 
 #include "platform/win32/ui/form_window.h"
 #include "platform/win32/ui/program_windows.h"
+#include "platform/win32/ui/timer_binding.h"
 
 namespace platform::win32 {
 
@@ -44,6 +45,40 @@ class Win32WindowTest : public testing::Test {
   static void PressKey(HWND target, WPARAM key) {
     ::PostMessageW(target, WM_KEYDOWN, key, 1);
     ::PostMessageW(target, WM_KEYUP, key, 0xC0000001);
+  }
+
+  /// While it lives: does something once a condition holds, in whatever loop of the system runs then.
+  class Once {
+   public:
+    Once(Win32WindowTest& test, const std::function<bool()>& holds, const std::function<void()>& act)
+        : binding_(timer_, test.window->Handle(), test.loop) {
+      timer_.SetInterval(10);
+      timer_.SetEnabled(true);
+      tick_ = timer_.Ticked.Subscribe([this, holds, act] {
+        if (done_ || !holds()) return;
+        done_ = true;
+        timer_.SetEnabled(false);
+        act();
+      });
+    }
+    [[nodiscard]] bool Done() const { return done_; }
+
+   private:
+    controls::Timer timer_;
+    TimerBinding binding_;
+    controls::Subscription tick_;
+    bool done_ = false;
+  };
+  /// The dialog or box of the system's that is open over the window; null for none.
+  [[nodiscard]] HWND OpenDialog() const {
+    HWND const front = ::GetLastActivePopup(window->Handle());
+    return front != window->Handle() && ::IsWindowVisible(front) != 0 ? front : nullptr;
+  }
+  /// What the end of every loop leaves behind would end the next test's loops, too.
+  static void ForgetLeaving() {
+    MSG message{};
+    while (::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != 0) {
+    }
   }
 
   Win32MessageLoop loop;

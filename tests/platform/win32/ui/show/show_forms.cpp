@@ -5,6 +5,7 @@
 
 #include <objbase.h>
 
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -23,6 +24,13 @@ Text Number(int number) {
   return {digits.begin(), digits.end()};
 }
 
+Text NameOf(int row) {
+  constexpr std::array<const char16_t*, 5> kNames = {u"Köln & Größe ", u"»Ärzte«-Radio ", u"100,5 Hit ",
+                                                     u"Wellenreiter ", u"… "};
+  const Text name = kNames[static_cast<std::size_t>(row) % kNames.size()];
+  return row % 5 == 4 ? name : name + Number(row);
+}
+
 void Say(const char* text) {
   std::puts(text);
   std::fflush(stdout);
@@ -30,13 +38,15 @@ void Say(const char* text) {
 
 void Fill(app::Form1& form1, Win32Icons& icons, int rows, const Text& icon_path) {
   auto& list = form1.SymbolListview;
-  for (const auto& [caption, width] : {std::pair<const char16_t*, int>{u"Station", 200},
-                                       {u"Genre", 120},
-                                       {u"Link", 300},
-                                       {u"Titel", 250},
-                                       {u"Letzter Aufruf", 140}}) {
-    list.AddColumn({caption, width});
-  }
+  using controls::CellLook;
+  using controls::SpareRoom;
+  const auto text = controls::SortKind::kNaturalOrder;
+  list.AddColumn({u"Station", 300, text});
+  list.AddColumn({u"Genre", 120, text});
+  list.AddColumn({u"WebLink", 120, text, CellLook::kAddress, SpareRoom::kTakes});
+  list.AddColumn({u"Favorit", 120, text, CellLook::kMark});
+  list.AddColumn({u"Titel", 200, text, CellLook::kText, SpareRoom::kTakes});
+  list.AddColumn({u"M3U Nr.", 120, text});
   const auto images = icons.ImageList_Create(32, 32, platform::kIlcMask | platform::kIlcColor32, 4, 4);
   const auto icon = icons.LoadImageW(icon_path, 32, 32);
   const int image = icons.ImageList_AddIcon(images, icon);
@@ -44,11 +54,12 @@ void Fill(app::Form1& form1, Win32Icons& icons, int rows, const Text& icon_path)
   list.SetImageList(static_cast<std::uint32_t>(images));
   std::vector<controls::ListRow> many;
   for (int row = 0; row < rows; ++row) {
-    many.push_back({controls::RowId::kNone,
-                    row % 3 == 2 ? -1 : image,
-                    controls::RowMark::kNone,
-                    {u"Köln & Größe " + Number(row), u"Jazz äöüß", u"http://radio.example/" + Number(row),
-                     u"Interpret – Titel", u"22.11.2026"}});
+    many.push_back(
+        {controls::RowId::kNone,
+         row % 3 == 2 ? -1 : image,
+         controls::RowMark::kNone,
+         {NameOf(row), u"Jazz äöüß", u"http://radio.example/eine/lange/adresse/stream" + Number(row),
+          row % 4 == 1 ? u"1" : u"", u"Interpret – Titel", Number(row)}});
   }
   list.AddRows(std::move(many));
   list.Sort(0, controls::SortDirection::kAscending, [](const auto&, const auto&) { return 0; });
@@ -71,7 +82,8 @@ void Fill(app::Form1& form1, Win32Icons& icons, int rows, const Text& icon_path)
   form1.Label4.SetCaption(
       u"Titel: Ein langer Titel von einem Interpreten mit Ümläuten, der nicht auf eine Zeile passt");
   form1.Label3.SetCaption(
-      u"Sender: Köln & Größe\r\nGenre: Jazz\r\nBitrate: 128\r\nhttp://radio.example/eine/lange/adresse\r\n"
+      u"Genre: Jazz\r\nStationName: Köln & Größe\r\nStationUrl: http://www.radio.example/eine/seite\r\n"
+      u"AudioCodec: MPEG-1 Layer 3 (MP3)\r\nBitrate: 128\r\nhttp://radio.example/eine/lange/adresse\r\n"
       u"Ein Sender, der über sich selbst viel zu erzählen hat, so viel, dass es nicht in den Kasten passt, "
       u"und "
       u"darum mit Punkten endet, die zeigen, dass noch mehr kommt, viel mehr, als hier jemals stehen "

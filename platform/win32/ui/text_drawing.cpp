@@ -1,0 +1,58 @@
+#include "platform/win32/ui/text_drawing.h"
+
+#include "platform/win32/base/windows_api.h"
+
+#include "platform/win32/base/wide.h"
+
+namespace platform::win32 {
+namespace {
+
+constexpr char16_t kDots = u'\u2026';
+
+bool IsSecondHalf(char16_t unit) { return unit >= 0xdc00 && unit <= 0xdfff; }
+
+/// `kept` units of the text, half of them from its end, and no half of a character.
+Text WithDots(TextView text, std::size_t kept) {
+  std::size_t end = text.size() - kept / 2;
+  std::size_t start = kept - kept / 2;
+  if (end < text.size() && IsSecondHalf(text[end])) ++end;
+  if (start < text.size() && IsSecondHalf(text[start])) --start;
+  return Text(text.substr(0, start)) + kDots + Text(text.substr(end));
+}
+
+}  // namespace
+
+int WidthOf(HDC context, TextView text) {
+  SIZE size{};
+  ::GetTextExtentPoint32W(context, WideData(text), static_cast<int>(text.size()), &size);
+  return static_cast<int>(size.cx);
+}
+
+Text CutInTheMiddle(HDC context, TextView text, int room) {
+  if (WidthOf(context, text) <= room) return Text(text);
+  std::size_t fits = 0;
+  std::size_t too_long = text.size();
+  while (too_long - fits > 1) {
+    const std::size_t kept = (fits + too_long) / 2;
+    (WidthOf(context, WithDots(text, kept)) <= room ? fits : too_long) = kept;
+  }
+  return WithDots(text, fits);
+}
+
+void DrawOnOneLine(HDC context, TextView text, const PixelPlace& area, CutAt cut) {
+  const Text shown = cut == CutAt::kMiddle ? CutInTheMiddle(context, text, area.width) : Text(text);
+  RECT place{area.left, area.top, area.left + area.width, area.top + area.height};
+  ::DrawTextW(context, WideData(shown), static_cast<int>(shown.size()), &place,
+              DT_SINGLELINE | DT_NOPREFIX | DT_VCENTER | DT_END_ELLIPSIS);
+}
+
+WindowContext::WindowContext(HWND window) : window_(window), context_(::GetDC(window)) {}
+
+WindowContext::~WindowContext() { ::ReleaseDC(window_, context_); }
+
+SelectedFont::SelectedFont(HDC context, HFONT font)
+    : context_(context), before_(::SelectObject(context, font)) {}
+
+SelectedFont::~SelectedFont() { ::SelectObject(context_, before_); }
+
+}  // namespace platform::win32

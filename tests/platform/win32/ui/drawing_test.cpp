@@ -1,0 +1,142 @@
+#include "platform/win32/ui/drawing.h"
+
+#include <set>
+#include <vector>
+
+#include "platform/win32/ui/initial_icon.h"
+#include "platform/win32/ui/text_drawing.h"
+#include "tests/platform/win32/ui/canvas.h"
+#include "tests/platform/win32/ui/rig.h"
+
+namespace platform::win32 {
+namespace {
+
+TEST(Win32DrawingTest, EveryGlyphIsDrawnInsideItsSquareAndNoneIsLikeAnother) {
+  std::set<std::vector<bool>> seen;
+  for (int number = 1; number <= static_cast<int>(controls::Glyph::kFolder); ++number) {
+    const Canvas canvas(40, 32);
+    DrawGlyph(canvas.Context(), controls::Glyph{number}, {4, 0, 32, 32}, RGB(0, 0, 0));
+    std::vector<bool> shape;
+    for (int y = 0; y < 32; ++y) {
+      for (int x = 4; x < 36; ++x) shape.push_back(IsDark(canvas.At(x, y)));
+    }
+    EXPECT_TRUE(seen.insert(shape).second) << number;
+    EXPECT_GT(canvas.Count(IsDark), 30) << number;
+    EXPECT_EQ(canvas.Count({0, 0, 4, 32}, IsDark) + canvas.Count({36, 0, 40, 32}, IsDark), 0) << number;
+  }
+  const Canvas empty(8, 8);
+  DrawGlyph(empty.Context(), controls::Glyph::kNone, {0, 0, 8, 8}, RGB(0, 0, 0));
+  EXPECT_EQ(empty.Count(IsDark), 0);
+}
+
+class Win32TextDrawingTest : public testing::Test {
+ protected:
+  Scale scale_{96};
+  Canvas canvas_{300, 30};
+  SelectedFont font_{canvas_.Context(), scale_.Get(Scale::Font::kPlain)};
+};
+
+TEST_F(Win32TextDrawingTest, CutAddressKeepsItsBeginningAndItsEnd) {
+  const Text address = u"http://radio.example/eine/lange/adresse/stream.mp3";
+  const Text cut = CutInTheMiddle(canvas_.Context(), address, 150);
+  EXPECT_LE(WidthOf(canvas_.Context(), cut), 150);
+  EXPECT_GT(WidthOf(canvas_.Context(), cut), 130);
+  EXPECT_TRUE(cut.starts_with(u"http")) << "beginning";
+  EXPECT_TRUE(cut.ends_with(u".mp3")) << "end";
+  EXPECT_NE(cut.find(u'\u2026'), Text::npos);
+  EXPECT_EQ(CutInTheMiddle(canvas_.Context(), u"kurz", 150), u"kurz");
+}
+
+TEST_F(Win32TextDrawingTest, NoHalfOfACharacterIsLeft) {
+  const Text text = u"\U0001F3B5\U0001F3B5\U0001F3B5\U0001F3B5\U0001F3B5";
+  const int dots = WidthOf(canvas_.Context(), u"\u2026");
+  for (int room = 0; room < WidthOf(canvas_.Context(), text); room += 3) {
+    const Text cut = CutInTheMiddle(canvas_.Context(), text, std::max(room, dots));
+    EXPECT_EQ((cut.size() - 1) % 2, 0U) << room;
+    EXPECT_FALSE(cut.front() >= 0xdc00 && cut.front() <= 0xdfff) << room;
+  }
+}
+
+TEST(Win32ScaleTest, TitleIsBoldAndLargerThanOtherText) {
+  const Scale scale(96);
+  const auto height = [&scale](Scale::Font font) {
+    LOGFONTW face{};
+    ::GetObjectW(scale.Get(font), sizeof face, &face);
+    EXPECT_EQ(face.lfWeight, FW_BOLD);
+    return std::abs(face.lfHeight);
+  };
+  EXPECT_GT(height(Scale::Font::kTitle), height(Scale::Font::kBold));
+}
+
+TEST(Win32InitialIconTest, InitialIsTheFirstLetterOrDigitAsACapital) {
+  const std::pair<const char16_t*, const char16_t*> expected[] = {{u"Radio Lichtung", u"R"},
+                                                                  {u"radio", u"R"},
+                                                                  {u"  \t mit Blanks", u"M"},
+                                                                  {u"100,5 Hit", u"1"},
+                                                                  {u"ärzteradio", u"Ä"},
+                                                                  {u"a\u0308rzteradio", u"A\u0308"},
+                                                                  {u"»Nachtflug«", u"N"},
+                                                                  {u"ßonderbar", u"ß"},
+                                                                  {u"\U0001F3B5 Klang", u"K"},
+                                                                  {u"", u""},
+                                                                  {u"..-", u""},
+                                                                  {u"\U0001F3B5", u""}};
+  for (const auto& [name, initial] : expected) EXPECT_EQ(InitialOf(name), initial);
+}
+
+/// Pixels of a colour in an icon.
+int CountIn(const Pixels& icon, int red, int green, int blue) {
+  int count = 0;
+  for (std::size_t at = 0; at < icon.bytes.size(); at += 4) {
+    const bool same = icon.bytes[at] == blue && icon.bytes[at + 1] == green && icon.bytes[at + 2] == red &&
+                      icon.bytes[at + 3] == 255;
+    count += same ? 1 : 0;
+  }
+  return count;
+}
+
+TEST(Win32InitialIconTest, IconHasItsColourAndALetterOrAnAerialInWhite) {
+  const Scale scale(96);
+  HFONT const font = scale.Get(Scale::Font::kBold);
+  std::set<std::vector<std::uint8_t>> pictures;
+  // No font has the last one, which no character has been given.
+  for (const Text& initial : {Text(u"R"), Text(u"Ä"), Text(u"1"), Text(u"\u0378")}) {
+    const Pixels icon = DrawInitialIcon(initial, {0xa7, 0x46, 0xd1}, 64, font);
+    EXPECT_GT(CountIn(icon, 0xa7, 0x46, 0xd1), 64 * 64 / 2);
+    EXPECT_GT(CountIn(icon, 255, 255, 255), 100);
+    EXPECT_EQ(icon.bytes[3], 0) << "the corners are round";
+    pictures.insert(icon.bytes);
+  }
+  EXPECT_EQ(pictures.size(), 4U);
+  EXPECT_TRUE(pictures.contains(DrawInitialIcon({}, {0xa7, 0x46, 0xd1}, 64, font).bytes)) << "the aerial";
+}
+
+TEST(Win32InitialIconTest, LetterStandsInTheMiddle) {
+  const Scale scale(96);
+  const Pixels icon = DrawInitialIcon(u"H", {0, 0, 0}, 64, scale.Get(Scale::Font::kBold));
+  int left = 64;
+  int right = -1;
+  for (int at = 0; at < 64 * 64; ++at) {
+    if (icon.bytes[static_cast<std::size_t>(at) * 4] < 200) continue;
+    left = std::min(left, at % 64);
+    right = std::max(right, at % 64);
+  }
+  EXPECT_NEAR(left, 63 - right, 2);
+}
+
+TEST(Win32InitialIconTest, IconsAreKeptButNotWithoutEnd) {
+  const Scale scale(96);
+  HFONT const font = scale.Get(Scale::Font::kBold);
+  InitialIcons icons;
+  const Pixels* const first = &icons.Of(u"Radio Köln", 16, font);
+  EXPECT_EQ(&icons.Of(u"RADIO KÖLN", 16, font), first) << "whatever the letter case";
+  EXPECT_EQ(icons.Kept(), 1U);
+  for (char16_t letter = 0x4e00; letter < 0x4e00 + 1000; ++letter) {
+    static_cast<void>(icons.Of(Text(1, letter), 4, font));
+  }
+  EXPECT_GT(icons.Kept(), 1U);
+  EXPECT_LE(icons.Kept(), InitialIcons::kMostKept);
+}
+
+}  // namespace
+}  // namespace platform::win32
