@@ -85,7 +85,7 @@ bool Win32Dialogs::Choose(OpenFileName& dialog, Direction direction) {
   loop_.Rest();
   const BOOL chosen =
       direction == Direction::kSave ? ::GetSaveFileNameW(&wanted) : ::GetOpenFileNameW(&wanted);
-  if (chosen == 0) return false;
+  if (chosen == 0 || Leaves()) return false;
   dialog.file = file;
   return true;
 }

@@ -31,6 +31,9 @@ class DropTarget final {
   [[nodiscard]] bool IsTaken(const controls::DropOffer& offer) const;
   void Take(controls::DropOffer offer);
 
+  /// What the system calls while something is dragged.
+  [[nodiscard]] IDropTarget& Object() const { return *target_; }
+
  private:
   controls::Form& form_;
   HWND window_;

@@ -41,6 +41,7 @@ FormWindow::FormWindow(controls::Form& form, const app::Inventory& inventory, HW
                        const Win32Icons& icons, Win32MessageLoop& loop)
     : Window(owner, StyleOf(form, owner), OnOneLine(form.Caption(), kLongestTitle)),
       form_(form),
+      inventory_(inventory),
       owner_(owner),
       loop_(loop),
       scale_(::GetDpiForWindow(Handle())),
@@ -49,7 +50,11 @@ FormWindow::FormWindow(controls::Form& form, const app::Inventory& inventory, HW
   set_ = std::make_unique<ControlSet>(inventory, Handle(), Surroundings{scale_, loop_, tool_tips_}, icons);
   keys_ = std::make_unique<FormKeys>(inventory, Handle(), *set_, loop_);
   subscriptions_ += form.Changed.Subscribe([this] { FollowForm(); });
-  subscriptions_ += form.Closed.Subscribe([this] { ::ShowWindow(Handle(), SW_HIDE); });
+  subscriptions_ += form.Closed.Subscribe([this] {
+    // Whoever opened a menu waits for its end.
+    ::EndMenu();
+    ::ShowWindow(Handle(), SW_HIDE);
+  });
   subscriptions_ += form.FocusWanted.Subscribe([this] { BringToFront(); });
   FollowForm();
 }
@@ -94,9 +99,20 @@ void FormWindow::TakeSize(int width, int height) {
   form_.Resize(scale_.Twips(width), scale_.Twips(std::max(0, height - FooterHeight())));
 }
 
+void FormWindow::RememberIn(Files& files, const Text& file) {
+  memory_.emplace(form_, inventory_, Handle(), files, file);
+}
+
 void FormWindow::Show() {
+  PutOnScreen();
+  const bool maximized = memory_ && memory_->Restore();
+  ::ShowWindow(Handle(), maximized ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL);
+  keys_->FocusFirst();
+}
+
+void FormWindow::PutOnScreen() const {
   const Size wanted = WindowSize(form_.GetPlace().width, form_.GetPlace().height);
-  RECT room = WorkAreaOf(owner_ == nullptr ? Handle() : owner_);
+  const RECT room = WorkAreaOf(owner_ == nullptr ? Handle() : owner_);
   RECT place{};
   ::GetWindowRect(Handle(), &place);
   const int width = std::min(wanted.width, static_cast<int>(room.right - room.left));
@@ -112,8 +128,6 @@ void FormWindow::Show() {
   const int top = std::clamp(static_cast<int>(place.top), static_cast<int>(room.top),
                              static_cast<int>(room.bottom) - height);
   ::SetWindowPos(Handle(), nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
-  ::ShowWindow(Handle(), SW_SHOWNORMAL);
-  keys_->FocusFirst();
 }
 
 bool FormWindow::BringToFront() {
@@ -130,7 +144,11 @@ std::optional<std::intptr_t> FormWindow::OnMessage(const Message& message) {
       form_.SetInSight(::IsWindowVisible(Handle()) != 0 && message.w != SIZE_MINIMIZED);
       // It does nothing but move controls.
       if (message.w != SIZE_MINIMIZED) TakeSize(LOWORD(message.l), HIWORD(message.l));
+      if (memory_) memory_->FollowPlace();
       return 0;
+    case WM_MOVE:
+      if (memory_) memory_->FollowPlace();
+      return std::nullopt;
     case WM_SHOWWINDOW:
       form_.SetInSight(message.w != 0 && ::IsIconic(Handle()) == 0);
       return std::nullopt;
@@ -166,7 +184,7 @@ std::optional<std::intptr_t> FormWindow::OnMessage(const Message& message) {
     case WM_SETTINGCHANGE:
     case WM_THEMECHANGED:
     case WM_SYSCOLORCHANGE:
-      FollowUser();
+      FollowUser(::GetDpiForWindow(Handle()));
       return std::nullopt;
     default:
       return std::nullopt;
@@ -185,20 +203,21 @@ void FormWindow::LimitSize(std::intptr_t limits) const {
 }
 
 void FormWindow::FollowResolution(unsigned int dots, std::intptr_t place) {
-  scale_.Set(dots);
   const RECT& wanted = *reinterpret_cast<const RECT*>(place);
+  // The form hears of the new size once, by the new scale.
+  scale_.Set(dots);
   {
     const Following guard(following_);
     ::SetWindowPos(Handle(), nullptr, wanted.left, wanted.top, wanted.right - wanted.left,
                    wanted.bottom - wanted.top, SWP_NOZORDER | SWP_NOACTIVATE);
   }
-  FollowUser();
+  FollowUser(dots);
 }
 
-void FormWindow::FollowUser() {
+void FormWindow::FollowUser(unsigned int dots) {
   // Messages of this kind come while the window is being made, too.
   if (!set_) return;
-  scale_.Set(::GetDpiForWindow(Handle()));
+  scale_.Set(dots);
   set_->FollowScale();
   RECT area{};
   ::GetClientRect(Handle(), &area);
@@ -207,6 +226,8 @@ void FormWindow::FollowUser() {
 }
 
 void FormWindow::AskToClose() {
+  // A question must not have to wait behind a menu.
+  ::EndMenu();
   loop_.HandOver(
       lifetime_,
       [this] {
@@ -220,9 +241,9 @@ void FormWindow::AskToClose() {
 void FormWindow::EndSession() {
   const auto close = [this] {
     form_.Close(controls::CloseReason::kSessionEnd);
-    // The form is being closed further up the stack, where it waits for an answer. Leaving every loop
-    // dismisses whatever is open, and the closing continues.
-    if (!form_.IsClosed()) Win32MessageLoop::LeaveAll();
+    // The form is being closed further up the stack, where it waits for an answer, or another dialog is open.
+    // Leaving every loop dismisses whatever is open, and what waits for it continues.
+    if (!form_.IsClosed() || IsBlockedByDialog(Handle())) Win32MessageLoop::LeaveAll();
   };
   if (loop_.PaintingOnly()) return loop_.HandOver(lifetime_, close, OnWait::kEndsWait);
   close();

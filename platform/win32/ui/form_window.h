@@ -9,6 +9,7 @@
 #include "controls/form.h"
 #include "platform/win32/ui/control_set.h"
 #include "platform/win32/ui/form_keys.h"
+#include "platform/win32/ui/remembered_window.h"
 #include "platform/win32/ui/scale.h"
 #include "platform/win32/ui/tool_tips.h"
 
@@ -23,8 +24,11 @@ class FormWindow final : public Window {
              Win32MessageLoop& loop);
   ~FormWindow() override;
 
-  /// Shows the window at the form's size, or as large as the screen allows, in the middle of its owner or
-  /// where the system puts it.
+  /// From now on the window's place and its columns are remembered in this file; before Show.
+  void RememberIn(Files& files, const Text& file);
+
+  /// Shows the window where it is remembered; otherwise at the form's size, or as large as the screen allows,
+  /// in the middle of its owner or where the system puts it.
   void Show();
   /// The window leaves its minimised state and gets the keyboard, or the dialog that stands open over it.
   /// False when neither is shown.
@@ -51,15 +55,17 @@ class FormWindow final : public Window {
   void FollowForm();
   void TakeSize(int width, int height);
   void FollowResolution(unsigned int dots, std::intptr_t place);
-  void FollowUser();
+  void FollowUser(unsigned int dots);
   void AskToClose();
   void EndSession();
+  void PutOnScreen() const;
   void LimitSize(std::intptr_t limits) const;
   [[nodiscard]] Size WindowSize(int width, int height) const;
   [[nodiscard]] Size InnerSize() const;
   [[nodiscard]] int FooterHeight() const;
 
   controls::Form& form_;
+  const app::Inventory& inventory_;
   HWND owner_;
   Win32MessageLoop& loop_;
   Scale scale_;
@@ -69,6 +75,7 @@ class FormWindow final : public Window {
   std::unique_ptr<FormKeys> keys_;
   HWND last_focus_ = nullptr;
   bool following_ = false;
+  std::optional<RememberedWindow> memory_;
   controls::Subscriptions subscriptions_;
   Lifetime lifetime_;
 };

@@ -132,8 +132,20 @@ TEST_F(Win32LoopTest, MediaKeyReachesItsReceiver) {
   keys.Appear(receiver);
   Open();
   window->MediaKeyPressed = [&keys](int key) { return keys.Press(key); };
-  ::SendMessageW(window->Handle(), WM_APPCOMMAND, 0, MAKELPARAM(0, APPCOMMAND_MEDIA_STOP));
-  EXPECT_EQ(receiver.commands, std::vector{MediaCommand::kStop});
+  const auto press = [this](int key) {
+    return ::SendMessageW(window->Handle(), WM_APPCOMMAND, 0, MAKELPARAM(0, FAPPCOMMAND_KEY | key));
+  };
+  for (const int key : {APPCOMMAND_MEDIA_PLAY, APPCOMMAND_MEDIA_PAUSE, APPCOMMAND_MEDIA_PLAY_PAUSE,
+                        APPCOMMAND_MEDIA_STOP, APPCOMMAND_MEDIA_NEXTTRACK, APPCOMMAND_MEDIA_PREVIOUSTRACK,
+                        APPCOMMAND_MEDIA_CHANNEL_UP, APPCOMMAND_MEDIA_CHANNEL_DOWN}) {
+    EXPECT_EQ(press(key), TRUE) << key << ": used, so no other program gets it";
+  }
+  using Command = MediaCommand;
+  EXPECT_EQ(receiver.commands,
+            (std::vector{Command::kPlay, Command::kPause, Command::kPlayPause, Command::kStop, Command::kNext,
+                         Command::kPrevious, Command::kNext, Command::kPrevious}));
+  press(APPCOMMAND_VOLUME_UP);
+  EXPECT_EQ(receiver.commands.size(), 8U) << "no key for media";
   keys.Withdraw();
   EXPECT_FALSE(keys.Press(APPCOMMAND_MEDIA_STOP));
 }
