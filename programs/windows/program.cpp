@@ -15,6 +15,7 @@
 #include "platform/win32/system/shell.h"
 #include "platform/win32/system/sleep_inhibitor.h"
 #include "platform/win32/system/system_messages.h"
+#include "platform/win32/system/users_guide.h"
 #include "platform/win32/text/string_order.h"
 #include "platform/win32/text/text_conversion.h"
 #include "platform/win32/ui/dialogs.h"
@@ -35,6 +36,12 @@ using namespace platform::win32;
 /// Declared in the order of construction; the window is destroyed before the adapters that it uses.
 struct Program::Parts {
   void ShowNewStation(app::Form2& form) { RunNewStationDialog(form, window->Handle(), icons, message_loop); }
+
+  /// In the user's folder for state, one for each settings folder.
+  [[nodiscard]] platform::Text MemoryFile() {
+    const app::Settings& settings = logic.GetSettings();
+    return environment.StateFile(settings.SettingsFolder + settings.StationFileName, u".window");
+  }
 
   Win32NativePaths paths;
   Win32Environment environment;
@@ -77,7 +84,8 @@ struct Program::Parts {
                                             message_loop,
                                             clock,
                                             sound.Monitor(),
-                                            desktop},
+                                            desktop,
+                                            UsersGuide(environment.ProgramFolder())},
                            [this](app::Form2& form) { ShowNewStation(form); }};
   std::optional<FormWindow> window;
   std::optional<DropTarget> drops;
@@ -91,6 +99,7 @@ Program::Program() : parts_(std::make_unique<Parts>()) {
   app::Form1& form1 = parts_->logic.Controls();
   FormWindow& window =
       parts_->window.emplace(form1.form, form1.inventory, nullptr, parts_->icons, parts_->message_loop);
+  window.RememberIn(parts_->files, parts_->MemoryFile());
   parts_->drops.emplace(form1.form, window.Handle(), parts_->message_loop);
   parts_->dialogs.SetMainWindow(window.Handle());
   parts_->turns.SetMainWindow(window.Handle());

@@ -11,6 +11,7 @@
 #include "platform/win32/system/files.h"
 #include "platform/win32/system/record_files.h"
 #include "platform/win32/system/shell.h"
+#include "platform/win32/system/users_guide.h"
 #include "platform/win32/text/text_conversion.h"
 #include "platform/win32/ui/icons.h"
 #include "platform/win32/ui/message_loop.h"
@@ -53,8 +54,9 @@ void RunInWindow(const std::string& link) {
       recorder::RecordingFolder(environment)};
   const Win32Icons icons;
   app::RecordForm form;
-  recorder::RecordControl control(form, recording, files, shell,
-                                  {.folder = FolderAddress(recording.Folder()), .guide = {}});
+  recorder::RecordControl control(
+      form, recording, files, shell,
+      {.folder = FolderAddress(recording.Folder()), .guide = UsersGuide(environment.ProgramFolder())});
   FormWindow window(form.form, form.inventory, nullptr, icons, loop);
   const Lifetime lifetime;
   const auto start = [&] { control.Start(conversion.MultiByteToWideChar(platform::CodePage::kUtf8, link)); };
