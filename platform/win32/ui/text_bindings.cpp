@@ -11,11 +11,69 @@ namespace platform::win32 {
 namespace {
 
 constexpr int kShownWithoutScrolling = 20;
+// At 100 %.
+constexpr int kFieldHeight = 24;
 constexpr int kRoomAroundText = 8;
+constexpr UINT_PTR kCentering = 3;
+
+int FieldHeight(const Scale& scale) {
+  return std::max(scale.Scaled(kFieldHeight), scale.FontHeight() + scale.Scaled(kRoomAroundText));
+}
 
 PixelPlace InTheMiddle(const PixelPlace& place, int height) {
   const int fitting = std::min(place.height, height);
   return {place.left, place.top + (place.height - fitting) / 2, place.width, fitting};
+}
+
+/// The strips above and below the text, which belong to the field's border.
+void FillStrips(HWND field) {
+  RECT inner{};
+  ::GetClientRect(field, &inner);
+  RECT outer{};
+  ::GetWindowRect(field, &outer);
+  ::MapWindowPoints(field, nullptr, reinterpret_cast<POINT*>(&inner), 2);
+  ::OffsetRect(&inner, -outer.left, -outer.top);
+  const int edge = static_cast<int>(inner.left);
+  const int height = static_cast<int>(outer.bottom - outer.top);
+  const int ground = ::IsWindowEnabled(field) != 0 ? COLOR_WINDOW : COLOR_BTNFACE;
+  HDC context = ::GetWindowDC(field);
+  const RECT above{inner.left, edge, inner.right, inner.top};
+  const RECT below{inner.left, inner.bottom, inner.right, height - edge};
+  ::FillRect(context, &above, ::GetSysColorBrush(ground));
+  ::FillRect(context, &below, ::GetSysColorBrush(ground));
+  ::ReleaseDC(field, context);
+}
+
+/// The system shows a field's text at its upper edge: so its inside is made as high as the text.
+LRESULT CALLBACK CenteredText(HWND field, UINT message, WPARAM w, LPARAM l, UINT_PTR /*id*/,
+                              DWORD_PTR scale) {
+  const LRESULT handled = ::DefSubclassProc(field, message, w, l);
+  switch (message) {
+    case WM_NCCALCSIZE: {
+      // The first rectangle, in either of the message's forms.
+      RECT& inner = *reinterpret_cast<RECT*>(l);
+      const int surplus = static_cast<int>(inner.bottom - inner.top) -
+                          reinterpret_cast<const Scale*>(scale)->FontHeight() - 2;
+      if (surplus < 2) return handled;
+      inner.top += surplus / 2;
+      inner.bottom -= surplus - surplus / 2;
+      return handled;
+    }
+    case WM_NCPAINT:
+    case WM_ENABLE:
+      FillStrips(field);
+      return handled;
+    case WM_NCHITTEST:
+      return handled == HTNOWHERE || handled == HTBORDER ? HTCLIENT : handled;
+    default:
+      return handled;
+  }
+}
+
+/// Has the inside of a field calculated again.
+void FollowInside(HWND field) {
+  ::SetWindowPos(field, nullptr, 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
 }
 
 }  // namespace
@@ -27,12 +85,20 @@ EditBinding::EditBinding(controls::TextControl& box, HWND parent, const Surround
       box_(box),
       typed_(box) {
   ::SendMessageW(Handle(), EM_SETLIMITTEXT, 0, 0);
+  ::SetWindowSubclass(Handle(), CenteredText, kCentering, reinterpret_cast<DWORD_PTR>(&around.scale));
   subscriptions_ += box.Changed.Subscribe([this] { Follow(); });
   Follow();
 }
 
+EditBinding::~EditBinding() { ::RemoveWindowSubclass(Handle(), CenteredText, kCentering); }
+
+void EditBinding::FollowScale() {
+  ControlBinding::FollowScale();
+  FollowInside(Handle());
+}
+
 PixelPlace EditBinding::Fitted(const PixelPlace& place) const {
-  return InTheMiddle(place, GetScale().FontHeight() + GetScale().Scaled(kRoomAroundText));
+  return InTheMiddle(place, FieldHeight(GetScale()));
 }
 
 void EditBinding::Notice(unsigned int code) {
@@ -103,6 +169,12 @@ ComboBoxBinding::ComboBoxBinding(controls::ComboBox& box, HWND parent, const Sur
       typed_(box) {
   ::SendMessageW(Handle(), CB_SETMINVISIBLE, kShownWithoutScrolling, 0);
   subscriptions_ += box.Changed.Subscribe([this] { Follow(); });
+  COMBOBOXINFO parts{};
+  parts.cbSize = sizeof parts;
+  ::GetComboBoxInfo(Handle(), &parts);
+  field_ = parts.hwndItem;
+  ::SetWindowSubclass(field_, CenteredText, kCentering, reinterpret_cast<DWORD_PTR>(&around.scale));
+  FollowFieldHeight();
   FollowControl();
   Follow();
 }
@@ -118,8 +190,21 @@ PixelPlace ComboBoxBinding::Fitted(const PixelPlace& place) const {
   return fitted;
 }
 
+ComboBoxBinding::~ComboBoxBinding() { ::RemoveWindowSubclass(field_, CenteredText, kCentering); }
+
+void ComboBoxBinding::FollowFieldHeight() const {
+  constexpr auto kField = static_cast<WPARAM>(-1);
+  RECT field{};
+  ::GetWindowRect(Handle(), &field);
+  const auto text = static_cast<int>(::SendMessageW(Handle(), CB_GETITEMHEIGHT, kField, 0));
+  const int border = static_cast<int>(field.bottom - field.top) - text;
+  ::SendMessageW(Handle(), CB_SETITEMHEIGHT, kField, FieldHeight(GetScale()) - border);
+  FollowInside(field_);
+}
+
 void ComboBoxBinding::FollowScale() {
   ControlBinding::FollowScale();
+  FollowFieldHeight();
   // The font may have changed the field's height, on which its place depends.
   FollowControl();
 }

@@ -7,10 +7,13 @@
 
 namespace platform::win32 {
 
-/// An edit field of one line, as high as its font needs, in the middle of its place.
+/// An edit field of one line in the middle of its place, with its text in its own middle.
 class EditBinding : public ControlBinding {
  public:
+  ~EditBinding() override;
+
   void Notice(unsigned int code) override;
+  void FollowScale() override;
 
  protected:
   EditBinding(controls::TextControl& box, HWND parent, const Surroundings& around, std::uint32_t more_style);
@@ -51,6 +54,7 @@ class UpDownBinding final : public EditBinding {
 class ComboBoxBinding final : public ControlBinding {
  public:
   ComboBoxBinding(controls::ComboBox& box, HWND parent, const Surroundings& around);
+  ~ComboBoxBinding() override;
 
   void Notice(unsigned int code) override;
   void FollowScale() override;
@@ -61,12 +65,14 @@ class ComboBoxBinding final : public ControlBinding {
  private:
   void Follow();
   void FollowItems();
+  void FollowFieldHeight() const;
   void TakeTyping();
   void TakeUsersChoice();
   void Choose(int index);
 
   controls::ComboBox& box_;
   front::TypedText typed_;
+  HWND field_ = nullptr;  // the system's, inside the box
   int inputs_to_come_ = 0;
   int choice_to_come_ = -1;
   bool following_ = false;

@@ -33,7 +33,8 @@ int LineHeight(HDC context) {
   return static_cast<int>(metrics.tmHeight);
 }
 
-/// How many units of the text go into `room` on one line: up to a blank, where there is one.
+/// How many units of the text go into `room` on one line: up to a blank, or the part of an address, where
+/// there is one.
 std::size_t UnitsInLine(HDC context, TextView text, int room) {
   int fitting = 0;
   SIZE size{};
@@ -42,7 +43,10 @@ std::size_t UnitsInLine(HDC context, TextView text, int room) {
   if (static_cast<std::size_t>(fitting) >= text.size()) return text.size();
   const auto most = static_cast<std::size_t>(std::max(1, fitting));
   const std::size_t blank = text.substr(0, most + 1).rfind(u' ');
-  return blank == TextView::npos || blank == 0 ? most : blank;
+  if (blank != TextView::npos && blank > 0) return blank;
+  // An address is read in its parts, but its beginning is none.
+  const std::size_t part = text.substr(0, most).find_last_of(u"/-");
+  return part == TextView::npos || part == 0 || text[part - 1] == u'/' ? most : part + 1;
 }
 
 COLORREF NameColor() {

@@ -90,11 +90,29 @@ void ProgressBarBinding::Paint() const {
 }
 
 ScrollBarBinding::ScrollBarBinding(controls::ScrollBar& bar, HWND parent, const Surroundings& around)
-    : ControlBinding(bar, parent, around, {TRACKBAR_CLASSW, TBS_HORZ | TBS_NOTICKS}, ForKeyboard::kYes),
+    : ControlBinding(bar, parent, around, {TRACKBAR_CLASSW, TBS_HORZ | TBS_BOTH | TBS_NOTICKS},
+                     ForKeyboard::kYes),
       bar_(bar) {
   subscriptions_ += bar.Changed.Subscribe([this] { Follow(); });
   FollowControl();
   Follow();
+  FollowControl();
+}
+
+PixelPlace ScrollBarBinding::Fitted(const PixelPlace& place) const {
+  // The system puts the handle near the upper edge, as if there were marks below it.
+  RECT handle{};
+  ::SendMessageW(Handle(), TBM_GETTHUMBRECT, 0, reinterpret_cast<LPARAM>(&handle));
+  const int middle = static_cast<int>(handle.top + handle.bottom) / 2;
+  const int lower = std::clamp(place.height / 2 - middle, 0, place.height / 2);
+  // As high as before, for the handle's place may depend on that.
+  return {place.left, place.top + lower, place.width, place.height};
+}
+
+void ScrollBarBinding::FollowScale() {
+  ControlBinding::FollowScale();
+  // By now the handle has its new size.
+  FollowControl();
 }
 
 void ScrollBarBinding::Follow() {

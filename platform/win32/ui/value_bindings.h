@@ -32,6 +32,10 @@ class ScrollBarBinding final : public ControlBinding {
   ScrollBarBinding(controls::ScrollBar& bar, HWND parent, const Surroundings& around);
 
   void Scrolled(unsigned int code) override;
+  void FollowScale() override;
+
+ protected:
+  [[nodiscard]] PixelPlace Fitted(const PixelPlace& place) const override;
 
  private:
   void Follow();

@@ -178,5 +178,38 @@ TEST_F(Win32ControlsTest, TabFollowsTheInventoryPastHiddenControls) {
   EXPECT_TRUE(Until([&] { return ::GetFocus() == Of(button); }));
 }
 
+TEST_F(Win32ControlsTest, TextsOfFieldsAndTheSlidersHandleStandInTheMiddleOfTheirRow) {
+  inventory = {{"field", &field}, {"number", &number}, {"combo", &combo}, {"slider", &slider}};
+  for (controls::Control* one :
+       {static_cast<controls::Control*>(&field), static_cast<controls::Control*>(&number),
+        static_cast<controls::Control*>(&combo), static_cast<controls::Control*>(&slider)})
+    one->Move({0, 1500, 3000, 450});
+  Open();
+  const auto middle_of = [this](HWND control, RECT part) {
+    ::MapWindowPoints(control, window->Handle(), reinterpret_cast<POINT*>(&part), 2);
+    return static_cast<double>(part.top + part.bottom) / 2;
+  };
+  const auto inside = [](HWND control) {
+    RECT all{};
+    ::GetClientRect(control, &all);
+    return all;
+  };
+  const auto expect_middle = [&] {
+    const double row = window->GetScale().Pixels(1500) + window->GetScale().Pixels(450) / 2.0;
+    HWND const in_combo = ::GetWindow(Of(combo), GW_CHILD);
+    for (HWND const one : {Of(field), Of(number), in_combo}) {
+      EXPECT_NEAR(middle_of(one, inside(one)), row, 2);
+      EXPECT_NEAR(inside(one).bottom, window->GetScale().FontHeight() + 2, 1) << "as high as its text";
+    }
+    RECT handle{};
+    ::SendMessageW(Of(slider), TBM_GETTHUMBRECT, 0, reinterpret_cast<LPARAM>(&handle));
+    EXPECT_NEAR(middle_of(Of(slider), handle), row, 2);
+  };
+  expect_middle();
+  RECT larger{0, 0, 900, 700};
+  ::SendMessageW(window->Handle(), WM_DPICHANGED, MAKEWPARAM(144, 144), reinterpret_cast<LPARAM>(&larger));
+  expect_middle();
+}
+
 }  // namespace
 }  // namespace platform::win32
