@@ -50,9 +50,15 @@ LRESULT CALLBACK ListGestures(HWND window, UINT message, WPARAM w, LPARAM l, UIN
       binding.PaintHint();
       return painted;
     }
+    case WM_SETFOCUS: {
+      const LRESULT handled = ::DefSubclassProc(window, message, w, l);
+      binding.FocusChanged();
+      return handled;
+    }
     case WM_KEYUP:
     case WM_KILLFOCUS: {
       const LRESULT handled = ::DefSubclassProc(window, message, w, l);
+      binding.FocusChanged();
       binding.ReleaseKey();
       return handled;
     }

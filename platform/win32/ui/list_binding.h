@@ -50,6 +50,7 @@ class ListBinding final : public ControlBinding {
   void RestTimerTicked();
   void PaintHint() const;
   void FollowHeader(const tagNMHDR& notice) { columns_.FollowHeader(notice); }
+  void FocusChanged() const;
   void FitColumns() { columns_.Fit(); }
   [[nodiscard]] bool ShowsHint() const { return list_.Count() == 0 && !list_.EmptyText().empty(); }
 
@@ -65,6 +66,9 @@ class ListBinding final : public ControlBinding {
   // What the system asks.
   void GiveCell(tagLVDISPINFOW& wanted) const;
   [[nodiscard]] std::intptr_t Paint(const tagNMLVCUSTOMDRAW& step);
+  /// The number by which the system means all of them.
+  static constexpr int kAllRows = -1;
+  void RedrawRow(int row) const;
   [[nodiscard]] RowLook LookOf(int row) const;
   /// For the texts of a column that can be seen, and its caption.
   [[nodiscard]] int WidthNeeded(int column) const;

@@ -38,7 +38,11 @@ std::intptr_t ListBinding::Notice(tagNMHDR& notice) {
     case LVN_ODFINDITEMW:
       return Find(notice);
     case LVN_ITEMCHANGED:
+      RedrawRow(reinterpret_cast<const NMLISTVIEW&>(notice).iItem);
+      NoticeSelection();
+      return 0;
     case LVN_ODSTATECHANGED:
+      RedrawRow(kAllRows);
       NoticeSelection();
       return 0;
     case LVN_COLUMNCLICK:
@@ -75,6 +79,26 @@ std::intptr_t ListBinding::Paint(const tagNMLVCUSTOMDRAW& step) {
   const controls::ListRow* row = RowAt(position);
   if (row != nullptr) painter_.Paint(step.nmcd.hdc, *row, LookOf(position));
   return CDRF_SKIPDEFAULT;
+}
+
+/// The system redraws what it would have painted itself, which is less than the whole row.
+void ListBinding::RedrawRow(int row) const {
+  RECT area{};
+  ::GetClientRect(Handle(), &area);
+  RECT bounds{};
+  bounds.left = LVIR_BOUNDS;
+  const bool known = row != kAllRows && ::SendMessageW(Handle(), LVM_GETITEMRECT, static_cast<WPARAM>(row),
+                                                       reinterpret_cast<LPARAM>(&bounds)) != 0;
+  if (known) {
+    area.top = bounds.top;
+    area.bottom = bounds.bottom;
+  }
+  ::InvalidateRect(Handle(), &area, FALSE);
+}
+
+void ListBinding::FocusChanged() const {
+  const auto shown = ShownRow();
+  if (shown) RedrawRow(*shown);
 }
 
 RowLook ListBinding::LookOf(int row) const {

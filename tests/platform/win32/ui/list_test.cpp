@@ -105,6 +105,19 @@ TEST_F(Win32ListTest, DeleteIsForTheRowThatWasShown) {
   EXPECT_TRUE(Until([&] { return deleted == list.RowAt(2); }));
 }
 
+TEST_F(Win32ListTest, RowThatWasSelectedIsPaintedAnewFromEdgeToEdge) {
+  Fill(10);
+  SelectAsUser(2);
+  ::UpdateWindow(Of(list));
+  SelectAsUser(5);
+  RECT dirty{};
+  ::GetUpdateRect(Of(list), &dirty, FALSE);
+  RECT all{};
+  ::GetClientRect(Of(list), &all);
+  EXPECT_EQ(dirty.left, 0);
+  EXPECT_EQ(dirty.right, all.right);
+}
+
 TEST_F(Win32ListTest, HeaderShowsTheArrowOfTheSorting) {
   Fill(3);
   list.Sort(1, controls::SortDirection::kDescending, [](const auto&, const auto&) { return 0; });
