@@ -28,6 +28,29 @@ struct Zone {
 /// From the top down.
 constexpr std::array kZones = {Zone{0.9, 0xffd84030}, Zone{0.7, 0xffe0b020}, Zone{0.0, 0xff2fa84f}};
 
+/// All bars are painted in the same beats: what goes to the screen together costs little more than one of
+/// them.
+class Beats {
+ public:
+  /// The current one's number; the first question after the rest begins the next.
+  int Current() {
+    if (!began_.isValid() || began_.elapsed() >= kShortestRest) {
+      began_.start();
+      ++number_;
+    }
+    return number_;
+  }
+
+ private:
+  QElapsedTimer began_;
+  int number_ = 0;
+};
+
+int CurrentBeat() {
+  static Beats beats;
+  return beats.Current();
+}
+
 }  // namespace
 
 PeakBar::PeakBar(QWidget* parent) : QWidget(parent) {
@@ -63,7 +86,7 @@ void PeakBar::SetLevel(double level) {
   const int former = std::exchange(level_height_, height);
   if (!isVisible()) return DropMark();
   unpainted_ |= Part(std::min(height, former), std::max(height, former));
-  if (!rested_.isValid() || rested_.elapsed() >= kShortestRest) return ShowChanges();
+  if (shown_in_beat_ != CurrentBeat()) return ShowChanges();
   if (!late_.isActive()) late_.start(kLongestRest, this);
 }
 
@@ -86,7 +109,7 @@ void PeakBar::MoveMark() {
 
 void PeakBar::ShowChanges() {
   MoveMark();
-  rested_.start();
+  shown_in_beat_ = CurrentBeat();
   if (!unpainted_.isEmpty()) update(std::exchange(unpainted_, {}));
   if (mark_height_ > level_height_) {
     late_.start(kLongestRest, this);

@@ -15,8 +15,8 @@ class PeakBar final : public QWidget {
   explicit PeakBar(QWidget* parent);
 
   /// Paints only when the level's height in pixels changes, only the part that changes, and twenty times a
-  /// second at most. The mark moves along with these pictures. Without them it has a timer until it has come
-  /// down to the level, so nothing wakes up while nothing moves.
+  /// second at most, together with the other bars. The mark moves along with these pictures. Without them it
+  /// has a timer until it has come down to the level, so nothing wakes up while nothing moves.
   void SetLevel(double level);
   [[nodiscard]] double Level() const { return level_; }
   [[nodiscard]] int LevelHeight() const { return level_height_; }
@@ -49,7 +49,7 @@ class PeakBar final : public QWidget {
   int mark_height_ = 0;
   int paints_ = 0;
   QRect unpainted_;
-  QElapsedTimer rested_;
+  int shown_in_beat_ = 0;
   QElapsedTimer since_peak_;
   QBasicTimer late_;
 };

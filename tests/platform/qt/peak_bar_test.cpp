@@ -3,13 +3,18 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QImage>
+#include <QThread>
 
 #include "tests/platform/qt/window_fixture.h"
 
 namespace platform::qt {
 namespace {
+
+/// How often levels come.
+constexpr int kLevelMilliseconds = 20;
 
 class PeakBarTest : public ::testing::Test {
  protected:
@@ -63,6 +68,31 @@ TEST_F(PeakBarTest, MarkFallsSlowlyThoughNoFurtherLevelComesAndThenNothingWakesT
   EXPECT_GT(clock.elapsed(), 1500) << "it rests for a second first";
   EXPECT_GT(seen, 3) << "it does not jump";
   EXPECT_FALSE(bar_.Wakes());
+}
+
+TEST_F(PeakBarTest, BarsArePaintedTogetherThoughTheirLevelsBeganApart) {
+  PeakBar other(&window_);
+  other.setGeometry(30, 10, 10, 202);
+  other.show();
+  ASSERT_TRUE(WaitFor([&] { return bar_.Paints() > 0 && other.Paints() > 0; }));
+  constexpr int kLevels = 60;
+  int together = 0;
+  int alone = 0;
+  for (int level = 0; level < kLevels; ++level) {
+    const int before = bar_.Paints();
+    const int others_before = other.Paints();
+    bar_.SetLevel(level % 2 == 0 ? 0.2 : 0.4);
+    // In the middle of the first one's rest.
+    if (level > 0) other.SetLevel(level % 2 == 0 ? 0.3 : 0.5);
+    QCoreApplication::processEvents();
+    const bool first = bar_.Paints() > before;
+    const bool second = other.Paints() > others_before;
+    if (first && second) ++together;
+    if (first != second) ++alone;
+    QThread::msleep(kLevelMilliseconds);
+  }
+  EXPECT_GT(together, kLevels / 6);
+  EXPECT_LT(alone, together / 2);
 }
 
 TEST_F(PeakBarTest, HigherLevelTakesTheMarkAlong) {
