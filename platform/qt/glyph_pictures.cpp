@@ -96,10 +96,14 @@ bool IsEmpty(const QImage& picture) {
   return solid == 0;
 }
 
+/// Whether a theme was chosen. The one that is always there has only the icons that programs add for
+/// themselves, and looking there for each of ours holds up the window's first picture.
+bool HasTheme() { return QIcon::themeName() != QLatin1String("hicolor"); }
+
 /// A null picture when the theme has no icon that can be used.
 QImage FromTheme(controls::Glyph glyph, int pixels, const GlyphColors& colors) {
   const char* const name = NameInTheme(glyph);
-  if (name == nullptr) return {};
+  if (name == nullptr || !HasTheme()) return {};
   const QIcon icon = QIcon::fromTheme(QLatin1String(name));
   if (icon.isNull()) return {};
   const QImage found =

@@ -35,13 +35,13 @@
 #include "platform/qt/desktop_colors.h"
 #include "platform/qt/dialogs.h"
 #include "platform/qt/drop_binding.h"
-#include "platform/qt/fonts_ahead.h"
 #include "platform/qt/icons.h"
 #include "platform/qt/language.h"
 #include "platform/qt/message_loop.h"
 #include "platform/qt/new_station_window.h"
 #include "platform/qt/player_window.h"
 #include "platform/qt/raise_requests.h"
+#include "platform/qt/toolkit_ahead.h"
 #include "platform/qt/turns.h"
 #include "platform/values/portable_property_values.h"
 #include "window/main_window.h"
@@ -105,7 +105,7 @@ struct Program::Parts {
   }
 
   std::unique_ptr<QApplication> application;
-  platform::qt::FontsAhead fonts_ahead;
+  platform::qt::ToolkitAhead toolkit_ahead;
   platform::qt::DesktopColors desktop_colors;
   platform::posix::PosixNativePaths plain_paths;
   platform::posix::PosixEnvironment environment{plain_paths};

@@ -26,8 +26,11 @@ QImage PictureOf(Glyph glyph, const GlyphColors& colors = kOnWhite, double dots 
 class IconTheme : public ::testing::Test {
  protected:
   IconTheme() {
-    folder_.Write("probe/index.theme",
-                  "[Icon Theme]\nName=Probe\nDirectories=16\n\n[16]\nSize=16\nType=Fixed\nContext=Actions\n");
+    for (const char* name : {"probe", "hicolor"}) {
+      folder_.Write(
+          std::string(name) + "/index.theme",
+          "[Icon Theme]\nName=Probe\nDirectories=16\n\n[16]\nSize=16\nType=Fixed\nContext=Actions\n");
+    }
     QIcon::setThemeSearchPaths({QString::fromStdString(folder_.Path().string())});
   }
   ~IconTheme() override {
@@ -39,11 +42,14 @@ class IconTheme : public ::testing::Test {
 
   /// The left half of the icon is of one colour, the right half of the other.
   void Save(const std::string& name, const QColor& left, const QColor& right) {
+    SaveIn("probe", name, left, right);
+  }
+  void SaveIn(const std::string& theme, const std::string& name, const QColor& left, const QColor& right) {
     QImage icon(kSide, kSide, QImage::Format_ARGB32);
     for (int y = 0; y < kSide; ++y) {
       for (int x = 0; x < kSide; ++x) icon.setPixelColor(x, y, x < kSide / 2 ? left : right);
     }
-    const auto path = folder_.Write("probe/16/" + name + ".png", "");
+    const auto path = folder_.Write(theme + "/16/" + name + ".png", "");
     ASSERT_TRUE(icon.save(QString::fromStdString(path.string())));
   }
   static void Use() { QIcon::setThemeName(QStringLiteral("probe")); }
@@ -109,6 +115,15 @@ TEST_F(IconTheme, IconThatShowsNothingIsDrawnInstead) {
   Save("list-add-symbolic", Qt::transparent, Qt::transparent);
   Use();
   EXPECT_EQ(PictureOf(Glyph::kAdd).pixelColor(8, 8), QColor(Qt::black));
+}
+
+TEST_F(IconTheme, WithoutAChosenThemeEveryGlyphIsDrawn) {
+  SaveIn("hicolor", "media-playback-start-symbolic", Qt::darkRed, Qt::darkBlue);
+  QIcon::setThemeName(QStringLiteral("hicolor"));
+  ASSERT_FALSE(QIcon::fromTheme(QStringLiteral("media-playback-start-symbolic")).isNull());
+  const QImage picture = PictureOf(Glyph::kStart);
+  EXPECT_EQ(picture.pixelColor(0, 0).alpha(), 0);
+  EXPECT_EQ(picture.pixelColor(6, 8), QColor(Qt::black));
 }
 
 TEST_F(IconTheme, PictureHasAllDotsOfASharpScreen) {
