@@ -16,7 +16,10 @@ void Framework::LoadAhead() {
 }
 
 bool Framework::Ready() {
-  std::call_once(once_, [this] { ready_ = start_(); });
+  std::call_once(once_, [this] {
+    ready_ = start_();
+    was_started_ = true;
+  });
   return ready_;
 }
 

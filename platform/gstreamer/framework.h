@@ -2,6 +2,7 @@
 // GStreamer's own start, which is put off until it is needed or there is time for it: it reads what is known
 // about every plugin. Not for items (media_item.h).
 
+#include <atomic>
 #include <functional>
 #include <future>
 #include <mutex>
@@ -24,10 +25,14 @@ class Framework {
   /// Starts it unless that was done, or waits until it is; false when it failed. From any thread.
   [[nodiscard]] bool Ready();
 
+  /// Whether its start is over, well or not. Does not wait; from any thread.
+  [[nodiscard]] bool WasStarted() const { return was_started_; }
+
  private:
   Start start_;
   std::once_flag once_;
   bool ready_ = false;
+  std::atomic<bool> was_started_{false};
   std::future<void> ahead_;
 };
 

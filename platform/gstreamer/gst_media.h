@@ -32,7 +32,7 @@ struct GstMediaOptions {
   /// The name of the program's entry in the sound server's mixer.
   std::string application_name = "Funkhausplayer";
   std::string user_agent = "Funkhausplayer";
-  /// How long opening an address may take.
+  /// How long opening an address may take once GStreamer is ready. User input can end it earlier.
   std::chrono::milliseconds open_deadline{10000};
   SoundOutput output = SoundOutput::kAutomatic;
   /// A PEM file whose certificates are trusted instead of the system's; empty is the system's.

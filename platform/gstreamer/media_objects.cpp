@@ -13,6 +13,23 @@ namespace {
 /// How long the window goes unpainted while an address is opened.
 constexpr std::chrono::milliseconds kPaintEvery{10};
 
+/// How long an opening may take. GStreamer's own start does not count: when plugins were installed it looks
+/// at each of them, which says nothing about a server or a device.
+class OpeningLimit {
+ public:
+  explicit OpeningLimit(const ItemServices& services) : services_(services) {}
+
+  [[nodiscard]] bool IsReached() {
+    const auto now = std::chrono::steady_clock::now();
+    if (!end_ && services_.framework.WasStarted()) end_ = now + services_.open_deadline;
+    return end_ && now >= *end_;
+  }
+
+ private:
+  const ItemServices& services_;
+  std::optional<std::chrono::steady_clock::time_point> end_;
+};
+
 }  // namespace
 
 SourceResolver::SourceResolver(Context& context) : context_(context) {
@@ -39,7 +56,7 @@ HResult SourceResolver::Open(PipelineInput input, std::int32_t* type, InterfaceH
   if (type == nullptr || out == nullptr) return kEPointer;
   const auto item = std::make_shared<MediaItem>(std::move(input), context_.services);
   context_.latest.Opening(item->SharedState());
-  const auto deadline = std::chrono::steady_clock::now() + context_.services->open_deadline;
+  OpeningLimit limit(*context_.services);
   std::optional<HResult> result;
   while (!(result = item->WaitOpened(kPaintEvery))) {
     context_.message_loop.ProcessPaintMessages();
@@ -47,7 +64,7 @@ HResult SourceResolver::Open(PipelineInput input, std::int32_t* type, InterfaceH
       context_.latest.Failed(PlaybackFailure::kNone);  // nothing has failed, and nothing plays
       return kErrorCancelled;
     }
-    if (std::chrono::steady_clock::now() >= deadline) {
+    if (limit.IsReached()) {
       // Before an address is opened, a device is; only a sound server that hangs can hold that up.
       const bool has_device = item->SharedState()->HasReport();
       context_.latest.Failed(has_device ? PlaybackFailure::kNoAnswer : PlaybackFailure::kNoSoundDevice);

@@ -1,6 +1,5 @@
 #include "tests/platform/gstreamer/session_driver.h"
 
-#include <gst/gst.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -37,8 +36,6 @@ GstMediaOptions Unheard() {
 }
 
 SessionDriver::SessionDriver(GstMediaOptions options) : media_(loop, paths_, WithLog(std::move(options))) {
-  // The short limits of some tests are for the servers, not for GStreamer's first start.
-  gst_init(nullptr, nullptr);
   media_.MFStartup(1, 0);
 }
 
