@@ -67,8 +67,8 @@ def settle(arguments, children, programs):
     """The stations, and their catalogue; gives the stations and what keeps the port of a dead one."""
     stations = Stations(children, arguments.station, arguments.output)
     dead = DeadAddress()
-    moved = stations.all[0].link.replace("/stream", "/gone")
-    write_catalogue(programs.settings / "Funkhaus.ini", stations.rows() + [
+    moved = stations.all[0].numeric_link.replace("/stream", "/gone")
+    write_catalogue(programs.settings / "Funkhaus.ini", stations.rows(programs.numeric) + [
         ("Stilles Haus", f"{dead.address}/stream", "Rock", "", ""), ("Verzogen", moved, "Klassik", "", "")])
     return stations, dead
 

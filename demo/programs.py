@@ -27,7 +27,8 @@ class Programs:
     `settings` is the folder of the program family, `music` the one that recordings lie in, `beside` the player's own.
     """
 
-    captions = {}  # what the system calls the buttons of its boxes, where that is not German
+    numeric = False  # whether stations need addresses without names
+    captions = {}  # what the system calls its boxes' buttons and an error, where that is not German
 
     def __init__(self, children, scratch, settings, music, beside):
         self.children, self.settings, self.music, self.beside = children, settings, music, beside
@@ -41,9 +42,8 @@ class Programs:
         if process.poll() is not None:
             raise Failure(f"the program ended at once, with {process.returncode}")
         player = Player(self.pid_of(process), process)
-        before = self.report.find("window")
         resize_window(display, player.pid, *SIZE)
-        wait_for("the larger window", lambda: self.report.find("window") != before, 20)
+        wait_for("the larger window", lambda: self.report.find("window").height >= SIZE[1], 20)
         return player
 
     def shown_path(self, path):
@@ -82,7 +82,8 @@ class LinuxPrograms(Programs):
 class WindowsPrograms(Programs):
     """From an unpacked archive, under Wine in a prefix that exists; `build` has the demonstration's own program."""
 
-    captions = {"Ja": "Yes", "Nein": "No"}
+    numeric = True
+    captions = {"Ja": "Yes", "Nein": "No", "Das System kann die angegebene Datei nicht finden.": "File not found."}
 
     def __init__(self, children, scratch, build, unpacked):
         prefix = pathlib.Path(os.environ["WINEPREFIX"])

@@ -65,6 +65,7 @@ class Station:
             raise Failure(f"the server of {entry.name} did not start")
         self.address = f"http://127.0.0.1:{self.lines('port ')[0]}"
         self.link = f"http://{entry.host}.{HOST}:{self.lines('port ')[0]}{entry.target}"
+        self.numeric_link = self.address + entry.target
 
     def lines(self, beginning):
         """The rests of the log's lines that begin so."""
@@ -83,9 +84,10 @@ class Stations:
         """Of all logs."""
         return [line for station in self.all for line in station.lines(beginning)]
 
-    def rows(self):
-        """(name, link, genre, favourite, entry of a playlist) of every station."""
-        return [(station.entry.name, station.link, station.entry.genre, "1" if station.entry.favourite else "",
+    def rows(self, numeric=False):
+        """(name, link, genre, favourite, entry of a playlist) of every station; `numeric` for systems that do not know
+        the names of RFC 6761."""
+        return [(station.entry.name, station.numeric_link if numeric else station.link, station.entry.genre, "1" if station.entry.favourite else "",
                  station.entry.number) for station in self.all]
 
 
@@ -95,7 +97,7 @@ class DeadAddress:
     def __init__(self):
         self.socket = socket.socket()
         self.socket.bind(("127.0.0.1", 0))
-        self.address = f"http://stilles-haus.{HOST}:{self.socket.getsockname()[1]}"
+        self.address = f"http://127.0.0.1:{self.socket.getsockname()[1]}"
 
 
 def write_catalogue(path, rows):

@@ -15,7 +15,7 @@ FILES = PROGRAMS + ("Handbuch.html", "LiesMich.txt", "images/window.png", "Langu
                     "RadioJPG/LiesMich.txt", "Lizenzen/Funkhausplayer.txt", "Lizenzen/GCC.txt", "Lizenzen/mingw-w64.txt")
 # Part of every Windows since 10.
 SYSTEM = {"advapi32", "avrt", "bcrypt", "comctl32", "comdlg32", "dwmapi", "gdi32", "gdiplus", "kernel32", "mf", "mfplat",
-          "msimg32", "msvcrt", "ole32", "oleacc", "oleaut32", "propsys", "shell32", "shlwapi", "user32", "uxtheme",
+          "msimg32", "msvcrt", "normaliz", "ole32", "oleacc", "oleaut32", "propsys", "shell32", "shlwapi", "user32", "uxtheme",
           "version", "windowscodecs", "wininet", "winmm"}
 
 
