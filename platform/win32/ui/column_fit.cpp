@@ -47,12 +47,16 @@ void ColumnFit::Fit() {
     room = RoomIn(window_);
     const std::vector<int> shown = Shown();
     const std::vector<int> widths = shares_.Widths(shown, room);
+    if (widths != shown) Redraw();
     for (std::size_t column = 0; column < widths.size(); ++column) {
       if (shown[column] != widths[column])
         ::SendMessageW(window_, LVM_SETCOLUMNWIDTH, column, widths[column]);
     }
   }
 }
+
+/// The system redraws what a column has become wider by; a text that is cut in its middle changes as a whole.
+void ColumnFit::Redraw() const { ::InvalidateRect(window_, nullptr, FALSE); }
 
 void ColumnFit::FollowHeader(const tagNMHDR& notice) {
   if (fitting_ || notice.hwndFrom != HeaderOf(window_)) return;
@@ -66,6 +70,7 @@ void ColumnFit::FollowHeader(const tagNMHDR& notice) {
     case HDN_ITEMCHANGEDW:
       if (!pressed_ || change.pitem == nullptr || (change.pitem->mask & HDI_WIDTH) == 0) return;
       shares_.Drag(change.iItem, WidthOf(change.iItem));
+      Redraw();
       return Fit();
     case HDN_ENDTRACKA:
     case HDN_ENDTRACKW:

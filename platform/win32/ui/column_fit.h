@@ -31,6 +31,7 @@ class ColumnFit {
 
  private:
   [[nodiscard]] int WidthOf(int column) const;
+  void Redraw() const;
   void FitToTexts(int column);
   void EndDrag();
 

@@ -96,6 +96,23 @@ TEST_F(Win32ColumnFitTest, DoubleClickOnAnEdgeFitsTheColumnToItsTextsForGood) {
   EXPECT_EQ(Shown()[0], *list.Columns()[0].users_width);
 }
 
+TEST_F(Win32ColumnFitTest, ColumnThatGetsWiderIsPaintedAnewAsAWhole) {
+  list.AddRow({.cells = {u"Köln", u"http"}});
+  loop.ProcessPendingMessages();
+  ::UpdateWindow(Of(list));
+  list.Move({0, 0, 8400, 3000});
+  RECT dirty{};
+  ::GetUpdateRect(Of(list), &dirty, FALSE);
+  EXPECT_EQ(dirty.left, 0);
+  ::UpdateWindow(Of(list));
+  const int from = Edge(0);
+  Press(0);
+  Mouse(WM_MOUSEMOVE, from + 30, MK_LBUTTON);
+  ::GetUpdateRect(Of(list), &dirty, FALSE);
+  EXPECT_EQ(dirty.left, 0);
+  Mouse(WM_LBUTTONUP, from + 30, 0);
+}
+
 TEST_F(Win32ColumnFitTest, WindowThatClosesInTheMiddleOfADragLosesNothing) {
   Press(1);
   Mouse(WM_MOUSEMOVE, Edge(1) + 30, MK_LBUTTON);
