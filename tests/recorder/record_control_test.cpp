@@ -68,7 +68,7 @@ TEST_F(Window, GuideThatIsMissingOrCannotBeOpenedIsReported) {
   app::RecordForm form;
   const RecordControl without(form, rig_.recording, rig_.files, shell_, {.folder = u"", .guide = u""});
   form.show_guide.Click();
-  EXPECT_EQ(form.state.Caption(), u"Das Handbuch (handbuch.md) ist nicht installiert.");
+  EXPECT_EQ(form.state.Caption(), u"Das Handbuch ist nicht installiert.");
   EXPECT_TRUE(shell_.launches.empty());
 }
 

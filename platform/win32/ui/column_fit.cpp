@@ -72,6 +72,7 @@ void ColumnFit::FollowHeader(const tagNMHDR& notice) {
       shares_.Drag(change.iItem, WidthOf(change.iItem));
       Redraw();
       return Fit();
+    case NM_RELEASEDCAPTURE:  // another window may have taken the mouse away
     case HDN_ENDTRACKA:
     case HDN_ENDTRACKW:
       return EndDrag();

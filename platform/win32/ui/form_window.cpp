@@ -222,7 +222,7 @@ void FormWindow::FollowUser(unsigned int dots) {
   RECT area{};
   ::GetClientRect(Handle(), &area);
   if (::IsIconic(Handle()) == 0) TakeSize(static_cast<int>(area.right), static_cast<int>(area.bottom));
-  ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+  ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 void FormWindow::AskToClose() {

@@ -113,6 +113,18 @@ TEST_F(Win32ColumnFitTest, ColumnThatGetsWiderIsPaintedAnewAsAWhole) {
   Mouse(WM_LBUTTONUP, from + 30, 0);
 }
 
+TEST_F(Win32ColumnFitTest, DragEndsWhenTheMouseIsTakenAway) {
+  const int from = Edge(1);
+  Press(1);
+  Mouse(WM_MOUSEMOVE, from - 30, MK_LBUTTON);
+  ::SetCapture(window->Handle());
+  ::ReleaseCapture();
+  Mouse(WM_LBUTTONUP, from - 30, 0);
+  EXPECT_TRUE(Until([this] { return list.Columns()[1].users_width.has_value(); }));
+  list.Move({0, 0, 8400, 3000});
+  EXPECT_EQ(Shown()[1], *list.Columns()[1].users_width);
+}
+
 TEST_F(Win32ColumnFitTest, WindowThatClosesInTheMiddleOfADragLosesNothing) {
   Press(1);
   Mouse(WM_MOUSEMOVE, Edge(1) + 30, MK_LBUTTON);
