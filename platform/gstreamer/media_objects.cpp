@@ -20,14 +20,17 @@ class OpeningLimit {
   explicit OpeningLimit(const ItemServices& services) : services_(services) {}
 
   [[nodiscard]] bool IsReached() {
-    const auto now = std::chrono::steady_clock::now();
-    if (!end_ && services_.framework.WasStarted()) end_ = now + services_.open_deadline;
-    return end_ && now >= *end_;
+    const auto now = Clock::now();
+    if (end_ == kNotBegun && services_.framework.WasStarted()) end_ = now + services_.open_deadline;
+    return now >= end_;
   }
 
  private:
+  using Clock = std::chrono::steady_clock;
+  static constexpr Clock::time_point kNotBegun = Clock::time_point::max();
+
   const ItemServices& services_;
-  std::optional<std::chrono::steady_clock::time_point> end_;
+  Clock::time_point end_ = kNotBegun;
 };
 
 }  // namespace
