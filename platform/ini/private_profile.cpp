@@ -22,21 +22,33 @@ Text DefaultText(const Text& default_value) {
 IniPrivateProfile::IniPrivateProfile(NativePaths& paths, ProfileFiles& disk, TextConversion& conversion)
     : paths_(paths), disk_(disk), conversion_(conversion) {}
 
+bool IniPrivateProfile::GroupFile::Is(const Text& asked) const {
+  return file != nullptr && std::equal(path.begin(), path.end(), asked.begin(), asked.end());
+}
+
 IniFile* IniPrivateProfile::FileToRead(const Text& path) {
   if (open_read_groups_ == 0) return FileOf(paths_.ToNativeForReading(path));
-  if (group_read_.file == nullptr || group_read_.path != path) {
+  if (!group_read_.Is(path)) {
     IniFile* const file = FileOf(paths_.ToNativeForReading(path));
     group_read_ = {path, file};
   }
   return group_read_.file;
 }
 
-IniFile* IniPrivateProfile::FileToWrite(const Text& path) { return FileOf(paths_.ToNative(path)); }
+IniFile* IniPrivateProfile::FileToWrite(const Text& path) {
+  if (open_groups_ == 0) return FileOf(paths_.ToNative(path));
+  if (!group_write_.Is(path)) {
+    IniFile* const file = FileOf(paths_.ToNative(path));
+    group_write_ = {path, file};
+  }
+  return group_write_.file;
+}
 
 IniFile* IniPrivateProfile::FileOf(const std::string& native) {
   if (native.empty() || native.find('\0') != std::string::npos) return nullptr;
   if (files_.size() >= kMostFiles && !files_.contains(native)) {
     group_read_ = {};
+    group_write_ = {};
     std::erase_if(files_, [](const auto& entry) { return !entry.second.HasCollected(); });
   }
   return &files_.try_emplace(native, disk_, conversion_, native).first->second;
@@ -136,6 +148,7 @@ bool IniPrivateProfile::EndWriteGroup() {
   if (open_groups_ == 0) return true;
   --open_groups_;
   if (open_groups_ > 0) return true;
+  group_write_ = {};
   if (!std::exchange(group_refused_, false)) return WriteCollected();
   for (auto& [path, file] : files_) file.Abandon();
   return false;

@@ -34,6 +34,13 @@ class IniPrivateProfile final : public PrivateProfile {
   void EndReadGroup() override;
 
  private:
+  /// What an open group asked for last: it names the same file for each of its values.
+  struct GroupFile {
+    Text path;
+    IniFile* file = nullptr;
+    [[nodiscard]] bool Is(const Text& asked) const;
+  };
+
   [[nodiscard]] IniFile* FileToRead(const Text& path);
   [[nodiscard]] IniFile* FileToWrite(const Text& path);
   [[nodiscard]] IniFile* FileOf(const std::string& native);
@@ -52,10 +59,8 @@ class IniPrivateProfile final : public PrivateProfile {
   bool group_refused_ = false;  ///< a change of the open group was refused
   int open_read_groups_ = 0;
   std::uint64_t last_read_group_ = IniFile::kNoGroup;
-  struct {
-    Text path;
-    IniFile* file = nullptr;
-  } group_read_;  ///< what the open read group read last
+  GroupFile group_read_;
+  GroupFile group_write_;
 };
 
 }  // namespace platform::ini

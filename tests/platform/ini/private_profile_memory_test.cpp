@@ -31,5 +31,28 @@ TEST_F(PrivateProfileMemory, EightFilesAreKeptInMemoryAndNoMore) {
   EXPECT_EQ(disk.reads, 10);
 }
 
+TEST_F(PrivateProfileMemory, AGroupThatWritesManyFilesInTurnWritesToEachItsOwn) {
+  constexpr int kFiles = 12;
+  const auto path = [this](int number) { return folder.TextPath(std::to_string(number)); };
+  const auto write = [&](int number, const Text& key) {
+    EXPECT_TRUE(profile.WritePrivateProfileStringW(u"a", key, Text(1, static_cast<char16_t>(u'A' + number)),
+                                                   path(number)));
+  };
+  {
+    WriteGroup group(profile);
+    for (int number = 0; number < kFiles; ++number) write(number, u"k");
+    // Between two writes another file is looked at, and unchanged files leave the memory.
+    for (int number = 0; number < kFiles; ++number) {
+      EXPECT_FALSE(profile.CopySection(u"none", path(kFiles + number)));
+      write(number, u"l");
+    }
+    EXPECT_TRUE(group.End());
+  }
+  for (int number = 0; number < kFiles; ++number) {
+    const std::string value(1, static_cast<char>('A' + number));
+    EXPECT_EQ(folder.Read(std::to_string(number)), "[a]\r\nk=" + value + "\r\nl=" + value + "\r\n");
+  }
+}
+
 }  // namespace
 }  // namespace platform::ini
