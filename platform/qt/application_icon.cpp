@@ -1,5 +1,6 @@
 #include "platform/qt/application_icon.h"
 
+#include <QIconEngine>
 #include <QPainter>
 #include <QPixmap>
 
@@ -37,20 +38,38 @@ void DrawIcon(QPainter& painter) {
   }
 }
 
-}  // namespace
+/// Draws the icon whenever it is asked for: kept in all its sizes it takes a third of a megabyte, and who
+/// asks, a window manager for one, has pictures of its own after that.
+class DrawnIcon final : public QIconEngine {
+ public:
+  void paint(QPainter* painter, const QRect& place, QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
+    constexpr double kUnits = 64.0;
+    painter->save();
+    painter->translate(place.topLeft());
+    painter->scale(place.width() / kUnits, place.height() / kUnits);
+    DrawIcon(*painter);
+    painter->restore();
+  }
 
-QIcon ApplicationIcon() {
-  QIcon drawn;
-  constexpr double kUnits = 64.0;
-  for (const int side : {16, 24, 32, 48, 64, 128, 256}) {
-    QPixmap pixmap(side, side);
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    QPixmap pixmap(size);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
-    painter.scale(side / kUnits, side / kUnits);
-    DrawIcon(painter);
-    drawn.addPixmap(pixmap);
+    paint(&painter, pixmap.rect(), mode, state);
+    return pixmap;
   }
-  return drawn;
-}
+
+  QList<QSize> availableSizes(QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
+    QList<QSize> sizes;
+    for (const int side : {16, 24, 32, 48, 64, 128, 256}) sizes.append(QSize(side, side));
+    return sizes;
+  }
+
+  [[nodiscard]] QIconEngine* clone() const override { return new DrawnIcon; }
+};
+
+}  // namespace
+
+QIcon ApplicationIcon() { return QIcon(new DrawnIcon); }
 
 }  // namespace platform::qt
