@@ -68,5 +68,26 @@ TEST(CommandLine, TheUsageNamesTheProgramAndItsArgument) {
   EXPECT_THAT(std::string(Usage()), testing::StartsWith("Aufruf: OZRecordFunkhaus [--terminal] [ADRESSE]\n"));
 }
 
+TEST(CommandLine, ATailIsOneLinkWithItsBlanksAndMarks) {
+  EXPECT_EQ(ReadCommandTail("http://h/a  b\"c\\\" d").link, "http://h/a  b\"c\\\" d");
+  EXPECT_EQ(ReadCommandTail("http://h/a\r\n").link, "http://h/a");
+  EXPECT_EQ(ReadCommandTail("").wish, Wish::kRecord);
+  EXPECT_EQ(ReadCommandTail("").link, "");
+  EXPECT_EQ(ReadCommandTail("C:\\Meine Musik\\liste.m3u").link, "C:\\Meine Musik\\liste.m3u");
+}
+
+TEST(CommandLine, AMarkRoundTheWholeTailIsTakenOff) {
+  EXPECT_EQ(ReadCommandTail("\"http://h/a b\"").link, "http://h/a b");
+  EXPECT_EQ(ReadCommandTail("\"http://h/a\" \"b\"").link, "\"http://h/a\" \"b\"");
+  EXPECT_EQ(ReadCommandTail("\"").link, "\"");
+  EXPECT_EQ(ReadCommandTail("\"\"").link, "");
+}
+
+TEST(CommandLine, ATailCanBeAnOption) {
+  EXPECT_EQ(ReadCommandTail(" --help ").wish, Wish::kHelp);
+  EXPECT_EQ(ReadCommandTail("--nonsense").wish, Wish::kWrongUse);
+  EXPECT_EQ(ReadCommandTail("--terminal").form, CommandLine::Form::kTerminal);
+}
+
 }  // namespace
 }  // namespace recorder

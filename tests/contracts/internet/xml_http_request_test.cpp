@@ -30,6 +30,11 @@ class XmlHttp : public testing::Test {
     }
     return true;
   }
+  bool AsksTheServer(XmlHttpRequest& request) {
+    const auto deadline = std::chrono::steady_clock::now() + kDeadline;
+    while (server_.Requests().empty() && std::chrono::steady_clock::now() < deadline) request.ReadyState();
+    return !server_.Requests().empty();
+  }
   // The text of a request that completes.
   Text Fetch(const std::string& target) {
     const auto request = Ask(target);
@@ -133,8 +138,7 @@ TEST_F(XmlHttp, AbortEndsItAtAnyTime) {
   request->Abort();
   request->Open(u"GET", Wide(server_.Url()), true);
   request->Send();
-  EXPECT_TRUE(server_.WaitForRequests(1, kDeadline));
-  EXPECT_NE(request->ReadyState(), 0);
+  EXPECT_TRUE(AsksTheServer(*request));
   request->Abort();
   EXPECT_EQ(request->ReadyState(), 0);
   EXPECT_EQ(request->ResponseText(), u"");
@@ -221,7 +225,7 @@ TEST_F(XmlHttp, AnEndlessStreamIsClosedAndNeverCompletes) {
   if (under_test::ReportsEveryState()) {
     EXPECT_TRUE(Reaches(*request, 3));
   }
-  EXPECT_TRUE(server_.WaitForRequests(1, kDeadline));
+  EXPECT_TRUE(AsksTheServer(*request));
   std::int32_t highest = 0;
   const auto deadline = std::chrono::steady_clock::now() + kDeadline / 2;
   while (server_.OpenConnections() > 0 && std::chrono::steady_clock::now() < deadline) {

@@ -7,7 +7,7 @@
 #include <functional>
 #include <sstream>
 
-#include "tests/platform/curl/client_rig.h"
+#include "tests/contracts/internet/client_rig.h"
 #include "tests/support/child_process.h"
 #include "tests/support/icy_station.h"
 #include "tests/support/media_files.h"
@@ -114,6 +114,22 @@ TEST_F(RecordingOfAStation, ATitleEachGivesFilesThatPlay) {
     if (SizeOf(name) < 4000) continue;  // the one that was just begun
     EXPECT_GT(SecondsOfMusic(name), 0.1) << name;
   }
+}
+
+TEST_F(Recording, OfAnIcecastServerByTitlePlays) {
+  under_test::Icecast server;
+  rig_.client->StreamUrl(Wide(server.FeedTone("/mp3")));
+  server.SetTitle("/mp3", "Erster");
+  bool first = false;
+  bool second = false;
+  rig_.client->RecStreamCurrentPlaying = [&](const Text& sStreamTitle, const Text&, const Text&) {
+    if (sStreamTitle == u"Erster" && !first) server.SetTitle("/mp3", "Zweiter");
+    first = first || sStreamTitle == u"Erster";
+    second = sStreamTitle == u"Zweiter";
+  };
+  const auto interval = rig_.client->GetStreamQueryInfo(9);
+  Record(interval, [&] { return second && SizeOf("Zweiter.mp3") > 8000; });
+  for (const std::string name : {"Erster.mp3", "Zweiter.mp3"}) EXPECT_GT(SecondsOfMusic(name), 0) << name;
 }
 
 TEST_F(Recording, WhatIsReadIsOnTheDiskAtOnce) {

@@ -19,7 +19,7 @@
 
 namespace under_test {
 
-using Clock = platform::posix::PosixClock;
+using NetClock = platform::posix::PosixClock;
 using IcyServer = test_support::ScriptedIcyServer;
 using Internet = platform::curl::CurlInternet;
 using InternetSettings = platform::curl::InternetSettings;

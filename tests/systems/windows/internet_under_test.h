@@ -19,7 +19,7 @@
 
 namespace under_test {
 
-using Clock = platform::win32::Win32Clock;
+using NetClock = platform::win32::Win32Clock;
 using Icecast = test_support::RemoteIcecastServer;
 using IcyServer = test_support::RemoteIcyServer;
 using Internet = platform::win32::Win32Internet;

@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/platform/curl/client_rig.h"
+#include "tests/contracts/internet/client_rig.h"
 
-namespace platform::curl {
+namespace platform {
 namespace {
 
 using test_support::AudioBytes;
@@ -176,7 +176,9 @@ TEST_F(StreamClient, ALiveStreamIsNoPlaylistAsSoonAsItsHeaderIsThere) {
                             clock,         rig_.loop,     rig_.conversion};
   EXPECT_FALSE(stream::clsFunkhaus(ports).IsUrlPlaylist(Wide(rig_.server.Url("/live"))));
   EXPECT_EQ(clock.whole_seconds, test_support::FakeClock().whole_seconds);
-  EXPECT_TRUE(rig_.server.WaitForAllClosed(kDeadline));
+  if (under_test::EndsPlaylistRequests()) {
+    EXPECT_TRUE(rig_.server.WaitForAllClosed(kDeadline));
+  }
 }
 
 TEST_F(StreamClient, ASilentServerIsWaitedForOnceAndThenFailsAtOnce) {
@@ -202,7 +204,9 @@ TEST_F(StreamClient, AnEndlessStreamIsNoPlaylistAndIsSoonClosed) {
   EXPECT_FALSE(rig_.client->IsUrlPlaylist(Wide(rig_.server.Url("/live"))));
   EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
   EXPECT_GT(rig_.loop.pumps, 0);
-  EXPECT_TRUE(rig_.server.WaitForAllClosed(kDeadline));
+  if (under_test::EndsPlaylistRequests()) {
+    EXPECT_TRUE(rig_.server.WaitForAllClosed(kDeadline));
+  }
 }
 
 TEST_F(StreamClient, ReleasingItEndsARunningReaderAndItsConnection) {
@@ -212,8 +216,10 @@ TEST_F(StreamClient, ReleasingItEndsARunningReaderAndItsConnection) {
   const auto start = std::chrono::steady_clock::now();
   EXPECT_EQ(rig_.client->ReadStreamMetaData2(kInterval), u"");
   EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
-  EXPECT_TRUE(rig_.server.WaitForAllClosed(kDeadline));
+  if (under_test::EndsSilentConnections()) {
+    EXPECT_TRUE(rig_.server.WaitForAllClosed(kDeadline));
+  }
 }
 
 }  // namespace
-}  // namespace platform::curl
+}  // namespace platform

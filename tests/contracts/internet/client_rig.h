@@ -5,29 +5,26 @@
 #include <memory>
 #include <string>
 
-#include "platform/curl/curl_xml_http_request.h"
-#include "platform/posix/clock.h"
-#include "platform/posix/native_paths.h"
-#include "platform/posix/record_files.h"
+#include "files_under_test.h"
 #include "stream/cls_funkhaus.h"
 #include "tests/contracts/internet/internet_rig.h"
 #include "tests/support/temp_folder.h"
 
-namespace platform::curl {
+namespace platform {
 
 struct ClientRig : InternetRig {
-  explicit ClientRig(const InternetSettings& settings = {}) : InternetRig(settings) {
+  explicit ClientRig(const under_test::InternetSettings& settings = {}) : InternetRig(settings) {
     environment.program_folder = folder.TextPath();
   }
 
-  CurlXmlHttpRequests requests{conversion};
-  posix::PosixNativePaths paths;
-  posix::PosixRecordFiles files{paths};
+  under_test::XmlHttpRequests requests{conversion};
+  under_test::Disk disk;
+  RecordFiles& files = disk.record_files;
   test_support::FakeEnvironment environment;
-  posix::PosixClock clock;
+  under_test::NetClock clock;
   test_support::TempFolder folder;
   std::unique_ptr<stream::clsFunkhaus> client = std::make_unique<stream::clsFunkhaus>(
       stream::Ports{internet, requests, files, environment, clock, loop, conversion});
 };
 
-}  // namespace platform::curl
+}  // namespace platform
