@@ -118,14 +118,19 @@ packages_bench=(
     vlc-plugin-qt
 )
 
-# To build the program for Windows and to try it here. GoogleTest is compiled from its source for that system.
+# To build the program for Windows and to try it here. GoogleTest is compiled from its source for that system, and
+# g++ makes the servers that its tests are given on this one.
 packages_windows=(
     binutils-mingw-w64-x86-64
     cmake
     cmark-gfm
+    ffmpeg
+    g++
     g++-mingw-w64-x86-64-posix
     googletest
+    icecast2
     ninja-build
+    openssl
     pulseaudio
     pulseaudio-utils
     python3
