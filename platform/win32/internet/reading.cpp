@@ -62,11 +62,12 @@ bool Reading::Append(std::string_view bytes) {
   return !cancelled_;
 }
 
-void Reading::End(InternetFailure failure) {
+void Reading::End(InternetFailure failure, std::uint32_t error) {
   const std::lock_guard lock(mutex_);
   if (ended_) return;
   ended_ = true;
   failure_ = failure;
+  error_ = error;
   connecting_since_.reset();
   owed_since_.reset();
   Note();
@@ -132,6 +133,11 @@ bool Reading::HasEnded() const {
 InternetFailure Reading::Failure() const {
   const std::lock_guard lock(mutex_);
   return failure_;
+}
+
+std::uint32_t Reading::Error() const {
+  const std::lock_guard lock(mutex_);
+  return error_;
 }
 
 std::size_t Reading::Buffered() const {

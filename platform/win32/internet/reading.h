@@ -29,7 +29,7 @@ class Reading {
   void Answer(const http::AnswerHeader& header);
   /// Waits while the buffer is full; false after Cancel.
   bool Append(std::string_view bytes);
-  void End(InternetFailure failure);
+  void End(InternetFailure failure, std::uint32_t error = 0);
 
   /// Nothing is wanted any more: ends every wait inside this object, and those of the library that it can
   /// end.
@@ -58,6 +58,8 @@ class Reading {
   [[nodiscard]] const http::AnswerHeader& Header() const;
   [[nodiscard]] bool HasEnded() const;
   [[nodiscard]] InternetFailure Failure() const;
+  /// The library's own number for it; 0 when it has none.
+  [[nodiscard]] std::uint32_t Error() const;
   [[nodiscard]] std::size_t Buffered() const;
   [[nodiscard]] milliseconds QuietFor() const;
   std::size_t Take(std::span<std::byte> buffer);
@@ -77,6 +79,7 @@ class Reading {
   http::AnswerHeader header_;
   bool ended_ = false;
   InternetFailure failure_ = InternetFailure::kNone;
+  std::uint32_t error_ = 0;
   std::string buffer_;
   std::size_t taken_ = 0;  ///< from the start of buffer_
   Clock::time_point last_arrival_ = Clock::now();

@@ -35,6 +35,16 @@ std::string Base64(std::string_view bytes) {
 
 }  // namespace
 
+std::string Utf8(TextView text) {
+  const int units = static_cast<int>(text.size());
+  std::string bytes(text.size() * 3, '\0');
+  const int length = units == 0 ? 0
+                                : ::WideCharToMultiByte(CP_UTF8, 0, WideData(text), units, bytes.data(),
+                                                        static_cast<int>(bytes.size()), nullptr, nullptr);
+  bytes.resize(static_cast<std::size_t>(length));
+  return bytes;
+}
+
 Text FromAnsi(std::string_view bytes) { return FromBytes(kCodePage, bytes); }
 
 Text HeaderText(const std::vector<std::string>& lines, std::string_view user) {

@@ -9,6 +9,9 @@
 
 namespace platform::win32 {
 
+/// In UTF-8.
+std::string Utf8(TextView text);
+
 /// Bytes of code page 1252.
 Text FromAnsi(std::string_view bytes);
 

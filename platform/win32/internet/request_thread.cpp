@@ -23,7 +23,14 @@ namespace {
 
 using http::AddressParts;
 using http::AnswerHeader;
-using Failure = std::optional<InternetFailure>;
+
+/// How a request ended.
+struct Outcome {
+  InternetFailure failure = InternetFailure::kOther;
+  DWORD error = 0;
+};
+/// Nothing while the request continues.
+using Failure = std::optional<Outcome>;
 
 constexpr DWORD kFlags = INTERNET_FLAG_RELOAD | INTERNET_FLAG_NO_CACHE_WRITE | INTERNET_FLAG_NO_COOKIES |
                          INTERNET_FLAG_NO_UI | INTERNET_FLAG_NO_AUTH | INTERNET_FLAG_NO_AUTO_REDIRECT;
@@ -36,7 +43,7 @@ constexpr int kTriesPerHop = 4;
 
 std::atomic<int> threads = 0;
 
-InternetFailure FailureOf(DWORD error) {
+InternetFailure KindOf(DWORD error) {
   switch (error) {
     case ERROR_INTERNET_TIMEOUT:
       return InternetFailure::kNoAnswer;
@@ -48,6 +55,8 @@ InternetFailure FailureOf(DWORD error) {
       return InternetFailure::kOther;
   }
 }
+
+Outcome OutcomeOf(DWORD error) { return {KindOf(error), error}; }
 
 /// The handles of one hop. They are lent to the reading while the library waits on them.
 class Hop {
@@ -145,18 +154,18 @@ class Request {
  public:
   Request(const http::ExchangeOptions& options, Reading& reading) : options_(options), reading_(reading) {}
 
-  InternetFailure Run() {
+  Outcome Run() {
     std::string address = options_.address;
     for (int redirects = 0; redirects <= http::Exchange::kMostRedirects; ++redirects) {
       const auto parts = http::PartsOf(address);
-      if (!parts) break;
+      if (!parts) return OutcomeOf(ERROR_INTERNET_INVALID_URL);
       AnswerHeader header;
       if (const Failure failure = RunHop(*parts, header)) return *failure;
       const auto next = http::ResolveReference(address, header.Value("Location"));
-      if (!next) break;
+      if (!next) return OutcomeOf(ERROR_INTERNET_INVALID_URL);
       address = *next;
     }
-    return InternetFailure::kOther;
+    return OutcomeOf(ERROR_HTTP_REDIRECT_FAILED);
   }
 
  private:
@@ -166,17 +175,17 @@ class Request {
     reading_.Begin();
     for (int tries = 1;; ++tries) {
       Hop hop(reading_, options_, parts);
-      if (!hop.IsOpen()) return InternetFailure::kOther;
+      if (!hop.IsOpen()) return Outcome{};
       const BOOL sent =
           ::HttpSendRequestW(hop.Request(), Wide(lines), static_cast<DWORD>(lines.size()), nullptr, 0);
-      const InternetFailure failure = FailureOf(::GetLastError());
-      if (reading_.IsCancelled()) return InternetFailure::kGivenUp;
+      const DWORD error = ::GetLastError();
+      if (reading_.IsCancelled()) return Outcome{InternetFailure::kGivenUp, 0};
       const bool is_answer = sent != FALSE && ReadHeader(hop.Request(), header);
       if (!is_answer && !hop.HasConnectedAnew() && tries < kTriesPerHop) {
         header = {};
         continue;
       }
-      if (!is_answer) return sent != FALSE ? InternetFailure::kOther : failure;
+      if (!is_answer) return OutcomeOf(sent != FALSE ? ERROR_HTTP_INVALID_SERVER_RESPONSE : error);
       if (!header.IsFinal()) return std::nullopt;
       return StrayHeader::MayBeBehind(header) ? ReadStrayHeader(hop.Request(), header)
                                               : ReadBody(hop.Request(), header, {});
@@ -189,17 +198,17 @@ class Request {
     piece.clear();
     // A read waits until its piece is full, so it is asked for what is there.
     const BOOL known = ::InternetQueryDataAvailable(request, &count, 0, 0);
-    if (reading_.IsCancelled()) return InternetFailure::kGivenUp;
-    if (known == FALSE) return InternetFailure::kOther;
+    if (reading_.IsCancelled()) return Outcome{InternetFailure::kGivenUp, 0};
+    if (known == FALSE) return OutcomeOf(::GetLastError());
     if (count == 0) return std::nullopt;
     piece.resize(std::min(count, kPiece));
     const BOOL read = ::InternetReadFile(request, piece.data(), static_cast<DWORD>(piece.size()), &count);
-    if (read == FALSE || reading_.IsCancelled()) return InternetFailure::kOther;
+    if (read == FALSE || reading_.IsCancelled()) return OutcomeOf(::GetLastError());
     piece.resize(count);
     return std::nullopt;
   }
 
-  InternetFailure ReadStrayHeader(void* request, const AnswerHeader& header) {
+  Outcome ReadStrayHeader(void* request, const AnswerHeader& header) {
     using State = StrayHeader::State;
     StrayHeader stray;
     std::string piece;
@@ -208,11 +217,12 @@ class Request {
       if (const Failure failure = ReadPiece(request, piece)) return *failure;
       state = stray.Add(piece);
     }
-    if (state == State::kTooLong || state == State::kGarbage) return InternetFailure::kOther;
+    if (state == State::kTooLong || state == State::kGarbage)
+      return OutcomeOf(ERROR_HTTP_INVALID_SERVER_RESPONSE);
     return ReadBody(request, state == State::kWhole ? stray.Header() : header, stray.Rest());
   }
 
-  InternetFailure ReadBody(void* request, const AnswerHeader& header, std::string piece) {
+  Outcome ReadBody(void* request, const AnswerHeader& header, std::string piece) {
     reading_.Answer(header);
     const std::optional<std::uint64_t> length = LengthOf(header);
     std::uint64_t received = 0;
@@ -220,12 +230,13 @@ class Request {
     while (!is_over) {
       if (length && received + piece.size() > *length) piece.resize(*length - received);
       received += piece.size();
-      if (!reading_.Append(piece)) return InternetFailure::kGivenUp;
+      if (!reading_.Append(piece)) return Outcome{InternetFailure::kGivenUp, 0};
       if (length && received >= *length) break;
       if (const Failure failure = ReadPiece(request, piece)) return *failure;
       is_over = piece.empty();
     }
-    return length && received < *length ? InternetFailure::kOther : InternetFailure::kNone;
+    const bool is_cut = length && received < *length;
+    return is_cut ? OutcomeOf(ERROR_INTERNET_CONNECTION_ABORTED) : Outcome{InternetFailure::kNone, 0};
   }
 
   const http::ExchangeOptions& options_;
@@ -244,7 +255,8 @@ void StartRequestThread(const http::ExchangeOptions& options, std::shared_ptr<Re
   static const bool once = [] { return AllowManyConnections(), true; }();
   static_cast<void>(once);
   const auto run = [options, reading] {
-    reading->End(Request(options, *reading).Run());
+    const Outcome outcome = Request(options, *reading).Run();
+    reading->End(outcome.failure, outcome.error);
     --threads;
   };
   if (++threads <= kMostRequestThreads) {

@@ -1,5 +1,9 @@
 #include "platform/win32/internet/web_exchange.h"
 
+#include "platform/win32/base/windows_api.h"
+
+#include <wininet.h>
+
 #include "platform/win32/internet/request_thread.h"
 
 namespace platform::win32 {
@@ -14,7 +18,7 @@ void WebExchange::Work(milliseconds slice) {
   reading_->Await(slice);
   // The library's own limit counts each of a host's addresses, and no handshake.
   if (reading_->ConnectingFor() < connect_limit_) return;
-  reading_->End(InternetFailure::kNoAnswer);
+  reading_->End(InternetFailure::kNoAnswer, ERROR_INTERNET_TIMEOUT);
   reading_->Cancel();
 }
 

@@ -2,6 +2,7 @@
 // An exchange on WinINet, for whoever must not wait: a thread of its own waits. Not for the time limits of an
 // answer.
 
+#include <cstdint>
 #include <memory>
 
 #include "platform/http/exchange.h"
@@ -25,6 +26,8 @@ class WebExchange final : public http::Exchange {
   }
   [[nodiscard]] bool HasEnded() const override { return reading_->HasEnded(); }
   [[nodiscard]] InternetFailure Failure() const override { return reading_->Failure(); }
+  /// The library's own number for a failure (ERROR_INTERNET_..., ERROR_HTTP_...); 0 when it has none.
+  [[nodiscard]] std::uint32_t Error() const { return reading_->Error(); }
   [[nodiscard]] std::size_t Buffered() const override { return reading_->Buffered(); }
   [[nodiscard]] milliseconds QuietFor() const override { return reading_->QuietFor(); }
   std::size_t Take(std::span<std::byte> buffer) override { return reading_->Take(buffer); }

@@ -7,34 +7,24 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
+#include <span>
 #include <thread>
 #include <utility>
 #include <vector>
 
-#include "platform/win32/base/wide.h"
+#include "platform/http/address.h"
+#include "platform/win32/internet/request_texts.h"
+#include "platform/win32/internet/web_exchange.h"
 #include "platform/win32/media/icy_filter.h"
 
 namespace platform::win32 {
 namespace {
 
 constexpr int kStatusOk = 200;
-constexpr DWORD kPiece = 4096;
-/// The answer must come in this time; the systems that ignore it are watched by the caller.
-constexpr DWORD kAnswerMilliseconds = 10000;
-
-class Internet {
- public:
-  explicit Internet(HINTERNET handle) : handle_(handle) {}
-  ~Internet() {
-    if (handle_ != nullptr) InternetCloseHandle(handle_);
-  }
-  Internet(const Internet&) = delete;
-  Internet& operator=(const Internet&) = delete;
-  [[nodiscard]] HINTERNET Get() const { return handle_; }
-
- private:
-  HINTERNET handle_;
-};
+constexpr std::size_t kPiece = 4096;
+/// How often the thread looks whether the connection is still wanted.
+constexpr http::milliseconds kLook{20};
+constexpr http::milliseconds kAnswerLimit{10'000};
 
 PlaybackFailure FailureOfError(DWORD error) {
   switch (error) {
@@ -66,29 +56,6 @@ PlaybackFailure FailureOfError(DWORD error) {
   }
 }
 
-int StatusOf(HINTERNET request) {
-  DWORD status = 0;
-  DWORD size = sizeof status;
-  const BOOL known =
-      HttpQueryInfoW(request, HTTP_QUERY_STATUS_CODE | HTTP_QUERY_FLAG_NUMBER, &status, &size, nullptr);
-  return known ? static_cast<int>(status) : 0;
-}
-
-HeaderFields FieldsOf(HINTERNET request) {
-  DWORD size = 0;
-  HttpQueryInfoA(request, HTTP_QUERY_RAW_HEADERS_CRLF, nullptr, &size, nullptr);
-  std::string lines(size, '\0');
-  if (size == 0 || !HttpQueryInfoA(request, HTTP_QUERY_RAW_HEADERS_CRLF, lines.data(), &size, nullptr))
-    return {};
-  lines.resize(size);
-  return ReadHeaderFields(lines);
-}
-
-std::string Field(const HeaderFields& fields, const std::string& name) {
-  const auto found = fields.find(name);
-  return found == fields.end() ? std::string() : found->second;
-}
-
 /// Without ";charset=..." and in lower case.
 std::string MediaType(const std::string& content_type) {
   std::string type = content_type.substr(0, content_type.find_first_of("; "));
@@ -97,9 +64,9 @@ std::string MediaType(const std::string& content_type) {
   return type;
 }
 
-HttpAnswer AnswerOf(int status, const HeaderFields& fields) {
-  return {status, MediaType(Field(fields, "content-type")),
-          1000 * std::atoi(Field(fields, "icy-br").c_str())};
+HttpAnswer AnswerOf(const http::AnswerHeader& header) {
+  return {kStatusOk, MediaType(header.Value("Content-Type")),
+          1000 * std::atoi(header.Value("icy-br").c_str())};
 }
 
 }  // namespace
@@ -112,11 +79,7 @@ std::shared_ptr<HttpStream> HttpStream::Open(const Text& address, const Text& us
   return stream;
 }
 
-void HttpStream::Cancel() {
-  cancelled_ = true;
-  const std::lock_guard lock(mutex_);
-  if (void* const session = std::exchange(session_, nullptr)) InternetCloseHandle(session);
-}
+void HttpStream::Cancel() { cancelled_ = true; }
 
 std::optional<HttpAnswer> HttpStream::Answer() const {
   const std::lock_guard lock(mutex_);
@@ -156,68 +119,57 @@ void HttpStream::End(PlaybackFailure failure, int status) {
   status_ = status;
 }
 
-/// Who cancels closes the session, which ends what waits on it where the system can.
-bool HttpStream::Keep(void* session) {
-  const std::lock_guard lock(mutex_);
-  if (cancelled_ || session == nullptr) return false;
-  session_ = session;
-  return true;
-}
-
 void HttpStream::Run(const Text& address, const Text& user_agent) {
-  HINTERNET session = InternetOpenW(Wide(user_agent), INTERNET_OPEN_TYPE_DIRECT, nullptr, nullptr, 0);
-  if (!Keep(session)) {
-    if (session != nullptr) InternetCloseHandle(session);
-    End(PlaybackFailure::kOther, 0);
+  const auto asked = http::RequestAddress(Utf8(address));
+  if (!asked) {
+    End(PlaybackFailure::kBadAddress, 0);
     return;
   }
-  DWORD limit = kAnswerMilliseconds;
-  InternetSetOptionW(session, INTERNET_OPTION_CONNECT_TIMEOUT, &limit, sizeof limit);
-  constexpr DWORD kFlags = INTERNET_FLAG_RELOAD | INTERNET_FLAG_NO_CACHE_WRITE | INTERNET_FLAG_NO_COOKIES |
-                           INTERNET_FLAG_NO_UI | INTERNET_FLAG_PRAGMA_NOCACHE;
-  {
-    const Internet request(InternetOpenUrlW(session, Wide(address), nullptr, 0, kFlags, 0));
-    if (request.Get() == nullptr) {
-      End(FailureOfError(GetLastError()), 0);
-    } else {
-      Read(request.Get());
+  http::ExchangeOptions options;
+  options.address = *asked;
+  options.agent = Utf8(user_agent);
+  options.connect_limit = kAnswerLimit;
+  WebExchange exchange(options);
+  while (!cancelled_ && !exchange.IsAnswered() && !exchange.HasEnded()) {
+    exchange.Work(kLook);
+    if (exchange.AnswerOwedFor() > kAnswerLimit) {
+      End(PlaybackFailure::kNoAnswer, 0);
+      return;
     }
   }
-  Cancel();
+  if (!cancelled_ && exchange.IsAnswered()) {
+    Read(exchange);
+  } else {
+    End(FailureOfError(exchange.Error()), 0);
+  }
 }
 
-void HttpStream::Read(void* request) {
-  const int status = StatusOf(request);
-  if (status != kStatusOk && status != 0) {
+void HttpStream::Read(http::Exchange& exchange) {
+  const http::AnswerHeader& header = exchange.Header();
+  const int status = std::atoi(header.StatusCode().c_str());
+  if (status != kStatusOk) {
     End(PlaybackFailure::kHttpStatus, status);
     return;
   }
-  const HeaderFields fields = FieldsOf(request);
-  const HttpAnswer headers = AnswerOf(kStatusOk, fields);
-  ReadBody(request, headers, std::strtoull(Field(fields, "content-length").c_str(), nullptr, 10),
-           std::strtoul(Field(fields, "icy-metaint").c_str(), nullptr, 10));
+  ReadBody(exchange);
 }
 
-void HttpStream::ReadBody(void* request, const HttpAnswer& headers, std::uint64_t promised,
-                          std::size_t interval) {
-  IcyFilter filter(interval);
+void HttpStream::ReadBody(http::Exchange& exchange) {
+  const http::AnswerHeader& header = exchange.Header();
+  IcyFilter filter(std::strtoul(header.Value("icy-metaint").c_str(), nullptr, 10));
   std::vector<char> piece(kPiece);
-  std::uint64_t received = 0;
   while (!cancelled_) {
-    DWORD available = 0;
-    DWORD count = 0;
-    // A read waits until its piece is full, so it is asked for what is there.
-    const bool answered =
-        InternetQueryDataAvailable(request, &available, 0, 0) != FALSE && available > 0 &&
-        InternetReadFile(request, piece.data(), std::min(available, kPiece), &count) != FALSE;
-    if (!answered || count == 0) break;
-    received += count;
+    const std::size_t count = exchange.Take(std::as_writable_bytes(std::span(piece)));
+    if (count == 0 && exchange.HasEnded() && exchange.Buffered() == 0) break;
+    if (count == 0) {
+      exchange.Work(kLook);
+      continue;
+    }
     const std::string sound = filter.Sound({piece.data(), count});
     {
       const std::lock_guard lock(mutex_);
       news_ = Clock::now();
-      if (!answer_ && !sound.empty())
-        answer_ = filter.Fields().empty() ? headers : AnswerOf(kStatusOk, filter.Fields());
+      if (!answer_ && !sound.empty()) answer_ = AnswerOf(header);
     }
     // A full buffer is not the server's silence.
     appending_ = true;
@@ -225,9 +177,10 @@ void HttpStream::ReadBody(void* request, const HttpAnswer& headers, std::uint64_
     appending_ = false;
     if (!appended) break;
   }
+  const bool has_length = !header.Value("Content-Length").empty();
   const std::lock_guard lock(mutex_);
   over_ = true;
-  complete_ = promised != 0 && received >= promised;
+  complete_ = !cancelled_ && has_length && exchange.HasEnded() && !exchange.HasFailed();
   failure_ = answer_ ? PlaybackFailure::kConnectionLost : PlaybackFailure::kHungUp;
 }
 

@@ -4,12 +4,12 @@
 
 #include <atomic>
 #include <chrono>
-#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
 
+#include "platform/http/exchange.h"
 #include "platform/win32/media/stream_buffer.h"
 #include "ports/playback_monitor.h"
 #include "ports/text.h"
@@ -30,7 +30,7 @@ class HttpStream {
   static std::shared_ptr<HttpStream> Open(const Text& address, const Text& user_agent,
                                           std::shared_ptr<StreamBuffer> buffer);
 
-  /// Nothing more is appended. Returns at once; a thread that the system holds up ends later.
+  /// Nothing more is appended. Returns at once.
   void Cancel();
   /// Set as soon as sound may be coming.
   [[nodiscard]] std::optional<HttpAnswer> Answer() const;
@@ -45,16 +45,14 @@ class HttpStream {
 
  private:
   void Run(const Text& address, const Text& user_agent);
-  void Read(void* request);
-  void ReadBody(void* request, const HttpAnswer& headers, std::uint64_t promised, std::size_t interval);
+  void Read(http::Exchange& exchange);
+  void ReadBody(http::Exchange& exchange);
   void End(PlaybackFailure failure, int status);
-  bool Keep(void* session);
 
   std::shared_ptr<StreamBuffer> buffer_;
   std::atomic<bool> cancelled_ = false;
   std::atomic<bool> appending_ = false;
   mutable std::mutex mutex_;
-  void* session_ = nullptr;
   std::optional<HttpAnswer> answer_;
   bool over_ = false;
   bool complete_ = false;

@@ -33,23 +33,5 @@ TEST(IcyFilter, WithoutAnIntervalEverythingIsSound) {
   EXPECT_EQ(SoundIn(filter, "\xFF\xFBsound", 3), "\xFF\xFBsound");
 }
 
-TEST(IcyFilter, HeaderLinesInTheBodyAreTakenOff) {
-  const std::string body =
-      "ICY 200 OK\r\nicy-name: Test\r\nContent-Type: audio/mpeg\r\nicy-br:128\r\nicy-metaint:4\r\n\r\nabcd" +
-      Block("t", 1) + "ef";
-  for (std::size_t piece = 1; piece <= body.size(); ++piece) {
-    IcyFilter filter(0);
-    EXPECT_EQ(SoundIn(filter, body, piece), "abcdef") << piece;
-    EXPECT_EQ(filter.Fields().at("content-type"), "audio/mpeg");
-    EXPECT_EQ(filter.Fields().at("icy-br"), "128");
-  }
-}
-
-TEST(IcyFilter, WhatHasNoEndIsNoHeader) {
-  IcyFilter filter(0);
-  const std::string body = "ICY " + std::string(70000, 'x');
-  EXPECT_EQ(filter.Sound(body), body);
-}
-
 }  // namespace
 }  // namespace platform::win32
