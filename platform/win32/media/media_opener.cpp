@@ -51,6 +51,10 @@ OpenedObject MediaOpener::Open(::IMFSourceResolver& resolver, const Text& addres
 void MediaOpener::NoteFailure(PlaybackNotes::Item item, HResult result) {
   if (result == kErrorCancelled) {
     notes_->GivenUp(item);
+  } else if (live_ && live_->Answer() && result == kMfEUnsupportedByteStreamType) {
+    const Text format = live_->FormatName();
+    notes_->OpeningFailed(item, format.empty() ? PlaybackFailure::kUnreadable : PlaybackFailure::kNoDecoder,
+                          0, format);
   } else if (live_ && live_->Failure() != PlaybackFailure::kNone) {
     notes_->OpeningFailed(item, live_->Failure(), live_->HttpStatus());
   } else {
@@ -83,8 +87,14 @@ OpenedObject MediaOpener::OpenLive(::IMFSourceResolver& resolver, const Text& ad
   const auto answer = live_->Answer();
   if (!answer) return {ResultOf(*live_), kMfObjectInvalid, {}};
   const auto stream = MakeByteStream(live_->Buffer(), answer->content_type);
-  return OpenByteStream(resolver, *stream.Get(), address, flags | kMfResolutionContentNeedNotMatch, wait,
-                        [this] { live_->EndReads(); });
+  OpenedObject opened =
+      OpenByteStream(resolver, *stream.Get(), address, flags | kMfResolutionContentNeedNotMatch, wait,
+                     [this] { live_->EndReads(); });
+  // There is data, so it is the data that cannot be played.
+  const bool refused =
+      opened.result != kSOk && opened.result != kErrorCancelled && opened.result != kMfENetTimeout;
+  if (refused) opened.result = kMfEUnsupportedByteStreamType;
+  return opened;
 }
 
 void MediaOpener::EndReads() {

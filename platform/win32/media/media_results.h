@@ -13,6 +13,12 @@ inline constexpr HResult kMfEAttributeNotFound = static_cast<HResult>(0xC00D36E6
 inline constexpr HResult kMfETopologyCodecNotFound = static_cast<HResult>(0xC00D5212u);
 inline constexpr HResult kMfENoAudioPlaybackDevice = static_cast<HResult>(0xC00D4E84u);
 inline constexpr HResult kMfEAudioPlaybackDeviceInvalidated = static_cast<HResult>(0xC00D4E86u);
+inline constexpr HResult kMfENetWrite = static_cast<HResult>(0xC00D4269u);
+inline constexpr HResult kMfENetRead = static_cast<HResult>(0xC00D426Au);
+/// ERROR_INTERNET_NAME_NOT_RESOLVED, _CONNECTION_ABORTED and _CONNECTION_RESET as results.
+inline constexpr HResult kInternetNameNotResolved = static_cast<HResult>(0x80072EE7u);
+inline constexpr HResult kInternetConnectionAborted = static_cast<HResult>(0x80072EFEu);
+inline constexpr HResult kInternetConnectionReset = static_cast<HResult>(0x80072EFFu);
 inline constexpr HResult kMfENetTimeout = static_cast<HResult>(0xC00D4278u);
 
 }  // namespace platform::win32

@@ -6,27 +6,23 @@ namespace platform::win32 {
 
 PlaybackNotes::Item PlaybackNotes::Open() {
   const std::lock_guard lock(mutex_);
-  note_ = {PlaybackState::kConnecting};
+  note_ = {.state = PlaybackState::kConnecting};
   return ++latest_;
 }
 
 void PlaybackNotes::OpeningFailed(Item item, HResult result) { OpeningFailed(item, FailureOf(result), 0); }
 
-void PlaybackNotes::OpeningFailed(Item item, PlaybackFailure failure, int http_status) {
-  Change(item, {PlaybackState::kFailed, failure, http_status});
+void PlaybackNotes::OpeningFailed(Item item, PlaybackFailure failure, int http_status, const Text& format) {
+  Change(item, {PlaybackState::kFailed, failure, http_status, format});
 }
 
-void PlaybackNotes::Started(Item item) { Change(item, {PlaybackState::kPlaying}); }
-void PlaybackNotes::Paused(Item item) { Change(item, {PlaybackState::kPaused}); }
-void PlaybackNotes::Stopped(Item item) { Change(item, {PlaybackState::kStopped}); }
-void PlaybackNotes::Ended(Item item) { Change(item, {PlaybackState::kEnded}); }
+void PlaybackNotes::Started(Item item) { Change(item, {.state = PlaybackState::kPlaying}); }
+void PlaybackNotes::Paused(Item item) { Change(item, {.state = PlaybackState::kPaused}); }
+void PlaybackNotes::Stopped(Item item) { Change(item, {.state = PlaybackState::kStopped}); }
+void PlaybackNotes::Ended(Item item) { Change(item, {.state = PlaybackState::kEnded}); }
 
 void PlaybackNotes::Broken(Item item, HResult result) {
-  if (result == kMfENoAudioPlaybackDevice || result == kMfEAudioPlaybackDeviceInvalidated) {
-    Change(item, {PlaybackState::kNoDevice});
-    return;
-  }
-  Change(item, {PlaybackState::kFailed, FailureOf(result)});
+  Change(item, {.state = PlaybackState::kFailed, .failure = FailureOf(result)});
 }
 
 PlaybackNotes::Item PlaybackNotes::Latest() const {
@@ -40,6 +36,7 @@ PlaybackStatus PlaybackNotes::Status() const {
   status.state = note_.state;
   status.failure = note_.failure;
   status.http_status = note_.http_status;
+  status.format = note_.format;
   return status;
 }
 
@@ -63,6 +60,16 @@ PlaybackFailure FailureOf(HResult result) {
       return PlaybackFailure::kUnreadable;
     case kMfENetTimeout:
       return PlaybackFailure::kNoAnswer;
+    case kMfENoAudioPlaybackDevice:
+    case kMfEAudioPlaybackDeviceInvalidated:
+      return PlaybackFailure::kNoSoundDevice;
+    case kMfENetRead:
+    case kMfENetWrite:
+    case kInternetConnectionAborted:
+    case kInternetConnectionReset:
+      return PlaybackFailure::kConnectionLost;
+    case kInternetNameNotResolved:
+      return PlaybackFailure::kUnknownHost;
     default:
       return PlaybackFailure::kOther;
   }

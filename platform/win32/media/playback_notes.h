@@ -6,6 +6,7 @@
 
 #include "ports/interface_call.h"
 #include "ports/playback_monitor.h"
+#include "ports/text.h"
 
 namespace platform::win32 {
 
@@ -20,7 +21,7 @@ class PlaybackNotes {
   /// The caller gave the opening up.
   void GivenUp(Item item) { Change(item, {PlaybackState::kStopped}); }
   void OpeningFailed(Item item, HResult result);
-  void OpeningFailed(Item item, PlaybackFailure failure, int http_status);
+  void OpeningFailed(Item item, PlaybackFailure failure, int http_status, const Text& format = {});
   void Started(Item item);
   void Paused(Item item);
   void Stopped(Item item);
@@ -36,6 +37,7 @@ class PlaybackNotes {
     PlaybackState state = PlaybackState::kStopped;
     PlaybackFailure failure = PlaybackFailure::kNone;
     int http_status = 0;
+    Text format = {};
   };
   void Change(Item item, const Note& note);
 

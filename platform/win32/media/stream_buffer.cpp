@@ -115,7 +115,7 @@ StreamBuffer::Length StreamBuffer::SoundBefore(std::uint64_t position) const {
 
 bool StreamBuffer::Answerable(const Wanted& wanted) const {
   if (ended_ || finished_) return true;
-  return gate_ == Gate::kOpen && End() >= wanted.position + wanted.target.size();
+  return gate_ == Gate::kOpen && End() >= wanted.position + std::min(wanted.target.size(), kEnough);
 }
 
 StreamBuffer::Answer StreamBuffer::Take(Wanted wanted) {

@@ -28,12 +28,14 @@ class StreamBuffer {
   static constexpr std::uint64_t kLength = std::uint64_t{1} << 40;
   /// A reader may go back this far, as one does that has first looked at the beginning.
   static constexpr std::size_t kKeptBehind = 1 << 20;
+  /// Whoever asks for large blocks would wait for seconds until a station has sent one.
+  static constexpr std::size_t kEnough = 4096;
   /// No more than this is taken from a server before it is asked for.
   static constexpr std::size_t kMostAhead = 1 << 19;
 
-  /// `done` gets the number of bytes once all of `target` is filled: at once, or in a later call of another
-  /// member. It gets less when no more comes, and nothing for a position that has passed or lies far ahead,
-  /// such as the end.
+  /// `done` gets the number of bytes once all that was asked for is there, or kEnough of it: at once, or in a
+  /// later call of another member. It gets less when no more comes, and nothing for a position that has
+  /// passed or lies far ahead, such as the end.
   void Read(std::uint64_t position, std::span<std::byte> target, Done done);
   /// Waits while the buffer is full. False once reading has ended or `cancelled` is set.
   bool Append(std::span<const std::byte> bytes, const std::atomic<bool>& cancelled);

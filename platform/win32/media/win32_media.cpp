@@ -7,6 +7,7 @@
 #include <objidl.h>
 
 #include <bit>
+#include <cstdio>
 #include <map>
 #include <utility>
 
@@ -42,6 +43,12 @@ class ComApartment {
   bool mine_;
 };
 
+void WriteLog(const std::string& line) {
+  const std::string written = "sound: " + line + "\n";
+  std::fputs(written.c_str(), stderr);
+  OutputDebugStringA(written.c_str());
+}
+
 template <typename... Arguments>
 bool Is(const Operation<Arguments...>& operation, Interface interface_id, std::int32_t slot) {
   return operation.interface_id == interface_id && operation.slot == slot;
@@ -53,9 +60,7 @@ struct Win32Media::Impl {
   Impl(MessageLoop& loop, const Win32MediaOptions& given)
       : options(given), opener(loop, {given.open_deadline, {given.stall_limit, given.user_agent}}, notes) {}
 
-  void Log(const std::string& line) const {
-    if (options.log) options.log(line);
-  }
+  void Log(const std::string& line) const { options.log ? options.log(line) : WriteLog(line); }
   template <typename Made>
   HResult Enter(HRESULT result, Made* made, Interface interface_id, InterfaceHandle& out) {
     if (result == S_OK) out = table.Enter(made, interface_id);

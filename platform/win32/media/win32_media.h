@@ -26,7 +26,8 @@ struct Win32MediaOptions {
   /// A live stream that sends nothing for this long is opened again.
   std::chrono::milliseconds stall_limit{15000};
   Text user_agent = u"Funkhausplayer";
-  /// Receives one line per event worth knowing; empty writes nothing. Called on the user-interface thread.
+  /// Receives one line per event worth knowing; empty writes to the standard error stream and to whoever
+  /// listens to the system's debugging messages. Called on the user-interface thread.
   std::function<void(const std::string&)> log;
 };
 

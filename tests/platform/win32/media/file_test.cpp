@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <vector>
 
@@ -66,6 +67,18 @@ TEST_F(MediaFile, VolumeAndMuteComeBack) {
   EXPECT_EQ(player->GetAudioSimpleMute(), 1);
   EXPECT_TRUE(player->SetAudioSimpleMute(false));
   EXPECT_EQ(player->GetAudioSimpleMute(), 0);
+}
+
+TEST_F(MediaFile, Mp3IsPlayedAndHasALength) {
+  const char* const loop_file = std::getenv("FUNKHAUS_LOOP");
+  if (loop_file == nullptr) GTEST_SKIP() << "tests/platform/win32/media/with_sound.py names no file";
+  MakePlayer();
+  player->MediaFileFromUrl(std::filesystem::path(loop_file).u16string());
+  ASSERT_EQ(results, std::vector<std::int32_t>{kSOk});
+  EXPECT_GT(player->Duration(), 10'000'000);
+  ASSERT_TRUE(player->PlayMedia());
+  EXPECT_TRUE(WaitUntil([this] { return player->CurrentPlayPosition() > 5'000'000; }));
+  EXPECT_EQ(media->Status().state, PlaybackState::kPlaying);
 }
 
 TEST_F(MediaFile, AMissingFileIsReported) {

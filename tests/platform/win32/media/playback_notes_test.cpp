@@ -43,16 +43,32 @@ TEST(PlaybackNotes, ResultsSayWhy) {
   EXPECT_EQ(FailureOf(kMfEUnsupportedScheme), PlaybackFailure::kBadAddress);
   EXPECT_EQ(FailureOf(kMfEUnsupportedByteStreamType), PlaybackFailure::kUnreadable);
   EXPECT_EQ(FailureOf(kMfENetTimeout), PlaybackFailure::kNoAnswer);
+  EXPECT_EQ(FailureOf(kMfETopologyCodecNotFound), PlaybackFailure::kUnreadable);
+  EXPECT_EQ(FailureOf(kInternetNameNotResolved), PlaybackFailure::kUnknownHost);
+  for (const HResult lost :
+       {kMfENetRead, kMfENetWrite, kInternetConnectionAborted, kInternetConnectionReset}) {
+    EXPECT_EQ(FailureOf(lost), PlaybackFailure::kConnectionLost);
+  }
   EXPECT_EQ(FailureOf(kEFail), PlaybackFailure::kOther);
 }
 
-TEST(PlaybackNotes, AMissingDeviceIsNoFailure) {
+// A session that has lost its device for good does not play again when there is one.
+TEST(PlaybackNotes, AMissingDeviceIsNamed) {
   // MF_E_NO_AUDIO_PLAYBACK_DEVICE and MF_E_AUDIO_PLAYBACK_DEVICE_INVALIDATED
   for (const std::uint32_t result : {0xC00D4E84u, 0xC00D4E86u}) {
     PlaybackNotes notes;
     notes.Broken(notes.Open(), static_cast<HResult>(result));
-    EXPECT_EQ(notes.Status().state, PlaybackState::kNoDevice);
+    EXPECT_EQ(notes.Status().state, PlaybackState::kFailed);
+    EXPECT_EQ(notes.Status().failure, PlaybackFailure::kNoSoundDevice);
   }
+}
+
+TEST(PlaybackNotes, AMissingDecoderHasTheNameOfTheFormat) {
+  PlaybackNotes notes;
+  notes.OpeningFailed(notes.Open(), PlaybackFailure::kNoDecoder, 0, u"AAC");
+  EXPECT_EQ(notes.Status().format, u"AAC");
+  notes.Open();
+  EXPECT_EQ(notes.Status().format, u"");
 }
 
 }  // namespace

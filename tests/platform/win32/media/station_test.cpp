@@ -1,56 +1,19 @@
 // The player of the logic over the system's own objects, with a radio station: it needs with_sound.py.
-#include "platform/win32/base/windows_api.h"
-
 #include <gtest/gtest.h>
-#include <wininet.h>
 
 #include <chrono>
-#include <cstdlib>
-#include <string>
 #include <vector>
 
+#include "platform/win32/media/media_results.h"
 #include "ports/media_interfaces.h"
-#include "tests/platform/win32/media/player_rig.h"
+#include "tests/platform/win32/media/station_rig.h"
 
 namespace platform::win32 {
 namespace {
 
 using namespace std::chrono_literals;
 
-struct Station : testing::Test, PlayerRig {
-  void SetUp() override {
-    const char* const named = std::getenv("FUNKHAUS_STATION");
-    if (named == nullptr) GTEST_SKIP() << "tests/platform/win32/media/with_sound.py names no station";
-    station = named;
-    MakePlayer();
-    // What is heard is this case's own sound.
-    ASSERT_TRUE(Silent());
-  }
-  [[nodiscard]] Text Address(const std::string& path) const {
-    const std::string text = station + path;
-    return {text.begin(), text.end()};
-  }
-  /// The number that the station answers.
-  [[nodiscard]] int Ask(const std::string& path) const {
-    HINTERNET const session = InternetOpenA("test", INTERNET_OPEN_TYPE_DIRECT, nullptr, nullptr, 0);
-    HINTERNET const request =
-        InternetOpenUrlA(session, (station + path).c_str(), nullptr, 0, INTERNET_FLAG_RELOAD, 0);
-    char answer[32] = {};
-    DWORD count = 0;
-    if (request != nullptr) InternetReadFile(request, answer, sizeof answer - 1, &count);
-    InternetCloseHandle(request);
-    InternetCloseHandle(session);
-    return std::atoi(answer);
-  }
-  bool Heard() {
-    return WaitUntil([this] { return Ask("/loudness") > 300; });
-  }
-  bool Silent() {
-    return WaitUntil([this] { return Ask("/loudness") < 30; });
-  }
-
-  std::string station;
-};
+using Station = StationRig;
 
 struct SoundingStation : Station, testing::WithParamInterface<const char*> {};
 
@@ -66,10 +29,12 @@ TEST_P(SoundingStation, IsHeardUntilItIsStopped) {
   EXPECT_TRUE(WaitUntil([this] { return player->CurrentPlayPosition() > 10'000'000; }));
   player->StopMedia();
   EXPECT_TRUE(Silent());
-  EXPECT_TRUE(WaitUntil([this] { return Ask("/open") == 0; }));
+  EXPECT_TRUE(Disconnected());
 }
 
-INSTANTIATE_TEST_SUITE_P(EachKind, SoundingStation, testing::Values("/stream", "/icy", "/titles"));
+INSTANTIATE_TEST_SUITE_P(EachKind, SoundingStation,
+                         testing::Values("/stream", "/icy", "/titles", "/mislabelled", "/moved", "/unburst",
+                                         "/small"));
 
 TEST_F(Station, ThatHangsUpIsAskedAgain) {
   player->MediaFileFromUrl(Address("/cut"));
@@ -87,12 +52,12 @@ TEST_F(Station, ThatReturnsIsHeardAgain) {
   ASSERT_TRUE(player->PlayMedia());
   EXPECT_TRUE(Heard());
   // What was sent before the loss bridges it for a while.
-  EXPECT_TRUE(WaitUntil([this] { return media->Status().state == PlaybackState::kReconnecting; }));
+  EXPECT_TRUE(Becomes(PlaybackState::kReconnecting));
   EXPECT_EQ(media->Status().failure, PlaybackFailure::kHttpStatus);
   EXPECT_TRUE(Silent());
   EXPECT_EQ(Ask("/return"), 0);
   EXPECT_TRUE(Heard());
-  EXPECT_EQ(media->Status().state, PlaybackState::kPlaying);
+  EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
 }
 
 TEST_F(Station, ThatSaysNothingDoesNotHoldUpWhatEndsTheWait) {
@@ -120,22 +85,67 @@ TEST_F(Station, ThatIsNotThereIsReported) {
   EXPECT_EQ(media->Status().http_status, 404);
 }
 
-TEST_F(Station, ThatIsAPageIsReported) {
-  player->MediaFileFromUrl(Address("/page"));
-  EXPECT_EQ(results, std::vector<std::int32_t>{kMfEUnsupportedByteStreamType});
-  EXPECT_EQ(media->Status().failure, PlaybackFailure::kWebPage);
+TEST_F(Station, ThatIsAPageOrAListIsReported) {
+  for (const char* path : {"/page", "/list"}) {
+    results.clear();
+    player->MediaFileFromUrl(Address(path));
+    EXPECT_EQ(results, std::vector<std::int32_t>{kMfEUnsupportedByteStreamType}) << path;
+    EXPECT_EQ(media->Status().failure, PlaybackFailure::kWebPage) << path;
+  }
 }
 
-TEST_F(Station, MayBeReplacedWhileItPlaysAndTheProgramMayEnd) {
-  for (int round = 0; round < 3; ++round) {
-    player->MediaFileFromUrl(Address("/stream"));
-    ASSERT_TRUE(player->PlayMedia());
-  }
+TEST_F(Station, ThatSendsNoSoundIsReported) {
+  player->MediaFileFromUrl(Address("/noise"));
+  EXPECT_FALSE(player->IsMediaReady());
+  EXPECT_EQ(media->Status().state, PlaybackState::kFailed);
+  EXPECT_EQ(media->Status().failure, PlaybackFailure::kUnreadable);
+}
+
+TEST_F(Station, ThatSendsAsItSoundsIsHeardWithoutGaps) {
+  Play("/unburst");
   EXPECT_TRUE(Heard());
-  EXPECT_TRUE(WaitUntil([this] { return Ask("/open") == 1; }));
-  player.reset();
-  media.reset();
-  EXPECT_TRUE(WaitUntil([this] { return Ask("/open") == 0; }));
+  EXPECT_TRUE(WaitUntil([this] { return Ask("/quietest") > 300; }));
+}
+
+TEST_F(Station, ThatRunsDryPausesUntilThereIsEnough) {
+  Play("/stalls");
+  EXPECT_TRUE(Heard());
+  EXPECT_TRUE(Becomes(PlaybackState::kBuffering));
+  EXPECT_TRUE(Silent());
+  EXPECT_EQ(media->Status().buffered_percent, 0);
+  EXPECT_EQ(player->PlayState(), static_cast<std::int32_t>(ClockState::kRunning));
+  EXPECT_EQ(Ask("/go"), 0);
+  EXPECT_TRUE(Heard());
+  EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
+}
+
+TEST_F(Station, ThatEndsWithAllItPromisedIsOver) {
+  Play("/whole");
+  EXPECT_TRUE(Heard());
+  EXPECT_TRUE(Becomes(PlaybackState::kEnded));
+  EXPECT_EQ(Ask("/count?/whole"), 1);
+}
+
+TEST_F(Station, ThatWasStoppedIsConnectedAgainByStart) {
+  Play("/stream");
+  EXPECT_TRUE(Heard());
+  player->StopMedia();
+  EXPECT_TRUE(Silent());
+  EXPECT_TRUE(Disconnected());
+  EXPECT_EQ(media->Status().state, PlaybackState::kStopped);
+  ASSERT_TRUE(player->PlayMedia());
+  EXPECT_TRUE(Heard());
+  EXPECT_EQ(media->Status().state, PlaybackState::kPlaying);
+}
+
+TEST_F(Station, ThatIsPausedContinues) {
+  Play("/stream");
+  EXPECT_TRUE(Heard());
+  player->PauseMedia();
+  EXPECT_TRUE(Silent());
+  EXPECT_EQ(media->Status().state, PlaybackState::kPaused);
+  ASSERT_TRUE(player->PlayMedia());
+  EXPECT_TRUE(Heard());
 }
 
 }  // namespace

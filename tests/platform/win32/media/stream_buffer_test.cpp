@@ -44,6 +44,20 @@ TEST_F(StreamBufferTest, AReadIsAnsweredOnceAllOfItIsThere) {
   EXPECT_EQ(second.bytes, "ef");
 }
 
+TEST_F(StreamBufferTest, ALargeBlockIsNotWaitedFor) {
+  Asked asked(StreamBuffer::kEnough + 1);
+  Ask(asked, 0);
+  Append(std::string(StreamBuffer::kEnough - 1, 'x'));
+  EXPECT_FALSE(asked.count);
+  Append("x");
+  EXPECT_EQ(asked.count, StreamBuffer::kEnough);
+  EXPECT_EQ(asked.bytes, std::string(StreamBuffer::kEnough, 'x'));
+  Append(std::string(2 * StreamBuffer::kEnough, 'y'));
+  Asked further(2 * StreamBuffer::kEnough);
+  Ask(further, StreamBuffer::kEnough);
+  EXPECT_EQ(further.count, 2 * StreamBuffer::kEnough);
+}
+
 TEST_F(StreamBufferTest, TheBeginningCanBeReadAgain) {
   Append("abcdef");
   for (int round = 0; round < 2; ++round) {

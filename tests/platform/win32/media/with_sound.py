@@ -3,54 +3,118 @@
 
 Usage: with_sound.py COMMAND [ARGUMENT...]
 
-The environment variable FUNKHAUS_STATION names the station, "http://127.0.0.1:PORT". It serves
-  /stream         the loop in the tempo of its sound after a burst of 96 KB
+Environment variables for it, files being named as Wine does:
+  FUNKHAUS_STATION          the station, "http://127.0.0.1:PORT"
+  FUNKHAUS_SECURE_STATION   the same over TLS, with a certificate for its name "localhost"
+  FUNKHAUS_CERTIFICATE      the file with that certificate
+  FUNKHAUS_STRANGER         the same with another certificate
+  FUNKHAUS_LOOP             the file with its sound
+
+It serves, each in the tempo of its sound after a burst of 96 KB:
+  /stream         the loop
   /icy            the same after a status line "ICY 200 OK"
   /titles         the same with blocks of titles
-  /cut            the same, but only the burst, each time
+  /mislabelled    the same as "text/html"
+  /unburst        the same without a burst
+  /cut            only the burst, each time
+  /stalls         the burst, and the rest once /go was asked for
   /returns        twice the burst once, then 404 until /return was asked for
+and besides
+  /whole          the first 4.8 s of the loop as a file with a length
+  /moved          a redirect to /stream
   /silent         accepts, and says nothing
-  /page           an HTML page
+  /page, /list    an HTML page, a list of addresses
+  /noise          what is no sound, as "audio/mpeg"
+  /forget         forgets what was asked for
   /count?/path    how often /path was asked for
   /open           how many connections to the sound are open
   /loudness       root mean square of the last 300 ms, 0 to 32767
+  /quietest       the lowest of each 50 ms of the last 5 s
 and answers 404 to everything else.
 """
 import array
 import collections
+import dataclasses
 import os
 import pathlib
+import random
 import socket
+import ssl
 import subprocess
 import sys
 import tempfile
 import threading
 import time
 
-LOOP = (pathlib.Path(__file__).resolve().parents[4] / "demo" / "loop.mp3").read_bytes()
+LOOP_FILE = pathlib.Path(__file__).resolve().parents[4] / "demo" / "loop.mp3"
+LOOP = LOOP_FILE.read_bytes()
 BURST = 96 * 1024
 BYTES_PER_SECOND = 16000
 INTERVAL = 8000
 
 
+@dataclasses.dataclass
+class Show:
+    """How a path sounds."""
+
+    status: bytes = b"HTTP/1.0 200 OK"
+    kind: str = "audio/mpeg"
+    titles: bool = False
+    burst: int = BURST
+    ends_after: int = 0  # bytes; 0 is never
+    waits_for: str = ""  # after the burst
+
+
+SHOWS = {
+    "/stream": Show(),
+    "/icy": Show(status=b"ICY 200 OK"),
+    "/titles": Show(titles=True),
+    "/mislabelled": Show(kind="text/html"),
+    "/unburst": Show(burst=0),
+    "/cut": Show(ends_after=BURST),
+    "/stalls": Show(waits_for="/go"),
+    "/returns": Show(burst=2 * BURST, ends_after=2 * BURST),
+}
+
+
+def made_certificate(folder, name):
+    """A certificate that nobody vouches for, and its key."""
+    names = [f"{folder}/{name}.pem", f"{folder}/{name}.key"]
+    subprocess.run(["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj", "/CN=localhost",
+                    "-addext", "subjectAltName=DNS:localhost", "-out", names[0], "-keyout", names[1]],
+                   check=True, capture_output=True)
+    return names
+
+
 class Station:
-    def __init__(self, loudness):
-        self.loudness = loudness
+    def __init__(self, sound, certificate, stranger):
+        self.sound = sound
         self.asked = collections.Counter()
         self.open = 0
         self.lock = threading.Lock()
-        self.listener = socket.create_server(("127.0.0.1", 0))
-        self.port = self.listener.getsockname()[1]
-        threading.Thread(target=self.accept, daemon=True).start()
+        self.port = self.listen(lambda connection: connection)
+        self.secure_port = self.listen(self.over_tls(certificate))
+        self.stranger_port = self.listen(self.over_tls(stranger))
 
-    def accept(self):
+    @staticmethod
+    def over_tls(certificate):
+        context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+        context.load_cert_chain(*certificate)
+        return lambda connection: context.wrap_socket(connection, server_side=True)
+
+    def listen(self, accepted):
+        listener = socket.create_server(("127.0.0.1", 0))
+        threading.Thread(target=self.accept, args=(listener, accepted), daemon=True).start()
+        return listener.getsockname()[1]
+
+    def accept(self, listener, accepted):
         while True:
-            connection, _ = self.listener.accept()
-            threading.Thread(target=self.serve, args=(connection,), daemon=True).start()
+            connection, _ = listener.accept()
+            threading.Thread(target=self.serve, args=(connection, accepted), daemon=True).start()
 
-    def serve(self, connection):
-        with connection:
-            try:
+    def serve(self, plain, accepted):
+        try:
+            with plain, accepted(plain) as connection:
                 request = b""
                 while b"\r\n\r\n" not in request:
                     data = connection.recv(4096)
@@ -58,55 +122,71 @@ class Station:
                         return
                     request += data
                 self.answer(connection, request.split()[1].decode())
-            except OSError:
-                pass
+        except OSError:
+            pass
 
     def answer(self, connection, target):
         if target.startswith("/count?"):
-            return self.text(connection, str(self.asked[target.removeprefix("/count?")]))
+            return self.give(connection, str(self.asked[target.removeprefix("/count?")]))
+        if target == "/forget":
+            self.asked = collections.Counter({"/go": self.asked["/go"]})
         self.asked[target] += 1
-        if target == "/loudness":
-            return self.text(connection, str(int(self.loudness())))
-        if target == "/open":
-            return self.text(connection, str(self.open))
-        if target == "/page":
-            return self.text(connection, "<html>Kein Ton</html>", "text/html")
         if target == "/silent":
             connection.recv(1)
             return None
         away = target == "/returns" and self.asked[target] > 1 and not self.asked["/return"]
-        if away or target not in ("/stream", "/icy", "/titles", "/cut", "/returns"):
-            connection.sendall(b"HTTP/1.0 404 Not Found\r\nContent-Length: 0\r\n\r\n")
-            return None
-        status = b"ICY 200 OK" if target == "/icy" else b"HTTP/1.0 200 OK"
-        titles = target == "/titles"
-        extra = b"icy-metaint: %d\r\n" % INTERVAL if titles else b""
-        connection.sendall(status + b"\r\nicy-name: Probe\r\nContent-Type: audio/mpeg\r\nicy-br:128\r\n" + extra + b"\r\n")
+        if target in SHOWS and not away:
+            show = SHOWS["/stream"] if self.asked["/return"] and target == "/returns" else SHOWS[target]
+            return self.play(connection, show)
+        if target == "/moved":
+            return self.head(connection, b"HTTP/1.0 302 Found", ["Location: /stream", "Content-Length: 0"])
+        answers = {
+            "/loudness": lambda: (str(int(self.sound.loudness())), "text/plain"),
+            "/quietest": lambda: (str(int(self.sound.quietest())), "text/plain"),
+            "/open": lambda: (str(self.open), "text/plain"),
+            "/page": lambda: ("<html>Kein Ton</html>", "text/html"),
+            "/list": lambda: ("#EXTM3U\nhttp://127.0.0.1/stream\n", "audio/x-mpegurl"),
+            "/noise": lambda: (random.Random(1).randbytes(200_000), "audio/mpeg"),
+            "/whole": lambda: (LOOP[:76_800], "audio/mpeg"),
+        }
+        if target in answers:
+            return self.give(connection, *answers[target]())
+        return self.head(connection, b"HTTP/1.0 404 Not Found", ["Content-Length: 0"])
+
+    def play(self, connection, show):
+        titles = [f"icy-metaint: {INTERVAL}"] if show.titles else []
+        self.head(connection, show.status, ["icy-name: Probe", f"Content-Type: {show.kind}",
+                                            f"icy-br:{BYTES_PER_SECOND // 125}", *titles])
         with self.lock:
             self.open += 1
         try:
-            self.send_loop(connection, titles,
-                           bursts={"/cut": 1, "/returns": 0 if self.asked["/return"] else 2}.get(target, 0))
+            self.send_loop(connection, show)
         finally:
             with self.lock:
                 self.open -= 1
 
-    def send_loop(self, connection, titles, bursts):
-        begun, sent, place = time.monotonic(), 0, 0
-        while True:
-            if sent >= bursts * BURST > 0:
-                return
-            ahead = sent - max(bursts, 1) * BURST - (time.monotonic() - begun) * BYTES_PER_SECOND
+    def send_loop(self, connection, show):
+        begun, sent, place, before = time.monotonic(), 0, 0, self.asked[show.waits_for]
+        loop = LOOP + LOOP
+        while not 0 < show.ends_after <= sent:
+            ahead = sent - show.burst - (time.monotonic() - begun) * BYTES_PER_SECOND
             if ahead > 0:
                 time.sleep(ahead / BYTES_PER_SECOND)
-            piece = bytes(LOOP[(place + at) % len(LOOP)] for at in range(INTERVAL))
+            while show.waits_for and sent >= show.burst and self.asked[show.waits_for] == before:
+                time.sleep(0.02)
+            piece = loop[place:place + INTERVAL]
             place, sent = (place + INTERVAL) % len(LOOP), sent + INTERVAL
             title = b"StreamTitle='Probe';".ljust(32, b"\0")
-            connection.sendall(piece + (b"\x02" + title if titles else b""))
+            connection.sendall(piece + (b"\x02" + title if show.titles else b""))
 
     @staticmethod
-    def text(connection, text, kind="text/plain"):
-        connection.sendall(f"HTTP/1.0 200 OK\r\nContent-Type: {kind}\r\nContent-Length: {len(text)}\r\n\r\n{text}".encode())
+    def head(connection, status, lines):
+        connection.sendall(status + "".join(f"\r\n{line}" for line in [*lines, "", ""]).encode())
+
+    def give(self, connection, content, kind="text/plain"):
+        content = content.encode() if isinstance(content, str) else content
+        self.head(connection, b"HTTP/1.0 200 OK", [f"Content-Type: {kind}", f"Content-Length: {len(content)}"])
+        connection.sendall(content)
 
 
 class Sound:
@@ -129,7 +209,7 @@ class Sound:
         self.recorder = subprocess.Popen(
             ["parec", "--device=ci.monitor", "--rate=8000", "--channels=1", "--format=s16le", "--latency-msec=20"],
             env=self.environment, stdout=subprocess.PIPE)
-        self.blocks = collections.deque(maxlen=30)
+        self.blocks = collections.deque(maxlen=500)
         threading.Thread(target=self.listen, daemon=True).start()
 
     def listen(self):
@@ -138,7 +218,15 @@ class Sound:
 
     def loudness(self):
         late = time.monotonic() - 0.35
-        samples = [sample for arrived, block in list(self.blocks) if arrived > late for sample in block]
+        return self.mean(block for arrived, block in list(self.blocks)[-30:] if arrived > late)
+
+    def quietest(self):
+        blocks = [block for _, block in list(self.blocks)]
+        return min((self.mean(blocks[at:at + 5]) for at in range(0, len(blocks) - 4, 5)), default=0)
+
+    @staticmethod
+    def mean(blocks):
+        samples = [sample for block in blocks for sample in block]
         return (sum(sample * sample for sample in samples) / len(samples)) ** 0.5 if samples else 0
 
     def end(self):
@@ -151,9 +239,13 @@ def main():
     with tempfile.TemporaryDirectory(prefix="funkhaus-sound-") as folder:
         sound = Sound(folder)
         try:
-            station = Station(sound.loudness)
+            certificate = made_certificate(folder, "certificate")
+            station = Station(sound, certificate, made_certificate(folder, "stranger"))
             environment = dict(os.environ, PULSE_SERVER=sound.address,
-                               FUNKHAUS_STATION=f"http://127.0.0.1:{station.port}")
+                               FUNKHAUS_STATION=f"http://127.0.0.1:{station.port}",
+                               FUNKHAUS_SECURE_STATION=f"https://localhost:{station.secure_port}",
+                               FUNKHAUS_STRANGER=f"https://localhost:{station.stranger_port}",
+                               FUNKHAUS_CERTIFICATE=f"Z:{certificate[0]}", FUNKHAUS_LOOP=f"Z:{LOOP_FILE}")
             return subprocess.run(sys.argv[1:], env=environment).returncode
         finally:
             sound.end()
