@@ -24,6 +24,7 @@ from stations import CATALOGUE, Stations, make_program_folder, write_catalogue
 
 SCREEN = (1920, 1080)
 SMALLEST = (672, 636)  # Form1's smallest size in pixels at 100 %, with its status line
+WIDTH_IF_LOWER = 908  # its smallest width on a screen that is too low for that
 USUAL = (1024, 724)
 PLAYED = CATALOGUE[0]
 # The run over all titles asks only these; a playlist has no title.
@@ -40,6 +41,11 @@ class Look:
     def pixels(self, size):
         """A size in pixels of the screen, as far as that has room."""
         return tuple(min(length * self.scale // 100, room) for length, room in zip(size, SCREEN))
+
+    def smallest(self):
+        """What a window manager, of which this screen has none, would let a user have."""
+        width, height = SMALLEST
+        return (width if height * self.scale // 100 <= SCREEN[1] else WIDTH_IF_LOWER, height)
 
 
 class Studio:
@@ -160,7 +166,7 @@ def shoot_player(studio, look, output):
         sitting.fetch_titles()
         sitting.play()
         sitting.shoot(output / f"{look.name}-large.png")
-        sitting.resize(SMALLEST)
+        sitting.resize(look.smallest())
         sitting.shoot(output / f"{look.name}-smallest.png")
         sitting.resize(USUAL)
         sitting.shoot(output / f"{look.name}-usual.png")

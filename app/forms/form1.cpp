@@ -54,8 +54,9 @@ Form1::Form1() {
   // Less leaves no room for the bars, or for the list above the bottom panel: at this height the information
   // panel, which then lies over the list, is no higher than it.
   form.SetSmallestSize(10080, 9180);
-  // On a lower screen it would be higher than the list, so it stays beside the bars.
-  form.SetSmallestWidthIfLower(kWidthForPanelBesideBars);
+  // On a lower screen it would be higher than the list, so it stays beside the bars; a pixel more, because a
+  // window's width is a whole number of pixels.
+  form.SetSmallestWidthIfLower(kWidthForPanelBesideBars + 15);
   MakeLists();
   Add({{"Frame1", &Frame1}});
   Frame1.SetLook(controls::FrameLook::kPlain);

@@ -3,8 +3,8 @@
 #include <QImage>
 #include <QPainter>
 #include <QStyleOptionButton>
-#include <algorithm>
 
+#include "platform/qt/faint_frames.h"
 #include "platform/qt/readable_color.h"
 
 namespace platform::qt {
@@ -33,17 +33,6 @@ bool StandsOut(const QImage& box, const QColor& ground) {
 /// No nearer to the text's colour than it has to be.
 QColor FrameColor(const QColor& window, const QColor& text) {
   return Readable(Mixed(window, text, 0.5), window, text, kContrastOfParts);
-}
-
-/// Around the inside of `box`, in whole pixels of the screen: at 150 % a line of one of the widget's own
-/// pixels is one or two of them wide, depending on its place.
-void DrawFrame(QPainter& painter, const QRect& box, const QColor& color) {
-  const QTransform to_screen = painter.deviceTransform();
-  const QRect outer = to_screen.mapRect(QRectF(box)).toRect();
-  const int width = std::max(1, static_cast<int>(to_screen.m11()));
-  painter.setTransform(to_screen.inverted(), true);
-  painter.setClipRegion(QRegion(outer) - outer.adjusted(width, width, -width, -width));
-  painter.fillRect(outer, color);
 }
 
 }  // namespace

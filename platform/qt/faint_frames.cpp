@@ -1,8 +1,21 @@
 #include "platform/qt/faint_frames.h"
 
+#include <algorithm>
+
 #include "platform/qt/readable_color.h"
 
 namespace platform::qt {
+
+void DrawFrame(QPainter& painter, const QRect& part, const QColor& color) {
+  const QTransform to_screen = painter.deviceTransform();
+  const QRect outer = to_screen.mapRect(QRectF(part)).toRect();
+  const int width = std::max(1, static_cast<int>(to_screen.m11()));
+  painter.save();
+  painter.setTransform(to_screen.inverted(), true);
+  const QRegion lines = QRegion(outer) - outer.adjusted(width, width, -width, -width);
+  for (const QRect& line : lines) painter.fillRect(line, color);
+  painter.restore();
+}
 
 void OutlineWhereFaint(QPainter& painter, const QWidget& widget, const QRect& part,
                        QPalette::ColorRole ground) {
@@ -14,8 +27,7 @@ void OutlineWhereFaint(QPainter& painter, const QWidget& widget, const QRect& pa
   const bool has_ground = ContrastOf(palette.color(ground), window) >= kVisible;
   if (has_shade || has_ground) return;
   const QColor text = palette.color(QPalette::WindowText);
-  painter.setPen(Readable(Mixed(window, text, 0.5), window, text, kContrastOfParts));
-  painter.drawRect(part.adjusted(0, 0, -1, -1));
+  DrawFrame(painter, part, Readable(Mixed(window, text, 0.5), window, text, kContrastOfParts));
 }
 
 }  // namespace platform::qt

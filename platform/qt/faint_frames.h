@@ -1,6 +1,6 @@
 #pragma once
-// Frames for buttons, fields and handles on black, where styles paint none that can be seen. Not check boxes,
-// which have their own (platform/qt/check_box_widget.h).
+// The program's own frames: their drawing, and where buttons, fields and handles need one on black. Not where
+// check boxes do (platform/qt/check_box_widget.h).
 
 #include <QPaintEvent>
 #include <QPainter>
@@ -8,6 +8,10 @@
 #include <QWidget>
 
 namespace platform::qt {
+
+/// A line around the inside of `part`, in whole pixels of the screen: at 150 % a line that is one of the
+/// widget's own pixels wide covers one or two of them, depending on its place.
+void DrawFrame(QPainter& painter, const QRect& part, const QColor& color);
 
 /// To be called at the end of a paint event. Styles derive frames from a darker shade of the window's colour,
 /// of which black has none; where the ground that the style gives the part of the widget is as black, its

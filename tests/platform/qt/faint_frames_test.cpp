@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QImage>
 #include <QLineEdit>
+#include <QPainter>
 
 #include "tests/platform/qt/contrast.h"
 #include "tests/platform/qt/window_fixture.h"
@@ -51,6 +53,30 @@ TEST(FaintFrames, MainButtonKeepsTheFrameOfItsOwnColour) {
   const QImage start = fixture.Find("Command1").grab().toImage();
   const QColor side = start.pixelColor(start.width() / 2, 0);
   EXPECT_GT(side.blue(), side.red()) << "no grey";
+}
+
+TEST(FaintFrames, LinesAreEvenAtEveryScaleAndPlace) {
+  for (const double scale : {1.0, 1.25, 1.5, 1.75, 2.0}) {
+    for (int place = 0; place < 4; ++place) {
+      QImage picture(QSize(100, 100), QImage::Format_RGB32);
+      picture.setDevicePixelRatio(scale);
+      picture.fill(Qt::black);
+      const QRect part(place, place, 21, 11);
+      QPainter painter(&picture);
+      DrawFrame(painter, part, Qt::white);
+      painter.end();
+      const QRect outer = QRectF(QPointF(part.topLeft()) * scale, QSizeF(part.size()) * scale).toRect();
+      const int width = static_cast<int>(scale);
+      QImage expected(QSize(100, 100), QImage::Format_RGB32);
+      expected.fill(Qt::black);
+      QPainter plain(&expected);
+      plain.fillRect(outer, Qt::white);
+      plain.fillRect(outer.adjusted(width, width, -width, -width), Qt::black);
+      plain.end();
+      picture.setDevicePixelRatio(1.0);
+      EXPECT_EQ(picture, expected) << scale << ", " << place;
+    }
+  }
 }
 
 TEST(FaintFrames, FlatButtonHasNoFrame) {
