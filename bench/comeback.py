@@ -1,5 +1,5 @@
-"""A server dies for some seconds and is there again: how soon after that there is sound. Each player has a sound card
-and a way to the station of its own, and all are cut off and let in again at the same moments. A player that stays
+"""A server dies for some seconds and comes back: how soon after that there is sound. Each player has a sound card
+and a way to the station of its own, and all are cut off and readmitted at the same moments. A player that stays
 silent for long after the first time has given up and is not asked again."""
 import dataclasses
 import time

@@ -1,4 +1,4 @@
-"""What a measurement found, and how it is written down. Not a measurement."""
+"""What a measurement found, and how it is printed. Not a measurement."""
 import dataclasses
 import statistics
 

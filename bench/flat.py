@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Plays a station for some minutes and says whether the program's memory stays flat.
+"""Plays a station for some minutes and checks whether the program's memory stays flat.
 
 Usage: flat.py BUILD_FOLDER OUTPUT_FOLDER [--minutes N]
 

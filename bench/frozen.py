@@ -21,7 +21,7 @@ MOST_IN_ALL, MOST_AT_ONCE = 6.0, 3.5  # seconds of them
 
 
 class SilentServer:
-    """Accepts every connection, reads what is asked and says nothing."""
+    """Accepts every connection, reads what is asked and never answers."""
 
     def __init__(self):
         self.asked = []  # (when, the user agent's line)
@@ -79,7 +79,7 @@ class Probe:
 
 
 def probe_for(probe, started, seconds):
-    """(seconds since the start, length) of every deafness."""
+    """(seconds since the start, length) of every time in which the window was frozen."""
     deaf, reactions = [], []
     while (now := time.monotonic() - started) < seconds:
         reaction = probe.reaction(60)

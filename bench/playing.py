@@ -131,9 +131,9 @@ class Stage:
 
 
 def measure(run, arguments):
-    """What `run(arguments, children, scratch)` gives as exit code, 2 when it could not measure."""
+    """The exit code of `run(arguments, children, scratch)`, 2 when it could not measure."""
     arguments.output.mkdir(parents=True, exist_ok=True)
-    # So what was started is ended also when the measurement itself is told to end.
+    # So what was started is ended also when the measurement itself is asked to end.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
     children = Children(arguments.output)
     with tempfile.TemporaryDirectory(prefix="funkhaus-bench-") as scratch:

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Measures what users notice, in a release build and beside other players, and prints a table. Without WHAT everything
-but "windows" is measured, and the table is written to bench/results.md. No number fails: the table says which were missed."""
+but "windows" is measured, and the table is written to bench/results.md. No number makes it fail: the table shows which
+goals were missed."""
 import argparse
 import importlib
 import os
@@ -64,7 +65,7 @@ def main():
     if unknown := set(arguments.what) - set(WHATS | APART):
         parser.error(f"unknown: {', '.join(sorted(unknown))}")
     arguments.output.mkdir(parents=True, exist_ok=True)
-    # So what was started is ended also when the measurement itself is told to end.
+    # So what was started is ended also when the measurement itself is asked to end.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
     load, lines = os.getloadavg()[0], []
     for what in arguments.what or WHATS:

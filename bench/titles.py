@@ -1,5 +1,5 @@
 """The run over all titles of many stations of this machine that answer at once: what each station costs beyond the
-time for which its server had the word."""
+time that its server took."""
 import socket
 import threading
 import time

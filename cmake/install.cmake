@@ -1,6 +1,6 @@
 # What an installation is, for `cmake --install` and for every package: one program folder with both programs and the
 # language files, because the player looks beside itself for all it needs; links to the programs in bin; and what a
-# desktop and a reader want: menu entries, icons, a description, manual pages, the changelog.
+# desktop and a reader expect: menu entries, icons, a description, manual pages, the changelog.
 
 include(GNUInstallDirs)
 find_package(Python3 REQUIRED COMPONENTS Interpreter)

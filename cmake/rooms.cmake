@@ -19,8 +19,8 @@ if(FUNKHAUS_FUZZ)
   target_compile_options(funkhaus_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# funkhaus_headers(TARGET KIND): the headers in ${headers}. To be verified are those without a source file of their
-# name; that file includes the others first, so they compile alone whenever it does.
+# funkhaus_headers(TARGET KIND): the headers in ${headers}. Those without a source file of their name are verified; the
+# others are included first by theirs, so they compile alone whenever it does.
 function(funkhaus_headers target kind)
   set(accompanied)
   set(lone ${headers})
@@ -85,7 +85,7 @@ endfunction()
 # funkhaus_test(NAME DIR [OWN_MAIN] [DISPLAY] [CONTRACTS DIR ... SYSTEM DIR] [LINKS room-or-target ...] [PROPERTIES key value ...]):
 # every *.cpp directly in DIR as one GoogleTest program whose cases CTest knows one by one, or as a whole when it is
 # built for another system. With OWN_MAIN one of the files has the main function. The tests of a port's contract, for
-# whatever implements it, say "..._under_test.h"; SYSTEM is the folder that says what that is. With DISPLAY a program for
+# whatever implements it, include "..._under_test.h"; SYSTEM is the folder with those headers. With DISPLAY a program for
 # another system gets a display of its own.
 function(funkhaus_test name directory)
   cmake_parse_arguments(TEST "OWN_MAIN;DISPLAY" "SYSTEM" "CONTRACTS;LINKS;PROPERTIES" ${ARGN})

@@ -1,4 +1,4 @@
-// Linked to programs that load GStreamer or show a real window, when the address sanitizer watches them.
+// Linked into programs that load GStreamer or show a real window, when the address sanitizer watches them.
 // Those libraries have no frame pointers, so the stack of an allocation, by which lsan.supp knows what is
 // theirs, is whole only with the slow way of unwinding. The others run three times as fast without it.
 

@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""The demonstration: radio stations of our own on this machine, a catalogue that names them, and the program.
+"""The demonstration: its own radio stations on this machine, a catalogue that names them, and the program.
 
 Usage: demo.py BUILD_FOLDER OUTPUT_FOLDER [--headless] [--windows FOLDER --station PROGRAM]
 
 With a screen the program's window is left to the person in front of it. Without one (or with --headless) a
-virtual screen and a silent sound card take their place, the window is worked with real mouse events, and the
+virtual screen and a silent sound card take their place, the window is operated with real mouse events, and the
 exit code says whether the stations were heard.
 """
 import argparse
@@ -22,7 +22,7 @@ from stations import DeadAddress, Stations, write_catalogue
 from visitor import SILENT, Visitor
 
 class Teller:
-    """Says what was seen and heard, and leaves it behind in a file."""
+    """Prints what was seen and heard, and keeps it in a file."""
 
     def __init__(self, path):
         self.path = path
@@ -35,7 +35,7 @@ class Teller:
 
 
 def visit(visitor, programs, scratch, tell):
-    """Does everything with the window that there is to do with it."""
+    """Does everything that can be done with the window."""
     quiet = visitor.sink.loudness()
     if quiet > SILENT:
         raise Failure(f"{quiet:.1f} dB before anything is played")
@@ -45,7 +45,7 @@ def visit(visitor, programs, scratch, tell):
         tell(visitor.hear(name))
     tell(visitor.meet_dead("Stilles Haus", box=None))
     tell(visitor.meet_dead("Verzogen", box="Das System kann die angegebene Datei nicht finden."))
-    # The window has come through and still plays.
+    # The window has survived it and still plays.
     tell(sitting.play_and_turn(visitor))
     station_file = programs.settings / "Funkhaus.ini"
     tell(sitting.mark_favourite(visitor, station_file))
@@ -113,7 +113,7 @@ def main():
     arguments.output.mkdir(parents=True, exist_ok=True)
     for old in arguments.output.glob("*.png"):
         old.unlink()
-    # So what was started is ended also when the demonstration itself is told to end.
+    # So what was started is ended also when the demonstration itself is asked to end.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
     children = Children(arguments.output)
     with tempfile.TemporaryDirectory(prefix="funkhaus-demo-") as scratch:

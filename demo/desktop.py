@@ -16,7 +16,7 @@ class Failure(Exception):
 
 
 def wait_for(what, condition, seconds, pause=0.1):
-    """Asks until the condition gives something true and returns that; fails after the time."""
+    """Waits until the condition gives something true, and returns that; fails when the time is up."""
     end = time.monotonic() + seconds
     while True:
         result = condition()
@@ -28,7 +28,7 @@ def wait_for(what, condition, seconds, pause=0.1):
 
 
 def end_with_parent():
-    """Run in a child before its program: even a demonstration that is killed leaves nothing behind."""
+    """Runs in a child before its program, so that even a demonstration that is killed leaves nothing behind."""
     set_parent_death_signal = 1
     ctypes.CDLL(None).prctl(set_parent_death_signal, signal.SIGTERM)
 
@@ -92,7 +92,7 @@ class NullSink:
         self.start()
 
     def start(self):
-        """Again, after the server was ended."""
+        """Starts the server again after it was ended."""
         self.socket.unlink(missing_ok=True)
         # Without "norewinds" playing sometimes stalls at its beginning.
         self.server = self.children.start("pulseaudio", [
@@ -151,7 +151,7 @@ class Hands:
         self._work("type", "--delay", "15", text)
 
     def focus(self, process_id):
-        """Gives the keyboard to the topmost window of a process, as a window manager would."""
+        """Gives the keyboard focus to the topmost window of a process, as a window manager would."""
         windows = visible_windows(self.environment["DISPLAY"], process_id)
         if not windows:
             raise Failure("no window to give the keyboard to")
@@ -162,7 +162,7 @@ class Hands:
 
 
 def visible_windows(display, process_id):
-    """The window numbers of a process, in the order of their making."""
+    """The window numbers of a process, in the order in which they were opened."""
     search = subprocess.run(["xdotool", "search", "--all", "--onlyvisible", "--pid", str(process_id), "--name", "."],
                             stdout=subprocess.PIPE, env={**os.environ, "DISPLAY": display}, check=False)
     return sorted(map(int, search.stdout.split()))

@@ -51,7 +51,7 @@ def pluck(semitones, seconds=1.6):
 
 
 def pad(semitones, seconds):
-    """A tone that swells and goes, of two slightly mistuned voices."""
+    """A tone of two slightly mistuned voices that swells and fades."""
     low = 2.0 * math.pi * frequency(semitones) * 0.9985 / RATE
     high = 2.0 * math.pi * frequency(semitones) * 1.0015 / RATE
     count = int(seconds * RATE)
@@ -59,7 +59,7 @@ def pad(semitones, seconds):
 
 
 def add(track, start, tone, gain):
-    """Adds a tone; what reaches beyond the end comes in again at the beginning."""
+    """Adds a tone; what reaches beyond the end continues at the beginning."""
     for n, value in enumerate(tone):
         track[(start + n) % LENGTH] += gain * value
 

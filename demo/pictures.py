@@ -39,7 +39,7 @@ class Look:
         self.name = f"{colors}-{scale}-{language}"
 
     def pixels(self, size):
-        """A size in pixels of the screen, as far as that has room."""
+        """A size in pixels of the screen, no larger than that."""
         return tuple(min(length * self.scale // 100, room) for length, room in zip(size, SCREEN))
 
     def smallest(self):
@@ -125,13 +125,13 @@ class Sitting:
         wait_for("the window's size", lambda: abs(self.report.find("window").height - wanted) <= 1, 10)
 
     def shoot(self, path):
-        """The window that was opened last."""
+        """Takes a picture of the window that was opened last."""
         self.hands.rest()
         time.sleep(0.6)
         screenshot(self.studio.display, path, visible_windows(self.studio.display, self.process.pid)[-1])
 
     def fetch_titles(self):
-        """All titles into the list, as far as it can be seen."""
+        """Brings all titles into the list, and waits for those of the rows in sight."""
         self.press("Command3")
         # The box that says that this may take a while.
         self.press("box[0]")
@@ -142,7 +142,7 @@ class Sitting:
         wait_for("the titles", filled, 60)
 
     def play(self):
-        # No window manager gives the keyboard back after a box; and the row need not be in sight.
+        # No window manager gives the keyboard focus back after a box; and the row need not be in sight.
         self.hands.focus(self.process.pid)
         self.hands.press_keys("ctrl+f")
         self.hands.write(PLAYED.name)
@@ -185,7 +185,7 @@ def shoot_recorder(studio, look, path):
 
 
 def shoot_documents(studio, output, documents):
-    """The pictures of README and of the guide."""
+    """Takes the pictures of README and of the guide."""
     for look in (Look("light"), Look("dark")):
         with studio.open(look, "demo_player") as sitting:
             sitting.resize(USUAL)
@@ -232,7 +232,7 @@ def main():
     parser.add_argument("--docs", type=pathlib.Path, help="folder of the documents' pictures, which are replaced")
     arguments = parser.parse_args()
     arguments.output.mkdir(parents=True, exist_ok=True)
-    # So what was started is ended also when this program itself is told to end.
+    # So what was started is ended also when this program itself is asked to end.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
     children = Children(arguments.output)
     with tempfile.TemporaryDirectory(prefix="funkhaus-pictures-") as scratch:

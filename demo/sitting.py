@@ -1,5 +1,5 @@
-"""What a listener does with the window in one sitting, and in the next one. Each chapter does its part by mouse and
-keys, looks at what came of it, leaves a picture, and gives a line for the person who reads the log."""
+"""What a listener does with the window in one sitting, and in the next one. Each chapter does its part with
+mouse and keyboard, checks the result, takes a picture, and returns a line for the person who reads the log."""
 import os
 import signal
 import subprocess
@@ -43,7 +43,7 @@ def station_of(station_file, name):
 
 
 def filter_genre(visitor):
-    """Narrows the list to a genre and back."""
+    """Narrows the list to a genre, and shows all of it again."""
     everything = visitor.rows()
     visitor.fill("Combo1", "Oldies")
     visitor.press("Check1")
@@ -103,7 +103,7 @@ def export_and_import(visitor, programs, folder):
 
 
 def record(visitor, programs):
-    """Starts the recording tool by the window's button, lets it write, and closes its window."""
+    """Starts the recording tool with the window's button, lets it record, and closes its window."""
     music = programs.music
     visitor.select("Radio Lichtung")
     visitor.press("Command8_5")
@@ -126,7 +126,7 @@ def close_with_question(visitor, player):
     """Leaves the favourites' view and an unsaved station behind, and closes the window."""
     visitor.press("Command6")
     visitor.expect_silence()
-    # The recording tool had the keyboard last, and there is no window manager that gives it back.
+    # The recording tool had the keyboard focus last, and there is no window manager that gives it back.
     visitor.hands.focus(player.pid)
     add_station(visitor, "Nicht gesichert", "http://127.0.0.1:9/", "Nein")
     visitor.press("Check3")

@@ -68,20 +68,20 @@ class Station:
         self.numeric_link = self.address + entry.target
 
     def lines(self, beginning):
-        """The rests of the log's lines that begin so."""
+        """Of the log's lines that begin so, what follows."""
         return [line[len(beginning):] for line in self.log.read_text(encoding="utf-8").splitlines()
                 if line.startswith(beginning)]
 
 
 class Stations:
-    """All of the catalogue."""
+    """The stations of the whole catalogue, running."""
 
     def __init__(self, children, program, log_folder):
         self.all = [Station(children, program, log_folder, entry, USUAL_PORT + number)
                     for number, entry in enumerate(CATALOGUE)]
 
     def lines(self, beginning):
-        """Of all logs."""
+        """The same of all logs."""
         return [line for station in self.all for line in station.lines(beginning)]
 
     def rows(self, numeric=False):

@@ -1,5 +1,5 @@
-"""One who works the player's window with mouse and keys, and listens. What is done in which order is the
-demonstration's."""
+"""Somebody who operates the player's window with mouse and keyboard, and listens. What is done in which order is up to
+the demonstration."""
 import time
 
 from desktop import Failure, Hands, screenshot, wait_for
@@ -9,7 +9,7 @@ SILENT = -80.0
 
 
 class Visitor:
-    """Works the window with the mouse and listens."""
+    """Operates the window with the mouse and listens."""
 
     def __init__(self, display, sink, programs, station, output):
         self.display, self.sink, self.station, self.output = display, sink, station, output
@@ -34,7 +34,7 @@ class Visitor:
         raise Failure(f'the box "{text}" has no button "{button}"')
 
     def fill(self, name, text):
-        """Writes into a field in place of what is there."""
+        """Replaces the text of a field."""
         self.press(name)
         self.hands.press_keys("ctrl+a")
         self.hands.write(text)
@@ -62,7 +62,7 @@ class Visitor:
         wait_for(f"{name} in the editor", lambda: self.report.text("TextBox1_0") == name, 20)
 
     def hear(self, name):
-        """Plays a station until it is heard, and stops it; gives a line for the person who reads the log."""
+        """Plays a station until it is heard, and stops it; returns a line for the person who reads the log."""
         titles_before = len(self.station.lines("title "))
         self.select(name)
         self.press("Command1")
@@ -96,7 +96,7 @@ class Visitor:
         return title if title and title in self.station.lines("title ") else None
 
     def meet_dead(self, name, box):
-        """Selects and starts a station that is not there: the window says what it has to say (`box`, None for
+        """Selects and starts a station that is not there: the window shows its message box (`box`, None for
         nothing), stays alive and silent."""
         self.select(name)
         self.press("Command1")

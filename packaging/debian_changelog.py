@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Gives the changelog of the repository in the form of a Debian package's.
+"""Prints the changelog of the repository in the form that Debian packages use.
 
 Usage: debian_changelog.py CHANGELOG.md PACKAGE MAINTAINER
        debian_changelog.py --date CHANGELOG.md VERSION
@@ -33,7 +33,7 @@ def versions(text):
 
 
 def debian(text, package, maintainer):
-    """The whole changelog. A day has no hour, so noon in Greenwich is given."""
+    """The whole changelog. The dates have no time, so noon in Greenwich is used."""
     pieces = []
     for version, date, entries in versions(text):
         items = "\n".join(textwrap.fill(entry.replace("`", ""), WIDTH, initial_indent="  * ", subsequent_indent="    ",

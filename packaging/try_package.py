@@ -4,7 +4,7 @@
 Usage: try_package.py PACKAGE.deb BUILD_FOLDER CACHE_FOLDER
 
 The place is a bare root with what the package depends on and nothing more, made from the Debian mirror of this
-machine's apt and kept in the cache folder. Where none can be made, this says why; then the package is unpacked into an
+machine's apt and kept in the cache folder. Where none can be made, the reason is printed; then the package is unpacked into an
 empty folder and runs with this machine's libraries, which leaves its dependencies unproven.
 """
 import argparse
@@ -26,7 +26,7 @@ from stations import Station, write_catalogue  # noqa: E402
 from visitor import AUDIBLE, SILENT  # noqa: E402
 
 PACKAGE = "funkhausplayer"
-LISTENER = 65534   # "nobody": what belongs to the system is closed to the one who listens.
+LISTENER = 65534   # "nobody": the files of the system are closed to the user who listens.
 HOME = "home/listener"
 # What installing any package changes.
 ACCOUNTS_OF_DPKG = ("var/lib/dpkg", "var/log", "var/cache", "run", "proc", "dev", "sys", "tmp", HOME)
@@ -41,7 +41,7 @@ def output_of(*command, **options):
 
 
 def sources():
-    """Debian's own lines of this machine's apt."""
+    """The lines of this machine's apt that name Debian's own mirror."""
     form = "$(REPO_URI) $(RELEASE) $(COMPONENT) $(ORIGIN)"
     lines = output_of("apt-get", "indextargets", "--format", form, "Created-By: Packages").split("\n")
     found = [line.rsplit(" ", 1)[0] for line in dict.fromkeys(lines) if line.endswith(" Debian")]
@@ -144,7 +144,7 @@ def dpkg(root, *order):
 
 
 def everything(folder):
-    """Each path of the root with its kind, rights and owner, but for what dpkg keeps accounts in."""
+    """Each path of the root with its kind, rights and owner, except dpkg's own records."""
     found = set()
     for current, folders, files in os.walk(folder):
         inner = os.path.relpath(current, folder)
@@ -156,7 +156,7 @@ def everything(folder):
 
 
 def listener(root, station):
-    """A home with a catalogue of one station; the environment of the one who lives there."""
+    """A home with a catalogue of one station, and the environment of its user."""
     home = root.folder / HOME
     write_catalogue(home / ".config/Ordnerzentrale/Funkhaus.ini",
                     [("Radio Lichtung", f"{station.address}/stream", "Pop & Hits", "1", "")])
@@ -171,7 +171,7 @@ def listener(root, station):
 
 
 def play(root, children, programs, output):
-    """Starts the installed player, plays the station by keys, listens, and closes the window."""
+    """Starts the installed player, plays the station with the keyboard, listens, and closes the window."""
     station = Station(children, programs / "demo_station", output)
     display = start_screen(children, "1024x768")
     sound = root.folder / "tmp/sound"

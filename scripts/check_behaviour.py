@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Holds docs/behaviour.md and docs/security.md to the tests: every row names a test, and every test named exists and
-runs. The source files named there exist, too.
+"""Checks docs/behaviour.md and docs/security.md against the tests: every row names a test, and every test named exists
+and runs. The source files named there exist, too.
 
 Usage: check_behaviour.py TABLE BUILD_FOLDER            the tests named are known to CTest and not disabled
        check_behaviour.py TABLE --results JUNIT_FILE    the tests named were run, and passed
@@ -24,7 +24,7 @@ HEADING = {"Test", "Tests"}
 
 
 def read_table(text):
-    """Returns [(line number, behaviour, [test, ...])], and the rows that are no rows."""
+    """Returns [(line number, behaviour, [test, ...])], and what is wrong with the other rows."""
     rows, errors = [], []
     for number, line in enumerate(text.splitlines(), 1):
         if not line.startswith("|"):

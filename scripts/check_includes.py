@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Holds the code to the table of allowed includes between rooms, and rejects include circles.
+"""Checks the code against the table of allowed includes between rooms, and rejects include cycles.
 
 A source file includes its own header before all others, so that compiling it shows that the header stands alone.
 A header in ports/ says in its first line whether it is a port, for these are what a system must supply: among the rooms

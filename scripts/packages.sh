@@ -80,8 +80,8 @@ packages_pictures=(
     pngquant
 )
 
-# For the checks round the tests: the second compiler, its run-time library for fuzzing, the formatter, the linter;
-# and a cache, for two stages compile the same files.
+# For the checks around the tests: the second compiler, its run-time library for fuzzing, the formatter, the linter;
+# and a cache, because two stages compile the same files.
 packages_check=(
     ccache
     clang

@@ -1,4 +1,4 @@
-"""The station file of the soak: made, read strictly, judged, and edited as another program does it.
+"""The station file of the soak: made, read strictly, judged, and edited as by another program.
 
 A file is torn unless it is whole lines, each ended by CR LF: a comment, a section that comes once, or a key of the
 program's or the foreign one after a section. Its first line, a comment, must always be there."""
@@ -13,7 +13,7 @@ CHANGES_BY_ITSELF = ("Favorit=", "M3uNr=")  # by a mark, and by saving the list
 
 
 class Torn(Exception):
-    """The station file is not what it may be."""
+    """The station file is torn, in the sense above."""
 
 
 def make(addresses):
@@ -100,7 +100,7 @@ class Judge:
 
 @contextlib.contextmanager
 def locked(folder):
-    """As every program does it that shares the file: the folder's advisory lock."""
+    """Takes the folder's advisory lock, as every program does that shares the file."""
     descriptor = os.open(folder, os.O_RDONLY | os.O_DIRECTORY)
     try:
         fcntl.flock(descriptor, fcntl.LOCK_EX)
@@ -110,7 +110,7 @@ def locked(folder):
 
 
 def replace(path, content):
-    """In one step, as a careful program does it."""
+    """Replaces the file in one step, as a careful program does."""
     beside = path.with_name("anderes-programm.neu")
     try:
         beside.write_bytes(content)

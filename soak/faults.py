@@ -23,7 +23,7 @@ class Faults:
         self.a_start_is_under_way = lambda: False
 
     def strike(self, may_vanish):
-        """One fault: most often a server's."""
+        """Causes one fault: most often a server's."""
         self.heal_what_is_due()
         choice = self.random.random()
         if choice < 0.72:

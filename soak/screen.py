@@ -53,13 +53,13 @@ class Window:
 
 @ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)
 def ignore_error(_display, _event):
-    """Windows disappear at any moment; Xlib would end this process for it."""
+    """Windows may disappear at any moment; Xlib would end this process because of it."""
     return 0
 
 
 @ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p)
 def screen_is_lost(_display):
-    """Xlib would end the process without any clearing up."""
+    """Xlib ends the process after this call, without cleaning up."""
     print("The virtual screen is gone.", flush=True)
     lost[0]()
     os._exit(2)
@@ -107,7 +107,7 @@ class Screen:
         return found
 
     def windows(self):
-        """Those to be seen that belong to a process, the topmost last."""
+        """The visible windows of a process, the topmost last."""
         root, parent, count = ctypes.c_ulong(), ctypes.c_ulong(), ctypes.c_uint()
         children = ctypes.POINTER(ctypes.c_ulong)()
         if not self.x.XQueryTree(self.connection, self.root, ctypes.byref(root), ctypes.byref(parent),
@@ -179,7 +179,7 @@ class Screen:
         return self.codes[name]
 
     def focus(self, number):
-        """Gives the keyboard to a window, as a window manager would."""
+        """Gives the keyboard focus to a window, as a window manager would."""
         parent = 2
         self.x.XSetInputFocus(self.connection, ctypes.c_ulong(number), parent, ctypes.c_ulong(0))
         self.x.XFlush(self.connection)

@@ -50,13 +50,13 @@ MOST_STATIONS = 160
 LONGEST_IDLENESS = 30.0                 # seconds
 START_LIMIT, END_LIMIT = 30.0, 30.0     # seconds
 MOST_MEMORY, MOST_THREADS, MOST_FILES = 12.0, 4, 6  # growth at rest within a session
-# How a session ends: closed at rest with Yes or No, closed or told to end in the middle of everything, killed.
+# How a session ends: closed at rest with Yes or No, closed or asked to end in the middle of everything, killed.
 ENDS = ("yes", "no", "abrupt", "abrupt", "kill", "kill", "term")
 SANITIZERS = ("AddressSanitizer", "runtime error:", "LeakSanitizer")
 
 
 def next_ended_child():
-    """One that nobody has waited for yet; it still can be waited for."""
+    """A child that has ended; it still can be waited for. None without one."""
     try:
         return os.waitid(os.P_ALL, 0, os.WEXITED | os.WNOHANG | os.WNOWAIT)
     except ChildProcessError:
@@ -156,7 +156,7 @@ class Soak:
         self.rest()
 
     def check_promises(self):
-        """Of a full disk nothing is expected but that what was entered gets there a few seconds later."""
+        """After a full disk, all that is expected is that what was entered is written a few seconds later."""
         disk_was_full = self.faults.full_until > self.ended_at - 5 if self.ended_at else False
         if self.ended_by == "kill" and not disk_was_full:
             for name, entered in self.user.promised.items():
@@ -166,7 +166,7 @@ class Soak:
         self.user.promised.clear()
 
     def rest(self):
-        """Stopped, nothing open, nothing ill: what the program needs then."""
+        """Stopped, nothing open, no fault: what the program needs then."""
         self.faults.heal_all()
         self.user.settle()
         self.user.close_others()
@@ -268,7 +268,7 @@ class Soak:
         self.reap_orphans()
 
     def reap_orphans(self):
-        """What the program started becomes this process's child when the program has ended or let it go."""
+        """What the program started becomes this process's child when the program has ended or released it."""
         mine = {child.pid: child for child in self.world.children.running}
         mine.update({child.pid: child for _, child in self.user.spawned})
         for child in mine.values():

@@ -20,7 +20,7 @@ ROUGH_KEYS = GENTLE_KEYS + ("Return", "space", "Delete", "ctrl+z", "ctrl+n", "Ta
                             "ctrl+a", "ctrl+v", "ctrl+c", "Left", "Right", "F10", "alt+Down")
 MEDIA = ("PlayPause", "Play", "Stop", "Pause", "Next", "Previous")
 WORDS = ("Radio", "Welle 7", "http://127.0.0.1:9/x", "a=b", "[x]", ";", "Rock", "99999999999", "-1", "x" * 200)
-MENU_LIMIT = 6.0  # seconds; longer than any wait in which the window is deaf
+MENU_LIMIT = 6.0  # seconds; longer than any wait in which the window takes no input
 INPUT_LIMIT = 20.0  # seconds until the window does what a key asks for
 
 

@@ -21,7 +21,7 @@ STUBS = ("xdg-open", "pavucontrol")  # so that nothing else is started
 
 
 def be_an_ordinary_program():
-    """Run in the child before the program: a file that cannot grow is an error and not a signal, and the
+    """Runs in the child before the program: a file that cannot grow is an error and not a signal, and the
     administrator may write only what its permissions allow, like everybody."""
     signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
     process = ctypes.CDLL(None)
@@ -32,7 +32,7 @@ def be_an_ordinary_program():
 
 
 def mount_small_disk(folder):
-    """Seen by this process and its children alone, and gone with them. Whether that worked."""
+    """A disk that only this process and its children see, and that ends with them. Returns whether that worked."""
     commands = (["mount", "--make-rprivate", "/"],
                 ["mount", "-t", "tmpfs", "-o", f"size={SMALL_DISK}", "soak", str(folder)])
     if os.geteuid() != 0 or ctypes.CDLL(None).unshare(NEW_MOUNT_NAMESPACE) != 0:
@@ -111,7 +111,7 @@ class World:
         catalogue.replace(self.station_file, catalogue.make(addresses))
 
     def choose_view(self, number):
-        """Of the next start: "0" is all stations."""
+        """For the next start; "0" is all stations."""
         (self.settings / "Opt.ini").write_bytes(f"[Pfad3]\r\nFunkhausFavorit={number}\r\n".encode())
 
     def start(self, name, *arguments, program="funkhausplayer", **environment):
@@ -152,6 +152,6 @@ class World:
                 for name, control in controls.items()}
 
     def end(self):
-        """The scratch folder can be removed then."""
+        """Unmounts the small disk, so that the scratch folder can be removed."""
         if self.disk_is_small:
             subprocess.run(["umount", "-l", str(self.scratch / "config")], check=False)
