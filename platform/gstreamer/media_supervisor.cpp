@@ -234,7 +234,7 @@ void MediaSupervisor::Open(OutputChooser::Wish wish) {
   const auto now = Clock::now();
   auto output = services_->output.Choose(wish);
   // A sound server that hangs can hold that up for longer than anybody waits.
-  if (state_->Requested() == Wanted::kShutDown) return;
+  if (state_->Requested() == Wanted::kShutDown) return Discard(output);
   if (!output.sink && wish == OutputChooser::Wish::kDevice) return OnNoDevice();
   if (!output.heard && services_->output.WantsDevice()) device_.Miss(now);
   schedule_.AttemptStarted(now);

@@ -75,6 +75,10 @@ OutputChooser::Output OutputChooser::Nowhere() {
   return {std::move(sink), false};
 }
 
+void Discard(const OutputChooser::Output& output) {
+  if (output.sink) gst_element_set_state(output.sink.get(), GST_STATE_NULL);
+}
+
 bool HasStreamVolume(GstElement* sink) { return GST_IS_STREAM_VOLUME(sink); }
 
 }  // namespace platform::gstreamer

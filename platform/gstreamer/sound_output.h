@@ -56,6 +56,9 @@ class OutputChooser {
   CardRule card_rule_;
 };
 
+/// For an output that is not used after all: its sink may be connected already.
+void Discard(const OutputChooser::Output& output);
+
 /// True when the sink keeps a volume of its own for this stream.
 bool HasStreamVolume(GstElement* sink);
 

@@ -5,6 +5,9 @@
 #include <atomic>
 #include <chrono>
 #include <cmath>
+#include <cstddef>
+#include <filesystem>
+#include <iterator>
 #include <memory>
 
 #include "tests/platform/gstreamer/session_driver.h"
@@ -48,6 +51,12 @@ class SoundTest : public testing::Test {
   PulseServer pulse;
   Loudness loudness{pulse};
 };
+
+/// Of this process.
+std::ptrdiff_t Threads() {
+  return std::distance(std::filesystem::directory_iterator("/proc/self/task"),
+                       std::filesystem::directory_iterator());
+}
 
 /// A sine of half the full scale.
 constexpr double kToneLevel = 0.5 * 0.7071;
@@ -314,6 +323,7 @@ TEST_F(SoundTest, ASoundServerThatHangsBlocksNobody) {
   platform::gstreamer::GstMediaOptions options;
   options.open_deadline = 500ms;
   const std::string file = MakeTone(folder, "t.flac", "flac");
+  const auto threads = Threads();
   pulse.Signal(SIGSTOP);
   const auto start = Clock::now();
   {
@@ -323,6 +333,7 @@ TEST_F(SoundTest, ASoundServerThatHangsBlocksNobody) {
   }
   EXPECT_LT(Clock::now() - start, 10s) << "though the server never answers";
   pulse.Signal(SIGCONT);
+  EXPECT_TRUE(WaitUntil([&] { return Threads() <= threads; }, 10s)) << "nothing stays connected";
 }
 
 }  // namespace
