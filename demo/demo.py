@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """The demonstration: its own radio stations on this machine, a catalogue that names them, and the program.
 
-Usage: demo.py BUILD_FOLDER OUTPUT_FOLDER [--headless] [--windows FOLDER --station PROGRAM]
+Usage: demo.py BUILD_FOLDER OUTPUT_FOLDER [--headless] [--windows FOLDER]
 
 With a screen the program's window is left to the person in front of it. Without one (or with --headless) a
 virtual screen and a silent sound card take their place, the window is operated with real mouse events, and the
@@ -65,7 +65,7 @@ def make_programs(arguments, children, scratch):
 
 def settle(arguments, children, programs):
     """The stations, and their catalogue; gives the stations and what keeps the port of a dead one."""
-    stations = Stations(children, arguments.station, arguments.output)
+    stations = Stations(children, arguments.build / "bin" / "demo_station", arguments.output)
     dead = DeadAddress()
     moved = stations.all[0].numeric_link.replace("/stream", "/gone")
     write_catalogue(programs.settings / "Funkhaus.ini", stations.rows(programs.numeric) + [
@@ -106,10 +106,8 @@ def main():
     parser.add_argument("--headless", action="store_true", help="even with a screen")
     parser.add_argument("--windows", type=pathlib.Path, metavar="FOLDER",
                         help="the programs for Windows, from an unpacked archive; started by Wine, without a screen")
-    parser.add_argument("--station", type=pathlib.Path, help="the station's program, where it is not the build's")
     arguments = parser.parse_args()
     arguments.headless = arguments.headless or arguments.windows is not None
-    arguments.station = arguments.station or arguments.build / "bin" / "demo_station"
     arguments.output.mkdir(parents=True, exist_ok=True)
     for old in arguments.output.glob("*.png"):
         old.unlink()
