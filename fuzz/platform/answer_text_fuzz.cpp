@@ -1,6 +1,7 @@
 // Feeds arbitrary bytes to the parts of the HTTP adapter that need no connection: the header's lines, the
 // decision whether an answer is live, the text of a body, the address of a request. The piece before the
-// first byte 0x1E is the header, the one after it the body, the third the address. What must hold: a header
+// first byte 0x1E is the header, the one after it the body, the third the address, the fourth a reference to
+// be resolved there. What must hold: a header
 // block is bounded and made of whole lines, its status is three digits or nothing and only an ended block is
 // final; a value is part of one line; a body gives text in proportion to its bytes; an address that is
 // requested is http or https, ASCII behind its host, and has no blank or control character.
@@ -57,6 +58,21 @@ void CheckAddress(platform::TextConversion& conversion, std::string_view bytes) 
   // A request's own address is one that stays as it is.
   const platform::Text again = conversion.MultiByteToWideChar(platform::CodePage::kUtf8, *address);
   Require(platform::http::RequestAddress(conversion, again) == address);
+  const auto parts = platform::http::PartsOf(*address);
+  if (!parts) return;
+  Require(!parts->host.empty() && parts->port != 0 && parts->target.starts_with('/'));
+  Require(parts->target.find('#') == std::string::npos);
+}
+
+void CheckReference(platform::TextConversion& conversion, std::string_view address,
+                    std::string_view reference) {
+  const auto base = platform::http::RequestAddress(address);
+  if (!base) return;
+  const auto resolved = platform::http::ResolveReference(*base, reference);
+  if (!resolved) return;
+  Require(resolved->size() <= base->size() + 3 * reference.size() + 2);
+  CheckAddress(conversion, *resolved);
+  Require(platform::http::RequestAddress(*resolved) == resolved);
 }
 
 }  // namespace
@@ -66,9 +82,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   platform::icu::IcuTextConversion conversion;
   const AnswerHeader header = HeaderOf(pieces[0]);
   const std::string_view body = pieces.size() > 1 ? pieces[1] : std::string_view();
-  const platform::Text text = platform::http::DecodeBody(conversion, platform::curl::DecodeCharset, body, header.Value("Content-Type"));
+  const platform::Text text = platform::http::DecodeBody(conversion, platform::curl::DecodeCharset, body,
+                                                         header.Value("Content-Type"));
   // Some character sets have bytes that stand for two characters.
   Require(text.size() <= 2 * body.size() + 1);
   if (pieces.size() > 2) CheckAddress(conversion, pieces[2]);
+  if (pieces.size() > 3) CheckReference(conversion, pieces[2], pieces[3]);
   return 0;
 }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <charconv>
+#include <system_error>
 
 namespace platform::http {
 namespace {
@@ -83,6 +85,14 @@ std::string AnswerHeader::Value(std::string_view name) const {
     if (is_named) value = Trim(line.substr(name.size() + 1));
   }
   return value;
+}
+
+std::optional<std::uint64_t> AnswerHeader::ContentLength() const {
+  const std::string value = Value("Content-Length");
+  std::uint64_t length = 0;
+  const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), length);
+  const bool is_number = !value.empty() && error == std::errc() && end == value.data() + value.size();
+  return is_number ? std::optional(length) : std::nullopt;
 }
 
 bool AnswerHeader::HasNameBeginning(std::string_view beginning) const {

@@ -3,6 +3,8 @@
 // Not for a request's header, nor for the meaning of single lines beyond status and redirect.
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,6 +37,9 @@ class AnswerHeader {
 
   /// The value of the last line with this name (any case), without blanks around it; empty without one.
   [[nodiscard]] std::string Value(std::string_view name) const;
+
+  /// The number of bytes in the body; nothing when the header does not say it.
+  [[nodiscard]] std::optional<std::uint64_t> ContentLength() const;
 
  private:
   void Begin(std::string_view status_line);

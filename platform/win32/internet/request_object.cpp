@@ -5,7 +5,6 @@
 #include <objbase.h>
 
 #include <atomic>
-#include <charconv>
 #include <optional>
 #include <system_error>
 #include <thread>
@@ -17,10 +16,6 @@
 namespace platform::win32 {
 namespace {
 
-constexpr std::int32_t kOpened = 1;
-constexpr std::int32_t kHeadersReceived = 2;
-constexpr std::int32_t kBodyArriving = 3;
-constexpr std::int32_t kCompleted = 4;
 /// How often the thread looks at a request.
 constexpr DWORD kLookMilliseconds = 5;
 
@@ -47,14 +42,6 @@ http::AnswerHeader HeaderOf(ScriptObject& object) {
   }
   static_cast<void>(header.AddLine("\r\n"));
   return header;
-}
-
-std::optional<std::size_t> LengthOf(const http::AnswerHeader& header) {
-  const std::string value = header.Value("Content-Length");
-  std::size_t length = 0;
-  const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), length);
-  const bool is_number = !value.empty() && error == std::errc() && end == value.data() + value.size();
-  return is_number ? std::optional(length) : std::nullopt;
 }
 
 void KeepMessagesGoing() {
@@ -164,7 +151,7 @@ void RequestObject::Look(ScriptObject& object) {
     const http::AnswerHeader header = HeaderOf(object);
     // In Wine the state comes before the headers.
     if (!is_over && header.Block().empty()) progress.state = kOpened;
-    const std::optional<std::size_t> length = LengthOf(header);
+    const std::optional<std::uint64_t> length = header.ContentLength();
     const bool is_live = http::IsLiveAnswer(header);
     if (is_over && !is_live) {
       progress.body = ValueOr(object.Get(u"responseBody"), std::string());

@@ -18,10 +18,13 @@
 
 namespace platform::win32 {
 
+/// The states of a request, as the port counts them.
+enum RequestState : std::int32_t { kNotOpened, kOpened, kHeadersReceived, kBodyArriving, kCompleted };
+
 /// What is known of the request at a moment.
 struct RequestProgress {
-  std::int32_t state = 0;  ///< as the port counts them
-  bool has_body = false;   ///< completed, with `body` and `content_type`
+  std::int32_t state = kNotOpened;
+  bool has_body = false;  ///< completed, with `body` and `content_type`
   std::string body;
   std::string content_type;
 };
@@ -32,7 +35,7 @@ class RequestObject {
  public:
   using Task = std::function<bool(ScriptObject&)>;
   /// How long Run waits for its task.
-  static constexpr std::chrono::seconds kLongestCall{5};
+  static constexpr std::chrono::seconds kLongestCall{2};
   /// The longest body with which a request completes, in bytes.
   static constexpr std::size_t kLongestBody = 1024 * 1024;
   /// A body that has not ended by then never does: how much of it has come the system's object does not say.

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <charconv>
 #include <optional>
 #include <system_error>
 #include <thread>
@@ -142,14 +141,6 @@ bool ReadHeader(void* request, AnswerHeader& header) {
   return header.AddLine("\r\n") && !header.StatusCode().empty();
 }
 
-std::optional<std::uint64_t> LengthOf(const AnswerHeader& header) {
-  const std::string value = header.Value("Content-Length");
-  std::uint64_t length = 0;
-  const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), length);
-  const bool is_number = !value.empty() && error == std::errc() && end == value.data() + value.size();
-  return is_number ? std::optional(length) : std::nullopt;
-}
-
 class Request {
  public:
   Request(const http::ExchangeOptions& options, Reading& reading) : options_(options), reading_(reading) {}
@@ -161,7 +152,9 @@ class Request {
       if (!parts) return OutcomeOf(ERROR_INTERNET_INVALID_URL);
       AnswerHeader header;
       if (const Failure failure = RunHop(*parts, header)) return *failure;
-      const auto next = http::ResolveReference(address, header.Value("Location"));
+      const std::string location = header.Value("Location");
+      if (location.empty()) return OutcomeOf(ERROR_HTTP_INVALID_SERVER_RESPONSE);
+      const auto next = http::ResolveReference(address, location);
       if (!next) return OutcomeOf(ERROR_INTERNET_INVALID_URL);
       address = *next;
     }
@@ -224,7 +217,7 @@ class Request {
 
   Outcome ReadBody(void* request, const AnswerHeader& header, std::string piece) {
     reading_.Answer(header);
-    const std::optional<std::uint64_t> length = LengthOf(header);
+    const std::optional<std::uint64_t> length = header.ContentLength();
     std::uint64_t received = 0;
     bool is_over = false;
     while (!is_over) {

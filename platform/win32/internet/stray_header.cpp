@@ -31,12 +31,15 @@ StrayHeader::State StrayHeader::Add(std::string_view bytes) {
   if (!rest_.empty() && (rest_[0] == '\r' || rest_[0] == '\n')) return state_ = State::kGarbage;
   const auto agrees = [this](std::string_view name) { return AgreesIgnoringCase(rest_, name); };
   if (std::none_of(kNames.begin(), kNames.end(), agrees)) return state_ = State::kNone;
-  const std::size_t crlf = std::min(rest_.find("\r\n\r\n"), rest_.size());
+  const std::size_t crlf = std::min(rest_.find("\n\r\n"), rest_.size());
   const std::size_t lf = std::min(rest_.find("\n\n"), rest_.size());
-  const std::size_t end = crlf < lf ? crlf + 4 : lf + 2;
+  const std::size_t end = crlf < lf ? crlf + 3 : lf + 2;
   if (std::min(crlf, lf) == rest_.size()) {
     if (rest_.size() > http::AnswerHeader::kLimit) return state_ = State::kTooLong;
-    return is_end ? state_ = State::kNone : State::kUnknown;
+    if (!is_end) return State::kUnknown;
+    // Cut inside the header, or a body that is as short as the beginning of a name.
+    const auto is_begun = [&](std::string_view name) { return agrees(name) && rest_.size() >= name.size(); };
+    return state_ = std::any_of(kNames.begin(), kNames.end(), is_begun) ? State::kGarbage : State::kNone;
   }
   static_cast<void>(header_.AddLine(kStatusLine));
   bool fits = true;

@@ -18,7 +18,7 @@ class StrayHeader {
     kNone,     ///< the body begins like any other; Rest is all of it
     kWhole,    ///< Header is the answer's, Rest what follows it in the body
     kTooLong,
-    kGarbage  ///< a line without any header behind it: this was no answer at all
+    kGarbage  ///< cut, or a line without any header behind it: this was no answer at all
   };
 
   /// Whether the library may have made this header up in place of an unknown status line.

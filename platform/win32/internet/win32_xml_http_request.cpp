@@ -17,8 +17,6 @@ namespace {
 
 constexpr std::chrono::milliseconds kLongestLook{5};
 
-enum State : std::int32_t { kNotOpened, kOpened, kHeadersReceived, kBodyArriving, kCompleted };
-
 class Win32XmlHttpRequest final : public XmlHttpRequest {
  public:
   Win32XmlHttpRequest(TextConversion& conversion, const Text& class_name)

@@ -177,7 +177,7 @@ void HttpStream::ReadBody(http::Exchange& exchange) {
     appending_ = false;
     if (!appended) break;
   }
-  const bool has_length = !header.Value("Content-Length").empty();
+  const bool has_length = header.ContentLength().has_value();
   const std::lock_guard lock(mutex_);
   over_ = true;
   complete_ = !cancelled_ && has_length && exchange.HasEnded() && !exchange.HasFailed();

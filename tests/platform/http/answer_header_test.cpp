@@ -98,5 +98,19 @@ TEST(AnswerHeader, FindsLinesByTheBeginningOfTheirName) {
   EXPECT_FALSE(AnswerHeader().HasNameBeginning("icy-"));
 }
 
+TEST(AnswerHeader, ALengthIsANumberAndNothingElse) {
+  const auto length_of = [](const std::string& value) {
+    AnswerHeader header;
+    header.AddLine("HTTP/1.1 200 OK\r\n");
+    header.AddLine("content-length:" + value + "\r\n");
+    return header.ContentLength();
+  };
+  EXPECT_EQ(length_of(" 0 "), 0U);
+  EXPECT_EQ(length_of("18446744073709551615"), 18446744073709551615U);
+  for (const char* value : {"", "-1", "1x", "0x10", "18446744073709551616", "1, 1"})
+    EXPECT_EQ(length_of(value), std::nullopt) << value;
+  EXPECT_EQ(AnswerHeader().ContentLength(), std::nullopt);
+}
+
 }  // namespace
 }  // namespace platform::http

@@ -75,6 +75,27 @@ TEST(WebExchange, AHostThatDoesNotEvenRefuseIsGivenUpInItsTime) {
   EXPECT_TRUE(exchange.HasFailed());
 }
 
+// The library may keep a connection for the next request, though it is asked not to.
+TEST(WebExchange, AConnectionThatTheServerHasGivenUpIsNotTheAnswer) {
+  under_test::IcyServer server;
+  const std::string header = Header("HTTP/1.1 200 OK", {"Content-Length: 2"});
+  server.On("/first", Script().Send(header + "ok").AwaitSignal("reset").Reset());
+  server.On("/second", Script().Send(kOk).Hold());
+  http::ExchangeOptions options;
+  options.address = server.Url("/first");
+  WebExchange first(options);
+  EXPECT_TRUE(HasEnded(first));
+  options.address = server.Url("/second");
+  WebExchange second(options);
+  const auto deadline = std::chrono::steady_clock::now() + kDeadline;
+  const auto is_asked = [&] { return second.AnswerOwedFor() || second.IsAnswered(); };
+  while (!is_asked() && std::chrono::steady_clock::now() < deadline) second.Work(10ms);
+  server.Signal("reset");
+  while (!second.IsAnswered() && !second.HasEnded() && std::chrono::steady_clock::now() < deadline)
+    second.Work(10ms);
+  EXPECT_TRUE(second.IsAnswered());
+}
+
 TEST(WebExchange, AnAddressWithANameSendsIt) {
   under_test::IcyServer server;
   server.OnAny(Script().Send(kOk));
