@@ -156,7 +156,9 @@ void RequestObject::Look(ScriptObject& object) {
     if (is_over && !is_live) {
       progress.body = ValueOr(object.Get(u"responseBody"), std::string());
       progress.content_type = header.Value("Content-Type");
-      progress.has_body = progress.body.size() >= length.value_or(0);
+      // What has been unpacked has another length than what was sent.
+      const bool is_packed = header.HasNameBeginning("Content-Encoding:");
+      progress.has_body = is_packed || progress.body.size() >= length.value_or(0);
     }
     const bool is_too_long = length > kLongestBody || progress.body.size() > kLongestBody ||
                              Clock::now() - *sent_ > kLongestTransfer;

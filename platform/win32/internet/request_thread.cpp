@@ -91,7 +91,7 @@ class Hop {
 
   [[nodiscard]] bool IsOpen() const { return handles_.request != nullptr && lent_; }
   [[nodiscard]] void* Request() const { return handles_.request; }
-  /// No connection of an earlier request was used.
+  /// No connection of an earlier request was used, as far as it came to one.
   [[nodiscard]] bool HasConnectedAnew() const { return connected_anew_; }
 
  private:
@@ -111,10 +111,12 @@ class Hop {
   // elsewhere also there, with a status that is of no interest.
   static void CALLBACK OnStatus(HINTERNET /*handle*/, DWORD_PTR context, DWORD status, void* /*information*/,
                                 DWORD /*length*/) {
-    if (status != INTERNET_STATUS_CONNECTING_TO_SERVER && status != INTERNET_STATUS_REQUEST_SENT) return;
+    const bool is_new =
+        status == INTERNET_STATUS_RESOLVING_NAME || status == INTERNET_STATUS_CONNECTING_TO_SERVER;
+    if (!is_new && status != INTERNET_STATUS_REQUEST_SENT) return;
     Hop& hop = *reinterpret_cast<Hop*>(context);
-    if (status == INTERNET_STATUS_CONNECTING_TO_SERVER) hop.connected_anew_ = true;
-    if (status == INTERNET_STATUS_REQUEST_SENT) hop.reading_.Sent();
+    if (is_new) hop.connected_anew_ = true;
+    if (!is_new) hop.reading_.Sent();
   }
 
   Reading& reading_;

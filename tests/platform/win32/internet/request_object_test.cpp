@@ -9,10 +9,10 @@
 #include <thread>
 #include <vector>
 
+#include "tests/contracts/internet/internet_rig.h"
+
 namespace platform::win32 {
 namespace {
-
-using namespace std::chrono_literals;
 
 constexpr auto kClass = u"MSXML2.ServerXMLHTTP.6.0";
 
@@ -73,6 +73,27 @@ TEST(RequestObject, ATaskThatIsLateIsNotWaitedFor) {
   gate->set_value();
   EXPECT_TRUE(object->Run([](ScriptObject&) { return true; })) << "in its turn";
   EXPECT_TRUE(*finished);
+  object->End();
+}
+
+TEST(RequestObject, APackedBodyMayBeShorterThanItsLength) {
+  under_test::IcyServer server;
+  const std::string packed("\x1F\x8B\x08\0\0\0\0\0\0\x03\x4B\x04\0\x43\xBE\xB7\xE8\x01\0\0\0", 21);  // "a"
+  server.OnAny(
+      Script().Send(Header("HTTP/1.1 200 OK", {"Content-Encoding: gzip", "Content-Length: 21"}) + packed));
+  const auto object = RequestObject::Start(kClass);
+  ASSERT_NE(object, nullptr);
+  const Text url = platform::Wide(server.Url());
+  EXPECT_TRUE(object->Run([url](ScriptObject& script) {
+    return script.Call(u"open", {Text(u"GET"), url, true}).has_value();
+  }));
+  EXPECT_TRUE(object->Send());
+  const auto deadline = std::chrono::steady_clock::now() + 10s;
+  RequestProgress progress;
+  while (progress.state != kCompleted && std::chrono::steady_clock::now() < deadline)
+    progress = object->Progress(5ms);
+  EXPECT_TRUE(progress.has_body);
+  EXPECT_TRUE(progress.body == "a" || progress.body == packed);
   object->End();
 }
 
