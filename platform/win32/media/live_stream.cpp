@@ -105,7 +105,6 @@ void LiveStream::ResumeReads() {
     ended_ = false;
     schedule_.Reset();
     gate_ = {};
-    gate_set_ = StreamBuffer::Gate::kOpen;
   }
   buffer_->Resume();
   changed_.notify_all();
@@ -153,6 +152,7 @@ void LiveStream::Supervise() {
 bool LiveStream::Connect(std::unique_lock<std::mutex>& lock) {
   if (schedule_.Lost()) schedule_.AttemptStarted(Clock::now());
   connecting_ = true;
+  page_ = false;
   const auto connection = HttpStream::Open(address_, options_.user_agent, buffer_);
   Follow(*connection, lock);
   connection->Cancel();
@@ -195,20 +195,24 @@ void LiveStream::Judge(const HttpStream& connection) {
   const bool measured = level.format != live::SoundFormat::kUnknown;
   if (!answer_ && !measured && !connection.Over() && level.bytes_ahead < kJudgedFrom) return;
   HttpAnswer answer = *connection.Answer();
-  page_ = !answer_ && !measured && live::IsTextType(answer.content_type);
+  const bool text = live::IsTextType(answer.content_type);
+  // A network that wants a login answers for the station.
+  page_ = text && (answer_ ? !sound_called_text_ : !measured);
   if (page_) return;
-  answer.content_type = TypeOf(level.format, answer.content_type);
-  if (!answer_) answer_ = std::move(answer);
+  if (!answer_) {
+    sound_called_text_ = text;
+    answer.content_type = TypeOf(level.format, answer.content_type);
+    answer_ = std::move(answer);
+  }
   connected_at_ = Clock::now();
   schedule_.AttemptOpened();
-  gate_.Connected(*connected_at_);
+  gate_.Connected();
 }
 
 void LiveStream::WatchSound(std::unique_lock<std::mutex>& lock) {
   const int bit_rate = answer_ && answer_->bit_rate > 0 ? answer_->bit_rate : kUsualBitRate;
   const auto link = connected_at_ ? SoundGate::Link::kUp : SoundGate::Link::kDown;
   const StreamBuffer::Gate gate = gate_.Look(buffer_->Look(), link, bit_rate, Clock::now());
-  if (std::exchange(gate_set_, gate) == gate) return;
   // Reads that waited are answered in it.
   lock.unlock();
   buffer_->Set(gate);

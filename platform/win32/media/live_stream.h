@@ -77,14 +77,14 @@ class LiveStream {
   int http_status_ = 0;
   bool failed_ = false;  ///< the first connection
   bool connecting_ = false;
-  bool page_ = false;   ///< it has brought a text in place of sound
+  bool page_ = false;  ///< the latest connection has brought a text in place of sound
+  bool sound_called_text_ = false;
   bool ended_ = false;  ///< nobody reads any more, until ResumeReads
   bool paused_ = false;
   bool stopping_ = false;
   std::optional<Clock::time_point> connected_at_;  ///< of a connection that has brought sound
   live::ReconnectSchedule schedule_;
   SoundGate gate_;
-  StreamBuffer::Gate gate_set_ = StreamBuffer::Gate::kOpen;
   std::thread supervisor_;
 };
 

@@ -21,10 +21,7 @@ void SoundGate::Rest(Clock::time_point now) {
   played_.Rest(now);
 }
 
-void SoundGate::Connected(Clock::time_point now) {
-  reserve_ = {};
-  if (!IsShut()) reserve_.Resume(now);
-}
+void SoundGate::Connected() { reserve_ = {}; }
 
 StreamBuffer::Gate SoundGate::Look(const StreamBuffer::Level& level, Link link, int bit_rate,
                                    Clock::time_point now) {

@@ -26,7 +26,7 @@ class SoundGate {
   void Run(Clock::time_point now);
   void Rest(Clock::time_point now);
   /// A new connection has brought its first sound: it begins with the smallest reserve.
-  void Connected(Clock::time_point now);
+  void Connected();
 
   /// Decides anew; `bit_rate` is that of a stream whose sound cannot be measured.
   StreamBuffer::Gate Look(const StreamBuffer::Level& level, Link link, int bit_rate, Clock::time_point now);

@@ -20,7 +20,6 @@ struct SoundGateTest : testing::Test {
     level.format = live::SoundFormat::kMp3;
     level.read_waits = true;
     level.appended_at = kStart;
-    gate.Connected(kStart);
     gate.Run(kStart);
   }
   Gate Look(Time now, Link link = Link::kUp) { return gate.Look(level, link, kBitRate, now); }
@@ -70,6 +69,21 @@ TEST_F(SoundGateTest, NeitherIsTheTimeForWhichTheUserPauses) {
   EXPECT_EQ(Look(kStart + 1h + 900ms), Gate::kShut);
 }
 
+TEST_F(SoundGateTest, WhileTheUserPausesNothingIsDecided) {
+  level.format = live::SoundFormat::kUnknown;
+  gate.Rest(kStart);
+  EXPECT_EQ(Look(kStart + 1h, Link::kDown), Gate::kOpen);
+  gate.Run(kStart + 1h);
+  EXPECT_EQ(Look(kStart + 1h, Link::kDown), Gate::kShut);
+}
+
+TEST_F(SoundGateTest, ALossInItselfNeedsNoReserve) {
+  level.format = live::SoundFormat::kUnknown;
+  ASSERT_EQ(Look(kStart, Link::kDown), Gate::kShut);
+  level.bytes_ahead = 600 * kBitRate / 8000;
+  EXPECT_EQ(Look(kStart + 1h), Gate::kOpen);
+}
+
 TEST_F(SoundGateTest, StartingInThePauseDoesNotPlayIt) {
   ASSERT_EQ(Look(kStart), Gate::kShut);
   gate.Rest(kStart + 1s);
@@ -85,14 +99,15 @@ TEST_F(SoundGateTest, FurtherPausesOfAConnectionWaitForMore) {
   level.ahead = 1500ms;
   ASSERT_EQ(Look(kStart + 1s), Gate::kOpen);
   ASSERT_EQ(Look(kStart + 2s), Gate::kShut);
+  EXPECT_EQ(gate.Percent(), 0);
   EXPECT_EQ(Look(kStart + 3s), Gate::kShut);
   level.ahead = 3750ms;
   EXPECT_EQ(Look(kStart + 4s), Gate::kOpen);
 }
 
 TEST_F(SoundGateTest, ANewConnectionIsHeardSoon) {
-  ASSERT_EQ(Look(kStart, Link::kDown), Gate::kShut);
-  gate.Connected(kStart + 20s);
+  ASSERT_EQ(Look(kStart, Link::kUp), Gate::kShut);
+  gate.Connected();
   level.ahead = 500ms;
   EXPECT_EQ(Look(kStart + 20s), Gate::kShut);
   level.ahead = 600ms;

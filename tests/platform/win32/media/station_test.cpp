@@ -60,6 +60,15 @@ TEST_F(Station, ThatReturnsIsHeardAgain) {
   EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
 }
 
+TEST_F(Station, WhoseNetworkWantsALoginMeanwhileIsHeardAgain) {
+  Play("/portal");
+  EXPECT_TRUE(Becomes(PlaybackState::kReconnecting));
+  EXPECT_TRUE(WaitUntil([this] { return media->Status().failure == PlaybackFailure::kWebPage; }));
+  EXPECT_TRUE(Silent());
+  EXPECT_EQ(Ask("/return"), 0);
+  EXPECT_TRUE(Heard());
+}
+
 TEST_F(Station, ThatSaysNothingDoesNotHoldUpWhatEndsTheWait) {
   loop.on_paint = [this] { loop.input_ends_wait = Ask("/count?/silent") > 0; };
   player->MediaFileFromUrl(Address("/silent"));

@@ -18,7 +18,8 @@ It serves, each in the tempo of its sound after a burst of 96 KB:
   /unburst        the same without a burst
   /cut            only the burst, each time
   /stalls         the burst, and the rest once /go was asked for
-  /returns        twice the burst once, then 404 until /return was asked for
+  /returns        the burst once, then 404 until /return was asked for
+  /portal         the same with an HTML page in place of 404
 and besides
   /whole          the first 4.8 s of the loop as a file with a length
   /moved          a redirect to /stream
@@ -73,7 +74,8 @@ SHOWS = {
     "/unburst": Show(burst=0),
     "/cut": Show(ends_after=BURST),
     "/stalls": Show(waits_for="/go"),
-    "/returns": Show(burst=2 * BURST, ends_after=2 * BURST),
+    "/returns": Show(ends_after=BURST),
+    "/portal": Show(ends_after=BURST),
 }
 
 
@@ -134,16 +136,17 @@ class Station:
         if target == "/silent":
             connection.recv(1)
             return None
-        away = target == "/returns" and self.asked[target] > 1 and not self.asked["/return"]
+        leaves = target in ("/returns", "/portal")
+        away = leaves and self.asked[target] > 1 and not self.asked["/return"]
         if target in SHOWS and not away:
-            show = SHOWS["/stream"] if self.asked["/return"] and target == "/returns" else SHOWS[target]
-            return self.play(connection, show)
+            return self.play(connection, SHOWS["/stream" if leaves and self.asked["/return"] else target])
         if target == "/moved":
             return self.head(connection, b"HTTP/1.0 302 Found", ["Location: /stream", "Content-Length: 0"])
         answers = {
             "/loudness": lambda: (str(int(self.sound.loudness())), "text/plain"),
             "/quietest": lambda: (str(int(self.sound.quietest())), "text/plain"),
             "/open": lambda: (str(self.open), "text/plain"),
+            "/portal": lambda: ("<html>Anmeldung</html>", "text/html"),
             "/page": lambda: ("<html>Kein Ton</html>", "text/html"),
             "/list": lambda: ("#EXTM3U\nhttp://127.0.0.1/stream\n", "audio/x-mpegurl"),
             "/noise": lambda: (random.Random(1).randbytes(200_000), "audio/mpeg"),
