@@ -105,6 +105,22 @@ TEST_F(SoundGateTest, FurtherPausesOfAConnectionWaitForMore) {
   EXPECT_EQ(Look(kStart + 4s), Gate::kOpen);
 }
 
+TEST_F(SoundGateTest, AfterSteadySoundTheyStartSmallAgain) {
+  ASSERT_EQ(Look(kStart), Gate::kShut);
+  level.ahead = 1500ms;
+  ASSERT_EQ(Look(kStart + 1s), Gate::kOpen);
+  level.given = 4min;
+  ASSERT_EQ(Look(kStart + 4min), Gate::kOpen);
+  ASSERT_EQ(Look(kStart + 5min), Gate::kShut);
+  EXPECT_EQ(Look(kStart + 5min + 1s), Gate::kShut);
+  level.ahead = 3750ms;
+  ASSERT_EQ(Look(kStart + 5min + 2s), Gate::kOpen);
+  level.given = 20min;
+  ASSERT_EQ(Look(kStart + 30min), Gate::kShut);
+  level.ahead = 1500ms;
+  EXPECT_EQ(Look(kStart + 30min + 1s), Gate::kOpen);
+}
+
 TEST_F(SoundGateTest, ANewConnectionIsHeardSoon) {
   ASSERT_EQ(Look(kStart, Link::kUp), Gate::kShut);
   gate.Connected();

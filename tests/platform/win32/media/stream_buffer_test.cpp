@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <functional>
 #include <optional>
 #include <string>
 #include <thread>
@@ -56,6 +57,24 @@ TEST_F(StreamBufferTest, ALargeBlockIsNotWaitedFor) {
   Asked further(2 * StreamBuffer::kEnough);
   Ask(further, StreamBuffer::kEnough);
   EXPECT_EQ(further.count, 2 * StreamBuffer::kEnough);
+}
+
+TEST_F(StreamBufferTest, WhoeverIsAnsweredMayReadOnAtOnce) {
+  std::string read;
+  std::string piece(2, '?');
+  std::function<void(std::size_t)> read_on = [&](std::size_t count) {
+    read += piece.substr(0, count);
+    if (read.size() < 8) buffer.Read(read.size(), std::as_writable_bytes(std::span(piece)), read_on);
+  };
+  buffer.Read(0, std::as_writable_bytes(std::span(piece)), read_on);
+  Append("abcd");
+  EXPECT_EQ(read, "abcd");
+  buffer.Set(StreamBuffer::Gate::kShut);
+  Append("ef");
+  buffer.Set(StreamBuffer::Gate::kOpen);
+  EXPECT_EQ(read, "abcdef");
+  Append("gh");
+  EXPECT_EQ(read, "abcdefgh");
 }
 
 TEST_F(StreamBufferTest, TheBeginningCanBeReadAgain) {
@@ -146,8 +165,10 @@ TEST_F(StreamBufferTest, KnowsHowMuchSoundWasReadAndHowMuchIsLeft) {
   using std::chrono::milliseconds;
   std::string frame("\xFF\xFB\x94", 3);  // 24 ms
   frame.resize(384);
+  const auto before = StreamBuffer::Clock::now();
   for (int at = 0; at < 10; ++at) Append(frame);
   auto level = buffer.Look();
+  EXPECT_GE(level.appended_at, before);
   EXPECT_EQ(level.format, live::SoundFormat::kMp3);
   EXPECT_EQ(level.bit_rate, 128000);
   EXPECT_EQ(level.given, milliseconds(0));
