@@ -331,6 +331,66 @@ TEST_F(ComCallsTest, AnObjectOutlivesACallThatDropsItsHandle) {
   EXPECT_EQ(object.references, 0);
 }
 
+HRESULT STDMETHODCALLTYPE NoteNulls(SlotObject* self, const void* first, const void* second) {
+  self->calls.emplace_back(first == nullptr ? "null" : "something");
+  self->calls.emplace_back(second == nullptr ? "null" : "something");
+  return S_OK;
+}
+
+TEST_F(ComCallsTest, AVariableThatIsLeftOutIsPassedAsNull) {
+  struct LeftOut {
+    Interface interface_id;
+    std::int32_t slot;
+    std::vector<Argument> list;
+  };
+  const std::vector<LeftOut> cases = {
+      {Interface::kMediaSession,
+       9,
+       {static_cast<const Guid*>(nullptr), static_cast<PropertyValue*>(nullptr)}},
+      {Interface::kMetadata, 7, {static_cast<const Text*>(nullptr), static_cast<PropertyValue*>(nullptr)}},
+      {Interface::kUnknown, 0, {static_cast<const Guid*>(nullptr), static_cast<InterfaceHandle*>(nullptr)}},
+      {Interface::kPresentationDescriptor,
+       8,
+       {static_cast<const Guid*>(nullptr), static_cast<std::int64_t*>(nullptr)}},
+  };
+  for (const LeftOut& left_out : cases) {
+    object.Answer(static_cast<std::size_t>(left_out.slot), &NoteNulls);
+    object.calls.clear();
+    const auto handle = Enter(object, left_out.interface_id);
+    EXPECT_EQ(calls.DispCallFunc(handle, left_out.interface_id, left_out.slot, left_out.list), kSOk);
+    EXPECT_EQ(object.calls, (std::vector<std::string>{"null", "null"}));
+  }
+  object.Answer(3, &NoteNulls);
+  const auto meter = Enter(object, Interface::kAudioMeterInformation);
+  EXPECT_EQ(Call(meter, IAudioMeterInformation::GetPeakValue, {static_cast<float*>(nullptr)}), kSOk);
+  const auto handler = Enter(object, Interface::kMediaTypeHandler);
+  object.Answer(8, &NoteNulls);
+  EXPECT_EQ(Call(handler, IMFMediaTypeHandler::GetMajorType, {static_cast<Guid*>(nullptr)}), kSOk);
+}
+
+TEST_F(ComCallsTest, AnObjectIsCreatedByItsClassAsTheInterfaceThatIsAskedFor) {
+  // MMDeviceEnumerator
+  const Guid clsid{0xBCDE0395, 0xE52F, 0x467C, {0x8E, 0x3D, 0xC4, 0x57, 0x92, 0x91, 0x69, 0x2E}};
+  const Guid iid = IidOf(Interface::kMMDeviceEnumerator);
+  ASSERT_TRUE(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)));
+  auto out = InterfaceHandle::kNone;
+  EXPECT_EQ(calls.CoCreateInstance(clsid, InterfaceHandle::kNone, kClsctxInprocServer, iid, out), kSOk);
+  ASSERT_TRUE(table.Find(out));
+  EXPECT_EQ(table.Find(out)->interface_id, Interface::kMMDeviceEnumerator);
+  auto second = InterfaceHandle::kNone;
+  EXPECT_EQ(calls.CoCreateInstance(clsid, InterfaceHandle{99}, kClsctxInprocServer, iid, second),
+            kEInvalidArg);
+  EXPECT_EQ(second, InterfaceHandle::kNone);
+  table.Release(out);
+  CoUninitialize();
+}
+
+TEST_F(ComCallsTest, NoObjectHasNoHandle) {
+  EXPECT_EQ(table.Enter(static_cast<void*>(nullptr), Interface::kClock), InterfaceHandle::kNone);
+  EXPECT_EQ(table.Count(), 0u);
+  EXPECT_FALSE(table.Find(InterfaceHandle{1}));
+}
+
 TEST_F(ComCallsTest, AnUnknownClassIsNotCreated) {
   auto out = InterfaceHandle::kNone;
   EXPECT_NE(calls.CoCreateInstance(Guid{9, 9, 9, {}}, InterfaceHandle::kNone, kClsctxInprocServer,
