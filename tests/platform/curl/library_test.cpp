@@ -8,7 +8,7 @@
 
 #include "platform/curl/curl_xml_http_request.h"
 #include "platform/curl/library_ahead.h"
-#include "tests/platform/curl/curl_rig.h"
+#include "tests/contracts/internet/internet_rig.h"
 #include "tests/support/temp_folder.h"
 
 namespace platform::curl {
@@ -24,7 +24,7 @@ TEST(LibraryTest, IsLoadedOnceForAllThreads) {
 /// Asks in both ways and prints what came of it; ends the process.
 [[noreturn]] void AskAndReport() {
   { const LibraryAhead ahead; }
-  CurlRig rig;
+  InternetRig rig;
   rig.server.OnAny(Script().Send(kOk).Send("text"));
   std::cerr << (LoadedLibrary() == nullptr ? "no library" : "library");
   std::cerr << (rig.Open() == InternetHandle::kNone ? ", no answer" : ", answer");
