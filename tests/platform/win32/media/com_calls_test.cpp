@@ -227,6 +227,26 @@ TEST_F(ComCallsTest, AHandleThatIsPassedIsAskedForTheInterfaceThatTheOperationTa
   EXPECT_EQ(other.references, 1);
 }
 
+HRESULT STDMETHODCALLTYPE GiveOtherFace(SlotObject* self, const IID*, void** out) {
+  *out = static_cast<SlotObject*>(self->pointer)->Reference();
+  return S_OK;
+}
+HRESULT STDMETHODCALLTYPE TakeObject(SlotObject* self, void* passed) {
+  self->pointer = passed;
+  return S_OK;
+}
+
+TEST_F(ComCallsTest, WhatItAnswersIsWhatIsPassed) {
+  SlotObject face;
+  other.Answer(0, &GiveOtherFace);
+  other.pointer = &face;
+  object.Answer(34, &TakeObject);
+  const auto topology = Enter(object, Interface::kTopology);
+  EXPECT_EQ(Call(topology, IMFTopology::AddNode, {Enter(other, Interface::kUnknown)}), kSOk);
+  EXPECT_EQ(object.pointer, face.AsUnknown());
+  EXPECT_EQ(face.references, 0);
+}
+
 TEST_F(ComCallsTest, AnUnknownHandleAmongTheArgumentsIsRefused) {
   object.Answer(34, &TakeLong);
   const auto topology = Enter(object, Interface::kTopology);
