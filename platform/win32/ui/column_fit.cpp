@@ -72,9 +72,13 @@ void ColumnFit::FollowHeader(const tagNMHDR& notice) {
       shares_.Drag(change.iItem, WidthOf(change.iItem));
       Redraw();
       return Fit();
-    case NM_RELEASEDCAPTURE:  // another window may have taken the mouse away
     case HDN_ENDTRACKA:
     case HDN_ENDTRACKW:
+      // Where columns do not change while they are dragged, the new width follows this message.
+      if (pressed_ && change.pitem != nullptr && (change.pitem->mask & HDI_WIDTH) != 0 &&
+          change.pitem->cxy != WidthOf(change.iItem)) {
+        shares_.Drag(change.iItem, change.pitem->cxy);
+      }
       return EndDrag();
     case HDN_DIVIDERDBLCLICKA:
     case HDN_DIVIDERDBLCLICKW:

@@ -113,15 +113,24 @@ TEST_F(Win32ColumnFitTest, ColumnThatGetsWiderIsPaintedAnewAsAWhole) {
   Mouse(WM_LBUTTONUP, from + 30, 0);
 }
 
-TEST_F(Win32ColumnFitTest, DragEndsWhenTheMouseIsTakenAway) {
+TEST_F(Win32ColumnFitTest, PressOnAnEdgeIsNoDrag) {
   const int from = Edge(1);
   Press(1);
-  Mouse(WM_MOUSEMOVE, from - 30, MK_LBUTTON);
-  ::SetCapture(window->Handle());
-  ::ReleaseCapture();
-  Mouse(WM_LBUTTONUP, from - 30, 0);
-  EXPECT_TRUE(Until([this] { return list.Columns()[1].users_width.has_value(); }));
-  list.Move({0, 0, 8400, 3000});
+  Mouse(WM_LBUTTONUP, from - 1, 0);
+  loop.ProcessPendingMessages();
+  EXPECT_EQ(list.Columns()[1].users_width, std::nullopt);
+}
+
+TEST_F(Win32ColumnFitTest, ColumnThatChangesOnlyWhenItIsReleasedKeepsTheUsersWidthToo) {
+  ::SetWindowLongPtrW(Header(), GWL_STYLE, ::GetWindowLongPtrW(Header(), GWL_STYLE) & ~HDS_FULLDRAG);
+  const int from = Edge(1);
+  const int width = Shown()[1];
+  Press(1);
+  Mouse(WM_MOUSEMOVE, from - 41, MK_LBUTTON);
+  EXPECT_EQ(Shown()[1], width);
+  Mouse(WM_LBUTTONUP, from - 41, 0);
+  ASSERT_TRUE(Until([this] { return list.Columns()[1].users_width.has_value(); }));
+  EXPECT_NEAR(*list.Columns()[1].users_width, width - 40, 2);
   EXPECT_EQ(Shown()[1], *list.Columns()[1].users_width);
 }
 

@@ -40,7 +40,16 @@ class Win32EndingsTest : public Win32WindowTest {
   void AskForMenu() const {
     ::PostMessageW(window->Handle(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Of(list)), MAKELPARAM(50, 90));
   }
-  void RunUntilClosed() { RunWindow(*window, form, loop); }
+  void RunUntilClosed() {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    const auto is_late = [end] { return std::chrono::steady_clock::now() > end; };
+    const Once leave(*this, is_late, [] {
+      ADD_FAILURE() << "something is still open";
+      ::EndMenu();
+      Win32MessageLoop::LeaveAll();
+    });
+    RunWindow(*window, form, loop);
+  }
   std::function<void()> Post(UINT message, WPARAM w = 0) const {
     return [handle = window->Handle(), message, w] { ::PostMessageW(handle, message, w, 0); };
   }

@@ -153,6 +153,22 @@ TEST_F(Win32RowPainterTest, FavouriteHasAStarAndAnyOtherTextIsAText) {
   EXPECT_NE(Dark(text, 250, kWidth), Dark(star, 250, kWidth));
 }
 
+TEST_F(Win32RowPainterTest, AddressesDifferByTheirEnds) {
+  const auto painted = [this](const Text& address) {
+    row_.cells.Set(1, address);
+    const Canvas canvas(kWidth, kHeight);
+    painter_.Paint(canvas.Context(), row_, look_);
+    std::vector<bool> dark;
+    for (int y = 0; y < kHeight; ++y) {
+      for (int x = 150; x < 250; ++x) dark.push_back(IsDark(canvas.At(x, y)));
+    }
+    return dark;
+  };
+  const auto one = painted(u"http://radio.example/eine/lange/adresse/stream1");
+  EXPECT_NE(one, painted(u"http://radio.example/eine/lange/adresse/stream2"));
+  EXPECT_EQ(one, painted(u"http://radio.example/eine/andre/adresse/stream1")) << "the middle is cut out";
+}
+
 TEST_F(Win32RowPainterTest, TextsStayInTheirColumns) {
   row_.cells.Set(0, u"Ein Sender mit einem langen Namen, der in keine Spalte passt");
   row_.cells.Set(1, u"");
@@ -251,6 +267,20 @@ TEST_F(Win32NamedValuesTest, LongValueContinuesInItsColumn) {
   Show(u"StationName: Ein Name, der so lang ist, dass er auf einer Zeile keinen Platz hat");
   ASSERT_TRUE(ValueIn(0) && ValueIn(1));
   EXPECT_EQ(canvas.Count({0, line, names, 2 * line}, IsInk), 0) << "below the name";
+}
+
+TEST_F(Win32NamedValuesTest, AddressContinuesBehindOneOfItsPartsButNotBehindItsBeginning) {
+  const auto is_empty_from = [this](int x) { return canvas.Count({x, 0, kWidth, line}, IsInk) == 0; };
+  Show(u"http://mmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmm");
+  EXPECT_FALSE(is_empty_from(kWidth - 20));
+  Canvas second(kWidth, kHeight);
+  label.SetCaption(u"http://m/mmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmm");
+  DRAWITEMSTRUCT place{};
+  place.hDC = second.Context();
+  place.rcItem = {0, 0, kWidth, kHeight};
+  Panel().Draw(place);
+  EXPECT_EQ(second.Count({kWidth / 2, 0, kWidth, line}, IsInk), 0);
+  EXPECT_GT(second.Count({kWidth / 2, line, kWidth, 2 * line}, IsInk), 0);
 }
 
 TEST_F(Win32NamedValuesTest, NamesArePalerThanTheirValues) {
