@@ -33,14 +33,14 @@ std::uint32_t SteadyNumber(controls::TextView text) {
   return number;
 }
 
-struct Parts {
+struct ColorParts {
   double red;
   double green;
   double blue;
 };
 
 /// Hue, saturation and lightness from 0 to 1.
-Parts FromHsl(double hue, double saturation, double lightness) {
+ColorParts FromHsl(double hue, double saturation, double lightness) {
   const double reach = saturation * std::min(lightness, 1.0 - lightness);
   const auto part = [&](double offset) {
     const double step = std::fmod(offset + hue * 12.0, 12.0);
@@ -82,11 +82,11 @@ Rgb ColorOfName(controls::TextView folded_name) {
   constexpr int kSteps = 12;
   for (int step = 0; step < kSteps; ++step) {
     const double middle = (dark + light) / 2;
-    const Parts parts = FromHsl(hue, kSaturation, middle);
+    const ColorParts parts = FromHsl(hue, kSaturation, middle);
     const bool too_light = LuminanceOf(parts.red, parts.green, parts.blue) > kBrightness;
     (too_light ? light : dark) = middle;
   }
-  const Parts parts = FromHsl(hue, kSaturation, dark);
+  const ColorParts parts = FromHsl(hue, kSaturation, dark);
   return {Byte(parts.red), Byte(parts.green), Byte(parts.blue)};
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::uint32_t kButtonBits = 0x0f;
 constexpr std::uint32_t kIconBits = 0xf0;
-constexpr qsizetype kLongestText = 4000;
+constexpr qsizetype kLongestBoxText = 4000;
 
 /// A box without Cancel that asks for Yes or No cannot be dismissed without an answer.
 class AnswerBox final : public QMessageBox {
@@ -112,7 +112,7 @@ MessageBoxAnswer QtDialogs::MessageBoxW(const Text& text, const Text& caption, s
   const bool needs_answer = buttons == (QMessageBox::Yes | QMessageBox::No);
   AnswerBox box(Owner(), needs_answer);
   box.setTextFormat(Qt::PlainText);
-  box.setText(ToQt(text).left(kLongestText));
+  box.setText(ToQt(text).left(kLongestBoxText));
   box.setWindowTitle(caption.empty() ? QCoreApplication::applicationName() : WindowTitle(caption));
   box.setIcon(IconOf(style));
   box.setStandardButtons(buttons);

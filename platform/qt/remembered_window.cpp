@@ -13,7 +13,7 @@ namespace {
 
 /// Size and state of a window come in several events; before this time is over they may contradict each
 /// other.
-constexpr int kRestMilliseconds = 200;
+constexpr int kWindowRestMilliseconds = 200;
 
 /// The main one first.
 std::vector<app::ScreenRoom> Screens() {
@@ -38,7 +38,7 @@ RememberedWindow::RememberedWindow(controls::Form& form, const app::Inventory& i
   memory_ = app::ParseWindowMemory(in_file_).value_or(app::WindowMemory());
   app::RestoreColumns(inventory_, memory_.columns);
   rest_.setSingleShot(true);
-  rest_.setInterval(kRestMilliseconds);
+  rest_.setInterval(kWindowRestMilliseconds);
   connect(&rest_, &QTimer::timeout, this, [this] { TakePlace(); });
   window_.installEventFilter(this);
   subscriptions_ += form.QueryUnload.Subscribe([this] { Save(); });

@@ -12,7 +12,7 @@
 namespace platform::qt {
 namespace {
 
-constexpr int kRestMilliseconds = 3000;
+constexpr int kSentenceRestMilliseconds = 3000;
 
 /// The toolkit asks every factory for every widget; what this one does not know gets its usual interface.
 QAccessibleInterface* MakeAccessible(const QString& /*class_name*/, QObject* object) {
@@ -44,7 +44,7 @@ void StatusStrip::ShowText(const QString& text) {
   Fit();
   line_->setAccessibleName(text_);
   if (WithoutNumbers(text_) == WithoutNumbers(announced_)) {
-    rest_.start(kRestMilliseconds, this);
+    rest_.start(kSentenceRestMilliseconds, this);
   } else {
     Announce();
   }

@@ -204,7 +204,7 @@ void FormWindow::LimitSize(std::intptr_t limits) const {
 
 void FormWindow::FollowResolution(unsigned int dots, std::intptr_t place) {
   const RECT& wanted = *reinterpret_cast<const RECT*>(place);
-  // The form hears of the new size once, by the new scale.
+  // The new size is already meant in the new scale.
   scale_.Set(dots);
   {
     const Following guard(following_);
