@@ -31,6 +31,9 @@ LRESULT CALLBACK ListGestures(HWND window, UINT message, WPARAM w, LPARAM l, UIN
     case WM_LBUTTONDOWN:
       binding.PressMouse();
       break;
+    case WM_MOUSEMOVE:
+      binding.PointAt(static_cast<short>(LOWORD(l)), static_cast<short>(HIWORD(l)));
+      break;
     case WM_TIMER:
       if (w != ListBinding::kRestTimer) break;
       binding.RestTimerTicked();
@@ -77,7 +80,7 @@ ListBinding::ListBinding(controls::ListView& list, HWND parent, const Surroundin
       painter_(list, icons, around.scale),
       columns_(list, Handle(), around.scale, around.loop,
                [this](int column) { return WidthNeeded(column); }) {
-  constexpr LPARAM kExtended = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
+  constexpr LPARAM kExtended = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
   ::SendMessageW(Handle(), LVM_SETEXTENDEDLISTVIEWSTYLE, 0, kExtended);
   ::SetWindowSubclass(Handle(), ListGestures, kGestures, reinterpret_cast<DWORD_PTR>(this));
   subscriptions_ += list.Changed.Subscribe([this] { Follow(); });
@@ -116,6 +119,7 @@ void ListBinding::Follow() {
 }
 
 void ListBinding::FollowRows(bool all) {
+  pointed_at_ = {-1, -1};
   {
     const Following guard(following_);
     const LPARAM flags = LVSICF_NOSCROLL | (all ? 0 : LVSICF_NOINVALIDATEALL);

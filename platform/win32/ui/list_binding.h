@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 
 #include "controls/list_view.h"
 #include "controls/row_command.h"
@@ -46,6 +47,7 @@ class ListBinding final : public ControlBinding {
   // For the window's procedure.
   static constexpr std::uintptr_t kRestTimer = 0x46524553;
   void PressMouse();
+  void PointAt(int left, int top);
   void ReleaseKey();
   void RestTimerTicked();
   void PaintHint() const;
@@ -92,6 +94,7 @@ class ListBinding final : public ControlBinding {
   std::optional<controls::RowId> chosen_;       // by the user, which the list does not know yet
   std::optional<controls::RowId> handed_over_;  // which has its turn soon
   std::optional<int> selected_before_press_;
+  std::pair<int, int> pointed_at_{-1, -1};  // row and column
   bool following_ = false;
 };
 

@@ -3,6 +3,7 @@
 #include "platform/win32/base/windows_api.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/win32/base/wide.h"
 #include "platform/win32/ui/list_binding.h"
@@ -129,6 +130,25 @@ int ListBinding::WidthNeeded(int column) const {
     if (row != nullptr) widest = std::max(widest, painter_.CellWidth(context.Get(), *row, index));
   }
   return widest;
+}
+
+/// The system shows no more than the first cell of a row as a tooltip.
+void ListBinding::PointAt(int left, int top) {
+  LVHITTESTINFO hit{};
+  hit.pt = {left, top};
+  ::SendMessageW(Handle(), LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+  const std::pair<int, int> cell{hit.iItem, hit.iSubItem};
+  if (std::exchange(pointed_at_, cell) == cell) return;
+  const controls::ListRow* row = RowAt(hit.iItem);
+  const auto column = static_cast<std::size_t>(std::max(0, hit.iSubItem));
+  Text tip;
+  const std::vector<int> widths = columns_.Shown();
+  if (row != nullptr && column < widths.size()) {
+    const WindowContext context(Handle());
+    const bool cut = painter_.CellWidth(context.Get(), *row, column) > widths[column];
+    if (cut) tip = OnOneLine(row->cells[column]);
+  }
+  Around().tool_tips.Show(Handle(), tip);
 }
 
 void ListBinding::PaintHint() const {

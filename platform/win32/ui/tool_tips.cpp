@@ -45,6 +45,8 @@ void ToolTips::Show(HWND control, const Text& text) {
   const UINT message = known == texts_.end() ? TTM_ADDTOOLW : TTM_UPDATETIPTEXTW;
   texts_[control] = text;
   ::SendMessageW(tips_, message, 0, reinterpret_cast<LPARAM>(&tool));
+  // What is open was opened for the text before.
+  ::SendMessageW(tips_, TTM_POP, 0, 0);
 }
 
 Text ToolTips::Of(HWND control) const {

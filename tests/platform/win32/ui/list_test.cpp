@@ -118,6 +118,27 @@ TEST_F(Win32ListTest, RowThatWasSelectedIsPaintedAnewFromEdgeToEdge) {
   EXPECT_EQ(dirty.right, all.right);
 }
 
+TEST_F(Win32ListTest, CellThatIsCutIsTheTooltipWhileThePointerIsOnIt) {
+  Fill(3);
+  list.SetCell(list.RowAt(1), 1,
+               u"Ein Genre mit einem Namen, der in seine Spalte nicht passt, auch nicht ganz");
+  list.DragColumn(1, 100);
+  const auto point_at = [this](int row, int column) {
+    RECT cell{};
+    cell.top = column;
+    cell.left = LVIR_BOUNDS;
+    Ask(LVM_GETSUBITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&cell));
+    Ask(WM_MOUSEMOVE, 0, MAKELPARAM(cell.left + 20, cell.top + 5));
+    return window->HintOf(list);
+  };
+  EXPECT_EQ(point_at(1, 1), list.Cell(list.RowAt(1), 1));
+  EXPECT_EQ(point_at(0, 1), u"");
+  EXPECT_EQ(point_at(1, 0), u"") << "the whole name can be seen";
+  EXPECT_EQ(point_at(1, 1), list.Cell(list.RowAt(1), 1));
+  Ask(WM_MOUSEMOVE, 0, MAKELPARAM(50, 300));
+  EXPECT_EQ(window->HintOf(list), u"") << "below the rows";
+}
+
 TEST_F(Win32ListTest, HeaderShowsTheArrowOfTheSorting) {
   Fill(3);
   list.Sort(1, controls::SortDirection::kDescending, [](const auto&, const auto&) { return 0; });
