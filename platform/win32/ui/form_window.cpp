@@ -194,8 +194,11 @@ std::optional<std::intptr_t> FormWindow::OnMessage(const Message& message) {
 void FormWindow::LimitSize(std::intptr_t limits) const {
   // The system asks before the window is complete.
   if (!set_) return;
-  const Size smallest = WindowSize(form_.SmallestWidth(), form_.SmallestHeight());
   const RECT room = WorkAreaOf(Handle());
+  Size smallest = WindowSize(form_.SmallestWidth(), form_.SmallestHeight());
+  if (smallest.height > room.bottom - room.top) {
+    smallest = WindowSize(form_.SmallestWidthIfLower(), form_.SmallestHeight());
+  }
   auto& info = *reinterpret_cast<MINMAXINFO*>(limits);
   if (form_.SmallestWidth() == 0 && form_.SmallestHeight() == 0) return;
   info.ptMinTrackSize.x = std::min<LONG>(smallest.width, room.right - room.left);

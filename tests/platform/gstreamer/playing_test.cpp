@@ -194,7 +194,8 @@ TEST_F(HlsTest, AListOfSeveralVariantsIsHeard) {
   Serve();
   ASSERT_TRUE(Start(server.Url("/master.m3u8")));
   EXPECT_TRUE(HearsTone(440));
-  EXPECT_NEAR(driver.DurationSeconds().value_or(0), 6.0, 0.5);
+  // A variant's own list may be read after the sound has begun.
+  EXPECT_TRUE(WaitUntil([&] { return std::abs(driver.DurationSeconds().value_or(0) - 6.0) < 0.5; }, 5s));
 }
 
 TEST_F(HlsTest, ALiveListIsHeardWithoutALength) {
