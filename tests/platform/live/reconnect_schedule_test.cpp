@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <vector>
 
 namespace live_test {
@@ -16,8 +17,8 @@ using Time = ReconnectSchedule::Clock::time_point;
 const Time kStart = Time(1h);
 
 /// The seconds after the loss at which attempts fall due when every one fails at once.
-std::vector<long> Attempts(ReconnectSchedule& schedule, std::size_t count) {
-  std::vector<long> seconds;
+std::vector<std::int64_t> Attempts(ReconnectSchedule& schedule, std::size_t count) {
+  std::vector<std::int64_t> seconds;
   while (seconds.size() < count) {
     const Time due = schedule.NextAttempt();
     seconds.push_back(std::chrono::duration_cast<std::chrono::seconds>(due - kStart).count());
@@ -40,7 +41,7 @@ TEST(ReconnectScheduleTest, ThenEverMoreRarelyUpToEveryThirtySeconds) {
   schedule.Lose(kStart, kStart - 99s);
   auto seconds = Attempts(schedule, 70);
   seconds.erase(seconds.begin(), seconds.begin() + 60);
-  EXPECT_EQ(seconds, (std::vector<long>{60, 62, 66, 74, 90, 120, 150, 180, 210, 240}));
+  EXPECT_EQ(seconds, (std::vector<std::int64_t>{60, 62, 66, 74, 90, 120, 150, 180, 210, 240}));
 }
 
 TEST(ReconnectScheduleTest, AStreamThatBreaksSoonContinuesWithTheOldPause) {
@@ -134,7 +135,7 @@ TEST(ReconnectScheduleTest, SteadySoundEndsALoss) {
   schedule.Lose(kStart - 400s, kStart - 450s);
   schedule.AttemptStarted(kStart - 300s);
   schedule.Lose(kStart, kStart - 290s);
-  EXPECT_EQ(Attempts(schedule, 3), (std::vector<long>{0, 1, 2}));
+  EXPECT_EQ(Attempts(schedule, 3), (std::vector<std::int64_t>{0, 1, 2}));
 }
 
 }  // namespace
