@@ -104,7 +104,7 @@ Program::Program() : parts_(std::make_unique<Parts>()) {
   parts_->dialogs.SetMainWindow(window.Handle());
   parts_->turns.SetMainWindow(window.Handle());
   parts_->notifications.SetMainWindow(window.Handle());
-  window.MediaKeyPressed = [&keys = parts_->media_keys](int key) { return keys.Press(key); };
+  window.ReportMediaKeys([&keys = parts_->media_keys](int key) { return keys.Press(key); });
 }
 
 Program::~Program() = default;

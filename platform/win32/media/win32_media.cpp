@@ -26,8 +26,9 @@ extern "C" HRESULT WINAPI MFCreateMFByteStreamOnStream(::IStream* stream, ::IMFB
 namespace platform::win32 {
 namespace {
 
-/// A session closes in a few milliseconds; one that does not must not hold up the window.
-constexpr std::chrono::milliseconds kCloseLimit{1000};
+/// A session closes in a few milliseconds, on a busy machine in more. Longer than this it must not hold up
+/// the window.
+constexpr std::chrono::milliseconds kCloseLimit{3000};
 
 /// The thread's COM, for as long as the adapter lives.
 class ComApartment {

@@ -47,6 +47,8 @@ FormWindow::FormWindow(controls::Form& form, const app::Inventory& inventory, HW
       scale_(::GetDpiForWindow(Handle())),
       tool_tips_(Handle()),
       footer_(Footer(inventory)) {
+  // Public reference: the documentation of RegisterShellHookWindow.
+  shell_message_ = ::RegisterWindowMessageW(L"SHELLHOOK");
   set_ = std::make_unique<ControlSet>(inventory, Handle(), Surroundings{scale_, loop_, tool_tips_}, icons);
   keys_ = std::make_unique<FormKeys>(inventory, Handle(), *set_, loop_);
   subscriptions_ += form.Changed.Subscribe([this] { FollowForm(); });
@@ -60,6 +62,7 @@ FormWindow::FormWindow(controls::Form& form, const app::Inventory& inventory, HW
 }
 
 FormWindow::~FormWindow() {
+  ::DeregisterShellHookWindow(Handle());
   keys_.reset();
   set_.reset();
 }
@@ -97,6 +100,15 @@ void FormWindow::FollowForm() {
 
 void FormWindow::TakeSize(int width, int height) {
   form_.Resize(scale_.Twips(width), scale_.Twips(std::max(0, height - FooterHeight())));
+}
+
+void FormWindow::ReportMediaKeys(std::function<bool(int)> pressed) {
+  media_key_pressed_ = std::move(pressed);
+  ::RegisterShellHookWindow(Handle());
+}
+
+bool FormWindow::UseMediaKey(std::intptr_t command) const {
+  return media_key_pressed_ && media_key_pressed_(GET_APPCOMMAND_LPARAM(command));
 }
 
 void FormWindow::RememberIn(Files& files, const Text& file) {
@@ -139,6 +151,9 @@ bool FormWindow::BringToFront() {
 }
 
 std::optional<std::intptr_t> FormWindow::OnMessage(const Message& message) {
+  if (message.id == shell_message_) {
+    return message.w == HSHELL_APPCOMMAND && UseMediaKey(message.l) ? 1 : 0;
+  }
   switch (message.id) {
     case WM_SIZE:
       form_.SetInSight(::IsWindowVisible(Handle()) != 0 && message.w != SIZE_MINIMIZED);
@@ -176,7 +191,7 @@ std::optional<std::intptr_t> FormWindow::OnMessage(const Message& message) {
       if (BusyPointer::Apply()) return TRUE;
       return std::nullopt;
     case WM_APPCOMMAND:
-      if (MediaKeyPressed && MediaKeyPressed(GET_APPCOMMAND_LPARAM(message.l))) return TRUE;
+      if (UseMediaKey(message.l)) return TRUE;
       return std::nullopt;
     case WM_DPICHANGED:
       FollowResolution(LOWORD(message.w), message.l);

@@ -41,8 +41,9 @@ class FormWindow final : public Window {
     return tool_tips_.Of(set_->Of(control)->Handle());
   }
 
-  /// A key for media arrived, as the system numbers it (APPCOMMAND_...). True: it was used.
-  std::function<bool(int)> MediaKeyPressed;
+  /// From now on the window reports keys for media, as the system numbers them (APPCOMMAND_...): those
+  /// pressed while it has the keyboard, and those that no other program has used. True: the key was used.
+  void ReportMediaKeys(std::function<bool(int)> pressed);
 
  protected:
   std::optional<std::intptr_t> OnMessage(const Message& message) override;
@@ -58,6 +59,7 @@ class FormWindow final : public Window {
   void FollowUser(unsigned int dots);
   void AskToClose();
   void EndSession();
+  [[nodiscard]] bool UseMediaKey(std::intptr_t command) const;
   void PutOnScreen() const;
   void LimitSize(std::intptr_t limits) const;
   [[nodiscard]] Size WindowSize(int width, int height) const;
@@ -73,6 +75,8 @@ class FormWindow final : public Window {
   const controls::Control* footer_ = nullptr;
   std::unique_ptr<ControlSet> set_;
   std::unique_ptr<FormKeys> keys_;
+  std::function<bool(int)> media_key_pressed_;
+  unsigned int shell_message_ = 0;
   HWND last_focus_ = nullptr;
   bool following_ = false;
   std::optional<RememberedWindow> memory_;

@@ -131,7 +131,7 @@ TEST_F(Win32LoopTest, MediaKeyReachesItsReceiver) {
   Win32MediaKeys keys;
   keys.Appear(receiver);
   Open();
-  window->MediaKeyPressed = [&keys](int key) { return keys.Press(key); };
+  window->ReportMediaKeys([&keys](int key) { return keys.Press(key); });
   const auto press = [this](int key) {
     return ::SendMessageW(window->Handle(), WM_APPCOMMAND, 0, MAKELPARAM(0, FAPPCOMMAND_KEY | key));
   };
@@ -146,6 +146,11 @@ TEST_F(Win32LoopTest, MediaKeyReachesItsReceiver) {
                          Command::kPrevious, Command::kNext, Command::kPrevious}));
   press(APPCOMMAND_VOLUME_UP);
   EXPECT_EQ(receiver.commands.size(), 8U) << "no key for media";
+  // As the system tells it to every program that listens, when the one in front has not used the key.
+  ::SendMessageW(window->Handle(), ::RegisterWindowMessageW(L"SHELLHOOK"), HSHELL_APPCOMMAND,
+                 MAKELPARAM(0, FAPPCOMMAND_KEY | APPCOMMAND_MEDIA_STOP));
+  ASSERT_EQ(receiver.commands.size(), 9U);
+  EXPECT_EQ(receiver.commands.back(), Command::kStop);
   keys.Withdraw();
   EXPECT_FALSE(keys.Press(APPCOMMAND_MEDIA_STOP));
 }
