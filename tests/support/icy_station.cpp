@@ -10,9 +10,9 @@
 #include <thread>
 #include <utility>
 
-#include "tests/support/request_reading.h"
 #include "tests/support/icy_script.h"
 #include "tests/support/local_socket.h"
+#include "tests/support/request_reading.h"
 
 namespace test_support {
 
