@@ -128,7 +128,8 @@ TEST_F(OpeningTest, ASilentServerIsGivenUpInTimeAndTheWindowIsPaintedMeanwhile) 
   EXPECT_PRED1(IsOtherFailure, driver.Open(server.Url("/x")));
   const auto taken = Clock::now() - start;
   EXPECT_GE(taken, 9s);
-  EXPECT_LT(taken, 10500ms);
+  // The first opening of a process also starts GStreamer.
+  EXPECT_LT(taken, 13s);
   EXPECT_GT(driver.loop.paints, 300);
   EXPECT_EQ(driver.loop.pumps, 0);
 }
