@@ -92,7 +92,7 @@ def play(stage, windows, sink):
 
 def server_seconds():
     """Of Wine's server, which all programs of a prefix share."""
-    return sum(own_seconds(pid) for pid in process_ids() if pathlib.Path(words_of(pid)[0]).name.startswith("wineserver"))
+    return sum(own_seconds(pid) for pid in process_ids() if pathlib.Path((words_of(pid) or [""])[0]).name.startswith("wineserver"))
 
 
 def costs(arguments, windows, children, scratch):

@@ -87,7 +87,10 @@ class WindowsPrograms(Programs):
 
     def __init__(self, children, scratch, build, unpacked):
         prefix = pathlib.Path(os.environ["WINEPREFIX"])
-        [user] = [folder for folder in (prefix / "drive_c/users").iterdir() if folder.name != "Public"]
+        users = [folder for folder in (prefix / "drive_c/users").iterdir() if folder.name != "Public"]
+        if len(users) != 1:
+            raise Failure(f"{prefix} has {len(users)} users")
+        user = users[0]
         super().__init__(children, scratch, user / "AppData/Roaming/Ordnerzentrale", user / "Music/Funkhausplayer",
                          scratch / "program")
         shutil.copytree(unpacked, self.beside)
@@ -97,6 +100,8 @@ class WindowsPrograms(Programs):
         self.environment = dict(os.environ)
         # The prefix belongs to the build; what an earlier run left in it is not to meet this one.
         for folder in (self.settings, self.music, user / "AppData/Local/Funkhausplayer"):
+            if not folder.resolve().is_relative_to(prefix.resolve()):
+                raise Failure(f"{folder} leads out of Wine's prefix")
             shutil.rmtree(folder, ignore_errors=True)
 
     def start(self):

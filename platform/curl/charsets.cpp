@@ -3,16 +3,19 @@
 #include <iconv.h>
 
 #include <array>
+#include <bit>
 #include <cerrno>
 
 namespace platform::curl {
 namespace {
 
 constexpr char16_t kReplacement = u'\uFFFD';
+/// The units of a text, as iconv calls them.
+constexpr const char* kUnits = std::endian::native == std::endian::little ? "UTF-16LE" : "UTF-16BE";
 
 class Converter {
  public:
-  explicit Converter(const std::string& charset) : handle_(iconv_open("UTF-16LE", charset.c_str())) {}
+  explicit Converter(const std::string& charset) : handle_(iconv_open(kUnits, charset.c_str())) {}
   ~Converter() {
     if (IsOpen()) iconv_close(handle_);
   }

@@ -54,7 +54,7 @@ bool ItemPipelines::Promote() {
 
 void ItemPipelines::DropHeard() {
   state_->SetCurrent(nullptr);
-  StopHeard(std::exchange(heard_, {}).pipeline);
+  StopHeard(std::exchange(heard_, {}).pipeline, Mixer::kAnswers);
 }
 
 ItemPipelines::Both ItemPipelines::TakeBoth() {
@@ -62,15 +62,15 @@ ItemPipelines::Both ItemPipelines::TakeBoth() {
   return {std::exchange(heard_, {}).pipeline, std::exchange(attempt_, {}).line.pipeline};
 }
 
-void ItemPipelines::StopBoth(const Both& both) {
-  StopHeard(both.heard);
+void ItemPipelines::StopBoth(const Both& both, Mixer mixer) {
+  StopHeard(both.heard, mixer);
   if (both.attempted) both.attempted->Stop();
 }
 
-void ItemPipelines::StopHeard(const std::shared_ptr<Pipeline>& heard) {
+void ItemPipelines::StopHeard(const std::shared_ptr<Pipeline>& heard, Mixer mixer) {
   if (!heard) return;
   // The sink reports what the mixer changes with the next sound that it passes on, and there will be none.
-  ObserveMixer(heard);
+  if (mixer == Mixer::kAnswers) ObserveMixer(heard);
   heard->Stop();
 }
 

@@ -40,7 +40,9 @@ class ItemPipelines {
   };
   /// Both are no longer the item's; to be passed to StopBoth.
   Both TakeBoth();
-  void StopBoth(const Both& both);
+  /// A sink whose device is gone repeats an old volume, which is not read then.
+  enum class Mixer : std::uint8_t { kAnswers, kIsGone };
+  void StopBoth(const Both& both, Mixer mixer);
 
   enum class Sound : std::uint8_t { kOff, kOn };
   /// Plays or pauses what is heard; with kOn it still waits for its buffer.
@@ -51,7 +53,7 @@ class ItemPipelines {
   void FollowVolume();
 
  private:
-  void StopHeard(const std::shared_ptr<Pipeline>& heard);
+  void StopHeard(const std::shared_ptr<Pipeline>& heard, Mixer mixer);
   void ObserveMixer(const std::shared_ptr<Pipeline>& heard);
 
   const PipelineInput input_;

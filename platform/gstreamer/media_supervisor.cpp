@@ -274,10 +274,11 @@ void MediaSupervisor::AwaitSilence() {
 
 void MediaSupervisor::DropBoth() {
   const ItemPipelines::Both dropped = pipelines_.TakeBoth();
+  const auto mixer = device_.IsLost() ? ItemPipelines::Mixer::kIsGone : ItemPipelines::Mixer::kAnswers;
   schedule_.Reset();
   // A sound server that hangs can hold up what follows.
   state_->SetReport(Report());
-  pipelines_.StopBoth(dropped);
+  pipelines_.StopBoth(dropped, mixer);
 }
 
 ItemReport MediaSupervisor::Report() const {

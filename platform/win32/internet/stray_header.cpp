@@ -8,7 +8,8 @@ namespace {
 
 constexpr std::string_view kStatusLine = "ICY 200 OK\r\n";
 /// What the first line begins with, in lower case. Any name would be too much: a text may begin "http:".
-constexpr std::array<std::string_view, 4> kNames = {"icy-", "ice-", "content-type:", "server:"};
+/// "icy " is the status line itself, where the library leaves it, too.
+constexpr std::array<std::string_view, 5> kNames = {"icy-", "icy ", "ice-", "content-type:", "server:"};
 
 char LowerAscii(char byte) { return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte; }
 
@@ -41,7 +42,7 @@ StrayHeader::State StrayHeader::Add(std::string_view bytes) {
     const auto is_begun = [&](std::string_view name) { return agrees(name) && rest_.size() >= name.size(); };
     return state_ = std::any_of(kNames.begin(), kNames.end(), is_begun) ? State::kGarbage : State::kNone;
   }
-  static_cast<void>(header_.AddLine(kStatusLine));
+  if (!agrees("icy ")) static_cast<void>(header_.AddLine(kStatusLine));
   bool fits = true;
   for (std::size_t at = 0; at < end;) {
     const std::size_t next = rest_.find('\n', at) + 1;

@@ -8,6 +8,7 @@
 #include <cctype>
 #include <cstdlib>
 #include <span>
+#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -49,6 +50,10 @@ PlaybackFailure FailureOfError(DWORD error) {
       return PlaybackFailure::kCertificateOtherName;
     case ERROR_INTERNET_INVALID_CA:
       return PlaybackFailure::kCertificateUnknownIssuer;
+    case ERROR_INTERNET_SEC_CERT_ERRORS:
+    case ERROR_INTERNET_SEC_CERT_REV_FAILED:
+    case ERROR_INTERNET_SEC_INVALID_CERT:
+    case ERROR_INTERNET_SEC_CERT_REVOKED:
     case ERROR_INTERNET_SECURITY_CHANNEL_ERROR:
       return PlaybackFailure::kNoSecureConnection;
     default:
@@ -65,8 +70,9 @@ std::string MediaType(const std::string& content_type) {
 }
 
 HttpAnswer AnswerOf(const http::AnswerHeader& header) {
-  return {kStatusOk, MediaType(header.Value("Content-Type")),
-          1000 * std::atoi(header.Value("icy-br").c_str())};
+  constexpr int kMostKilobits = 10'000;
+  const int kilobits = std::clamp(std::atoi(header.Value("icy-br").c_str()), 0, kMostKilobits);
+  return {kStatusOk, MediaType(header.Value("Content-Type")), 1000 * kilobits};
 }
 
 }  // namespace
@@ -75,7 +81,11 @@ std::shared_ptr<HttpStream> HttpStream::Open(const Text& address, const Text& us
                                              std::shared_ptr<StreamBuffer> buffer) {
   auto stream = std::make_shared<HttpStream>();
   stream->buffer_ = std::move(buffer);
-  std::thread([stream, address, user_agent] { stream->Run(address, user_agent); }).detach();
+  try {
+    std::thread([stream, address, user_agent] { stream->Run(address, user_agent); }).detach();
+  } catch (const std::system_error&) {
+    stream->End(PlaybackFailure::kOther, 0);
+  }
   return stream;
 }
 

@@ -159,7 +159,7 @@ bool LiveStream::Connect(std::unique_lock<std::mutex>& lock) {
   connecting_ = false;
   const auto sound_since = std::exchange(connected_at_, std::nullopt);
   if (stopping_ || ended_) return !stopping_;
-  if (connection->Complete() && !page_) {
+  if (answer_ && connection->Complete() && !page_) {
     buffer_->Finish();
     return false;
   }

@@ -42,7 +42,8 @@ class FormWindow final : public Window {
   }
 
   /// From now on the window reports keys for media, as the system numbers them (APPCOMMAND_...): those
-  /// pressed while it has the keyboard, and those that no other program has used. True: the key was used.
+  /// pressed while it has the keyboard, and those that the program in front has not used. True: the key was
+  /// used.
   void ReportMediaKeys(std::function<bool(int)> pressed);
 
  protected:

@@ -230,12 +230,14 @@ TEST_F(DeviceTest, AFileContinuesWhereItWas) {
 TEST_F(DeviceTest, APausedStationIsHeardThoughTheSoundServerRestartedMeanwhile) {
   ASSERT_TRUE(PlaysTheStation());
   ASSERT_EQ(driver.Pause(), kSOk);
+  ASSERT_EQ(driver.SetVolume(0.3F), kSOk);
   pulse.Stop();
   pulse.Start();
   Listen();
   EXPECT_EQ(driver.State(), 3);
   ASSERT_EQ(driver.Start(), kSOk);
   EXPECT_TRUE(loudness->WaitForSound(300ms, 5s));
+  EXPECT_NEAR(driver.Volume(), 0.3, 0.01) << "what was set in the pause";
 }
 
 TEST_F(DeviceTest, AStationIsHeardThoughTheSoundServerDiedBetweenOpeningAndStart) {

@@ -19,6 +19,14 @@ TEST(StrayHeader, IsWhatStandsBeforeTheSound) {
   EXPECT_EQ(header.Rest(), "sound");
 }
 
+TEST(StrayHeader, MayHaveItsStatusLine) {
+  StrayHeader header;
+  EXPECT_EQ(header.Add("ICY 404 Not Found\r\nicy-name:X\r\n\r\nsound"), State::kWhole);
+  EXPECT_EQ(header.Header().StatusCode(), "404");
+  EXPECT_EQ(header.Header().Value("icy-name"), "X");
+  EXPECT_EQ(header.Rest(), "sound");
+}
+
 TEST(StrayHeader, MayComeByteByByteAndWithBareLineFeeds) {
   for (const auto& [line_end, last] :
        {std::pair<std::string, std::string>("\r\n", "\r\n"), {"\n", "\n"}, {"\n", "\r\n"}, {"\r\n", "\n"}}) {
