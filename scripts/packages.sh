@@ -119,7 +119,8 @@ packages_bench=(
 )
 
 # To build the program for Windows and to try it here. GoogleTest is compiled from its source for that system, and
-# g++ makes the servers that its tests are given on this one.
+# g++ makes the servers that its tests are given on this one. Wine loads the plugins and libraries of sound, TLS and the
+# screen when it needs them.
 packages_windows=(
     binutils-mingw-w64-x86-64
     cmake
@@ -128,7 +129,18 @@ packages_windows=(
     g++
     g++-mingw-w64-x86-64-posix
     googletest
+    gstreamer1.0-plugins-bad
+    gstreamer1.0-plugins-base
+    gstreamer1.0-plugins-good
     icecast2
+    libgnutls30
+    libxcomposite1
+    libxcursor1
+    libxfixes3
+    libxi6
+    libxinerama1
+    libxrandr2
+    libxrender1
     ninja-build
     openssl
     pulseaudio
