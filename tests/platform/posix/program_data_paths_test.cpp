@@ -82,7 +82,7 @@ TEST_F(ProgramDataPathsTest, WhatIsNotThereKeepsItsName) {
 
 TEST_F(ProgramDataPathsTest, LinksAreFollowedAndThoseThatLeadNowherePassedOver) {
   folder.Write("elsewhere/Bild.JPG", "");
-  folder.Write("program/placeholder", "");
+  folder.Write("program/beside.txt", "");
   std::filesystem::create_symlink("missing", folder.Path() / "program/RADIOJPG");
   std::filesystem::create_symlink("../elsewhere", folder.Path() / "program/radiojpg");
   EXPECT_EQ(Found(u"RadioJPG\\bild.jpg"), "radiojpg/Bild.JPG");
