@@ -3,57 +3,140 @@ while both play the same station at the same time, and the programs' sizes. What
 its drivers, is counted with the program: on Windows that part belongs to the system and is another one."""
 import os
 import pathlib
+import subprocess
 import time
 
+import peers
 import start
-from desktop import Hands, NullSink, start_screen, wait_for
+from desktop import Failure, Hands, NullSink, close_window, start_screen, wait_for
 from figures import Line
-from playing import AUDIBLE, NAME, Meter, Stage, memory_megabytes, own_seconds, write_catalogue
+from playing import (AUDIBLE, NAME, ROOT, Meter, Stage, memory_megabytes, own_seconds, session_bus, write_catalogue)
 from programs import WindowsPrograms, process_ids, words_of
 from screen_watch import ScreenWatch
 
 LARGEST = 4.0  # megabytes
 MINUTE = 60.0
+WINE = ROOT / "scripts" / "wine"
+
+
+class Prefix:
+    """Wine's files, made for this measurement, so that no program but those that are measured uses its server."""
+
+    def __init__(self, folder, display):
+        self.folder = folder
+        self.environment = {**os.environ, "WINEPREFIX": str(folder), "DISPLAY": display}
+
+    def make(self):
+        self._run(WINE, "wineboot", "--init")
+        # Nobody is there to answer the box that Wine shows when a program crashes.
+        self._run(WINE, "reg", "add", r"HKCU\Software\Wine\WineDbg", "/v", "ShowCrashDialog", "/t", "REG_DWORD", "/d", "0",
+                  "/f")
+        self._run("wineserver", "-w")
+        # Wine shows the folders of whoever runs it as those of its user.
+        for link in self.folder.glob("drive_c/users/*/*"):
+            if link.is_symlink():
+                link.unlink()
+                link.mkdir()
+        self._run("wineserver", "-p")
+
+    def end(self):
+        """With every program that runs in it."""
+        subprocess.run(["wineserver", "-k"], env=self.environment, check=False)
+        subprocess.run(["wineserver", "-w"], env=self.environment, check=False, timeout=60)
+
+    def server_seconds(self):
+        """Processor time of the server, which all programs of the prefix share."""
+        return sum(own_seconds(pid) for pid in process_ids() if self._is_server(pid))
+
+    def _is_server(self, pid):
+        if pathlib.Path((words_of(pid) or [""])[0]).name.startswith("wineserver"):
+            try:
+                variables = pathlib.Path(f"/proc/{pid}/environ").read_bytes().split(b"\0")
+            except OSError:
+                return False
+            return b"WINEPREFIX=" + os.fsencode(self.folder) in variables
+        return False
+
+    def _run(self, *command):
+        # Wine's services keep the output that they were started with, so a reader of it would wait for them.
+        subprocess.run(command, env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL, check=True, timeout=300)
 
 
 class Windows(WindowsPrograms):
-    """Started without the report of its controls, which would cost time of its own."""
+    """Measured without the report of its controls, which would cost time of its own."""
 
-    def start_plain(self, environment):
-        self.environment.update(environment)
+    def start_plain(self):
         return self.start_by_wine(self.shown_path(self.program))
 
+    def pid(self):
+        """Of the player, whoever has started it."""
+        return wait_for("the program", lambda: self.processes(self.program.name), 60)[0]
+
     def end(self, process):
-        """Wine's own process is the program's."""
-        self.children.finish(process)
-        wait_for("the program's end", lambda: not self.processes(self.program.name), 20)
+        """By closing its window: what started the player is another process where its controls are reported."""
+        close_window(self.environment["DISPLAY"], self.pid())
+        wait_for("the program's end", lambda: not self.processes(self.program.name), 30)
+        process.wait(timeout=30)
+
+    def places(self):
+        """Where to click on the station's row, and on the button that starts it."""
+        process = self.start()
+        row = wait_for("the row", lambda: self.report.row(NAME), 60)
+        button = self.report.find("Command1")
+        self.end(process)
+        return (row.x + 80, row.middle[1]), button.middle
+
+    def play(self, sink):
+        """The player's process id; what it plays is heard."""
+        row, button = self.places()
+        self.start_plain()
+        pid = self.pid()
+        hands = Hands(self.environment["DISPLAY"])
+
+        def has_window():
+            try:
+                hands.focus(pid)
+            except Failure:
+                return False
+            return True
+
+        wait_for("the window", has_window, 60)
+        hands.click(*row)
+        time.sleep(3)  # the selection fetches the station's title
+        hands.click(*button)
+        wait_for("the sound of the Windows program", lambda: sink.loudness() > AUDIBLE, 60, pause=0)
+        return pid
 
 
-def sizes(windows, build):
-    """Name -> megabytes of each program as it is packed, for both systems."""
-    def megabytes(file):
-        return [file.stat().st_size / 2**20]
-    own = {name: megabytes(windows.beside / f"{name}.exe") for name in ("Funkhausplayer", "OZRecordFunkhaus")}
-    packed = build.parent / "package"
-    linux = {"Funkhausplayer": packed / "funkhausplayer", "OZRecordFunkhaus": packed / "OZRecordFunkhaus"}
-    return [Line(f"size of {name}", own[name], "MB", f"at most {LARGEST:.0f}", own[name][0] <= LARGEST,
-                 {"Linux, which uses the system's libraries": megabytes(linux[name])} if linux[name].exists() else {},
-                 digits=1) for name in own]
+def megabytes(file):
+    return [file.stat().st_size / 2**20]
+
+
+def sizes(windows, build, scratch):
+    """Of each program as it is packed; those for Linux without the names for a debugger, which no package has."""
+    lines = []
+    for name, linux in {"Funkhausplayer": "funkhausplayer", "OZRecordFunkhaus": "OZRecordFunkhaus"}.items():
+        stripped = scratch / f"stripped-{linux}"
+        subprocess.run(["strip", "-o", stripped, build / "bin" / linux], check=True)
+        own = megabytes(windows.beside / f"{name}.exe")
+        lines.append(Line(f"size of {name}", own, "MB", f"at most {LARGEST:.0f}", own[0] <= LARGEST,
+                          {"Linux, which uses the system's libraries": megabytes(stripped)}, digits=1))
+    return lines
 
 
 def starts(arguments, windows, children, scratch):
-    display = start_screen(children)
-    watch = ScreenWatch(display)
-    sink = NullSink(children, scratch / "starts")
-    environment = {**sink.environment, "DISPLAY": display, "QT_QPA_PLATFORM": "xcb", "XDG_STATE_HOME": str(scratch / "s")}
+    watch = ScreenWatch(windows.environment["DISPLAY"])
     rows = start.stations(start.STATIONS)
     settings = scratch / "settings-of-starts"
     for folder in (windows.settings, settings / "Ordnerzentrale"):
         write_catalogue(folder / "Funkhaus.ini", rows)
+    # As the Windows program is started: with a sound server, and a home folder of its own.
+    environment = {**windows.environment, **peers.home(scratch / "home-of-starts"), "QT_QPA_PLATFORM": "xcb",
+                   "APPDATA": str(settings)}
     linux = [arguments.build / "bin" / "funkhausplayer"]
-    ways = {"own": (lambda: windows.start_plain(environment), windows.end),
-            "Linux": (lambda: children.start("player", linux, env={**os.environ, **environment, "APPDATA": str(settings)}),
-                      children.finish)}
+    ways = {"own": (windows.start_plain, windows.end),
+            "Linux": (lambda: children.start("linux", linux, env=environment), children.finish)}
     found = {name: [] for name in ways}
     for number in range(arguments.runs + 1):
         for name, (begin, end) in ways.items():
@@ -61,7 +144,7 @@ def starts(arguments, windows, children, scratch):
             started = time.monotonic()
             process = begin()
             taken = (watch.wait_until_painted(process, 60) - started) * 1000
-            time.sleep(1)
+            time.sleep(1)  # what it still does then is not to meet the next start
             end(process)
             if number:  # the first round fills caches
                 found[name].append(taken)
@@ -69,60 +152,55 @@ def starts(arguments, windows, children, scratch):
     return Line(f"start to window, {start.STATIONS} stations", own, "ms", "", None, found)
 
 
-def play(stage, windows, sink):
-    """The Windows program, playing; its process."""
-    write_catalogue(windows.settings / "Funkhaus.ini", [(NAME, stage.address, "Pop & Hits", "", "")])
-    environment = {**sink.environment, "DISPLAY": windows.display}
-    windows.environment.update(environment)
-    player = windows.launch(windows.display)
-    row = wait_for("the row", lambda: windows.report.row(NAME), 60)
-    button = windows.report.find("Command1")
-    windows.end(player.process)
-    process = windows.start_plain(environment)
-    pid = wait_for("the program", lambda: windows.processes(windows.program.name), 60)[0]
-    time.sleep(3)
-    hands = Hands(windows.display)
-    hands.focus(pid)
-    hands.click(row.x + 80, row.middle[1])
-    time.sleep(3)
-    hands.click(*button.middle)
-    wait_for("the sound of the Windows program", lambda: sink.loudness() > AUDIBLE, 60, pause=0)
-    return pid
-
-
-def server_seconds():
-    """Of Wine's server, which all programs of a prefix share."""
-    return sum(own_seconds(pid) for pid in process_ids() if pathlib.Path((words_of(pid) or [""])[0]).name.startswith("wineserver"))
-
-
-def costs(arguments, windows, children, scratch):
+def costs(arguments, windows, prefix, children, scratch):
     stage = Stage(children, arguments.build, scratch, arguments.output)
-    windows.display = start_screen(children, "1400x1100")
-    sink = NullSink(children, scratch / "second-card")
-    linux = stage.start_program()
-    own = play(stage, windows, sink)
+    write_catalogue(windows.settings / "Funkhaus.ini", [(NAME, stage.address, "Pop & Hits", "", "")])
+    own = windows.play(windows.sink)
+    linux = stage.start_program().pid
     time.sleep(5)
     used = {"own": [], "Linux": [], "Wine's server alone": []}
     for _ in range(arguments.runs):
-        meters = {"own": Meter(own), "Linux": Meter(linux.pid)}
-        server = server_seconds()
+        meters = {"own": Meter(own), "Linux": Meter(linux)}
+        server = prefix.server_seconds()
         time.sleep(arguments.seconds)
-        server = server_seconds() - server
+        server = prefix.server_seconds() - server
         once = {"own": meters["own"].seconds() + server, "Linux": meters["Linux"].seconds(), "Wine's server alone": server}
         for name, seconds in once.items():
             used[name].append(seconds * MINUTE / arguments.seconds)
-    memory = [memory_megabytes(own)]
+        if arguments.details:
+            print("\n".join(f"{seconds:8.2f} s {name}" for name, seconds in meters["own"].by_thread()), flush=True)
+    for who, sink in {"Windows": windows.sink, "Linux": stage.sink}.items():
+        if sink.loudness() <= AUDIBLE:
+            raise Failure(f"the {who} program is not heard any longer")
+    memory = Line("memory while playing (resident)", [memory_megabytes(own)], "MB", "", None,
+                  {"Linux": [memory_megabytes(linux)]})
     spent = used.pop("own")
-    return [Line("processor per 60 s of playing, bars moving", spent, "s", "", None, used, digits=2),
-            Line("memory while playing (resident)", memory, "MB", "", None, {"Linux": [memory_megabytes(linux.pid)]})]
+    return [Line("processor per 60 s of playing, bars moving", spent, "s", "", None, used, digits=2), memory]
+
+
+def unpacked(built):
+    found = list((built / "unpacked").glob("*/Funkhausplayer.exe"))
+    if len(found) != 1 or not (built / "bin" / "control_report.exe").exists():
+        raise Failure(f"{built} has no unpacked archive, or no control_report.exe: run scripts/bench windows")
+    return found[0].parent
 
 
 def measure(arguments, children, scratch):
     built = arguments.build.parent / "windows"
-    os.environ.setdefault("WINEPREFIX", str(built / "wine"))
-    [unpacked] = (built / "unpacked").iterdir()
-    place = scratch / "windows"
-    place.mkdir()
-    windows = Windows(children, place, built, unpacked)
-    return [*sizes(windows, arguments.build), starts(arguments, windows, children, scratch),
-            *costs(arguments, windows, children, scratch)]
+    beside = unpacked(built)
+    display = start_screen(children, "1400x1100")
+    sink = NullSink(children, scratch / "card")
+    prefix = Prefix(scratch / "wine", display)
+    try:
+        prefix.make()
+        place = scratch / "windows"
+        place.mkdir()
+        # What the programs find of it in their own surroundings is what Wine reads.
+        os.environ["WINEPREFIX"] = str(prefix.folder)
+        windows = Windows(children, place, built, beside)
+        windows.sink = sink
+        windows.environment.update(sink.environment, **session_bus(children, place), DISPLAY=display)
+        return [*sizes(windows, arguments.build, scratch), starts(arguments, windows, children, scratch),
+                *costs(arguments, windows, prefix, children, scratch)]
+    finally:
+        prefix.end()  # before its screen

@@ -67,10 +67,10 @@ class Children:
 
 def start_screen(children, size="1400x900"):
     """Starts a virtual screen and returns its display name. The server chooses the number, so that several
-    can run at once."""
+    can run at once. It stays as it is when its last program ends: while it began anew it would refuse the next one."""
     reading, writing = os.pipe()
     server = children.start("xvfb", ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{size}x24", "-nolisten",
-                                     "tcp"], pass_fds=[writing])
+                                     "tcp", "-noreset"], pass_fds=[writing])
     os.close(writing)
     with os.fdopen(reading, "rb") as pipe:
         ready, _, _ = select.select([pipe], [], [], 20)
