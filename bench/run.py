@@ -26,7 +26,7 @@ WHATS = {
     "catalogue": "loading, saving, sorting, importing",
     "frozen": "how long a silent server freezes the window",
 }
-# Measured only when it is named: it needs what scripts/windows makes.
+# Measured only when it is named: it takes Wine, and what scripts/windows makes.
 APART = {"windows": "the program for Windows under Wine, beside this one"}
 
 

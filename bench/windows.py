@@ -106,6 +106,8 @@ class Windows(WindowsPrograms):
         time.sleep(3)  # the selection fetches the station's title
         hands.click(*button)
         wait_for("the sound of the Windows program", lambda: sink.loudness() > AUDIBLE, 60, pause=0)
+        # While a pointer is on a button Wine asks a hundred times a second whether it still is.
+        hands.rest()
         return pid
 
 
