@@ -10,6 +10,8 @@
 #include <mutex>
 #include <utility>
 
+#include "platform/win32/media/locks.h"
+
 namespace platform::win32 {
 namespace {
 
@@ -17,7 +19,7 @@ class LiveByteStream final : public ::IMFByteStream {
  public:
   LiveByteStream(std::shared_ptr<StreamBuffer> buffer, const std::string& content_type)
       : buffer_(std::move(buffer)) {
-    if (MFCreateAttributes(attributes_.Receive(), 1) != S_OK || content_type.empty()) return;
+    if (::MFCreateAttributes(attributes_.Receive(), 1) != S_OK || content_type.empty()) return;
     const std::wstring type(content_type.begin(), content_type.end());
     attributes_->SetString(MF_BYTESTREAM_CONTENT_TYPE, type.c_str());
   }
@@ -50,17 +52,17 @@ class LiveByteStream final : public ::IMFByteStream {
   }
   HRESULT STDMETHODCALLTYPE SetLength(QWORD) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetCurrentPosition(QWORD* position) override {
-    const std::lock_guard lock(mutex_);
+    const Lock lock(mutex_);
     *position = position_;
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE SetCurrentPosition(QWORD position) override {
-    const std::lock_guard lock(mutex_);
+    const Lock lock(mutex_);
     position_ = position;
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE IsEndOfStream(WINBOOL* end) override {
-    const std::lock_guard lock(mutex_);
+    const Lock lock(mutex_);
     *end = position_ >= StreamBuffer::kLength;
     return S_OK;
   }
@@ -75,22 +77,22 @@ class LiveByteStream final : public ::IMFByteStream {
   HRESULT STDMETHODCALLTYPE BeginRead(BYTE* bytes, ULONG size, ::IMFAsyncCallback* callback,
                                       ::IUnknown* state) override {
     ComPointer<::IMFAsyncResult> asked;
-    const HRESULT made = MFCreateAsyncResult(nullptr, callback, state, asked.Receive());
+    const HRESULT made = ::MFCreateAsyncResult(nullptr, callback, state, asked.Receive());
     if (made != S_OK) return made;
     AddRef();
     const ComPointer<LiveByteStream> self(this);
     buffer_->Read(Position(), Target(bytes, size), [self, asked](std::size_t read) {
       self->Advance(read);
       {
-        const std::lock_guard lock(self->mutex_);
+        const Lock lock(self->mutex_);
         self->answers_.emplace_back(asked.Get(), static_cast<ULONG>(read));
       }
-      MFInvokeCallback(asked.Get());
+      ::MFInvokeCallback(asked.Get());
     });
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE EndRead(::IMFAsyncResult* asked, ULONG* count) override {
-    const std::lock_guard lock(mutex_);
+    const Lock lock(mutex_);
     for (auto answer = answers_.begin(); answer != answers_.end(); ++answer) {
       if (answer->first != asked) continue;
       *count = answer->second;
@@ -106,7 +108,7 @@ class LiveByteStream final : public ::IMFByteStream {
   HRESULT STDMETHODCALLTYPE EndWrite(::IMFAsyncResult*, ULONG*) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE Seek(MFBYTESTREAM_SEEK_ORIGIN origin, LONGLONG offset, DWORD,
                                  QWORD* position) override {
-    const std::lock_guard lock(mutex_);
+    const Lock lock(mutex_);
     const QWORD base = origin == msoCurrent ? position_ : 0;
     position_ = base + static_cast<QWORD>(offset);
     if (position != nullptr) *position = position_;
@@ -123,11 +125,11 @@ class LiveByteStream final : public ::IMFByteStream {
     return {reinterpret_cast<std::byte*>(bytes), size};
   }
   QWORD Position() {
-    const std::lock_guard lock(mutex_);
+    const Lock lock(mutex_);
     return position_;
   }
   void Advance(std::size_t count) {
-    const std::lock_guard lock(mutex_);
+    const Lock lock(mutex_);
     position_ += count;
   }
 

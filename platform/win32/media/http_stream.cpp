@@ -17,6 +17,7 @@
 #include "platform/win32/internet/request_texts.h"
 #include "platform/win32/internet/web_exchange.h"
 #include "platform/win32/media/icy_filter.h"
+#include "platform/win32/media/locks.h"
 
 namespace platform::win32 {
 namespace {
@@ -92,38 +93,38 @@ std::shared_ptr<HttpStream> HttpStream::Open(const Text& address, const Text& us
 void HttpStream::Cancel() { cancelled_ = true; }
 
 std::optional<HttpAnswer> HttpStream::Answer() const {
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   return answer_;
 }
 
 bool HttpStream::Over() const {
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   return over_;
 }
 
 bool HttpStream::Complete() const {
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   return complete_;
 }
 
 PlaybackFailure HttpStream::Failure() const {
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   return failure_;
 }
 
 int HttpStream::Status() const {
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   return status_;
 }
 
 HttpStream::Clock::time_point HttpStream::LatestNews() const {
   if (appending_) return Clock::now();
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   return news_;
 }
 
 void HttpStream::End(PlaybackFailure failure, int status) {
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   over_ = true;
   failure_ = failure;
   status_ = status;
@@ -177,7 +178,7 @@ void HttpStream::ReadBody(http::Exchange& exchange) {
     }
     const std::string sound = filter.Sound({piece.data(), count});
     {
-      const std::lock_guard lock(mutex_);
+      const Lock lock(mutex_);
       news_ = Clock::now();
       if (!answer_ && !sound.empty()) answer_ = AnswerOf(header);
     }
@@ -188,7 +189,7 @@ void HttpStream::ReadBody(http::Exchange& exchange) {
     if (!appended) break;
   }
   const bool has_length = header.ContentLength().has_value();
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   over_ = true;
   complete_ = !cancelled_ && has_length && exchange.HasEnded() && !exchange.HasFailed();
   failure_ = answer_ ? PlaybackFailure::kConnectionLost : PlaybackFailure::kHungUp;

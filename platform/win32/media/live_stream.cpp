@@ -29,7 +29,7 @@ LiveStream::LiveStream(const Text& address, const LiveStreamOptions& options)
 
 LiveStream::~LiveStream() {
   {
-    const std::lock_guard lock(mutex_);
+    const Lock lock(mutex_);
     stopping_ = true;
   }
   changed_.notify_all();
@@ -38,27 +38,27 @@ LiveStream::~LiveStream() {
 }
 
 bool LiveStream::Decided() const {
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   return answer_.has_value() || failed_;
 }
 
 std::optional<HttpAnswer> LiveStream::Answer() const {
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   return answer_;
 }
 
 PlaybackFailure LiveStream::Failure() const {
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   return failure_;
 }
 
 int LiveStream::HttpStatus() const {
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   return http_status_;
 }
 
 PlaybackStatus LiveStream::Status() const {
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   PlaybackStatus status;
   status.state = PlaybackState::kPlaying;
   if (gate_.IsShut()) status.state = connected_at_ ? PlaybackState::kBuffering : PlaybackState::kReconnecting;
@@ -91,7 +91,7 @@ Text LiveStream::FormatName() const {
 
 void LiveStream::EndReads() {
   {
-    const std::lock_guard lock(mutex_);
+    const Lock lock(mutex_);
     ended_ = true;
   }
   changed_.notify_all();
@@ -100,7 +100,7 @@ void LiveStream::EndReads() {
 
 void LiveStream::ResumeReads() {
   {
-    const std::lock_guard lock(mutex_);
+    const Lock lock(mutex_);
     if (!ended_) return;
     ended_ = false;
     schedule_.Reset();
@@ -112,7 +112,7 @@ void LiveStream::ResumeReads() {
 
 void LiveStream::Playing() {
   {
-    const std::lock_guard lock(mutex_);
+    const Lock lock(mutex_);
     paused_ = false;
     gate_.Run(Clock::now());
   }
@@ -120,7 +120,7 @@ void LiveStream::Playing() {
 }
 
 void LiveStream::Paused() {
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   paused_ = true;
   gate_.Rest(Clock::now());
 }
@@ -129,7 +129,7 @@ bool LiveStream::MayTry() const {
   return !ended_ && !(paused_ && schedule_.Lost()) && Clock::now() >= schedule_.NextAttempt();
 }
 
-void LiveStream::WaitForTurn(std::unique_lock<std::mutex>& lock) {
+void LiveStream::WaitForTurn(Lock& lock) {
   if (ended_ || paused_) {
     changed_.wait(lock);
     return;
@@ -139,7 +139,7 @@ void LiveStream::WaitForTurn(std::unique_lock<std::mutex>& lock) {
 }
 
 void LiveStream::Supervise() {
-  std::unique_lock lock(mutex_);
+  Lock lock(mutex_);
   while (!stopping_) {
     if (!MayTry()) {
       WaitForTurn(lock);
@@ -149,18 +149,23 @@ void LiveStream::Supervise() {
   }
 }
 
-bool LiveStream::Connect(std::unique_lock<std::mutex>& lock) {
+bool LiveStream::Connect(Lock& lock) {
   if (schedule_.Lost()) schedule_.AttemptStarted(Clock::now());
   connecting_ = true;
   page_ = false;
+  lock.unlock();
   const auto connection = HttpStream::Open(address_, options_.user_agent, buffer_);
+  lock.lock();
   Follow(*connection, lock);
   connection->Cancel();
   connecting_ = false;
   const auto sound_since = std::exchange(connected_at_, std::nullopt);
   if (stopping_ || ended_) return !stopping_;
   if (answer_ && connection->Complete() && !page_) {
+    // Reads that waited are answered in it.
+    lock.unlock();
     buffer_->Finish();
+    lock.lock();
     return false;
   }
   NoteEnd(*connection, sound_since);
@@ -179,7 +184,7 @@ void LiveStream::NoteEnd(const HttpStream& connection, std::optional<Clock::time
   }
 }
 
-void LiveStream::Follow(const HttpStream& connection, std::unique_lock<std::mutex>& lock) {
+void LiveStream::Follow(const HttpStream& connection, Lock& lock) {
   while (!stopping_ && !ended_ && !page_) {
     const bool over = connection.Over();
     if (!connected_at_ && connection.Answer()) Judge(connection);
@@ -209,7 +214,7 @@ void LiveStream::Judge(const HttpStream& connection) {
   gate_.Connected();
 }
 
-void LiveStream::WatchSound(std::unique_lock<std::mutex>& lock) {
+void LiveStream::WatchSound(Lock& lock) {
   const int bit_rate = answer_ && answer_->bit_rate > 0 ? answer_->bit_rate : kUsualBitRate;
   const auto link = connected_at_ ? SoundGate::Link::kUp : SoundGate::Link::kDown;
   const StreamBuffer::Gate gate = gate_.Look(buffer_->Look(), link, bit_rate, Clock::now());

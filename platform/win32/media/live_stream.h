@@ -11,6 +11,7 @@
 
 #include "platform/live/reconnect_schedule.h"
 #include "platform/win32/media/http_stream.h"
+#include "platform/win32/media/locks.h"
 #include "platform/win32/media/sound_gate.h"
 #include "platform/win32/media/stream_buffer.h"
 #include "ports/playback_monitor.h"
@@ -58,14 +59,14 @@ class LiveStream {
   using Clock = std::chrono::steady_clock;
   void Supervise();
   /// One connection, from its beginning to its end; true when another is to follow.
-  bool Connect(std::unique_lock<std::mutex>& lock);
+  bool Connect(Lock& lock);
   /// Waits until it is over, or nobody wants it any more.
-  void Follow(const HttpStream& connection, std::unique_lock<std::mutex>& lock);
+  void Follow(const HttpStream& connection, Lock& lock);
   void Judge(const HttpStream& connection);
-  void WatchSound(std::unique_lock<std::mutex>& lock);
+  void WatchSound(Lock& lock);
   void NoteEnd(const HttpStream& connection, std::optional<Clock::time_point> sound_since);
   [[nodiscard]] bool MayTry() const;
-  void WaitForTurn(std::unique_lock<std::mutex>& lock);
+  void WaitForTurn(Lock& lock);
 
   const Text address_;
   const LiveStreamOptions options_;

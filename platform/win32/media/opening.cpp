@@ -5,10 +5,13 @@
 #include <mfidl.h>
 
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 #include <utility>
 
 #include "platform/win32/base/wide.h"
+#include "platform/win32/media/async_callback.h"
+#include "platform/win32/media/locks.h"
 #include "platform/win32/media/media_results.h"
 
 namespace platform::win32 {
@@ -23,73 +26,59 @@ void ShutDownSource(::IUnknown* object) {
   if (object->QueryInterface(__uuidof(::IMFMediaSource), source.ReceiveAny()) == S_OK) source->Shutdown();
 }
 
-enum class OpeningKind { kAddress, kByteStream };
-
-/// Is called by the framework on a thread of its own once the opening is over; one that nobody waits for any
-/// more is cleaned up there.
-class OpeningEnd final : public ::IMFAsyncCallback {
+/// One opening. It is ended on a thread of the framework; what nobody waits for any more is shut down there.
+class OpeningEnd {
  public:
-  OpeningEnd(::IMFSourceResolver& resolver, OpeningKind kind) : resolver_(&resolver), kind_(kind) {
-    resolver.AddRef();
-  }
-  virtual ~OpeningEnd() = default;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
-    const bool known = IsEqualIID(iid, __uuidof(::IMFAsyncCallback)) || IsEqualIID(iid, __uuidof(::IUnknown));
-    *out = known ? static_cast<::IMFAsyncCallback*>(this) : nullptr;
-    if (known) AddRef();
-    return known ? S_OK : E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&references_)); }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const LONG left = InterlockedDecrement(&references_);
-    if (left == 0) delete this;
-    return static_cast<ULONG>(left);
-  }
-  HRESULT STDMETHODCALLTYPE GetParameters(DWORD*, DWORD*) override { return E_NOTIMPL; }
-
-  HRESULT STDMETHODCALLTYPE Invoke(::IMFAsyncResult* asked) override {
-    MF_OBJECT_TYPE type = MF_OBJECT_INVALID;
-    ComPointer<::IUnknown> object;
-    const HRESULT result = kind_ == OpeningKind::kAddress
-                               ? resolver_->EndCreateObjectFromURL(asked, &type, object.Receive())
-                               : resolver_->EndCreateObjectFromByteStream(asked, &type, object.Receive());
-    const std::unique_lock lock(mutex_);
-    over_ = true;
-    if (given_up_) {
-      ShutDownSource(object.Get());
-      return S_OK;
+  void Over(OpenedObject opened) {
+    {
+      const Lock lock(mutex_);
+      over_ = true;
+      if (!given_up_) std::swap(opened_, opened);
     }
-    opened_ = {result, type, std::move(object)};
     changed_.notify_all();
-    return S_OK;
+    ShutDownSource(opened.object.Get());
   }
-
   bool WaitSlice() {
-    std::unique_lock lock(mutex_);
+    Lock lock(mutex_);
     return changed_.wait_for(lock, kSlice, [this] { return over_; });
   }
   OpenedObject Take() {
-    const std::lock_guard lock(mutex_);
+    const Lock lock(mutex_);
     return std::exchange(opened_, {});
   }
   void GiveUp() {
-    const std::lock_guard lock(mutex_);
-    given_up_ = true;
-    ShutDownSource(opened_.object.Get());
-    opened_ = {};
+    OpenedObject late;
+    {
+      const Lock lock(mutex_);
+      given_up_ = true;
+      std::swap(opened_, late);
+    }
+    ShutDownSource(late.object.Get());
   }
 
  private:
-  LONG references_ = 1;
-  const ComPointer<::IMFSourceResolver> resolver_;
-  const OpeningKind kind_;
   std::mutex mutex_;
   std::condition_variable changed_;
   OpenedObject opened_;
   bool over_ = false;
   bool given_up_ = false;
 };
+
+using EndOperation = HRESULT (STDMETHODCALLTYPE ::IMFSourceResolver::*)(::IMFAsyncResult*, MF_OBJECT_TYPE*,
+                                                                        ::IUnknown**);
+
+/// Called when `end`, an operation of the resolver, has what was opened.
+ComPointer<::IMFAsyncCallback> Ending(::IMFSourceResolver& resolver, EndOperation end,
+                                      std::shared_ptr<OpeningEnd> opening) {
+  resolver.AddRef();
+  const ComPointer<::IMFSourceResolver> kept(&resolver);
+  return MakeAsyncCallback([kept, end, opening = std::move(opening)](::IMFAsyncResult& asked) {
+    MF_OBJECT_TYPE type = MF_OBJECT_INVALID;
+    ComPointer<::IUnknown> object;
+    const HRESULT result = (kept.Get()->*end)(&asked, &type, object.Receive());
+    opening->Over({result, type, std::move(object)});
+  });
+}
 
 OpenedObject Await(::IMFSourceResolver& resolver, OpeningEnd& end, HRESULT begun, ::IUnknown* cookie,
                    const OpeningWait& wait, const std::function<void()>& given_up) {
@@ -115,21 +104,23 @@ HResult OpeningWait::Until(const std::function<bool()>& done) const {
 
 OpenedObject OpenAddress(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags,
                          const OpeningWait& wait) {
-  const ComPointer<OpeningEnd> end(new OpeningEnd(resolver, OpeningKind::kAddress));
+  const auto end = std::make_shared<OpeningEnd>();
+  const auto ending = Ending(resolver, &::IMFSourceResolver::EndCreateObjectFromURL, end);
   ComPointer<::IUnknown> cookie;
   const HRESULT begun = resolver.BeginCreateObjectFromURL(Wide(address), static_cast<DWORD>(flags), nullptr,
-                                                          cookie.Receive(), end.Get(), nullptr);
-  return Await(resolver, *end.Get(), begun, cookie.Get(), wait, nullptr);
+                                                          cookie.Receive(), ending.Get(), nullptr);
+  return Await(resolver, *end, begun, cookie.Get(), wait, nullptr);
 }
 
 OpenedObject OpenByteStream(::IMFSourceResolver& resolver, ::IMFByteStream& stream, const Text& address,
                             std::int32_t flags, const OpeningWait& wait,
                             const std::function<void()>& given_up) {
-  const ComPointer<OpeningEnd> end(new OpeningEnd(resolver, OpeningKind::kByteStream));
+  const auto end = std::make_shared<OpeningEnd>();
+  const auto ending = Ending(resolver, &::IMFSourceResolver::EndCreateObjectFromByteStream, end);
   ComPointer<::IUnknown> cookie;
   const HRESULT begun = resolver.BeginCreateObjectFromByteStream(
-      &stream, Wide(address), static_cast<DWORD>(flags), nullptr, cookie.Receive(), end.Get(), nullptr);
-  return Await(resolver, *end.Get(), begun, cookie.Get(), wait, given_up);
+      &stream, Wide(address), static_cast<DWORD>(flags), nullptr, cookie.Receive(), ending.Get(), nullptr);
+  return Await(resolver, *end, begun, cookie.Get(), wait, given_up);
 }
 
 }  // namespace platform::win32

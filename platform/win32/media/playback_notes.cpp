@@ -1,11 +1,12 @@
 #include "platform/win32/media/playback_notes.h"
 
+#include "platform/win32/media/locks.h"
 #include "platform/win32/media/media_results.h"
 
 namespace platform::win32 {
 
 PlaybackNotes::Item PlaybackNotes::Open() {
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   note_ = {.state = PlaybackState::kConnecting};
   return ++latest_;
 }
@@ -26,12 +27,12 @@ void PlaybackNotes::Broken(Item item, HResult result) {
 }
 
 PlaybackNotes::Item PlaybackNotes::Latest() const {
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   return latest_;
 }
 
 PlaybackStatus PlaybackNotes::Status() const {
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   PlaybackStatus status;
   status.state = note_.state;
   status.failure = note_.failure;
@@ -42,7 +43,7 @@ PlaybackStatus PlaybackNotes::Status() const {
 
 // What failed stays failed until the next opening.
 void PlaybackNotes::Change(Item item, const Note& note) {
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   if (item == latest_ && note_.state != PlaybackState::kFailed) note_ = note;
 }
 

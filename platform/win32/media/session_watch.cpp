@@ -4,83 +4,99 @@
 
 #include <mfidl.h>
 
+#include <utility>
+
 #include "platform/win32/base/com_pointer.h"
+#include "platform/win32/media/async_callback.h"
+#include "platform/win32/media/locks.h"
 
 namespace platform::win32 {
 namespace {
 
-/// Asks for one event after the other; the session keeps it alive while one is asked for.
-class SessionEvents final : public ::IMFAsyncCallback {
- public:
-  SessionEvents(::IMFMediaSession& session, std::shared_ptr<PlaybackNotes> notes, PlaybackNotes::Item item,
-                std::shared_ptr<SessionClosing> closing)
-      : session_(&session), notes_(std::move(notes)), item_(item), closing_(std::move(closing)) {
-    session.AddRef();
+void Note(::IMFMediaEvent& event, SessionWatch& watch) {
+  MediaEventType type = MEUnknown;
+  HRESULT status = S_OK;
+  if (event.GetType(&type) != S_OK || event.GetStatus(&status) != S_OK) return;
+  if (FAILED(status)) {
+    watch.Broken(status);
+  } else if (type == MESessionEnded) {
+    watch.Ended();
   }
-  virtual ~SessionEvents() = default;
+  if (type == MESessionClosed) watch.Closed();
+}
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
-    const bool known = IsEqualIID(iid, __uuidof(::IMFAsyncCallback)) || IsEqualIID(iid, __uuidof(::IUnknown));
-    *out = known ? static_cast<::IMFAsyncCallback*>(this) : nullptr;
-    if (known) AddRef();
-    return known ? S_OK : E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&references_)); }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const LONG left = InterlockedDecrement(&references_);
-    if (left == 0) delete this;
-    return static_cast<ULONG>(left);
-  }
-  HRESULT STDMETHODCALLTYPE GetParameters(DWORD*, DWORD*) override { return E_NOTIMPL; }
-
-  HRESULT STDMETHODCALLTYPE Invoke(::IMFAsyncResult* asked) override {
+/// The session keeps alive what asks for its next event.
+void AskForEvent(const ComPointer<::IMFMediaSession>& session, const std::shared_ptr<SessionWatch>& watch) {
+  const auto asking = MakeAsyncCallback([session, watch](::IMFAsyncResult& asked) {
     ComPointer<::IMFMediaEvent> event;
-    if (session_->EndGetEvent(asked, event.Receive()) != S_OK) return S_OK;
-    Note(*event.Get());
-    session_->BeginGetEvent(this, nullptr);
-    return S_OK;
-  }
-
- private:
-  void Note(::IMFMediaEvent& event) {
-    MediaEventType type = MEUnknown;
-    HRESULT status = S_OK;
-    if (event.GetType(&type) != S_OK || event.GetStatus(&status) != S_OK) return;
-    if (FAILED(status)) {
-      notes_->Broken(item_, status);
-    } else if (type == MESessionEnded) {
-      notes_->Ended(item_);
-    }
-    if (type == MESessionClosed) closing_->Closed();
-  }
-
-  LONG references_ = 1;
-  const ComPointer<::IMFMediaSession> session_;
-  const std::shared_ptr<PlaybackNotes> notes_;
-  const PlaybackNotes::Item item_;
-  const std::shared_ptr<SessionClosing> closing_;
-};
+    if (session->EndGetEvent(&asked, event.Receive()) != S_OK) return;
+    Note(*event.Get(), *watch);
+    AskForEvent(session, watch);
+  });
+  session->BeginGetEvent(asking.Get(), nullptr);
+}
 
 }  // namespace
 
-void SessionClosing::Closed() {
-  const std::lock_guard lock(mutex_);
-  closed_ = true;
-  changed_.notify_all();
+SessionWatch::News SessionWatch::Take() {
+  const Lock lock(mutex_);
+  return std::exchange(news_, {});
 }
 
-bool SessionClosing::Wait(std::chrono::milliseconds limit) {
-  std::unique_lock lock(mutex_);
+void SessionWatch::WhenClosed(std::function<void()> then) {
+  {
+    const Lock lock(mutex_);
+    if (!closed_) {
+      waiting_.push_back(std::move(then));
+      return;
+    }
+  }
+  then();
+}
+
+bool SessionWatch::WaitClosed(std::chrono::milliseconds limit) {
+  Lock lock(mutex_);
   return changed_.wait_for(lock, limit, [this] { return closed_; });
 }
 
-std::shared_ptr<SessionClosing> WatchSession(::IMFMediaSession& session,
-                                             const std::shared_ptr<PlaybackNotes>& notes,
-                                             PlaybackNotes::Item item) {
-  auto closing = std::make_shared<SessionClosing>();
-  const ComPointer<SessionEvents> events(new SessionEvents(session, notes, item, closing));
-  session.BeginGetEvent(events.Get(), nullptr);
-  return closing;
+void SessionWatch::Broken(HResult result) {
+  const Lock lock(mutex_);
+  if (!news_.broken) news_.broken = result;
+}
+
+void SessionWatch::Ended() {
+  const Lock lock(mutex_);
+  news_.ended = true;
+}
+
+void SessionWatch::Closed() {
+  std::vector<std::function<void()>> waiting;
+  {
+    const Lock lock(mutex_);
+    closed_ = true;
+    waiting.swap(waiting_);
+  }
+  changed_.notify_all();
+  for (const auto& then : waiting) then();
+}
+
+bool ShutDownLater(SessionWatch& watch, const ComView& object) {
+  if (watch.WaitClosed({})) return false;
+  watch.WhenClosed([object] {
+    if (object.interface_id == Interface::kMediaSource) {
+      static_cast<::IMFMediaSource*>(object.object.Get())->Shutdown();
+    } else {
+      static_cast<::IMFMediaSession*>(object.object.Get())->Shutdown();
+    }
+  });
+  return true;
+}
+
+std::shared_ptr<SessionWatch> WatchSession(::IMFMediaSession& session) {
+  auto watch = std::make_shared<SessionWatch>();
+  session.AddRef();
+  AskForEvent(ComPointer<::IMFMediaSession>(&session), watch);
+  return watch;
 }
 
 }  // namespace platform::win32

@@ -5,6 +5,8 @@
 #include <cstring>
 #include <utility>
 
+#include "platform/win32/media/locks.h"
+
 namespace platform::win32 {
 namespace {
 
@@ -15,7 +17,7 @@ constexpr std::chrono::milliseconds kCancelCheck{50};
 }  // namespace
 
 void StreamBuffer::Read(std::uint64_t position, std::span<std::byte> target, Done done) {
-  std::unique_lock lock(mutex_);
+  Lock lock(mutex_);
   const bool passed = position < begin_ || position > End() + kFarAhead;
   if (passed || target.empty()) {
     lock.unlock();
@@ -31,7 +33,7 @@ void StreamBuffer::Read(std::uint64_t position, std::span<std::byte> target, Don
 }
 
 bool StreamBuffer::Append(std::span<const std::byte> bytes, const std::atomic<bool>& cancelled) {
-  std::unique_lock lock(mutex_);
+  Lock lock(mutex_);
   const auto may_continue = [this] { return ended_ || End() < asked_up_to_ + kMostAhead; };
   while (!cancelled && !may_continue()) room_.wait_for(lock, kCancelCheck);
   if (cancelled || ended_) return false;
@@ -55,7 +57,7 @@ bool StreamBuffer::Append(std::span<const std::byte> bytes, const std::atomic<bo
 }
 
 void StreamBuffer::Set(Gate gate) {
-  std::unique_lock lock(mutex_);
+  Lock lock(mutex_);
   gate_ = gate;
   auto answers = TakeAnswerable();
   lock.unlock();
@@ -63,7 +65,7 @@ void StreamBuffer::Set(Gate gate) {
 }
 
 void StreamBuffer::Finish() {
-  std::unique_lock lock(mutex_);
+  Lock lock(mutex_);
   finished_ = true;
   auto answers = TakeAnswerable();
   lock.unlock();
@@ -71,7 +73,7 @@ void StreamBuffer::Finish() {
 }
 
 void StreamBuffer::EndReads() {
-  std::unique_lock lock(mutex_);
+  Lock lock(mutex_);
   ended_ = true;
   auto answers = TakeAnswerable();
   lock.unlock();
@@ -80,7 +82,7 @@ void StreamBuffer::EndReads() {
 }
 
 void StreamBuffer::Resume() {
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   if (!std::exchange(ended_, false)) return;
   bytes_.clear();
   begin_ = 0;
@@ -92,7 +94,7 @@ void StreamBuffer::Resume() {
 }
 
 StreamBuffer::Level StreamBuffer::Look() const {
-  const std::lock_guard lock(mutex_);
+  const Lock lock(mutex_);
   Level level;
   level.format = frames_.Format();
   level.bit_rate = frames_.BitRate();

@@ -6,10 +6,13 @@
 #include <mfidl.h>
 #include <objidl.h>
 
+#include <algorithm>
 #include <bit>
+#include <chrono>
 #include <cstdio>
 #include <map>
 #include <utility>
+#include <vector>
 
 #include "platform/win32/media/com_calls.h"
 #include "platform/win32/media/handle_table.h"
@@ -25,10 +28,6 @@ extern "C" HRESULT WINAPI MFCreateMFByteStreamOnStream(::IStream* stream, ::IMFB
 
 namespace platform::win32 {
 namespace {
-
-/// A session closes in a few milliseconds, on a busy machine in more. Longer than this it must not hold up
-/// the window.
-constexpr std::chrono::milliseconds kCloseLimit{3000};
 
 /// The thread's COM, for as long as the adapter lives.
 class ComApartment {
@@ -68,6 +67,8 @@ struct Win32Media::Impl {
     return result;
   }
   std::optional<HResult> Open(InterfaceHandle resolver, std::span<const Argument> arguments);
+  void TakeNews();
+  bool AllClosed();
   void Before(Interface interface_id, std::int32_t slot);
   void After(Interface interface_id, std::int32_t slot);
 
@@ -79,7 +80,10 @@ struct Win32Media::Impl {
   ComCalls calls{table};
   std::map<std::uint32_t, ComPointer<::IStream>> streams;
   std::uint32_t last_stream = 0;
-  std::shared_ptr<SessionClosing> closing;  ///< of the latest session
+  std::shared_ptr<SessionWatch> watch;  ///< of the latest session
+  /// It was asked to close, so nothing that it uses is shut down before it has.
+  bool closing = false;
+  std::vector<std::shared_ptr<SessionWatch>> unclosed;
   bool other_version = false;
 };
 
@@ -111,7 +115,9 @@ HResult Win32Media::MFStartup(std::int32_t version, std::int32_t flags) {
 
 HResult Win32Media::MFShutdown() {
   impl_->opener.EndReads();
-  return ::MFShutdown();
+  if (impl_->AllClosed()) return ::MFShutdown();
+  impl_->Log("The media platform stays open, because a session does not close.");
+  return kSOk;
 }
 
 HResult Win32Media::MFCreateSourceResolver(InterfaceHandle& out) {
@@ -143,7 +149,10 @@ HResult Win32Media::MFCreateTopologyNode(std::int32_t type, InterfaceHandle& out
 HResult Win32Media::MFCreateMediaSession(InterfaceHandle& out) {
   ::IMFMediaSession* made = nullptr;
   const HRESULT result = ::MFCreateMediaSession(nullptr, &made);
-  if (result == S_OK) impl_->closing = WatchSession(*made, impl_->notes, impl_->notes->Latest());
+  if (result == S_OK) {
+    impl_->watch = WatchSession(*made);
+    impl_->closing = false;
+  }
   return impl_->Enter(result, made, Interface::kMediaSession, out);
 }
 
@@ -189,6 +198,26 @@ std::optional<HResult> Win32Media::Impl::Open(InterfaceHandle resolver, std::spa
   return kSOk;
 }
 
+void Win32Media::Impl::TakeNews() {
+  if (!watch) return;
+  const SessionWatch::News news = watch->Take();
+  if (news.broken) {
+    notes->Broken(notes->Latest(), *news.broken);
+  } else if (news.ended) {
+    notes->Ended(notes->Latest());
+  }
+}
+
+bool Win32Media::Impl::AllClosed() {
+  const auto limit = std::chrono::steady_clock::now() + options.close_limit;
+  for (const auto& session : unclosed) {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(limit - std::chrono::steady_clock::now());
+    if (!session->WaitClosed(std::max(left, std::chrono::milliseconds::zero()))) return false;
+  }
+  unclosed.clear();
+  return true;
+}
+
 // A source that waits for a server's data would not shut down before it comes.
 void Win32Media::Impl::Before(Interface interface_id, std::int32_t slot) {
   using namespace platform::IMFMediaSession;
@@ -211,9 +240,13 @@ void Win32Media::Impl::After(Interface interface_id, std::int32_t slot) {
     opener.Paused();
   }
   if (Is(Stop, interface_id, slot) || Is(Close, interface_id, slot)) notes->Stopped(item);
-  // The caller shuts the session and its source down next, which must not happen while they are in use.
-  if (Is(Close, interface_id, slot) && closing && !closing->Wait(kCloseLimit))
+  // The caller shuts the session and its source down next.
+  if (Is(Close, interface_id, slot) && watch) {
+    closing = true;
+    if (watch->WaitClosed(options.close_limit)) return;
+    unclosed.push_back(watch);
     Log("The media session does not close.");
+  }
 }
 
 std::optional<HResult> Win32Media::DispCallFunc(InterfaceHandle object, Interface interface_id,
@@ -222,9 +255,14 @@ std::optional<HResult> Win32Media::DispCallFunc(InterfaceHandle object, Interfac
     return impl_->Open(object, arguments);
   const bool attribute = Is(platform::IMFPresentationDescriptor::GetUINT64, interface_id, slot);
   // The length that a live stream claims to have is none.
-  if (attribute && impl_->table.Find(object) && impl_->opener.IsLive()) return kMfEAttributeNotFound;
-  const bool known = impl_->table.Find(object).has_value();
-  if (known) impl_->Before(interface_id, slot);
+  const auto view = impl_->table.Find(object);
+  if (attribute && view && impl_->opener.IsLive()) return kMfEAttributeNotFound;
+  impl_->TakeNews();
+  if (view) impl_->Before(interface_id, slot);
+  const bool shuts_down = Is(platform::IMFMediaSource::Shutdown, interface_id, slot) ||
+                          Is(platform::IMFMediaSession::Shutdown, interface_id, slot);
+  const bool seen_so = view && view->interface_id == interface_id;
+  if (seen_so && shuts_down && impl_->closing && ShutDownLater(*impl_->watch, *view)) return kSOk;
   const auto result = impl_->calls.DispCallFunc(object, interface_id, slot, arguments);
   if (result == kSOk) impl_->After(interface_id, slot);
   return result;
@@ -235,6 +273,9 @@ HResult Win32Media::CoCreateInstance(const Guid& clsid, InterfaceHandle outer, s
   return impl_->calls.CoCreateInstance(clsid, outer, class_context, iid, out);
 }
 
-PlaybackStatus Win32Media::Status() const { return impl_->opener.Refine(impl_->notes->Status()); }
+PlaybackStatus Win32Media::Status() const {
+  impl_->TakeNews();
+  return impl_->opener.Refine(impl_->notes->Status());
+}
 
 }  // namespace platform::win32

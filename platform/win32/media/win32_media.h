@@ -25,6 +25,9 @@ struct Win32MediaOptions {
   std::chrono::milliseconds open_deadline{10000};
   /// A live stream that sends nothing for this long is opened again.
   std::chrono::milliseconds stall_limit{15000};
+  /// A session closes in a few milliseconds, on a busy machine in more. The window is held up no longer than
+  /// this; what is left to do then is done when the session has closed.
+  std::chrono::milliseconds close_limit{1000};
   Text user_agent = u"Funkhausplayer";
   /// Receives one line per event worth knowing; empty writes to the standard error stream and to whoever
   /// listens to the system's debugging messages. Called on the user-interface thread.

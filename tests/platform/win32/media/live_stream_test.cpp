@@ -53,6 +53,20 @@ TEST_F(LiveStreamTest, KnowsTheTypeOfTheSoundBetterThanTheServer) {
   EXPECT_EQ(stream.Answer()->bit_rate, 128000);
 }
 
+// Whoever reads may ask from within the answer, and from another thread that the answer waits for.
+TEST_F(LiveStreamTest, IsNotLockedWhileItsLastReadIsAnswered) {
+  const LiveStream stream(Address("/whole"), {std::chrono::seconds(15), u"test"});
+  std::future<void> asked;
+  std::promise<bool> answered;
+  std::string piece(1'000'000, '?');
+  stream.Buffer()->Read(0, std::as_writable_bytes(std::span(piece)), [](std::size_t) {});
+  stream.Buffer()->Read(200'000, std::as_writable_bytes(std::span(piece)), [&](std::size_t) {
+    asked = std::async(std::launch::async, [&stream] { static_cast<void>(stream.Status()); });
+    answered.set_value(asked.wait_for(std::chrono::seconds(5)) == std::future_status::ready);
+  });
+  EXPECT_TRUE(answered.get_future().get());
+}
+
 TEST_F(LiveStreamTest, OpensASilentStationAgain) {
   const LiveStream stream(Address("/stalls"), {std::chrono::milliseconds(300), u"test"});
   EXPECT_TRUE(WaitUntil([this] { return Ask("/count?/stalls") > 1; }));

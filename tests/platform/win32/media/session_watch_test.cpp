@@ -1,0 +1,92 @@
+#include "platform/win32/media/session_watch.h"
+
+#include "platform/win32/base/windows_api.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+
+#include "ports/media_interfaces.h"
+#include "tests/platform/win32/media/slot_object.h"
+
+namespace platform::win32 {
+namespace {
+
+using namespace std::chrono_literals;
+
+TEST(SessionWatch, GivesEachReportOnce) {
+  SessionWatch watch;
+  EXPECT_FALSE(watch.Take().broken);
+  watch.Ended();
+  EXPECT_TRUE(watch.Take().ended);
+  EXPECT_FALSE(watch.Take().ended);
+}
+
+TEST(SessionWatch, TheFirstFailureIsTheCause) {
+  SessionWatch watch;
+  watch.Broken(kEFail);
+  watch.Broken(kEInvalidArg);
+  EXPECT_EQ(watch.Take().broken, kEFail);
+}
+
+TEST(SessionWatch, WhatWaitsForTheCloseRunsThenInItsOrder) {
+  SessionWatch watch;
+  std::string order;
+  watch.WhenClosed([&] { order += "source "; });
+  watch.WhenClosed([&] { order += "session"; });
+  EXPECT_EQ(order, "");
+  EXPECT_FALSE(watch.WaitClosed(0ms));
+  watch.Closed();
+  EXPECT_EQ(order, "source session");
+  EXPECT_TRUE(watch.WaitClosed(0ms));
+}
+
+TEST(SessionWatch, AfterTheCloseNothingWaits) {
+  SessionWatch watch;
+  watch.Closed();
+  bool ran = false;
+  watch.WhenClosed([&] { ran = true; });
+  EXPECT_TRUE(ran);
+}
+
+// With a lock held this would wait for itself.
+TEST(SessionWatch, WhatRunsMayAskIt) {
+  SessionWatch watch;
+  watch.Ended();
+  bool ended = false;
+  watch.WhenClosed([&] { ended = watch.Take().ended; });
+  watch.Closed();
+  EXPECT_TRUE(ended);
+}
+
+HRESULT STDMETHODCALLTYPE NoteShutdown(SlotObject* self) {
+  static_cast<std::string*>(self->pointer)->append(self->text.begin(), self->text.end());
+  return S_OK;
+}
+
+TEST(SessionWatch, NothingIsShutDownWhileTheSessionIsClosing) {
+  std::string order;
+  SlotObject source;
+  SlotObject session;
+  source.pointer = session.pointer = &order;
+  source.text = L"source ";
+  session.text = L"session";
+  source.Answer(static_cast<std::size_t>(IMFMediaSource::Shutdown.slot), &NoteShutdown);
+  session.Answer(static_cast<std::size_t>(IMFMediaSession::Shutdown.slot), &NoteShutdown);
+  SessionWatch watch;
+  const auto later = [&watch](SlotObject& object, Interface seen_as) {
+    return ShutDownLater(watch, {ComPointer<::IUnknown>(object.Reference()), seen_as});
+  };
+  EXPECT_TRUE(later(source, Interface::kMediaSource));
+  EXPECT_TRUE(later(session, Interface::kMediaSession));
+  EXPECT_EQ(order, "");
+  EXPECT_EQ(source.references, 1);
+  watch.Closed();
+  EXPECT_EQ(order, "source session");
+  EXPECT_EQ(source.references + session.references, 0);
+  EXPECT_FALSE(later(source, Interface::kMediaSource));
+}
+
+}  // namespace
+}  // namespace platform::win32
