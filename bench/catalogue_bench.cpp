@@ -66,6 +66,7 @@ struct Catalogue {
     platform::WriteGroup group(profile);
     for (const controls::ListRow& row : full.Rows()) file.WriteListed(app::StationOf(row.cells));
     group.End();
+    unsaved.ListWritten();
   }
 
   test_support::TempFolder folder;
