@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
+#include <vector>
 
 #include "app/state/station.h"
 #include "app/text/numbers.h"
@@ -88,11 +88,11 @@ void StationLists::SortAgain(ListView& list) {
 }
 
 void StationLists::Sort(ListView& list, int column, SortDirection direction) {
-  const auto cell = static_cast<std::size_t>(column);
-  const Comparison compare = ComparisonOf(list, cell);
-  list.Sort(column, direction, [&](const ListRow& first, const ListRow& second) {
-    if (IsParent(first) || IsParent(second))
-      return static_cast<int>(IsParent(second)) - static_cast<int>(IsParent(first));
+  std::vector<int> parents(list.Count());
+  std::transform(list.Rows().begin(), list.Rows().end(), parents.begin(), IsParent);
+  const ListView::Comparison compare = ComparisonOf(list, static_cast<std::size_t>(column));
+  list.Sort(column, direction, [&](std::size_t first, std::size_t second) {
+    if (parents[first] != 0 || parents[second] != 0) return parents[second] - parents[first];
     const int order = compare(first, second);
     return direction == SortDirection::kAscending ? order : -order;
   });
@@ -100,17 +100,17 @@ void StationLists::Sort(ListView& list, int column, SortDirection direction) {
 }
 
 /// The order of CompareListItems2. In natural order each text is weighed once instead of at every comparison.
-StationLists::Comparison StationLists::ComparisonOf(const ListView& list, std::size_t column) const {
+ListView::Comparison StationLists::ComparisonOf(const ListView& list, std::size_t column) const {
   if (list.Columns()[column].sort_kind != SortKind::kNaturalOrder) {
-    return [this, &list, column](const ListRow& first, const ListRow& second) {
-      return CompareListItems2(list, first, second, column);
+    return [this, &list, column](std::size_t first, std::size_t second) {
+      return CompareListItems2(list, list.Rows()[first], list.Rows()[second], column);
     };
   }
-  std::unordered_map<controls::RowId, std::string> keys;
+  std::vector<std::string> keys;
   keys.reserve(list.Count());
-  for (const ListRow& row : list.Rows()) keys.emplace(row.id, order_.SortKey(row.cells[column]));
-  return [keys = std::move(keys)](const ListRow& first, const ListRow& second) {
-    return keys.find(first.id)->second.compare(keys.find(second.id)->second);
+  for (const ListRow& row : list.Rows()) keys.push_back(order_.SortKey(row.cells[column]));
+  return [keys = std::move(keys)](std::size_t first, std::size_t second) {
+    return keys[first].compare(keys[second]);
   };
 }
 

@@ -51,8 +51,8 @@ class StationLists {
   [[nodiscard]] controls::RowId RememberedRow() const;
   void HeaderClicked(controls::ListView& list, int column);
   void Sort(controls::ListView& list, int column, controls::SortDirection direction);
-  using Comparison = std::function<std::int32_t(const controls::ListRow&, const controls::ListRow&)>;
-  [[nodiscard]] Comparison ComparisonOf(const controls::ListView& list, std::size_t column) const;
+  [[nodiscard]] controls::ListView::Comparison ComparisonOf(const controls::ListView& list,
+                                                            std::size_t column) const;
 
   app::ListPair lists_;
   platform::StringOrder& order_;

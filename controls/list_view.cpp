@@ -1,6 +1,7 @@
 #include "controls/list_view.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace controls {
@@ -86,6 +87,10 @@ RowId ListView::AddRow(ListRow row) {
 void ListView::AddRows(std::vector<ListRow> rows) {
   if (rows.empty()) return;
   const std::size_t first = rows_.size();
+  if (first == 0) {
+    rows_.reserve(rows.size());
+    positions_.reserve(rows.size());
+  }
   for (ListRow& row : rows) Append(std::move(row));
   RowsAdded.Raise(first, rows.size());
 }
@@ -136,9 +141,14 @@ void ListView::EnsureVisible(RowId id) {
 void ListView::Sort(int column, SortDirection direction, const Comparison& comparison) {
   sort_column_ = column;
   sort_direction_ = direction;
-  std::stable_sort(rows_.begin(), rows_.end(), [&](const ListRow& first, const ListRow& second) {
-    return comparison(first, second) < 0;
-  });
+  std::vector<std::size_t> order(rows_.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::stable_sort(order.begin(), order.end(),
+                   [&](std::size_t first, std::size_t second) { return comparison(first, second) < 0; });
+  std::vector<ListRow> sorted;
+  sorted.reserve(rows_.size());
+  for (const std::size_t position : order) sorted.push_back(std::move(rows_[position]));
+  rows_ = std::move(sorted);
   Reindex(0);
   RowsReset.Raise();
 }

@@ -62,6 +62,8 @@ class ListCells {
 
   [[nodiscard]] const Text& operator[](std::size_t cell) const;
   void Set(std::size_t cell, Text text);
+  /// Makes room for that many cells at once; none of them is set.
+  void Reserve(std::size_t cells) { texts_.reserve(cells); }
   [[nodiscard]] auto begin() const { return texts_.begin(); }
   [[nodiscard]] auto end() const { return texts_.end(); }
   friend bool operator==(const ListCells& one, const ListCells& other);
@@ -141,8 +143,10 @@ class ListView final : public Control {
   /// The column that the list is sorted by, -1 before the first sorting.
   [[nodiscard]] int SortColumn() const { return sort_column_; }
   [[nodiscard]] SortDirection GetSortDirection() const { return sort_direction_; }
-  /// Negative when `first` is to come before `second`; the comparison itself takes care of the direction.
-  using Comparison = std::function<int(const ListRow& first, const ListRow& second)>;
+  /// Negative when the row at the position `first` is to come before the one at `second`; the comparison
+  /// itself takes care of the direction. The positions are those before the sorting, and Rows() is as it was
+  /// until the last comparison.
+  using Comparison = std::function<int(std::size_t first, std::size_t second)>;
   /// Sorts the rows with `comparison` (rows that compare equal keep their order) and shows the arrow in
   /// the column's header. Selection and ids stay with their rows.
   void Sort(int column, SortDirection direction, const Comparison& comparison);

@@ -1,9 +1,11 @@
 #include "platform/icu/string_order.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <span>
 #include <string>
 
 namespace platform::icu {
@@ -85,21 +87,21 @@ std::string IcuStringOrder::SortKey(const Text& text) {
     }
     return key;
   }
-  const Text weighable = text.size() > kDigitsInSegment ? WithWeighableNumbers(text) : text;
-  // The size counts a NUL at the end. A name's key is hardly longer than the name in bytes.
-  constexpr std::size_t kUsual = 128;
-  key.resize(kUsual);
-  const auto make = [&] {
-    return ucol_getSortKey(collator_.get(), weighable.data(), Length(weighable),
-                           reinterpret_cast<std::uint8_t*>(key.data()),  // NOLINT: bytes are characters
-                           static_cast<std::int32_t>(key.size()));
+  const bool may_have_long_number = text.size() > kDigitsInSegment;
+  const Text weighable_text = may_have_long_number ? WithWeighableNumbers(text) : Text();
+  const Text& weighable = may_have_long_number ? weighable_text : text;
+  const auto make = [&](std::span<char> room) {
+    return static_cast<std::size_t>(
+        ucol_getSortKey(collator_.get(), weighable.data(), Length(weighable),
+                        reinterpret_cast<std::uint8_t*>(room.data()),  // NOLINT: bytes are characters
+                        static_cast<std::int32_t>(room.size())));
   };
-  const auto size = static_cast<std::size_t>(make());
-  if (size > key.size()) {
-    key.resize(size);
-    make();
-  }
+  // The size counts a NUL at the end. A name's key is hardly longer than the name in bytes.
+  std::array<char, 128> usual;
+  const std::size_t size = make(usual);
+  if (size <= usual.size()) return {usual.data(), size};
   key.resize(size);
+  make(key);
   return key;
 }
 

@@ -102,10 +102,9 @@ TEST_F(M3uExportTest, AFilteredViewExportsOnlyTheFilteredRows) {
 
 TEST_F(M3uExportTest, RowsComeInTheirDisplayOrder) {
   AddThreeStations();
-  full_.Sort(0, controls::SortDirection::kAscending,
-             [](const controls::ListRow& first, const controls::ListRow& second) {
-               return first.cells[0].compare(second.cells[0]);
-             });
+  full_.Sort(0, controls::SortDirection::kAscending, [this](std::size_t first, std::size_t second) {
+    return full_.Rows()[first].cells[0].compare(full_.Rows()[second].cells[0]);
+  });
   Command4_.Click();
   EXPECT_EQ(Written(),
             "#EXTM3U\n#EXTINF:-1,Drei\nhttp://3\n#EXTINF:-1,Eins\nhttp://1\n#EXTINF:-1,Zwei\nhttp://2\n\r\n");
@@ -217,11 +216,10 @@ TEST_F(M3uExportTest, AListEmptiedMeanwhileEndsTheListEarly) {
 TEST_F(M3uExportTest, SortingMeanwhileNeitherRepeatsNorLosesARow) {
   AddThreeStations();
   messages_.on_pump = [this] {
-    full_.Sort(0, controls::SortDirection::kDescending,
-               [this](const controls::ListRow& first, const controls::ListRow& second) {
-                 const int order = first.cells[0].compare(second.cells[0]);
-                 return messages_.pumps % 2 == 0 ? order : -order;
-               });
+    full_.Sort(0, controls::SortDirection::kDescending, [this](std::size_t first, std::size_t second) {
+      const int order = full_.Rows()[first].cells[0].compare(full_.Rows()[second].cells[0]);
+      return messages_.pumps % 2 == 0 ? order : -order;
+    });
   };
   Command4_.Click();
   EXPECT_EQ(Written(),

@@ -168,8 +168,8 @@ TEST_F(PlayingMarkTest, BothListsShowIt) {
 
 TEST_F(PlayingMarkTest, SortingAndLoadingAnewKeepIt) {
   Play(full_, a_);
-  full_.Sort(0, controls::SortDirection::kDescending, [](const ListRow& first, const ListRow& second) {
-    return second.cells[0].compare(first.cells[0]);
+  full_.Sort(0, controls::SortDirection::kDescending, [this](std::size_t first, std::size_t second) {
+    return full_.Rows()[second].cells[0].compare(full_.Rows()[first].cells[0]);
   });
   EXPECT_EQ(Marks(full_), "-p");
   Load(full_, {Row(u"0", u"http://0/"), Row(u"A", u"http://a/"), Row(u"B", u"http://b/")});
@@ -207,8 +207,8 @@ TEST_F(PlayingMarkTest, RowsThatComeLaterAndSortingLeaveTheMarkWithTheStartedOne
   full_.AddRow(Row(u"C", u"http://c/"));
   full_.AddRow(Row(u"A", u"http://a/"));
   EXPECT_EQ(Marks(full_), "--p--");
-  full_.Sort(0, controls::SortDirection::kAscending, [](const ListRow& first, const ListRow& second) {
-    return first.cells[0].compare(second.cells[0]);
+  full_.Sort(0, controls::SortDirection::kAscending, [this](std::size_t first, std::size_t second) {
+    return full_.Rows()[first].cells[0].compare(full_.Rows()[second].cells[0]);
   });
   EXPECT_EQ(Marks(full_), "-p---");
 }

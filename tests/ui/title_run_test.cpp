@@ -195,10 +195,11 @@ TEST_F(NowPlayingTest, RunCopesWithRowsThatAreSortedDeletedAndReplacedMeanwhile)
   bool done = false;
   internet.before_read = [&] {
     if (std::exchange(done, true)) return;
-    Form().SymbolListview.Sort(0, controls::SortDirection::kDescending,
-                               [](const controls::ListRow& first, const controls::ListRow& second) {
-                                 return second.cells[app::kNameCell].compare(first.cells[app::kNameCell]);
-                               });
+    Form().SymbolListview.Sort(
+        0, controls::SortDirection::kDescending, [this](std::size_t first, std::size_t second) {
+          const auto& rows = Form().SymbolListview.Rows();
+          return rows[second].cells[app::kNameCell].compare(rows[first].cells[app::kNameCell]);
+        });
     Form().SymbolListview.RemoveRow(RowNamed(Form().SymbolListview, u"b"));
   };
   RunAllTitles();

@@ -39,8 +39,8 @@ class ListBindingTest : public ::testing::Test {
   }
   void SortByName(controls::SortDirection direction) {
     const int sign = direction == controls::SortDirection::kAscending ? 1 : -1;
-    list_.Sort(0, direction, [sign](const auto& first, const auto& second) {
-      return sign * first.cells[0].compare(second.cells[0]);
+    list_.Sort(0, direction, [this, sign](std::size_t first, std::size_t second) {
+      return sign * list_.Rows()[first].cells[0].compare(list_.Rows()[second].cells[0]);
     });
   }
 
