@@ -10,9 +10,19 @@ constexpr std::string_view kUtf16Mark = "\xFF\xFE";
 
 bool IsBlank(char16_t unit) { return unit == u' ' || unit == u'\t'; }
 
-bool IsAscii(std::string_view bytes) {
-  return std::all_of(bytes.begin(), bytes.end(),
-                     [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+bool IsLineEnd(char16_t unit) { return unit == u'\n' || unit == u'\r'; }
+
+/// Most names and values are plain ASCII, and a catalogue has a hundred thousand of them: they are copied and
+/// checked at the same time. False when there was another byte; the text means nothing then.
+bool CopyAscii(std::string_view bytes, Text& text) {
+  text.resize(bytes.size());
+  unsigned char all_bits = 0;
+  for (std::size_t at = 0; at < bytes.size(); ++at) {
+    const auto byte = static_cast<unsigned char>(bytes[at]);
+    all_bits |= byte;
+    text[at] = byte;
+  }
+  return all_bits < 0x80;
 }
 
 bool IsAscii(TextView text) {
@@ -46,14 +56,16 @@ char16_t IniCodec::UnitAt(std::string_view bytes, std::size_t position) const {
 
 std::size_t IniCodec::LineSize(std::string_view bytes, std::size_t begin) const {
   const std::size_t unit = UnitSize();
-  for (std::size_t at = begin; at + unit <= bytes.size(); at += unit) {
-    const char16_t value = UnitAt(bytes, at);
-    if (value == u'\n') return at + unit - begin;
-    if (value != u'\r') continue;
-    const bool pair = at + 2 * unit <= bytes.size() && UnitAt(bytes, at + unit) == u'\n';
-    return at + (pair ? 2 : 1) * unit - begin;
+  std::size_t at = begin;
+  if (unit == 1) {
+    while (at < bytes.size() && !IsLineEnd(static_cast<unsigned char>(bytes[at]))) ++at;
+  } else {
+    while (at + unit <= bytes.size() && !IsLineEnd(UnitAt(bytes, at))) at += unit;
   }
-  return bytes.size() - begin;
+  if (at + unit > bytes.size()) return bytes.size() - begin;
+  const bool pair =
+      UnitAt(bytes, at) == u'\r' && at + 2 * unit <= bytes.size() && UnitAt(bytes, at + unit) == u'\n';
+  return at + (pair ? 2 : 1) * unit - begin;
 }
 
 std::size_t IniCodec::LineEndSize(std::string_view line) const {
@@ -84,15 +96,30 @@ std::string_view IniCodec::KeyPart(std::string_view line) const {
   return line.substr(0, end);
 }
 
+std::string_view IniCodec::ValuePart(std::string_view line) const {
+  const std::size_t unit = UnitSize();
+  std::size_t begin = 0;
+  while (begin + unit <= line.size() && UnitAt(line, begin) != u'=') begin += unit;
+  begin = std::min(begin + unit, line.size());
+  std::size_t end = line.size() - line.size() % unit - LineEndSize(line);
+  while (begin < end && IsBlank(UnitAt(line, begin))) begin += unit;
+  while (begin < end && IsBlank(UnitAt(line, end - unit))) end -= unit;
+  return line.substr(begin, begin < end ? end - begin : 0);
+}
+
 Text IniCodec::Decode(std::string_view bytes) const {
+  Text text;
+  Decode(bytes, text);
+  return text;
+}
+
+void IniCodec::Decode(std::string_view bytes, Text& text) const {
   if (encoding_ == Encoding::kUtf16) {
-    Text text(bytes.size() / 2, u'\0');
+    text.resize(bytes.size() / 2);
     for (std::size_t at = 0; at < text.size(); ++at) text[at] = UnitAt(bytes, 2 * at);
-    return text;
+  } else if (!CopyAscii(bytes, text)) {
+    text = conversion_->MultiByteToWideChar(Page(), bytes);
   }
-  // Most names and values are plain ASCII, and a catalogue has a hundred thousand of them.
-  if (IsAscii(bytes)) return {bytes.begin(), bytes.end()};
-  return conversion_->MultiByteToWideChar(Page(), bytes);
 }
 
 std::string IniCodec::Encode(TextView text) const {
@@ -116,13 +143,12 @@ Text IniCodec::AsStored(TextView text) const {
   return Decode(Encode(text));
 }
 
-Text IniCodec::Fold(TextView name) const {
-  if (!IsAscii(name)) return conversion_->CharLowerW(name);
-  Text folded(name);
-  for (char16_t& unit : folded) {
+Text IniCodec::Fold(Text name) const {
+  for (char16_t& unit : name) {
+    if (unit >= 0x80) return conversion_->CharLowerW(name);
     if (unit >= u'A' && unit <= u'Z') unit = static_cast<char16_t>(unit - u'A' + u'a');
   }
-  return folded;
+  return name;
 }
 
 }  // namespace platform::ini

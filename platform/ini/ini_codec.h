@@ -30,13 +30,17 @@ class IniCodec {
   [[nodiscard]] bool StartsWithBracket(std::string_view line) const;
   /// The part of a key's line before its first "=", without the blanks and tabs at its end.
   [[nodiscard]] std::string_view KeyPart(std::string_view line) const;
+  /// The part of a key's line behind its first "=", without the line's end and the blanks and tabs around it.
+  [[nodiscard]] std::string_view ValuePart(std::string_view line) const;
 
   [[nodiscard]] Text Decode(std::string_view bytes) const;
+  /// The same into a text whose memory is used again.
+  void Decode(std::string_view bytes, Text& text) const;
   [[nodiscard]] std::string Encode(TextView text) const;
   /// `text` as the file would return it: what the encoding lacks is replaced.
   [[nodiscard]] Text AsStored(TextView text) const;
   /// The form in which names are compared, so that letter case makes no difference.
-  [[nodiscard]] Text Fold(TextView name) const;
+  [[nodiscard]] Text Fold(Text name) const;
 
  private:
   enum class Encoding { kCodePage, kUtf8, kUtf16 };

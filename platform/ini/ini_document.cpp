@@ -4,9 +4,8 @@
 #include <cassert>
 #include <utility>
 
-#include "platform/ini/ini_line.h"
-
 namespace platform::ini {
+
 IniDocument::IniDocument(TextConversion& conversion, std::string bytes)
     : conversion_(&conversion), codec_(conversion, bytes), buffer_(std::move(bytes)), size_(buffer_.size()) {
   FindSections();
@@ -14,6 +13,7 @@ IniDocument::IniDocument(TextConversion& conversion, std::string bytes)
 
 void IniDocument::FindSections() {
   sections_.emplace_back();
+  Text content;
   std::size_t at = codec_.MarkSize();
   sections_.back().header.begin = static_cast<std::uint32_t>(at);
   while (const std::size_t line_size = codec_.LineSize(buffer_, at)) {
@@ -23,11 +23,10 @@ void IniDocument::FindSections() {
       line_end_ = View(line).substr(line_size - codec_.LineEndSize(View(line)));
     }
     if (codec_.StartsWithBracket(View(line))) {
-      const Text content = Content(line);
-      const IniLine header = ReadIniLine(content);
+      const IniLine header = Read(line, content);
       if (header.kind == IniLineKind::kSection) {
         sections_.emplace_back().header = line;
-        Link(names_, codec_.Fold(header.name), sections_, sections_.size() - 1);
+        Link(names_, codec_.Fold(Text(header.name)), sections_, sections_.size() - 1);
         continue;
       }
     }
@@ -38,11 +37,15 @@ void IniDocument::FindSections() {
 
 IniDocument::Body& IniDocument::LoadBody(Section& section) {
   if (section.body) return *section.body;
+  constexpr std::size_t kLinesOfAStation = 8;
   auto body = std::make_unique<Body>();
+  body->items.reserve(kLinesOfAStation);
+  Text content;
   std::size_t at = section.header.begin + section.header.size;
   const std::string_view bytes = std::string_view(buffer_).substr(0, at + section.body_size);
   while (const std::size_t line_size = codec_.LineSize(bytes, at)) {
-    AddLine(*body, {static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(line_size)});
+    const Piece line{static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(line_size)};
+    AddLine(*body, line, Read(line, content));
     at += line_size;
   }
   section.body_size = 0;
@@ -50,12 +53,10 @@ IniDocument::Body& IniDocument::LoadBody(Section& section) {
   return *section.body;
 }
 
-void IniDocument::AddLine(Body& body, Piece line) const {
-  const Text content = Content(line);
-  const IniLine read = ReadIniLine(content);
+void IniDocument::AddLine(Body& body, Piece line, const IniLine& read) const {
   if (read.kind == IniLineKind::kKey) {
     body.items.push_back({line, kNoIndex, ItemKind::kKey});
-    Link(body.keys, codec_.Fold(read.name), body.items, body.items.size() - 1);
+    Link(body.keys, codec_.Fold(Text(read.name)), body.items, body.items.size() - 1);
     return;
   }
   const ItemKind kind = read.kind == IniLineKind::kBlank ? ItemKind::kBlank : ItemKind::kOther;
@@ -67,13 +68,17 @@ void IniDocument::AddLine(Body& body, Piece line) const {
 }
 
 IniDocument::Section* IniDocument::FindSection(const Text& name) {
+  if (last_section_ != kNoIndex && name == last_name_) return &sections_[last_section_];
   const auto place = names_.find(codec_.Fold(name));
-  return place == names_.end() ? nullptr : &sections_[place->second.first];
+  if (place == names_.end()) return nullptr;
+  last_name_ = name;
+  last_section_ = place->second.first;
+  return &sections_[last_section_];
 }
 
-IniDocument::Item* IniDocument::FindKey(Section& section, const Text& key) {
+IniDocument::Item* IniDocument::FindKey(Section& section, Text key) {
   Body& body = LoadBody(section);
-  const auto place = body.keys.find(codec_.Fold(key));
+  const auto place = body.keys.find(codec_.Fold(std::move(key)));
   return place == body.keys.end() ? nullptr : &body.items[place->second.first];
 }
 
@@ -84,7 +89,13 @@ Text IniDocument::OneLine(TextView text) {
   return line;
 }
 
+/// Such a text is one line that every encoding has.
+bool IniDocument::IsPlain(TextView text) {
+  return std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit >= u' ' && unit < 0x7F; });
+}
+
 Text IniDocument::Name(TextView asked) const {
+  if (IsPlain(asked)) return Text(TrimBlanks(asked));
   const Text line = OneLine(asked);
   return codec_.AsStored(TrimBlanks(line));
 }
@@ -94,17 +105,18 @@ std::optional<Text> IniDocument::Value(TextView section, TextView key) {
   if (found == nullptr) return std::nullopt;
   const Item* const item = FindKey(*found, Name(key));
   if (item == nullptr) return std::nullopt;
-  const Text content = Content(item->piece);
-  return Text(RemoveQuotes(ReadIniLine(content).value));
+  Text value = codec_.Decode(codec_.ValuePart(View(item->piece)));
+  const TextView bare = RemoveQuotes(value);
+  return bare.size() == value.size() ? std::move(value) : Text(bare);
 }
 
 std::vector<Text> IniDocument::SectionNames() const {
   std::vector<Text> names;
+  Text content;
   for (std::size_t index = 1; index < sections_.size(); ++index) {
     const Piece header = sections_[index].header;
     if (header.size == 0) continue;
-    const Text content = Content(header);
-    names.emplace_back(ReadIniLine(content).name);
+    names.emplace_back(Read(header, content).name);
   }
   return names;
 }
@@ -132,8 +144,8 @@ std::optional<ProfileSection> IniDocument::CopySection(TextView section) {
   const auto next = std::find_if(sections_.begin() + (found - sections_.data()) + 1, sections_.end(),
                                  [](const Section& behind) { return behind.header.size > 0; });
   if (next == sections_.end()) return copy;
-  const Text header = Content(next->header);
-  copy.next = ReadIniLine(header).name;
+  Text header;
+  copy.next = Read(next->header, header).name;
   return copy;
 }
 
@@ -141,9 +153,11 @@ std::string_view IniDocument::View(Piece piece) const {
   return std::string_view(buffer_).substr(piece.begin, piece.size);
 }
 
-Text IniDocument::Content(Piece line) const {
+/// The line's text goes into `content`, which what is returned points into.
+IniLine IniDocument::Read(Piece line, Text& content) const {
   const std::string_view bytes = View(line);
-  return codec_.Decode(bytes.substr(0, bytes.size() - codec_.LineEndSize(bytes)));
+  codec_.Decode(bytes.substr(0, bytes.size() - codec_.LineEndSize(bytes)), content);
+  return ReadIniLine(content);
 }
 
 }  // namespace platform::ini

@@ -9,9 +9,11 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "platform/ini/ini_codec.h"
+#include "platform/ini/ini_line.h"
 #include "ports/private_profile.h"
 #include "ports/text.h"
 #include "ports/text_conversion.h"
@@ -112,9 +114,9 @@ class IniDocument {
 
   /// Enters element `at` of `elements` under `name`.
   template <typename Element>
-  static void Link(NameIndex& index, const Text& name, std::vector<Element>& elements, std::size_t at) {
+  static void Link(NameIndex& index, Text name, std::vector<Element>& elements, std::size_t at) {
     const auto number = static_cast<std::uint32_t>(at);
-    const auto [place, is_new] = index.try_emplace(name, Chain{number, number});
+    const auto [place, is_new] = index.try_emplace(std::move(name), Chain{number, number});
     if (is_new) return;
     elements[place->second.last].next_equal = number;
     place->second.last = number;
@@ -129,10 +131,11 @@ class IniDocument {
 
   void FindSections();
   Body& LoadBody(Section& section);
-  void AddLine(Body& body, Piece line) const;
+  void AddLine(Body& body, Piece line, const IniLine& read) const;
   [[nodiscard]] Section* FindSection(const Text& name);
-  [[nodiscard]] Item* FindKey(Section& section, const Text& key);
+  [[nodiscard]] Item* FindKey(Section& section, Text key);
   [[nodiscard]] static Text OneLine(TextView text);
+  [[nodiscard]] static bool IsPlain(TextView text);
   [[nodiscard]] Text Name(TextView asked) const;
 
   IniChange ReplaceValue(Item& item, const Text& value);
@@ -146,7 +149,7 @@ class IniDocument {
   [[nodiscard]] bool HasRoomFor(std::size_t units) const;
 
   [[nodiscard]] std::string_view View(Piece piece) const;
-  [[nodiscard]] Text Content(Piece line) const;
+  [[nodiscard]] IniLine Read(Piece line, Text& content) const;
   Piece Store(std::string_view bytes);
   void Replace(Piece& piece, std::string_view bytes);
   void CompactIfWasteful();
@@ -158,7 +161,9 @@ class IniDocument {
   std::string line_end_;
   std::vector<Section> sections_;
   NameIndex names_;
-  std::size_t size_ = 0;  ///< of the document, in bytes
+  Text last_name_;  ///< by which a section was found last: its keys are often read in turn
+  std::uint32_t last_section_ = kNoIndex;  ///< that section
+  std::size_t size_ = 0;                   ///< of the document, in bytes
 };
 
 }  // namespace platform::ini

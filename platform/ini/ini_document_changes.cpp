@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "platform/ini/ini_document.h"
-#include "platform/ini/ini_line.h"
 
 namespace platform::ini {
 namespace {
@@ -41,8 +40,8 @@ IniChange IniDocument::SetValue(TextView section, TextView key, TextView value) 
 }
 
 IniChange IniDocument::ReplaceValue(Item& item, const Text& value) {
-  const Text content = Content(item.piece);
-  const IniLine before = ReadIniLine(content);
+  Text content;
+  const IniLine before = Read(item.piece, content);
   if (RemoveQuotes(before.value) == RemoveQuotes(TrimBlanks(value))) return IniChange::kNone;
 
   const std::string_view old_line = View(item.piece);
@@ -129,6 +128,7 @@ IniChange IniDocument::DeleteSection(TextView section) {
   Section* const found = FindSection(name);
   if (found == nullptr) return IniChange::kNone;
   UnlinkFirst(names_, codec_.Fold(name), sections_);
+  last_section_ = kNoIndex;
   size_ -= found->header.size + found->body_size;
   if (found->body) {
     for (const Item& item : found->body->items) size_ -= item.piece.size;
