@@ -84,9 +84,15 @@ Text FromUtf8(std::string_view bytes) {
 
 using CaseMap = UChar32 (*)(UChar32);
 
-Text MapUnits(TextView text, CaseMap map, CaseMap back) {
+/// Of ASCII the letters from `first` to `last` change, without asking ICU: most texts have no others.
+Text MapUnits(TextView text, CaseMap map, CaseMap back, char16_t first, char16_t last) {
+  constexpr char16_t kCaseBit = 0x20;
   Text mapped(text);
   for (char16_t& unit : mapped) {
+    if (unit < 0x80) {
+      if (unit >= first && unit <= last) unit = static_cast<char16_t>(unit ^ kCaseBit);
+      continue;
+    }
     const UChar32 other = map(unit);
     if (other <= 0xFFFF && back(other) == unit) unit = static_cast<char16_t>(other);
   }
@@ -105,8 +111,8 @@ Text IcuTextConversion::MultiByteToWideChar(CodePage page, std::string_view byte
   return page == CodePage::kUtf8 ? FromUtf8(bytes) : FromAnsi(bytes);
 }
 
-Text IcuTextConversion::CharLowerW(TextView text) { return MapUnits(text, u_tolower, u_toupper); }
+Text IcuTextConversion::CharLowerW(TextView text) { return MapUnits(text, u_tolower, u_toupper, u'A', u'Z'); }
 
-Text IcuTextConversion::CharUpperW(TextView text) { return MapUnits(text, u_toupper, u_tolower); }
+Text IcuTextConversion::CharUpperW(TextView text) { return MapUnits(text, u_toupper, u_tolower, u'a', u'z'); }
 
 }  // namespace platform::icu
