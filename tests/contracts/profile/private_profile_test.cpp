@@ -175,6 +175,11 @@ TEST_F(PrivateProfileReading,
   EXPECT_EQ(Read(u"Ärzte €", u"Link"), u"y");
 }
 
+TEST_F(PrivateProfileReading, AHalfUnitAtTheEndOfATornUtf16FileBelongsToNoValue) {
+  Given(Utf16(u"[a]\r\nk= 1 ") + "x");
+  EXPECT_EQ(Read(u"a", u"k"), u"1");
+}
+
 TEST_F(PrivateProfileReading, AFileWithTheMarkFffeIsUtf16) {
   Given(Utf16(u"[Größe]\r\nk=Ωmega 𝄞\r\n\nl=2"));
   EXPECT_EQ(Read(u"grösse", u"k"), u"(default)");
