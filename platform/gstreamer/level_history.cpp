@@ -1,7 +1,6 @@
 #include "platform/gstreamer/level_history.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace platform::gstreamer {
@@ -64,11 +63,6 @@ std::vector<float> LevelHistory::At(std::int64_t running_time) const {
   const auto found = std::find_if(intervals_.rbegin(), intervals_.rend(), later);
   if (found == intervals_.rend() || running_time >= found->end + kBridgedHole) return {};
   return found->peaks;
-}
-
-float LinearFromDecibels(double decibels) {
-  if (!(decibels > -120.0)) return 0.0F;
-  return static_cast<float>(std::min(1.0, std::pow(10.0, decibels / 20.0)));
 }
 
 }  // namespace platform::gstreamer

@@ -1,6 +1,6 @@
 #pragma once
 // The measured levels of the last seconds by the time at which they are heard, so that what is shown is what
-// is heard. Not the measuring; GStreamer's level element does that, somewhat ahead of the sound.
+// is heard. Not the measuring (peak_meter.h), which happens somewhat ahead of the sound.
 
 #include <cstdint>
 #include <deque>
@@ -46,8 +46,5 @@ class LevelHistory {
   std::int64_t span_until_ = 0;
   std::int64_t span_lead_ = 0;  ///< the largest lead within the present span
 };
-
-/// A level in decibels as a linear value of 0 to 1.
-float LinearFromDecibels(double decibels);
 
 }  // namespace platform::gstreamer

@@ -1,5 +1,7 @@
 #include "platform/gstreamer/pipeline.h"
 
+#include <gst/audio/audio.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -14,7 +16,9 @@ constexpr std::chrono::nanoseconds kDry = std::chrono::milliseconds(40);
 /// How often a file on a server is asked for its rest after a broken connection.
 constexpr int kResumeTries = 3;
 constexpr char kGatherer[] = "audiobuffersplit";
-constexpr std::int64_t kLevelInterval = 20 * GST_MSECOND;
+/// What the levels are measured in; whatever else a decoder gives is converted.
+constexpr char kMeasured[] = "audio/x-raw, layout = interleaved, format = { " GST_AUDIO_NE(
+    S16) ", " GST_AUDIO_NE(S32) ", " GST_AUDIO_NE(F32) " }";
 
 bool HasFactory(const char* name) {
   GstElementFactory* factory = gst_element_factory_find(name);
@@ -64,7 +68,7 @@ bool Pipeline::Build(OutputChooser::Output output) {
   // for.
   const bool gathers = HasFactory(kGatherer);
   if (gathers) factories.push_back(kGatherer);
-  for (const char* factory : {"level", "audioconvert", "audioresample"}) factories.push_back(factory);
+  for (const char* factory : {"capsfilter", "audioconvert", "audioresample"}) factories.push_back(factory);
   if (own_volume) factories.push_back("volume");
   for (const char* factory : factories) {
     GstElement* element = gst_element_factory_make(factory, nullptr);
@@ -73,7 +77,7 @@ bool Pipeline::Build(OutputChooser::Output output) {
     chain.push_back(element);
   }
   buffer_ = chain[0];
-  level_ = chain[gathers ? 3 : 2];
+  measured_ = chain[gathers ? 3 : 2];
   if (gathers) gst_util_set_object_arg(G_OBJECT(chain[2]), "output-buffer-duration", "1/10");
   volume_ = own_volume ? chain.back() : sink_;
   chain.push_back(sink_);
@@ -91,7 +95,8 @@ bool Pipeline::LinkChain(const std::vector<GstElement*>& chain) {
   g_object_set(buffer_, "use-buffering", TRUE, "use-rate-estimate", FALSE, "max-size-buffers", 0U,
                "max-size-bytes", kBufferBytes, "max-size-time", static_cast<guint64>(kBufferTime.count()),
                "low-watermark", ShareOfBuffer(kDry), nullptr);
-  g_object_set(level_, "interval", static_cast<guint64>(kLevelInterval), nullptr);
+  const CapsPointer measured(gst_caps_from_string(kMeasured));
+  g_object_set(measured_, "caps", measured.get(), nullptr);
   return true;
 }
 
@@ -145,11 +150,12 @@ void Pipeline::AddProbes() {
         return static_cast<Pipeline*>(self)->OnBufferInput(info);
       },
       this, nullptr);
-  const PadPointer format(gst_element_get_static_pad(level_, "sink"));
+  const PadPointer measured(gst_element_get_static_pad(measured_, "src"));
   gst_pad_add_probe(
-      format.get(), GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM,
+      measured.get(),
+      static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM),
       [](GstPad*, GstPadProbeInfo* info, gpointer self) {
-        return static_cast<Pipeline*>(self)->OnFormat(info);
+        return static_cast<Pipeline*>(self)->OnMeasuredSound(info);
       },
       this, nullptr);
 }

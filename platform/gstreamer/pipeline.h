@@ -17,6 +17,7 @@
 #include "platform/gstreamer/failure_notes.h"
 #include "platform/gstreamer/gst_pointers.h"
 #include "platform/gstreamer/level_history.h"
+#include "platform/gstreamer/peak_meter.h"
 #include "platform/gstreamer/sound_output.h"
 #include "platform/gstreamer/source_pacer.h"
 
@@ -138,14 +139,15 @@ class Pipeline {
   void OnError(GstMessage* message);
   void AskWhySilent(const PipelineEvent& event);
   void OnElementMessage(GstMessage* message);
-  void OnLevelMessage(GstMessage* message);
   void OnTagMessage(GstMessage* message);
   void OnPadAdded(GstPad* pad);
   void OnNoMorePads();
   void OnElementAdded(GstElement* element);
   void OnSourceSetup(GstElement* source);
   GstPadProbeReturn OnBufferInput(GstPadProbeInfo* info);
-  GstPadProbeReturn OnFormat(GstPadProbeInfo* info);
+  GstPadProbeReturn OnMeasuredSound(GstPadProbeInfo* info);
+  void OnFormat(GstEvent* event);
+  void Measure(GstBuffer* sound);
   [[nodiscard]] bool IsPlaying() const;
   [[nodiscard]] std::int64_t RunningTime() const;
 
@@ -157,7 +159,7 @@ class Pipeline {
   // Owned by the pipeline.
   GstElement* decoder_ = nullptr;
   GstElement* buffer_ = nullptr;
-  GstElement* level_ = nullptr;
+  GstElement* measured_ = nullptr;  // what passes it is what the levels are measured of
   GstElement* volume_ = nullptr;
   GstElement* sink_ = nullptr;
   ElementPointer web_source_;
@@ -166,6 +168,7 @@ class Pipeline {
   ConnectionProbe probe_;
   std::atomic<bool> explains_silence_{false};
   bool heard_ = false;
+  PeakMeter meter_;
   LevelHistory levels_;
   std::atomic<bool> station_{false};
   std::atomic<bool> source_ended_{false};

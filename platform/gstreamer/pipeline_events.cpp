@@ -2,8 +2,10 @@
 // operating them is in pipeline.cpp.
 
 #include <gio/gio.h>
+#include <gst/audio/audio.h>
 
 #include <algorithm>
+#include <span>
 #include <string_view>
 #include <utility>
 
@@ -24,6 +26,11 @@ bool IsAudio(GstPad* pad) {
   if (!caps) caps.reset(gst_pad_query_caps(pad, nullptr));
   if (gst_caps_is_empty(caps.get()) || gst_caps_is_any(caps.get())) return false;
   return g_str_has_prefix(gst_structure_get_name(gst_caps_get_structure(caps.get(), 0)), "audio/") != 0;
+}
+
+PeakMeter::Sample SampleOf(GstAudioFormat format) {
+  if (format == GST_AUDIO_FORMAT_S16) return PeakMeter::Sample::kInt16;
+  return format == GST_AUDIO_FORMAT_S32 ? PeakMeter::Sample::kInt32 : PeakMeter::Sample::kFloat32;
 }
 
 }  // namespace
@@ -55,7 +62,7 @@ void Pipeline::OnMessage(GstMessage* message) {
     case GST_MESSAGE_LATENCY:
       return Notify({Kind::kLatencyChanged, serial_});
     case GST_MESSAGE_ELEMENT:
-      return OnElementMessage(message);
+      return notes_.Hear(*message);
     case GST_MESSAGE_TAG:
       return OnTagMessage(message);
     default:
@@ -90,28 +97,6 @@ void Pipeline::AskWhySilent(const PipelineEvent& event) {
                  explained.cause = {failure};
                  Notify(explained);
                });
-}
-
-void Pipeline::OnElementMessage(GstMessage* message) {
-  if (GST_MESSAGE_SRC(message) == GST_OBJECT(level_)) return OnLevelMessage(message);
-  notes_.Hear(*message);
-}
-
-void Pipeline::OnLevelMessage(GstMessage* message) {
-  const GstStructure* structure = gst_message_get_structure(message);
-  guint64 duration = 0;
-  const GValue* peak = gst_structure_get_value(structure, "peak");
-  const bool complete = gst_structure_get_uint64(structure, "duration", &duration) && peak != nullptr;
-  if (!complete || duration == GST_CLOCK_TIME_NONE) return;
-  const auto* decibels = static_cast<const GValueArray*>(g_value_get_boxed(peak));
-  std::vector<float> peaks;
-  for (guint channel = 0; channel < decibels->n_values; ++channel) {
-    peaks.push_back(LinearFromDecibels(g_value_get_double(&decibels->values[channel])));
-  }
-  const std::int64_t now = RunningTime();
-  levels_.Add(now, static_cast<std::int64_t>(duration), std::move(peaks));
-  const std::chrono::nanoseconds held(std::max<std::int64_t>(0, levels_.End() - now));
-  supplied_until_ = std::chrono::steady_clock::now() + held;
 }
 
 void Pipeline::OnTagMessage(GstMessage* message) {
@@ -173,16 +158,39 @@ GstPadProbeReturn Pipeline::OnBufferInput(GstPadProbeInfo* info) {
   return GST_PAD_PROBE_OK;
 }
 
-GstPadProbeReturn Pipeline::OnFormat(GstPadProbeInfo* info) {
-  GstEvent* event = GST_PAD_PROBE_INFO_EVENT(info);
-  if (GST_EVENT_TYPE(event) != GST_EVENT_CAPS) return GST_PAD_PROBE_OK;
+GstPadProbeReturn Pipeline::OnMeasuredSound(GstPadProbeInfo* info) {
+  if ((GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_BUFFER) != 0) {
+    Measure(GST_PAD_PROBE_INFO_BUFFER(info));
+  } else {
+    OnFormat(GST_PAD_PROBE_INFO_EVENT(info));
+  }
+  return GST_PAD_PROBE_OK;
+}
+
+void Pipeline::OnFormat(GstEvent* event) {
+  if (GST_EVENT_TYPE(event) != GST_EVENT_CAPS) return;
   GstCaps* caps = nullptr;
   gst_event_parse_caps(event, &caps);
-  const GstStructure* structure = gst_caps_get_structure(caps, 0);
-  gint value = 0;
-  if (gst_structure_get_int(structure, "channels", &value)) channels_ = value;
-  if (gst_structure_get_int(structure, "rate", &value)) sample_rate_ = value;
-  return GST_PAD_PROBE_OK;
+  GstAudioInfo format;
+  if (!gst_audio_info_from_caps(&format, caps)) return;
+  channels_ = GST_AUDIO_INFO_CHANNELS(&format);
+  sample_rate_ = GST_AUDIO_INFO_RATE(&format);
+  meter_.SetFormat({SampleOf(GST_AUDIO_INFO_FORMAT(&format)),
+                    static_cast<std::size_t>(GST_AUDIO_INFO_CHANNELS(&format)),
+                    static_cast<std::size_t>(GST_AUDIO_INFO_RATE(&format))});
+}
+
+void Pipeline::Measure(GstBuffer* sound) {
+  GstMapInfo map;
+  if (!gst_buffer_map(sound, &map, GST_MAP_READ)) return;
+  const std::int64_t now = RunningTime();
+  meter_.Measure(std::as_bytes(std::span(map.data, map.size)),
+                 [this, now](std::int64_t duration, std::vector<float> peaks) {
+                   levels_.Add(now, duration, std::move(peaks));
+                 });
+  gst_buffer_unmap(sound, &map);
+  const std::chrono::nanoseconds held(std::max<std::int64_t>(0, levels_.End() - now));
+  supplied_until_ = std::chrono::steady_clock::now() + held;
 }
 
 }  // namespace platform::gstreamer

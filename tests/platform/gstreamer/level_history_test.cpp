@@ -10,7 +10,6 @@ namespace gstreamer_test {
 namespace {
 
 using platform::gstreamer::LevelHistory;
-using platform::gstreamer::LinearFromDecibels;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -119,13 +118,6 @@ TEST(LevelHistoryTest, SilenceFollowsTheLastMeasurement) {
   history.Add(0, kInterval, {0.1F, 0.2F});
   EXPECT_THAT(history.At(15 * kMillisecond), ElementsAre(0.1F, 0.2F));
   EXPECT_THAT(history.At(100 * kMillisecond), IsEmpty());
-}
-
-TEST(LevelHistoryTest, DecibelsBecomeLinear) {
-  EXPECT_FLOAT_EQ(LinearFromDecibels(0), 1.0F);
-  EXPECT_NEAR(LinearFromDecibels(-6.0206), 0.5F, 0.0001);
-  EXPECT_FLOAT_EQ(LinearFromDecibels(3), 1.0F);
-  EXPECT_FLOAT_EQ(LinearFromDecibels(-350), 0.0F);
 }
 
 }  // namespace

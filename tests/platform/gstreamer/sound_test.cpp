@@ -242,6 +242,15 @@ TEST_F(SoundTest, SurroundSoundHasSixChannels) {
             kEInvalidArg);
 }
 
+TEST_F(SoundTest, ThePeaksAreTheSameInEveryFormatOfSamples) {
+  for (const char* codec : {"pcm_u8", "pcm_s16le", "pcm_s24le", "pcm_s32le", "pcm_f32le", "pcm_f64le"}) {
+    SessionDriver driver;
+    ASSERT_EQ(driver.Open(MakeTone(folder, std::string(codec) + ".wav", codec)), kSOk) << codec;
+    ASSERT_EQ(driver.Start(), kSOk);
+    EXPECT_TRUE(WaitUntil([&] { return std::abs(driver.Peaks().at(0) - 0.5F) < 0.02F; }, 3s)) << codec;
+  }
+}
+
 TEST_F(SoundTest, ThePeaksRiseAndFallWithWhatIsHeard) {
   // Half a second of sound and half a second of silence by turns.
   const std::string file =
