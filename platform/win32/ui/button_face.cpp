@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-#include "platform/win32/ui/drawing.h"
+#include "platform/win32/ui/palette.h"
 #include "platform/win32/ui/text_drawing.h"
 
 namespace platform::win32 {
@@ -19,8 +19,6 @@ constexpr int kSmallestGlyph = 16;
 // At 100 %.
 constexpr int kMargin = 6;
 constexpr int kGap = 4;
-constexpr front::Rgb kWarningOnLight{0xd0, 0x20, 0x20};
-constexpr front::Rgb kWarningOnDark{0xff, 0x50, 0x50};
 
 int GlyphSide(const Scale& scale) { return std::max(scale.Scaled(kSmallestGlyph), scale.FontHeight()); }
 
@@ -45,26 +43,29 @@ int ThemeState(HWND window) {
   return is_default ? PBS_DEFAULTED : PBS_NORMAL;
 }
 
-bool HighContrast() {
-  HIGHCONTRASTW contrast{};
-  contrast.cbSize = sizeof contrast;
-  ::SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0);
-  return (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
-}
-
-Color WarningOn(Color ground, Color text) {
-  const front::Rgb below = FromSystem(ground);
-  const bool dark = front::ContrastOf(below, {255, 255, 255}) > front::ContrastOf(below, {0, 0, 0});
-  return ToSystem(front::Readable(dark ? kWarningOnDark : kWarningOnLight, below, FromSystem(text),
-                                  front::kContrastOfTexts));
-}
-
 Color InkOf(const CommandButton& button, HWND window, HTHEME theme) {
   COLORREF text = ::GetSysColor(::IsWindowEnabled(window) != 0 ? COLOR_BTNTEXT : COLOR_GRAYTEXT);
-  ::GetThemeColor(theme, BP_PUSHBUTTON, ThemeState(window), TMT_TEXTCOLOR, &text);
+  if (theme != nullptr) ::GetThemeColor(theme, BP_PUSHBUTTON, ThemeState(window), TMT_TEXTCOLOR, &text);
   const bool warns = button.Role() == controls::ButtonRole::kDeleting && IsPointedAt(window);
-  // The user's own colours are not mixed with others.
-  return warns && !HighContrast() ? WarningOn(::GetSysColor(COLOR_BTNFACE), text) : text;
+  return warns ? WarningColor(::GetSysColor(COLOR_BTNFACE), text, UsersContrast()) : text;
+}
+
+void PaintThemedGround(HWND window, HDC context, RECT all, HTHEME theme) {
+  const int state = ThemeState(window);
+  if (::IsThemeBackgroundPartiallyTransparent(theme, BP_PUSHBUTTON, state) != 0) {
+    ::DrawThemeParentBackground(window, context, &all);
+  }
+  ::DrawThemeBackground(theme, context, BP_PUSHBUTTON, state, &all, nullptr);
+}
+
+/// As the system draws buttons that no theme has a picture of.
+void PaintClassicGround(HWND window, HDC context, RECT area) {
+  const int state = ThemeState(window);
+  if (state == PBS_DEFAULTED) {
+    ::FrameRect(context, &area, ::GetSysColorBrush(COLOR_WINDOWFRAME));
+    ::InflateRect(&area, -1, -1);
+  }
+  ::DrawFrameControl(context, &area, DFC_BUTTON, DFCS_BUTTONPUSH | (state == PBS_PRESSED ? DFCS_PUSHED : 0U));
 }
 
 void PaintContents(const CommandButton& button, HDC context, const RECT& all, const Scale& scale, Color ink) {
@@ -109,18 +110,18 @@ bool ShowsWholeCaption(const CommandButton& button, HWND window, const Scale& sc
 }
 
 void PaintButton(const CommandButton& button, HWND window, HDC context, const Scale& scale) {
-  HTHEME theme = ::OpenThemeData(window, L"BUTTON");
-  if (theme == nullptr) return;
   RECT all{};
   ::GetClientRect(window, &all);
-  const int state = ThemeState(window);
-  if (::IsThemeBackgroundPartiallyTransparent(theme, BP_PUSHBUTTON, state) != 0) {
-    ::DrawThemeParentBackground(window, context, &all);
+  HTHEME theme = ::OpenThemeData(window, L"BUTTON");
+  const Color ink = InkOf(button, window, theme);
+  if (theme != nullptr) {
+    PaintThemedGround(window, context, all, theme);
+    ::CloseThemeData(theme);
+  } else {
+    PaintClassicGround(window, context, all);
   }
-  ::DrawThemeBackground(theme, context, BP_PUSHBUTTON, state, &all, nullptr);
-  PaintContents(button, context, all, scale, InkOf(button, window, theme));
+  PaintContents(button, context, all, scale, ink);
   PaintFocus(window, context, all, scale.Scaled(3));
-  ::CloseThemeData(theme);
 }
 
 void PaintFlatButton(const CommandButton& button, HWND window, HDC context, const Scale& scale) {

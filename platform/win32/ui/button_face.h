@@ -14,7 +14,7 @@ namespace platform::win32 {
 /// The caption has room in the button's window.
 [[nodiscard]] bool ShowsWholeCaption(const controls::CommandButton& button, HWND window, const Scale& scale);
 
-/// By the parts of the system's theme; nothing is painted without one.
+/// By the parts of the system's theme, or as the system draws buttons without one.
 void PaintButton(const controls::CommandButton& button, HWND window, HDC context, const Scale& scale);
 
 /// For a button without a border, on the ground of a panel.

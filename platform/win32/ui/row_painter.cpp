@@ -11,8 +11,6 @@
 namespace platform::win32 {
 namespace {
 
-/// How far the stripes' colour is from the list's towards the text's.
-constexpr double kStripe = 0.04;
 // At 100 %.
 constexpr int kIconMargin = 3;
 constexpr int kTextMargin = 6;
@@ -38,14 +36,16 @@ void DrawImage(HDC context, HIMAGELIST images, int position, const PixelPlace& p
 
 }  // namespace
 
-RowPainter::Ink RowPainter::InkOf(const RowLook& look) {
-  if (look.selected && look.list_has_keyboard)
-    return {::GetSysColor(COLOR_HIGHLIGHT), ::GetSysColor(COLOR_HIGHLIGHTTEXT)};
-  if (look.selected) return {::GetSysColor(COLOR_BTNFACE), ::GetSysColor(COLOR_BTNTEXT)};
-  const COLORREF ground = ::GetSysColor(COLOR_WINDOW);
-  const COLORREF text = ::GetSysColor(COLOR_WINDOWTEXT);
-  if (!look.striped) return {ground, text};
-  return {ToSystem(front::Mixed(FromSystem(ground), FromSystem(text), kStripe)), text};
+Ink RowPainter::InkOf(const RowLook& look) {
+  const Contrast contrast = UsersContrast();
+  if (look.selected) {
+    return SelectionInk(
+        look.list_has_keyboard ? SelectionOf::kListWithKeyboard : SelectionOf::kListWithoutKeyboard,
+        contrast);
+  }
+  const Color ground = ::GetSysColor(COLOR_WINDOW);
+  const Color text = ::GetSysColor(COLOR_WINDOWTEXT);
+  return {look.striped ? StripeColor(ground, text, contrast) : ground, text};
 }
 
 Scale::Font RowPainter::FontOf(const controls::ListRow& row) {

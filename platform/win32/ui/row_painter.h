@@ -8,6 +8,7 @@
 #include "platform/win32/base/handles.h"
 #include "platform/win32/ui/icons.h"
 #include "platform/win32/ui/initial_icon.h"
+#include "platform/win32/ui/palette.h"
 #include "platform/win32/ui/scale.h"
 
 namespace platform::win32 {
@@ -39,10 +40,6 @@ class RowPainter {
   void FollowScale() { initials_.Forget(); }
 
  private:
-  struct Ink {
-    std::uint32_t ground;
-    std::uint32_t text;
-  };
   [[nodiscard]] static Ink InkOf(const RowLook& look);
   [[nodiscard]] static Scale::Font FontOf(const controls::ListRow& row);
   void PaintIcon(HDC context, const controls::ListRow& row, const RowLook& look);

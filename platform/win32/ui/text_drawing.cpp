@@ -2,6 +2,8 @@
 
 #include "platform/win32/base/windows_api.h"
 
+#include <algorithm>
+
 #include "platform/win32/base/wide.h"
 
 namespace platform::win32 {
@@ -37,6 +39,40 @@ Text CutInTheMiddle(HDC context, TextView text, int room) {
     (WidthOf(context, WithDots(text, kept)) <= room ? fits : too_long) = kept;
   }
   return WithDots(text, fits);
+}
+
+std::size_t UnitsInLine(HDC context, TextView text, int room) {
+  int fitting = 0;
+  SIZE size{};
+  ::GetTextExtentExPointW(context, WideData(text), static_cast<int>(text.size()), room, &fitting, nullptr,
+                          &size);
+  if (static_cast<std::size_t>(fitting) >= text.size()) return text.size();
+  auto most = static_cast<std::size_t>(std::max(1, fitting));
+  const std::size_t blank = text.substr(0, most + 1).rfind(u' ');
+  if (blank != TextView::npos && blank > 0) return blank;
+  // An address is read in its parts, but its beginning is none.
+  const std::size_t part = text.substr(0, most).find_last_of(u"/-");
+  if (part != TextView::npos && part != 0 && text[part - 1] != u'/') return part + 1;
+  if (most < text.size() && IsSecondHalf(text[most])) most += most == 1 ? 1 : -1;
+  return most;
+}
+
+Text WithLongWordsBroken(HDC context, TextView text, int room) {
+  Text broken;
+  while (!text.empty()) {
+    const std::size_t blank = text.find_first_of(u" \n");
+    const std::size_t end = blank == TextView::npos ? text.size() : blank + 1;
+    TextView word = text.substr(0, end);
+    text.remove_prefix(end);
+    while (WidthOf(context, word) > room) {
+      const std::size_t units = UnitsInLine(context, word, room);
+      if (units >= word.size()) break;
+      broken += Text(word.substr(0, units)) + u'\n';
+      word.remove_prefix(units);
+    }
+    broken += word;
+  }
+  return broken;
 }
 
 void DrawOnOneLine(HDC context, TextView text, const PixelPlace& area, CutAt cut) {

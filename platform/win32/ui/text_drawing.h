@@ -1,6 +1,8 @@
 #pragma once
 // Texts of one line, cut with dots where there is too little room. Not texts of several lines (text_panel.h).
 
+#include <cstddef>
+
 #include "platform/win32/base/handles.h"
 #include "platform/win32/ui/scale.h"
 #include "ports/text.h"
@@ -12,6 +14,13 @@ namespace platform::win32 {
 
 /// As much of beginning and end as goes into `room` with dots between them; the text itself where it fits.
 [[nodiscard]] Text CutInTheMiddle(HDC context, TextView text, int room);
+
+/// How many units of the text go into `room` on one line: up to a blank, or the part of an address, where
+/// there is one; at least one character.
+[[nodiscard]] std::size_t UnitsInLine(HDC context, TextView text, int room);
+
+/// The text with line ends in those of its words that are wider than `room`.
+[[nodiscard]] Text WithLongWordsBroken(HDC context, TextView text, int room);
 
 /// In the middle of the area's height, at its left; in the font and the colour that are selected.
 enum class CutAt { kEnd, kMiddle };

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "platform/win32/base/wide.h"
-#include "platform/win32/ui/drawing.h"
+#include "platform/win32/ui/palette.h"
 #include "platform/win32/ui/shown_text.h"
 #include "platform/win32/ui/text_drawing.h"
 
@@ -20,8 +20,6 @@ constexpr int kColumnGap = 8;
 constexpr int kNarrowestValue = 60;
 /// Names get no more than this part of the width, so that a long one leaves room for the values.
 constexpr double kWidestNames = 0.5;
-/// How far the names' colour is from the text's towards the ground's.
-constexpr double kFaded = 0.35;
 
 Scale::Font FontOf(const controls::Label& label) {
   return label.Look() == controls::LabelLook::kTitle ? Scale::Font::kTitle : Scale::Font::kPlain;
@@ -33,26 +31,8 @@ int LineHeight(HDC context) {
   return static_cast<int>(metrics.tmHeight);
 }
 
-/// How many units of the text go into `room` on one line: up to a blank, or the part of an address, where
-/// there is one.
-std::size_t UnitsInLine(HDC context, TextView text, int room) {
-  int fitting = 0;
-  SIZE size{};
-  ::GetTextExtentExPointW(context, WideData(text), static_cast<int>(text.size()), room, &fitting, nullptr,
-                          &size);
-  if (static_cast<std::size_t>(fitting) >= text.size()) return text.size();
-  const auto most = static_cast<std::size_t>(std::max(1, fitting));
-  const std::size_t blank = text.substr(0, most + 1).rfind(u' ');
-  if (blank != TextView::npos && blank > 0) return blank;
-  // An address is read in its parts, but its beginning is none.
-  const std::size_t part = text.substr(0, most).find_last_of(u"/-");
-  return part == TextView::npos || part == 0 || text[part - 1] == u'/' ? most : part + 1;
-}
-
-COLORREF NameColor() {
-  const front::Rgb text = FromSystem(::GetSysColor(COLOR_WINDOWTEXT));
-  const front::Rgb ground = FromSystem(::GetSysColor(COLOR_WINDOW));
-  return ToSystem(front::Readable(front::Mixed(text, ground, kFaded), ground, text, front::kContrastOfTexts));
+Color NameColor() {
+  return FadedColor(::GetSysColor(COLOR_WINDOW), ::GetSysColor(COLOR_WINDOWTEXT), UsersContrast());
 }
 
 }  // namespace

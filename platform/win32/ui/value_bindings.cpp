@@ -6,15 +6,14 @@
 #include <array>
 #include <cmath>
 
+#include "platform/win32/ui/palette.h"
+
 namespace platform::win32 {
 namespace {
 
 constexpr UINT_PTR kPainter = 1;
 constexpr double kLoud = 0.7;
 constexpr double kVeryLoud = 0.9;
-constexpr COLORREF kQuietColor = RGB(0x2f, 0xa8, 0x4f);
-constexpr COLORREF kLoudColor = RGB(0xe0, 0xb0, 0x20);
-constexpr COLORREF kVeryLoudColor = RGB(0xd8, 0x40, 0x30);
 
 LRESULT CALLBACK PaintedBar(HWND window, UINT message, WPARAM w, LPARAM l, UINT_PTR /*id*/,
                             DWORD_PTR binding) {
@@ -72,9 +71,11 @@ void ProgressBarBinding::Paint() const {
   const RECT inside{all.left + 1, all.top + 1, all.right - 1, all.bottom - 1};
   struct Zone {
     double from;
-    COLORREF color;
+    Loudness loudness;
   };
-  const std::array zones = {Zone{kVeryLoud, kVeryLoudColor}, Zone{kLoud, kLoudColor}, Zone{0.0, kQuietColor}};
+  constexpr std::array zones = {Zone{kVeryLoud, Loudness::kVeryLoud}, Zone{kLoud, Loudness::kLoud},
+                                Zone{0.0, Loudness::kQuiet}};
+  const Contrast contrast = UsersContrast();
   const auto fill = [&](int from, int to, COLORREF color) {
     if (to > from)
       FillWith(context, {inside.left, inside.bottom - to, inside.right, inside.bottom - from}, color);
@@ -83,7 +84,7 @@ void ProgressBarBinding::Paint() const {
   fill(top, static_cast<int>(inside.bottom - inside.top), ::GetSysColor(COLOR_WINDOW));
   for (const Zone& zone : zones) {
     const int from = std::min(HeightOf(zone.from), top);
-    fill(from, top, zone.color);
+    fill(from, top, ColorOf(zone.loudness, contrast));
     top = from;
   }
   ::EndPaint(Handle(), &paint);

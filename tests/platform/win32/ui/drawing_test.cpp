@@ -1,9 +1,12 @@
 #include "platform/win32/ui/drawing.h"
 
+#include <algorithm>
+#include <iterator>
 #include <set>
 #include <vector>
 
 #include "platform/win32/ui/initial_icon.h"
+#include "platform/win32/ui/palette.h"
 #include "platform/win32/ui/text_drawing.h"
 #include "tests/platform/win32/ui/canvas.h"
 #include "tests/platform/win32/ui/rig.h"
@@ -55,6 +58,58 @@ TEST_F(Win32TextDrawingTest, NoHalfOfACharacterIsLeft) {
     EXPECT_EQ((cut.size() - 1) % 2, 0U) << room;
     EXPECT_FALSE(cut.front() >= 0xdc00 && cut.front() <= 0xdfff) << room;
   }
+}
+
+TEST_F(Win32TextDrawingTest, LongWordsAreBrokenAndShortOnesAreNot) {
+  HDC context = canvas_.Context();
+  EXPECT_EQ(WithLongWordsBroken(context, u"kurze Wörter auf\neiner Zeile", 150),
+            u"kurze Wörter auf\neiner Zeile");
+  const Text word(60, u'm');
+  const Text broken = WithLongWordsBroken(context, u"vorn " + word + u" hinten", 150);
+  EXPECT_TRUE(broken.starts_with(u"vorn mm"));
+  EXPECT_TRUE(broken.ends_with(u"m hinten"));
+  Text without;
+  std::ranges::copy_if(broken, std::back_inserter(without), [](char16_t unit) { return unit != u'\n'; });
+  EXPECT_EQ(without, u"vorn " + word + u" hinten");
+  EXPECT_GT(broken.size(), without.size());
+  const Text narrow = WithLongWordsBroken(context, u"\U0001F3B5\U0001F3B5", 1);
+  EXPECT_EQ(narrow, u"\U0001F3B5\n\U0001F3B5") << "no half of a character, and an end";
+}
+
+constexpr Color kBlack = RGB(0, 0, 0);
+constexpr Color kWhite = RGB(255, 255, 255);
+constexpr Color kYellow = RGB(255, 255, 0);
+
+TEST(Win32PaletteTest, HighContrastHasOnlyTheUsersOwnColours) {
+  EXPECT_EQ(StripeColor(kBlack, kYellow, Contrast::kHigh), kBlack);
+  EXPECT_EQ(FadedColor(kBlack, kYellow, Contrast::kHigh), kYellow);
+  EXPECT_EQ(WarningColor(kBlack, kYellow, Contrast::kHigh), kYellow);
+  for (const Loudness one : {Loudness::kQuiet, Loudness::kLoud, Loudness::kVeryLoud})
+    EXPECT_EQ(ColorOf(one, Contrast::kHigh), ::GetSysColor(COLOR_HIGHLIGHT));
+  const Ink ink = SelectionInk(SelectionOf::kListWithoutKeyboard, Contrast::kHigh);
+  EXPECT_EQ(ink.ground, ::GetSysColor(COLOR_HIGHLIGHT));
+  EXPECT_EQ(ink.text, ::GetSysColor(COLOR_HIGHLIGHTTEXT));
+}
+
+TEST(Win32PaletteTest, UsualColoursAreMixedAndStayReadable) {
+  const auto contrast = [](Color one, Color other) {
+    return front::ContrastOf(FromSystem(one), FromSystem(other));
+  };
+  for (const auto& [ground, text] : {std::pair(kWhite, kBlack), std::pair(kBlack, kWhite)}) {
+    const Color stripe = StripeColor(ground, text, Contrast::kUsual);
+    EXPECT_NE(stripe, ground);
+    EXPECT_LT(contrast(stripe, ground), 1.2);
+    const Color faded = FadedColor(ground, text, Contrast::kUsual);
+    EXPECT_NE(faded, text);
+    EXPECT_GE(contrast(faded, ground), front::kContrastOfTexts);
+    const Color warning = WarningColor(ground, text, Contrast::kUsual);
+    EXPECT_GT(GetRValue(warning), GetGValue(warning) + 100);
+    EXPECT_GE(contrast(warning, ground), front::kContrastOfTexts);
+  }
+  EXPECT_EQ((std::set{ColorOf(Loudness::kQuiet, Contrast::kUsual), ColorOf(Loudness::kLoud, Contrast::kUsual),
+                      ColorOf(Loudness::kVeryLoud, Contrast::kUsual)})
+                .size(),
+            3U);
 }
 
 TEST(Win32ScaleTest, TitleIsBoldAndLargerThanOtherText) {

@@ -2,6 +2,8 @@
 
 #include "platform/win32/base/windows_api.h"
 
+#include <uxtheme.h>
+
 #include "platform/win32/ui/button_face.h"
 #include "platform/win32/ui/row_painter.h"
 #include "platform/win32/ui/shown_text.h"
@@ -96,6 +98,40 @@ TEST_F(Win32ButtonFaceTest, ButtonThatDeletesIsRedOnlyWhileItIsPointedAt) {
   Canvas disabled(kWidth, kHeight);
   Paint(disabled);
   EXPECT_EQ(disabled.Count(kInside, IsRed), 0);
+}
+
+TEST_F(Win32ButtonFaceTest, WithoutAThemeTheButtonIsTheSystemsOwnWithItsSymbol) {
+  button.SetCaption(u"Stop");
+  button.SetGlyph(controls::Glyph::kStop, controls::GlyphPlace::kBeforeCaption);
+  Show();
+  Canvas themed(kWidth, kHeight);
+  Paint(themed);
+  ASSERT_TRUE(SUCCEEDED(::SetWindowTheme(Of(button), L" ", L" ")));
+  HTHEME const theme = ::OpenThemeData(Of(button), L"BUTTON");
+  ASSERT_EQ(theme, nullptr);
+  Canvas canvas(kWidth, kHeight);
+  Paint(canvas);
+  EXPECT_EQ(canvas.FirstColumn(kInside, IsDark), themed.FirstColumn(kInside, IsDark)) << "the symbol";
+  EXPECT_GT(canvas.Count(kInside, IsDark), 60);
+  EXPECT_EQ(canvas.At(20, kHeight / 2), ::GetSysColor(COLOR_BTNFACE));
+  const auto is_shadow = [](COLORREF one) {
+    return one == ::GetSysColor(COLOR_3DDKSHADOW) || one == ::GetSysColor(COLOR_BTNSHADOW);
+  };
+  EXPECT_EQ(canvas.Count({0, 0, kWidth - 1, 1}, is_shadow), 0);
+  EXPECT_GT(canvas.Count({0, kHeight - 1, kWidth, kHeight}, is_shadow), kWidth / 2) << "stands out";
+  ::SendMessageW(Of(button), BM_SETSTATE, TRUE, 0);
+  Canvas pressed(kWidth, kHeight);
+  Paint(pressed);
+  EXPECT_GT(pressed.Count({0, 0, kWidth - 1, 1}, is_shadow), kWidth / 2) << "pressed in";
+}
+
+TEST_F(Win32ButtonFaceTest, WithoutAThemeTheButtonThatEnterPressesHasAFrame) {
+  button.SetRole(controls::ButtonRole::kMain);
+  Show();
+  ::SetWindowTheme(Of(button), L" ", L" ");
+  Canvas canvas(kWidth, kHeight);
+  Paint(canvas);
+  EXPECT_EQ(canvas.At(kWidth / 2, 0), ::GetSysColor(COLOR_WINDOWFRAME));
 }
 
 TEST_F(Win32ButtonFaceTest, MainButtonLooksLikeTheOneThatEnterPresses) {
