@@ -111,7 +111,7 @@ class RemoteMemory {
 class Reporter {
  public:
   explicit Reporter(const PROCESS_INFORMATION& program) : program_(program), memory_(program.hProcess) {
-    for (const app::FormControl& entry : app::Form1().inventory) player_.push_back(entry.name);
+    for (const app::FormControl& entry : form_.inventory) player_.push_back(entry.name);
     for (const app::FormControl& entry : app::Form2().inventory) dialog_.push_back(entry.name);
   }
 
@@ -165,6 +165,17 @@ class Reporter {
     return lines;
   }
 
+  /// As it is painted: the list's own text says the row's mark, too, for screen readers.
+  std::wstring NameOf(HWND list, WPARAM row) {
+    std::wstring name = memory_.TextOf(list, row, 0);
+    for (const controls::RowMark mark : {controls::RowMark::kPlaying, controls::RowMark::kWaiting}) {
+      const auto& spoken = form_.SymbolListview.MarkText(mark);
+      const std::wstring end = L", " + std::wstring(spoken.begin(), spoken.end());
+      if (name.ends_with(end)) name.resize(name.size() - end.size());
+    }
+    return name;
+  }
+
   std::string Rows(HWND list, const std::string& name) {
     std::string lines;
     auto* const header = reinterpret_cast<HWND>(Ask(list, LVM_GETHEADER));
@@ -174,7 +185,7 @@ class Reporter {
     for (DWORD_PTR row = first; row < end; ++row) {
       std::wstring texts;
       for (int column = 0; column < columns; ++column) {
-        texts += (column == 0 ? L"" : L" | ") + memory_.TextOf(list, row, column);
+        texts += column == 0 ? NameOf(list, row) : L" | " + memory_.TextOf(list, row, column);
       }
       RECT place = memory_.PlaceOf(list, row);
       ::MapWindowPoints(list, nullptr, reinterpret_cast<POINT*>(&place), 2);
@@ -185,6 +196,7 @@ class Reporter {
 
   const PROCESS_INFORMATION& program_;
   RemoteMemory memory_;
+  app::Form1 form_;
   std::vector<std::string> player_;
   std::vector<std::string> dialog_;
 };

@@ -28,6 +28,11 @@ const controls::Control* Footer(const app::Inventory& inventory) {
   return nullptr;
 }
 
+BOOL CALLBACK PassOnColorChange(HWND control, LPARAM /*unused*/) {
+  ::SendMessageW(control, WM_SYSCOLORCHANGE, 0, 0);
+  return TRUE;
+}
+
 RECT WorkAreaOf(HWND window) {
   MONITORINFO monitor{};
   monitor.cbSize = sizeof monitor;
@@ -45,7 +50,7 @@ FormWindow::FormWindow(controls::Form& form, const app::Inventory& inventory, HW
       owner_(owner),
       loop_(loop),
       scale_(::GetDpiForWindow(Handle())),
-      tool_tips_(Handle()),
+      tool_tips_(Handle(), scale_),
       footer_(Footer(inventory)) {
   // Public reference: the documentation of RegisterShellHookWindow.
   shell_message_ = ::RegisterWindowMessageW(L"SHELLHOOK");
@@ -196,9 +201,12 @@ std::optional<std::intptr_t> FormWindow::OnMessage(const Message& message) {
     case WM_DPICHANGED:
       FollowResolution(LOWORD(message.w), message.l);
       return 0;
+    case WM_SYSCOLORCHANGE:
+      // The system reports it to top-level windows only.
+      ::EnumChildWindows(Handle(), PassOnColorChange, 0);
+      [[fallthrough]];
     case WM_SETTINGCHANGE:
     case WM_THEMECHANGED:
-    case WM_SYSCOLORCHANGE:
       FollowUser(::GetDpiForWindow(Handle()));
       return std::nullopt;
     default:
@@ -236,6 +244,7 @@ void FormWindow::FollowUser(unsigned int dots) {
   // Messages of this kind come while the window is being made, too.
   if (!set_) return;
   scale_.Set(dots);
+  tool_tips_.FollowScale();
   set_->FollowScale();
   RECT area{};
   ::GetClientRect(Handle(), &area);

@@ -82,6 +82,7 @@ ListBinding::ListBinding(controls::ListView& list, HWND parent, const Surroundin
                [this](int column) { return WidthNeeded(column); }) {
   constexpr LPARAM kExtended = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
   ::SendMessageW(Handle(), LVM_SETEXTENDEDLISTVIEWSTYLE, 0, kExtended);
+  EndTooltipsOfTheSystem();
   ::SetWindowSubclass(Handle(), ListGestures, kGestures, reinterpret_cast<DWORD_PTR>(this));
   subscriptions_ += list.Changed.Subscribe([this] { Follow(); });
   subscriptions_ += list.RowsReset.Subscribe([this] { FollowRows(true); });
@@ -90,6 +91,8 @@ ListBinding::ListBinding(controls::ListView& list, HWND parent, const Surroundin
   subscriptions_ += list.RowRemoved.Subscribe([this](std::size_t) { FollowRows(true); });
   subscriptions_ += list.RowChanged.Subscribe([this](std::size_t position) {
     ::SendMessageW(Handle(), LVM_REDRAWITEMS, position, static_cast<LPARAM>(position));
+    // For screen readers; rows count from 1 there.
+    ::NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, Handle(), OBJID_CLIENT, static_cast<LONG>(position) + 1);
   });
   subscriptions_ += list.ScrollWanted.Subscribe([this](controls::RowId id) {
     if (const auto position = list_.IndexOf(id))
@@ -107,6 +110,12 @@ ListBinding::~ListBinding() {
   ::RemoveWindowSubclass(Handle(), ListGestures, kGestures);
   ::SendMessageW(Handle(), LVM_SETIMAGELIST, LVSIL_SMALL, 0);
   ::ImageList_Destroy(row_height_);
+}
+
+/// It shows a cut name, beside the tooltip that shows every cut cell (PointAt).
+void ListBinding::EndTooltipsOfTheSystem() const {
+  const auto tips = reinterpret_cast<HWND>(::SendMessageW(Handle(), LVM_SETTOOLTIPS, 0, 0));
+  if (tips != nullptr) ::DestroyWindow(tips);
 }
 
 void ListBinding::Follow() {
@@ -163,6 +172,8 @@ void ListBinding::FollowScale() {
   painter_.FollowScale();
   FollowRowHeight();
   columns_.Fit();
+  // The ground below the rows, which the system chose when the list was made.
+  ::SendMessageW(Handle(), LVM_SETBKCOLOR, 0, static_cast<LPARAM>(::GetSysColor(COLOR_WINDOW)));
 }
 
 void ListBinding::FollowSorting() {

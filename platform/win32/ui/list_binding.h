@@ -57,6 +57,8 @@ class ListBinding final : public ControlBinding {
   [[nodiscard]] bool ShowsHint() const { return list_.Count() == 0 && !list_.EmptyText().empty(); }
 
  private:
+  void EndTooltipsOfTheSystem() const;
+
   // The list's state, shown.
   void Follow();
   void FollowRows(bool all);
@@ -64,6 +66,9 @@ class ListBinding final : public ControlBinding {
   void FollowRowHeight();
   void FollowSorting();
   void FollowSelection();
+
+  /// What a screen reader speaks; the marks are only painted.
+  [[nodiscard]] Text SpokenCell(const controls::ListRow& row, std::size_t column) const;
 
   // What the system asks.
   void GiveCell(tagLVDISPINFOW& wanted) const;

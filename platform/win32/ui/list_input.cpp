@@ -69,8 +69,15 @@ void ListBinding::GiveCell(tagLVDISPINFOW& wanted) const {
   if ((wanted.item.mask & LVIF_IMAGE) != 0) wanted.item.iImage = row->icon;
   if ((wanted.item.mask & LVIF_TEXT) == 0 || wanted.item.cchTextMax <= 0) return;
   const auto room = static_cast<std::size_t>(wanted.item.cchTextMax) - 1;
-  const Text text = OnOneLine(row->cells[static_cast<std::size_t>(wanted.item.iSubItem)], room);
+  const Text text = OnOneLine(SpokenCell(*row, static_cast<std::size_t>(wanted.item.iSubItem)), room);
   ::lstrcpynW(wanted.item.pszText, Wide(text), wanted.item.cchTextMax);
+}
+
+/// The rows are painted here, so the texts that the system asks for are those for screen readers.
+Text ListBinding::SpokenCell(const controls::ListRow& row, std::size_t column) const {
+  const Text& text = row.cells[column];
+  if (column > 0 || row.mark == controls::RowMark::kNone) return text;
+  return text + u", " + list_.MarkText(row.mark);
 }
 
 std::intptr_t ListBinding::Paint(const tagNMLVCUSTOMDRAW& step) {
@@ -132,7 +139,6 @@ int ListBinding::WidthNeeded(int column) const {
   return widest;
 }
 
-/// The system shows no more than the first cell of a row as a tooltip.
 void ListBinding::PointAt(int left, int top) {
   LVHITTESTINFO hit{};
   hit.pt = {left, top};

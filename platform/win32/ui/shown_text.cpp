@@ -21,6 +21,8 @@ bool SystemIsGerman() { return PRIMARYLANGID(::GetUserDefaultUILanguage()) == LA
 }  // namespace
 
 Text OnOneLine(TextView text, std::size_t longest) {
+  // No half of a character.
+  if (longest < text.size() && longest > 0 && (text[longest] & 0xfc00) == 0xdc00) --longest;
   Text line(text.substr(0, longest));
   std::replace_if(line.begin(), line.end(), BreaksLine, u' ');
   return line;

@@ -1,5 +1,6 @@
 #include "platform/win32/base/windows_api.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 #include <vector>
@@ -137,6 +138,77 @@ TEST_F(Win32ListTest, CellThatIsCutIsTheTooltipWhileThePointerIsOnIt) {
   EXPECT_EQ(point_at(1, 1), list.Cell(list.RowAt(1), 1));
   Ask(WM_MOUSEMOVE, 0, MAKELPARAM(50, 300));
   EXPECT_EQ(window->HintOf(list), u"") << "below the rows";
+}
+
+TEST_F(Win32ListTest, OnlyOneTooltipShowsACutCell) {
+  Fill(3);
+  // Wine makes the list's own when it is asked for it; this asks what there is.
+  EXPECT_EQ(Ask(LVM_SETTOOLTIPS), 0);
+  EXPECT_EQ(Ask(LVM_GETEXTENDEDLISTVIEWSTYLE) & (LVS_EX_INFOTIP | LVS_EX_LABELTIP), 0);
+}
+
+TEST_F(Win32ListTest, LinkThatIsCutInItsMiddleIsReadInFullInItsTooltip) {
+  list.AddColumn({u"Station", 200});
+  list.AddColumn({u"Link", 100, controls::SortKind::kNaturalOrder, controls::CellLook::kAddress});
+  const Text link = u"http://radio.example/eine/lange/adresse/in/einer/schmalen/spalte/stream.mp3";
+  list.AddRow({.cells = {u"Köln", link}});
+  list.Move({0, 0, 8000, 5000});
+  inventory = {{"list", &list}};
+  Open();
+  Ask(WM_MOUSEMOVE, 0, MAKELPARAM(230, Ask(LVM_GETITEMCOUNT) * 40));
+  EXPECT_EQ(window->HintOf(list), link);
+}
+
+TEST_F(Win32ListTest, MarkOfARowIsSpokenBehindItsName) {
+  Fill(3);
+  list.SetMarkText(controls::RowMark::kPlaying, u"wird abgespielt");
+  EXPECT_EQ(Cell(1, 0), u"Sender 1");
+  list.SetMark(list.RowAt(1), controls::RowMark::kPlaying);
+  EXPECT_EQ(Cell(1, 0), u"Sender 1, wird abgespielt");
+  EXPECT_EQ(Cell(1, 1), u"Köln Bonn");
+  EXPECT_EQ(Cell(2, 0), u"Sender 2");
+  LVFINDINFOW wanted{};
+  wanted.flags = LVFI_STRING | LVFI_PARTIAL;
+  wanted.psz = L"Sender 1, w";
+  EXPECT_EQ(Ask(LVM_FINDITEMW, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&wanted)), -1)
+      << "only names are typed";
+}
+
+std::vector<std::pair<LONG, LONG>> named;
+void CALLBACK NoteName(HWINEVENTHOOK /*hook*/, DWORD /*event*/, HWND /*window*/, LONG object, LONG child,
+                       DWORD /*thread*/, DWORD /*time*/) {
+  named.emplace_back(object, child);
+}
+
+TEST_F(Win32ListTest, ScreenReadersLearnOfAMarkThatComes) {
+  Fill(3);
+  loop.ProcessPendingMessages();
+  named.clear();
+  HWINEVENTHOOK const hook =
+      ::SetWinEventHook(EVENT_OBJECT_NAMECHANGE, EVENT_OBJECT_NAMECHANGE, nullptr, NoteName,
+                        ::GetCurrentProcessId(), ::GetCurrentThreadId(), WINEVENT_OUTOFCONTEXT);
+  ASSERT_NE(hook, nullptr);
+  list.SetMark(list.RowAt(1), controls::RowMark::kPlaying);
+  EXPECT_TRUE(Until([] { return std::ranges::count(named, std::pair<LONG, LONG>(OBJID_CLIENT, 2)) > 0; }));
+  ::UnhookWinEvent(hook);
+}
+
+TEST_F(Win32ListTest, TextForASmallBufferIsCutBetweenCharacters) {
+  Fill(3);
+  list.SetCell(list.RowAt(0), 0, u"ab\U0001F3B5");
+  std::array<wchar_t, 4> buffer{};
+  LVITEMW item{};
+  item.pszText = buffer.data();
+  item.cchTextMax = static_cast<int>(buffer.size());
+  Ask(LVM_GETITEMTEXTW, 0, reinterpret_cast<LPARAM>(&item));
+  EXPECT_STREQ(buffer.data(), L"ab");
+}
+
+TEST_F(Win32ListTest, GroundBelowTheRowsFollowsTheSystemsColours) {
+  Fill(3);
+  Ask(LVM_SETBKCOLOR, 0, RGB(1, 2, 3));
+  ::SendMessageW(window->Handle(), WM_SYSCOLORCHANGE, 0, 0);
+  EXPECT_EQ(static_cast<COLORREF>(Ask(LVM_GETBKCOLOR)), ::GetSysColor(COLOR_WINDOW));
 }
 
 TEST_F(Win32ListTest, HeaderShowsTheArrowOfTheSorting) {
