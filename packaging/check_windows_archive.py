@@ -13,9 +13,9 @@ LARGEST = 4 * 1024 * 1024
 PROGRAMS = ("Funkhausplayer.exe", "OZRecordFunkhaus.exe")
 FILES = PROGRAMS + ("Handbuch.html", "LiesMich.txt", "images/window.png", "Languages/English.lng", "RadioIco/LiesMich.txt",
                     "RadioJPG/LiesMich.txt", "Lizenzen/Funkhausplayer.txt", "Lizenzen/GCC.txt", "Lizenzen/mingw-w64.txt")
-# Part of every Windows since 10; "mf" and "mfplat" come with the Media Feature Pack in its "N" editions.
-SYSTEM = {"advapi32", "avrt", "bcrypt", "comctl32", "comdlg32", "dwmapi", "gdi32", "gdiplus", "kernel32", "mf", "mfplat",
-          "msimg32", "msvcrt", "normaliz", "ole32", "oleacc", "oleaut32", "propsys", "shell32", "shlwapi", "user32", "uxtheme",
+# Part of every Windows since 10; "mf" and "mfplat" are not, as its "N" editions lack them.
+SYSTEM = {"advapi32", "avrt", "bcrypt", "comctl32", "comdlg32", "dwmapi", "gdi32", "gdiplus", "kernel32", "msimg32",
+          "msvcrt", "normaliz", "ole32", "oleacc", "oleaut32", "propsys", "shell32", "shlwapi", "user32", "uxtheme",
           "version", "windowscodecs", "wininet", "winmm"}
 
 

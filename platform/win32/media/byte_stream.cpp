@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "platform/win32/media/locks.h"
+#include "platform/win32/media/media_library.h"
 
 namespace platform::win32 {
 namespace {
@@ -19,7 +20,9 @@ class LiveByteStream final : public ::IMFByteStream {
  public:
   LiveByteStream(std::shared_ptr<StreamBuffer> buffer, const std::string& content_type)
       : buffer_(std::move(buffer)) {
-    if (::MFCreateAttributes(attributes_.Receive(), 1) != S_OK || content_type.empty()) return;
+    if (CallMedia<decltype(::MFCreateAttributes)>("MFCreateAttributes", attributes_.Receive(), 1) != S_OK ||
+        content_type.empty())
+      return;
     const std::wstring type(content_type.begin(), content_type.end());
     attributes_->SetString(MF_BYTESTREAM_CONTENT_TYPE, type.c_str());
   }
@@ -77,7 +80,8 @@ class LiveByteStream final : public ::IMFByteStream {
   HRESULT STDMETHODCALLTYPE BeginRead(BYTE* bytes, ULONG size, ::IMFAsyncCallback* callback,
                                       ::IUnknown* state) override {
     ComPointer<::IMFAsyncResult> asked;
-    const HRESULT made = ::MFCreateAsyncResult(nullptr, callback, state, asked.Receive());
+    const HRESULT made = CallMedia<decltype(::MFCreateAsyncResult)>("MFCreateAsyncResult", nullptr, callback,
+                                                                    state, asked.Receive());
     if (made != S_OK) return made;
     AddRef();
     const ComPointer<LiveByteStream> self(this);
@@ -87,7 +91,7 @@ class LiveByteStream final : public ::IMFByteStream {
         const Lock lock(self->mutex_);
         self->answers_.emplace_back(asked.Get(), static_cast<ULONG>(read));
       }
-      ::MFInvokeCallback(asked.Get());
+      CallMedia<decltype(::MFInvokeCallback)>("MFInvokeCallback", asked.Get());
     });
     return S_OK;
   }

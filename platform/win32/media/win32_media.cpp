@@ -16,6 +16,7 @@
 
 #include "platform/win32/media/com_calls.h"
 #include "platform/win32/media/handle_table.h"
+#include "platform/win32/media/media_library.h"
 #include "platform/win32/media/media_opener.h"
 #include "platform/win32/media/media_results.h"
 #include "platform/win32/media/operation_shapes.h"
@@ -104,25 +105,30 @@ void Win32Media::UnregisterStream(StreamObject stream) {
 }
 
 HResult Win32Media::MFStartup(std::int32_t version, std::int32_t flags) {
-  const HRESULT result = ::MFStartup(static_cast<ULONG>(version), static_cast<DWORD>(flags));
+  const HRESULT result =
+      CallMedia<decltype(::MFStartup)>("MFStartup", static_cast<ULONG>(version), static_cast<DWORD>(flags));
+  if (result == kMissingMediaLibrary)
+    impl_->Log("The system has no media platform, so nothing can be played.");
   if (result != kMfEBadStartupVersion) return result;
   if (!std::exchange(impl_->other_version, true)) {
     impl_->Log("The system refuses version " + std::to_string(version) +
                " of its media platform; using its own.");
   }
-  return ::MFStartup(MF_VERSION, static_cast<DWORD>(flags));
+  return CallMedia<decltype(::MFStartup)>("MFStartup", MF_VERSION, static_cast<DWORD>(flags));
 }
 
 HResult Win32Media::MFShutdown() {
   impl_->opener.EndReads();
-  if (impl_->AllClosed()) return ::MFShutdown();
+  if (impl_->AllClosed()) return CallMedia<decltype(::MFShutdown)>("MFShutdown");
   impl_->Log("The media platform stays open, because a session does not close.");
   return kSOk;
 }
 
 HResult Win32Media::MFCreateSourceResolver(InterfaceHandle& out) {
   ::IMFSourceResolver* made = nullptr;
-  const HRESULT result = ::MFCreateSourceResolver(&made);
+  const HRESULT result = CallMedia<decltype(::MFCreateSourceResolver)>("MFCreateSourceResolver", &made);
+  // Without one nothing can be opened, which is what was to come next.
+  if (result != S_OK) impl_->notes->OpeningFailed(impl_->notes->Open(), result);
   return impl_->Enter(result, made, Interface::kSourceResolver, out);
 }
 
@@ -130,25 +136,27 @@ HResult Win32Media::MFCreateMFByteStreamOnStream(StreamObject stream, InterfaceH
   const auto found = impl_->streams.find(static_cast<std::uint32_t>(stream));
   if (found == impl_->streams.end()) return kEInvalidArg;
   ::IMFByteStream* made = nullptr;
-  const HRESULT result = ::MFCreateMFByteStreamOnStream(found->second.Get(), &made);
+  const HRESULT result = CallMedia<decltype(::MFCreateMFByteStreamOnStream)>("MFCreateMFByteStreamOnStream",
+                                                                             found->second.Get(), &made);
   return impl_->Enter(result, made, Interface::kUnknown, out);
 }
 
 HResult Win32Media::MFCreateTopology(InterfaceHandle& out) {
   ::IMFTopology* made = nullptr;
-  const HRESULT result = ::MFCreateTopology(&made);
+  const HRESULT result = CallMedia<decltype(::MFCreateTopology)>("MFCreateTopology", &made);
   return impl_->Enter(result, made, Interface::kTopology, out);
 }
 
 HResult Win32Media::MFCreateTopologyNode(std::int32_t type, InterfaceHandle& out) {
   ::IMFTopologyNode* made = nullptr;
-  const HRESULT result = ::MFCreateTopologyNode(static_cast<MF_TOPOLOGY_TYPE>(type), &made);
+  const HRESULT result = CallMedia<decltype(::MFCreateTopologyNode)>(
+      "MFCreateTopologyNode", static_cast<MF_TOPOLOGY_TYPE>(type), &made);
   return impl_->Enter(result, made, Interface::kTopologyNode, out);
 }
 
 HResult Win32Media::MFCreateMediaSession(InterfaceHandle& out) {
   ::IMFMediaSession* made = nullptr;
-  const HRESULT result = ::MFCreateMediaSession(nullptr, &made);
+  const HRESULT result = CallMedia<decltype(::MFCreateMediaSession)>("MFCreateMediaSession", nullptr, &made);
   if (result == S_OK) {
     impl_->watch = WatchSession(*made);
     impl_->closing = false;
@@ -158,7 +166,8 @@ HResult Win32Media::MFCreateMediaSession(InterfaceHandle& out) {
 
 HResult Win32Media::MFCreateAudioRendererActivate(InterfaceHandle& out) {
   ::IMFActivate* made = nullptr;
-  const HRESULT result = ::MFCreateAudioRendererActivate(&made);
+  const HRESULT result =
+      CallMedia<decltype(::MFCreateAudioRendererActivate)>("MFCreateAudioRendererActivate", &made);
   return impl_->Enter(result, made, Interface::kActivate, out);
 }
 
@@ -166,7 +175,8 @@ HResult Win32Media::MFCreateVideoRendererActivate(WindowHandle window, Interface
   ::IMFActivate* made = nullptr;
   // A window's handle has 32 bits that count; the system extends them by their sign.
   const auto extended = static_cast<LONG_PTR>(static_cast<std::int32_t>(window));
-  const HRESULT result = ::MFCreateVideoRendererActivate(reinterpret_cast<HWND>(extended), &made);
+  const HRESULT result = CallMedia<decltype(::MFCreateVideoRendererActivate)>(
+      "MFCreateVideoRendererActivate", reinterpret_cast<HWND>(extended), &made);
   return impl_->Enter(result, made, Interface::kActivate, out);
 }
 
@@ -175,8 +185,8 @@ HResult Win32Media::MFGetService(InterfaceHandle object, const Guid& service, co
   const auto view = impl_->table.Find(object);
   if (!view) return kEInvalidArg;
   void* made = nullptr;
-  const HRESULT result =
-      ::MFGetService(view->object.Get(), std::bit_cast<GUID>(service), std::bit_cast<IID>(iid), &made);
+  const HRESULT result = CallMedia<decltype(::MFGetService)>(
+      "MFGetService", view->object.Get(), std::bit_cast<GUID>(service), std::bit_cast<IID>(iid), &made);
   return impl_->Enter(result, made, InterfaceOf(iid).value_or(Interface::kUnknown), out);
 }
 
