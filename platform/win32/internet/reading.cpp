@@ -1,9 +1,5 @@
 #include "platform/win32/internet/reading.h"
 
-#include "platform/win32/base/windows_api.h"
-
-#include <wininet.h>
-
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -39,6 +35,7 @@ void Reading::Sent() {
 
 void Reading::Answer(const http::AnswerHeader& header) {
   const std::lock_guard lock(mutex_);
+  if (cancelled_ || ended_) return;
   header_ = header;
   answered_ = true;
   connecting_since_.reset();
@@ -62,8 +59,7 @@ bool Reading::Append(std::string_view bytes) {
   return !cancelled_;
 }
 
-void Reading::End(InternetFailure failure, std::uint32_t error) {
-  const std::lock_guard lock(mutex_);
+void Reading::EndLocked(InternetFailure failure, std::uint32_t error) {
   if (ended_) return;
   ended_ = true;
   failure_ = failure;
@@ -73,30 +69,27 @@ void Reading::End(InternetFailure failure, std::uint32_t error) {
   Note();
 }
 
+void Reading::End(InternetFailure failure, std::uint32_t error) {
+  const std::lock_guard lock(mutex_);
+  EndLocked(failure, error);
+}
+
+bool Reading::WaitUntil(const std::function<bool()>& condition) {
+  std::unique_lock lock(mutex_);
+  changed_.wait(lock, [this, &condition] { return cancelled_ || condition(); });
+  return !cancelled_;
+}
+
+void Reading::Change(const std::function<void()>& change) {
+  const std::lock_guard lock(mutex_);
+  change();
+  changed_.notify_all();
+}
+
 void Reading::Cancel() {
-  std::optional<Handles> lent;
-  {
-    const std::lock_guard lock(mutex_);
-    cancelled_ = true;
-    lent = std::exchange(lent_, std::nullopt);
-    Note();
-  }
-  if (!lent) return;
-  for (void* const handle : {lent->request, lent->connection, lent->session}) {
-    if (handle != nullptr) ::InternetCloseHandle(handle);
-  }
-}
-
-bool Reading::Lend(const Handles& handles) {
   const std::lock_guard lock(mutex_);
-  if (cancelled_) return false;
-  lent_ = handles;
-  return true;
-}
-
-bool Reading::TakeBack() {
-  const std::lock_guard lock(mutex_);
-  return std::exchange(lent_, std::nullopt).has_value();
+  cancelled_ = true;
+  changed_.notify_all();
 }
 
 void Reading::Await(milliseconds slice) {
@@ -105,9 +98,13 @@ void Reading::Await(milliseconds slice) {
   events_seen_ = events_;
 }
 
-std::optional<milliseconds> Reading::ConnectingFor() const {
+void Reading::LimitConnecting(milliseconds limit, std::uint32_t error) {
   const std::lock_guard lock(mutex_);
-  return Since(connecting_since_);
+  const std::optional<milliseconds> time = Since(connecting_since_);
+  if (!time || *time < limit) return;
+  EndLocked(InternetFailure::kNoAnswer, error);
+  cancelled_ = true;
+  changed_.notify_all();
 }
 
 std::optional<milliseconds> Reading::AnswerOwedFor() const {

@@ -6,8 +6,10 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
+#include <functional>
 #include <mutex>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -18,12 +20,13 @@ namespace platform::win32 {
 using http::milliseconds;
 
 /// All members may be called from both threads. The reading thread reports in this order: Begin and Sent for
-/// each hop, Answer, Append ..., End; the asking thread may Cancel at any time.
+/// each hop, Answer, Append ..., End; the asking thread may Cancel at any time. After Cancel and after End
+/// nothing that is reported is kept any more.
 class Reading {
  public:
   using Clock = std::chrono::steady_clock;
 
-  // What the reading thread reports. After Cancel nothing is kept any more.
+  // What the reading thread reports.
   void Begin();
   void Sent();
   void Answer(const http::AnswerHeader& header);
@@ -31,27 +34,22 @@ class Reading {
   bool Append(std::string_view bytes);
   void End(InternetFailure failure, std::uint32_t error = 0);
 
-  /// Nothing is wanted any more: ends every wait inside this object, and those of the library that it can
-  /// end.
+  // What the reading thread waits for.
+  /// Waits until `condition`, which is asked under the object's lock, holds; false after Cancel.
+  bool WaitUntil(const std::function<bool()>& condition);
+  /// Makes a change for which WaitUntil waits, under the object's lock; for any thread.
+  void Change(const std::function<void()>& change);
+
+  /// Nothing is wanted any more: ends every wait of the reading thread. The library is not touched: its
+  /// handles belong to that thread.
   void Cancel();
   [[nodiscard]] bool IsCancelled() const { return cancelled_; }
-
-  /// Between these two the reading thread uses library handles, which Cancel closes (children before parents)
-  /// to end what waits on them. Lend gives false, and keeps nothing, after Cancel; TakeBack says whether they
-  /// are still the caller's to close.
-  struct Handles {
-    void* session = nullptr;
-    void* connection = nullptr;
-    void* request = nullptr;
-  };
-  bool Lend(const Handles& handles);
-  bool TakeBack();
 
   // What the asking thread wants to know.
   /// Waits until something happened since the last call, at most `slice`.
   void Await(milliseconds slice);
-  /// For how long a hop has been connecting; nothing when none does.
-  [[nodiscard]] std::optional<milliseconds> ConnectingFor() const;
+  /// Ends with a failure, and cancels, when a hop has been connecting for that long.
+  void LimitConnecting(milliseconds limit, std::uint32_t error);
   [[nodiscard]] std::optional<milliseconds> AnswerOwedFor() const;
   [[nodiscard]] bool IsAnswered() const;
   /// Does not change once IsAnswered.
@@ -66,6 +64,7 @@ class Reading {
 
  private:
   void Note();
+  void EndLocked(InternetFailure failure, std::uint32_t error);
   [[nodiscard]] std::size_t BufferedLocked() const { return buffer_.size() - taken_; }
 
   std::atomic<bool> cancelled_ = false;
@@ -83,7 +82,6 @@ class Reading {
   std::string buffer_;
   std::size_t taken_ = 0;  ///< from the start of buffer_
   Clock::time_point last_arrival_ = Clock::now();
-  std::optional<Handles> lent_;
 };
 
 }  // namespace platform::win32

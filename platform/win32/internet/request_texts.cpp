@@ -3,22 +3,12 @@
 #include "platform/win32/base/windows_api.h"
 
 #include <algorithm>
+#include <array>
 
 #include "platform/win32/base/wide.h"
 
 namespace platform::win32 {
 namespace {
-
-constexpr UINT kCodePage = 1252;
-
-Text FromBytes(UINT code_page, std::string_view bytes) {
-  const int size = static_cast<int>(bytes.size());
-  Text text(bytes.size(), u'\0');
-  const int length =
-      size == 0 ? 0 : ::MultiByteToWideChar(code_page, 0, bytes.data(), size, WideBuffer(text.data()), size);
-  text.resize(static_cast<std::size_t>(length));
-  return text;
-}
 
 std::string Base64(std::string_view bytes) {
   constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
@@ -45,30 +35,30 @@ std::string Utf8(TextView text) {
   return bytes;
 }
 
-Text FromAnsi(std::string_view bytes) { return FromBytes(kCodePage, bytes); }
-
-Text HeaderText(const std::vector<std::string>& lines, std::string_view user) {
-  std::string text;
-  for (const std::string& line : lines) text += line + "\r\n";
+std::string HeaderBytes(const std::vector<std::string>& lines, std::string_view user) {
+  std::string bytes;
+  for (const std::string& line : lines) bytes += line + "\r\n";
   if (!user.empty()) {
     const bool has_password = user.find(':') != std::string_view::npos;
-    text += "Authorization: Basic " + Base64(std::string(user) + (has_password ? "" : ":")) + "\r\n";
+    bytes += "Authorization: Basic " + Base64(std::string(user) + (has_password ? "" : ":")) + "\r\n";
   }
-  text += "Connection: close\r\n";
-  return FromAnsi(text);
+  return bytes + "Connection: close\r\n";
 }
 
-Text HostName(std::string_view host) {
-  const Text name = FromBytes(CP_UTF8, host);
-  const bool is_ascii = std::all_of(name.begin(), name.end(), [](char16_t unit) { return unit < 0x80; });
-  if (is_ascii) return name;
+std::string HostName(std::string_view host) {
+  const auto is_ascii = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
+  if (std::all_of(host.begin(), host.end(), is_ascii)) return std::string(host);
+  const int size = static_cast<int>(host.size());
+  std::wstring name(host.size(), L'\0');
+  const int units =
+      ::MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, host.data(), size, name.data(), size);
   constexpr int kLongest = 255;
-  Text ascii(kLongest, u'\0');
-  const int length = ::IdnToAscii(IDN_ALLOW_UNASSIGNED, WideData(name), static_cast<int>(name.size()),
-                                  WideBuffer(ascii.data()), kLongest);
-  if (length <= 0) return name;
-  ascii.resize(static_cast<std::size_t>(length));
-  return ascii;
+  std::array<wchar_t, kLongest> ascii{};
+  const int length =
+      units == 0 ? 0 : ::IdnToAscii(IDN_ALLOW_UNASSIGNED, name.data(), units, ascii.data(), kLongest);
+  std::string bytes;
+  for (int at = 0; at < length; ++at) bytes += static_cast<char>(ascii[static_cast<std::size_t>(at)]);
+  return bytes;
 }
 
 }  // namespace platform::win32

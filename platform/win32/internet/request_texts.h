@@ -12,14 +12,12 @@ namespace platform::win32 {
 /// In UTF-8.
 std::string Utf8(TextView text);
 
-/// Bytes of code page 1252.
-Text FromAnsi(std::string_view bytes);
+/// The header lines as bytes, each with its end, and what keeps the connection from being used again; with
+/// the name and password of an address ("name:password", RFC 7617) unless they are empty.
+std::string HeaderBytes(const std::vector<std::string>& lines, std::string_view user);
 
-/// The header lines, each with its end, and what keeps the connection from being used again; with the name
-/// and password of an address ("name:password", RFC 7617) unless they are empty.
-Text HeaderText(const std::vector<std::string>& lines, std::string_view user);
-
-/// A host name in UTF-8 as name servers know it (RFC 5891).
-Text HostName(std::string_view host);
+/// A host name in UTF-8 as name servers know it, in ASCII (RFC 5891); empty when no server can have that
+/// name.
+std::string HostName(std::string_view host);
 
 }  // namespace platform::win32

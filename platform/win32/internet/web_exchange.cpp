@@ -17,9 +17,7 @@ WebExchange::~WebExchange() { reading_->Cancel(); }
 void WebExchange::Work(milliseconds slice) {
   reading_->Await(slice);
   // The library's own limit counts each of a host's addresses, and no handshake.
-  if (reading_->ConnectingFor() < connect_limit_) return;
-  reading_->End(InternetFailure::kNoAnswer, ERROR_INTERNET_TIMEOUT);
-  reading_->Cancel();
+  reading_->LimitConnecting(connect_limit_, ERROR_INTERNET_TIMEOUT);
 }
 
 }  // namespace platform::win32

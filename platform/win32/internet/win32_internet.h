@@ -1,6 +1,6 @@
 #pragma once
 // Adapter: the internet library's operations on WinINet.
-// Not for playlists fetched in the background (internet/server_request.h).
+// Not for playlists fetched in the background (internet/win32_xml_http_request.h).
 
 #include "platform/http/internet_over_exchanges.h"
 

@@ -28,14 +28,13 @@ TEST(WebExchange, ThereAreNoMoreThreadsThanAllowedAndAgainSomeWhenTheServerIsGon
   silent->OnAny(Script().Hold());
   std::vector<std::unique_ptr<WebExchange>> exchanges;
   bool is_refused = false;
-  while (!is_refused && exchanges.size() <= kMostRequestThreads) {
+  while (!is_refused && exchanges.size() <= kMostRequests) {
     exchanges.push_back(ExchangeWith(*silent));
     is_refused = exchanges.back()->HasEnded();
   }
   EXPECT_TRUE(is_refused) << "at once";
   EXPECT_EQ(exchanges.back()->Failure(), InternetFailure::kOther);
-  EXPECT_GT(exchanges.size(), kMostRequestThreads / 2U)
-      << "but for those that earlier tests have left behind";
+  EXPECT_GT(exchanges.size(), kMostRequests / 2U) << "but for those that earlier tests have left behind";
   exchanges.clear();
   silent.reset();
   under_test::IcyServer server;

@@ -1,0 +1,190 @@
+#include "platform/win32/internet/library_request.h"
+
+#include "platform/win32/base/windows_api.h"
+
+#include <wininet.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <string_view>
+#include <utility>
+
+#include "platform/win32/internet/request_texts.h"
+
+namespace platform::win32 {
+namespace {
+
+constexpr DWORD kFlags = INTERNET_FLAG_RELOAD | INTERNET_FLAG_NO_CACHE_WRITE | INTERNET_FLAG_NO_COOKIES |
+                         INTERNET_FLAG_NO_UI | INTERNET_FLAG_NO_AUTH | INTERNET_FLAG_NO_AUTO_REDIRECT;
+
+}  // namespace
+
+/// What the library writes to and reports to, until it reports the end of the request's handle.
+struct LibraryRequest::State {
+  static constexpr DWORD kPiece = 16 * 1024;
+
+  State(std::shared_ptr<Reading> for_reading, std::shared_ptr<void> in_place)
+      : reading(std::move(for_reading)), place(std::move(in_place)) {}
+
+  const std::shared_ptr<Reading> reading;
+  const std::shared_ptr<void> place;
+  std::atomic<bool> connected_anew = false;
+  // Read and written under the reading's lock while an operation runs.
+  bool is_complete = false;
+  bool has_succeeded = false;
+  DWORD error = 0;
+  // The operation's own while it runs.
+  std::string lines;
+  DWORD count = 0;
+  std::array<char, kPiece> piece{};
+  /// The library's reference.
+  std::shared_ptr<State> self;
+};
+
+struct LibraryRequest::Callback {
+  // Called by the library on any thread, also inside its operations.
+  static void CALLBACK OnStatus(HINTERNET /*handle*/, DWORD_PTR context, DWORD status, void* information,
+                                DWORD /*length*/) {
+    State& state = *reinterpret_cast<State*>(context);
+    switch (status) {
+      case INTERNET_STATUS_RESOLVING_NAME:
+      case INTERNET_STATUS_CONNECTING_TO_SERVER:
+        state.connected_anew = true;
+        break;
+      case INTERNET_STATUS_REQUEST_SENT:
+        state.reading->Sent();
+        break;
+      case INTERNET_STATUS_REQUEST_COMPLETE:
+        Complete(state, *static_cast<const INTERNET_ASYNC_RESULT*>(information));
+        break;
+      case INTERNET_STATUS_HANDLE_CLOSING:
+        std::exchange(state.self, nullptr).reset();
+        break;
+      default:
+        break;
+    }
+  }
+
+  static void Complete(State& state, const INTERNET_ASYNC_RESULT& result) {
+    state.reading->Change([&state, &result] {
+      state.is_complete = true;
+      state.has_succeeded = result.dwResult != FALSE;
+      state.error = result.dwError;
+    });
+  }
+};
+
+LibraryRequest::LibraryRequest(const std::shared_ptr<Reading>& reading, const http::ExchangeOptions& options,
+                               const http::AddressParts& parts, std::shared_ptr<void> place)
+    : state_(std::make_shared<State>(reading, std::move(place))) {
+  Open(options, parts);
+  if (request_ == nullptr) return;
+  if (::InternetSetStatusCallbackA(request_, &Callback::OnStatus) != INTERNET_INVALID_STATUS_CALLBACK) {
+    state_->self = state_;
+    return;
+  }
+  ::InternetCloseHandle(std::exchange(request_, nullptr));
+}
+
+LibraryRequest::~LibraryRequest() {
+  for (void* const handle : {request_, connection_, session_}) {
+    if (handle != nullptr) ::InternetCloseHandle(handle);
+  }
+}
+
+// The operations for bytes ("A") pass on what they are given; those for UTF-16 would go through the system's
+// code page.
+void LibraryRequest::Open(const http::ExchangeOptions& options, const http::AddressParts& parts) {
+  session_ = ::InternetOpenA(options.agent.c_str(), INTERNET_OPEN_TYPE_DIRECT, nullptr, nullptr,
+                             INTERNET_FLAG_ASYNC);
+  if (session_ == nullptr) return;
+  SetLimits(options);
+  connection_ = ::InternetConnectA(session_, HostName(parts.host).c_str(), parts.port, nullptr, nullptr,
+                                   INTERNET_SERVICE_HTTP, 0, 0);
+  if (connection_ == nullptr) return;
+  const DWORD secure = parts.security == http::Security::kTls ? INTERNET_FLAG_SECURE : 0;
+  request_ = ::HttpOpenRequestA(connection_, "GET", parts.target.c_str(), "HTTP/1.1", nullptr, nullptr,
+                                kFlags | secure, reinterpret_cast<DWORD_PTR>(state_.get()));
+}
+
+void LibraryRequest::SetLimits(const http::ExchangeOptions& options) {
+  const auto set = [this](DWORD option, DWORD value) {
+    ::InternetSetOptionA(session_, option, &value, sizeof value);
+  };
+  set(INTERNET_OPTION_CONNECT_TIMEOUT, static_cast<DWORD>(options.connect_limit.count()));
+  set(INTERNET_OPTION_CONNECT_RETRIES, 1);
+  // How long a silent server is waited for is up to whoever asks for its bytes.
+  set(INTERNET_OPTION_RECEIVE_TIMEOUT, INFINITE);
+  set(INTERNET_OPTION_DATA_RECEIVE_TIMEOUT, INFINITE);
+  set(INTERNET_OPTION_IGNORE_OFFLINE, TRUE);
+}
+
+// For the result of an operation, before which is_complete was cleared.
+std::uint32_t LibraryRequest::Await(BOOL done) {
+  const DWORD error = done != FALSE ? ERROR_SUCCESS : ::GetLastError();
+  if (error != ERROR_IO_PENDING) return error;
+  const State& state = *state_;
+  if (!state.reading->WaitUntil([&state] { return state.is_complete; }))
+    return ERROR_INTERNET_OPERATION_CANCELLED;
+  return state.has_succeeded ? ERROR_SUCCESS : state.error;
+}
+
+std::uint32_t LibraryRequest::Send(std::string lines) {
+  if (request_ == nullptr) return ERROR_INTERNET_INTERNAL_ERROR;
+  state_->lines = std::move(lines);
+  state_->is_complete = false;
+  return Await(::HttpSendRequestA(request_, state_->lines.data(), static_cast<DWORD>(state_->lines.size()),
+                                  nullptr, 0));
+}
+
+bool LibraryRequest::ReadHeader(http::AnswerHeader& header) {
+  DWORD size = 0;
+  ::HttpQueryInfoA(request_, HTTP_QUERY_RAW_HEADERS_CRLF, nullptr, &size, nullptr);
+  std::string block(size, '\0');
+  if (size == 0 || !::HttpQueryInfoA(request_, HTTP_QUERY_RAW_HEADERS_CRLF, block.data(), &size, nullptr))
+    return false;
+  block.resize(size);
+  for (std::size_t at = 0; at < block.size();) {
+    const std::size_t next = std::min(block.find('\n', at), block.size() - 1) + 1;
+    const std::string_view line = std::string_view(block).substr(at, next - at);
+    if (line == "\r\n" || line == "\n") break;
+    if (!header.AddLine(line)) return false;
+    at = next;
+  }
+  return header.AddLine("\r\n") && !header.StatusCode().empty();
+}
+
+// How many bytes there are, as soon as there are some; 0 at the body's end.
+std::uint32_t LibraryRequest::AwaitBytes(std::size_t& count) {
+  // What has completed is asked for once more: the number is only then said to be there.
+  for (int round = 0; round < 2; ++round) {
+    state_->count = 0;
+    state_->is_complete = false;
+    const BOOL known = ::InternetQueryDataAvailable(request_, &state_->count, 0, 0);
+    const std::uint32_t error = Await(known);
+    if (error != ERROR_SUCCESS) return error;
+    count = state_->count;
+    if (known != FALSE || count > 0) return ERROR_SUCCESS;
+  }
+  return ERROR_SUCCESS;
+}
+
+std::uint32_t LibraryRequest::Read(std::string& piece) {
+  piece.clear();
+  // A read waits until its piece is full, so it is asked for what is there.
+  std::size_t available = 0;
+  if (const std::uint32_t error = AwaitBytes(available); error != ERROR_SUCCESS) return error;
+  if (available == 0) return ERROR_SUCCESS;
+  const auto wanted = static_cast<DWORD>(std::min<std::size_t>(available, State::kPiece));
+  state_->count = 0;
+  state_->is_complete = false;
+  const std::uint32_t error =
+      Await(::InternetReadFile(request_, state_->piece.data(), wanted, &state_->count));
+  if (error == ERROR_SUCCESS) piece.assign(state_->piece.data(), std::min(state_->count, wanted));
+  return error;
+}
+
+bool LibraryRequest::HasConnectedAnew() const { return state_->connected_anew; }
+
+}  // namespace platform::win32

@@ -1,0 +1,144 @@
+#include "platform/win32/internet/library_request.h"
+
+#include "platform/win32/base/windows_api.h"
+
+#include <gtest/gtest.h>
+#include <wininet.h>
+
+#include <chrono>
+#include <future>
+#include <memory>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "platform/win32/internet/web_exchange.h"
+#include "tests/contracts/internet/internet_rig.h"
+
+namespace platform::win32 {
+namespace {
+
+class LibraryRequestTest : public testing::Test {
+ protected:
+  std::unique_ptr<LibraryRequest> To(const std::string& target) {
+    http::ExchangeOptions options;
+    return std::make_unique<LibraryRequest>(reading_, options, *http::PartsOf(server_.Url(target)), place_);
+  }
+  /// Whether the library gives the requests' place back in time.
+  bool IsReleased() {
+    const std::weak_ptr<void> watched = std::exchange(place_, nullptr);
+    const auto deadline = std::chrono::steady_clock::now() + kDeadline;
+    while (!watched.expired() && std::chrono::steady_clock::now() < deadline) std::this_thread::yield();
+    return watched.expired();
+  }
+
+  std::unique_ptr<under_test::IcyServer> owned_ = std::make_unique<under_test::IcyServer>();
+  under_test::IcyServer& server_ = *owned_;
+  std::shared_ptr<Reading> reading_ = std::make_shared<Reading>();
+  std::shared_ptr<void> place_ = std::make_shared<int>();
+};
+
+TEST_F(LibraryRequestTest, ACancelEndsTheWaitForASilentServerAtOnceAndTheLibraryReleasesItWhenItCan) {
+  server_.OnAny(Script().Hold());
+  auto request = To("/");
+  auto sent = std::async(std::launch::async, [&] { return request->Send("A: b\r\n"); });
+  EXPECT_TRUE(server_.WaitForRequests(1, kDeadline));
+  reading_->Cancel();
+  ASSERT_EQ(sent.wait_for(5s), std::future_status::ready) << "though the server is silent";
+  EXPECT_EQ(sent.get(), static_cast<std::uint32_t>(ERROR_INTERNET_OPERATION_CANCELLED));
+  request.reset();
+  if (under_test::EndsSilentConnections()) {
+    EXPECT_TRUE(server_.WaitForAllClosed(kDeadline));
+  }
+  owned_.reset();
+  EXPECT_TRUE(IsReleased());
+}
+
+TEST_F(LibraryRequestTest, ACancelEndsTheWaitForABodyToo) {
+  server_.OnAny(Script().Send(kOk).Send("x").Hold());
+  auto request = To("/");
+  EXPECT_EQ(request->Send(""), 0U);
+  std::string piece;
+  EXPECT_EQ(request->Read(piece), 0U);
+  EXPECT_EQ(piece, "x");
+  auto read = std::async(std::launch::async, [&] { return request->Read(piece); });
+  EXPECT_EQ(read.wait_for(100ms), std::future_status::timeout) << "there is nothing yet";
+  reading_->Cancel();
+  ASSERT_EQ(read.wait_for(5s), std::future_status::ready);
+  EXPECT_EQ(read.get(), static_cast<std::uint32_t>(ERROR_INTERNET_OPERATION_CANCELLED));
+  request.reset();
+  owned_.reset();
+  EXPECT_TRUE(IsReleased());
+}
+
+TEST_F(LibraryRequestTest, OneThatHasEndedOrWasNeverSentIsReleased) {
+  server_.OnAny(Script().Send(kOk).Send("bytes"));
+  To("/");
+  auto request = To("/");
+  EXPECT_EQ(request->Send(""), 0U);
+  std::string piece;
+  std::string body;
+  while (request->Read(piece) == 0 && !piece.empty()) body += piece;
+  EXPECT_EQ(body, "bytes");
+  request.reset();
+  EXPECT_TRUE(IsReleased());
+}
+
+TEST_F(LibraryRequestTest, AHostWithoutANameIsAFailure) {
+  http::AddressParts parts;
+  parts.target = "/";
+  {
+    LibraryRequest request(reading_, {}, parts, place_);
+    EXPECT_NE(request.Send(""), 0U);
+  }
+  EXPECT_TRUE(IsReleased());
+}
+
+TEST_F(LibraryRequestTest, BytesOfAHeaderArriveAsTheServerSentThem) {
+  std::string bytes;
+  for (int code = 0x80; code < 0x100; ++code) bytes += static_cast<char>(code);
+  server_.OnAny(Script().Send(Header("HTTP/1.1 200 OK", {"icy-name: " + bytes})));
+  const auto request = To("/");
+  EXPECT_EQ(request->Send(""), 0U);
+  http::AnswerHeader header;
+  EXPECT_TRUE(request->ReadHeader(header));
+  EXPECT_EQ(header.Value("icy-name"), bytes);
+}
+
+TEST_F(LibraryRequestTest, BytesOfARequestAreSentAsTheyAre) {
+  server_.OnAny(Script().Send(kOk));
+  const auto request = To("/");
+  EXPECT_EQ(request->Send("X-Name: \xFC\x80\xC3\r\n"), 0U);
+  EXPECT_EQ(server_.Requests().at(0).Header("X-Name"), "\xFC\x80\xC3");
+}
+
+// What one request is sent must never reach another one, whenever some are given up.
+TEST_F(LibraryRequestTest, RequestsThatAreGivenUpAtAnyMomentLeaveTheOthersAlone) {
+  for (const char letter : {'a', 'b', 'c'})
+    server_.On(std::string("/") + letter, Script().Send(kOk).Flood(std::string(64, letter)));
+  http::ExchangeOptions options;
+  const auto begin = [&](char letter) {
+    options.address = server_.Url(std::string("/") + letter);
+    return std::make_unique<WebExchange>(options);
+  };
+  const auto steady = begin('a');
+  std::vector<std::byte> bytes(4096);
+  std::size_t taken = 0;
+  for (int round = 0; round < 60; ++round) {
+    const char letter = round % 2 == 0 ? 'b' : 'c';
+    auto given_up = begin(letter);
+    for (int wait = 0; wait < round % 6; ++wait) given_up->Work(1ms);
+    for (std::size_t count = given_up->Take(bytes); count > 0; --count)
+      ASSERT_EQ(bytes[count - 1], std::byte(letter)) << round;
+    given_up.reset();
+    for (std::size_t count = steady->Take(bytes); count > 0; --count, ++taken)
+      ASSERT_EQ(bytes[count - 1], std::byte{'a'}) << round;
+    ASSERT_FALSE(steady->HasEnded());
+    steady->Work(1ms);
+  }
+  EXPECT_GT(taken, 0U);
+}
+
+}  // namespace
+}  // namespace platform::win32
