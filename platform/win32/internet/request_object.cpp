@@ -4,6 +4,7 @@
 
 #include <objbase.h>
 
+#include <algorithm>
 #include <atomic>
 #include <optional>
 #include <system_error>
@@ -27,20 +28,27 @@ Value ValueOr(const std::optional<ScriptValue>& value, Value otherwise) {
   return found == nullptr ? otherwise : *found;
 }
 
-http::AnswerHeader HeaderOf(ScriptObject& object) {
+/// As bytes; what is not ASCII is of no use here, and must not become a line end.
+std::string Ascii(TextView text) {
+  std::string bytes;
+  for (const char16_t unit : text) bytes += unit < 0x80 ? static_cast<char>(unit) : '?';
+  return bytes;
+}
+
+/// The header of the final answer, empty while there is none; nothing when it is too long.
+std::optional<http::AnswerHeader> HeaderOf(ScriptObject& object) {
+  const std::string lines = Ascii(ValueOr(object.Call(u"getAllResponseHeaders"), Text()));
   http::AnswerHeader header;
-  const Text lines = ValueOr(object.Call(u"getAllResponseHeaders"), Text());
-  if (lines.empty() || !header.AddLine("HTTP/1.1 200 OK\r\n")) return {};
+  if (lines.empty()) return header;
+  header.AddLine("HTTP/1.1 200 OK\r\n");
   for (std::size_t at = 0; at < lines.size();) {
-    const std::size_t end = std::min(lines.find(u'\n', at), lines.size());
-    std::string line;
-    for (const char16_t unit : TextView(lines).substr(at, end - at)) {
-      if (unit != u'\r') line += static_cast<char>(unit);
-    }
-    if (!line.empty() && !header.AddLine(line + "\r\n")) return {};
-    at = end + 1;
+    const std::size_t next = std::min(lines.find('\n', at), lines.size() - 1) + 1;
+    const std::string line = lines.substr(at, next - at);
+    if (line == "\r\n" || line == "\n") break;
+    if (!header.AddLine(line)) return std::nullopt;
+    at = next;
   }
-  static_cast<void>(header.AddLine("\r\n"));
+  header.AddLine("\r\n");
   return header;
 }
 
@@ -75,30 +83,32 @@ RequestObject::RequestObject() : wake_(::CreateEventW(nullptr, FALSE, FALSE, nul
 
 RequestObject::~RequestObject() { ::CloseHandle(wake_); }
 
-void RequestObject::Post(std::function<void(ScriptObject&)> task) {
-  const std::lock_guard lock(mutex_);
-  tasks_.push_back(std::move(task));
-  ::SetEvent(wake_);
-}
-
-bool RequestObject::Run(const Task& task) {
+CallResult RequestObject::Run(const Task& task, Clock::duration& left) {
   // The task may still run when nobody waits for it any more.
   const auto result = std::make_shared<std::optional<bool>>();
-  Post([this, task, result](ScriptObject& object) {
+  const Clock::time_point start = Clock::now();
+  std::unique_lock lock(mutex_);
+  tasks_.push_back([this, task, result](ScriptObject& object) {
     const bool done = task(object);
-    const std::lock_guard lock(mutex_);
+    const std::lock_guard task_lock(mutex_);
     *result = done;
     changed_.notify_all();
   });
-  std::unique_lock lock(mutex_);
-  return changed_.wait_for(lock, kLongestCall, [&result] { return result->has_value(); }) && **result;
+  ::SetEvent(wake_);
+  const bool is_over =
+      changed_.wait_for(lock, left, [this, &result] { return result->has_value() || ending_; });
+  left = std::max(left - (Clock::now() - start), Clock::duration::zero());
+  if (!is_over) EndLocked();
+  if (!is_over) return CallResult::kLate;
+  return result->value_or(false) ? CallResult::kDone : CallResult::kFailed;
 }
 
-bool RequestObject::Send() {
-  return Run([this](ScriptObject& object) {
+CallResult RequestObject::Send(Clock::duration& left) {
+  const Task send = [this](ScriptObject& object) {
     sent_ = Clock::now();
     return object.Call(u"send").has_value();
-  });
+  };
+  return Run(send, left);
 }
 
 RequestProgress RequestObject::Progress(std::chrono::milliseconds slice) {
@@ -108,10 +118,15 @@ RequestProgress RequestObject::Progress(std::chrono::milliseconds slice) {
   return progress_;
 }
 
+void RequestObject::EndLocked() {
+  ending_ = true;
+  changed_.notify_all();
+  ::SetEvent(wake_);
+}
+
 void RequestObject::End() {
   const std::lock_guard lock(mutex_);
-  ending_ = true;
-  ::SetEvent(wake_);
+  EndLocked();
 }
 
 void RequestObject::Serve(const Text& class_name) {
@@ -146,30 +161,34 @@ bool RequestObject::RunTasks(ScriptObject& object) {
 void RequestObject::Look(ScriptObject& object) {
   RequestProgress progress;
   progress.state = ValueOr(object.Get(u"readyState"), std::int32_t{0});
-  bool is_over = progress.state == kCompleted;
-  if (progress.state >= kHeadersReceived) {
-    const http::AnswerHeader header = HeaderOf(object);
-    // In Wine the state comes before the headers.
-    if (!is_over && header.Block().empty()) progress.state = kOpened;
-    const std::optional<std::uint64_t> length = header.ContentLength();
-    const bool is_live = http::IsLiveAnswer(header);
-    if (is_over && !is_live) {
-      progress.body = ValueOr(object.Get(u"responseBody"), std::string());
-      progress.content_type = header.Value("Content-Type");
-      // What has been unpacked has another length than what was sent.
-      const bool is_packed = header.HasNameBeginning("Content-Encoding:");
-      progress.has_body = is_packed || progress.body.size() >= length.value_or(0);
-    }
-    const bool is_too_long = length > kLongestBody || progress.body.size() > kLongestBody ||
-                             Clock::now() - *sent_ > kLongestTransfer;
-    if (is_live) progress.state = kCompleted;
-    if (is_too_long && !is_live) progress = {kBodyArriving, false, {}, {}};
-    is_over = is_over || is_live || is_too_long;
-  }
+  bool is_over = false;
+  if (progress.state >= kHeadersReceived) is_over = Judge(object, progress);
   Publish(std::move(progress));
   if (!is_over) return;
-  const std::lock_guard lock(mutex_);
-  ending_ = true;
+  End();
+}
+
+// Whether the request is over, with its body when that has come.
+bool RequestObject::Judge(ScriptObject& object, RequestProgress& progress) {
+  const bool is_complete = progress.state == kCompleted;
+  const std::optional<http::AnswerHeader> header = HeaderOf(object);
+  const bool is_live = header && http::IsLiveAnswer(*header);
+  if (!header || is_live) progress.state = kCompleted;
+  if (!header || is_live) return true;
+  // In Wine the state comes before the headers.
+  if (!is_complete && header->Block().empty()) progress.state = kOpened;
+  const std::optional<std::uint64_t> length = header->ContentLength();
+  if (is_complete) {
+    progress.body = ValueOr(object.Get(u"responseBody"), std::string());
+    progress.content_type = header->Value("Content-Type");
+    // What has been unpacked has another length than what was sent.
+    const bool is_packed = header->HasNameBeginning("Content-Encoding:");
+    progress.has_body = is_packed || progress.body.size() >= length.value_or(0);
+  }
+  const bool is_too_long = length > kLongestBody || progress.body.size() > kLongestBody ||
+                           Clock::now() - *sent_ > kLongestTransfer;
+  if (is_too_long) progress = {kBodyArriving, false, {}, {}};
+  return is_complete || is_too_long;
 }
 
 void RequestObject::Publish(RequestProgress progress) {

@@ -29,13 +29,19 @@ struct RequestProgress {
   std::string content_type;
 };
 
+/// How a call of the object went.
+enum class CallResult : std::uint8_t {
+  kDone,
+  kFailed,
+  kLate  ///< it was not waited for any longer, and the object can no longer be used
+};
+
 /// For one request: in Wine nothing but the end of its thread ends what it has begun. Every member is for the
 /// owner's thread.
 class RequestObject {
  public:
+  using Clock = std::chrono::steady_clock;
   using Task = std::function<bool(ScriptObject&)>;
-  /// How long Run waits for its task.
-  static constexpr std::chrono::seconds kLongestCall{2};
   /// The longest body with which a request completes, in bytes.
   static constexpr std::size_t kLongestBody = 1024 * 1024;
   /// A body that has not ended by then never does: how much of it has come the system's object does not say.
@@ -50,21 +56,23 @@ class RequestObject {
   RequestObject(const RequestObject&) = delete;
   RequestObject& operator=(const RequestObject&) = delete;
 
-  /// Runs a task on the thread; its result, or false when it is late.
-  bool Run(const Task& task);
-  /// Sends the opened request and follows it; false when sending fails.
-  bool Send();
+  /// Runs a task on the thread and waits for it, at most `left`, from which the wait is taken. A task that is
+  /// late ends the object, and is not begun any more unless it has been already. After the end every task
+  /// fails.
+  CallResult Run(const Task& task, Clock::duration& left);
+  /// Sends the opened request, in the same way, and follows it.
+  CallResult Send(Clock::duration& left);
   /// How far the request that was sent has come. Waits, at most `slice`, until that is something new.
   RequestProgress Progress(std::chrono::milliseconds slice);
   /// Ends the request and, as soon as the system allows it, the thread. Returns at once.
   void End();
 
  private:
-  using Clock = std::chrono::steady_clock;
-  void Post(std::function<void(ScriptObject&)> task);
+  void EndLocked();
   void Serve(const Text& class_name);
   bool RunTasks(ScriptObject& object);
   void Look(ScriptObject& object);
+  bool Judge(ScriptObject& object, RequestProgress& progress);
   void Publish(RequestProgress progress);
 
   HANDLE wake_;

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <map>
 #include <thread>
-#include <utility>
-#include <vector>
 
 #include "platform/http/address.h"
 #include "platform/http/body_text.h"
@@ -16,6 +15,8 @@ namespace platform::win32 {
 namespace {
 
 constexpr std::chrono::milliseconds kLongestLook{5};
+/// How long the calls of one request together are waited for.
+constexpr std::chrono::seconds kLongestCalls{1};
 
 class Win32XmlHttpRequest final : public XmlHttpRequest {
  public:
@@ -26,25 +27,26 @@ class Win32XmlHttpRequest final : public XmlHttpRequest {
   Win32XmlHttpRequest& operator=(const Win32XmlHttpRequest&) = delete;
 
   bool SetOption(std::int32_t option, std::int32_t value) override {
-    options_.emplace_back(option, value);
-    return HasObject() && Set(option, value);
+    // One that has completed does nothing more.
+    if (state_ == kCompleted) EndObject();
+    const bool has_object = HasObject();
+    options_[option] = value;
+    return has_object && Set(option, value);
   }
 
   bool Open(const Text& method, const Text& url, bool asynchronous) override {
-    Abort();
-    const auto address = http::RequestAddress(conversion_, url);
-    if (method != u"GET" || !asynchronous || !address || !HasObject()) return false;
-    const Text asked = conversion_.MultiByteToWideChar(CodePage::kUtf8, *address);
-    const bool is_open = object_->Run([method, asked](ScriptObject& object) {
-      return object.Call(u"open", {method, asked, true}).has_value();
-    });
-    state_ = is_open ? kOpened : kNotOpened;
+    // An object that has only been given options serves this request.
+    if (state_ != kNotOpened) Abort();
+    const bool is_open = method == u"GET" && asynchronous && OpenAddress(url);
+    if (is_open) state_ = kOpened;
+    if (!is_open) left_ = kLongestCalls;
     return is_open;
   }
 
   bool Send() override {
     if (state_ != kOpened || sent_) return false;
-    sent_ = object_->Send();
+    sent_ = Judge(object_->Send(left_));
+    if (!sent_) left_ = kLongestCalls;
     return sent_;
   }
 
@@ -65,26 +67,40 @@ class Win32XmlHttpRequest final : public XmlHttpRequest {
   Text ResponseText() override { return state_ == kCompleted ? text_ : Text(); }
 
   void Abort() override {
-    // An object that has only been given options serves the next request.
-    if (state_ != kNotOpened) EndObject();
-    state_ = kNotOpened;
-    sent_ = false;
-    text_.clear();
+    Forget();
+    left_ = kLongestCalls;
   }
 
  private:
+  bool OpenAddress(const Text& url) {
+    const auto address = http::RequestAddress(conversion_, url);
+    if (!address || !HasObject()) return false;
+    const Text asked = conversion_.MultiByteToWideChar(CodePage::kUtf8, *address);
+    return Run([asked](ScriptObject& object) {
+      return object.Call(u"open", {Text(u"GET"), asked, true}).has_value();
+    });
+  }
+
   bool HasObject() {
     if (object_) return true;
     object_ = RequestObject::Start(class_name_);
-    if (!object_) return false;
-    for (const auto& [option, value] : options_) Set(option, value);
-    return true;
+    for (const auto& [option, value] : options_) {
+      if (object_) Set(option, value);
+    }
+    return object_ != nullptr;
   }
 
   bool Set(std::int32_t option, std::int32_t value) {
-    return object_->Run([option, value](ScriptObject& object) {
+    return Run([option, value](ScriptObject& object) {
       return object.Call(u"setOption", {option, value}).has_value();
     });
+  }
+
+  bool Run(const RequestObject::Task& task) { return Judge(object_->Run(task, left_)); }
+
+  bool Judge(CallResult result) {
+    if (result == CallResult::kLate) Forget();
+    return result == CallResult::kDone;
   }
 
   void EndObject() {
@@ -92,13 +108,22 @@ class Win32XmlHttpRequest final : public XmlHttpRequest {
     object_.reset();
   }
 
+  void Forget() {
+    EndObject();
+    state_ = kNotOpened;
+    sent_ = false;
+    text_.clear();
+  }
+
   TextConversion& conversion_;
   const Text class_name_;
-  std::vector<std::pair<std::int32_t, std::int32_t>> options_;
+  std::map<std::int32_t, std::int32_t> options_;
   std::shared_ptr<RequestObject> object_;
   std::int32_t state_ = kNotOpened;
   bool sent_ = false;
   Text text_;
+  /// For the calls of this request; all of it again once one of them has ended it.
+  RequestObject::Clock::duration left_ = kLongestCalls;
 };
 
 }  // namespace

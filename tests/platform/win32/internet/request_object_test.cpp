@@ -35,44 +35,78 @@ TEST(RequestObject, ThereAreNoMoreThreadsThanAllowedAndAgainSomeLater) {
   object->End();
 }
 
+CallResult RunSoon(RequestObject& object, const RequestObject::Task& task) {
+  RequestObject::Clock::duration left = 10s;
+  return object.Run(task, left);
+}
+
 TEST(RequestObject, AClassThatCannotBeMadeFailsInEveryCall) {
   const auto object = RequestObject::Start(u"No.Such.Class");
   ASSERT_NE(object, nullptr);
   const auto open = [](ScriptObject& script) {
     return script.Call(u"open", {Text(u"GET"), Text(u"http://h/"), true}).has_value();
   };
-  EXPECT_FALSE(object->Run(open));
-  EXPECT_FALSE(object->Send());
+  EXPECT_EQ(RunSoon(*object, open), CallResult::kFailed);
+  RequestObject::Clock::duration left = 10s;
+  EXPECT_EQ(object->Send(left), CallResult::kFailed);
   object->End();
 }
 
 TEST(RequestObject, AMemberThatDoesNotExistFails) {
   const auto object = RequestObject::Start(kClass);
   ASSERT_NE(object, nullptr);
-  EXPECT_FALSE(object->Run([](ScriptObject& script) { return script.Call(u"noSuchMember").has_value(); }));
-  EXPECT_FALSE(object->Run([](ScriptObject& script) { return script.Call(u"open").has_value(); }))
-      << "without its arguments";
-  EXPECT_TRUE(object->Run([](ScriptObject& script) {
+  const auto call = [&object](const Text& name) {
+    return RunSoon(*object, [name](ScriptObject& script) { return script.Call(name).has_value(); });
+  };
+  EXPECT_EQ(call(u"noSuchMember"), CallResult::kFailed);
+  EXPECT_EQ(call(u"open"), CallResult::kFailed) << "without its arguments";
+  const auto has_state = [](ScriptObject& script) {
     const auto state = script.Get(u"readyState");
     return state && *state == ScriptValue(std::int32_t{0});
-  }));
+  };
+  EXPECT_EQ(RunSoon(*object, has_state), CallResult::kDone);
   object->End();
 }
 
-TEST(RequestObject, ATaskThatIsLateIsNotWaitedFor) {
+TEST(RequestObject, CallsThatAreLateAreWaitedForOnceAndEndTheObject) {
   const auto object = RequestObject::Start(kClass);
   ASSERT_NE(object, nullptr);
-  const auto finished = std::make_shared<std::atomic<bool>>(false);
   const auto gate = std::make_shared<std::promise<void>>();
-  EXPECT_FALSE(object->Run([gate, finished](ScriptObject&) {
-    gate->get_future().wait();
-    *finished = true;
-    return true;
-  }));
-  EXPECT_FALSE(*finished);
+  const auto has_run = std::make_shared<std::atomic<bool>>(false);
+  const auto has_started = std::make_shared<std::promise<void>>();
+  RequestObject::Clock::duration left = 300ms;
+  const auto late = object->Run(
+      [gate, has_started](ScriptObject&) {
+        has_started->set_value();
+        gate->get_future().wait();
+        return true;
+      },
+      left);
+  EXPECT_EQ(late, CallResult::kLate);
+  EXPECT_EQ(left, 0s);
+  const auto start = std::chrono::steady_clock::now();
+  const auto next = [has_run](ScriptObject&) { return *has_run = true; };
+  EXPECT_EQ(RunSoon(*object, next), CallResult::kFailed);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 5s) << "the object has ended";
+  has_started->get_future().wait();
   gate->set_value();
-  EXPECT_TRUE(object->Run([](ScriptObject&) { return true; })) << "in its turn";
-  EXPECT_TRUE(*finished);
+  const auto deadline = std::chrono::steady_clock::now() + 10s;
+  while (object.use_count() > 1 && std::chrono::steady_clock::now() < deadline) std::this_thread::yield();
+  EXPECT_EQ(object.use_count(), 1) << "the thread's";
+  EXPECT_FALSE(*has_run) << "for nobody waits for it";
+}
+
+TEST(RequestObject, ACallTakesItsTimeFromWhatIsLeft) {
+  const auto object = RequestObject::Start(kClass);
+  ASSERT_NE(object, nullptr);
+  RequestObject::Clock::duration left = 10s;
+  const auto slow = [](ScriptObject&) {
+    std::this_thread::sleep_for(50ms);
+    return true;
+  };
+  EXPECT_EQ(object->Run(slow, left), CallResult::kDone);
+  EXPECT_LE(left, 9950ms);
+  EXPECT_GT(left, 0s);
   object->End();
 }
 
@@ -84,10 +118,12 @@ TEST(RequestObject, APackedBodyMayBeShorterThanItsLength) {
   const auto object = RequestObject::Start(kClass);
   ASSERT_NE(object, nullptr);
   const Text url = platform::Wide(server.Url());
-  EXPECT_TRUE(object->Run([url](ScriptObject& script) {
+  const auto open = [url](ScriptObject& script) {
     return script.Call(u"open", {Text(u"GET"), url, true}).has_value();
-  }));
-  EXPECT_TRUE(object->Send());
+  };
+  EXPECT_EQ(RunSoon(*object, open), CallResult::kDone);
+  RequestObject::Clock::duration left = 10s;
+  EXPECT_EQ(object->Send(left), CallResult::kDone);
   const auto deadline = std::chrono::steady_clock::now() + 10s;
   RequestProgress progress;
   while (progress.state != kCompleted && std::chrono::steady_clock::now() < deadline)
