@@ -5,7 +5,7 @@ import dataclasses
 import time
 
 import peers
-from cost import start_rival
+from cost import NO_SOUND, start_rivals
 from desktop import Failure, wait_for
 from figures import Line, middle
 from playing import NAME, Stage
@@ -40,10 +40,9 @@ def measure(arguments, children, scratch):
     stage.write_stations([(NAME, relay.address)])
     stage.start_program()
     players = {"own": Player(Ear(children, stage.sink), relay)}
-    for peer in peers.PLAYERS:
-        way = Relay(stage.address)
-        _, sink = start_rival(stage, peer, scratch, way.address)
-        players[peer.name] = Player(Ear(children, sink), way)
+    ways = {peer.name: Relay(stage.address) for peer in peers.PLAYERS}
+    rivals, silent = start_rivals(stage, peers.PLAYERS, scratch, lambda peer: ways[peer.name].address)
+    players.update((name, Player(Ear(children, sink), ways[name])) for name, (_, sink) in rivals.items())
     found = {name: [] for name in players}
     for _ in range(arguments.runs):
         time.sleep(5)
@@ -62,4 +61,5 @@ def measure(arguments, children, scratch):
         players = {name: player for name, player in players.items() if name in first}
     own = found.pop("own")
     others = {name: times or f"never (within {PATIENCE:.0f} s)" for name, times in found.items()}
+    others.update((name, NO_SOUND) for name in silent)
     return [Line("sound after a server's return", own, "s", f"at most {MOST}", middle(own) <= MOST, others, digits=2)]

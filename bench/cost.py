@@ -5,7 +5,7 @@ count."""
 import time
 
 import peers
-from desktop import Failure, NullSink, wait_for
+from desktop import Failure, NullSink, until
 from figures import Line, middle
 from playing import AUDIBLE, Meter, Stage, memory_megabytes
 
@@ -14,11 +14,25 @@ MOST_MEGABYTES = 60
 MINUTE = 60.0
 
 
+NO_SOUND = "no sound"
+
+
 def start_rival(stage, peer, scratch, address):
+    """The process and its sound card; nothing when it was not heard in a minute."""
     sink = NullSink(stage.children, scratch / f"card-{peer.name}")
     process = peers.start(stage.children, peer, address, {**stage.environment, **sink.environment}, scratch)
-    wait_for(f"the sound of {peer.name}", lambda: sink.loudness() > AUDIBLE, 60, pause=0)
+    if not until(lambda: sink.loudness() > AUDIBLE, 60, pause=0):
+        stage.children.finish(process)
+        peers.missed(peer.name, NO_SOUND)
+        return None
     return process, sink
+
+
+def start_rivals(stage, chosen, scratch, address_for):
+    """Name -> (process, sound card) of those that are heard, and the names of the others."""
+    started = {peer.name: start_rival(stage, peer, scratch, address_for(peer)) for peer in chosen}
+    return ({name: rival for name, rival in started.items() if rival},
+            [name for name, rival in started.items() if not rival])
 
 
 def meet(players, seconds):
@@ -28,19 +42,23 @@ def meet(players, seconds):
     return {name: meter.seconds() * MINUTE / seconds for name, meter in meters.items()}, meters["own"].by_thread()
 
 
-def check(players):
-    for name, (process, sink) in players.items():
-        if process.poll() is not None:
-            raise Failure(f"{name} ended with {process.returncode}")
-        if sink.loudness() < AUDIBLE:
-            raise Failure(f"{name} fell silent")
+def fallen_silent(players):
+    """The names of the others that are not heard any more."""
+    silent = [name for name, (process, sink) in players.items()
+              if process.poll() is not None or sink.loudness() < AUDIBLE]
+    if "own" in silent:
+        raise Failure("the program ended or fell silent")
+    for name in silent:
+        peers.missed(name, "ended or fell silent")
+    return silent
 
 
 def measure(arguments, children, scratch):
     stage = Stage(children, arguments.build, scratch, arguments.output)
     players = {"own": (stage.start_program(), stage.sink)}
     chosen = [peer for peer in peers.PLAYERS if not arguments.alone]
-    players.update({peer.name: start_rival(stage, peer, scratch, stage.address) for peer in chosen})
+    rivals, silent = start_rivals(stage, chosen, scratch, lambda _: stage.address)
+    players.update(rivals)
     time.sleep(5)
     used = {name: [] for name in players}
     for _ in range(arguments.runs):
@@ -49,13 +67,15 @@ def measure(arguments, children, scratch):
             used[name].append(seconds)
         if arguments.details:
             print(", ".join(f"{name} {spent:.2f}" for name, spent in by_thread if spent >= 0.01), flush=True)
-    check(players)
-    memory = {name: [memory_megabytes(process.pid)] for name, (process, _) in players.items()}
+    silent += fallen_silent(players)
+    memory = {name: [memory_megabytes(process.pid)] for name, (process, _) in players.items() if name not in silent}
     hidden = []
     stage.hide(players["own"][0])
     for _ in range(min(arguments.runs, 2)):
         hidden.append(meet(players, arguments.seconds)[0]["own"])
-    check(players)
+    silent += fallen_silent(players)
+    for numbers in (used, memory):
+        numbers.update((name, NO_SOUND) for name in silent)
     own, own_memory = used.pop("own"), memory.pop("own")
     return [Line("processor per 60 s of playing, bars moving", own, "s", f"at most {MOST_SECONDS}",
                  middle(own) <= MOST_SECONDS, used, digits=2),

@@ -7,7 +7,7 @@ import time
 
 import peers
 import playing
-from desktop import Failure, NullSink, wait_for
+from desktop import Failure, NullSink, until, wait_for
 from figures import Line, middle
 from playing import NAME, Stage
 from pointer import Pointer
@@ -15,6 +15,7 @@ from sound import Ear, Relay
 
 MIDDLE, MOST = 750, 800  # ms
 SERVICES = 500  # ms; the wait for the services, which is part of every start
+PATIENCE = 30  # seconds, with another player
 
 
 RIVALS = (peers.GST_PLAY, peers.AUDACIOUS, peers.VLC)
@@ -66,12 +67,16 @@ class Rivals:
         self.environment = {**stage.environment, **sink.environment}
 
     def milliseconds(self, peer):
+        """Nothing when it was not heard in time."""
         started = time.monotonic()
         process = peers.start(self.stage.children, peer, self.stage.address, self.environment, self.scratch)
-        heard = wait_for(f"the sound of {peer.name}", lambda: self.ear.heard_since(started), 30, pause=0.001)
+        heard = until(lambda: self.ear.heard_since(started), PATIENCE, pause=0.001)
         self.stage.children.finish(process)
         wait_for("silence", lambda: self.ear.silent_for(0.5), 30)
-        return (heard - started) * 1000
+        if heard:
+            return (heard - started) * 1000
+        peers.missed(peer.name, f"no sound within {PATIENCE} s")
+        return None
 
 
 def measure(arguments, children, scratch):
@@ -85,10 +90,11 @@ def measure(arguments, children, scratch):
     for number in range(arguments.runs + 1):
         for name, way in ways.items():
             taken = way()
-            if number:  # the first round fills caches
+            if number and taken is not None:  # the first round fills caches
                 found[name].append(taken)
     clicks, starts = found.pop("double click"), found.pop("Start")
     return [Line("Start to sound", starts, "ms", f"as it is, {SERVICES} of it described", None,
-                 {f"{name} from its own start": times for name, times in found.items()}),
+                 {f"{name} from its own start": times or f"no sound (within {PATIENCE} s)"
+                  for name, times in found.items()}),
             Line("double click to sound", clicks, "ms", f"{MIDDLE}, worst {MOST}",
                  middle(clicks) <= MIDDLE and max(clicks) <= MOST)]

@@ -4,6 +4,7 @@ import dataclasses
 import os
 import pathlib
 import shutil
+import sys
 
 NOBODY = 65534
 
@@ -22,6 +23,11 @@ GOODVIBES = Peer("Goodvibes", ("goodvibes",), True)
 MPV = Peer("mpv", ("mpv", "--no-config", "--no-terminal"), False)
 GST_PLAY = Peer("gst-play-1.0", ("gst-play-1.0", "--no-interactive", "--quiet"), False)
 PLAYERS = (GST_PLAY, MPV, AUDACIOUS, VLC, GOODVIBES)
+
+
+def missed(name, what):
+    """Reports that a player did not do what is measured; the others are measured all the same."""
+    print(f"{name}: {what}", file=sys.stderr, flush=True)
 
 
 def home(folder):

@@ -67,16 +67,18 @@ def main():
     arguments.output.mkdir(parents=True, exist_ok=True)
     # So what was started is ended also when the measurement itself is asked to end.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
-    load, lines = os.getloadavg()[0], []
+    load, lines, failed = os.getloadavg()[0], [], False
     for what in arguments.what or WHATS:
         began = time.monotonic()
         try:
             lines += measured(what, arguments)
         except Failure as failure:
-            print(f"Not measured: {what}: {failure}", file=sys.stderr)
-            return 2
+            print(f"Not measured: {what}: {failure}", file=sys.stderr, flush=True)
+            failed = True
         print(f"{what}: {time.monotonic() - began:.0f} s", file=sys.stderr, flush=True)
     print(table(lines), flush=True)
+    if failed:
+        return 2
     if not arguments.what:
         write_results(lines, load)
     return 0

@@ -15,16 +15,20 @@ class Failure(Exception):
     """Something that the demonstration needs did not happen."""
 
 
-def wait_for(what, condition, seconds, pause=0.1):
-    """Waits until the condition gives something true, and returns that; fails when the time is up."""
+def until(condition, seconds, pause=0.1):
+    """Waits until the condition gives something true, and returns that; nothing when the time is up."""
     end = time.monotonic() + seconds
-    while True:
-        result = condition()
-        if result:
-            return result
-        if time.monotonic() >= end:
-            raise Failure(f"waited {seconds} s for {what}")
+    while not (result := condition()) and time.monotonic() < end:
         time.sleep(pause)
+    return result or None
+
+
+def wait_for(what, condition, seconds, pause=0.1):
+    """The same, but fails when the time is up."""
+    result = until(condition, seconds, pause)
+    if not result:
+        raise Failure(f"waited {seconds} s for {what}")
+    return result
 
 
 def end_with_parent():
