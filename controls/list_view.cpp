@@ -87,6 +87,7 @@ RowId ListView::AddRow(ListRow row) {
 void ListView::AddRows(std::vector<ListRow> rows) {
   if (rows.empty()) return;
   const std::size_t first = rows_.size();
+  // A list that is added to again and again grows at its own pace.
   if (first == 0) {
     rows_.reserve(rows.size());
     positions_.reserve(rows.size());
