@@ -161,8 +161,10 @@ def costs(arguments, windows, prefix, children, scratch):
     linux = stage.start_program().pid
     time.sleep(5)
     used = {"own": [], "Linux": [], "Wine's server alone": []}
+    players, began = {"own": own, "Linux": linux}, time.monotonic()
+    before = {name: memory_megabytes(pid) for name, pid in players.items()}
     for _ in range(arguments.runs):
-        meters = {"own": Meter(own), "Linux": Meter(linux)}
+        meters = {name: Meter(pid) for name, pid in players.items()}
         server = prefix.server_seconds()
         time.sleep(arguments.seconds)
         server = prefix.server_seconds() - server
@@ -171,13 +173,16 @@ def costs(arguments, windows, prefix, children, scratch):
             used[name].append(seconds * MINUTE / arguments.seconds)
         if arguments.details:
             print("\n".join(f"{seconds:8.2f} s {name}" for name, seconds in meters["own"].by_thread()), flush=True)
+    minutes = (time.monotonic() - began) / MINUTE
+    growth = {name: (memory_megabytes(pid) - before[name]) / minutes for name, pid in players.items()}
     for who, sink in {"Windows": windows.sink, "Linux": stage.sink}.items():
         if sink.loudness() <= AUDIBLE:
             raise Failure(f"the {who} program is not heard any longer")
-    memory = Line("memory while playing (resident)", [memory_megabytes(own)], "MB", "", None,
-                  {"Linux": [memory_megabytes(linux)]})
     spent = used.pop("own")
-    return [Line("processor per 60 s of playing, bars moving", spent, "s", "", None, used, digits=2), memory]
+    return [Line("processor per 60 s of playing", spent, "s", "", None, used, digits=2),
+            Line("memory when playing has begun (resident)", [before["own"]], "MB", "", None, {"Linux": [before["Linux"]]}),
+            Line("its growth per minute of playing", [growth["own"]], "MB", "", None, {"Linux": [growth["Linux"]]},
+                 digits=1)]
 
 
 def unpacked(built):

@@ -1,9 +1,11 @@
 #!/usr/bin/env python3
-"""Checks docs/behaviour.md and docs/security.md against the tests: every row names a test, and every test named exists
-and runs. The source files named there exist, too.
+"""Checks docs/behaviour.md, docs/behaviour-windows.md and docs/security.md against the tests: every row names a test, and
+every test named exists and runs. The source files named there exist, too.
 
 Usage: check_behaviour.py TABLE BUILD_FOLDER            the tests named are known to CTest and not disabled
        check_behaviour.py TABLE --results JUNIT_FILE    the tests named were run, and passed
+       check_behaviour.py TABLE --sources FOLDER        the tests named are written there, for a system that CTest does
+                                                        not know here, as "Suite.Case"
        check_behaviour.py --self-test
 
 A row of the table is "| behaviour | `test` `test` ... |", with any number of columns before the tests; a test's name is
@@ -89,6 +91,19 @@ def passed_tests(junit):
     return {case.get("name") for case in cases if case.get("status") == "run" and case.find("skipped") is None}
 
 
+CASE = re.compile(r"^TEST(?:_F|_P)?\(\s*(\w+),\s*(\w+)\)", re.MULTILINE)
+
+
+def cases_in(source):
+    """The cases that a source file has and that are not disabled."""
+    return {f"{suite}.{case}" for suite, case in CASE.findall(source) if not f"{suite}.{case}".count("DISABLED_")}
+
+
+def written_tests(folder):
+    return {case for file in pathlib.Path(folder).rglob("*_test.cpp")
+            for case in cases_in(file.read_text(encoding="utf-8"))}
+
+
 def self_test():
     table = "# A\n\n| Behaviour | Test |\n|---|---|\n| It works. | `a.B.C` |\n| All of them. | `a.D.*` `a.B.C` |\n"
     good = {"a.B.C", "a.D.0"}
@@ -113,6 +128,8 @@ def self_test():
              '<testcase name="skipped" status="run"><skipped/></testcase>'
              '<testcase name="off" status="disabled"/></testsuite>')
     failures += [f"wrong results: {passed_tests(junit)}"] if passed_tests(junit) != {"ran"} else []
+    cases = "TEST(A, One) {\n}\nTEST_F(B,\n       Two) {\n}\nTEST_F(B, DISABLED_Three) {\n}\n// TEST(A, Four)\n"
+    failures += [f"wrong cases: {cases_in(cases)}"] if cases_in(cases) != {"A.One", "B.Two"} else []
     return failures
 
 
@@ -128,6 +145,8 @@ def main(arguments):
     elif len(arguments) == 3 and arguments[1] == "--results":
         good = passed_tests(pathlib.Path(arguments[2]).read_text(encoding="utf-8"))
         errors = held(good, "was not run, or failed")
+    elif len(arguments) == 3 and arguments[1] == "--sources":
+        errors = held(written_tests(arguments[2]), "is written nowhere")
     elif len(arguments) == 2:
         errors = held(known_tests(arguments[1]), "is no test that runs")
     else:
