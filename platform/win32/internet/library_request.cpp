@@ -80,6 +80,8 @@ LibraryRequest::LibraryRequest(const std::shared_ptr<Reading>& reading, const ht
     : state_(std::make_shared<State>(reading, std::move(place))) {
   Open(options, parts);
   if (request_ == nullptr) return;
+  BOOL ignore = TRUE;
+  ::InternetSetOptionA(request_, INTERNET_OPTION_IGNORE_OFFLINE, &ignore, sizeof ignore);
   if (::InternetSetStatusCallbackA(request_, &Callback::OnStatus) != INTERNET_INVALID_STATUS_CALLBACK) {
     state_->self = state_;
     return;
@@ -117,7 +119,6 @@ void LibraryRequest::SetLimits(const http::ExchangeOptions& options) {
   // How long a silent server is waited for is up to whoever asks for its bytes.
   set(INTERNET_OPTION_RECEIVE_TIMEOUT, INFINITE);
   set(INTERNET_OPTION_DATA_RECEIVE_TIMEOUT, INFINITE);
-  set(INTERNET_OPTION_IGNORE_OFFLINE, TRUE);
 }
 
 // For the result of an operation, before which is_complete was cleared.

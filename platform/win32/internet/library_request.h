@@ -13,12 +13,12 @@
 namespace platform::win32 {
 
 /// Every member is for the thread that made the object. That thread alone knows the library's handles, calls
-/// the library with them and closes them, so none is ever used after it was closed, when its number may
-/// already belong to somebody else. This is possible because no call waits inside the library: what cannot be
-/// done at once is reported to a callback, and the thread waits here, where Reading::Cancel ends its wait.
-/// The library may hold a closed request for longer (Wine does, as long as the server is silent); what it
-/// writes to lives until it reports the handle's end, which is the last that it reports of it. Public
-/// reference: the system's documentation of WinINet, "Asynchronous Operation".
+/// the library with them and closes them, so none is ever used after it was closed, when its value may
+/// already stand for another request. This is possible because no call waits inside the library: what cannot
+/// be done at once is reported to a callback, and the thread waits here, where Reading::Cancel ends its wait.
+/// The library may keep a closed request for longer (Wine does, as long as the server is silent); what it
+/// writes to lives until it reports the end of the request's handle, after which it reports nothing more
+/// about it. Public reference: the system's documentation of WinINet, "Asynchronous Operation".
 class LibraryRequest {
  public:
   /// `place` is kept until the library has released the request.

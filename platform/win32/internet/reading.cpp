@@ -35,7 +35,7 @@ void Reading::Sent() {
 
 void Reading::Answer(const http::AnswerHeader& header) {
   const std::lock_guard lock(mutex_);
-  if (cancelled_ || ended_) return;
+  if (cancelled_) return;
   header_ = header;
   answered_ = true;
   connecting_since_.reset();

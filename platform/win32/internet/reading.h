@@ -1,6 +1,6 @@
 #pragma once
 // What the thread that waits for a server and the thread that asks for its bytes have in common. Not the
-// library's operations (internet/request_thread.h).
+// library's operations (internet/library_request.h).
 
 #include <atomic>
 #include <chrono>
@@ -20,8 +20,8 @@ namespace platform::win32 {
 using http::milliseconds;
 
 /// All members may be called from both threads. The reading thread reports in this order: Begin and Sent for
-/// each hop, Answer, Append ..., End; the asking thread may Cancel at any time. After Cancel and after End
-/// nothing that is reported is kept any more.
+/// each hop, Answer, Append ..., End; the asking thread may Cancel at any time. After Cancel no answer and no
+/// bytes are kept.
 class Reading {
  public:
   using Clock = std::chrono::steady_clock;
