@@ -149,7 +149,6 @@ bool LibraryRequest::ReadHeader(http::AnswerHeader& header) {
   for (std::size_t at = 0; at < block.size();) {
     const std::size_t next = std::min(block.find('\n', at), block.size() - 1) + 1;
     const std::string_view line = std::string_view(block).substr(at, next - at);
-    if (line == "\r\n" || line == "\n") break;
     if (!header.AddLine(line)) return false;
     at = next;
   }

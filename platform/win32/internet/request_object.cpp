@@ -44,7 +44,6 @@ std::optional<http::AnswerHeader> HeaderOf(ScriptObject& object) {
   for (std::size_t at = 0; at < lines.size();) {
     const std::size_t next = std::min(lines.find('\n', at), lines.size() - 1) + 1;
     const std::string line = lines.substr(at, next - at);
-    if (line == "\r\n" || line == "\n") break;
     if (!header.AddLine(line)) return std::nullopt;
     at = next;
   }
