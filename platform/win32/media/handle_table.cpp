@@ -5,6 +5,7 @@
 #include <unknwn.h>
 
 #include <utility>
+#include <vector>
 
 namespace platform::win32 {
 
@@ -22,6 +23,20 @@ std::optional<ComView> HandleTable::Find(InterfaceHandle handle) const {
   const auto entry = entries_.find(static_cast<std::uint32_t>(handle));
   if (entry == entries_.end()) return std::nullopt;
   return entry->second;
+}
+
+ComPointer<::IUnknown> HandleTable::Seen(Interface interface_id) const {
+  for (const auto& [handle, view] : entries_) {
+    if (view.interface_id == interface_id) return view.object;
+  }
+  return {};
+}
+
+void HandleTable::Replace(Interface interface_id, const ComPointer<::IUnknown>& object) {
+  std::vector<ComPointer<::IUnknown>> replaced;
+  for (auto& [handle, view] : entries_) {
+    if (view.interface_id == interface_id) replaced.push_back(std::exchange(view.object, object));
+  }
 }
 
 bool HandleTable::Release(InterfaceHandle handle) {

@@ -28,6 +28,10 @@ class HandleTable {
   /// A copy, so that the object outlives its own call whatever happens to the handle meanwhile; nothing for
   /// an unknown handle.
   [[nodiscard]] std::optional<ComView> Find(InterfaceHandle handle) const;
+  /// The first object that is seen through that interface; null for none.
+  [[nodiscard]] ComPointer<::IUnknown> Seen(Interface interface_id) const;
+  /// Puts `object` in the place of every object that is seen through that interface.
+  void Replace(Interface interface_id, const ComPointer<::IUnknown>& object);
   /// Drops the entry and its reference; false for an unknown handle.
   bool Release(InterfaceHandle handle);
   [[nodiscard]] std::size_t Count() const { return entries_.size(); }

@@ -61,6 +61,7 @@ PlaybackStatus LiveStream::Status() const {
   const Lock lock(mutex_);
   PlaybackStatus status;
   status.state = PlaybackState::kPlaying;
+  if (!answer_) status.state = PlaybackState::kReconnecting;
   if (gate_.IsShut()) status.state = connected_at_ ? PlaybackState::kBuffering : PlaybackState::kReconnecting;
   if (status.state == PlaybackState::kBuffering) status.buffered_percent = gate_.Percent();
   if (status.state == PlaybackState::kPlaying) {
@@ -176,7 +177,7 @@ void LiveStream::NoteEnd(const HttpStream& connection, std::optional<Clock::time
   http_status_ = connection.Status();
   failure_ = !connection.Over() ? PlaybackFailure::kNoAnswer : connection.Failure();
   if (page_) failure_ = PlaybackFailure::kWebPage;
-  failed_ = !answer_;
+  failed_ = !answer_ && options_.first == LiveStreamOptions::First::kDecides;
   if (sound_since) {
     schedule_.Lose(Clock::now(), sound_since);
   } else {

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -23,6 +24,9 @@ struct LiveStreamOptions {
   /// A stream that sends nothing for this long is opened again.
   std::chrono::milliseconds stall_limit;
   Text user_agent;
+  /// What a first connection that fails means: the end, or one more of a lost station's failed attempts.
+  enum class First : std::uint8_t { kDecides, kIsOneOfMany };
+  First first = First::kDecides;
 };
 
 /// All members may be called from any thread.
@@ -41,7 +45,7 @@ class LiveStream {
   /// Why the first connection failed, or the latest one was lost.
   [[nodiscard]] PlaybackFailure Failure() const;
   [[nodiscard]] int HttpStatus() const;
-  /// While it plays: buffering, playing or connecting again.
+  /// While it plays: buffering, playing or connecting again, which it is before the first sound, too.
   [[nodiscard]] PlaybackStatus Status() const;
   /// How the data begins, in words, when that is known.
   [[nodiscard]] Text FormatName() const;

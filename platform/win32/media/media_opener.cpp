@@ -23,6 +23,13 @@ bool IsMissing(const Text& path) {
   return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
 }
 
+OpenedObject OpenBySystem(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags,
+                          const OpeningWait& wait) {
+  OpenedObject opened = OpenAddress(resolver, address, flags, wait);
+  opened.endless = opened.result == kSOk && IsEndless(*opened.object.Get());
+  return opened;
+}
+
 /// The result for a live stream whose first connection brought nothing.
 HResult ResultOf(const LiveStream& live) {
   switch (live.Failure()) {
@@ -39,10 +46,20 @@ HResult ResultOf(const LiveStream& live) {
 
 }  // namespace
 
+bool IsEndless(::IUnknown& opened) {
+  ComPointer<::IMFMediaSource> source;
+  ComPointer<::IMFPresentationDescriptor> descriptor;
+  UINT64 length = 0;
+  const bool described = opened.QueryInterface(__uuidof(::IMFMediaSource), source.ReceiveAny()) == S_OK &&
+                         source->CreatePresentationDescriptor(descriptor.Receive()) == S_OK;
+  return described && (descriptor->GetUINT64(MF_PD_DURATION, &length) != S_OK || length == 0);
+}
+
 OpenedObject MediaOpener::Open(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags) {
   const auto item = notes_->Open();
   if (live_) live_->EndReads();
   live_.reset();
+  live_of_system_ = false;
   OpenedObject opened = OpenKind(resolver, address, flags);
   if (opened.result != kSOk) NoteFailure(item, opened.result);
   return opened;
@@ -67,7 +84,10 @@ OpenedObject MediaOpener::OpenKind(::IMFSourceResolver& resolver, const Text& ad
   const MediaAddress read = ReadAddress(address);
   if (read.kind == AddressKind::kNone) return {kEInvalidArg, kMfObjectInvalid, {}};
   const OpeningWait wait{loop_, std::chrono::steady_clock::now() + options_.deadline};
-  OpenedObject opened = OpenAddress(resolver, read.text, flags, wait);
+  address_ = read.text;
+  OpenedObject opened = options_.reader ? options_.reader->Open(resolver, read.text, flags, wait)
+                                        : OpenBySystem(resolver, read.text, flags, wait);
+  live_of_system_ = opened.result == kSOk && read.kind == AddressKind::kWeb && opened.endless;
   const bool failed = opened.result != kSOk && opened.result != kErrorCancelled;
   if (failed && read.kind == AddressKind::kWeb) return OpenLive(resolver, read.text, flags, wait);
   // Not every system gives a missing file a result of its own.
@@ -95,6 +115,19 @@ OpenedObject MediaOpener::OpenLive(::IMFSourceResolver& resolver, const Text& ad
       opened.result != kSOk && opened.result != kErrorCancelled && opened.result != kMfENetTimeout;
   if (refused) opened.result = kMfEUnsupportedByteStreamType;
   return opened;
+}
+
+void MediaOpener::ReadByItself() {
+  live_of_system_ = false;
+  LiveStreamOptions live = options_.live;
+  live.first = LiveStreamOptions::First::kIsOneOfMany;
+  live_ = std::make_unique<LiveStream>(address_, live);
+}
+
+BegunOpening MediaOpener::BeginOwn(::IMFSourceResolver& resolver) {
+  const auto stream = MakeByteStream(live_->Buffer(), live_->Answer()->content_type);
+  return BegunOpening::OfByteStream(resolver, *stream.Get(), address_,
+                                    kMfResolutionMediaSource | kMfResolutionContentNeedNotMatch);
 }
 
 void MediaOpener::EndReads() {

@@ -14,9 +14,21 @@
 
 namespace platform::win32 {
 
+/// Whether an opened source says no length: then it goes on for ever.
+bool IsEndless(::IUnknown& opened);
+
+/// What opens an address first. The system's, except in tests.
+class AddressReader {
+ public:
+  virtual ~AddressReader() = default;
+  virtual OpenedObject Open(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags,
+                            const OpeningWait& wait) = 0;
+};
+
 struct MediaOpenerOptions {
   std::chrono::milliseconds deadline;
   LiveStreamOptions live;
+  std::shared_ptr<AddressReader> reader;  ///< none is the system's
 };
 
 /// One live stream at most: the latest one's. Opening another item ends its reads.
@@ -30,6 +42,16 @@ class MediaOpener {
   OpenedObject Open(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags);
 
   [[nodiscard]] bool IsLive() const { return live_ != nullptr; }
+  /// The item is a station that the system itself reads.
+  [[nodiscard]] bool IsLiveOfTheSystem() const { return live_of_system_; }
+  /// From now on such a station is read here: it is connected again and again until it brings sound. The
+  /// sound is its own from then on, as that of any station that is read here.
+  void ReadByItself();
+  [[nodiscard]] bool IsDecided() const { return live_ && live_->Decided(); }
+  /// It brought a text in place of sound: a list of segments, which only the system can follow, or a page.
+  [[nodiscard]] bool IsText() const { return live_ && live_->Failure() == PlaybackFailure::kWebPage; }
+  /// Begins to open what is read, once that is decided.
+  BegunOpening BeginOwn(::IMFSourceResolver& resolver);
   /// Ends reads that wait for a server, before what waits for them is ended.
   void EndReads();
   void ResumeReads();
@@ -49,6 +71,8 @@ class MediaOpener {
   const MediaOpenerOptions options_;
   const std::shared_ptr<PlaybackNotes> notes_;
   std::unique_ptr<LiveStream> live_;
+  Text address_;  ///< of the latest item
+  bool live_of_system_ = false;
 };
 
 }  // namespace platform::win32

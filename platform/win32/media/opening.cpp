@@ -26,6 +26,8 @@ void ShutDownSource(::IUnknown* object) {
   if (object->QueryInterface(__uuidof(::IMFMediaSource), source.ReceiveAny()) == S_OK) source->Shutdown();
 }
 
+}  // namespace
+
 /// One opening. It is ended on a thread of the framework; what nobody waits for any more is shut down there.
 class OpeningEnd {
  public:
@@ -64,6 +66,8 @@ class OpeningEnd {
   bool given_up_ = false;
 };
 
+namespace {
+
 using EndOperation = HRESULT (STDMETHODCALLTYPE ::IMFSourceResolver::*)(::IMFAsyncResult*, MF_OBJECT_TYPE*,
                                                                         ::IUnknown**);
 
@@ -80,14 +84,10 @@ ComPointer<::IMFAsyncCallback> Ending(::IMFSourceResolver& resolver, EndOperatio
   });
 }
 
-OpenedObject Await(::IMFSourceResolver& resolver, OpeningEnd& end, HRESULT begun, ::IUnknown* cookie,
-                   const OpeningWait& wait, const std::function<void()>& given_up) {
-  if (begun != S_OK) return {begun, kMfObjectInvalid, {}};
-  const HResult waited = wait.Until([&end] { return end.WaitSlice(); });
-  if (waited == kSOk) return end.Take();
-  end.GiveUp();
+OpenedObject Await(BegunOpening opening, const OpeningWait& wait, const std::function<void()>& given_up) {
+  const HResult waited = wait.Until([&opening] { return opening.IsOver(); });
+  if (waited == kSOk) return opening.Take();
   if (given_up) given_up();
-  if (cookie != nullptr) resolver.CancelObjectCreation(cookie);
   return {waited, kMfObjectInvalid, {}};
 }
 
@@ -102,25 +102,57 @@ HResult OpeningWait::Until(const std::function<bool()>& done) const {
   return kSOk;
 }
 
+BegunOpening::BegunOpening(::IMFSourceResolver& resolver)
+    : resolver_(&resolver), end_(std::make_shared<OpeningEnd>()) {
+  resolver.AddRef();
+}
+
+BegunOpening::BegunOpening(BegunOpening&&) noexcept = default;
+
+BegunOpening::~BegunOpening() { GiveUp(); }
+
+BegunOpening BegunOpening::OfAddress(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags) {
+  BegunOpening opening(resolver);
+  const auto ending = Ending(resolver, &::IMFSourceResolver::EndCreateObjectFromURL, opening.end_);
+  opening.begun_ = resolver.BeginCreateObjectFromURL(Wide(address), static_cast<DWORD>(flags), nullptr,
+                                                     opening.cookie_.Receive(), ending.Get(), nullptr);
+  return opening;
+}
+
+BegunOpening BegunOpening::OfByteStream(::IMFSourceResolver& resolver, ::IMFByteStream& stream,
+                                        const Text& address, std::int32_t flags) {
+  BegunOpening opening(resolver);
+  const auto ending = Ending(resolver, &::IMFSourceResolver::EndCreateObjectFromByteStream, opening.end_);
+  opening.begun_ =
+      resolver.BeginCreateObjectFromByteStream(&stream, Wide(address), static_cast<DWORD>(flags), nullptr,
+                                               opening.cookie_.Receive(), ending.Get(), nullptr);
+  return opening;
+}
+
+bool BegunOpening::IsOver() const { return begun_ != kSOk || end_->WaitSlice(); }
+
+OpenedObject BegunOpening::Take() {
+  const auto end = std::move(end_);
+  if (begun_ != kSOk) return {begun_, kMfObjectInvalid, {}};
+  return end->Take();
+}
+
+void BegunOpening::GiveUp() {
+  const auto end = std::move(end_);
+  if (!end) return;
+  end->GiveUp();
+  if (cookie_) resolver_->CancelObjectCreation(cookie_.Get());
+}
+
 OpenedObject OpenAddress(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags,
                          const OpeningWait& wait) {
-  const auto end = std::make_shared<OpeningEnd>();
-  const auto ending = Ending(resolver, &::IMFSourceResolver::EndCreateObjectFromURL, end);
-  ComPointer<::IUnknown> cookie;
-  const HRESULT begun = resolver.BeginCreateObjectFromURL(Wide(address), static_cast<DWORD>(flags), nullptr,
-                                                          cookie.Receive(), ending.Get(), nullptr);
-  return Await(resolver, *end, begun, cookie.Get(), wait, nullptr);
+  return Await(BegunOpening::OfAddress(resolver, address, flags), wait, nullptr);
 }
 
 OpenedObject OpenByteStream(::IMFSourceResolver& resolver, ::IMFByteStream& stream, const Text& address,
                             std::int32_t flags, const OpeningWait& wait,
                             const std::function<void()>& given_up) {
-  const auto end = std::make_shared<OpeningEnd>();
-  const auto ending = Ending(resolver, &::IMFSourceResolver::EndCreateObjectFromByteStream, end);
-  ComPointer<::IUnknown> cookie;
-  const HRESULT begun = resolver.BeginCreateObjectFromByteStream(
-      &stream, Wide(address), static_cast<DWORD>(flags), nullptr, cookie.Receive(), ending.Get(), nullptr);
-  return Await(resolver, *end, begun, cookie.Get(), wait, given_up);
+  return Await(BegunOpening::OfByteStream(resolver, stream, address, flags), wait, given_up);
 }
 
 }  // namespace platform::win32

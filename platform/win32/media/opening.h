@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <memory>
 
 #include "platform/win32/base/com_pointer.h"
 #include "ports/interface_call.h"
@@ -32,9 +33,38 @@ struct OpenedObject {
   HResult result = kEFail;
   std::int32_t type = kMfObjectInvalid;
   ComPointer<::IUnknown> object;
+  bool endless = false;  ///< a source without a length; said by whoever opens addresses
 };
 
-/// An opening that was given up ends in the background; a source that it still makes is shut down there.
+class OpeningEnd;
+
+/// An opening that was begun. Dropping it gives it up.
+class BegunOpening {
+ public:
+  static BegunOpening OfAddress(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags);
+  static BegunOpening OfByteStream(::IMFSourceResolver& resolver, ::IMFByteStream& stream,
+                                   const Text& address, std::int32_t flags);
+  ~BegunOpening();
+  BegunOpening(BegunOpening&&) noexcept;
+  BegunOpening& operator=(BegunOpening&&) = delete;
+
+  /// Waits for a few milliseconds.
+  [[nodiscard]] bool IsOver() const;
+  /// Once, when it is over.
+  OpenedObject Take();
+  /// Ends in the background; a source that it still makes is shut down there.
+  void GiveUp();
+
+ private:
+  explicit BegunOpening(::IMFSourceResolver& resolver);
+
+  ComPointer<::IMFSourceResolver> resolver_;
+  std::shared_ptr<OpeningEnd> end_;
+  HResult begun_ = kEFail;
+  ComPointer<::IUnknown> cookie_;
+};
+
+/// Waits for it; one that fails to come in time is given up.
 OpenedObject OpenAddress(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags,
                          const OpeningWait& wait);
 /// `given_up` is called before a wait that failed returns; it must end reads of the stream that would go on

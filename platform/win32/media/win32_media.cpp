@@ -21,6 +21,7 @@
 #include "platform/win32/media/media_results.h"
 #include "platform/win32/media/operation_shapes.h"
 #include "platform/win32/media/playback_notes.h"
+#include "platform/win32/media/renewal.h"
 #include "platform/win32/media/session_watch.h"
 #include "ports/media_interfaces.h"
 
@@ -59,7 +60,8 @@ bool Is(const Operation<Arguments...>& operation, Interface interface_id, std::i
 
 struct Win32Media::Impl {
   Impl(MessageLoop& loop, const Win32MediaOptions& given)
-      : options(given), opener(loop, {given.open_deadline, {given.stall_limit, given.user_agent}}, notes) {}
+      : options(given),
+        opener(loop, {given.open_deadline, {given.stall_limit, given.user_agent}, given.reader}, notes) {}
 
   void Log(const std::string& line) const { options.log ? options.log(line) : WriteLog(line); }
   template <typename Made>
@@ -79,6 +81,7 @@ struct Win32Media::Impl {
   MediaOpener opener;
   HandleTable table;
   ComCalls calls{table};
+  Renewal renewal{table, opener, *notes};
   std::map<std::uint32_t, ComPointer<::IStream>> streams;
   std::uint32_t last_stream = 0;
   std::shared_ptr<SessionWatch> watch;  ///< of the latest session
@@ -158,6 +161,7 @@ HResult Win32Media::MFCreateMediaSession(InterfaceHandle& out) {
   ::IMFMediaSession* made = nullptr;
   const HRESULT result = CallMedia<decltype(::MFCreateMediaSession)>("MFCreateMediaSession", nullptr, &made);
   if (result == S_OK) {
+    impl_->renewal.Forget();
     impl_->watch = WatchSession(*made);
     impl_->closing = false;
   }
@@ -209,9 +213,17 @@ std::optional<HResult> Win32Media::Impl::Open(InterfaceHandle resolver, std::spa
 }
 
 void Win32Media::Impl::TakeNews() {
+  if (auto renewed = renewal.Step()) {
+    watch = std::move(renewed);
+    closing = false;
+  }
   if (!watch) return;
   const SessionWatch::News news = watch->Take();
-  if (news.broken) {
+  const bool plays = notes->Status().state == PlaybackState::kPlaying;
+  if ((news.broken || news.ended) && plays && opener.IsLiveOfTheSystem()) {
+    unclosed.push_back(watch);
+    renewal.Begin(std::exchange(watch, nullptr));
+  } else if (news.broken) {
     notes->Broken(notes->Latest(), *news.broken);
   } else if (news.ended) {
     notes->Ended(notes->Latest());
@@ -268,13 +280,19 @@ std::optional<HResult> Win32Media::DispCallFunc(InterfaceHandle object, Interfac
   const auto view = impl_->table.Find(object);
   if (attribute && view && impl_->opener.IsLive()) return kMfEAttributeNotFound;
   impl_->TakeNews();
+  const bool seen_so = view && view->interface_id == interface_id;
+  if (const auto answer = seen_so ? impl_->renewal.Answer(interface_id, slot, arguments) : std::nullopt)
+    return answer;
   if (view) impl_->Before(interface_id, slot);
   const bool shuts_down = Is(platform::IMFMediaSource::Shutdown, interface_id, slot) ||
                           Is(platform::IMFMediaSession::Shutdown, interface_id, slot);
-  const bool seen_so = view && view->interface_id == interface_id;
   if (seen_so && shuts_down && impl_->closing && ShutDownLater(*impl_->watch, *view)) return kSOk;
   const auto result = impl_->calls.DispCallFunc(object, interface_id, slot, arguments);
   if (result == kSOk) impl_->After(interface_id, slot);
+  // The caller's clock began with the first session.
+  const bool time = result == kSOk && Is(platform::IMFClock::GetCorrelatedTime, interface_id, slot);
+  auto* const played = time ? std::get<std::int64_t*>(arguments[1]) : nullptr;
+  if (played != nullptr) *played = impl_->renewal.Position(*played);
   return result;
 }
 
@@ -285,7 +303,7 @@ HResult Win32Media::CoCreateInstance(const Guid& clsid, InterfaceHandle outer, s
 
 PlaybackStatus Win32Media::Status() const {
   impl_->TakeNews();
-  return impl_->opener.Refine(impl_->notes->Status());
+  return impl_->renewal.Refine(impl_->notes->Status());
 }
 
 }  // namespace platform::win32

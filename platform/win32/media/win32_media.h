@@ -20,6 +20,8 @@ struct IStream;
 
 namespace platform::win32 {
 
+class AddressReader;
+
 struct Win32MediaOptions {
   /// How long opening an address may take.
   std::chrono::milliseconds open_deadline{10000};
@@ -29,6 +31,8 @@ struct Win32MediaOptions {
   /// this; what is left to do then is done when the session has closed.
   std::chrono::milliseconds close_limit{1000};
   Text user_agent = u"Funkhausplayer";
+  /// What opens an address first; none is the system's resolver.
+  std::shared_ptr<AddressReader> reader = nullptr;
   /// Receives one line per event worth knowing; empty writes to the standard error stream and to whoever
   /// listens to the system's debugging messages. Called on the user-interface thread.
   std::function<void(const std::string&)> log;
@@ -38,7 +42,8 @@ struct Win32MediaOptions {
 /// user-interface thread, whose COM is initialised here.
 ///
 /// An http address is first given to the system's resolver. What that does not open is read by the adapter,
-/// which connects again when the connection is lost, and played by the system from there.
+/// which connects again when the connection is lost, and played by the system from there. So is a station
+/// that the system opens and then loses.
 class Win32Media : public MediaFramework, public InterfaceCalls, public PlaybackMonitor {
  public:
   explicit Win32Media(MessageLoop& loop, const Win32MediaOptions& options = {});

@@ -1,0 +1,23 @@
+#pragma once
+// A session of the adapter's own for a source that takes the place of a lost one. Not the program's sessions,
+// which it builds by itself (player/mf_player.h).
+
+#include "platform/win32/base/com_pointer.h"
+#include "ports/interface_call.h"
+
+struct IMFClock;
+struct IMFMediaSession;
+struct IMFMediaSource;
+
+namespace platform::win32 {
+
+struct RebuiltSession {
+  HResult result = kEFail;  ///< the rest is there on S_OK
+  ComPointer<::IMFMediaSession> session;
+  ComPointer<::IMFClock> clock;
+};
+
+/// With a branch to the sound for each stream of sound; not started.
+RebuiltSession RebuildSession(::IMFMediaSource& source);
+
+}  // namespace platform::win32
