@@ -53,6 +53,7 @@ struct Line {
 struct Attempt {
   Line line;
   Timer deadline;            ///< nothing once it is open
+  Timer length_deadline;     ///< while it would be open if its length were known
   bool sought = false;       ///< a file continues where it was
   bool source_gone = false;  ///< only what is buffered is left
 };

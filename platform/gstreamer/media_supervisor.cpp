@@ -11,6 +11,10 @@ using Sound = ItemPipelines::Sound;
 
 /// The buffer announces once that it is full enough, and by then the device may have taken some of it.
 constexpr std::chrono::milliseconds kLookAtBufferEvery{50};
+/// Nothing reports that a length can be read again.
+constexpr std::chrono::milliseconds kAskForLengthEvery{20};
+/// How long an opening waits for the length: its caller asks for it once, when it is open.
+constexpr std::chrono::milliseconds kLengthLimit{1000};
 
 }  // namespace
 
@@ -103,7 +107,7 @@ void MediaSupervisor::OnHeardEvent(const PipelineEvent& event) {
     case Kind::kFailed:
       return OnHeardFailed(event);
     case Kind::kDurationChanged:
-      return OnDuration();
+      return static_cast<void>(NoteLength(*pipelines_.Heard().pipeline));
     case Kind::kVolumeChanged:
       return pipelines_.MixerMoved();
     case Kind::kLatencyChanged:
@@ -122,7 +126,20 @@ void MediaSupervisor::OnPrerolled() {
     if (attempt.line.pipeline->Seek(played)) return;
     state_->RestartTime();
   }
+  if (attempt.length_deadline) return;
+  const auto now = Clock::now();
+  const bool has_time = attempt.deadline && now + kLengthLimit < *attempt.deadline;
   attempt.deadline.reset();
+  if (phase_ != Phase::kOpening) return Apply(ItemEvent::kAttemptOpened);
+  attempt.length_deadline = has_time ? now + kLengthLimit : now;
+  FinishOpening(now);
+}
+
+void MediaSupervisor::FinishOpening(Clock::time_point now) {
+  Attempt& attempt = pipelines_.Attempted();
+  const auto length = NoteLength(*attempt.line.pipeline);
+  if (length == PlayingLength::State::kAwaited && !IsDue(attempt.length_deadline, now)) return;
+  attempt.length_deadline.reset();
   Apply(ItemEvent::kAttemptOpened);
 }
 
@@ -154,12 +171,13 @@ void MediaSupervisor::OnDeviceGone() {
   Apply(ItemEvent::kDeviceGone);
 }
 
-void MediaSupervisor::OnDuration() {
-  const auto duration = pipelines_.Heard().pipeline->Duration();
-  if (!duration) return;
+PlayingLength::State MediaSupervisor::NoteLength(Pipeline& pipeline) {
+  const PlayingLength length = pipeline.Length();
+  if (length.state != PlayingLength::State::kKnown) return length.state;
   kind_ = ItemKind::kFile;
-  pipelines_.Heard().pipeline->AllowResuming();
-  state_->SetDuration(*duration);
+  pipeline.AllowResuming();
+  state_->SetDuration(length.nanoseconds);
+  return length.state;
 }
 
 void MediaSupervisor::LookAtBuffer() {
@@ -176,6 +194,7 @@ void MediaSupervisor::CheckTimers() {
   if (IsDue(pipelines_.Attempted().deadline, now)) {
     OnAttemptFailed(kMfENetTimeout, {PlaybackFailure::kNoAnswer});
   }
+  if (pipelines_.Attempted().length_deadline) FinishOpening(now);
   if (IsDue(heard.silent_at, now)) Apply(ItemEvent::kHeardOut);
   if (WaitsForBuffer()) LookAtBuffer();
   if (IsDue(heard.dry_at, now)) heard.dry_at.reset();
@@ -254,8 +273,9 @@ void MediaSupervisor::Promote(Phase before) {
   if (before == Phase::kOpening) {
     pipelines_.MixerMoved();
     pipelines_.FollowVolume();
+  } else {
+    NoteLength(*pipelines_.Heard().pipeline);
   }
-  OnDuration();
   if (source_gone) Apply(ItemEvent::kSourceEnded);
   state_->SetOpened(kSOk, Report());
 }
@@ -318,7 +338,9 @@ Timer MediaSupervisor::NextWake() const {
   const auto now = Clock::now();
   const Line& heard = pipelines_.Heard();
   const Timer look = WaitsForBuffer() ? Timer(now + kLookAtBufferEvery) : std::nullopt;
-  return Earliest({pipelines_.Attempted().deadline, heard.silent_at, heard.dry_at, look, StallTime(),
+  const Attempt& attempt = pipelines_.Attempted();
+  const Timer ask = attempt.length_deadline ? Timer(now + kAskForLengthEvery) : std::nullopt;
+  return Earliest({attempt.deadline, ask, heard.silent_at, heard.dry_at, look, StallTime(),
                    heard.NextStandstillCheck(), device_.NextWake(now, Interest()), NextAttempt()});
 }
 

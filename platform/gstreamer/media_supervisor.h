@@ -67,11 +67,12 @@ class MediaSupervisor {
   void OnAttemptEvent(const PipelineEvent& event);
   void OnHeardEvent(const PipelineEvent& event);
   void OnPrerolled();
+  void FinishOpening(Clock::time_point now);
   void OnAttemptFailed(HResult result, FailureCause cause);
   void OnNoDevice();
   void OnHeardFailed(const PipelineEvent& event);
   void OnDeviceGone();
-  void OnDuration();
+  PlayingLength::State NoteLength(Pipeline& pipeline);
   void LookAtBuffer();
   void CheckTimers();
 

@@ -203,12 +203,14 @@ StreamVolume Pipeline::ReadVolume() const {
   return {volume, mute != FALSE};
 }
 
-std::optional<std::int64_t> Pipeline::Duration() const {
+PlayingLength Pipeline::Length() const {
+  using State = PlayingLength::State;
   // A station may claim a length, which only says how long it would like to be listened to.
-  gint64 duration = 0;
-  if (station_ || !gst_element_query_duration(pipeline_.get(), GST_FORMAT_TIME, &duration)) return {};
-  if (duration <= 0) return {};
-  return duration;
+  if (station_) return {};
+  gint64 length = 0;
+  const bool answered = gst_element_query_duration(pipeline_.get(), GST_FORMAT_TIME, &length) != FALSE;
+  if (answered && length > 0) return {State::kKnown, length};
+  return {has_length_ ? State::kAwaited : State::kNone};
 }
 
 void Pipeline::AllowResuming() {

@@ -66,6 +66,16 @@ class PipelineListener {
   virtual void OnTags(const GstTagList& tags) = 0;
 };
 
+struct PlayingLength {
+  enum class State : std::uint8_t {
+    kNone,     ///< a live stream, or its length will never be known
+    kAwaited,  ///< a list of segments cannot say it just now: it is changing from one variant to another
+    kKnown,
+  };
+  State state = State::kNone;
+  std::int64_t nanoseconds = 0;
+};
+
 struct StreamVolume {
   double volume = 1.0;  ///< linear
   bool mute = false;
@@ -104,8 +114,8 @@ class Pipeline {
   void SetVolume(double linear);
   void SetMute(bool mute);
   [[nodiscard]] StreamVolume ReadVolume() const;
-  /// Length in nanoseconds; nothing for a live stream or when it is not known.
-  [[nodiscard]] std::optional<std::int64_t> Duration() const;
+  /// After kPrerolled.
+  [[nodiscard]] PlayingLength Length() const;
   void RecalculateLatency();
   /// Lets a file on a server, which has a length, continue where its connection broke. After kPrerolled.
   void AllowResuming();
@@ -171,6 +181,7 @@ class Pipeline {
   PeakMeter meter_;
   LevelHistory levels_;
   std::atomic<bool> station_{false};
+  std::atomic<bool> has_length_{false};  ///< known or not
   std::atomic<bool> source_ended_{false};
   std::atomic<int> channels_{0};
   std::atomic<int> sample_rate_{0};

@@ -21,6 +21,13 @@ std::string_view FactoryName(GstElement* element) {
   return factory == nullptr ? std::string_view() : GST_OBJECT_NAME(factory);
 }
 
+/// HLS, DASH and their like.
+bool ReadsSegments(GstObject* object) {
+  if (!GST_IS_ELEMENT(object)) return false;
+  const char* kind = gst_element_get_metadata(GST_ELEMENT(object), GST_ELEMENT_METADATA_KLASS);
+  return kind != nullptr && std::string_view(kind).find("Adaptive") != std::string_view::npos;
+}
+
 bool IsAudio(GstPad* pad) {
   CapsPointer caps(gst_pad_get_current_caps(pad));
   if (!caps) caps.reset(gst_pad_query_caps(pad, nullptr));
@@ -58,6 +65,8 @@ void Pipeline::OnMessage(GstMessage* message) {
       return Notify({Kind::kBuffering, serial_, percent});
     }
     case GST_MESSAGE_DURATION_CHANGED:
+      // A list that is not live says so once it was read.
+      if (ReadsSegments(GST_MESSAGE_SRC(message))) has_length_ = true;
       return Notify({Kind::kDurationChanged, serial_});
     case GST_MESSAGE_LATENCY:
       return Notify({Kind::kLatencyChanged, serial_});
