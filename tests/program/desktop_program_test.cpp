@@ -2,7 +2,10 @@
 // real station on a sound card that nobody hears.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "tests/program/later_start.h"
@@ -60,6 +63,18 @@ class DesktopProgram : public ::testing::Test {
         },
         kSoon);
   }
+  /// What the program is doing, by its threads; none when it has ended.
+  [[nodiscard]] std::string Threads() const {
+    std::string names;
+    std::error_code ended;
+    const std::string tasks = "/proc/" + std::to_string(program_.Pid()) + "/task";
+    for (const auto& task : std::filesystem::directory_iterator(tasks, ended)) {
+      std::string name;
+      std::getline(std::ifstream(task.path() / "comm") >> std::ws, name);
+      names += name + ", ";
+    }
+    return names;
+  }
   void Quit() const {
     test_support::RunProgram(
         {"gdbus", "call", "--session", "--dest", "org.mpris.MediaPlayer2.funkhausplayer", "--object-path",
@@ -111,7 +126,8 @@ TEST_F(DesktopProgram, BusThatEndsInTheMiddleDoesNotEndTheProgram) {
   Playerctl("play");
   ASSERT_TRUE(station_.WaitUntil([](const auto& counts) { return counts.listeners > 0; }, kSoon));
   bus_.Stop();
-  EXPECT_TRUE(WaitUntil([&] { return sound_.FindStream("Funkhausplayer").has_value(); }, kSoon));
+  EXPECT_TRUE(WaitUntil([&] { return sound_.FindStream("Funkhausplayer").has_value(); }, kSoon))
+      << Threads() << station_.Count().listeners << " listen, of " << station_.Count().all_listeners;
   EXPECT_TRUE(EndsOrderly(program_));
 }
 
