@@ -7,6 +7,7 @@
 
 #include <utility>
 
+#include "platform/front/shown_place.h"
 #include "platform/win32/base/wide.h"
 #include "platform/win32/ui/shown_text.h"
 
@@ -80,6 +81,11 @@ FrameBinding::FrameBinding(controls::Frame& frame, std::unique_ptr<FrameWindow> 
   subscriptions_ += frame.Changed.Subscribe([this] { Follow(); });
   FollowControl();
   Follow();
+}
+
+PixelPlace FrameBinding::Fitted(const PixelPlace& place) const {
+  const controls::Place shown = front::BelowUpperEdge({place.left, place.top, place.width, place.height});
+  return {shown.left, shown.top, shown.width, shown.height};
 }
 
 void FrameBinding::Follow() { ShowTitle(frame_.Caption()); }

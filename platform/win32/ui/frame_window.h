@@ -32,6 +32,9 @@ class FrameBinding final : public ControlBinding {
   /// What it contains.
   [[nodiscard]] HWND Container() const { return window_->Handle(); }
 
+ protected:
+  [[nodiscard]] PixelPlace Fitted(const PixelPlace& place) const override;
+
  private:
   FrameBinding(controls::Frame& frame, std::unique_ptr<FrameWindow> window, const Surroundings& around);
   void Follow();

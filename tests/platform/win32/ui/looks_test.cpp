@@ -149,6 +149,25 @@ TEST_F(Win32ButtonFaceTest, MainButtonLooksLikeTheOneThatEnterPresses) {
   EXPECT_FALSE(is_default(usual));
 }
 
+TEST_F(Win32WindowTest, PanelThatBeginsAboveTheWindowIsShownFromItsBeginning) {
+  controls::Frame panel;
+  panel.Move({1500, -450, 3000, 3000});
+  inventory = {{"panel", &panel}};
+  Open();
+  RECT place{};
+  const auto look = [&] {
+    ::GetWindowRect(Of(panel), &place);
+    ::MapWindowPoints(nullptr, window->Handle(), reinterpret_cast<POINT*>(&place), 2);
+  };
+  look();
+  EXPECT_EQ(place.top, 0);
+  EXPECT_EQ(place.bottom, window->GetScale().Pixels(3000 - 450)) << "no lower than its place";
+  panel.Move({1500, 450, 3000, 3000});
+  look();
+  EXPECT_EQ(place.top, window->GetScale().Pixels(450));
+  EXPECT_EQ(place.bottom, window->GetScale().Pixels(3450));
+}
+
 class Win32RowPainterTest : public testing::Test {
  protected:
   static constexpr int kWidth = 400;
