@@ -14,9 +14,9 @@ class Gathering {
   using Clock = std::chrono::steady_clock;
 
   /// Pieces are gathered in the system for this long and then read together.
-  static constexpr std::chrono::milliseconds kPause{500};
+  static constexpr std::chrono::milliseconds kPause{1000};
   /// Only while so much sound is buffered.
-  static constexpr std::chrono::milliseconds kEnough{1250};
+  static constexpr std::chrono::milliseconds kEnough{1750};
 
   explicit Gathering(Clock::duration pause = kPause) : pause_(pause) {}
 
