@@ -303,7 +303,7 @@ TEST_F(LiveTest, AServerThatStallsIsAskedAgain) {
   });
   ASSERT_EQ(impatient.Open(server.Url("/live")), kSOk);
   ASSERT_EQ(impatient.Start(), kSOk);
-  EXPECT_TRUE(WaitUntil([&] { return server.Requests("/live") == 2; }, 5s));
+  EXPECT_TRUE(WaitUntil([&] { return server.Requests("/live") >= 2; }, 5s));
   EXPECT_EQ(impatient.State(), 1);
 }
 
