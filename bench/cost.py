@@ -15,6 +15,7 @@ MINUTE = 60.0
 
 
 NO_SOUND = "no sound"
+FELL_SILENT = "ended or fell silent"
 
 
 def start_rival(stage, peer, scratch, address):
@@ -42,14 +43,15 @@ def meet(players, seconds):
     return {name: meter.seconds() * MINUTE / seconds for name, meter in meters.items()}, meters["own"].by_thread()
 
 
-def fallen_silent(players):
-    """The names of the others that are not heard any more."""
+def drop_silent(players):
+    """Removes the others that are not heard any more, and returns their names."""
     silent = [name for name, (process, sink) in players.items()
               if process.poll() is not None or sink.loudness() < AUDIBLE]
     if "own" in silent:
         raise Failure("the program ended or fell silent")
     for name in silent:
-        peers.missed(name, "ended or fell silent")
+        peers.missed(name, FELL_SILENT)
+        del players[name]
     return silent
 
 
@@ -67,15 +69,16 @@ def measure(arguments, children, scratch):
             used[name].append(seconds)
         if arguments.details:
             print(", ".join(f"{name} {spent:.2f}" for name, spent in by_thread if spent >= 0.01), flush=True)
-    silent += fallen_silent(players)
-    memory = {name: [memory_megabytes(process.pid)] for name, (process, _) in players.items() if name not in silent}
+    fallen = drop_silent(players)
+    memory = {name: [memory_megabytes(process.pid)] for name, (process, _) in players.items()}
     hidden = []
     stage.hide(players["own"][0])
     for _ in range(min(arguments.runs, 2)):
         hidden.append(meet(players, arguments.seconds)[0]["own"])
-    silent += fallen_silent(players)
+    fallen += drop_silent(players)
     for numbers in (used, memory):
         numbers.update((name, NO_SOUND) for name in silent)
+        numbers.update((name, FELL_SILENT) for name in fallen)
     own, own_memory = used.pop("own"), memory.pop("own")
     return [Line("processor per 60 s of playing, bars moving", own, "s", f"at most {MOST_SECONDS}",
                  middle(own) <= MOST_SECONDS, used, digits=2),

@@ -7,6 +7,7 @@ import importlib
 import os
 import pathlib
 import signal
+import subprocess
 import sys
 import tempfile
 import time
@@ -72,7 +73,7 @@ def main():
         began = time.monotonic()
         try:
             lines += measured(what, arguments)
-        except Failure as failure:
+        except (Failure, subprocess.SubprocessError) as failure:
             print(f"Not measured: {what}: {failure}", file=sys.stderr, flush=True)
             failed = True
         print(f"{what}: {time.monotonic() - began:.0f} s", file=sys.stderr, flush=True)

@@ -144,8 +144,8 @@ class ListView final : public Control {
   [[nodiscard]] int SortColumn() const { return sort_column_; }
   [[nodiscard]] SortDirection GetSortDirection() const { return sort_direction_; }
   /// Negative when the row at the position `first` is to come before the one at `second`; the comparison
-  /// itself takes care of the direction. The positions are those before the sorting, and Rows() is as it was
-  /// until the last comparison.
+  /// itself takes care of the direction. It gives the same answer whenever it is asked. The positions are
+  /// those before the sorting, and Rows() is as it was until the last comparison.
   using Comparison = std::function<int(std::size_t first, std::size_t second)>;
   /// Sorts the rows with `comparison` (rows that compare equal keep their order) and shows the arrow in
   /// the column's header. Selection and ids stay with their rows.

@@ -13,8 +13,8 @@ inline constexpr std::int32_t kSxhOptionIgnoreServerSslCertErrorFlags = 2;
 inline constexpr std::int32_t kSxhServerCertIgnoreAllServerErrors = 0x3300;
 
 /// One request: SetOption, Open, Send, then ReadyState until it is 4, ResponseText, Abort. Abort is allowed
-/// at any time. Destroying the object ends the request. A false result means that the call failed. SetOption,
-/// Open and Send of one request wait for a second at most in all; Abort and the end never wait.
+/// at any time. Destroying the object ends the request. A false result means that the call failed. No member
+/// waits for a server, though the system may need a moment to begin a request.
 class XmlHttpRequest {
  public:
   virtual ~XmlHttpRequest() = default;

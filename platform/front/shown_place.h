@@ -9,7 +9,7 @@
 namespace platform::front {
 
 /// On a screen that is too low for the window's smallest size a panel's place may begin above the window's
-/// inside, in any unit. Shown is then its upper part, below the edge: what is lost is at its lower end.
+/// inside, in any unit. Its upper part is then shown, from the edge down: what is lost is at its lower end.
 [[nodiscard]] inline controls::Place BelowUpperEdge(controls::Place place) {
   const int hidden = std::clamp(-place.top, 0, std::max(0, place.height));
   place.top += hidden;

@@ -15,8 +15,9 @@ class Gathering {
 
   /// Pieces are gathered in the system for this long and then read together.
   static constexpr std::chrono::milliseconds kPause{1000};
-  /// Only while so much sound is buffered.
+  /// Only while so much sound is buffered: what is left after a pause still bears a late server.
   static constexpr std::chrono::milliseconds kEnough{1750};
+  static_assert(kEnough - kPause >= std::chrono::milliseconds(750));
 
   explicit Gathering(Clock::duration pause = kPause) : pause_(pause) {}
 

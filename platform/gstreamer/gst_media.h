@@ -34,6 +34,9 @@ struct GstMediaOptions {
   std::string user_agent = "Funkhausplayer";
   /// How long opening an address may take once GStreamer is ready. User input can end it earlier.
   std::chrono::milliseconds open_deadline{10000};
+  /// How long an opening waits until a list of segments can say its length, which its caller asks for once,
+  /// when it is open; two seconds of open_deadline are left at least.
+  std::chrono::milliseconds length_limit{1000};
   SoundOutput output = SoundOutput::kAutomatic;
   /// A PEM file whose certificates are trusted instead of the system's; empty is the system's.
   std::string certificate_file;

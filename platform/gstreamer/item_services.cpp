@@ -10,6 +10,7 @@ ItemServices::ItemServices(const GstMediaOptions& options)
       pipeline{options.user_agent, options.certificate_file,
                std::max(std::chrono::seconds(1), options.stall_limit)},
       open_deadline(options.open_deadline),
+      length_limit(options.length_limit),
       log(options.log) {}
 
 }  // namespace platform::gstreamer

@@ -22,6 +22,7 @@ struct ItemServices {
   ProcessSound sound;
   PipelineSettings pipeline;
   std::chrono::milliseconds open_deadline;
+  std::chrono::milliseconds length_limit;
   std::function<void(const std::string&)> log;
 };
 

@@ -13,8 +13,8 @@ using Sound = ItemPipelines::Sound;
 constexpr std::chrono::milliseconds kLookAtBufferEvery{50};
 /// Nothing reports that a length can be read again.
 constexpr std::chrono::milliseconds kAskForLengthEvery{20};
-/// How long an opening waits for the length: its caller asks for it once, when it is open.
-constexpr std::chrono::milliseconds kLengthLimit{1000};
+/// What is left of an opening's time when it stops waiting for the length.
+constexpr std::chrono::seconds kReserve{2};
 
 }  // namespace
 
@@ -128,11 +128,12 @@ void MediaSupervisor::OnPrerolled() {
   }
   if (attempt.length_deadline) return;
   const auto now = Clock::now();
-  const bool has_time = attempt.deadline && now + kLengthLimit < *attempt.deadline;
+  const auto limit = now + services_->length_limit;
+  attempt.length_deadline = attempt.deadline ? std::min(limit, *attempt.deadline - kReserve) : now;
   attempt.deadline.reset();
-  if (phase_ != Phase::kOpening) return Apply(ItemEvent::kAttemptOpened);
-  attempt.length_deadline = has_time ? now + kLengthLimit : now;
-  FinishOpening(now);
+  if (phase_ == Phase::kOpening) return FinishOpening(now);
+  attempt.length_deadline.reset();
+  Apply(ItemEvent::kAttemptOpened);
 }
 
 void MediaSupervisor::FinishOpening(Clock::time_point now) {
@@ -173,10 +174,10 @@ void MediaSupervisor::OnDeviceGone() {
 
 PlayingLength::State MediaSupervisor::NoteLength(Pipeline& pipeline) {
   const PlayingLength length = pipeline.Length();
-  if (length.state != PlayingLength::State::kKnown) return length.state;
+  if (length.state == PlayingLength::State::kNone) return length.state;
   kind_ = ItemKind::kFile;
   pipeline.AllowResuming();
-  state_->SetDuration(length.nanoseconds);
+  if (length.state == PlayingLength::State::kKnown) state_->SetDuration(length.nanoseconds);
   return length.state;
 }
 

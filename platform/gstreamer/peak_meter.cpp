@@ -48,24 +48,32 @@ float PeakOf(PeakMeter::Sample sample, std::span<const std::byte> samples, std::
 void PeakMeter::SetFormat(const Format& format) {
   format_ = format;
   frame_bytes_ = format.channels * SampleBytes(format.sample);
-  interval_frames_ = frame_bytes_ == 0 ? 0 : format.rate / kIntervalsPerSecond;
+  const bool has_sound = frame_bytes_ > 0 && format.rate > 0;
+  interval_frames_ = has_sound ? std::max<std::size_t>(1, format.rate / kIntervalsPerSecond) : 0;
   measured_frames_ = 0;
   peaks_.assign(format.channels, 0.0F);
 }
 
 void PeakMeter::Measure(std::span<const std::byte> sound, const Report& report) {
   if (interval_frames_ == 0) return;
-  const std::int64_t duration =
-      static_cast<std::int64_t>(interval_frames_) * kNanoseconds / static_cast<std::int64_t>(format_.rate);
   while (sound.size() >= frame_bytes_) {
     const std::size_t frames = std::min(interval_frames_ - measured_frames_, sound.size() / frame_bytes_);
     Raise(sound.first(frames * frame_bytes_));
     sound = sound.subspan(frames * frame_bytes_);
     measured_frames_ += frames;
     if (measured_frames_ < interval_frames_) return;
-    measured_frames_ = 0;
-    report(duration, std::exchange(peaks_, std::vector<float>(format_.channels)));
+    EndInterval(report);
   }
+}
+
+void PeakMeter::Finish(const Report& report) {
+  if (measured_frames_ > 0) EndInterval(report);
+}
+
+void PeakMeter::EndInterval(const Report& report) {
+  const auto frames = static_cast<std::int64_t>(std::exchange(measured_frames_, 0));
+  report(frames * kNanoseconds / static_cast<std::int64_t>(format_.rate),
+         std::exchange(peaks_, std::vector<float>(format_.channels)));
 }
 
 void PeakMeter::Raise(std::span<const std::byte> frames) {

@@ -10,8 +10,8 @@
 
 namespace platform::gstreamer {
 
-/// SetFormat, then Measure for each piece of the sound. A piece may end within an interval; the next one
-/// continues it.
+/// SetFormat, then Measure for each piece of the sound, and Finish after the last one of a format. A piece
+/// may end within an interval; the next one continues it.
 class PeakMeter {
  public:
   enum class Sample : std::uint8_t { kInt16, kInt32, kFloat32 };
@@ -21,16 +21,19 @@ class PeakMeter {
     std::size_t channels = 0;
     std::size_t rate = 0;  ///< frames a second
   };
-  /// A whole interval's duration in nanoseconds, and one linear peak of 0 to 1 per channel.
+  /// An interval's duration in nanoseconds, and one linear peak of 0 to 1 per channel.
   using Report = std::function<void(std::int64_t duration, std::vector<float> peaks)>;
 
-  /// An interval that was begun is dropped. Without channels or rate nothing is measured.
+  /// An interval that was begun is dropped; Finish reports it. Without channels or rate nothing is measured.
   void SetFormat(const Format& format);
-  /// Reports each interval that `sound` completes. What is left behind its last whole frame is ignored.
+  /// Reports each interval that `sound` completes. What is left after its last whole frame is ignored.
   void Measure(std::span<const std::byte> sound, const Report& report);
+  /// Reports an interval that was begun, with the duration that it has.
+  void Finish(const Report& report);
 
  private:
   void Raise(std::span<const std::byte> frames);
+  void EndInterval(const Report& report);
 
   Format format_;
   std::size_t frame_bytes_ = 0;

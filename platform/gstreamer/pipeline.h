@@ -68,8 +68,8 @@ class PipelineListener {
 
 struct PlayingLength {
   enum class State : std::uint8_t {
-    kNone,     ///< a live stream, or its length will never be known
-    kAwaited,  ///< a list of segments cannot say it just now: it is changing from one variant to another
+    kNone,     ///< a live stream, or not known and not worth waiting for
+    kAwaited,  ///< a list of segments has one but cannot say it just now: it changes to another variant
     kKnown,
   };
   State state = State::kNone;
@@ -148,7 +148,6 @@ class Pipeline {
   void OnMessage(GstMessage* message);
   void OnError(GstMessage* message);
   void AskWhySilent(const PipelineEvent& event);
-  void OnElementMessage(GstMessage* message);
   void OnTagMessage(GstMessage* message);
   void OnPadAdded(GstPad* pad);
   void OnNoMorePads();
@@ -158,6 +157,7 @@ class Pipeline {
   GstPadProbeReturn OnMeasuredSound(GstPadProbeInfo* info);
   void OnFormat(GstEvent* event);
   void Measure(GstBuffer* sound);
+  [[nodiscard]] PeakMeter::Report LevelsFrom(std::int64_t now);
   [[nodiscard]] bool IsPlaying() const;
   [[nodiscard]] std::int64_t RunningTime() const;
 
@@ -181,7 +181,7 @@ class Pipeline {
   PeakMeter meter_;
   LevelHistory levels_;
   std::atomic<bool> station_{false};
-  std::atomic<bool> has_length_{false};  ///< known or not
+  std::atomic<bool> has_length_{false};  ///< a list of segments has reported that it is not live
   std::atomic<bool> source_ended_{false};
   std::atomic<int> channels_{0};
   std::atomic<int> sample_rate_{0};

@@ -170,14 +170,23 @@ GstPadProbeReturn Pipeline::OnBufferInput(GstPadProbeInfo* info) {
 GstPadProbeReturn Pipeline::OnMeasuredSound(GstPadProbeInfo* info) {
   if ((GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_BUFFER) != 0) {
     Measure(GST_PAD_PROBE_INFO_BUFFER(info));
-  } else {
-    OnFormat(GST_PAD_PROBE_INFO_EVENT(info));
+    return GST_PAD_PROBE_OK;
   }
+  GstEvent* event = GST_PAD_PROBE_INFO_EVENT(info);
+  const GstEventType type = GST_EVENT_TYPE(event);
+  if (type != GST_EVENT_CAPS && type != GST_EVENT_EOS) return GST_PAD_PROBE_OK;
+  meter_.Finish(LevelsFrom(RunningTime()));
+  if (type == GST_EVENT_CAPS) OnFormat(event);
   return GST_PAD_PROBE_OK;
 }
 
+PeakMeter::Report Pipeline::LevelsFrom(std::int64_t now) {
+  return [this, now](std::int64_t duration, std::vector<float> peaks) {
+    levels_.Add(now, duration, std::move(peaks));
+  };
+}
+
 void Pipeline::OnFormat(GstEvent* event) {
-  if (GST_EVENT_TYPE(event) != GST_EVENT_CAPS) return;
   GstCaps* caps = nullptr;
   gst_event_parse_caps(event, &caps);
   GstAudioInfo format;
@@ -193,10 +202,13 @@ void Pipeline::Measure(GstBuffer* sound) {
   GstMapInfo map;
   if (!gst_buffer_map(sound, &map, GST_MAP_READ)) return;
   const std::int64_t now = RunningTime();
-  meter_.Measure(std::as_bytes(std::span(map.data, map.size)),
-                 [this, now](std::int64_t duration, std::vector<float> peaks) {
-                   levels_.Add(now, duration, std::move(peaks));
-                 });
+  const auto heard = std::as_bytes(std::span(map.data, map.size));
+  if (GST_BUFFER_FLAG_IS_SET(sound, GST_BUFFER_FLAG_GAP)) {
+    // Played as silence, whatever is in it.
+    meter_.Measure(std::vector<std::byte>(heard.size()), LevelsFrom(now));
+  } else {
+    meter_.Measure(heard, LevelsFrom(now));
+  }
   gst_buffer_unmap(sound, &map);
   const std::chrono::nanoseconds held(std::max<std::int64_t>(0, levels_.End() - now));
   supplied_until_ = std::chrono::steady_clock::now() + held;

@@ -30,7 +30,7 @@ class IniCodec {
   [[nodiscard]] bool StartsWithBracket(std::string_view line) const;
   /// The part of a key's line before its first "=", without the blanks and tabs at its end.
   [[nodiscard]] std::string_view KeyPart(std::string_view line) const;
-  /// The part of a key's line behind its first "=", without the line's end and the blanks and tabs around it.
+  /// The part of a key's line after its first "=", without the line's end and the blanks and tabs around it.
   [[nodiscard]] std::string_view ValuePart(std::string_view line) const;
 
   [[nodiscard]] Text Decode(std::string_view bytes) const;

@@ -5,10 +5,9 @@
 
 namespace platform::qt {
 
-// Whoever asks for a font meanwhile waits for this reading, as long as the question is one that the toolkit
-// locks its fonts for at once. Some ask the system's library for an alias of the name first; a thread that
-// wants a font at that time would read everything a second time. So it is with the readers of pictures, of
-// which a style needs one.
+// families() locks the toolkit's fonts first, so whoever wants a font meanwhile waits for this reading.
+// hasFamily() first asks the system's library for an alias of the name, without the lock: then the other
+// thread would read everything a second time. The readers of pictures are needed by styles.
 ToolkitAhead::ToolkitAhead()
     : thread_([] {
         static_cast<void>(QFontDatabase::families());

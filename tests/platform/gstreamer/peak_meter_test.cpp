@@ -27,14 +27,15 @@ class PeakMeterTest : public testing::Test {
  protected:
   template <typename Sample>
   void Measure(const std::vector<Sample>& samples) {
-    meter_.Measure(std::as_bytes(std::span(samples)),
-                   [this](std::int64_t duration, std::vector<float> peaks) {
-                     durations_.push_back(duration);
-                     peaks_.push_back(std::move(peaks));
-                   });
+    meter_.Measure(std::as_bytes(std::span(samples)), report_);
   }
+  void Finish() { meter_.Finish(report_); }
 
   PeakMeter meter_;
+  PeakMeter::Report report_ = [this](std::int64_t duration, std::vector<float> peaks) {
+    durations_.push_back(duration);
+    peaks_.push_back(std::move(peaks));
+  };
   std::vector<std::int64_t> durations_;
   std::vector<std::vector<float>> peaks_;
 };
@@ -87,7 +88,7 @@ TEST_F(PeakMeterTest, AnotherFormatBeginsAnew) {
   EXPECT_THAT(peaks_, ElementsAre(ElementsAre(0.5F, 0.0F)));
 }
 
-TEST_F(PeakMeterTest, WhatIsLeftBehindTheLastFrameIsIgnored) {
+TEST_F(PeakMeterTest, WhatIsLeftAfterTheLastFrameIsIgnored) {
   meter_.SetFormat({PeakMeter::Sample::kInt16, 2, kSlow});
   Measure<std::int16_t>({0, 0, 16384, 0, 32767});
   EXPECT_THAT(peaks_, ElementsAre(ElementsAre(0.5F, 0.0F)));
@@ -100,6 +101,24 @@ TEST_F(PeakMeterTest, ARateThatIntervalsDoNotDivideHasShorterOnes) {
   Measure(std::vector<std::int16_t>(11025));
   EXPECT_EQ(peaks_.size(), 50U);
   EXPECT_EQ(durations_.at(0), 220 * std::int64_t{1'000'000'000} / 11025);
+}
+
+TEST_F(PeakMeterTest, TheLastIntervalEndsWithTheSound) {
+  meter_.SetFormat({PeakMeter::Sample::kInt16, 1, kSlow});
+  Measure<std::int16_t>({0, 0, 16384});
+  Finish();
+  EXPECT_THAT(durations_, ElementsAre(kMeteredInterval, kMeteredInterval / 2));
+  EXPECT_THAT(peaks_, ElementsAre(ElementsAre(0.0F), ElementsAre(0.5F)));
+  Finish();
+  EXPECT_EQ(peaks_.size(), 2U) << "it has ended";
+  Measure<std::int16_t>({0, 0});
+  EXPECT_THAT(peaks_.back(), ElementsAre(0.0F));
+}
+
+TEST_F(PeakMeterTest, EachFrameIsAnIntervalWhenThereAreFewInASecond) {
+  meter_.SetFormat({PeakMeter::Sample::kInt16, 1, 40});
+  Measure<std::int16_t>({16384, 0});
+  EXPECT_THAT(durations_, ElementsAre(25'000'000, 25'000'000));
 }
 
 TEST_F(PeakMeterTest, NothingIsMeasuredWithoutAFormat) {

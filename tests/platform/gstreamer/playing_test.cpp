@@ -178,14 +178,17 @@ class HlsTest : public PlayingTest {
                  "#EXTM3U\n#EXT-X-STREAM-INF:BANDWIDTH=64000,CODECS=\"mp4a.40.2\"\nlow/list.m3u8\n"
                  "#EXT-X-STREAM-INF:BANDWIDTH=128000,CODECS=\"mp4a.40.2\"\nhigh/list.m3u8\n");
   }
-  /// Serves everything below the folder.
-  void Serve() {
+  /// Serves everything below the folder; the better variant's list after a while.
+  void Serve(std::chrono::milliseconds better_after = {}) {
     const auto root = folder.Path() / "hls";
     for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
       if (!entry.is_regular_file()) continue;
       const std::string path = "/" + std::filesystem::relative(entry.path(), root).string();
       const bool list = entry.path().extension() == ".m3u8";
-      server.On(path, [bytes = ReadBytes(entry.path()), list](MediaHttpServer::Connection& connection) {
+      const auto after = path == "/high/list.m3u8" ? better_after : std::chrono::milliseconds();
+      server.On(path, [bytes = ReadBytes(entry.path()), list,
+                       after](MediaHttpServer::Connection& connection) {
+        connection.StaySilent(after);
         connection.Send(HttpAnswer("200 OK", list ? "application/vnd.apple.mpegurl" : "video/mp2t", bytes));
       });
     }
@@ -208,14 +211,30 @@ TEST_F(HlsTest, AListOfSeveralVariantsIsHeard) {
   EXPECT_TRUE(HearsTone(440));
 }
 
-TEST_F(HlsTest, ItsLengthIsKnownWheneverItIsOpened) {
+TEST_F(HlsTest, ItsLengthIsWaitedForWhileItChangesItsVariant) {
   CutTwoVariants();
-  Serve();
-  for (int round = 0; round < 10; ++round) {
-    ASSERT_EQ(driver.Open(server.Url("/master.m3u8")), kSOk);
-    ASSERT_NEAR(driver.DurationSeconds().value_or(0), 6.0, 0.5) << round;
-    ASSERT_TRUE(WaitUntil([&] { return ReadToItsEnd() == round + 1 && server.Open() == 0; }, 10s));
+  Serve(300ms);
+  platform::gstreamer::GstMediaOptions options;
+  options.length_limit = 8s;
+  SessionDriver patient(options);
+  for (int round = 0; round < 3; ++round) {
+    const int before = ReadToItsEnd();
+    ASSERT_EQ(patient.Open(server.Url("/master.m3u8")), kSOk);
+    ASSERT_NEAR(patient.DurationSeconds().value_or(0), 6.0, 0.5) << round;
+    ASSERT_TRUE(WaitUntil([&] { return ReadToItsEnd() > before && server.Open() == 0; }, 10s));
   }
+}
+
+TEST_F(HlsTest, AListThatOpensBeforeItsLengthIsKnownEndsAllTheSame) {
+  CutTwoVariants();
+  Serve(300ms);
+  platform::gstreamer::GstMediaOptions options;
+  options.length_limit = 0s;
+  SessionDriver impatient(options);
+  ASSERT_EQ(impatient.Open(server.Url("/master.m3u8")), kSOk);
+  ASSERT_EQ(impatient.Start(), kSOk);
+  EXPECT_TRUE(WaitUntil([&] { return impatient.State() == 2; }, 15s));
+  EXPECT_EQ(server.Requests("/master.m3u8"), 1) << "a station would be opened again";
 }
 
 TEST_F(HlsTest, ALiveListIsHeardWithoutALength) {

@@ -247,7 +247,13 @@ TEST_F(SoundTest, ThePeaksAreTheSameInEveryFormatOfSamples) {
     SessionDriver driver;
     ASSERT_EQ(driver.Open(MakeTone(folder, std::string(codec) + ".wav", codec)), kSOk) << codec;
     ASSERT_EQ(driver.Start(), kSOk);
-    EXPECT_TRUE(WaitUntil([&] { return std::abs(driver.Peaks().at(0) - 0.5F) < 0.02F; }, 3s)) << codec;
+    EXPECT_TRUE(WaitUntil(
+        [&] {
+          const auto peaks = driver.Peaks();
+          return !peaks.empty() && std::abs(peaks[0] - 0.5F) < 0.02F;
+        },
+        3s))
+        << codec;
   }
 }
 
