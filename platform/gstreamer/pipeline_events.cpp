@@ -9,6 +9,7 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/gstreamer/ended_answers.h"
 #include "platform/gstreamer/open_error.h"
 #include "platform/gstreamer/pipeline.h"
 #include "platform/gstreamer/reader_source.h"
@@ -138,6 +139,7 @@ void Pipeline::OnElementAdded(GstElement* element) {
   // The decoder's own buffer is empty most of the time; it would report each byte that comes and goes.
   if (factory == "queue2" && element != buffer_) g_object_set(element, "use-buffering", FALSE, nullptr);
   if (factory != "souphttpsrc") return;
+  AllowClosingEndedAnswers();
   // Asking again for the rest of a live stream is of no use: the supervisor reopens it.
   if (GST_OBJECT_PARENT(element) == GST_OBJECT(decoder_)) {
     g_object_set(element, "retries", 0, nullptr);
