@@ -1,5 +1,6 @@
 #include "platform/qt/widget_binding.h"
 
+#include "platform/front/shown_place.h"
 #include "platform/qt/text.h"
 
 namespace platform::qt {
@@ -24,7 +25,7 @@ void WidgetBinding::Follow() {
 }
 
 void WidgetBinding::FollowPlace() {
-  const QRect place = scale_.Pixels(control_.GetPlace());
+  const QRect place = scale_.Pixels(front::BelowUpperEdge(control_.GetPlace()));
   if (widget_.geometry() != place) widget_.setGeometry(place);
 }
 

@@ -201,6 +201,23 @@ TEST(LayoutOfPlaces, PlaceOfAControlIsThePlaceOfItsWidget) {
   EXPECT_EQ(fixture.Find("Command1").geometry(), QRect(10, 20, 100, 30));
 }
 
+TEST(LayoutOfPlaces, PanelThatWouldBeginAboveTheWindowIsShownFromItsBeginning) {
+  WindowFixture fixture;
+  controls::Frame& panel = fixture.form.Frame3;
+  panel.SetVisible(true);
+  ASSERT_TRUE(fixture.Open());
+  // As on a screen that is too low and too narrow for the smallest window.
+  fixture.window->setMinimumSize(0, 0);
+  fixture.window->resize(800, 480);
+  ASSERT_TRUE(WaitFor([&] { return fixture.window->height() == 480; }));
+  ASSERT_LT(panel.GetPlace().top, 0) << "the layout's rule";
+  EXPECT_EQ(fixture.Find("Frame3").y(), 0);
+  panel.Move({1500, -450, 3000, 3000});
+  EXPECT_EQ(fixture.Find("Frame3").geometry(), QRect(100, 0, 200, 170)) << "no lower than its place";
+  panel.Move({1500, 450, 3000, 3000});
+  EXPECT_EQ(fixture.Find("Frame3").geometry(), QRect(100, 30, 200, 200));
+}
+
 TEST(LayoutOfPlaces, OnAScreenThatIsTooLowTheSmallestWidthIsAnother) {
   PlainPaths paths;
   const QtIcons icons(paths);
