@@ -22,7 +22,8 @@ class Clock {
   /// Seconds since local midnight with their fraction, 0 up to 86400; starts again at midnight.
   virtual double SecondsSinceMidnight() = 0;
 
-  /// The date-time clock, counted in whole seconds from a fixed point.
+  /// Whole seconds from a fixed point, for how long something takes; they pass while the system sleeps, too.
+  /// Where the system has such a clock, setting the time moves them neither forward nor back.
   virtual std::int64_t WholeSeconds() = 0;
 
   virtual DateTime LocalTime() = 0;

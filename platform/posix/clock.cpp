@@ -5,9 +5,9 @@
 namespace platform::posix {
 namespace {
 
-timespec Now() {
+timespec Now(clockid_t clock = CLOCK_REALTIME) {
   timespec now{};
-  ::clock_gettime(CLOCK_REALTIME, &now);
+  ::clock_gettime(clock, &now);
   return now;
 }
 
@@ -26,7 +26,7 @@ double PosixClock::SecondsSinceMidnight() {
   return whole + static_cast<double>(now.tv_nsec) / 1e9;
 }
 
-std::int64_t PosixClock::WholeSeconds() { return Now().tv_sec; }
+std::int64_t PosixClock::WholeSeconds() { return Now(CLOCK_BOOTTIME).tv_sec; }
 
 DateTime PosixClock::LocalTime() {
   const tm local = Local(Now().tv_sec);

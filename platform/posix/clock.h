@@ -5,7 +5,7 @@
 
 namespace platform::posix {
 
-/// WholeSeconds counts from 1970-01-01 00:00:00 UTC.
+/// WholeSeconds counts from the system's start.
 class PosixClock final : public Clock {
  public:
   double SecondsSinceMidnight() override;

@@ -19,13 +19,8 @@ double Win32Clock::SecondsSinceMidnight() {
 }
 
 std::int64_t Win32Clock::WholeSeconds() {
-  // The system counts steps of 100 ns from the beginning of 1601.
-  constexpr std::int64_t kStepsInSecond = 10'000'000;
-  constexpr std::int64_t kSecondsTo1970 = 11'644'473'600;
-  FILETIME now{};
-  ::GetSystemTimeAsFileTime(&now);
-  const auto steps = static_cast<std::int64_t>(std::uint64_t{now.dwHighDateTime} << 32U | now.dwLowDateTime);
-  return steps / kStepsInSecond - kSecondsTo1970;
+  constexpr std::uint64_t kMillisecondsInSecond = 1000;
+  return static_cast<std::int64_t>(::GetTickCount64() / kMillisecondsInSecond);
 }
 
 DateTime Win32Clock::LocalTime() {

@@ -8,7 +8,7 @@ namespace platform::win32 {
 class Win32Clock final : public Clock {
  public:
   double SecondsSinceMidnight() override;
-  /// Counted from the beginning of 1970.
+  /// Counted from the system's start.
   std::int64_t WholeSeconds() override;
   DateTime LocalTime() override;
 };
