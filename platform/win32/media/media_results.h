@@ -13,6 +13,11 @@ inline constexpr HResult kMfEAttributeNotFound = static_cast<HResult>(0xC00D36E6
 inline constexpr HResult kMfETopologyCodecNotFound = static_cast<HResult>(0xC00D5212u);
 inline constexpr HResult kMfENoAudioPlaybackDevice = static_cast<HResult>(0xC00D4E84u);
 inline constexpr HResult kMfEAudioPlaybackDeviceInvalidated = static_cast<HResult>(0xC00D4E86u);
+inline constexpr HResult kMfEAudioServiceNotRunning = static_cast<HResult>(0xC00D4E87u);
+/// AUDCLNT_E_DEVICE_INVALIDATED, _ENDPOINT_CREATE_FAILED and _SERVICE_NOT_RUNNING.
+inline constexpr HResult kAudioDeviceInvalidated = static_cast<HResult>(0x88890004u);
+inline constexpr HResult kAudioEndpointCreateFailed = static_cast<HResult>(0x8889000Fu);
+inline constexpr HResult kAudioServiceNotRunning = static_cast<HResult>(0x88890010u);
 inline constexpr HResult kMfENetWrite = static_cast<HResult>(0xC00D4269u);
 inline constexpr HResult kMfENetRead = static_cast<HResult>(0xC00D426Au);
 /// ERROR_INTERNET_NAME_NOT_RESOLVED, _CONNECTION_ABORTED and _CONNECTION_RESET as results.

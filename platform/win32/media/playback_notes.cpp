@@ -63,6 +63,10 @@ PlaybackFailure FailureOf(HResult result) {
       return PlaybackFailure::kNoAnswer;
     case kMfENoAudioPlaybackDevice:
     case kMfEAudioPlaybackDeviceInvalidated:
+    case kMfEAudioServiceNotRunning:
+    case kAudioDeviceInvalidated:
+    case kAudioEndpointCreateFailed:
+    case kAudioServiceNotRunning:
       return PlaybackFailure::kNoSoundDevice;
     case kMfENetRead:
     case kMfENetWrite:

@@ -9,9 +9,25 @@
 #include "platform/win32/base/com_pointer.h"
 #include "platform/win32/media/async_callback.h"
 #include "platform/win32/media/locks.h"
+#include "platform/win32/media/media_results.h"
 
 namespace platform::win32 {
 namespace {
+
+/// The sound has nowhere to go any more, which the session reports without a failure of its own.
+bool EndsItsRenderer(MediaEventType type) {
+  switch (type) {
+    case MESinkInvalidated:
+    case MEAudioSessionDeviceRemoved:
+    case MEAudioSessionServerShutdown:
+    case MEAudioSessionFormatChanged:
+    case MEAudioSessionDisconnected:
+    case MEAudioSessionExclusiveModeOverride:
+      return true;
+    default:
+      return false;
+  }
+}
 
 void Note(::IMFMediaEvent& event, SessionWatch& watch) {
   MediaEventType type = MEUnknown;
@@ -19,6 +35,8 @@ void Note(::IMFMediaEvent& event, SessionWatch& watch) {
   if (event.GetType(&type) != S_OK || event.GetStatus(&status) != S_OK) return;
   if (FAILED(status)) {
     watch.Broken(status);
+  } else if (EndsItsRenderer(type)) {
+    watch.Broken(kMfEAudioPlaybackDeviceInvalidated);
   } else if (type == MESessionEnded) {
     watch.Ended();
   }

@@ -52,10 +52,11 @@ TEST(PlaybackNotes, ResultsSayWhy) {
   EXPECT_EQ(FailureOf(kEFail), PlaybackFailure::kOther);
 }
 
-// A session that has lost its device for good does not play again when there is one.
 TEST(PlaybackNotes, AMissingDeviceIsNamed) {
-  // MF_E_NO_AUDIO_PLAYBACK_DEVICE and MF_E_AUDIO_PLAYBACK_DEVICE_INVALIDATED
-  for (const std::uint32_t result : {0xC00D4E84u, 0xC00D4E86u}) {
+  // MF_E_NO_AUDIO_PLAYBACK_DEVICE, MF_E_AUDIO_PLAYBACK_DEVICE_INVALIDATED, MF_E_AUDIO_SERVICE_NOT_RUNNING,
+  // AUDCLNT_E_DEVICE_INVALIDATED, AUDCLNT_E_ENDPOINT_CREATE_FAILED and AUDCLNT_E_SERVICE_NOT_RUNNING
+  for (const std::uint32_t result :
+       {0xC00D4E84u, 0xC00D4E86u, 0xC00D4E87u, 0x88890004u, 0x8889000Fu, 0x88890010u}) {
     PlaybackNotes notes;
     notes.Broken(notes.Open(), static_cast<HResult>(result));
     EXPECT_EQ(notes.Status().state, PlaybackState::kFailed);

@@ -3,10 +3,15 @@
 #include "platform/win32/base/windows_api.h"
 
 #include <gtest/gtest.h>
+#include <mfapi.h>
+#include <mfidl.h>
 
 #include <chrono>
+#include <memory>
 #include <string>
 
+#include "platform/win32/media/media_library.h"
+#include "platform/win32/media/media_results.h"
 #include "ports/media_interfaces.h"
 #include "tests/platform/win32/media/slot_object.h"
 
@@ -59,6 +64,53 @@ TEST(SessionWatch, WhatRunsMayAskIt) {
   watch.Closed();
   EXPECT_TRUE(ended);
 }
+
+/// What a real session's watch takes from a report that is queued to it.
+struct QueuedReport : testing::Test {
+  void SetUp() override {
+    ASSERT_EQ(CallMedia<decltype(::MFStartup)>("MFStartup", MF_VERSION, 0), S_OK);
+    ASSERT_EQ(CallMedia<decltype(::MFCreateMediaSession)>("MFCreateMediaSession", nullptr, session.Receive()),
+              S_OK);
+    watch = WatchSession(*session.Get());
+  }
+  void TearDown() override {
+    if (session) session->Shutdown();
+    session = {};
+    EXPECT_EQ(CallMedia<decltype(::MFShutdown)>("MFShutdown"), S_OK);
+  }
+  /// Reports come in their order, so nothing is waited for but the end.
+  SessionWatch::News After(MediaEventType type, HRESULT status) {
+    EXPECT_EQ(session->QueueEvent(type, GUID{}, status, nullptr), S_OK);
+    EXPECT_EQ(session->QueueEvent(MESessionClosed, GUID{}, S_OK, nullptr), S_OK);
+    EXPECT_TRUE(watch->WaitClosed(10s));
+    return watch->Take();
+  }
+  ComPointer<::IMFMediaSession> session;
+  std::shared_ptr<SessionWatch> watch;
+};
+
+struct LostRenderer : QueuedReport, testing::WithParamInterface<MediaEventType> {};
+
+// Reported without a failure, but nothing is heard from then on.
+TEST_P(LostRenderer, IsAMissingDevice) {
+  EXPECT_EQ(After(GetParam(), S_OK).broken, kMfEAudioPlaybackDeviceInvalidated);
+}
+
+INSTANTIATE_TEST_SUITE_P(Reports, LostRenderer,
+                         testing::Values(MESinkInvalidated, MEAudioSessionDeviceRemoved,
+                                         MEAudioSessionServerShutdown, MEAudioSessionFormatChanged,
+                                         MEAudioSessionDisconnected, MEAudioSessionExclusiveModeOverride));
+
+TEST_F(QueuedReport, OfTheSoundsNameOrVolumeIsNoLoss) {
+  EXPECT_EQ(session->QueueEvent(MEAudioSessionNameChanged, GUID{}, S_OK, nullptr), S_OK);
+  const auto news = After(MEAudioSessionVolumeChanged, S_OK);
+  EXPECT_FALSE(news.broken);
+  EXPECT_FALSE(news.ended);
+}
+
+TEST_F(QueuedReport, OfAFailureKeepsItsResult) { EXPECT_EQ(After(MEError, kMfENetRead).broken, kMfENetRead); }
+
+TEST_F(QueuedReport, OfTheEndIsTheEnd) { EXPECT_TRUE(After(MESessionEnded, S_OK).ended); }
 
 HRESULT STDMETHODCALLTYPE NoteShutdown(SlotObject* self) {
   static_cast<std::string*>(self->pointer)->append(self->text.begin(), self->text.end());
