@@ -122,21 +122,22 @@ void LibraryRequest::SetLimits(const http::ExchangeOptions& options) {
 }
 
 // For the result of an operation, before which is_complete was cleared.
-std::uint32_t LibraryRequest::Await(BOOL done) {
-  const DWORD error = done != FALSE ? ERROR_SUCCESS : ::GetLastError();
-  if (error != ERROR_IO_PENDING) return error;
+std::uint32_t LibraryRequest::Await(Operation operation, BOOL done) {
+  if (done != FALSE) return ERROR_SUCCESS;
+  const DWORD error = ::GetLastError();
+  if (error != ERROR_IO_PENDING) return CauseOf(operation, error);
   const State& state = *state_;
   if (!state.reading->WaitUntil([&state] { return state.is_complete; }))
     return ERROR_INTERNET_OPERATION_CANCELLED;
-  return state.has_succeeded ? ERROR_SUCCESS : state.error;
+  return state.has_succeeded ? ERROR_SUCCESS : CauseOf(operation, state.error);
 }
 
 std::uint32_t LibraryRequest::Send(std::string lines) {
   if (request_ == nullptr) return ERROR_INTERNET_INTERNAL_ERROR;
   state_->lines = std::move(lines);
   state_->is_complete = false;
-  return Await(::HttpSendRequestA(request_, state_->lines.data(), static_cast<DWORD>(state_->lines.size()),
-                                  nullptr, 0));
+  return Await(Operation::kSend, ::HttpSendRequestA(request_, state_->lines.data(),
+                                                    static_cast<DWORD>(state_->lines.size()), nullptr, 0));
 }
 
 bool LibraryRequest::ReadHeader(http::AnswerHeader& header) {
@@ -155,34 +156,30 @@ bool LibraryRequest::ReadHeader(http::AnswerHeader& header) {
   return header.AddLine("\r\n") && !header.StatusCode().empty();
 }
 
-// How many bytes there are, as soon as there are some; 0 at the body's end.
-std::uint32_t LibraryRequest::AwaitBytes(std::size_t& count) {
-  // What has completed is asked for once more: the number is only then said to be there.
-  for (int round = 0; round < 2; ++round) {
-    state_->count = 0;
-    state_->is_complete = false;
-    const BOOL known = ::InternetQueryDataAvailable(request_, &state_->count, 0, 0);
-    const std::uint32_t error = Await(known);
-    if (error != ERROR_SUCCESS) return error;
-    count = state_->count;
-    if (known != FALSE || count > 0) return ERROR_SUCCESS;
-  }
-  return ERROR_SUCCESS;
+Completion LibraryRequest::CountBytes() {
+  state_->count = 0;
+  state_->is_complete = false;
+  const BOOL done = ::InternetQueryDataAvailable(request_, &state_->count, 0, 0);
+  const std::uint32_t error = Await(Operation::kQuery, done);
+  return {error, done != FALSE, error == ERROR_SUCCESS ? state_->count : 0};
+}
+
+Completion LibraryRequest::ReadBytes(std::size_t wanted, std::string& piece) {
+  state_->count = 0;
+  state_->is_complete = false;
+  const BOOL done =
+      ::InternetReadFile(request_, state_->piece.data(), static_cast<DWORD>(wanted), &state_->count);
+  const std::uint32_t error = Await(Operation::kRead, done);
+  if (error != ERROR_SUCCESS) return {error, done != FALSE, 0};
+  piece.assign(state_->piece.data(), std::min<std::size_t>(state_->count, wanted));
+  return {error, done != FALSE, piece.size()};
 }
 
 std::uint32_t LibraryRequest::Read(std::string& piece) {
-  piece.clear();
-  // A read waits until its piece is full, so it is asked for what is there.
-  std::size_t available = 0;
-  if (const std::uint32_t error = AwaitBytes(available); error != ERROR_SUCCESS) return error;
-  if (available == 0) return ERROR_SUCCESS;
-  const auto wanted = static_cast<DWORD>(std::min<std::size_t>(available, State::kPiece));
-  state_->count = 0;
-  state_->is_complete = false;
-  const std::uint32_t error =
-      Await(::InternetReadFile(request_, state_->piece.data(), wanted, &state_->count));
-  if (error == ERROR_SUCCESS) piece.assign(state_->piece.data(), std::min(state_->count, wanted));
-  return error;
+  const BodyOperations operations{
+      [this] { return CountBytes(); },
+      [this](std::size_t wanted, std::string& bytes) { return ReadBytes(wanted, bytes); }};
+  return ReadPiece(operations, State::kPiece, piece);
 }
 
 bool LibraryRequest::HasConnectedAnew() const { return state_->connected_anew; }

@@ -8,6 +8,7 @@
 
 #include "platform/http/address.h"
 #include "platform/http/exchange.h"
+#include "platform/win32/internet/body_piece.h"
 #include "platform/win32/internet/reading.h"
 
 namespace platform::win32 {
@@ -43,8 +44,9 @@ class LibraryRequest {
   struct Callback;
   void Open(const http::ExchangeOptions& options, const http::AddressParts& parts);
   void SetLimits(const http::ExchangeOptions& options);
-  std::uint32_t Await(int done);
-  std::uint32_t AwaitBytes(std::size_t& count);
+  std::uint32_t Await(Operation operation, int done);
+  Completion CountBytes();
+  Completion ReadBytes(std::size_t wanted, std::string& piece);
 
   void* session_ = nullptr;
   void* connection_ = nullptr;
