@@ -63,6 +63,7 @@ void KeepMessagesGoing() {
 
 std::shared_ptr<RequestObject> RequestObject::Start(const Text& class_name) {
   auto object = std::make_shared<RequestObject>();
+  if (object->wake_ == nullptr) return nullptr;
   if (++object_threads <= kMostThreads) {
     try {
       std::thread([object, class_name] {
@@ -80,7 +81,9 @@ std::shared_ptr<RequestObject> RequestObject::Start(const Text& class_name) {
 
 RequestObject::RequestObject() : wake_(::CreateEventW(nullptr, FALSE, FALSE, nullptr)) {}
 
-RequestObject::~RequestObject() { ::CloseHandle(wake_); }
+RequestObject::~RequestObject() {
+  if (wake_ != nullptr) ::CloseHandle(wake_);
+}
 
 CallResult RequestObject::Run(const Task& task, Clock::duration& left) {
   // The task may still run when nobody waits for it any more.

@@ -49,7 +49,7 @@ class RequestObject {
   /// The most of these threads at a time, those included that the system holds up.
   static constexpr int kMostThreads = 32;
 
-  /// Null when there are too many.
+  /// Null when there are too many, or the system has no more of what it needs.
   static std::shared_ptr<RequestObject> Start(const Text& class_name);
   RequestObject();
   ~RequestObject();
