@@ -15,13 +15,11 @@ namespace platform::win32 {
 namespace {
 
 constexpr std::chrono::milliseconds kLongestLook{5};
-/// How long the calls of one request together are waited for.
-constexpr std::chrono::seconds kLongestCalls{1};
 
 class Win32XmlHttpRequest final : public XmlHttpRequest {
  public:
-  Win32XmlHttpRequest(TextConversion& conversion, const Text& class_name)
-      : conversion_(conversion), class_name_(class_name) {}
+  Win32XmlHttpRequest(TextConversion& conversion, const Text& class_name, std::chrono::seconds longest_calls)
+      : conversion_(conversion), class_name_(class_name), longest_calls_(longest_calls) {}
   ~Win32XmlHttpRequest() override { EndObject(); }
   Win32XmlHttpRequest(const Win32XmlHttpRequest&) = delete;
   Win32XmlHttpRequest& operator=(const Win32XmlHttpRequest&) = delete;
@@ -39,14 +37,14 @@ class Win32XmlHttpRequest final : public XmlHttpRequest {
     if (state_ != kNotOpened) Abort();
     const bool is_open = method == u"GET" && asynchronous && OpenAddress(url);
     if (is_open) state_ = kOpened;
-    if (!is_open) left_ = kLongestCalls;
+    if (!is_open) left_ = longest_calls_;
     return is_open;
   }
 
   bool Send() override {
     if (state_ != kOpened || sent_) return false;
     sent_ = Judge(object_->Send(left_));
-    if (!sent_) left_ = kLongestCalls;
+    if (!sent_) left_ = longest_calls_;
     return sent_;
   }
 
@@ -68,7 +66,7 @@ class Win32XmlHttpRequest final : public XmlHttpRequest {
 
   void Abort() override {
     Forget();
-    left_ = kLongestCalls;
+    left_ = longest_calls_;
   }
 
  private:
@@ -117,20 +115,21 @@ class Win32XmlHttpRequest final : public XmlHttpRequest {
 
   TextConversion& conversion_;
   const Text class_name_;
+  const std::chrono::seconds longest_calls_;
   std::map<std::int32_t, std::int32_t> options_;
   std::shared_ptr<RequestObject> object_;
   std::int32_t state_ = kNotOpened;
   bool sent_ = false;
   Text text_;
   /// For the calls of this request; all of it again once one of them has ended it.
-  RequestObject::Clock::duration left_ = kLongestCalls;
+  RequestObject::Clock::duration left_ = longest_calls_;
 };
 
 }  // namespace
 
 std::unique_ptr<XmlHttpRequest> Win32XmlHttpRequests::CreateObject(const Text& class_name) {
   if (!ScriptObject::IsKnown(class_name)) return nullptr;
-  return std::make_unique<Win32XmlHttpRequest>(conversion_, class_name);
+  return std::make_unique<Win32XmlHttpRequest>(conversion_, class_name, longest_calls_);
 }
 
 }  // namespace platform::win32

@@ -2,6 +2,7 @@
 // Adapter: the asynchronous request object, which is the system's own.
 // Not for streams; those are read through internet/win32_internet.h.
 
+#include <chrono>
 #include <memory>
 
 #include "ports/text_conversion.h"
@@ -13,11 +14,16 @@ namespace platform::win32 {
 /// here, for the object's own text knows fewer charsets.
 class Win32XmlHttpRequests final : public XmlHttpRequests {
  public:
-  explicit Win32XmlHttpRequests(TextConversion& conversion) : conversion_(conversion) {}
+  static constexpr std::chrono::seconds kLongestCalls{1};
+  /// `longest_calls`: how long the calls of one request together are waited for.
+  explicit Win32XmlHttpRequests(TextConversion& conversion,
+                                std::chrono::seconds longest_calls = kLongestCalls)
+      : conversion_(conversion), longest_calls_(longest_calls) {}
   std::unique_ptr<XmlHttpRequest> CreateObject(const Text& class_name) override;
 
  private:
   TextConversion& conversion_;
+  const std::chrono::seconds longest_calls_;
 };
 
 }  // namespace platform::win32

@@ -45,7 +45,7 @@ TEST_F(LibraryRequestTest, ACancelEndsTheWaitForASilentServerAtOnceAndTheLibrary
   auto sent = std::async(std::launch::async, [&] { return request->Send("A: b\r\n"); });
   EXPECT_TRUE(server_.WaitForRequests(1, kDeadline));
   reading_->Cancel();
-  ASSERT_EQ(sent.wait_for(5s), std::future_status::ready) << "though the server is silent";
+  ASSERT_EQ(sent.wait_for(kDeadline), std::future_status::ready) << "though the server is silent";
   EXPECT_EQ(sent.get(), static_cast<std::uint32_t>(ERROR_INTERNET_OPERATION_CANCELLED));
   request.reset();
   if (under_test::EndsSilentConnections()) {
@@ -65,7 +65,7 @@ TEST_F(LibraryRequestTest, ACancelEndsTheWaitForABodyToo) {
   auto read = std::async(std::launch::async, [&] { return request->Read(piece); });
   EXPECT_EQ(read.wait_for(100ms), std::future_status::timeout) << "there is nothing yet";
   reading_->Cancel();
-  ASSERT_EQ(read.wait_for(5s), std::future_status::ready);
+  ASSERT_EQ(read.wait_for(kDeadline), std::future_status::ready);
   EXPECT_EQ(read.get(), static_cast<std::uint32_t>(ERROR_INTERNET_OPERATION_CANCELLED));
   request.reset();
   owned_.reset();
