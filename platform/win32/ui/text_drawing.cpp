@@ -61,9 +61,9 @@ Text WithLongWordsBroken(HDC context, TextView text, int room) {
   Text broken;
   while (!text.empty()) {
     const std::size_t blank = text.find_first_of(u" \n");
-    const std::size_t end = blank == TextView::npos ? text.size() : blank + 1;
-    TextView word = text.substr(0, end);
-    text.remove_prefix(end);
+    TextView word = text.substr(0, blank);
+    const TextView separator = text.substr(word.size(), 1);
+    text.remove_prefix(word.size() + separator.size());
     while (WidthOf(context, word) > room) {
       const std::size_t units = UnitsInLine(context, word, room);
       if (units >= word.size()) break;
@@ -71,6 +71,7 @@ Text WithLongWordsBroken(HDC context, TextView text, int room) {
       word.remove_prefix(units);
     }
     broken += word;
+    broken += separator;
   }
   return broken;
 }

@@ -60,6 +60,18 @@ TEST_F(Win32TextDrawingTest, NoHalfOfACharacterIsLeft) {
   }
 }
 
+TEST_F(Win32TextDrawingTest, WordThatJustFitsIsNotBroken) {
+  HDC context = canvas_.Context();
+  const Text word = u"Kurzwellenempfang";
+  const int width = WidthOf(context, word);
+  for (const char16_t separator : {u' ', u'\n'}) {
+    const Text text = word + separator + word;
+    EXPECT_EQ(WithLongWordsBroken(context, text, width), text);
+    EXPECT_EQ(WithLongWordsBroken(context, text + separator, width), text + separator) << "at the end";
+    EXPECT_NE(WithLongWordsBroken(context, text, width - 1), text);
+  }
+}
+
 TEST_F(Win32TextDrawingTest, LongWordsAreBrokenAndShortOnesAreNot) {
   HDC context = canvas_.Context();
   EXPECT_EQ(WithLongWordsBroken(context, u"kurze Wörter auf\neiner Zeile", 150),
