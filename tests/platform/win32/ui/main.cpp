@@ -3,8 +3,19 @@
 #include <gtest/gtest.h>
 #include <ole2.h>
 
+namespace {
+
+/// Wine confines the pointer, as for a maximised window, by a window of its desktop's process, which it names
+/// in this property. That process may end while other programs are on the desktop; the X server then ends
+/// each program that confines the pointer. Without the property nothing is confined. Windows knows no such
+/// property.
+void ForgetWinesPointerWindow() { ::RemovePropW(::GetDesktopWindow(), L"__wine_x11_clip_window"); }
+
+}  // namespace
+
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
+  ForgetWinesPointerWindow();
   ::OleInitialize(nullptr);
   const int result = RUN_ALL_TESTS();
   ::OleUninitialize();
