@@ -78,8 +78,9 @@ TEST_F(BodyPiece, ANumberThatIsNotKnownAfterAWaitIsAskedForAgain) {
 }
 
 TEST_F(BodyPiece, ANumberThatStaysUnknownIsNoEnd) {
-  bytes_ = "bytes";
-  for (const char next : bytes_) {
+  const std::string all = "bytes";
+  bytes_ = all;
+  for (const char next : all) {
     EXPECT_EQ(Read({kUnknown, kUnknown}), 0U);
     EXPECT_EQ(piece_, std::string(1, next));
     EXPECT_EQ(wanted_, std::vector<std::size_t>{1}) << "a read of more would wait for all of it";
