@@ -98,6 +98,7 @@ TEST_F(Win32ButtonFaceTest, ButtonThatDeletesIsRedOnlyWhileItIsPointedAt) {
   Canvas disabled(kWidth, kHeight);
   Paint(disabled);
   EXPECT_EQ(disabled.Count(kInside, IsRed), 0);
+  RestPointer();
 }
 
 TEST_F(Win32ButtonFaceTest, WithoutAThemeTheButtonIsTheSystemsOwnWithItsSymbol) {

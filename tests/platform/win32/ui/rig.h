@@ -18,6 +18,7 @@ namespace platform::win32 {
 class Win32WindowTest : public testing::Test {
  protected:
   void Open() {
+    RestPointer();
     form.Move({0, 0, 9000, 6000});
     int top = 0;
     for (const app::FormControl& entry : inventory) {
@@ -42,6 +43,9 @@ class Win32WindowTest : public testing::Test {
     }
     return true;
   }
+  /// Takes the pointer off the windows, into the screen's last corner. A window that ends under the pointer
+  /// keeps Wine from noticing the pointer over the windows after it.
+  static void RestPointer() { ::SetCursorPos(32'767, 32'767); }
   static void PressKey(HWND target, WPARAM key) {
     ::PostMessageW(target, WM_KEYDOWN, key, 1);
     ::PostMessageW(target, WM_KEYUP, key, 0xC0000001);
