@@ -15,6 +15,7 @@
 #include <cstdio>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/forms/form1.h"
@@ -23,7 +24,7 @@
 
 namespace {
 
-constexpr UINT kLongestAnswer = 500;  // milliseconds; a window that is busy is reported without its text
+constexpr UINT kLongestAnswer = 2000;  // milliseconds
 constexpr std::size_t kLongestText = 4096;
 
 std::string Utf8(std::wstring_view text) {
@@ -34,11 +35,17 @@ std::string Utf8(std::wstring_view text) {
   return bytes;
 }
 
+/// Whether a window was too busy to answer; until that is cleared, none is asked any more.
+bool is_busy = false;
+
 DWORD_PTR Ask(HWND window, UINT message, WPARAM w = 0, LPARAM l = 0) {
   DWORD_PTR answer = 0;
-  return ::SendMessageTimeoutW(window, message, w, l, SMTO_ABORTIFHUNG, kLongestAnswer, &answer) == 0
-             ? 0
-             : answer;
+  if (is_busy) return answer;
+  const LRESULT answered =
+      ::SendMessageTimeoutW(window, message, w, l, SMTO_ABORTIFHUNG, kLongestAnswer, &answer);
+  if (answered != 0) return answer;
+  is_busy = ::IsWindow(window) != 0;
+  return 0;
 }
 
 /// The text of another process's control, which GetWindowTextW does not ask for.
@@ -108,25 +115,54 @@ class RemoteMemory {
   void* address_;
 };
 
+/// In one step, so that the driver never reads half a report.
+bool Write(const std::wstring& path, const std::string& lines) {
+  const std::wstring next = path + L".next";
+  FILE* const file = ::_wfopen(next.c_str(), L"wb");
+  if (file == nullptr) return false;
+  const bool written = std::fwrite(lines.data(), 1, lines.size(), file) == lines.size();
+  return std::fclose(file) == 0 && written &&
+         ::MoveFileExW(next.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+}
+
 class Reporter {
  public:
-  explicit Reporter(const PROCESS_INFORMATION& program) : program_(program), memory_(program.hProcess) {
+  Reporter(const PROCESS_INFORMATION& program, const std::wstring& path)
+      : program_(program), path_(path), memory_(program.hProcess) {
     for (const app::FormControl& entry : form_.inventory) player_.push_back(entry.name);
     for (const app::FormControl& entry : app::Form2().inventory) dialog_.push_back(entry.name);
   }
 
-  std::string Lines() {
-    std::string lines;
+  /// A round in which a window was too busy is none: what it showed stays in the report until it answers.
+  void Report() {
+    is_busy = false;
+    std::vector<Part> parts;
     for (HWND window = ::GetTopWindow(nullptr); window != nullptr;
          window = ::GetWindow(window, GW_HWNDNEXT)) {
       DWORD process = 0;
       ::GetWindowThreadProcessId(window, &process);
-      if (process == program_.dwProcessId && ::IsWindowVisible(window) != 0) lines += Window(window);
+      if (process == program_.dwProcessId && ::IsWindowVisible(window) != 0)
+        parts.push_back({window, Window(window)});
     }
-    return lines;
+    if (!is_busy) parts_ = std::move(parts);
+    WriteWhatIsLeft();
   }
 
  private:
+  struct Part {
+    HWND window;
+    std::string lines;
+  };
+
+  /// Without the windows that have gone. A round takes seconds on a loaded machine, and the driver waits for
+  /// boxes to close.
+  void WriteWhatIsLeft() {
+    std::erase_if(parts_, [](const Part& part) { return ::IsWindowVisible(part.window) == 0; });
+    std::string lines;
+    for (const Part& part : parts_) lines += part.lines;
+    if (lines != written_ && Write(path_, lines)) written_ = lines;
+  }
+
   std::string Window(HWND window) {
     const bool owned = ::GetWindow(window, GW_OWNER) != nullptr;
     if (ClassOf(window) == L"FunkhausWindow") {
@@ -155,6 +191,7 @@ class Reporter {
   std::string Controls(HWND parent, const std::vector<std::string>& names, const std::string& owner) {
     std::string lines;
     for (HWND part = ::GetWindow(parent, GW_CHILD); part != nullptr; part = ::GetWindow(part, GW_HWNDNEXT)) {
+      WriteWhatIsLeft();
       if (::IsWindowVisible(part) == 0) continue;
       const auto number = static_cast<std::size_t>(::GetDlgCtrlID(part) - platform::win32::kFirstControlId);
       if (number < names.size()) lines += Line(owner + names[number], part);
@@ -195,30 +232,19 @@ class Reporter {
   }
 
   const PROCESS_INFORMATION& program_;
+  const std::wstring path_;
   RemoteMemory memory_;
+  std::vector<Part> parts_;
+  std::string written_;
   app::Form1 form_;
   std::vector<std::string> player_;
   std::vector<std::string> dialog_;
 };
 
-/// In one step, so that the driver never reads half a report.
-bool Write(const std::wstring& path, const std::string& lines) {
-  const std::wstring next = path + L".next";
-  FILE* const file = ::_wfopen(next.c_str(), L"wb");
-  if (file == nullptr) return false;
-  const bool written = std::fwrite(lines.data(), 1, lines.size(), file) == lines.size();
-  return std::fclose(file) == 0 && written &&
-         ::MoveFileExW(next.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
-}
-
 int ReportUntilEnd(const PROCESS_INFORMATION& program, const std::wstring& path) {
   constexpr DWORD kPause = 100;
-  Reporter reporter(program);
-  std::string written;
-  while (::WaitForSingleObject(program.hProcess, kPause) == WAIT_TIMEOUT) {
-    const std::string lines = reporter.Lines();
-    if (lines != written && Write(path, lines)) written = lines;
-  }
+  Reporter reporter(program, path);
+  while (::WaitForSingleObject(program.hProcess, kPause) == WAIT_TIMEOUT) reporter.Report();
   Write(path, "");
   DWORD code = 0;
   ::GetExitCodeProcess(program.hProcess, &code);
