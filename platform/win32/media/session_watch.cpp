@@ -87,15 +87,17 @@ void SessionWatch::Ended() {
   news_.ended = true;
 }
 
+// What comes while the others run waits for them, so that nobody shuts the platform down below them.
 void SessionWatch::Closed() {
   std::vector<std::function<void()>> waiting;
-  {
+  do {
+    for (const auto& then : waiting) then();
+    waiting.clear();
     const Lock lock(mutex_);
-    closed_ = true;
     waiting.swap(waiting_);
-  }
+    closed_ = waiting.empty();
+  } while (!waiting.empty());
   changed_.notify_all();
-  for (const auto& then : waiting) then();
 }
 
 bool ShutDownLater(SessionWatch& watch, const ComView& object) {

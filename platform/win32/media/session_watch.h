@@ -26,9 +26,10 @@ class SessionWatch {
   /// What has come since the last call.
   News Take();
   /// Runs `then` once the session has closed: at once, or on a thread of the framework. Until then the
-  /// session, its source and what is between them are in use. Several run in the order of the calls.
+  /// session, its source and what is between them are in use. Several run in the order of the calls, one
+  /// after the other.
   void WhenClosed(std::function<void()> then);
-  /// False when the session does not close in that time.
+  /// False when the session does not close in that time, or not everything that waited for it has run.
   bool WaitClosed(std::chrono::milliseconds limit);
 
   // What the session reports.
@@ -40,7 +41,7 @@ class SessionWatch {
   std::mutex mutex_;
   std::condition_variable changed_;
   News news_;
-  bool closed_ = false;
+  bool closed_ = false;  ///< and nothing of `waiting_` is left to do
   std::vector<std::function<void()>> waiting_;
 };
 

@@ -7,6 +7,7 @@
 #include <mfidl.h>
 
 #include <chrono>
+#include <future>
 #include <memory>
 #include <string>
 
@@ -45,6 +46,27 @@ TEST(SessionWatch, WhatWaitsForTheCloseRunsThenInItsOrder) {
   watch.Closed();
   EXPECT_EQ(order, "source session");
   EXPECT_TRUE(watch.WaitClosed(0ms));
+}
+
+TEST(SessionWatch, IsClosedWhenAllThatWaitedHasRun) {
+  SessionWatch watch;
+  std::promise<void> runs;
+  std::promise<void> may_end;
+  std::string order;
+  watch.WhenClosed([&] {
+    runs.set_value();
+    may_end.get_future().wait();
+    order += "source ";
+  });
+  auto closing = std::async(std::launch::async, [&watch] { watch.Closed(); });
+  runs.get_future().wait();
+  EXPECT_FALSE(watch.WaitClosed(0ms));
+  watch.WhenClosed([&order] { order += "session"; });
+  EXPECT_FALSE(watch.WaitClosed(0ms));
+  may_end.set_value();
+  EXPECT_TRUE(watch.WaitClosed(10s));
+  EXPECT_EQ(order, "source session");
+  closing.get();
 }
 
 TEST(SessionWatch, AfterTheCloseNothingWaits) {
