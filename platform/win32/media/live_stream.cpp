@@ -1,6 +1,7 @@
 #include "platform/win32/media/live_stream.h"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 #include "platform/live/text_types.h"
@@ -13,6 +14,7 @@ constexpr std::chrono::milliseconds kFirstLook{20};
 constexpr std::chrono::milliseconds kLook{50};
 /// By then two frames of sound must have followed each other, if it is sound of a kind that is measured.
 constexpr std::size_t kJudgedFrom = 4096;
+constexpr std::string_view kListBegins = "#EXTM3U";
 /// Bits per second of a station that does not say it.
 constexpr int kUsualBitRate = 128000;
 
@@ -55,6 +57,11 @@ PlaybackFailure LiveStream::Failure() const {
 int LiveStream::HttpStatus() const {
   const Lock lock(mutex_);
   return http_status_;
+}
+
+bool LiveStream::IsList() const {
+  const Lock lock(mutex_);
+  return list_;
 }
 
 PlaybackStatus LiveStream::Status() const {
@@ -201,9 +208,12 @@ void LiveStream::Judge(const HttpStream& connection) {
   const bool measured = level.format != live::SoundFormat::kUnknown;
   if (!answer_ && !measured && !connection.Over() && level.bytes_ahead < kJudgedFrom) return;
   HttpAnswer answer = *connection.Answer();
-  const bool text = live::IsTextType(answer.content_type);
+  // Before the first sound the buffer begins with what this connection has brought.
+  const bool list = live::IsListType(answer.content_type) || (!answer_ && buffer_->BeginsWith(kListBegins));
+  const bool text = list || live::IsTextType(answer.content_type);
   // A network that wants a login answers for the station.
   page_ = text && (answer_ ? !sound_called_text_ : !measured);
+  list_ = page_ && list;
   if (page_) return;
   if (!answer_) {
     sound_called_text_ = text;

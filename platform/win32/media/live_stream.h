@@ -45,6 +45,8 @@ class LiveStream {
   /// Why the first connection failed, or the latest one was lost.
   [[nodiscard]] PlaybackFailure Failure() const;
   [[nodiscard]] int HttpStatus() const;
+  /// The latest text that came in place of sound was a list of addresses or segments.
+  [[nodiscard]] bool IsList() const;
   /// While it plays: buffering, playing or connecting again, which it is before the first sound, too.
   [[nodiscard]] PlaybackStatus Status() const;
   /// How the data begins, in words, when that is known.
@@ -83,6 +85,7 @@ class LiveStream {
   bool failed_ = false;  ///< the first connection
   bool connecting_ = false;
   bool page_ = false;  ///< the latest connection has brought a text in place of sound
+  bool list_ = false;  ///< the latest such text was an M3U list
   bool sound_called_text_ = false;
   bool ended_ = false;  ///< nobody reads any more, until ResumeReads
   bool paused_ = false;

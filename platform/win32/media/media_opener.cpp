@@ -55,6 +55,11 @@ bool IsEndless(::IUnknown& opened) {
   return described && (descriptor->GetUINT64(MF_PD_DURATION, &length) != S_OK || length == 0);
 }
 
+HResult ResultOfData(HResult result) {
+  const bool refused = result != kSOk && result != kErrorCancelled && result != kMfENetTimeout;
+  return refused ? kMfEUnsupportedByteStreamType : result;
+}
+
 OpenedObject MediaOpener::Open(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags) {
   const auto item = notes_->Open();
   if (live_) live_->EndReads();
@@ -110,10 +115,7 @@ OpenedObject MediaOpener::OpenLive(::IMFSourceResolver& resolver, const Text& ad
   OpenedObject opened =
       OpenByteStream(resolver, *stream.Get(), address, flags | kMfResolutionContentNeedNotMatch, wait,
                      [this] { live_->EndReads(); });
-  // There is data, so it is the data that cannot be played.
-  const bool refused =
-      opened.result != kSOk && opened.result != kErrorCancelled && opened.result != kMfENetTimeout;
-  if (refused) opened.result = kMfEUnsupportedByteStreamType;
+  opened.result = ResultOfData(opened.result);
   return opened;
 }
 

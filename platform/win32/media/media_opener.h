@@ -14,8 +14,11 @@
 
 namespace platform::win32 {
 
-/// Whether an opened source says no length: then it goes on for ever.
+/// Whether an opened source says no length: then it continues for ever.
 bool IsEndless(::IUnknown& opened);
+
+/// What it means that data which is there was not opened with that result.
+HResult ResultOfData(HResult result);
 
 /// What opens an address first. The system's, except in tests.
 class AddressReader {
@@ -48,8 +51,10 @@ class MediaOpener {
   /// sound is its own from then on, as that of any station that is read here.
   void ReadByItself();
   [[nodiscard]] bool IsDecided() const { return live_ && live_->Decided(); }
-  /// It brought a text in place of sound: a list of segments, which only the system can follow, or a page.
+  /// It brought a text in place of sound.
   [[nodiscard]] bool IsText() const { return live_ && live_->Failure() == PlaybackFailure::kWebPage; }
+  /// That text is a list of segments, which only the system can follow.
+  [[nodiscard]] bool IsList() const { return live_ && live_->IsList(); }
   /// Begins to open what is read, once that is decided.
   BegunOpening BeginOwn(::IMFSourceResolver& resolver);
   /// Ends reads that wait for a server, before what waits for them is ended.

@@ -2,6 +2,8 @@
 // Results of the media framework that the adapter itself gives or asks about. Not the results that the
 // program knows (ports/interface_call.h).
 
+#include <cstdint>
+
 #include "ports/interface_call.h"
 
 namespace platform::win32 {
@@ -25,5 +27,17 @@ inline constexpr HResult kInternetNameNotResolved = static_cast<HResult>(0x80072
 inline constexpr HResult kInternetConnectionAborted = static_cast<HResult>(0x80072EFEu);
 inline constexpr HResult kInternetConnectionReset = static_cast<HResult>(0x80072EFFu);
 inline constexpr HResult kMfENetTimeout = static_cast<HResult>(0xC00D4278u);
+
+/// What the network or a server has done, as opposed to a device, a decoder or the data: a result of the
+/// framework's network sources, of Windows' sockets or Internet libraries, or a status of HTTP.
+constexpr bool IsNetworkFailure(HResult result) {
+  const auto code = static_cast<std::uint32_t>(result);
+  const auto within = [code](std::uint32_t first, std::uint32_t last) {
+    return code >= first && code <= last;
+  };
+  constexpr std::uint32_t kNetnameDeleted = 0x80070040u;
+  return within(0xC00D4268u, 0xC00D4295u) || within(0x80072710u, 0x80072F9Cu) ||
+         within(0x80190000u, 0x8019FFFFu) || code == kNetnameDeleted;
+}
 
 }  // namespace platform::win32

@@ -44,6 +44,10 @@ class OpeningEnd {
     Lock lock(mutex_);
     return changed_.wait_for(lock, kSlice, [this] { return over_; });
   }
+  bool IsOver() {
+    const Lock lock(mutex_);
+    return over_;
+  }
   OpenedObject Take() {
     const Lock lock(mutex_);
     return std::exchange(opened_, {});
@@ -85,7 +89,7 @@ ComPointer<::IMFAsyncCallback> Ending(::IMFSourceResolver& resolver, EndOperatio
 }
 
 OpenedObject Await(BegunOpening opening, const OpeningWait& wait, const std::function<void()>& given_up) {
-  const HResult waited = wait.Until([&opening] { return opening.IsOver(); });
+  const HResult waited = wait.Until([&opening] { return opening.WaitSlice(); });
   if (waited == kSOk) return opening.Take();
   if (given_up) given_up();
   return {waited, kMfObjectInvalid, {}};
@@ -129,7 +133,9 @@ BegunOpening BegunOpening::OfByteStream(::IMFSourceResolver& resolver, ::IMFByte
   return opening;
 }
 
-bool BegunOpening::IsOver() const { return begun_ != kSOk || end_->WaitSlice(); }
+bool BegunOpening::IsOver() const { return begun_ != kSOk || end_->IsOver(); }
+
+bool BegunOpening::WaitSlice() const { return begun_ != kSOk || end_->WaitSlice(); }
 
 OpenedObject BegunOpening::Take() {
   const auto end = std::move(end_);

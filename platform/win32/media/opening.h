@@ -48,8 +48,9 @@ class BegunOpening {
   BegunOpening(BegunOpening&&) noexcept;
   BegunOpening& operator=(BegunOpening&&) = delete;
 
-  /// Waits for a few milliseconds.
   [[nodiscard]] bool IsOver() const;
+  /// The same after a wait of a few milliseconds.
+  [[nodiscard]] bool WaitSlice() const;
   /// Once, when it is over.
   OpenedObject Take();
   /// Ends in the background; a source that it still makes is shut down there.

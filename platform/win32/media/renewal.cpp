@@ -5,13 +5,15 @@
 #include <mfapi.h>
 #include <mfidl.h>
 
+#include <algorithm>
+#include <cstdio>
+#include <string>
 #include <utility>
 
 #include "platform/win32/media/media_library.h"
 #include "platform/win32/media/media_results.h"
 #include "platform/win32/media/operation_shapes.h"
 #include "platform/win32/media/rebuilt_session.h"
-#include "ports/media_interfaces.h"
 
 namespace platform::win32 {
 namespace {
@@ -33,36 +35,69 @@ HResult Give(const Argument& variable, Value value) {
   return kSOk;
 }
 
+std::string Hexadecimal(HResult result) {
+  char text[16];
+  std::snprintf(text, sizeof text, "0x%08X", static_cast<unsigned>(result));
+  return text;
+}
+
 }  // namespace
 
 void Renewal::Forget() {
+  // The opening waits for reads.
+  if (IsOn()) opener_.EndReads();
   opening_.reset();
   phase_ = Phase::kNone;
   began_ = 0;
-  position_ = 0;
-  has_volume_ = false;
+  SetPosition(0);
   sound_is_due_ = false;
+  volume_.reset();
+  mute_.reset();
 }
 
-void Renewal::Begin(const std::shared_ptr<SessionWatch>& lost) {
+void Renewal::Begin(const std::shared_ptr<SessionWatch>& lost, PlaybackState state) {
+  options_.log("The system has lost a station, which is read by the program from now on.");
   RememberSound();
-  // A session that has ended has no position.
-  began_ = position_;
   CloseLost(lost);
+  refusals_ = 0;
+  if (state == PlaybackState::kPaused) return Park(Phase::kParked, ClockState::kPaused);
+  if (state != PlaybackState::kPlaying) return Park(Phase::kParked, ClockState::kStopped);
+  schedule_.Reset();
+  schedule_.Lose(Clock::now(), std::nullopt);
   Connect();
 }
 
-std::int64_t Renewal::Position(std::int64_t played) {
-  position_ = began_ + played;
+void Renewal::StartFailed(const std::shared_ptr<SessionWatch>& started, HResult result) {
+  sound_is_due_ = false;
+  opener_.EndReads();
+  CloseLost(started);
+  Refused(result);
+}
+
+std::int64_t Renewal::PositionNow() const {
+  using Ticks = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
+  return position_ + std::chrono::duration_cast<Ticks>(since_.At(Clock::now())).count();
+}
+
+void Renewal::SetPosition(std::int64_t position) {
+  position_ = position;
+  since_ = {};
+}
+
+std::int64_t Renewal::Position(std::int64_t played, Session session) {
+  const std::int64_t position = began_ + played;
+  SetPosition(session == Session::kMayBeLost ? std::max(position, position_) : position);
   return position_;
 }
 
 void Renewal::RememberSound() {
-  const auto volume = table_.Seen(Interface::kSimpleAudioVolume);
+  const auto seen = table_.Seen(Interface::kSimpleAudioVolume);
+  if (!seen || sound_is_due_) return;
+  float volume = 1;
   WINBOOL mute = FALSE;
-  has_volume_ = volume && SeenAs<::IMFSimpleAudioVolume>(volume)->GetMasterVolume(&volume_) == S_OK &&
-                SeenAs<::IMFSimpleAudioVolume>(volume)->GetMute(&mute) == S_OK;
-  mute_ = mute;
+  // A session that is lost may not know; then the values that were set last hold.
+  if (SeenAs<::IMFSimpleAudioVolume>(seen)->GetMasterVolume(&volume) == S_OK) volume_ = volume;
+  if (SeenAs<::IMFSimpleAudioVolume>(seen)->GetMute(&mute) == S_OK) mute_ = mute;
 }
 
 void Renewal::CloseLost(const std::shared_ptr<SessionWatch>& lost) {
@@ -75,83 +110,145 @@ void Renewal::CloseLost(const std::shared_ptr<SessionWatch>& lost) {
 
 void Renewal::Connect() {
   phase_ = Phase::kConnecting;
-  clock_state_ = static_cast<std::int32_t>(ClockState::kRunning);
+  clock_state_ = ClockState::kRunning;
+  since_.Run(Clock::now());
+  schedule_.AttemptStarted(Clock::now());
   opener_.ReadByItself();
 }
 
-void Renewal::Park(Phase phase) {
+void Renewal::Park(Phase phase, ClockState state) {
   // Reads that wait end first, for the opening waits for them.
   opener_.EndReads();
   opening_.reset();
   phase_ = phase;
+  clock_state_ = state;
+  since_.Rest(Clock::now());
+  if (state == ClockState::kStopped) SetPosition(0);
 }
 
 std::shared_ptr<SessionWatch> Renewal::Step() {
   if (sound_is_due_) RestoreSound();
-  if (phase_ == Phase::kConnecting && opener_.IsText()) {
-    opener_.EndReads();
-    Fail(kMfENetRead);
-  }
-  if (phase_ == Phase::kConnecting && opener_.IsDecided()) BeginOpening();
-  if (phase_ != Phase::kOpening || !opening_->IsOver()) return nullptr;
-  OpenedObject opened = opening_->Take();
-  opening_.reset();
-  return Play(std::move(opened));
+  if (phase_ == Phase::kStarting) LookAtClock();
+  if (phase_ == Phase::kWaiting && Clock::now() >= schedule_.NextAttempt()) Connect();
+  if (phase_ == Phase::kConnecting) LookAtConnection();
+  return phase_ == Phase::kOpening ? EndOpening() : nullptr;
+}
+
+void Renewal::LookAtConnection() {
+  if (opener_.IsDecided()) return BeginOpening();
+  if (!opener_.IsText()) return;
+  // A page may be that of a network that wants a login. It is no beginning for the sound that follows it, so
+  // that gets a reader of its own.
+  const bool list = opener_.IsList();
+  opener_.EndReads();
+  if (list) return Fail(kMfENetRead);
+  WaitForNext(PlaybackFailure::kWebPage);
 }
 
 void Renewal::BeginOpening() {
   ComPointer<::IMFSourceResolver> resolver;
   const HRESULT made =
       CallMedia<decltype(::MFCreateSourceResolver)>("MFCreateSourceResolver", resolver.Receive());
-  if (made != S_OK) return Fail(made);
+  if (made != S_OK) return Refused(made);
   opening_.emplace(opener_.BeginOwn(*resolver.Get()));
+  opening_ends_ = Clock::now() + options_.deadline;
   phase_ = Phase::kOpening;
+  options_.log("The lost station is being opened.");
+}
+
+std::shared_ptr<SessionWatch> Renewal::EndOpening() {
+  if (opening_->IsOver()) {
+    OpenedObject opened = opening_->Take();
+    opening_.reset();
+    return Play(std::move(opened));
+  }
+  if (Clock::now() >= opening_ends_) Refused(kMfENetTimeout);
+  return nullptr;
 }
 
 std::shared_ptr<SessionWatch> Renewal::Play(OpenedObject opened) {
   ComPointer<::IMFMediaSource> source;
-  HResult result = opened.result;
+  HResult result = ResultOfData(opened.result);
   if (result == kSOk) result = opened.object->QueryInterface(__uuidof(::IMFMediaSource), source.ReceiveAny());
   RebuiltSession built;
   if (result == kSOk) {
     built = RebuildSession(*source.Get());
     result = built.result;
   }
+  std::shared_ptr<SessionWatch> watch;
+  if (result == kSOk) {
+    watch = WatchSession(*built.session.Get());
+    PROPVARIANT from_here;
+    PropVariantInit(&from_here);
+    result = built.session->Start(&GUID_NULL, &from_here);
+    if (result != kSOk) built.session->Shutdown();
+  }
   if (result != kSOk) {
     opener_.EndReads();
     if (source) source->Shutdown();
-    Fail(result);
+    Refused(result);
     return nullptr;
   }
-  auto watch = WatchSession(*built.session.Get());
-  PROPVARIANT from_here;
-  PropVariantInit(&from_here);
-  built.session->Start(&GUID_NULL, &from_here);
   opener_.Playing();
+  sound_is_due_ = static_cast<bool>(table_.Seen(Interface::kSimpleAudioVolume));
   table_.Replace(Interface::kMediaSource, AsUnknown(source));
   table_.Replace(Interface::kMediaSession, AsUnknown(built.session));
   table_.Replace(Interface::kClock, AsUnknown(built.clock));
-  sound_is_due_ = has_volume_;
-  phase_ = Phase::kNone;
+  phase_ = Phase::kStarting;
+  options_.log("The lost station is opened and starts.");
   return watch;
+}
+
+// A station that answers data which is no sound is left alone in the end; the network may return at any time.
+void Renewal::Refused(HResult result) {
+  opener_.EndReads();
+  opening_.reset();
+  const PlaybackFailure failure = FailureOf(result);
+  const bool counts = !IsNetworkFailure(result);
+  if (failure == PlaybackFailure::kNoSoundDevice || (counts && ++refusals_ >= kMostRefusals))
+    return Fail(result);
+  WaitForNext(failure);
+}
+
+void Renewal::WaitForNext(PlaybackFailure failure) {
+  phase_ = Phase::kWaiting;
+  failure_ = failure;
+  schedule_.AttemptFailed(Clock::now(), live::ReconnectSchedule::Weigh(failure));
+  options_.log("The lost station was not opened; it is asked again.");
 }
 
 void Renewal::Fail(HResult result) {
   phase_ = Phase::kClosed;
-  clock_state_ = static_cast<std::int32_t>(ClockState::kStopped);
+  clock_state_ = ClockState::kStopped;
+  SetPosition(0);
   notes_.Broken(notes_.Latest(), result);
+  options_.log("The lost station is given up: " + Hexadecimal(result));
+}
+
+void Renewal::LookAtClock() {
+  const auto clock = table_.Seen(Interface::kClock);
+  MFCLOCK_STATE state = MFCLOCK_STATE_RUNNING;
+  LONGLONG played = 0;
+  MFTIME now = 0;
+  if (clock && SeenAs<::IMFClock>(clock)->GetState(0, &state) != S_OK) return;
+  if (state != MFCLOCK_STATE_RUNNING) return;
+  if (clock && SeenAs<::IMFClock>(clock)->GetCorrelatedTime(0, &played, &now) != S_OK) return;
+  SetPosition(PositionNow());
+  began_ = position_ - played;
+  phase_ = Phase::kNone;
 }
 
 // The session offers its volume once it has looked at its topology.
 void Renewal::RestoreSound() {
   const auto session = table_.Seen(Interface::kMediaSession);
+  if (!session) return;
   ComPointer<::IMFSimpleAudioVolume> volume;
   const HRESULT found =
       CallMedia<decltype(::MFGetService)>("MFGetService", session.Get(), MR_POLICY_VOLUME_SERVICE,
                                           __uuidof(::IMFSimpleAudioVolume), volume.ReceiveAny());
   if (found != S_OK) return;
-  volume->SetMasterVolume(volume_);
-  volume->SetMute(mute_);
+  if (volume_) volume->SetMasterVolume(*volume_);
+  if (mute_) volume->SetMute(*mute_);
   table_.Replace(Interface::kSimpleAudioVolume, AsUnknown(volume));
   sound_is_due_ = false;
 }
@@ -160,41 +257,69 @@ std::optional<HResult> Renewal::Answer(Interface interface_id, std::int32_t slot
                                        std::span<const Argument> arguments) {
   const OperationShape* const shape = FindShape(interface_id, slot);
   if (shape == nullptr || !Matches(*shape, arguments)) return std::nullopt;
-  if (interface_id == Interface::kSimpleAudioVolume && (IsOn() || sound_is_due_))
-    return AnswerVolume(slot, arguments);
+  if (interface_id == Interface::kSimpleAudioVolume) return AnswerVolume(slot, arguments);
+  if (interface_id == Interface::kMediaSession && (!IsOn() || IsStarting())) {
+    PassToSession(slot);
+    return std::nullopt;
+  }
   if (!IsOn()) return std::nullopt;
   if (interface_id == Interface::kClock) return AnswerClock(slot, arguments);
   if (interface_id == Interface::kMediaSession) return AnswerSession(slot);
   // It is shut down when the lost session has closed.
-  const bool shuts_down =
-      interface_id == Interface::kMediaSource && slot == platform::IMFMediaSource::Shutdown.slot;
+  const bool shuts_down = !IsStarting() && interface_id == Interface::kMediaSource &&
+                          slot == platform::IMFMediaSource::Shutdown.slot;
   return shuts_down ? std::optional(kSOk) : std::nullopt;
+}
+
+// The session that plays, or starts, obeys by itself.
+void Renewal::PassToSession(std::int32_t slot) {
+  using namespace platform::IMFMediaSession;
+  const bool ends = slot == Stop.slot || slot == Close.slot || slot == Shutdown.slot;
+  if (!ends && slot != Pause.slot) return;
+  if (IsStarting()) {
+    SetPosition(PositionNow());
+    began_ = position_;
+    phase_ = Phase::kNone;
+  }
+  if (!ends) return;
+  began_ = 0;
+  SetPosition(0);
+  if (slot != Stop.slot) sound_is_due_ = false;
 }
 
 std::optional<HResult> Renewal::AnswerSession(std::int32_t slot) {
   using namespace platform::IMFMediaSession;
   const auto item = notes_.Latest();
+  const bool closed = phase_ == Phase::kClosed;
   if (slot == Start.slot) {
-    if (phase_ == Phase::kClosed) return kEFail;
-    if (phase_ == Phase::kParked) Connect();
+    if (closed) return kEFail;
+    if (phase_ == Phase::kParked) {
+      refusals_ = 0;
+      schedule_.Reset();
+      schedule_.Lose(Clock::now(), std::nullopt);
+      Connect();
+    }
     notes_.Started(item);
   } else if (slot == Pause.slot) {
-    Park(Phase::kParked);
-    clock_state_ = static_cast<std::int32_t>(ClockState::kPaused);
+    if (closed) return kEFail;
+    if (clock_state_ == ClockState::kStopped) return kSOk;
+    Park(Phase::kParked, ClockState::kPaused);
     notes_.Paused(item);
   } else if (slot == Stop.slot || slot == Close.slot) {
-    Park(slot == Stop.slot && phase_ != Phase::kClosed ? Phase::kParked : Phase::kClosed);
-    clock_state_ = static_cast<std::int32_t>(ClockState::kStopped);
+    Park(slot == Stop.slot && !closed ? Phase::kParked : Phase::kClosed, ClockState::kStopped);
     notes_.Stopped(item);
-  } else if (slot != platform::IMFMediaSession::Shutdown.slot) {
+  } else if (slot == platform::IMFMediaSession::Shutdown.slot) {
+    Forget();
+  } else {
     return std::nullopt;
   }
   return kSOk;
 }
 
 std::optional<HResult> Renewal::AnswerClock(std::int32_t slot, std::span<const Argument> arguments) {
-  if (slot == platform::IMFClock::GetState.slot) return Give(arguments[1], clock_state_);
-  if (slot == platform::IMFClock::GetCorrelatedTime.slot) return Give(arguments[1], position_);
+  if (slot == platform::IMFClock::GetState.slot)
+    return Give(arguments[1], static_cast<std::int32_t>(clock_state_));
+  if (slot == platform::IMFClock::GetCorrelatedTime.slot) return Give(arguments[1], PositionNow());
   return std::nullopt;
 }
 
@@ -202,15 +327,24 @@ std::optional<HResult> Renewal::AnswerVolume(std::int32_t slot, std::span<const 
   using namespace platform::IMFSimpleAudioVolume;
   if (slot == SetMasterVolume.slot) volume_ = std::get<float>(arguments[0]);
   if (slot == SetMute.slot) mute_ = std::get<std::int32_t>(arguments[0]);
-  if (slot == GetMasterVolume.slot) return Give(arguments[0], volume_);
-  if (slot == GetMute.slot) return Give(arguments[0], mute_);
+  if (!IsOn() && !sound_is_due_) return std::nullopt;
+  if (slot == GetMasterVolume.slot) return Give(arguments[0], volume_.value_or(1.0F));
+  if (slot == GetMute.slot) return Give(arguments[0], mute_.value_or(0));
   return kSOk;
 }
 
 PlaybackStatus Renewal::Refine(const PlaybackStatus& status) const {
-  PlaybackStatus refined = opener_.Refine(status);
   const bool lost = IsOn() && status.state == PlaybackState::kPlaying;
-  if (lost) refined.state = PlaybackState::kReconnecting;
+  if (!lost) return opener_.Refine(status);
+  PlaybackStatus refined = status;
+  if (phase_ == Phase::kWaiting) {
+    const auto left = std::chrono::ceil<std::chrono::seconds>(schedule_.NextAttempt() - Clock::now());
+    refined.failure = failure_;
+    refined.seconds_to_next_try = static_cast<int>(std::max<std::chrono::seconds::rep>(left.count(), 0));
+  } else {
+    refined = opener_.Refine(status);
+  }
+  refined.state = PlaybackState::kReconnecting;
   return refined;
 }
 

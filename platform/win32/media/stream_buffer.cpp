@@ -106,6 +106,11 @@ StreamBuffer::Level StreamBuffer::Look() const {
   return level;
 }
 
+bool StreamBuffer::BeginsWith(std::string_view text) const {
+  const Lock lock(mutex_);
+  return begin_ == 0 && bytes_.starts_with(text);
+}
+
 StreamBuffer::Length StreamBuffer::SoundBefore(std::uint64_t position) const {
   Length sound{};
   for (const Mark& mark : marks_) {

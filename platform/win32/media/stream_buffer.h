@@ -13,6 +13,7 @@
 #include <mutex>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "platform/live/sound_frames.h"
 
@@ -59,6 +60,7 @@ class StreamBuffer {
     Clock::time_point appended_at{};
   };
   [[nodiscard]] Level Look() const;
+  [[nodiscard]] bool BeginsWith(std::string_view text) const;
 
  private:
   struct Wanted {

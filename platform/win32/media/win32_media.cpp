@@ -62,6 +62,10 @@ struct Win32Media::Impl {
   Impl(MessageLoop& loop, const Win32MediaOptions& given)
       : options(given),
         opener(loop, {given.open_deadline, {given.stall_limit, given.user_agent}, given.reader}, notes) {}
+  // Openings that go on wait for reads.
+  ~Impl() { ForgetItem(); }
+  Impl(const Impl&) = delete;
+  Impl& operator=(const Impl&) = delete;
 
   void Log(const std::string& line) const { options.log ? options.log(line) : WriteLog(line); }
   template <typename Made>
@@ -71,6 +75,11 @@ struct Win32Media::Impl {
   }
   std::optional<HResult> Open(InterfaceHandle resolver, std::span<const Argument> arguments);
   void TakeNews();
+  void Watch(std::shared_ptr<SessionWatch> session);
+  [[nodiscard]] bool IsRenewable(const SessionWatch::News& news) const;
+  [[nodiscard]] bool StationPlays() const;
+  void KeepClock(std::int32_t slot, std::span<const Argument> arguments);
+  void ForgetItem();
   bool AllClosed();
   void Before(Interface interface_id, std::int32_t slot);
   void After(Interface interface_id, std::int32_t slot);
@@ -81,10 +90,12 @@ struct Win32Media::Impl {
   MediaOpener opener;
   HandleTable table;
   ComCalls calls{table};
-  Renewal renewal{table, opener, *notes};
+  Renewal renewal{
+      table, opener, *notes, {options.open_deadline, [this](const std::string& line) { Log(line); }}};
   std::map<std::uint32_t, ComPointer<::IStream>> streams;
   std::uint32_t last_stream = 0;
   std::shared_ptr<SessionWatch> watch;  ///< of the latest session
+  PlaybackNotes::Item watched = 0;      ///< its item
   /// It was asked to close, so nothing that it uses is shut down before it has.
   bool closing = false;
   std::vector<std::shared_ptr<SessionWatch>> unclosed;
@@ -121,7 +132,7 @@ HResult Win32Media::MFStartup(std::int32_t version, std::int32_t flags) {
 }
 
 HResult Win32Media::MFShutdown() {
-  impl_->opener.EndReads();
+  impl_->ForgetItem();
   if (impl_->AllClosed()) return CallMedia<decltype(::MFShutdown)>("MFShutdown");
   impl_->Log("The media platform stays open, because a session does not close.");
   return kSOk;
@@ -131,7 +142,10 @@ HResult Win32Media::MFCreateSourceResolver(InterfaceHandle& out) {
   ::IMFSourceResolver* made = nullptr;
   const HRESULT result = CallMedia<decltype(::MFCreateSourceResolver)>("MFCreateSourceResolver", &made);
   // Without one nothing can be opened, which is what was to come next.
-  if (result != S_OK) impl_->notes->OpeningFailed(impl_->notes->Open(), result);
+  if (result != S_OK) {
+    impl_->renewal.Forget();
+    impl_->notes->OpeningFailed(impl_->notes->Open(), result);
+  }
   return impl_->Enter(result, made, Interface::kSourceResolver, out);
 }
 
@@ -162,8 +176,7 @@ HResult Win32Media::MFCreateMediaSession(InterfaceHandle& out) {
   const HRESULT result = CallMedia<decltype(::MFCreateMediaSession)>("MFCreateMediaSession", nullptr, &made);
   if (result == S_OK) {
     impl_->renewal.Forget();
-    impl_->watch = WatchSession(*made);
-    impl_->closing = false;
+    impl_->Watch(WatchSession(*made));
   }
   return impl_->Enter(result, made, Interface::kMediaSession, out);
 }
@@ -204,6 +217,7 @@ std::optional<HResult> Win32Media::Impl::Open(InterfaceHandle resolver, std::spa
   auto* type = std::get<std::int32_t*>(arguments[3]);
   auto* out = std::get<InterfaceHandle*>(arguments[4]);
   if (address == nullptr || type == nullptr || out == nullptr) return kEInvalidArg;
+  renewal.Forget();
   OpenedObject opened = opener.Open(*static_cast<::IMFSourceResolver*>(view->object.Get()), *address,
                                     std::get<std::int32_t>(arguments[1]));
   if (opened.result != kSOk) return opened.result;
@@ -212,21 +226,61 @@ std::optional<HResult> Win32Media::Impl::Open(InterfaceHandle resolver, std::spa
   return kSOk;
 }
 
+void Win32Media::Impl::Watch(std::shared_ptr<SessionWatch> session) {
+  watch = std::move(session);
+  watched = notes->Latest();
+  closing = false;
+}
+
+void Win32Media::Impl::ForgetItem() {
+  opener.EndReads();
+  renewal.Forget();
+}
+
 void Win32Media::Impl::TakeNews() {
-  if (auto renewed = renewal.Step()) {
-    watch = std::move(renewed);
-    closing = false;
-  }
+  std::erase_if(unclosed, [](const auto& session) { return session->WaitClosed({}); });
+  if (auto renewed = renewal.Step()) Watch(std::move(renewed));
   if (!watch) return;
   const SessionWatch::News news = watch->Take();
-  const bool plays = notes->Status().state == PlaybackState::kPlaying;
-  if ((news.broken || news.ended) && plays && opener.IsLiveOfTheSystem()) {
+  // What a session reports that was closed is about nothing that plays.
+  if ((!news.broken && !news.ended) || closing || watched != notes->Latest()) return;
+  if (renewal.IsStarting()) {
     unclosed.push_back(watch);
-    renewal.Begin(std::exchange(watch, nullptr));
+    renewal.StartFailed(std::exchange(watch, nullptr), news.broken.value_or(kMfENetRead));
+  } else if (IsRenewable(news)) {
+    unclosed.push_back(watch);
+    renewal.Begin(std::exchange(watch, nullptr), notes->Status().state);
   } else if (news.broken) {
-    notes->Broken(notes->Latest(), *news.broken);
-  } else if (news.ended) {
-    notes->Ended(notes->Latest());
+    notes->Broken(watched, *news.broken);
+  } else if (notes->Status().state != PlaybackState::kStopped) {
+    // Stop ends reads, which is an end for what has just started.
+    notes->Ended(watched);
+  }
+}
+
+// A device or a decoder that fails would fail again.
+bool Win32Media::Impl::IsRenewable(const SessionWatch::News& news) const {
+  const PlaybackState state = notes->Status().state;
+  const bool started =
+      state == PlaybackState::kPlaying || state == PlaybackState::kPaused || state == PlaybackState::kStopped;
+  return started && opener.IsLiveOfTheSystem() && (!news.broken || IsNetworkFailure(*news.broken));
+}
+
+bool Win32Media::Impl::StationPlays() const {
+  return opener.IsLiveOfTheSystem() && watch && !closing && watched == notes->Latest() &&
+         notes->Status().state == PlaybackState::kPlaying;
+}
+
+// The caller's clock began with the first session. A station's runs until Stop or Pause: between its loss and
+// the session's report a Stop would not come otherwise.
+void Win32Media::Impl::KeepClock(std::int32_t slot, std::span<const Argument> arguments) {
+  if (slot == platform::IMFClock::GetState.slot) {
+    auto* const state = std::get<std::int32_t*>(arguments[1]);
+    if (state != nullptr && StationPlays()) *state = static_cast<std::int32_t>(ClockState::kRunning);
+  } else if (slot == platform::IMFClock::GetCorrelatedTime.slot) {
+    auto* const played = std::get<std::int64_t*>(arguments[1]);
+    const auto session = StationPlays() ? Renewal::Session::kMayBeLost : Renewal::Session::kPlays;
+    if (played != nullptr) *played = renewal.Position(*played, session);
   }
 }
 
@@ -289,10 +343,7 @@ std::optional<HResult> Win32Media::DispCallFunc(InterfaceHandle object, Interfac
   if (seen_so && shuts_down && impl_->closing && ShutDownLater(*impl_->watch, *view)) return kSOk;
   const auto result = impl_->calls.DispCallFunc(object, interface_id, slot, arguments);
   if (result == kSOk) impl_->After(interface_id, slot);
-  // The caller's clock began with the first session.
-  const bool time = result == kSOk && Is(platform::IMFClock::GetCorrelatedTime, interface_id, slot);
-  auto* const played = time ? std::get<std::int64_t*>(arguments[1]) : nullptr;
-  if (played != nullptr) *played = impl_->renewal.Position(*played);
+  if (result == kSOk && interface_id == Interface::kClock) impl_->KeepClock(slot, arguments);
   return result;
 }
 

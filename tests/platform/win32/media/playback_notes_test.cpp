@@ -72,5 +72,23 @@ TEST(PlaybackNotes, AMissingDecoderHasTheNameOfTheFormat) {
   EXPECT_EQ(notes.Status().format, u"");
 }
 
+TEST(NetworkFailure, IsWhatAServerOrTheWayToItHasDone) {
+  for (const HResult result : {kMfENetRead, kMfENetWrite, kMfENetTimeout, kInternetConnectionAborted,
+                               kInternetConnectionReset, kInternetNameNotResolved}) {
+    EXPECT_TRUE(IsNetworkFailure(result)) << std::hex << result;
+  }
+  constexpr auto kSocketReset = static_cast<HResult>(0x80072746u);
+  constexpr auto kServerError = static_cast<HResult>(0x801901F4u);
+  EXPECT_TRUE(IsNetworkFailure(kSocketReset));
+  EXPECT_TRUE(IsNetworkFailure(kServerError));
+}
+
+TEST(NetworkFailure, IsNoDevicesAndNoDecoders) {
+  for (const HResult result : {kSOk, kEFail, kMfENoAudioPlaybackDevice, kMfEAudioPlaybackDeviceInvalidated,
+                               kMfETopologyCodecNotFound, kMfEUnsupportedByteStreamType, kEAccessDenied}) {
+    EXPECT_FALSE(IsNetworkFailure(result)) << std::hex << result;
+  }
+}
+
 }  // namespace
 }  // namespace platform::win32

@@ -9,6 +9,7 @@
 #include <atomic>
 #include <chrono>
 #include <memory>
+#include <string>
 #include <thread>
 
 #include "platform/win32/media/byte_stream.h"
@@ -134,12 +135,165 @@ TEST_F(LostBySystem, MayLastUntilTheProgramEnds) {
   EXPECT_TRUE(Silent());
 }
 
-// Only the system can follow a list of segments, so it stays lost.
-TEST_F(LostBySystem, IsGivenUpWhenItsAddressIsATextNow) {
+TEST_F(LostBySystem, IsHeardAgainAfterAPageInItsPlace) {
   Play("/portal");
+  EXPECT_TRUE(WaitUntil([this] { return media->Status().failure == PlaybackFailure::kWebPage; }));
+  EXPECT_EQ(media->Status().state, PlaybackState::kReconnecting);
+  EXPECT_TRUE(WaitUntil([this] {
+    static_cast<void>(media->Status());
+    return Ask("/count?/portal") > 3;
+  }));
+  EXPECT_EQ(Ask("/return"), 0);
+  EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
+  EXPECT_TRUE(Heard());
+}
+
+// Only the system can follow a list of segments, so it stays lost.
+TEST_F(LostBySystem, IsGivenUpWhenItsAddressIsAListNow) {
+  Play("/listed");
   EXPECT_TRUE(Becomes(PlaybackState::kFailed));
   EXPECT_EQ(media->Status().failure, PlaybackFailure::kConnectionLost);
+  EXPECT_TRUE(ClockIs(ClockState::kStopped));
   EXPECT_FALSE(player->PlayMedia());
+  player->PauseMedia();
+  EXPECT_TRUE(ClockIs(ClockState::kStopped));
+  EXPECT_FALSE(player->PlayMedia());
+}
+
+TEST_F(LostBySystem, IsGivenUpWhenItSendsNoSoundAgainAndAgain) {
+  Play("/noisy");
+  EXPECT_TRUE(Becomes(PlaybackState::kFailed));
+  EXPECT_EQ(media->Status().failure, PlaybackFailure::kUnreadable);
+  EXPECT_EQ(Ask("/count?/noisy"), 1 + Renewal::kMostRefusals);
+}
+
+TEST_F(LostBySystem, ClockRunsThroughItsLoss) {
+  Play("/returns");
+  EXPECT_TRUE(WaitUntil([this] { return player->CurrentPlayPosition() > 10'000'000; }));
+  std::int64_t latest = 0;
+  EXPECT_TRUE(WaitUntil([&] {
+    EXPECT_TRUE(ClockIs(ClockState::kRunning));
+    const auto position = player->CurrentPlayPosition();
+    EXPECT_GE(position, latest);
+    latest = position;
+    return media->Status().state == PlaybackState::kReconnecting;
+  }));
+  EXPECT_TRUE(WaitUntil([&] { return player->CurrentPlayPosition() > latest + 5'000'000; }));
+}
+
+TEST_F(LostBySystem, IsAskedAgainWhenOpeningItTakesTooLong) {
+  options.open_deadline = std::chrono::seconds(2);
+  MakePlayer();
+  Play("/trickles");
+  EXPECT_TRUE(WaitUntil([this] { return media->Status().failure == PlaybackFailure::kNoAnswer; }));
+  EXPECT_EQ(Ask("/return"), 0);
+  EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
+  EXPECT_TRUE(Heard());
+}
+
+/// When the station can be heard again: before what happens, or after it.
+enum class Returns : std::uint8_t { kBefore, kAfter };
+
+/// A time at which something may happen to a station that was lost.
+struct Moment {
+  const char* path;
+  const char* log;
+  PlaybackFailure failure;
+  Returns returns;
+};
+
+struct LostStation : LostBySystem, testing::WithParamInterface<Moment> {
+  void PlayUntilThen() {
+    Play(GetParam().path);
+    ASSERT_TRUE(Becomes(PlaybackState::kReconnecting));
+    const bool returns = GetParam().returns == Returns::kBefore;
+    ASSERT_TRUE(!returns || Ask("/return") == 0);
+    ASSERT_TRUE(WaitUntil([this] {
+      const PlaybackStatus status = media->Status();
+      return log.back() == GetParam().log && status.failure == GetParam().failure;
+    }));
+  }
+  /// Also what the station holds back.
+  bool IsDisconnected() { return Ask("/go") == 0 && Disconnected(); }
+};
+
+TEST_P(LostStation, IsLeftAloneAfterStopAndContinuesWithStart) {
+  PlayUntilThen();
+  EXPECT_TRUE(ClockIs(ClockState::kRunning));
+  player->StopMedia();
+  EXPECT_EQ(media->Status().state, PlaybackState::kStopped);
+  EXPECT_EQ(Ask("/return"), 0);
+  EXPECT_TRUE(IsDisconnected());
+  EXPECT_TRUE(Silent());
+  EXPECT_TRUE(WaitUntil([this] { return ClockIs(ClockState::kStopped); }));
+  EXPECT_EQ(media->Status().state, PlaybackState::kStopped);
+  ASSERT_TRUE(player->PlayMedia());
+  EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
+  EXPECT_TRUE(Heard());
+}
+
+TEST_P(LostStation, MayBePaused) {
+  PlayUntilThen();
+  player->PauseMedia();
+  EXPECT_EQ(media->Status().state, PlaybackState::kPaused);
+  EXPECT_EQ(Ask("/return"), 0);
+  EXPECT_TRUE(WaitUntil([this] { return ClockIs(ClockState::kPaused); }));
+  EXPECT_TRUE(Silent());
+  ASSERT_TRUE(player->PlayMedia());
+  EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
+  EXPECT_TRUE(Heard());
+}
+
+TEST_P(LostStation, MayBeReplaced) {
+  PlayUntilThen();
+  results.clear();
+  Play("/stream");
+  EXPECT_TRUE(Heard());
+  EXPECT_EQ(media->Status().state, PlaybackState::kPlaying);
+  EXPECT_EQ(Ask("/go"), 0);
+  EXPECT_TRUE(WaitUntil([this] { return Ask("/open") == 1; }));
+  player->StopMedia();
+  EXPECT_TRUE(Silent());
+}
+
+TEST_P(LostStation, MayLastUntilTheProgramEnds) {
+  PlayUntilThen();
+  player.reset();
+  EXPECT_EQ(media->Status().state, PlaybackState::kStopped);
+  media.reset();
+  EXPECT_TRUE(IsDisconnected());
+  EXPECT_TRUE(Silent());
+}
+
+constexpr char kLost[] = "The system has lost a station, which is read by the program from now on.";
+constexpr char kAgain[] = "The lost station was not opened; it is asked again.";
+constexpr char kOpens[] = "The lost station is being opened.";
+constexpr char kStarts[] = "The lost station is opened and starts.";
+
+std::string NameOf(const testing::TestParamInfo<Moment>& moment) {
+  constexpr const char* kNames[] = {"Away", "Replaced", "Opened", "Started"};
+  return kNames[moment.index];
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    WhileItIs, LostStation,
+    testing::Values(Moment{"/returns", kLost, PlaybackFailure::kHttpStatus, Returns::kAfter},
+                    Moment{"/portal", kAgain, PlaybackFailure::kWebPage, Returns::kAfter},
+                    Moment{"/trickles", kOpens, PlaybackFailure::kNone, Returns::kAfter},
+                    Moment{"/returns", kStarts, PlaybackFailure::kNone, Returns::kBefore}),
+    NameOf);
+
+// Each call that waits would take ten milliseconds.
+TEST_F(LostBySystem, AskingForItsStateDoesNotWaitForItsOpening) {
+  Play("/trickles");
+  EXPECT_TRUE(WaitUntil([this] {
+    static_cast<void>(media->Status());
+    return log.size() > 1 && log.back() == kOpens;
+  }));
+  const auto before = std::chrono::steady_clock::now();
+  for (int count = 0; count < 600; ++count) EXPECT_EQ(media->Status().state, PlaybackState::kReconnecting);
+  EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(5));
+  EXPECT_EQ(log.back(), kOpens);
 }
 
 }  // namespace

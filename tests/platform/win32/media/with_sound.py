@@ -20,6 +20,9 @@ It serves, each in the tempo of its sound after a burst of 96 KB:
   /stalls         the burst, and the rest once /go was asked for
   /returns        the burst once, then 404 until /return was asked for
   /portal         the same with an HTML page in place of 404
+  /listed         the same with a list of segments, called a text
+  /noisy          the same with what is no sound
+  /trickles       the same with 8 KB of sound, and the rest once /go was asked for
 and besides
   /whole          the first 4.8 s of the loop as a file with a length
   /moved          a redirect to /stream
@@ -76,7 +79,12 @@ SHOWS = {
     "/stalls": Show(waits_for="/go"),
     "/returns": Show(ends_after=BURST),
     "/portal": Show(ends_after=BURST),
+    "/listed": Show(ends_after=BURST),
+    "/noisy": Show(ends_after=BURST),
+    "/trickles": Show(ends_after=BURST),
 }
+LEAVING = ("/returns", "/portal", "/listed", "/noisy", "/trickles")
+NOISE = random.Random(1).randbytes(200_000)
 
 
 def made_certificate(folder, name):
@@ -136,10 +144,12 @@ class Station:
         if target == "/silent":
             connection.recv(1)
             return None
-        leaves = target in ("/returns", "/portal")
+        leaves = target in LEAVING
         away = leaves and self.asked[target] > 1 and not self.asked["/return"]
         if target in SHOWS and not away:
             return self.play(connection, SHOWS["/stream" if leaves and self.asked["/return"] else target])
+        if target == "/trickles":
+            return self.play(connection, Show(burst=8000, waits_for="/go"))
         if target == "/moved":
             return self.head(connection, b"HTTP/1.0 302 Found", ["Location: /stream", "Content-Length: 0"])
         answers = {
@@ -149,7 +159,9 @@ class Station:
             "/portal": lambda: ("<html>Anmeldung</html>", "text/html"),
             "/page": lambda: ("<html>Kein Ton</html>", "text/html"),
             "/list": lambda: ("#EXTM3U\nhttp://127.0.0.1/stream\n", "audio/x-mpegurl"),
-            "/noise": lambda: (random.Random(1).randbytes(200_000), "audio/mpeg"),
+            "/noise": lambda: (NOISE, "audio/mpeg"),
+            "/noisy": lambda: (NOISE, "audio/mpeg"),
+            "/listed": lambda: ("#EXTM3U\n#EXT-X-TARGETDURATION:10\n", "text/plain"),
             "/whole": lambda: (LOOP[:76_800], "audio/mpeg"),
         }
         if target in answers:
