@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <mfidl.h>
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <future>
@@ -95,9 +96,10 @@ TEST_F(OpeningTest, IsNotLockedWhileASourceShutsDown) {
   loop.input_ends_wait = true;
   EXPECT_EQ(Open().result, kErrorCancelled);
   std::future<void> other;
+  std::atomic<bool> other_runs = false;
   bool waited = false;
   on_shut_down = [&] {
-    if (other.valid()) return;
+    if (other_runs.exchange(true)) return;
     other = std::async(std::launch::async, [this] { Opened(); });
     waited = other.wait_for(5s) == std::future_status::ready;
   };
