@@ -92,7 +92,7 @@ struct Catalogue {
   catalogue::StationIcons icons{{icon_port, files, conversion, dialogs}, lists};
   catalogue::StationLists station_lists{lists, order, state, {[] {}, [] {}}};
   catalogue::UnsavedRows unsaved{full, conversion};
-  catalogue::StationFile file{{profile, conversion, files}, ini, settings};
+  catalogue::StationFile file{{profile, conversion}, ini, settings};
   catalogue::StationStore store{
       file, conversion, icons, state, lists, unsaved, [this](controls::ListView& list) {
         station_lists.SortAgain(list);

@@ -10,7 +10,6 @@
 #include "app/settings/ini_procedures.h"
 #include "app/settings/settings.h"
 #include "app/state/station.h"
-#include "ports/files.h"
 #include "ports/private_profile.h"
 #include "ports/text_conversion.h"
 
@@ -27,7 +26,6 @@ class StationFile {
   struct Ports {
     platform::PrivateProfile& profile;
     platform::TextConversion& conversion;
-    platform::Files& files;
   };
 
   /// The list of all names, each followed by NUL, is read into a buffer of this many characters; names
@@ -49,8 +47,6 @@ class StationFile {
   [[nodiscard]] bool Holds(const app::Station& station) const;
 
   // Writing.
-  /// Makes the file's folder when it is missing, as the program's start does: the last level only.
-  void MakeFolder() const { ports_.files.CreateDirectoryW(settings_.SettingsFolder); }
   enum class NumberKey {
     kAlways,
     kIfAnEntry,  ///< omitted unless the number is an entry's

@@ -120,7 +120,6 @@ void StationWriter::RemoveRowOnly(ListView& list, RowId row, DeletedEntry entry)
 }
 
 void StationWriter::WriteFullList() {
-  file_.MakeFolder();
   platform::WriteGroup group = file_.Group();
   for (const ListRow& row : lists_.full.Rows()) DeleteSections(unsaved_.LeftSections(row.id));
   for (const ListRow& row : lists_.full.Rows()) file_.WriteListed(app::StationOf(row.cells));

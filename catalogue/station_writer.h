@@ -40,9 +40,8 @@ class StationWriter {
   /// Deletes the section of the row's name and removes the row.
   void DeleteStation(controls::ListView& list, controls::RowId row);
 
-  /// Writes every row of the full list, in list order; of equal names the later one's values win. A folder
-  /// that was deleted meanwhile is made again. Afterwards the catalogue counts as changed only if writing
-  /// failed.
+  /// Writes every row of the full list, in list order; of equal names the later one's values win. Afterwards
+  /// the catalogue counts as changed only if that failed.
   void WriteFullList();
 
  private:

@@ -109,7 +109,7 @@ class CatalogueTest : public ::testing::Test {
   StationIcons icons{{icon_port, files, conversion, dialogs}, lists};
   StationLists station_lists{lists, order, state, {[this] { ++details_shown; }, [this] { ++started; }}};
   UnsavedRows unsaved{SymbolListview, conversion};
-  StationFile station_file{{profile, conversion, files}, ini, settings};
+  StationFile station_file{{profile, conversion}, ini, settings};
   StationStore store{
       station_file, conversion, icons, state, lists, unsaved, [this](controls::ListView& list) {
         station_lists.SortAgain(list);

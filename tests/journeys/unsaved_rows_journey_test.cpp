@@ -124,19 +124,6 @@ TEST_F(UnsavedRowsJourney, SaveIntoAFolderThatIsGoneStaysAnUnsavedChange) {
   EXPECT_NE(Stations().find("[Neu]"), std::string::npos);
 }
 
-TEST_F(UnsavedRowsJourney, SaveMakesTheFolderAgainThatWasDeletedAndWritesEveryStation) {
-  Import({"#EXTINF:-1,Neu", "http://neu"});
-  std::filesystem::remove_all(folder.Path() / "config/Ordnerzentrale");
-  ASSERT_TRUE(Form().SymbolListview.Select(LastRow()));
-  Form().Check2.Click();
-  EXPECT_TRUE(window->GetSettings().CatalogueChanged) << "a mark alone would make a file of one station";
-  Form().CommandButton1.Click();
-  EXPECT_FALSE(window->GetSettings().CatalogueChanged);
-  Restart();
-  EXPECT_EQ(Names(Form().SymbolListview), (std::vector<Text>{u"Alt", u"Neu"}));
-  EXPECT_EQ(Links(), (std::vector<Text>{u"http://alt", u"http://neu"}));
-}
-
 /// The program is killed, a moment after the last change, and started again.
 class KilledJourney : public UnsavedRowsJourney {
  protected:
