@@ -9,6 +9,8 @@ namespace {
 constexpr double kStripe = 0.04;
 /// How far the names' colour is from the text's towards the ground's.
 constexpr double kFaded = 0.35;
+/// How far the selection without the keyboard is from the list's ground towards the selection's own colour.
+constexpr double kPaleSelection = 0.3;
 constexpr front::Rgb kWarningOnLight{0xd0, 0x20, 0x20};
 constexpr front::Rgb kWarningOnDark{0xff, 0x50, 0x50};
 constexpr Color kQuietColor = RGB(0x2f, 0xa8, 0x4f);
@@ -60,10 +62,11 @@ Color ColorOf(Loudness loudness, Contrast contrast) {
 }
 
 Ink SelectionInk(SelectionOf list, Contrast contrast) {
-  // A button's face is often the list's own ground there, and the selection could not be seen.
-  if (list == SelectionOf::kListWithKeyboard || contrast == Contrast::kHigh)
-    return SystemInk(COLOR_HIGHLIGHT, COLOR_HIGHLIGHTTEXT);
-  return SystemInk(COLOR_BTNFACE, COLOR_BTNTEXT);
+  const Ink full = SystemInk(COLOR_HIGHLIGHT, COLOR_HIGHLIGHTTEXT);
+  if (list == SelectionOf::kListWithKeyboard || contrast == Contrast::kHigh) return full;
+  // A button's face, which the system takes here, is hardly another colour than every second row's.
+  const Ink row = SystemInk(COLOR_WINDOW, COLOR_WINDOWTEXT);
+  return {ToSystem(front::Mixed(FromSystem(row.ground), FromSystem(full.ground), kPaleSelection)), row.text};
 }
 
 }  // namespace platform::win32

@@ -124,6 +124,18 @@ TEST(Win32PaletteTest, UsualColoursAreMixedAndStayReadable) {
             3U);
 }
 
+TEST(Win32PaletteTest, SelectionIsSeenWithoutTheKeyboardToo) {
+  const auto contrast = [](Color one, Color other) {
+    return front::ContrastOf(FromSystem(one), FromSystem(other));
+  };
+  const Ink pale = SelectionInk(SelectionOf::kListWithoutKeyboard, Contrast::kUsual);
+  const Color ground = ::GetSysColor(COLOR_WINDOW);
+  EXPECT_GT(contrast(pale.ground, StripeColor(ground, ::GetSysColor(COLOR_WINDOWTEXT), Contrast::kUsual)),
+            1.25);
+  EXPECT_GE(contrast(pale.ground, pale.text), front::kContrastOfTexts);
+  EXPECT_NE(pale.ground, SelectionInk(SelectionOf::kListWithKeyboard, Contrast::kUsual).ground);
+}
+
 TEST(Win32ScaleTest, TitleIsBoldAndLargerThanOtherText) {
   const Scale scale(96);
   const auto height = [&scale](Scale::Font font) {
