@@ -124,6 +124,28 @@ TEST_F(UnsavedRowsJourney, SaveIntoAFolderThatIsGoneStaysAnUnsavedChange) {
   EXPECT_NE(Stations().find("[Neu]"), std::string::npos);
 }
 
+TEST_F(UnsavedRowsJourney, FolderThatIsMovedAwayIsNotMadeAgainAndComesBackWithItsComments) {
+  const std::string before = Stations();
+  const std::filesystem::path place = folder.Path() / "config/Ordnerzentrale";
+  const std::filesystem::path elsewhere = folder.Path() / "config/Woanders";
+  std::filesystem::rename(place, elsewhere);
+  Select(u"Alt");
+  Form().Check2.Click();
+  dialogs.answers = {MessageBoxAnswer::kYes};
+  Form().CommandButton2.Click();
+  EXPECT_EQ(dialogs.boxes.back().text, u"Änderungen gespeichert!");
+  EXPECT_EQ(Form().StatusLine.Caption(),
+            u"Nicht gespeichert: " + folder.TextPath(kStationFile) + u" konnte nicht geschrieben werden.");
+  ASSERT_FALSE(std::filesystem::exists(place)) << "it would be in the way of the old one";
+  std::filesystem::rename(elsewhere, place);
+  EXPECT_EQ(Stations(), before);
+  Form().CommandButton1.Click();
+  EXPECT_EQ(Stations(), before +
+                            "Favorit=1\r\nM3uNr=\r\n[Neu]\r\nGenre=80er/90er\r\nLink=http://neu\r\n"
+                            "Favorit=\r\nM3uNr=\r\n");
+  EXPECT_FALSE(window->GetSettings().CatalogueChanged);
+}
+
 /// The program is killed, a moment after the last change, and started again.
 class KilledJourney : public UnsavedRowsJourney {
  protected:
