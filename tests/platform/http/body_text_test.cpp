@@ -27,6 +27,7 @@ TEST(BodyText, FollowsTheNamedCharset) {
   EXPECT_EQ(Decode("ab", "text/plain;charset=turned; x=y"), u"ba") << "by the system";
   EXPECT_EQ(Decode("ab", "text/plain; Charset='Turned'"), u"ba");
   EXPECT_EQ(Decode(std::string_view("a\0\xAC\x20", 4), "text/plain; charset=utf-16le"), u"a\u20AC");
+  EXPECT_EQ(Decode(std::string_view("a\0\xAC\x20", 4), "text/plain; charset=utf-16"), u"a\u20AC");
   EXPECT_EQ(Decode(std::string_view("\0a\x20\xAC", 4), "text/plain; charset=utf-16be"), u"a\u20AC");
 }
 
@@ -52,6 +53,17 @@ TEST(BodyText, AnUnknownCharsetIsUtf8) {
   EXPECT_EQ(Decode("\xC3\xBC", "text/plain; charset="), u"\u00FC");
   EXPECT_EQ(Decode("\xC3\xBC", "text/plain; charset=" + std::string(500, 'x')), u"\u00FC");
   EXPECT_EQ(Decode("\xC3\xBC", "text/plain; charset=//IGNORE"), u"\u00FC");
+}
+
+TEST(BodyText, ALoneSurrogateInUtf16StaysAsItIs) {
+  const Text lone = {u'a', char16_t{0xD83D}, u'b', char16_t{0xDC00}};
+  EXPECT_EQ(Decode(std::string_view("\xFF\xFE"
+                                    "a\0\x3D\xD8"
+                                    "b\0\0\xDC",
+                                    10),
+                   ""),
+            lone);
+  EXPECT_EQ(Decode(std::string_view("\0a\xD8\x3D\0b\xDC\0", 8), "text/plain; charset=utf-16be"), lone);
 }
 
 TEST(BodyText, HalfAUnitAtTheEndIsAReplacement) {
