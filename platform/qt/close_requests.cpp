@@ -20,7 +20,13 @@ volatile std::sig_atomic_t wake_descriptor = -1;
 std::array<int, 2> descriptors = {-1, -1};
 std::array<struct sigaction, kSignals.size()> former{};
 
-void OnSignal(int /*signal*/) {
+/// The C library's raise(), which the system calls a signal to one thread.
+bool IsRaisedHere(const siginfo_t& signal) {
+  return signal.si_code == SI_TKILL && signal.si_pid == ::getpid();
+}
+
+void OnSignal(int /*number*/, siginfo_t* signal, void* /*context*/) {
+  if (IsRaisedHere(*signal)) return;
   const int error = errno;
   const char byte = 1;
   [[maybe_unused]] const ssize_t written = ::write(wake_descriptor, &byte, 1);
@@ -43,8 +49,8 @@ CloseRequests::CloseRequests(controls::Form& form, QtMessageLoop& loop) : form_(
   notifier_ = std::make_unique<QSocketNotifier>(descriptors[0], QSocketNotifier::Read);
   connect(notifier_.get(), &QSocketNotifier::activated, this, [this] { ReadSignals(); });
   struct sigaction action {};
-  action.sa_handler = OnSignal;
-  action.sa_flags = SA_RESTART;
+  action.sa_sigaction = OnSignal;
+  action.sa_flags = SA_RESTART | SA_SIGINFO;
   sigemptyset(&action.sa_mask);
   for (std::size_t index = 0; index < kSignals.size(); ++index) {
     ::sigaction(kSignals[index], &action, &former[index]);

@@ -131,5 +131,16 @@ TEST_F(DesktopProgram, BusThatEndsInTheMiddleDoesNotEndTheProgram) {
   EXPECT_TRUE(EndsOrderly(program_));
 }
 
+TEST_F(DesktopProgram, BusThatEndsWhileAStationPlaysStopsNothing) {
+  ASSERT_TRUE(Says("status", "Stopped"));
+  Playerctl("play");
+  ASSERT_TRUE(Sounds());
+  bus_.Stop();
+  // The connections of libraries notice it a moment later.
+  EXPECT_FALSE(WaitUntil([&] { return !program_.Running(); }, 3s));
+  EXPECT_TRUE(Sounds());
+  EXPECT_TRUE(EndsOrderly(program_));
+}
+
 }  // namespace
 }  // namespace program_test

@@ -1,5 +1,6 @@
 // The whole program, without a screen, whose session ends while it asks whether to save.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -86,7 +87,7 @@ class SessionEndProgramTest : public ::testing::Test {
 };
 
 TEST_F(SessionEndProgramTest, SignalWithAnUnsavedRowKeepsItAndEndsTheProgram) {
-  EXPECT_EQ(RunUntil([] { std::raise(SIGTERM); }), 1) << "nobody is asked when the session ends";
+  EXPECT_EQ(RunUntil([] { ::kill(::getpid(), SIGTERM); }), 1) << "nobody is asked when the session ends";
   ExpectRowKept();
   EXPECT_EQ(folder_.Read("Ordnerzentrale/Opt.ini"), "[Pfad3]\r\nFunkhausFavorit=0\r\n");
 }
@@ -101,7 +102,7 @@ TEST_F(SessionEndProgramTest, SignalWhileTheQuestionStandsOpenKeepsTheRowAndEnds
   QTimer poll;
   Watch(poll, [&](QWidget& dialog) {
     if (qobject_cast<QMessageBox*>(&dialog) == nullptr) return AcceptNewStation(dialog);
-    std::raise(SIGTERM);
+    ::kill(::getpid(), SIGTERM);
   });
   QTimer::singleShot(0, [this] { program_->Logic().Controls().CommandButton2.Click(); });
   EXPECT_EQ(program_->Run(), 0);
@@ -114,7 +115,7 @@ TEST_F(SessionEndProgramTest, SignalInsideTheClosingQuestionKeepsTheRowAndEndsTh
   Watch(poll, [&](QWidget& dialog) {
     auto* box = qobject_cast<QMessageBox*>(&dialog);
     if (box == nullptr) return AcceptNewStation(dialog);
-    if (++boxes == 2) return static_cast<void>(std::raise(SIGHUP));
+    if (++boxes == 2) return static_cast<void>(::kill(::getpid(), SIGHUP));
     box->button(QMessageBox::No)->click();
     QTimer::singleShot(0, [this] { program_->Logic().Controls().form.Close(); });
   });

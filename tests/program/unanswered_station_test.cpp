@@ -1,4 +1,6 @@
 // A station whose server takes the request and never answers: what the user does in the middle of the wait.
+#include <unistd.h>
+
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <csignal>
@@ -116,7 +118,7 @@ TEST_F(UnansweredStation, SignalEndsItsOpeningAndTheProgram) {
   StartWithStations();
   EXPECT_EQ(Run([this] {
               SelectStation();
-              EXPECT_LT(InterruptOpening([] { std::raise(SIGTERM); }), kAtOnce);
+              EXPECT_LT(InterruptOpening([] { ::kill(::getpid(), SIGTERM); }), kAtOnce);
               EXPECT_TRUE(Form().form.IsClosed());
               ExpectNothingPlays();
             }),

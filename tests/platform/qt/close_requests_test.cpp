@@ -1,6 +1,7 @@
 #include "platform/qt/close_requests.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <QSessionManager>
 #include <QTimer>
@@ -16,7 +17,7 @@ TEST(CloseRequestsTest, SignalsCloseTheForm) {
     QtMessageLoop loop;
     controls::Form form;
     const CloseRequests requests(form, loop);
-    ::raise(signal);
+    ::kill(::getpid(), signal);
     EXPECT_FALSE(form.Closing()) << "not inside the signal handler";
     EXPECT_TRUE(WaitFor([&] { return form.IsClosed(); })) << signal;
   }
@@ -27,16 +28,27 @@ TEST(CloseRequestsTest, SeveralSignalsCloseOnce) {
   controls::Form form;
   const CloseRequests requests(form, loop);
   const Counter asked(form.QueryUnload);
-  for (int count = 0; count < 100; ++count) ::raise(SIGTERM);
+  for (int count = 0; count < 100; ++count) ::kill(::getpid(), SIGTERM);
   ASSERT_TRUE(WaitFor([&] { return form.IsClosed(); }));
   EXPECT_EQ(asked.Count(), 1);
+}
+
+TEST(CloseRequestsTest, WhatALibraryRaisesClosesNothing) {
+  QtMessageLoop loop;
+  controls::Form form;
+  const CloseRequests requests(form, loop);
+  for (const int signal : {SIGTERM, SIGHUP, SIGINT}) ::raise(signal);
+  for (int round = 0; round < 10; ++round) loop.ProcessPendingMessages();
+  EXPECT_FALSE(form.Closing());
+  ::kill(::getpid(), SIGTERM);
+  EXPECT_TRUE(WaitFor([&] { return form.IsClosed(); }));
 }
 
 TEST(CloseRequestsTest, SignalsWaitWhileOnlyPaintingIsAllowed) {
   QtMessageLoop loop;
   controls::Form form;
   const CloseRequests requests(form, loop);
-  ::raise(SIGTERM);
+  ::kill(::getpid(), SIGTERM);
   for (int round = 0; round < 10; ++round) loop.ProcessPaintMessages();
   EXPECT_FALSE(form.Closing());
   EXPECT_TRUE(WaitFor([&] { return form.IsClosed(); }));

@@ -1,5 +1,6 @@
 // The end of the session while a dialog of the program is open.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <QComboBox>
 #include <QContextMenuEvent>
@@ -41,7 +42,7 @@ class SessionEndTest : public ::testing::Test {
       if (dialog == nullptr || !dialog->isVisible() || !dialog->inherits(dialog_class)) return;
       poll.stop();
       dialog_was_open_ = true;
-      std::raise(SIGTERM);
+      ::kill(::getpid(), SIGTERM);
     });
     poll.start(5);
     QTimer::singleShot(0, opens_dialog);
@@ -52,7 +53,7 @@ class SessionEndTest : public ::testing::Test {
     QTimer::singleShot(0, qApp, [&] {
       opens_popup();
       EXPECT_NE(QApplication::activePopupWidget(), nullptr);
-      std::raise(SIGTERM);
+      ::kill(::getpid(), SIGTERM);
     });
     fixture_.window->Run();
     EXPECT_TRUE(Form().IsClosed());
@@ -70,7 +71,7 @@ class SessionEndTest : public ::testing::Test {
 TEST_F(SessionEndTest, SignalNotifiesTheFormThatTheSessionEnds) {
   std::optional<controls::CloseReason> reason;
   const auto ask = Form().QueryUnload.Subscribe([&] { reason = Form().Reason(); });
-  QTimer::singleShot(0, [] { std::raise(SIGHUP); });
+  QTimer::singleShot(0, [] { ::kill(::getpid(), SIGHUP); });
   fixture_.window->Run();
   EXPECT_EQ(reason, controls::CloseReason::kSessionEnd);
   EXPECT_TRUE(Form().IsClosed());

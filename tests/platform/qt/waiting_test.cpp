@@ -1,5 +1,6 @@
 // What the user does while the window waits: what ends the wait, what comes after it, what the pointer shows.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <QCheckBox>
 #include <QElapsedTimer>
@@ -119,7 +120,7 @@ TEST_F(Waiting, SignalEndsItAndThenCloses) {
   const CloseRequests requests(form_.form, loop_);
   bool ended = false;
   loop_.HandOver(context_, [&] {
-    ::raise(SIGTERM);
+    ::kill(::getpid(), SIGTERM);
     EXPECT_TRUE(WaitFor([&] {
       loop_.ProcessPaintMessages();
       return loop_.InputEndsWait();
