@@ -10,6 +10,8 @@ HEAD = "; Diese Zeile gehört einem Menschen."
 KEYS = ("Station", "Link", "Genre", "Favorit", "M3uNr", "Fremd")
 GENRES = ("Pop & Hits", "Rock", "Oldies", "Dance", "Klassik", "Electro,Black Music", "Kinder", "Sonstiges")
 CHANGES_BY_ITSELF = ("Favorit=", "M3uNr=")  # by a mark, and by saving the list
+FOREIGN = (";", "Fremd=")  # lines that the program never writes, and loses only with their station
+MOST_AT_ONCE = 12  # actions that come to effect together, after the program has kept the user waiting
 
 
 class Torn(Exception):
@@ -55,9 +57,14 @@ def lasting(lines):
     return [line for line in lines if not line.startswith(CHANGES_BY_ITSELF)]
 
 
+def foreign(lines):
+    return [line for line in lines if line.startswith(FOREIGN)]
+
+
 class Judge:
     """Looks at the file again and again. `may_vanish` is how many stations the user can have deleted or renamed at
-    most since the last look, or None: then no station may vanish, and none may change but by a mark."""
+    most since the last look, or None: then no station may vanish, and none may change but by a mark. A station that
+    was written anew, without its comments and foreign keys, counts as one that vanished."""
 
     def __init__(self, path, fail):
         self.path, self.fail, self.stamp, self.known = path, fail, None, {}
@@ -67,7 +74,7 @@ class Judge:
         self.stamp, self.known, self.credit = None, {}, 0
 
     def look(self, may_vanish):
-        self.credit += may_vanish or 0
+        self.credit = min(self.credit + (may_vanish or 0), MOST_AT_ONCE)
         try:
             status = os.stat(self.path)
             if (status.st_ino, status.st_mtime_ns) == self.stamp:
@@ -83,13 +90,15 @@ class Judge:
         self.stamp, self.known = (status.st_ino, status.st_mtime_ns), sections
 
     def _compare(self, sections, strictly):
-        vanished = [name for name in self.known if name not in sections]
+        vanished = [name for name, lines in self.known.items()
+                    if name not in sections or not set(foreign(lines)) <= set(sections[name])]
         self.credit -= len(vanished)
         if vanished and (strictly or self.credit < 0):
             self.lost += len(vanished)
-            self.fail("lost", f"{len(vanished)} stations vanished without a deletion: {vanished[:5]}")
+            self.fail("lost", f"{len(vanished)} stations vanished or lost foreign lines without a deletion: "
+                      f"{vanished[:5]}")
         for name, lines in self.known.items() if strictly else ():
-            if name in sections and lasting(sections[name]) != lasting(lines):
+            if name not in vanished and lasting(sections[name]) != lasting(lines):
                 self.lost += 1
                 self.fail("lost", f"[{name}] changed by itself: {lines} became {sections[name]}")
         self.credit = max(self.credit, 0)

@@ -19,6 +19,8 @@ class Faults:
         self.running = {}  # kind -> when it heals
         self.edits = 0
         self.full_until = 0.0
+        self.untouchable = b""  # the station file while it cannot be written
+        self.elsewhere = world.settings.with_name("woanders")
         self.program = None
         self.a_start_is_under_way = lambda: False
 
@@ -83,8 +85,10 @@ class Faults:
 
     def _start_read_only(self):
         self.world.settings.chmod(0o555)
+        self.untouchable = self.world.station_file.read_bytes()
 
     def _end_read_only(self):
+        self._expect_untouched(self.world.station_file)
         self.world.settings.chmod(0o755)
 
     def _start_unreadable(self):
@@ -121,10 +125,17 @@ class Faults:
             pass
 
     def _start_away(self):
-        os.rename(self.world.settings, self.world.settings.with_name("woanders"))
+        os.rename(self.world.settings, self.elsewhere)
+        self.untouchable = (self.elsewhere / self.world.station_file.name).read_bytes()
 
     def _end_away(self):
         if self.world.settings.exists():
             self.judge.fail("lost", "the settings folder was made anew while it was away")
             shutil.rmtree(self.world.settings)
-        os.rename(self.world.settings.with_name("woanders"), self.world.settings)
+        self._expect_untouched(self.elsewhere / self.world.station_file.name)
+        os.rename(self.elsewhere, self.world.settings)
+
+    def _expect_untouched(self, station_file):
+        """Nobody can have written it, so every comment and every foreign key is there, whatever the user has done."""
+        if station_file.read_bytes() != self.untouchable:
+            self.judge.fail("lost", "the station file changed while nobody could write it")

@@ -57,6 +57,24 @@ class JudgeTest(unittest.TestCase):
         self.judge.look(1)
         self.assertEqual(self.failures, ["lost"])
 
+    def test_a_rough_user_may_have_written_a_station_anew_but_not_all_of_them(self):
+        self.change(b"; Notiz zu Sender 01\r\n", b"")
+        self.judge.look(1)
+        self.assertEqual(self.failures, [])
+        for foreign in (b"; Notiz zu Sender 00\r\n", b"Fremd=34\r\n"):
+            self.change(foreign, b"")
+        self.judge.look(1)
+        self.assertEqual(self.failures, ["lost"])
+
+    def test_many_actions_without_an_effect_allow_no_later_loss(self):
+        self.write(catalogue.make([f"http://{number}/" for number in range(40)]))
+        for _ in range(100):
+            self.judge.look(1)
+        self.assertEqual(self.failures, [])
+        self.write(self.path.read_bytes().replace(b"; Notiz", b";"))
+        self.judge.look(1)
+        self.assertEqual(self.failures, ["lost"])
+
     def test_lines_that_change_by_themselves_are_lost(self):
         for old, new in ((b"Link=http://b/", b"Link=http://x/"), (b"Fremd=17\r\n", b""),
                          (b"; Notiz zu Sender 02\r\n", b"")):

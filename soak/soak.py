@@ -11,10 +11,11 @@ gentle or rough (user.py). Judged are
 - hangs: no answer to a window manager's ping for 3.5 s, the time not counted for which other programs had the processor
   (watcher.py), or no reaction to a key within 20 s;
 - rows lost: while the user is gentle no station may vanish from the station file, and none of its lines may change but
-  the mark and the number, which saving normalises; a rough user's stations may vanish one for each action at most. What
-  was entered and not saved before a kill must be in the file once the next session has saved (catalogue.py, user.py);
-- torn files: every look at the station file finds whole lines, each section once, the comment at its head; the foreign
-  keys and comments of a station are among the lines that may not change;
+  the mark and the number, which saving normalises; nor by the next start and its save. A rough user's stations may
+  vanish, or lose their comments and foreign keys by being written anew, one for each action at most. What was entered
+  and not saved before a kill must be in the file once the next session has saved (catalogue.py, user.py). While its
+  folder is away or read-only nothing in the file may change (faults.py);
+- torn files: every look at the station file finds whole lines, each section once, the comment at its head;
 - leftovers: temporary files that are there when a start's window is;
 - growth: memory, threads and open files at rest (stopped, nothing open), within one gentle session.
 
@@ -149,6 +150,8 @@ class Soak:
         self.user.meet(self.program, main, rough)
         self.user.settle()
         self.user.settle()
+        if rough:  # The session before was gentle.
+            self.judge.look(None)
         self.judge.forget()
         self.judge.look(None)
         self.check_promises()
