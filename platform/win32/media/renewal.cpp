@@ -101,9 +101,10 @@ void Renewal::RememberSound() {
 }
 
 void Renewal::CloseLost(const std::shared_ptr<SessionWatch>& lost) {
+  shutdowns_.Add(lost);
   for (const Interface seen_as : {Interface::kMediaSource, Interface::kMediaSession}) {
     const ComView view{table_.Seen(seen_as), seen_as};
-    if (view.object) ShutDownLater(*lost, view);
+    if (view.object) shutdowns_.Add(lost, view);
   }
   if (const auto session = table_.Seen(Interface::kMediaSession)) SeenAs<::IMFMediaSession>(session)->Close();
 }

@@ -18,6 +18,7 @@
 #include "platform/win32/media/playback_notes.h"
 #include "platform/win32/media/played_time.h"
 #include "platform/win32/media/session_watch.h"
+#include "platform/win32/media/shutdown_queue.h"
 #include "ports/interface_call.h"
 #include "ports/media_interfaces.h"
 
@@ -41,8 +42,9 @@ class Renewal {
   /// Data is refused so often before a station is given up.
   static constexpr int kMostRefusals = 3;
 
-  Renewal(HandleTable& table, MediaOpener& opener, PlaybackNotes& notes, RenewalOptions options)
-      : table_(table), opener_(opener), notes_(notes), options_(std::move(options)) {}
+  Renewal(HandleTable& table, MediaOpener& opener, PlaybackNotes& notes, ShutdownQueue& shutdowns,
+          RenewalOptions options)
+      : table_(table), opener_(opener), notes_(notes), shutdowns_(shutdowns), options_(std::move(options)) {}
 
   /// The session that the handles are of has lost its station, while it played or, which leaves it alone
   /// until the next Start, was paused or stopped. It is closed, and it and its source are shut down when that
@@ -100,6 +102,7 @@ class Renewal {
   HandleTable& table_;
   MediaOpener& opener_;
   PlaybackNotes& notes_;
+  ShutdownQueue& shutdowns_;
   const RenewalOptions options_;
   Phase phase_ = Phase::kNone;
   std::optional<BegunOpening> opening_;

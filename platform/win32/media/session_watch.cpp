@@ -61,20 +61,14 @@ SessionWatch::News SessionWatch::Take() {
   return std::exchange(news_, {});
 }
 
-void SessionWatch::WhenClosed(std::function<void()> then) {
-  {
-    const Lock lock(mutex_);
-    if (!closed_) {
-      waiting_.push_back(std::move(then));
-      return;
-    }
-  }
-  then();
+std::optional<SessionWatch::Clock::time_point> SessionWatch::ClosedAt() const {
+  const Lock lock(mutex_);
+  return closed_at_;
 }
 
 bool SessionWatch::WaitClosed(std::chrono::milliseconds limit) {
   Lock lock(mutex_);
-  return changed_.wait_for(lock, limit, [this] { return closed_; });
+  return changed_.wait_for(lock, limit, [this] { return closed_at_.has_value(); });
 }
 
 void SessionWatch::Broken(HResult result) {
@@ -87,29 +81,12 @@ void SessionWatch::Ended() {
   news_.ended = true;
 }
 
-// What comes while the others run waits for them, so that nobody shuts the platform down below them.
 void SessionWatch::Closed() {
-  std::vector<std::function<void()>> waiting;
-  do {
-    for (const auto& then : waiting) then();
-    waiting.clear();
+  {
     const Lock lock(mutex_);
-    waiting.swap(waiting_);
-    closed_ = waiting.empty();
-  } while (!waiting.empty());
+    if (!closed_at_) closed_at_ = Clock::now();
+  }
   changed_.notify_all();
-}
-
-bool ShutDownLater(SessionWatch& watch, const ComView& object) {
-  if (watch.WaitClosed({})) return false;
-  watch.WhenClosed([object] {
-    if (object.interface_id == Interface::kMediaSource) {
-      static_cast<::IMFMediaSource*>(object.object.Get())->Shutdown();
-    } else {
-      static_cast<::IMFMediaSession*>(object.object.Get())->Shutdown();
-    }
-  });
-  return true;
 }
 
 std::shared_ptr<SessionWatch> WatchSession(::IMFMediaSession& session) {

@@ -12,7 +12,6 @@
 #include <cstdio>
 #include <map>
 #include <utility>
-#include <vector>
 
 #include "platform/win32/media/com_calls.h"
 #include "platform/win32/media/handle_table.h"
@@ -23,6 +22,7 @@
 #include "platform/win32/media/playback_notes.h"
 #include "platform/win32/media/renewal.h"
 #include "platform/win32/media/session_watch.h"
+#include "platform/win32/media/shutdown_queue.h"
 #include "ports/media_interfaces.h"
 
 // Public, but missing from the compiler's headers.
@@ -80,7 +80,6 @@ struct Win32Media::Impl {
   [[nodiscard]] bool StationPlays() const;
   void KeepClock(std::int32_t slot, std::span<const Argument> arguments);
   void ForgetItem();
-  bool AllClosed();
   void Before(Interface interface_id, std::int32_t slot);
   void After(Interface interface_id, std::int32_t slot);
 
@@ -90,15 +89,16 @@ struct Win32Media::Impl {
   MediaOpener opener;
   HandleTable table;
   ComCalls calls{table};
-  Renewal renewal{
-      table, opener, *notes, {options.open_deadline, [this](const std::string& line) { Log(line); }}};
+  ShutdownQueue shutdowns;
+  Renewal renewal{table, opener, *notes, shutdowns, {options.open_deadline, [this](const std::string& line) {
+                                                       Log(line);
+                                                     }}};
   std::map<std::uint32_t, ComPointer<::IStream>> streams;
   std::uint32_t last_stream = 0;
   std::shared_ptr<SessionWatch> watch;  ///< of the latest session
   PlaybackNotes::Item watched = 0;      ///< its item
   /// It was asked to close, so nothing that it uses is shut down before it has.
   bool closing = false;
-  std::vector<std::shared_ptr<SessionWatch>> unclosed;
   bool other_version = false;
 };
 
@@ -133,7 +133,8 @@ HResult Win32Media::MFStartup(std::int32_t version, std::int32_t flags) {
 
 HResult Win32Media::MFShutdown() {
   impl_->ForgetItem();
-  if (impl_->AllClosed()) return CallMedia<decltype(::MFShutdown)>("MFShutdown");
+  if (impl_->shutdowns.Finish(impl_->options.close_limit))
+    return CallMedia<decltype(::MFShutdown)>("MFShutdown");
   impl_->Log("The media platform stays open, because a session does not close.");
   return kSOk;
 }
@@ -238,17 +239,15 @@ void Win32Media::Impl::ForgetItem() {
 }
 
 void Win32Media::Impl::TakeNews() {
-  std::erase_if(unclosed, [](const auto& session) { return session->WaitClosed({}); });
+  shutdowns.Step(ShutdownQueue::Clock::now());
   if (auto renewed = renewal.Step()) Watch(std::move(renewed));
   if (!watch) return;
   const SessionWatch::News news = watch->Take();
   // What a session reports that was closed is about nothing that plays.
   if ((!news.broken && !news.ended) || closing || watched != notes->Latest()) return;
   if (renewal.IsStarting()) {
-    unclosed.push_back(watch);
     renewal.StartFailed(std::exchange(watch, nullptr), news.broken.value_or(kMfENetRead));
   } else if (IsRenewable(news)) {
-    unclosed.push_back(watch);
     renewal.Begin(std::exchange(watch, nullptr), notes->Status().state);
   } else if (news.broken) {
     notes->Broken(watched, *news.broken);
@@ -284,16 +283,6 @@ void Win32Media::Impl::KeepClock(std::int32_t slot, std::span<const Argument> ar
   }
 }
 
-bool Win32Media::Impl::AllClosed() {
-  const auto limit = std::chrono::steady_clock::now() + options.close_limit;
-  for (const auto& session : unclosed) {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(limit - std::chrono::steady_clock::now());
-    if (!session->WaitClosed(std::max(left, std::chrono::milliseconds::zero()))) return false;
-  }
-  unclosed.clear();
-  return true;
-}
-
 // A source that waits for a server's data would not shut down before it comes.
 void Win32Media::Impl::Before(Interface interface_id, std::int32_t slot) {
   using namespace platform::IMFMediaSession;
@@ -319,9 +308,8 @@ void Win32Media::Impl::After(Interface interface_id, std::int32_t slot) {
   // The caller shuts the session and its source down next.
   if (Is(Close, interface_id, slot) && watch) {
     closing = true;
-    if (watch->WaitClosed(options.close_limit)) return;
-    unclosed.push_back(watch);
-    Log("The media session does not close.");
+    shutdowns.Add(watch);
+    if (!watch->WaitClosed(options.close_limit)) Log("The media session does not close.");
   }
 }
 
@@ -340,7 +328,10 @@ std::optional<HResult> Win32Media::DispCallFunc(InterfaceHandle object, Interfac
   if (view) impl_->Before(interface_id, slot);
   const bool shuts_down = Is(platform::IMFMediaSource::Shutdown, interface_id, slot) ||
                           Is(platform::IMFMediaSession::Shutdown, interface_id, slot);
-  if (seen_so && shuts_down && impl_->closing && ShutDownLater(*impl_->watch, *view)) return kSOk;
+  if (seen_so && shuts_down && impl_->closing) {
+    impl_->shutdowns.Add(impl_->watch, *view);
+    return kSOk;
+  }
   const auto result = impl_->calls.DispCallFunc(object, interface_id, slot, arguments);
   if (result == kSOk) impl_->After(interface_id, slot);
   if (result == kSOk && interface_id == Interface::kClock) impl_->KeepClock(slot, arguments);

@@ -9,12 +9,10 @@
 #include <chrono>
 #include <future>
 #include <memory>
-#include <string>
 
+#include "platform/win32/base/com_pointer.h"
 #include "platform/win32/media/media_library.h"
 #include "platform/win32/media/media_results.h"
-#include "ports/media_interfaces.h"
-#include "tests/platform/win32/media/slot_object.h"
 
 namespace platform::win32 {
 namespace {
@@ -36,55 +34,26 @@ TEST(SessionWatch, TheFirstFailureIsTheCause) {
   EXPECT_EQ(watch.Take().broken, kEFail);
 }
 
-TEST(SessionWatch, WhatWaitsForTheCloseRunsThenInItsOrder) {
+TEST(SessionWatch, KnowsWhenItClosed) {
   SessionWatch watch;
-  std::string order;
-  watch.WhenClosed([&] { order += "source "; });
-  watch.WhenClosed([&] { order += "session"; });
-  EXPECT_EQ(order, "");
+  EXPECT_FALSE(watch.ClosedAt());
   EXPECT_FALSE(watch.WaitClosed(0ms));
+  const auto before = SessionWatch::Clock::now();
   watch.Closed();
-  EXPECT_EQ(order, "source session");
+  const auto closed = watch.ClosedAt();
+  ASSERT_TRUE(closed);
+  EXPECT_GE(*closed, before);
+  EXPECT_LE(*closed, SessionWatch::Clock::now());
   EXPECT_TRUE(watch.WaitClosed(0ms));
+  watch.Closed();
+  EXPECT_EQ(watch.ClosedAt(), closed);
 }
 
-TEST(SessionWatch, IsClosedWhenAllThatWaitedHasRun) {
+TEST(SessionWatch, AClosedSessionEndsTheWaitForIt) {
   SessionWatch watch;
-  std::promise<void> runs;
-  std::promise<void> may_end;
-  std::string order;
-  watch.WhenClosed([&] {
-    runs.set_value();
-    may_end.get_future().wait();
-    order += "source ";
-  });
   auto closing = std::async(std::launch::async, [&watch] { watch.Closed(); });
-  runs.get_future().wait();
-  EXPECT_FALSE(watch.WaitClosed(0ms));
-  watch.WhenClosed([&order] { order += "session"; });
-  EXPECT_FALSE(watch.WaitClosed(0ms));
-  may_end.set_value();
-  EXPECT_TRUE(watch.WaitClosed(10s));
-  EXPECT_EQ(order, "source session");
+  EXPECT_TRUE(watch.WaitClosed(30s));
   closing.get();
-}
-
-TEST(SessionWatch, AfterTheCloseNothingWaits) {
-  SessionWatch watch;
-  watch.Closed();
-  bool ran = false;
-  watch.WhenClosed([&] { ran = true; });
-  EXPECT_TRUE(ran);
-}
-
-// With a lock held this would wait for itself.
-TEST(SessionWatch, WhatRunsMayAskIt) {
-  SessionWatch watch;
-  watch.Ended();
-  bool ended = false;
-  watch.WhenClosed([&] { ended = watch.Take().ended; });
-  watch.Closed();
-  EXPECT_TRUE(ended);
 }
 
 /// What a real session's watch takes from a report that is queued to it.
@@ -133,34 +102,6 @@ TEST_F(QueuedReport, OfTheSoundsNameOrVolumeIsNoLoss) {
 TEST_F(QueuedReport, OfAFailureKeepsItsResult) { EXPECT_EQ(After(MEError, kMfENetRead).broken, kMfENetRead); }
 
 TEST_F(QueuedReport, OfTheEndIsTheEnd) { EXPECT_TRUE(After(MESessionEnded, S_OK).ended); }
-
-HRESULT STDMETHODCALLTYPE NoteShutdown(SlotObject* self) {
-  static_cast<std::string*>(self->pointer)->append(self->text.begin(), self->text.end());
-  return S_OK;
-}
-
-TEST(SessionWatch, NothingIsShutDownWhileTheSessionIsClosing) {
-  std::string order;
-  SlotObject source;
-  SlotObject session;
-  source.pointer = session.pointer = &order;
-  source.text = L"source ";
-  session.text = L"session";
-  source.Answer(static_cast<std::size_t>(IMFMediaSource::Shutdown.slot), &NoteShutdown);
-  session.Answer(static_cast<std::size_t>(IMFMediaSession::Shutdown.slot), &NoteShutdown);
-  SessionWatch watch;
-  const auto later = [&watch](SlotObject& object, Interface seen_as) {
-    return ShutDownLater(watch, {ComPointer<::IUnknown>(object.Reference()), seen_as});
-  };
-  EXPECT_TRUE(later(source, Interface::kMediaSource));
-  EXPECT_TRUE(later(session, Interface::kMediaSession));
-  EXPECT_EQ(order, "");
-  EXPECT_EQ(source.references, 1);
-  watch.Closed();
-  EXPECT_EQ(order, "source session");
-  EXPECT_EQ(source.references + session.references, 0);
-  EXPECT_FALSE(later(source, Interface::kMediaSource));
-}
 
 }  // namespace
 }  // namespace platform::win32
