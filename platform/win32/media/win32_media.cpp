@@ -76,7 +76,7 @@ struct Win32Media::Impl {
   std::optional<HResult> Open(InterfaceHandle resolver, std::span<const Argument> arguments);
   void TakeNews();
   void Watch(std::shared_ptr<SessionWatch> session);
-  [[nodiscard]] bool IsRenewable(const SessionWatch::News& news) const;
+  [[nodiscard]] std::optional<Renewal::Loss> LossOf(const SessionWatch::News& news) const;
   [[nodiscard]] bool StationPlays() const;
   void KeepClock(std::int32_t slot, std::span<const Argument> arguments);
   void ForgetItem();
@@ -90,9 +90,12 @@ struct Win32Media::Impl {
   HandleTable table;
   ComCalls calls{table};
   ShutdownQueue shutdowns;
-  Renewal renewal{table, opener, *notes, shutdowns, {options.open_deadline, [this](const std::string& line) {
-                                                       Log(line);
-                                                     }}};
+  Renewal renewal{
+      table,
+      opener,
+      *notes,
+      shutdowns,
+      {options.open_deadline, [this](const std::string& line) { Log(line); }, options.session_made}};
   std::map<std::uint32_t, ComPointer<::IStream>> streams;
   std::uint32_t last_stream = 0;
   std::shared_ptr<SessionWatch> watch;  ///< of the latest session
@@ -177,6 +180,7 @@ HResult Win32Media::MFCreateMediaSession(InterfaceHandle& out) {
   const HRESULT result = CallMedia<decltype(::MFCreateMediaSession)>("MFCreateMediaSession", nullptr, &made);
   if (result == S_OK) {
     impl_->renewal.Forget();
+    if (impl_->options.session_made) impl_->options.session_made(*made);
     impl_->Watch(WatchSession(*made));
   }
   return impl_->Enter(result, made, Interface::kMediaSession, out);
@@ -247,8 +251,8 @@ void Win32Media::Impl::TakeNews() {
   if ((!news.broken && !news.ended) || closing || watched != notes->Latest()) return;
   if (renewal.IsStarting()) {
     renewal.StartFailed(std::exchange(watch, nullptr), news.broken.value_or(kMfENetRead));
-  } else if (IsRenewable(news)) {
-    renewal.Begin(std::exchange(watch, nullptr), notes->Status().state);
+  } else if (const auto loss = LossOf(news)) {
+    renewal.Begin(std::exchange(watch, nullptr), notes->Status().state, *loss);
   } else if (news.broken) {
     notes->Broken(watched, *news.broken);
   } else if (notes->Status().state != PlaybackState::kStopped) {
@@ -257,12 +261,16 @@ void Win32Media::Impl::TakeNews() {
   }
 }
 
-// A device or a decoder that fails would fail again.
-bool Win32Media::Impl::IsRenewable(const SessionWatch::News& news) const {
+// A decoder that fails would fail again.
+std::optional<Renewal::Loss> Win32Media::Impl::LossOf(const SessionWatch::News& news) const {
   const PlaybackState state = notes->Status().state;
   const bool started =
       state == PlaybackState::kPlaying || state == PlaybackState::kPaused || state == PlaybackState::kStopped;
-  return started && opener.IsLiveOfTheSystem() && (!news.broken || IsNetworkFailure(*news.broken));
+  if (!started || !(opener.IsLive() || opener.IsLiveOfTheSystem())) return std::nullopt;
+  if (news.broken && FailureOf(*news.broken) == PlaybackFailure::kNoSoundDevice)
+    return Renewal::Loss::kDevice;
+  const bool lost = opener.IsLiveOfTheSystem() && (!news.broken || IsNetworkFailure(*news.broken));
+  return lost ? std::optional(Renewal::Loss::kStation) : std::nullopt;
 }
 
 bool Win32Media::Impl::StationPlays() const {

@@ -16,6 +16,7 @@
 #include "ports/message_loop.h"
 #include "ports/playback_monitor.h"
 
+struct IMFMediaSession;
 struct IStream;
 
 namespace platform::win32 {
@@ -33,6 +34,8 @@ struct Win32MediaOptions {
   Text user_agent = u"Funkhausplayer";
   /// What opens an address first; none is the system's resolver.
   std::shared_ptr<AddressReader> reader = nullptr;
+  /// Gets each session before it is used: tests have it report what the test bench does not.
+  std::function<void(::IMFMediaSession&)> session_made = nullptr;
   /// Receives one line per event worth knowing; empty writes to the standard error stream and to whoever
   /// listens to the system's debugging messages. Called on the user-interface thread.
   std::function<void(const std::string&)> log;
@@ -43,7 +46,7 @@ struct Win32MediaOptions {
 ///
 /// An http address is first given to the system's resolver. What that does not open is read by the adapter,
 /// which connects again when the connection is lost, and played by the system from there. So is a station
-/// that the system opens and then loses.
+/// that the system opens and then loses. A station whose device is lost waits for another.
 class Win32Media : public MediaFramework, public InterfaceCalls, public PlaybackMonitor {
  public:
   explicit Win32Media(MessageLoop& loop, const Win32MediaOptions& options = {});
