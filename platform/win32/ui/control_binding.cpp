@@ -72,9 +72,12 @@ void ControlBinding::SetFont(Scale::Font font) {
 void ControlBinding::FollowControl() {
   FollowPlace();
   const bool shown = (::GetWindowLongPtrW(handle_, GWL_STYLE) & WS_VISIBLE) != 0;
-  if (shown != control_.Visible()) ::ShowWindow(handle_, control_.Visible() ? SW_SHOWNA : SW_HIDE);
   const bool enabled = ::IsWindowEnabled(handle_) != 0;
+  const bool leaves = (shown && !control_.Visible()) || (enabled && !control_.Enabled());
+  const bool left_to_window = leaves && !around_.tab_stops.Leave(handle_);
+  if (shown != control_.Visible()) ::ShowWindow(handle_, control_.Visible() ? SW_SHOWNA : SW_HIDE);
   if (enabled != control_.Enabled()) ::EnableWindow(handle_, control_.Enabled() ? TRUE : FALSE);
+  if (left_to_window) ::SetFocus(::GetAncestor(handle_, GA_ROOT));
   around_.tool_tips.Show(handle_, control_.ToolTip().empty() ? hint_ : control_.ToolTip());
   FollowWindow();
 }

@@ -9,6 +9,7 @@
 #include "platform/win32/base/handles.h"
 #include "platform/win32/ui/message_loop.h"
 #include "platform/win32/ui/scale.h"
+#include "platform/win32/ui/tab_stops.h"
 #include "platform/win32/ui/tool_tips.h"
 #include "platform/win32/ui/window.h"
 
@@ -19,6 +20,7 @@ struct Surroundings {
   const Scale& scale;
   Win32MessageLoop& loop;
   ToolTips& tool_tips;
+  TabStops& tab_stops;
 };
 
 /// What a control of the system is made of.

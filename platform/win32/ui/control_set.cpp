@@ -43,6 +43,7 @@ ControlSet::~ControlSet() {
   for (const auto& [control, binding] : bindings_) names_.Forget(binding->Handle());
   // What a container has in it comes after it in the inventory, but not in the map.
   timers_.clear();
+  around_.tab_stops.Clear();
   std::vector<std::unique_ptr<ControlBinding>> containers;
   for (auto& [control, binding] : bindings_) {
     if (containers_.contains(control)) containers.push_back(std::move(binding));
@@ -64,7 +65,7 @@ void ControlSet::Add(const app::FormControl& entry, controls::Control& control,
     const Text key = KeyName(entry.use.key);
     binding->SetHint(key.empty() ? entry.use.hint : entry.use.hint + u" (" + key + u")");
   }
-  if (binding->TakesKeyboard()) tab_order_.push_back(binding.get());
+  if (binding->TakesKeyboard()) around_.tab_stops.Add(*binding);
   bindings_[&control] = std::move(binding);
 }
 
@@ -83,13 +84,14 @@ ControlBinding* ControlSet::Of(const controls::Control& control) const {
 }
 
 ControlBinding* ControlSet::FirstForKeyboard(HWND within) const {
-  const auto found = std::ranges::find_if(tab_order_, [within](const ControlBinding* binding) {
+  const auto& order = around_.tab_stops.Order();
+  const auto found = std::ranges::find_if(order, [within](const ControlBinding* binding) {
     const bool inside = binding->Handle() == within || ::IsChild(within, binding->Handle()) != 0;
     // Before the window is shown its controls cannot be seen either.
     const bool hidden = (::GetWindowLongPtrW(binding->Handle(), GWL_STYLE) & WS_VISIBLE) == 0;
     return inside && !hidden && ::IsWindowEnabled(binding->Handle()) != 0;
   });
-  return found == tab_order_.end() ? nullptr : *found;
+  return found == order.end() ? nullptr : *found;
 }
 
 std::unique_ptr<ControlBinding> ControlSet::Make(controls::Frame& frame, HWND parent,

@@ -33,7 +33,7 @@ class ControlSet {
   /// Null for a control that has no window: a timer, a command on a row, or a button without a look.
   [[nodiscard]] ControlBinding* Of(const controls::Control& control) const;
   /// The controls that the keyboard can reach, in the tab order.
-  [[nodiscard]] const std::vector<ControlBinding*>& TabOrder() const { return tab_order_; }
+  [[nodiscard]] const TabStops& Stops() const { return around_.tab_stops; }
   /// The first of them that is ready and inside this window; null for none.
   [[nodiscard]] ControlBinding* FirstForKeyboard(HWND within) const;
   [[nodiscard]] const std::vector<ListBinding*>& Lists() const { return lists_; }
@@ -73,7 +73,6 @@ class ControlSet {
   AccessibleNames names_;
   std::map<const controls::Control*, std::unique_ptr<ControlBinding>> bindings_;
   std::map<const controls::Control*, HWND> containers_;
-  std::vector<ControlBinding*> tab_order_;
   std::vector<ListBinding*> lists_;
   std::map<const controls::Control*, TextPanelBinding*> texts_;
   std::vector<TextBesidePicture> pairs_;

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "platform/win32/base/wide.h"
+#include "platform/win32/ui/tab_stops.h"
 
 namespace platform::win32 {
 namespace {
@@ -47,6 +48,7 @@ HWND Win32Dialogs::Owner() const {
 MessageBoxAnswer Win32Dialogs::MessageBoxW(const Text& text, const Text& caption, std::uint32_t style) {
   const Text title = caption.empty() ? Text(kProgramName) : caption;
   loop_.Rest();
+  KeepFocus();
   const int answer = ::MessageBoxW(Owner(), Wide(text), Wide(title), style);
   if (Leaves()) return Dismissed(style);
   switch (answer) {
@@ -83,6 +85,7 @@ bool Win32Dialogs::Choose(OpenFileName& dialog, Direction direction) {
   // The working folder stays what it is, so that no folder is kept from being removed.
   wanted.Flags = dialog.flags | OFN_NOCHANGEDIR;
   loop_.Rest();
+  KeepFocus();
   const BOOL chosen =
       direction == Direction::kSave ? ::GetSaveFileNameW(&wanted) : ::GetOpenFileNameW(&wanted);
   if (chosen == 0 || Leaves()) return false;

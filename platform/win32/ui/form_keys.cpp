@@ -58,7 +58,7 @@ void FormKeys::ShowMenu(ListBinding& list, int left, int top) {
 }
 
 bool FormKeys::TakeKey(const tagMSG& message) {
-  if (message.message != WM_KEYDOWN || IsDown(VK_MENU)) return false;
+  if (!IsKeyPress(message) || IsDown(VK_MENU)) return false;
   constexpr LPARAM kWasDown = 1 << 30;
   const bool first = (message.lParam & kWasDown) == 0;
   const bool control = IsDown(VK_CONTROL);
@@ -133,28 +133,18 @@ void FormKeys::Press(controls::CommandButton& button, app::KeyWhileHidden while_
 }
 
 void FormKeys::FocusFirst() const {
-  ControlBinding* const first = set_.FirstForKeyboard(window_);
-  if (first != nullptr) ::SetFocus(first->Handle());
+  const auto& order = set_.Stops().Order();
+  const auto first = std::ranges::find_if(order, [](const ControlBinding* one) { return one->IsReady(); });
+  if (first != order.end()) ::SetFocus((*first)->Handle());
 }
 
 void FormKeys::MoveFocus(int step) const {
   // From now on the user wants to see where the keyboard is.
   ::SendMessageW(window_, WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
-  const auto& order = set_.TabOrder();
-  const int count = static_cast<int>(order.size());
-  HWND const focus = ::GetFocus();
-  const auto now = std::ranges::find_if(order, [focus](const ControlBinding* binding) {
-    return binding->Handle() == focus || ::IsChild(binding->Handle(), focus) != 0;
-  });
-  int at = now == order.end() ? (step > 0 ? -1 : count) : static_cast<int>(now - order.begin());
-  for (int tried = 0; tried < count; ++tried) {
-    at = (at + step + count) % count;
-    ControlBinding* const next = order[static_cast<std::size_t>(at)];
-    if (!next->IsReady()) continue;
-    ::SetFocus(next->Handle());
-    if (IsOfClass(next->Handle(), L"Edit")) ::SendMessageW(next->Handle(), EM_SETSEL, 0, -1);
-    return;
-  }
+  const ControlBinding* const next = set_.Stops().Next(step);
+  if (next == nullptr) return;
+  ::SetFocus(next->Handle());
+  if (IsOfClass(next->Handle(), L"Edit")) ::SendMessageW(next->Handle(), EM_SETSEL, 0, -1);
 }
 
 }  // namespace platform::win32

@@ -15,7 +15,7 @@ class FormKeys {
   FormKeys(const FormKeys&) = delete;
   FormKeys& operator=(const FormKeys&) = delete;
 
-  /// The first control in the tab order takes the keyboard.
+  /// The first control in the tab order that is ready takes the keyboard.
   void FocusFirst() const;
 
  private:

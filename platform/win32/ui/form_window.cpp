@@ -54,7 +54,8 @@ FormWindow::FormWindow(controls::Form& form, const app::Inventory& inventory, HW
       footer_(Footer(inventory)) {
   // Public reference: the documentation of RegisterShellHookWindow.
   shell_message_ = ::RegisterWindowMessageW(L"SHELLHOOK");
-  set_ = std::make_unique<ControlSet>(inventory, Handle(), Surroundings{scale_, loop_, tool_tips_}, icons);
+  set_ = std::make_unique<ControlSet>(inventory, Handle(),
+                                      Surroundings{scale_, loop_, tool_tips_, tab_stops_}, icons);
   keys_ = std::make_unique<FormKeys>(inventory, Handle(), *set_, loop_);
   subscriptions_ += form.Changed.Subscribe([this] { FollowForm(); });
   subscriptions_ += form.Closed.Subscribe([this] {
@@ -68,6 +69,7 @@ FormWindow::FormWindow(controls::Form& form, const app::Inventory& inventory, HW
 
 FormWindow::~FormWindow() {
   ::DeregisterShellHookWindow(Handle());
+  ForgetFocus(Handle());
   keys_.reset();
   set_.reset();
 }
@@ -184,13 +186,10 @@ std::optional<std::intptr_t> FormWindow::OnMessage(const Message& message) {
       if (message.w != 0) EndSession();
       return 0;
     case WM_ACTIVATE:
-      if (LOWORD(message.w) == WA_INACTIVE) {
-        HWND const focus = ::GetFocus();
-        if (::IsChild(Handle(), focus) != 0) last_focus_ = focus;
-      }
+      if (LOWORD(message.w) == WA_INACTIVE && HasKeyboard(Handle())) KeepFocus();
       return std::nullopt;
     case WM_SETFOCUS:
-      if (::IsChild(Handle(), last_focus_) != 0) ::SetFocus(last_focus_);
+      TakeFocus();
       return 0;
     case WM_SETCURSOR:
       if (BusyPointer::Apply()) return TRUE;
@@ -211,6 +210,15 @@ std::optional<std::intptr_t> FormWindow::OnMessage(const Message& message) {
       return std::nullopt;
     default:
       return std::nullopt;
+  }
+}
+
+void FormWindow::TakeFocus() const {
+  HWND const kept = KeptFocus(Handle());
+  if (kept != nullptr) {
+    ::SetFocus(kept);
+  } else if (keys_) {
+    keys_->FocusFirst();
   }
 }
 

@@ -11,6 +11,7 @@
 #include "platform/win32/ui/form_keys.h"
 #include "platform/win32/ui/remembered_window.h"
 #include "platform/win32/ui/scale.h"
+#include "platform/win32/ui/tab_stops.h"
 #include "platform/win32/ui/tool_tips.h"
 
 namespace platform::win32 {
@@ -58,6 +59,7 @@ class FormWindow final : public Window {
   void TakeSize(int width, int height);
   void FollowResolution(unsigned int dots, std::intptr_t place);
   void FollowUser(unsigned int dots);
+  void TakeFocus() const;
   void AskToClose();
   void EndSession();
   [[nodiscard]] bool UseMediaKey(std::intptr_t command) const;
@@ -73,12 +75,12 @@ class FormWindow final : public Window {
   Win32MessageLoop& loop_;
   Scale scale_;
   ToolTips tool_tips_;
+  TabStops tab_stops_;
   const controls::Control* footer_ = nullptr;
   std::unique_ptr<ControlSet> set_;
   std::unique_ptr<FormKeys> keys_;
   std::function<bool(int)> media_key_pressed_;
   unsigned int shell_message_ = 0;
-  HWND last_focus_ = nullptr;
   bool following_ = false;
   std::optional<RememberedWindow> memory_;
   controls::Subscriptions subscriptions_;

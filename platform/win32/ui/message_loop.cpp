@@ -13,6 +13,7 @@ constexpr UINT kTurn = WM_APP;
 constexpr wchar_t kLoopClass[] = L"FunkhausLoop";
 /// A flood of messages, from ticks that take longer than their interval, does not hold a waiting procedure.
 constexpr std::chrono::milliseconds kLongestPump{200};
+constexpr LPARAM kWithAlt = 1 << 29;
 constexpr LPARAM kWasDown = 1 << 30;
 
 LRESULT CALLBACK LoopProcedure(HWND window, UINT message, WPARAM w, LPARAM l) {
@@ -38,6 +39,11 @@ HWND MakeLoopWindow(Win32MessageLoop* loop) {
 }
 
 }  // namespace
+
+bool IsKeyPress(const tagMSG& message) {
+  const bool without_focus = message.message == WM_SYSKEYDOWN && (message.lParam & kWithAlt) == 0;
+  return message.message == WM_KEYDOWN || without_focus;
+}
 
 Win32MessageLoop::Win32MessageLoop(LongProcedures long_procedures)
     : long_procedures_(long_procedures), window_(MakeLoopWindow(this)) {}
@@ -151,8 +157,8 @@ void Win32MessageLoop::Handle(const tagMSG& message) {
 
 void Win32MessageLoop::WatchKeys(const tagMSG& message) {
   if (message.wParam != VK_ESCAPE) return;
-  if (message.message == WM_KEYUP) escape_down_ = false;
-  if (message.message != WM_KEYDOWN) return;
+  if (message.message == WM_KEYUP || message.message == WM_SYSKEYUP) escape_down_ = false;
+  if (!IsKeyPress(message)) return;
   escape_down_ = true;
   escape_pressed_ = true;
   if ((message.lParam & kWasDown) == 0) running_.EscapePressed();

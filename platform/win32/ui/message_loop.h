@@ -15,6 +15,10 @@ struct tagMSG;
 
 namespace platform::win32 {
 
+/// A key was pressed, without Alt. Without a focus in the thread the system reports keys to the active
+/// window, as if they came with Alt, but says that it is not down.
+[[nodiscard]] bool IsKeyPress(const tagMSG& message);
+
 /// What input does to a wait that is in progress when it comes.
 enum class OnWait { kKeepsWaiting, kEndsWait };
 

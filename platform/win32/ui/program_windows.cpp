@@ -16,6 +16,7 @@ void RunNewStationDialog(app::Form2& form, HWND owner, const Win32Icons& icons, 
   // The owner has to take input again before the dialog is hidden; the system would activate another
   // program's window otherwise.
   const auto release = form.form.Unloaded.Subscribe([owner] { ::EnableWindow(owner, TRUE); });
+  KeepFocus();
   ::EnableWindow(owner, FALSE);
   window.Show();
   loop.RunWhile([&form] { return !form.form.IsClosed(); });
