@@ -104,7 +104,8 @@ Program::Program() : parts_(std::make_unique<Parts>()) {
   parts_->dialogs.SetMainWindow(window.Handle());
   parts_->turns.SetMainWindow(window.Handle());
   parts_->notifications.SetMainWindow(window.Handle());
-  window.ReportMediaKeys([&keys = parts_->media_keys](int key) { return keys.Press(key); });
+  window.ReportMediaKeys(
+      [&keys = parts_->media_keys](int key, KeyboardIn keyboard) { return keys.Press(key, keyboard); });
 }
 
 Program::~Program() = default;

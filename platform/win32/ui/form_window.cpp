@@ -109,13 +109,13 @@ void FormWindow::TakeSize(int width, int height) {
   form_.Resize(scale_.Twips(width), scale_.Twips(std::max(0, height - FooterHeight())));
 }
 
-void FormWindow::ReportMediaKeys(std::function<bool(int)> pressed) {
+void FormWindow::ReportMediaKeys(MediaKeyPressed pressed) {
   media_key_pressed_ = std::move(pressed);
   ::RegisterShellHookWindow(Handle());
 }
 
-bool FormWindow::UseMediaKey(std::intptr_t command) const {
-  return media_key_pressed_ && media_key_pressed_(GET_APPCOMMAND_LPARAM(command));
+bool FormWindow::UseMediaKey(std::intptr_t command, KeyboardIn keyboard) const {
+  return media_key_pressed_ && media_key_pressed_(GET_APPCOMMAND_LPARAM(command), keyboard);
 }
 
 void FormWindow::RememberIn(Files& files, const Text& file) {
@@ -159,7 +159,7 @@ bool FormWindow::BringToFront() {
 
 std::optional<std::intptr_t> FormWindow::OnMessage(const Message& message) {
   if (message.id == shell_message_) {
-    return message.w == HSHELL_APPCOMMAND && UseMediaKey(message.l) ? 1 : 0;
+    return message.w == HSHELL_APPCOMMAND && UseMediaKey(message.l, KeyboardIn::kOtherProgram) ? 1 : 0;
   }
   switch (message.id) {
     case WM_SIZE:
@@ -195,7 +195,7 @@ std::optional<std::intptr_t> FormWindow::OnMessage(const Message& message) {
       if (BusyPointer::Apply()) return TRUE;
       return std::nullopt;
     case WM_APPCOMMAND:
-      if (UseMediaKey(message.l)) return TRUE;
+      if (UseMediaKey(message.l, KeyboardIn::kOwnWindow)) return TRUE;
       return std::nullopt;
     case WM_DPICHANGED:
       FollowResolution(LOWORD(message.w), message.l);

@@ -9,6 +9,7 @@
 #include "controls/form.h"
 #include "platform/win32/ui/control_set.h"
 #include "platform/win32/ui/form_keys.h"
+#include "platform/win32/ui/media_keys.h"
 #include "platform/win32/ui/remembered_window.h"
 #include "platform/win32/ui/scale.h"
 #include "platform/win32/ui/tab_stops.h"
@@ -45,7 +46,8 @@ class FormWindow final : public Window {
   /// From now on the window reports keys for media, as the system numbers them (APPCOMMAND_...): those
   /// pressed while it has the keyboard, and those that the program in front has not used. True: the key was
   /// used.
-  void ReportMediaKeys(std::function<bool(int)> pressed);
+  using MediaKeyPressed = std::function<bool(int, KeyboardIn)>;
+  void ReportMediaKeys(MediaKeyPressed pressed);
 
  protected:
   std::optional<std::intptr_t> OnMessage(const Message& message) override;
@@ -62,7 +64,7 @@ class FormWindow final : public Window {
   void TakeFocus() const;
   void AskToClose();
   void EndSession();
-  [[nodiscard]] bool UseMediaKey(std::intptr_t command) const;
+  [[nodiscard]] bool UseMediaKey(std::intptr_t command, KeyboardIn keyboard) const;
   void PutOnScreen() const;
   void LimitSize(std::intptr_t limits) const;
   [[nodiscard]] Size WindowSize(int width, int height) const;
@@ -79,7 +81,7 @@ class FormWindow final : public Window {
   const controls::Control* footer_ = nullptr;
   std::unique_ptr<ControlSet> set_;
   std::unique_ptr<FormKeys> keys_;
-  std::function<bool(int)> media_key_pressed_;
+  MediaKeyPressed media_key_pressed_;
   unsigned int shell_message_ = 0;
   bool following_ = false;
   std::optional<RememberedWindow> memory_;

@@ -30,7 +30,8 @@ std::optional<MediaCommand> CommandOf(int key) {
 
 }  // namespace
 
-bool Win32MediaKeys::Press(int key) {
+bool Win32MediaKeys::Press(int key, KeyboardIn keyboard) {
+  if (keyboard == KeyboardIn::kOtherProgram && playback_ == MediaPlayback::kStopped) return false;
   const auto command = CommandOf(key);
   if (!command || receiver_ == nullptr) return false;
   receiver_->Receive(*command);

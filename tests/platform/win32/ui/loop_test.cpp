@@ -131,7 +131,7 @@ TEST_F(Win32LoopTest, MediaKeyReachesItsReceiver) {
   Win32MediaKeys keys;
   keys.Appear(receiver);
   Open();
-  window->ReportMediaKeys([&keys](int key) { return keys.Press(key); });
+  window->ReportMediaKeys([&keys](int key, KeyboardIn keyboard) { return keys.Press(key, keyboard); });
   const auto press = [this](int key) {
     return ::SendMessageW(window->Handle(), WM_APPCOMMAND, 0, MAKELPARAM(0, FAPPCOMMAND_KEY | key));
   };
@@ -146,13 +146,43 @@ TEST_F(Win32LoopTest, MediaKeyReachesItsReceiver) {
                          Command::kPrevious, Command::kNext, Command::kPrevious}));
   press(APPCOMMAND_VOLUME_UP);
   EXPECT_EQ(receiver.commands.size(), 8U) << "no key for media";
-  // As the system tells it to every program that listens, when the one in front has not used the key.
-  ::SendMessageW(window->Handle(), ::RegisterWindowMessageW(L"SHELLHOOK"), HSHELL_APPCOMMAND,
-                 MAKELPARAM(0, FAPPCOMMAND_KEY | APPCOMMAND_MEDIA_STOP));
-  ASSERT_EQ(receiver.commands.size(), 9U);
-  EXPECT_EQ(receiver.commands.back(), Command::kStop);
   keys.Withdraw();
-  EXPECT_FALSE(keys.Press(APPCOMMAND_MEDIA_STOP));
+  EXPECT_FALSE(keys.Press(APPCOMMAND_MEDIA_STOP, KeyboardIn::kOwnWindow));
+}
+
+TEST_F(Win32LoopTest, MediaKeyOfAnotherProgramsWindowIsObeyedOnlyWhilePlayingOrPaused) {
+  struct Receiver final : MediaReceiver {
+    void Receive(MediaCommand /*command*/) override { ++commands; }
+    void ReceiveVolume(int) override {}
+    int commands = 0;
+  };
+  Receiver receiver;
+  Win32MediaKeys keys;
+  keys.Appear(receiver);
+  Open();
+  window->ReportMediaKeys([&keys](int key, KeyboardIn keyboard) { return keys.Press(key, keyboard); });
+  // As the system tells it to every program that listens, when the one in front has not used the key.
+  const auto press = [this] {
+    ::SendMessageW(window->Handle(), ::RegisterWindowMessageW(L"SHELLHOOK"), HSHELL_APPCOMMAND,
+                   MAKELPARAM(0, FAPPCOMMAND_KEY | APPCOMMAND_MEDIA_PLAY_PAUSE));
+  };
+  const auto publish = [&keys](MediaPlayback playback) {
+    MediaState state;
+    state.playback = playback;
+    keys.Publish(state);
+  };
+  press();
+  EXPECT_EQ(receiver.commands, 0) << "nothing has played yet";
+  publish(MediaPlayback::kPlaying);
+  press();
+  EXPECT_EQ(receiver.commands, 1);
+  publish(MediaPlayback::kPaused);
+  press();
+  EXPECT_EQ(receiver.commands, 2);
+  publish(MediaPlayback::kStopped);
+  press();
+  EXPECT_EQ(receiver.commands, 2) << "the key is meant for another player";
+  EXPECT_TRUE(keys.Press(APPCOMMAND_MEDIA_PLAY, KeyboardIn::kOwnWindow));
 }
 
 TEST_F(Win32LoopTest, GivenFileIsOpenedAsIfItWereDropped) {
