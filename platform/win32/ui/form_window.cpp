@@ -6,6 +6,7 @@
 
 #include "platform/win32/base/wide.h"
 #include "platform/win32/ui/busy_pointer.h"
+#include "platform/win32/ui/notifications.h"
 #include "platform/win32/ui/shown_text.h"
 
 namespace platform::win32 {
@@ -160,6 +161,10 @@ bool FormWindow::BringToFront() {
 std::optional<std::intptr_t> FormWindow::OnMessage(const Message& message) {
   if (message.id == shell_message_) {
     return message.w == HSHELL_APPCOMMAND && UseMediaKey(message.l, KeyboardIn::kOtherProgram) ? 1 : 0;
+  }
+  if (IsClickOnNotification(message)) {
+    BringToFront();
+    return 0;
   }
   switch (message.id) {
     case WM_SIZE:

@@ -13,6 +13,8 @@
 namespace platform::win32 {
 namespace {
 
+constexpr UINT kReport = WM_APP + 1;
+
 NOTIFYICONDATAW IconOf(HWND window) {
   NOTIFYICONDATAW icon{};
   icon.cbSize = sizeof icon;
@@ -21,26 +23,48 @@ NOTIFYICONDATAW IconOf(HWND window) {
   return icon;
 }
 
+bool AskShell(std::uint32_t wish, NOTIFYICONDATAW& icon) { return ::Shell_NotifyIconW(wish, &icon) != 0; }
+
 }  // namespace
+
+Win32Notifications::Win32Notifications() : Win32Notifications(AskShell) {}
+
+bool IsClickOnNotification(const Message& message) {
+  if (message.id != kReport) return false;
+  const UINT event = LOWORD(message.l);
+  return event == NIN_BALLOONUSERCLICK || event == NIN_SELECT || event == NIN_KEYSELECT;
+}
 
 void Win32Notifications::Show(const Text& heading, const Text& line) {
   if (window_ == nullptr) return;
   NOTIFYICONDATAW icon = IconOf(window_);
-  icon.uFlags = NIF_ICON | NIF_TIP | NIF_INFO;
-  icon.dwInfoFlags = NIIF_USER | NIIF_NOSOUND;
+  icon.uFlags = NIF_MESSAGE | NIF_ICON | NIF_TIP | NIF_SHOWTIP | NIF_INFO;
+  icon.uCallbackMessage = kReport;
+  icon.dwInfoFlags = NIIF_USER | NIIF_LARGE_ICON | NIIF_NOSOUND;
   icon.hIcon = reinterpret_cast<HICON>(::GetClassLongPtrW(window_, GCLP_HICON));
+  icon.hBalloonIcon = icon.hIcon;
   ::lstrcpynW(icon.szTip, L"Funkhausplayer", static_cast<int>(std::size(icon.szTip)));
   ::lstrcpynW(icon.szInfoTitle, Wide(OnOneLine(heading)), static_cast<int>(std::size(icon.szInfoTitle)));
   // Without a text the system would show nothing.
   const Text text = line.empty() ? Text(u" ") : OnOneLine(line);
   ::lstrcpynW(icon.szInfo, Wide(text), static_cast<int>(std::size(icon.szInfo)));
-  ::Shell_NotifyIconW(std::exchange(is_shown_, true) ? NIM_MODIFY : NIM_ADD, &icon);
+  is_shown_ = (is_shown_ && shell_(NIM_MODIFY, icon)) || Add(icon);
+}
+
+bool Win32Notifications::Add(NOTIFYICONDATAW& icon) const {
+  if (!shell_(NIM_ADD, icon)) return false;
+  // Public reference: the documentation of Shell_NotifyIcon. Clicks are reported as version 4 has them, which
+  // is asked for after each NIM_ADD.
+  NOTIFYICONDATAW version = IconOf(window_);
+  version.uVersion = NOTIFYICON_VERSION_4;
+  shell_(NIM_SETVERSION, version);
+  return true;
 }
 
 void Win32Notifications::Withdraw() {
   if (!std::exchange(is_shown_, false)) return;
   NOTIFYICONDATAW icon = IconOf(window_);
-  ::Shell_NotifyIconW(NIM_DELETE, &icon);
+  shell_(NIM_DELETE, icon);
 }
 
 }  // namespace platform::win32
