@@ -186,6 +186,10 @@ std::optional<std::intptr_t> FormWindow::OnMessage(const Message& message) {
       AskToClose();
       return 0;
     case WM_QUERYENDSESSION:
+      // A wait that is in progress ends, so that the end finds the program where it can save at once: the
+      // system may stop it as soon as it has answered that message.
+      loop_.HandOver(
+          lifetime_, [] {}, OnWait::kEndsWait);
       return TRUE;
     case WM_ENDSESSION:
       if (message.w != 0) EndSession();

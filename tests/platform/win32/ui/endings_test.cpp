@@ -4,6 +4,7 @@
 
 #include <array>
 #include <optional>
+#include <thread>
 
 #include "platform/win32/ui/dialogs.h"
 #include "platform/win32/ui/list_menu.h"
@@ -208,6 +209,35 @@ TEST_F(Win32EndingsTest, SessionsEndInAWaitThatOnlyPaintsTakesEffectAfterIt) {
   EXPECT_FALSE(closed_inside);
   EXPECT_TRUE(ended_wait);
   EXPECT_TRUE(form.IsClosed());
+}
+
+TEST_F(Win32EndingsTest, QuestionWhetherTheSessionMayEndEndsAWaitSoThatItsEndClosesAtOnce) {
+  HANDLE const unwound = ::CreateEventW(nullptr, TRUE, FALSE, nullptr);
+  const auto wait = row.Clicked.Subscribe([&] {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+    while (!loop.InputEndsWait() && std::chrono::steady_clock::now() < end) {
+      loop.ProcessPaintMessages();
+      ::Sleep(1);
+    }
+    EXPECT_TRUE(loop.InputEndsWait());
+    EXPECT_FALSE(form.Closing()) << "it may not end after all";
+    ::SetEvent(unwound);
+  });
+  ::PostMessageW(Of(row), BM_CLICK, 0, 0);
+  LRESULT may_end = FALSE;
+  bool closed_when_answered = false;
+  // The system asks all programs before it tells them.
+  std::thread system([&, handle = window->Handle()] {
+    may_end = ::SendMessageW(handle, WM_QUERYENDSESSION, 0, 0);
+    ::WaitForSingleObject(unwound, 10'000);
+    ::SendMessageW(handle, WM_ENDSESSION, TRUE, 0);
+    closed_when_answered = form.IsClosed();
+  });
+  RunUntilClosed();
+  system.join();
+  ::CloseHandle(unwound);
+  EXPECT_EQ(may_end, TRUE);
+  EXPECT_TRUE(closed_when_answered);
 }
 
 TEST_F(Win32EndingsTest, SessionThatDoesNotEndAfterAllLeavesTheWindowOpen) {
