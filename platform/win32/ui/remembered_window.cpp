@@ -38,6 +38,24 @@ app::FrameSize FrameOf(HWND window) {
   return {static_cast<int>(frame.right - frame.left), static_cast<int>(frame.bottom - frame.top)};
 }
 
+/// Of a maximised window: where it comes back to, which the system moves along to another screen.
+app::WindowPlace PlaceWhenRestored(HWND window) {
+  WINDOWPLACEMENT placement{};
+  placement.length = sizeof placement;
+  ::GetWindowPlacement(window, &placement);
+  const RECT& usual = placement.rcNormalPosition;
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  ::GetMonitorInfoW(::MonitorFromRect(&usual, MONITOR_DEFAULTTONEAREST), &monitor);
+  // The place is counted from the screen's part that no taskbar covers.
+  const LONG beside = monitor.rcWork.left - monitor.rcMonitor.left;
+  const LONG above = monitor.rcWork.top - monitor.rcMonitor.top;
+  const app::FrameSize frame = FrameOf(window);
+  return {static_cast<int>(usual.left + beside), static_cast<int>(usual.top + above),
+          static_cast<int>(usual.right - usual.left) - frame.width,
+          static_cast<int>(usual.bottom - usual.top) - frame.height};
+}
+
 }  // namespace
 
 RememberedWindow::RememberedWindow(controls::Form& form, const app::Inventory& inventory, HWND window,
@@ -67,7 +85,10 @@ bool RememberedWindow::Restore() const {
 void RememberedWindow::FollowPlace() {
   if (::IsWindowVisible(window_) == 0 || ::IsIconic(window_) != 0) return;
   memory_.maximized = ::IsZoomed(window_) != 0;
-  if (memory_.maximized) return;
+  if (memory_.maximized) {
+    memory_.place = PlaceWhenRestored(window_);
+    return;
+  }
   RECT outer{};
   RECT inner{};
   ::GetWindowRect(window_, &outer);
@@ -77,6 +98,8 @@ void RememberedWindow::FollowPlace() {
 }
 
 void RememberedWindow::Save() {
+  // A maximised window's usual place changes without a message.
+  FollowPlace();
   memory_.columns = app::UsersColumns(inventory_);
   const std::string bytes = app::FormatWindowMemory(memory_);
   if (bytes == in_file_) return;

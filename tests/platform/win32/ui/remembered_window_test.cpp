@@ -75,6 +75,23 @@ TEST_F(Win32RememberedWindowTest, MaximisedWindowComesBackMaximisedAndKnowsItsUs
   ExpectSame(run_->Place(), place);
 }
 
+TEST_F(Win32RememberedWindowTest, MaximisedWindowThatWasMovedToAnotherScreenKnowsItsPlaceThere) {
+  Start().Put(60, 40, 700, 500);
+  ::ShowWindow(run_->Handle(), SW_MAXIMIZE);
+  // The system moves the usual place along, and the window stays maximised.
+  WINDOWPLACEMENT placement{};
+  placement.length = sizeof placement;
+  ::GetWindowPlacement(run_->Handle(), &placement);
+  placement.rcNormalPosition = {400, 200, 1150, 720};
+  ::SetWindowPlacement(run_->Handle(), &placement);
+  ASSERT_TRUE(::IsZoomed(run_->Handle()) != 0);
+  Close();
+  Start();
+  EXPECT_TRUE(::IsZoomed(run_->Handle()) != 0);
+  ::ShowWindow(run_->Handle(), SW_RESTORE);
+  ExpectSame(run_->Place(), {400, 200, 1150, 720});
+}
+
 TEST_F(Win32RememberedWindowTest, MinimisedWindowIsRememberedAsItWasBefore) {
   Start().Put(60, 40, 700, 500);
   const RECT place = run_->Place();
