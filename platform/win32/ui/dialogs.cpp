@@ -5,6 +5,7 @@
 #include <commdlg.h>
 
 #include <algorithm>
+#include <string>
 
 #include "platform/win32/base/wide.h"
 #include "platform/win32/ui/tab_stops.h"
@@ -33,6 +34,20 @@ bool Leaves() {
   MSG message{};
   return ::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE) != 0;
 }
+
+/// Puts the process's working folder back: a dialog for opening may change it whatever it is told.
+class KeptWorkingFolder {
+ public:
+  KeptWorkingFolder() : folder_(::GetCurrentDirectoryW(0, nullptr), L'\0') {
+    ::GetCurrentDirectoryW(static_cast<DWORD>(folder_.size()), folder_.data());
+  }
+  ~KeptWorkingFolder() { ::SetCurrentDirectoryW(folder_.c_str()); }
+  KeptWorkingFolder(const KeptWorkingFolder&) = delete;
+  KeptWorkingFolder& operator=(const KeptWorkingFolder&) = delete;
+
+ private:
+  std::wstring folder_;
+};
 
 const wchar_t* WideOrNull(const Text& text) {
   return text.empty() || text[0] == u'\0' ? nullptr : Wide(text);
@@ -82,7 +97,9 @@ bool Win32Dialogs::Choose(OpenFileName& dialog, Direction direction) {
   wanted.lpstrInitialDir = WideOrNull(dialog.initial_folder);
   wanted.lpstrTitle = WideOrNull(dialog.title);
   wanted.lpstrDefExt = WideOrNull(dialog.default_extension);
-  // The working folder stays what it is, so that no folder is kept from being removed.
+  // The working folder stays what it is, so that no folder is kept from being removed. The flag is documented
+  // to work for saving only.
+  const KeptWorkingFolder working_folder;
   wanted.Flags = dialog.flags | OFN_NOCHANGEDIR;
   loop_.Rest();
   KeepFocus();

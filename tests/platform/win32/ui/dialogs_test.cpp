@@ -4,6 +4,9 @@
 
 #include <dlgs.h>
 
+#include <array>
+#include <string>
+
 #include "platform/win32/base/wide.h"
 #include "platform/win32/ui/shown_text.h"
 #include "tests/platform/win32/ui/rig.h"
@@ -55,6 +58,25 @@ TEST_F(Win32FileDialogsTest, FileThatIsChosenIsGivenWithItsPathUnderTheDialogsTi
   EXPECT_EQ(title, u"Playlist öffnen");
   EXPECT_TRUE(blocks);
   EXPECT_FALSE(IsBlockedByDialog(window->Handle()));
+}
+
+TEST_F(Win32FileDialogsTest, WorkingFolderStaysThoughTheDialogChangesIt) {
+  folder.Write("liste.m3u", "#EXTM3U");
+  const auto working_folder = [] {
+    std::array<wchar_t, 1000> path{};
+    ::GetCurrentDirectoryW(1000, path.data());
+    return std::wstring(path.data());
+  };
+  const std::wstring before = working_folder();
+  const Once type(
+      *this, [this] { return IsReady(); },
+      [this] {
+        // As the system's own dialog for opening may do.
+        ::SetCurrentDirectoryW(Wide(folder.TextPath()));
+        Type(u"liste.m3u");
+      });
+  EXPECT_TRUE(dialogs.GetOpenFileNameW(wanted));
+  EXPECT_EQ(working_folder(), before);
 }
 
 TEST_F(Win32FileDialogsTest, NameForSavingIsSuggestedAndGetsTheExtension) {
