@@ -10,7 +10,7 @@ namespace platform::win32 {
 
 /// A search gives a folder's entries as they were when it began, ordered by name, without "." and "..".
 /// Patterns other than "folder\*.*" and "folder\*" find nothing. WriteWholeFile replaces regular files only,
-/// keeps their access rights, and replaces the target of a symbolic link.
+/// keeps access rights of their own, and replaces the target of a symbolic link.
 class Win32Files final : public Files {
  public:
   bool PathFileExistsW(const Text& path) override;

@@ -38,16 +38,29 @@ bool Rename(HANDLE file, const std::wstring& name) {
                                       static_cast<DWORD>(buffer.size())) != 0;
 }
 
+OwnedHandle Create(const std::wstring& path, AccessRights access_rights, const FileCreation& create) {
+  constexpr DWORD kAccess = GENERIC_WRITE | DELETE;
+  if (access_rights == AccessRights::kChange) {
+    OwnedHandle file(create(path, kAccess | WRITE_DAC));
+    if (file.IsOpen() || ::GetLastError() != ERROR_ACCESS_DENIED) return file;
+  }
+  return OwnedHandle(create(path, kAccess));
+}
+
 bool IsInUse(DWORD error) { return error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED; }
 
 }  // namespace
 
-TemporaryFile::TemporaryFile(std::wstring target) : target_(std::move(target)) {
+HANDLE CreateNewFile(const std::wstring& path, std::uint32_t access) {
+  return ::CreateFileW(path.c_str(), access, FILE_SHARE_READ, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
+                       nullptr);
+}
+
+TemporaryFile::TemporaryFile(std::wstring target, AccessRights access_rights, const FileCreation& create)
+    : target_(std::move(target)) {
   constexpr int kMostTries = 100;
   for (int tries = 0; tries < kMostTries && !file_.IsOpen(); ++tries) {
-    const std::wstring path = BeginningFor(target_) + RandomDigits() + kEnding;
-    file_ = OwnedHandle(::CreateFileW(path.c_str(), GENERIC_WRITE | DELETE | WRITE_DAC | READ_CONTROL,
-                                      FILE_SHARE_READ, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+    file_ = Create(BeginningFor(target_) + RandomDigits() + kEnding, access_rights, create);
     if (!file_.IsOpen() && ::GetLastError() != ERROR_FILE_EXISTS) return;
   }
 }

@@ -6,9 +6,9 @@
 #include <cstdint>
 #include <vector>
 
+#include "platform/win32/system/file_rights.h"
 #include "platform/win32/system/owned_handle.h"
 #include "platform/win32/system/system_path.h"
-#include "platform/win32/system/temporary_file.h"
 
 namespace platform::win32 {
 namespace {
@@ -93,20 +93,12 @@ bool ReadToEnd(HANDLE file, std::size_t limit, std::string& bytes) {
   return true;
 }
 
-/// What the new file gets from the old one. A file system that has no such rights refuses, which does no
-/// harm.
-void TakeOver(HANDLE file, const std::wstring& old, DWORD attributes) {
-  if (FILE_BASIC_INFO info{}; (attributes & kKeptAttributes) != 0) {
-    info.FileAttributes = (attributes & kKeptAttributes) | FILE_ATTRIBUTE_ARCHIVE;
-    ::SetFileInformationByHandle(file, FileBasicInfo, &info, sizeof info);
-  }
-  DWORD size = 0;
-  ::GetFileSecurityW(old.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
-  std::vector<std::byte> rights(size);
-  if (size > 0 &&
-      ::GetFileSecurityW(old.c_str(), DACL_SECURITY_INFORMATION, rights.data(), size, &size) != 0) {
-    ::SetKernelObjectSecurity(file, DACL_SECURITY_INFORMATION, rights.data());
-  }
+/// What the new file gets from the old one besides its rights.
+void KeepAttributes(HANDLE file, DWORD attributes) {
+  if ((attributes & kKeptAttributes) == 0) return;
+  FILE_BASIC_INFO info{};
+  info.FileAttributes = (attributes & kKeptAttributes) | FILE_ATTRIBUTE_ARCHIVE;
+  ::SetFileInformationByHandle(file, FileBasicInfo, &info, sizeof info);
 }
 
 /// The file that is really meant, and its attributes; nothing for what is no regular file that may be
@@ -154,14 +146,19 @@ ProfileBytes ReadRegularFile(const std::wstring& path, std::size_t limit) {
   return ReadToEnd(file.Get(), limit, read.bytes) ? std::move(read) : ProfileBytes{};
 }
 
-std::optional<FileState> ReplaceFile(const std::wstring& path, std::string_view bytes) {
+std::optional<FileState> ReplaceFile(const std::wstring& path, std::string_view bytes,
+                                     const FileCreation& create) {
   const auto target = TargetOf(path);
   if (!target) return std::nullopt;
   RemoveLeftovers(target->path);
-  TemporaryFile temporary(target->path);
+  const FileRights rights = target->Exists() ? FileRights::Of(target->path) : FileRights({});
+  TemporaryFile temporary(target->path, rights.AreItsOwn() ? AccessRights::kChange : AccessRights::kKeep,
+                          create);
   std::size_t written = 0;
   if (!temporary.IsOpen() || !WriteAll(temporary.Get(), bytes, written)) return std::nullopt;
-  if (target->Exists()) TakeOver(temporary.Get(), target->path, target->attributes);
+  if (target->Exists()) KeepAttributes(temporary.Get(), target->attributes);
+  // Contents that could not be saved would be the greater loss.
+  rights.GiveTo(temporary.Get());
   if (::FlushFileBuffers(temporary.Get()) == 0 || !temporary.ReplaceTarget()) return std::nullopt;
   return StateOf(temporary.Get());
 }

@@ -2,10 +2,13 @@
 
 #include "platform/win32/base/windows_api.h"
 
+#include <aclapi.h>
 #include <gtest/gtest.h>
+#include <sddl.h>
 
 #include <filesystem>
 #include <thread>
+#include <vector>
 
 #include "platform/win32/system/whole_file.h"
 #include "tests/support/temp_folder.h"
@@ -30,6 +33,34 @@ class TemporaryFileTest : public testing::Test {
   test_support::TempFolder folder;
   std::string leftover;
 };
+
+/// Gives everything to everybody, as an entry of the file's own.
+void GrantEveryone(const std::wstring& path) {
+  PSECURITY_DESCRIPTOR rights = nullptr;
+  ASSERT_NE(::ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:(A;;FA;;;WD)", SDDL_REVISION_1,
+                                                                   &rights, nullptr),
+            0);
+  EXPECT_NE(::SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, rights), 0);
+  ::LocalFree(rights);
+}
+
+/// Whether everybody may write the file by an entry of its own.
+bool GrantsEveryone(const std::wstring& path) {
+  PACL entries = nullptr;
+  PSECURITY_DESCRIPTOR rights = nullptr;
+  ::GetNamedSecurityInfoW(path.c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr, &entries,
+                          nullptr, &rights);
+  bool grants = false;
+  for (DWORD index = 0; entries != nullptr && index < entries->AceCount; ++index) {
+    void* entry = nullptr;
+    ::GetAce(entries, index, &entry);
+    auto& allowed = *static_cast<ACCESS_ALLOWED_ACE*>(entry);
+    grants |= (allowed.Mask & FILE_WRITE_DATA) != 0 && (allowed.Header.AceFlags & INHERITED_ACE) == 0 &&
+              ::IsWellKnownSid(&allowed.SidStart, WinWorldSid) != 0;
+  }
+  ::LocalFree(rights);
+  return grants;
+}
 
 TEST_F(TemporaryFileTest, ItIsBesideItsTargetAndIsRemovedUnlessItReplacesIt) {
   {
@@ -104,6 +135,72 @@ TEST_F(TemporaryFileTest, AReaderWaitsForAProgramThatKeepsTheFileToItselfForAMom
   other.join();
   EXPECT_EQ(read.reading, ProfileReading::kRead);
   EXPECT_EQ(read.bytes, "bytes");
+}
+
+/// Creates files in a folder whose share grants nobody to change rights.
+class GrantsNoRights {
+ public:
+  HANDLE operator()(const std::wstring& path, std::uint32_t access) {
+    asked_.push_back(access);
+    if ((access & WRITE_DAC) == 0) return CreateNewFile(path, access);
+    ::SetLastError(ERROR_ACCESS_DENIED);
+    return INVALID_HANDLE_VALUE;
+  }
+  /// How many requests there were, and whether each asked to change the rights.
+  [[nodiscard]] std::vector<bool> Asked() const {
+    std::vector<bool> asked;
+    for (const std::uint32_t access : asked_) asked.push_back((access & WRITE_DAC) != 0);
+    return asked;
+  }
+
+ private:
+  std::vector<std::uint32_t> asked_;
+};
+
+TEST_F(TemporaryFileTest, AFolderThatGrantsNobodyToChangeRightsTakesTheFileWithItsOwn) {
+  GrantsNoRights share;
+  TemporaryFile temporary(Target(), AccessRights::kChange, std::ref(share));
+  EXPECT_TRUE(temporary.IsOpen());
+  EXPECT_EQ(share.Asked(), (std::vector{true, false}));
+  EXPECT_TRUE(temporary.ReplaceTarget());
+}
+
+TEST_F(TemporaryFileTest, AnotherFailureIsNotTriedAgain) {
+  int tries = 0;
+  const TemporaryFile temporary(Target(), AccessRights::kChange,
+                                [&tries](const std::wstring& /*path*/, std::uint32_t /*access*/) {
+                                  ++tries;
+                                  ::SetLastError(ERROR_DISK_FULL);
+                                  return INVALID_HANDLE_VALUE;
+                                });
+  EXPECT_FALSE(temporary.IsOpen());
+  EXPECT_EQ(tries, 1);
+}
+
+TEST_F(TemporaryFileTest, ANewFileNeedsNoRightToChangeRights) {
+  GrantsNoRights share;
+  EXPECT_TRUE(ReplaceFile(Target(), "new", std::ref(share)));
+  EXPECT_EQ(share.Asked(), std::vector{false});
+  EXPECT_EQ(folder.Read("a.ini"), "new");
+}
+
+TEST_F(TemporaryFileTest, AFileWithRightsOfItsOwnIsSavedWhereNobodyMayChangeRights) {
+  folder.Write("a.ini", "before");
+  GrantEveryone(Target());
+  GrantsNoRights share;
+  EXPECT_TRUE(ReplaceFile(Target(), "after", std::ref(share)));
+  EXPECT_EQ(share.Asked(), (std::vector{true, false}));
+  EXPECT_EQ(folder.Read("a.ini"), "after");
+  EXPECT_FALSE(GrantsEveryone(Target()));
+}
+
+TEST_F(TemporaryFileTest, RightsThatWereSetForTheFileAreKept) {
+  folder.Write("a.ini", "before");
+  EXPECT_FALSE(GrantsEveryone(Target()));
+  GrantEveryone(Target());
+  EXPECT_TRUE(ReplaceFile(Target(), "after"));
+  EXPECT_EQ(folder.Read("a.ini"), "after");
+  EXPECT_TRUE(GrantsEveryone(Target()));
 }
 
 TEST_F(TemporaryFileTest, AReadOnlyFileIsWhatItWas) {
