@@ -11,16 +11,6 @@
 namespace platform::win32 {
 namespace {
 
-bool Open() {
-  constexpr int kTries = 10;
-  constexpr DWORD kPause = 20;
-  for (int tries = 0; tries < kTries; ++tries) {
-    if (::OpenClipboard(nullptr) != 0) return true;
-    ::Sleep(kPause);
-  }
-  return false;
-}
-
 /// The program that put the text there may have forgotten the NUL at its end.
 Text TextIn(HANDLE memory) {
   const auto* const units = static_cast<const wchar_t*>(::GlobalLock(memory));
@@ -42,6 +32,25 @@ HANDLE MemoryWith(const Text& text) {
 }
 
 }  // namespace
+
+Win32Clipboard::~Win32Clipboard() {
+  if (owner_ != nullptr) ::DestroyWindow(owner_);
+}
+
+bool Win32Clipboard::Open() {
+  constexpr int kTries = 10;
+  constexpr DWORD kPause = 20;
+  // A window for messages alone needs no class of its own, for it is never shown.
+  if (owner_ == nullptr) {
+    owner_ = ::CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                               ::GetModuleHandleW(nullptr), nullptr);
+  }
+  for (int tries = 0; tries < kTries; ++tries) {
+    if (::OpenClipboard(owner_) != 0) return true;
+    ::Sleep(kPause);
+  }
+  return false;
+}
 
 Text Win32Clipboard::GetText() {
   if (::IsClipboardFormatAvailable(CF_UNICODETEXT) == 0 || !Open()) return {};

@@ -60,6 +60,21 @@ TEST(Win32ClipboardTest, ATextReplacesTheContent) {
   EXPECT_EQ(clipboard.GetText(), u"");
 }
 
+TEST(Win32ClipboardTest, WhatIsPutThereHasAnOwnerAndOutlivesIt) {
+  PutIntoClipboard(L"vorher");
+  {
+    Win32Clipboard clipboard;
+    clipboard.SetText(u"http://Größe/");
+    HWND const owner = ::GetClipboardOwner();
+    ASSERT_NE(owner, nullptr);
+    EXPECT_EQ(::GetWindowThreadProcessId(owner, nullptr), ::GetCurrentThreadId());
+    clipboard.SetText(u"http://Länge/");
+    EXPECT_EQ(::GetClipboardOwner(), owner);
+  }
+  EXPECT_EQ(::GetClipboardOwner(), nullptr);
+  EXPECT_EQ(Win32Clipboard().GetText(), u"http://Länge/");
+}
+
 TEST(Win32ClipboardTest, WithoutATextItIsEmpty) {
   ASSERT_NE(::OpenClipboard(nullptr), 0);
   ::EmptyClipboard();
