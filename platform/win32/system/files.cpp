@@ -2,8 +2,6 @@
 
 #include "platform/win32/base/windows_api.h"
 
-#include <shlwapi.h>
-
 #include <algorithm>
 #include <exception>
 #include <string_view>
@@ -46,8 +44,10 @@ std::vector<FoundFile> List(const std::wstring& pattern) {
 }  // namespace
 
 bool Win32Files::PathFileExistsW(const Text& path) {
+  // The system's own operation of that name takes neither a long path nor a share by itself
+  // ("\\server\share").
   const auto name = SystemPath(path);
-  return name && ::PathFileExistsW(name->c_str()) != 0;
+  return name && ::GetFileAttributesW(name->c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
 bool Win32Files::CreateDirectoryW(const Text& path) {
