@@ -27,6 +27,7 @@
 #include "platform/win32/ui/program_windows.h"
 #include "platform/win32/ui/start_requests.h"
 #include "platform/win32/ui/turns.h"
+#include "platform/win32/ui/undisturbed_shell.h"
 #include "programs/windows/internet_connection.h"
 #include "programs/windows/sound_connection.h"
 #include "window/main_window.h"
@@ -52,9 +53,10 @@ struct Program::Parts {
   Win32Files files;
   Win32RecordFiles record_files;
   Win32Clock clock;
-  Win32Shell shell;
   Win32SystemMessages system_messages;
   Win32MessageLoop message_loop;
+  Win32Shell system_shell;
+  UndisturbedShell shell{system_shell, message_loop};
   Win32Icons icons;
   Win32Clipboard clipboard;
   Win32Dialogs dialogs{message_loop};

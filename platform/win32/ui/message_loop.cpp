@@ -61,8 +61,12 @@ void Win32MessageLoop::ProcessPendingMessages() {
 
 void Win32MessageLoop::ProcessPaintMessages() {
   running_.Waits();
+  CallWithoutProcedures([this] { HandlePending(); });
+}
+
+void Win32MessageLoop::CallWithoutProcedures(const std::function<void()>& call) {
   const bool outer = std::exchange(painting_only_, true);
-  HandlePending();
+  call();
   painting_only_ = outer;
   if (painting_only_) return;
   for (; turns_held_ > 0; --turns_held_) AskForTurn();

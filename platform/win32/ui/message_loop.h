@@ -49,6 +49,10 @@ class Win32MessageLoop final : public MessageLoop {
   void Tick(const std::function<void()>& procedure);
   [[nodiscard]] bool PaintingOnly() const { return painting_only_; }
 
+  /// Makes a call of the system's during which it may handle this thread's messages itself, as for a dialog
+  /// of its own. They come to no more than painting, as in ProcessPaintMessages.
+  void CallWithoutProcedures(const std::function<void()>& call);
+
   /// Waits for messages and handles them while `wanted` says so, or until the program is told to leave all
   /// its loops (LeaveAll).
   void RunWhile(const std::function<bool()>& wanted);
