@@ -2,8 +2,6 @@
 
 #include "platform/win32/base/windows_api.h"
 
-#include <ole2.h>
-
 #include <chrono>
 
 #include "app/settings/station_file_place.h"
@@ -16,6 +14,7 @@
 #include "platform/win32/text/text_conversion.h"
 #include "programs/windows/arguments.h"
 #include "programs/windows/program.h"
+#include "programs/windows/system_setup.h"
 #include "window/command_line.h"
 
 namespace {
@@ -79,13 +78,9 @@ int Obey(const window::CommandLine& line) {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, wchar_t* /*line*/, int /*show*/) {
-  const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES};
-  ::InitCommonControlsEx(&controls);
-  ::OleInitialize(nullptr);
+  const SystemSetup setup;
   const std::vector<std::string> arguments = Arguments();
   std::vector<const char*> words;
   for (const std::string& argument : arguments) words.push_back(argument.c_str());
-  const int result = Obey(window::ReadCommandLine(words));
-  ::OleUninitialize();
-  return result;
+  return Obey(window::ReadCommandLine(words));
 }

@@ -2,7 +2,6 @@
 
 #include "platform/win32/base/windows_api.h"
 
-#include <ole2.h>
 #include <shlwapi.h>
 
 #include "platform/win32/base/wide.h"
@@ -16,8 +15,10 @@
 #include "platform/win32/ui/icons.h"
 #include "platform/win32/ui/message_loop.h"
 #include "platform/win32/ui/program_windows.h"
+#include "platform/win32/ui/undisturbed_shell.h"
 #include "programs/windows/arguments.h"
 #include "programs/windows/internet_connection.h"
+#include "programs/windows/system_setup.h"
 #include "recorder/command_line.h"
 #include "recorder/music_folder.h"
 #include "recorder/record_control.h"
@@ -46,7 +47,8 @@ void RunInWindow(const std::string& link) {
   Win32RecordFiles record_files;
   Win32Environment environment;
   Win32Clock clock;
-  Win32Shell shell;
+  Win32Shell system_shell;
+  UndisturbedShell shell(system_shell, loop);
   InternetConnection connection(loop, conversion);
   recorder::StationRecording recording{
       {{connection.Internet(), connection.Requests(), record_files, environment, clock, loop, conversion},
@@ -67,14 +69,13 @@ void RunInWindow(const std::string& link) {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, wchar_t* /*line*/, int /*show*/) {
+  const SystemSetup setup;
   using Wish = recorder::CommandLine::Wish;
   const recorder::CommandLine line = recorder::ReadCommandTail(CommandTail());
   if (line.wish != Wish::kRecord) {
     ShowText(kTitle, std::string(recorder::Usage()));
     return line.wish == Wish::kHelp ? 0 : kWrongUse;
   }
-  ::OleInitialize(nullptr);
   RunInWindow(line.link);
-  ::OleUninitialize();
   return 0;
 }
