@@ -2,7 +2,8 @@
 """Checks the archive for Windows: check_windows_archive.py ARCHIVE FOLDER
 
 Unpacks it into FOLDER, which is made anew, and fails unless everything is there, the texts say how to pass the system's
-warning about unsigned programs, each program is small, and none needs another library than the system's own."""
+warning about unsigned programs, each program is small and names the holder of the licence, and none needs another library
+than the system's own."""
 import html
 import pathlib
 import re
@@ -54,8 +55,12 @@ def main():
         for part in WARNED:
             if part not in text:
                 sys.exit(f'{name} does not say "{part}"')
+    [holder] = [line.strip() for line in (top / "Lizenzen/Funkhausplayer.txt").read_text().splitlines()
+                if line.startswith("Copyright")]
     for name in PROGRAMS:
         program = top / name
+        if holder.encode("utf-16-le") not in program.read_bytes():
+            sys.exit(f'{name} does not say "{holder}"')
         size = program.stat().st_size
         needed = libraries(program)
         print(f"{name}: {size} bytes, needs {', '.join(sorted(needed))}")
