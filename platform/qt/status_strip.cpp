@@ -12,8 +12,6 @@
 namespace platform::qt {
 namespace {
 
-constexpr int kSentenceRestMilliseconds = 3000;
-
 /// The toolkit asks every factory for every widget; what this one does not know gets its usual interface.
 QAccessibleInterface* MakeAccessible(const QString& /*class_name*/, QObject* object) {
   if (auto* strip = dynamic_cast<StatusStrip*>(object)) {
@@ -22,11 +20,6 @@ QAccessibleInterface* MakeAccessible(const QString& /*class_name*/, QObject* obj
   auto* line = dynamic_cast<QLabel*>(object);
   const bool within_strip = line != nullptr && dynamic_cast<StatusStrip*>(line->parent()) != nullptr;
   return within_strip ? new QAccessibleWidget(line, QAccessible::Notification) : nullptr;
-}
-
-QString WithoutNumbers(QString text) {
-  text.removeIf([](QChar unit) { return unit.isDigit(); });
-  return text;
 }
 
 }  // namespace
@@ -43,21 +36,23 @@ void StatusStrip::ShowText(const QString& text) {
   text_ = text;
   Fit();
   line_->setAccessibleName(text_);
-  if (WithoutNumbers(text_) == WithoutNumbers(announced_)) {
-    rest_.start(kSentenceRestMilliseconds, this);
-  } else {
-    Announce();
+  rest_.stop();
+  switch (announced_.Show(FromQt(text_))) {
+    case front::AnnouncedText::Turn::kNow:
+      return Announce();
+    case front::AnnouncedText::Turn::kWhenItRests:
+      return rest_.start(front::AnnouncedText::kRest, this);
+    case front::AnnouncedText::Turn::kNever:
+      break;
   }
 }
 
 void StatusStrip::Announce() {
   rest_.stop();
-  announced_ = text_;
-  if (text_.isEmpty()) return;
   // A notification that comes into view is what screen readers speak by themselves.
   QAccessibleEvent shown(line_, QAccessible::ObjectShow);
   QAccessible::updateAccessibility(&shown);
-  Announced.Raise(announced_);
+  Announced.Raise(text_);
 }
 
 void StatusStrip::timerEvent(QTimerEvent* event) {

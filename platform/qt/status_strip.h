@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include "controls/event.h"
+#include "platform/front/announced_text.h"
 
 namespace platform::qt {
 
@@ -15,9 +16,7 @@ namespace platform::qt {
 ///
 /// For a screen reader this is a status bar that contains a notification: it speaks the bar on demand, and
 /// the notification by itself after what it is currently speaking, without leaving the control that has the
-/// focus. The toolkit's announcements, which are made for this, come with Qt 6.8. A sentence that differs
-/// from the last announced one only in its numbers (a countdown, a percentage) is announced once it has
-/// stopped changing.
+/// focus. The toolkit's announcements, which are made for this, come with Qt 6.8.
 class StatusStrip final : public QWidget {
  public:
   explicit StatusStrip(QWidget* parent);
@@ -41,7 +40,7 @@ class StatusStrip final : public QWidget {
 
   QLabel* line_;
   QString text_;
-  QString announced_;
+  front::AnnouncedText announced_;
   QBasicTimer rest_;
 };
 

@@ -40,7 +40,7 @@ ControlSet::ControlSet(const app::Inventory& inventory, HWND window, const Surro
 }
 
 ControlSet::~ControlSet() {
-  for (const auto& [control, binding] : bindings_) names_.Forget(binding->Handle());
+  for (const auto& [control, binding] : bindings_) annotations_.Forget(binding->Handle());
   // What a container has in it comes after it in the inventory, but not in the map.
   timers_.clear();
   around_.tab_stops.Clear();
@@ -71,9 +71,9 @@ void ControlSet::Add(const app::FormControl& entry, controls::Control& control,
 
 void ControlSet::Name(const app::Use& use, ControlBinding& binding) {
   HWND handle = binding.Handle();
-  if (!use.accessible_name.empty()) return names_.Name(handle, use.accessible_name);
+  if (!use.accessible_name.empty()) return annotations_.Name(handle, use.accessible_name);
   if (use.named_by == nullptr) return;
-  const auto follow = [this, handle, by = use.named_by] { names_.Name(handle, by->Caption()); };
+  const auto follow = [this, handle, by = use.named_by] { annotations_.Name(handle, by->Caption()); };
   follow();
   subscriptions_ += use.named_by->Changed.Subscribe(follow);
 }
@@ -104,8 +104,11 @@ std::unique_ptr<ControlBinding> ControlSet::Make(controls::Frame& frame, HWND pa
 std::unique_ptr<ControlBinding> ControlSet::Make(controls::Label& label, HWND parent,
                                                  const app::Use& /*use*/) {
   switch (label.Look()) {
-    case controls::LabelLook::kStatusLine:
-      return std::make_unique<StatusStripBinding>(label, parent, around_);
+    case controls::LabelLook::kStatusLine: {
+      auto strip = std::make_unique<StatusStripBinding>(label, parent, around_);
+      annotations_.MakeLive(strip->Handle());
+      return strip;
+    }
     case controls::LabelLook::kCaption:
     case controls::LabelLook::kRightCaption:
       return std::make_unique<LabelBinding>(label, parent, around_);

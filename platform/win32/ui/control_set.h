@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "app/forms/form_control.h"
-#include "platform/win32/ui/accessible_names.h"
+#include "platform/win32/ui/annotations.h"
 #include "platform/win32/ui/control_binding.h"
 #include "platform/win32/ui/frame_window.h"
 #include "platform/win32/ui/icons.h"
@@ -70,7 +70,7 @@ class ControlSet {
   HWND window_;
   Surroundings around_;
   const Win32Icons& icons_;
-  AccessibleNames names_;
+  Annotations annotations_;
   std::map<const controls::Control*, std::unique_ptr<ControlBinding>> bindings_;
   std::map<const controls::Control*, HWND> containers_;
   std::vector<ListBinding*> lists_;

@@ -177,17 +177,32 @@ void TextPanelBinding::Draw(const tagDRAWITEMSTRUCT& place) {
 
 StatusStripBinding::StatusStripBinding(controls::Label& label, HWND parent, const Surroundings& around)
     : ControlBinding(label, parent, around, {L"STATIC", SS_OWNERDRAW | SS_NOPREFIX}, ForKeyboard::kNo),
-      label_(label) {
+      label_(label),
+      rest_binding_(rest_, Handle(), around.loop) {
+  rest_.SetInterval(front::AnnouncedText::kRest);
+  subscriptions_ += rest_.Ticked.Subscribe([this] { Announce(); });
   subscriptions_ += label.Changed.Subscribe([this] { Follow(); });
   FollowControl();
   Follow();
 }
 
 void StatusStripBinding::Follow() {
+  using Turn = front::AnnouncedText::Turn;
   const Text text = OnOneLine(label_.Caption());
   if (TextOf(Handle()) == text) return;
   ShowTitle(text);
   ::InvalidateRect(Handle(), nullptr, TRUE);
+  const Turn turn = announced_.Show(text);
+  rest_.SetEnabled(false);
+  rest_.SetEnabled(turn == Turn::kWhenItRests);
+  if (turn == Turn::kNow) Announce();
+}
+
+// Public reference: the system's documentation of accessibility, "A screen reader isn't announcing an update
+// to a status string".
+void StatusStripBinding::Announce() {
+  rest_.SetEnabled(false);
+  ::NotifyWinEvent(EVENT_OBJECT_LIVEREGIONCHANGED, Handle(), OBJID_CLIENT, CHILDID_SELF);
 }
 
 void StatusStripBinding::Draw(const tagDRAWITEMSTRUCT& place) {

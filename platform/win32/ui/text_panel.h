@@ -5,8 +5,10 @@
 #include <vector>
 
 #include "controls/captioned.h"
+#include "platform/front/announced_text.h"
 #include "platform/front/named_lines.h"
 #include "platform/win32/ui/control_binding.h"
+#include "platform/win32/ui/timer_binding.h"
 
 namespace platform::win32 {
 
@@ -38,15 +40,22 @@ class TextPanelBinding final : public ControlBinding {
   bool shows_all_ = true;
 };
 
+/// A live region, whose changes it reports.
 class StatusStripBinding final : public ControlBinding {
  public:
   StatusStripBinding(controls::Label& label, HWND parent, const Surroundings& around);
 
+  /// Whether the text will be reported when it has rested.
+  [[nodiscard]] bool IsToBeReported() const { return rest_.Enabled(); }
   void Draw(const tagDRAWITEMSTRUCT& place) override;
 
  private:
   void Follow();
+  void Announce();
   controls::Label& label_;
+  front::AnnouncedText announced_;
+  controls::Timer rest_;
+  TimerBinding rest_binding_;
 };
 
 }  // namespace platform::win32

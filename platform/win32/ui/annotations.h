@@ -1,5 +1,6 @@
 #pragma once
-// Gives controls names for screen readers where the system cannot know them. Not their texts.
+// Tells screen readers what the system cannot know of a control. Not the controls' texts, and not the events
+// that report their changes.
 
 #include "platform/win32/base/com_pointer.h"
 #include "platform/win32/base/handles.h"
@@ -11,14 +12,17 @@ namespace platform::win32 {
 
 /// By the system's service for annotations (IAccPropServices); without it nothing happens. COM is initialised
 /// by whoever creates this.
-class AccessibleNames {
+class Annotations {
  public:
-  AccessibleNames();
-  ~AccessibleNames();
-  AccessibleNames(const AccessibleNames&) = delete;
-  AccessibleNames& operator=(const AccessibleNames&) = delete;
+  Annotations();
+  ~Annotations();
+  Annotations(const Annotations&) = delete;
+  Annotations& operator=(const Annotations&) = delete;
 
   void Name(HWND control, const Text& name);
+  /// Makes the control a live region: its text is spoken, after what is being spoken, whenever
+  /// EVENT_OBJECT_LIVEREGIONCHANGED is raised for it.
+  void MakeLive(HWND control);
   /// Before the control is gone.
   void Forget(HWND control);
 
