@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "platform/qt/desktop_colors.h"
+#include "platform/qt/status_strip.h"
 
 namespace demo {
 namespace {
@@ -34,6 +35,7 @@ QString Line(const QString& name, const QWidget& widget, const QString& text) {
 
 /// What a control shows, whatever its kind.
 QString TextOf(const QWidget& widget) {
+  if (const auto* strip = dynamic_cast<const platform::qt::StatusStrip*>(&widget)) return strip->WholeText();
   for (const char* property : {"currentText", "text", "title", "value"}) {
     const QVariant value = widget.property(property);
     if (value.isValid()) return value.toString();

@@ -69,6 +69,7 @@ class Visitor:
         wait_for(f"sound of {name}", lambda: self.sink.loudness() > AUDIBLE, 40, pause=0)
         position = wait_for(f"the position of {name}", lambda: self.running_position(), 20)
         title = wait_for(f"the title of {name}", self.shown_title, 30)
+        sentence = wait_for(f"the status line about {name}", lambda: self.sentence(f"{name} läuft.", f"{name} – "), 20)
         screenshot(self.display, self.picture_of(name))
         loudness = self.sink.loudness(2.0)
         if loudness < AUDIBLE:
@@ -76,8 +77,14 @@ class Visitor:
         self.press("Command6")
         wait_for(f"silence after {name}", lambda: self.sink.loudness(0.5) < SILENT, 15, pause=0)
         wait_for("an empty position", lambda: not self.report.text("Label1"), 10)
+        wait_for("the status line about the stop", lambda: self.sentence("Gestoppt."), 10)
         served = len(self.station.lines("title ")) - titles_before
-        return f"{name}: {loudness:.1f} dB, {position}, \"{title}\" ({served} titles served)"
+        return f"{name}: {loudness:.1f} dB, {position}, \"{title}\" ({served} titles served), \"{sentence}\""
+
+    def sentence(self, *beginnings):
+        """The status line's text, if it begins like one of these."""
+        text = self.report.text("StatusLine") or ""
+        return text if text.startswith(beginnings) else None
 
     def picture_of(self, name):
         return self.output / f"{name.replace(' ', '-')}.png"
@@ -112,5 +119,6 @@ class Visitor:
         if box:
             self.press("box[0]")
             wait_for("the box to close", lambda: not self.report.find("box"), 10)
+        sentence = wait_for(f"the status line about {name}", lambda: self.sentence(f"Der Server von {name} "), 20)
         self.press("Command6")
-        return f"{name}: silent" + (f', "{box}"' if box else "")
+        return f"{name}: silent" + (f', "{box}"' if box else "") + f', "{sentence}"'
