@@ -47,7 +47,9 @@ HResult Connect(::IMFTopology& topology, ::IMFMediaSource& source, ::IMFPresenta
   return added ? branch.source->ConnectOutput(0, branch.output.Get(), 0) : kEFail;
 }
 
-HResult Fill(::IMFTopology& topology, ::IMFMediaSource& source) {
+}  // namespace
+
+HResult AddSound(::IMFTopology& topology, ::IMFMediaSource& source) {
   ComPointer<::IMFPresentationDescriptor> descriptor;
   DWORD count = 0;
   const bool described = source.CreatePresentationDescriptor(descriptor.Receive()) == S_OK &&
@@ -63,13 +65,11 @@ HResult Fill(::IMFTopology& topology, ::IMFMediaSource& source) {
   return result;
 }
 
-}  // namespace
-
 RebuiltSession RebuildSession(::IMFMediaSource& source) {
   RebuiltSession built;
   ComPointer<::IMFTopology> topology;
   built.result = CallMedia<decltype(::MFCreateTopology)>("MFCreateTopology", topology.Receive());
-  if (built.result == kSOk) built.result = Fill(*topology.Get(), source);
+  if (built.result == kSOk) built.result = AddSound(*topology.Get(), source);
   if (built.result != kSOk) return built;
   built.result =
       CallMedia<decltype(::MFCreateMediaSession)>("MFCreateMediaSession", nullptr, built.session.Receive());

@@ -2,12 +2,15 @@
 // A session of the adapter's own for a source that takes the place of a lost one. Not the program's sessions,
 // which it builds by itself (player/mf_player.h).
 
+#include <functional>
+
 #include "platform/win32/base/com_pointer.h"
 #include "ports/interface_call.h"
 
 struct IMFClock;
 struct IMFMediaSession;
 struct IMFMediaSource;
+struct IMFTopology;
 
 namespace platform::win32 {
 
@@ -17,7 +20,13 @@ struct RebuiltSession {
   ComPointer<::IMFClock> clock;
 };
 
-/// With a branch to the sound for each stream of sound; not started.
+/// Adds a branch to the sound for each selected stream of sound; fails when there is none.
+HResult AddSound(::IMFTopology& topology, ::IMFMediaSource& source);
+
+/// With a topology of such branches; not started.
 RebuiltSession RebuildSession(::IMFMediaSource& source);
+
+/// What makes such a session; an empty one stands for RebuildSession.
+using SessionMaker = std::function<RebuiltSession(::IMFMediaSource&)>;
 
 }  // namespace platform::win32

@@ -14,7 +14,6 @@
 #include "platform/win32/media/media_library.h"
 #include "platform/win32/media/media_results.h"
 #include "platform/win32/media/operation_shapes.h"
-#include "platform/win32/media/rebuilt_session.h"
 
 namespace platform::win32 {
 namespace {
@@ -209,7 +208,7 @@ std::shared_ptr<SessionWatch> Renewal::Play(OpenedObject opened) {
   if (result == kSOk) result = opened.object->QueryInterface(__uuidof(::IMFMediaSource), source.ReceiveAny());
   RebuiltSession built;
   if (result == kSOk) {
-    built = RebuildSession(*source.Get());
+    built = options_.rebuild ? options_.rebuild(*source.Get()) : RebuildSession(*source.Get());
     result = built.result;
   }
   std::shared_ptr<SessionWatch> watch;

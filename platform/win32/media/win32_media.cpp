@@ -90,12 +90,12 @@ struct Win32Media::Impl {
   HandleTable table;
   ComCalls calls{table};
   ShutdownQueue shutdowns;
-  Renewal renewal{
-      table,
-      opener,
-      *notes,
-      shutdowns,
-      {options.open_deadline, [this](const std::string& line) { Log(line); }, options.session_made}};
+  Renewal renewal{table,
+                  opener,
+                  *notes,
+                  shutdowns,
+                  {options.open_deadline, [this](const std::string& line) { Log(line); },
+                   options.session_made, options.rebuild}};
   std::map<std::uint32_t, ComPointer<::IStream>> streams;
   std::uint32_t last_stream = 0;
   std::shared_ptr<SessionWatch> watch;  ///< of the latest session

@@ -11,6 +11,7 @@
 #include <span>
 #include <string>
 
+#include "platform/win32/media/rebuilt_session.h"
 #include "ports/interface_call.h"
 #include "ports/media_framework.h"
 #include "ports/message_loop.h"
@@ -36,6 +37,8 @@ struct Win32MediaOptions {
   std::shared_ptr<AddressReader> reader = nullptr;
   /// Gets each session before it is used: tests have it report what the test bench does not.
   std::function<void(::IMFMediaSession&)> session_made = nullptr;
+  /// What makes the session of a lost station that was opened again; none makes it of the system's objects.
+  SessionMaker rebuild = nullptr;
   /// Receives one line per event worth knowing; empty writes to the standard error stream and to whoever
   /// listens to the system's debugging messages. Called on the user-interface thread.
   std::function<void(const std::string&)> log;
