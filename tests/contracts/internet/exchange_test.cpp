@@ -20,9 +20,10 @@ class ExchangeTest : public testing::Test {
     options.address = server_.Url(target);
     return options;
   }
+  /// On a busy machine it may take long; the limit only says how long a failure takes.
   template <typename Condition>
   static bool WorkUntil(Exchange& exchange, Condition condition) {
-    const auto deadline = std::chrono::steady_clock::now() + kDeadline;
+    const auto deadline = std::chrono::steady_clock::now() + 60s;
     while (!condition()) {
       if (std::chrono::steady_clock::now() > deadline) return false;
       exchange.Work(10ms);
@@ -44,7 +45,8 @@ TEST_F(ExchangeTest, HoldsNoMoreThanItsBufferHoweverLongItWorks) {
 }
 
 TEST_F(ExchangeTest, ContinuesWhenItsBytesAreTaken) {
-  server_.OnAny(Script().Send(kOk).Flood("x"));
+  // Byte by byte most of the time would be the server's: a call for each, 650,000 of them.
+  server_.OnAny(Script().Send(kOk).Flood(AudioBytes(1024)));
   const auto exchange = under_test::MakeExchange(To("/"));
   std::vector<std::byte> bytes(10'000);
   std::size_t taken = 0;
