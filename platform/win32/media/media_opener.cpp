@@ -62,7 +62,6 @@ HResult ResultOfData(HResult result) {
 
 OpenedObject MediaOpener::Open(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags) {
   const auto item = notes_->Open();
-  if (live_) live_->EndReads();
   live_.reset();
   live_of_system_ = false;
   OpenedObject opened = OpenKind(resolver, address, flags);

@@ -179,7 +179,6 @@ std::vector<Text> TextsOfVector(const PROPVARIANT& source) {
 }
 
 Text TextOfBstr(BSTR text) {
-  if (text == nullptr) return {};
   return FromWide(std::wstring_view(text, SysStringLen(text)));
 }
 

@@ -145,6 +145,23 @@ TEST_F(ArgumentsOfCalls, APropertyValueComesBackAndTextsGoAsWideStrings) {
   EXPECT_EQ(std::get<Text>(value.payload), u"T\u00fcr");
 }
 
+TEST_F(ArgumentsOfCalls, WhatTheOperationDoesNotWriteStaysAsItWas) {
+  object.Answer(
+      8, +[](SlotObject*, GUID*) -> HRESULT { return S_OK; });
+  const auto handle = Enter(object, Interface::kMediaTypeHandler);
+  Guid type{1, 2, 3, {4}};
+  EXPECT_EQ(Call(handle, IMFMediaTypeHandler::GetMajorType, {&type}), kSOk);
+  EXPECT_EQ(type, (Guid{1, 2, 3, {4}}));
+}
+
+TEST_F(ArgumentsOfCalls, OfAnotherOperationAreNotPassed) {
+  object.Answer(3, &TakeFloat);
+  const OperationShape* const shape =
+      FindShape(Interface::kSimpleAudioVolume, IMFSimpleAudioVolume::SetMasterVolume.slot);
+  EXPECT_EQ(CallOperation(table, object.AsUnknown(), *shape, std::vector<Argument>{std::int32_t{1}}),
+            std::nullopt);
+}
+
 TEST_F(ArgumentsOfCalls, AVariableThatIsLeftOutIsPassedAsNull) {
   struct LeftOut {
     Interface interface_id;

@@ -9,7 +9,9 @@
 #include <chrono>
 #include <functional>
 #include <future>
+#include <string>
 
+#include "platform/win32/media/media_results.h"
 #include "tests/platform/win32/media/slot_object.h"
 #include "tests/support/fakes.h"
 
@@ -90,6 +92,61 @@ TEST_F(OpeningTest, WhatIsMadeAfterItWasGivenUpIsShutDown) {
   ReleaseCallback();
   EXPECT_EQ(source.references, 0);
   EXPECT_EQ(resolver.references, 0);
+}
+
+TEST_F(OpeningTest, WhatNobodyTakesIsShutDown) {
+  {
+    auto opening = BegunOpening::OfAddress(*reinterpret_cast<::IMFSourceResolver*>(resolver.AsUnknown()),
+                                           u"http://x/", 1);
+    EXPECT_FALSE(opening.IsOver());
+    Opened();
+    EXPECT_TRUE(opening.IsOver());
+    EXPECT_EQ(shut_down, 0);
+  }
+  EXPECT_EQ(shut_down, 1);
+  ReleaseCallback();
+  EXPECT_EQ(source.references, 0);
+}
+
+TEST_F(OpeningTest, ThatTakesTooLongIsGivenUp) {
+  const OpeningWait wait{loop, std::chrono::steady_clock::now()};
+  const auto late =
+      OpenAddress(*reinterpret_cast<::IMFSourceResolver*>(resolver.AsUnknown()), u"http://x/", 1, wait);
+  EXPECT_EQ(late.result, kMfENetTimeout);
+  EXPECT_EQ(loop.paints, 1);
+  ReleaseCallback();
+}
+
+TEST_F(OpeningTest, OfAByteStreamIsCancelledAfterItsReadsWereEnded) {
+  static std::string order;
+  order.clear();
+  SlotObject cookie;
+  static SlotObject* cookie_given;
+  cookie_given = &cookie;
+  resolver.Answer(
+      7,
+      +[](SlotObject* self, ::IUnknown*, const wchar_t*, DWORD, void*, ::IUnknown** given,
+          ::IMFAsyncCallback* callback, ::IUnknown*) -> HRESULT {
+        *given = cookie_given->Reference();
+        callback->AddRef();
+        self->pointer = callback;
+        return S_OK;
+      });
+  resolver.Answer(
+      9, +[](SlotObject*, ::IUnknown* given) -> HRESULT {
+        order += given == cookie_given->AsUnknown() ? "cancelled" : "?";
+        return S_OK;
+      });
+  loop.input_ends_wait = true;
+  SlotObject stream;
+  const OpeningWait wait{loop, std::chrono::steady_clock::now() + 10s};
+  const auto given_up = OpenByteStream(*reinterpret_cast<::IMFSourceResolver*>(resolver.AsUnknown()),
+                                       *reinterpret_cast<::IMFByteStream*>(stream.AsUnknown()), u"http://x/",
+                                       1, wait, [] { order += "ended "; });
+  EXPECT_EQ(given_up.result, kErrorCancelled);
+  EXPECT_EQ(order, "ended cancelled");
+  EXPECT_EQ(cookie.references, 0);
+  ReleaseCallback();
 }
 
 TEST_F(OpeningTest, IsNotLockedWhileASourceShutsDown) {

@@ -3,6 +3,7 @@
 #include "platform/win32/base/windows_api.h"
 
 #include <gtest/gtest.h>
+#include <oleauto.h>
 #include <propidl.h>
 
 #include <string>
@@ -70,6 +71,26 @@ TEST(PropertyVariants, ATypeThatIsNotKnownWritesNothing) {
   EXPECT_EQ(value.type, PropertyType::kInt32);
 }
 
+TEST(PropertyVariants, AnArrayOfAnythingButTextsIsNotKnown) {
+  PROPVARIANT system;
+  PropVariantInit(&system);
+  system.vt = VT_ARRAY | VT_I8;
+  system.parray = SafeArrayCreateVector(VT_I8, 0, 2);
+  PropertyValue value = Whole(PropertyType::kInt32, 5);
+  EXPECT_FALSE(ReadVariant(system, value));
+  EXPECT_EQ(value.type, PropertyType::kInt32);
+  SafeArrayDestroy(system.parray);
+}
+
+TEST(PropertyVariants, ATextThatIsNullIsEmpty) {
+  PROPVARIANT system;
+  PropVariantInit(&system);
+  system.vt = VT_BSTR;
+  PropertyValue value;
+  EXPECT_TRUE(ReadVariant(system, value));
+  EXPECT_EQ(std::get<Text>(value.payload), u"");
+}
+
 struct Win32Values : testing::Test {
   values::PortablePropertyValues portable;
   Win32PropertyValues values{portable};
@@ -122,6 +143,13 @@ TEST_F(Win32Values, AConversionThatDoesNotExistLeavesTheTargetAsItWas) {
   PropertyValue target = Whole(PropertyType::kInt32, 5);
   const PropertyValue blob{PropertyType::kBlob, std::string("ab")};
   EXPECT_NE(values.PropVariantChangeType(target, blob, 0, PropertyType::kStringArray), 0);
+  EXPECT_EQ(target.type, PropertyType::kInt32);
+}
+
+TEST_F(Win32Values, APayloadOfAnotherTypeIsNotConverted) {
+  PropertyValue target = Whole(PropertyType::kInt32, 5);
+  const PropertyValue wrong{PropertyType::kInt32, Text(u"1")};
+  EXPECT_EQ(values.PropVariantChangeType(target, wrong, 0, PropertyType::kString), DISP_E_TYPEMISMATCH);
   EXPECT_EQ(target.type, PropertyType::kInt32);
 }
 

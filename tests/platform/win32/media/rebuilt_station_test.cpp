@@ -132,6 +132,8 @@ TEST_F(RebuiltStation, ContinuesTheTimeOnceItsClockRuns) {
   const std::int64_t after = renewal->Position(built.clock.played, Renewal::Session::kPlays);
   EXPECT_GE(after, before);
   EXPECT_EQ(renewal->Position(4 * kOneSecond, Renewal::Session::kPlays), after + kOneSecond);
+  renewal->Forget();
+  EXPECT_EQ(renewal->Position(kOneSecond, Renewal::Session::kMayBeLost), kOneSecond);
 }
 
 TEST_F(RebuiltStation, GetsTheVolumeOnceItHasOne) {
@@ -241,6 +243,15 @@ TEST_F(RebuiltStation, ThatIsClosedWhileItOpensDoesNotStart) {
   EXPECT_EQ(built.session.calls, Started{});
 }
 
+TEST_F(RebuiltStation, ThatIsStoppedWhileItOpensIsDisconnected) {
+  Lose();
+  ASSERT_TRUE(StepsUntil([this] { return steps.back() == "The lost station is being opened."; }));
+  EXPECT_EQ(Stop(), kSOk);
+  EXPECT_TRUE(Disconnected());
+  EXPECT_EQ(renewal->Step(), nullptr);
+  EXPECT_EQ(built.session.calls, Started{});
+}
+
 struct StartingStation : RebuiltStation {
   void SetUp() override {
     RebuiltStation::SetUp();
@@ -284,6 +295,12 @@ TEST_F(StartingStation, ThatIsForgottenGetsNoVolume) {
   EXPECT_EQ(renewal->Position(kOneSecond, Renewal::Session::kMayBeLost), kOneSecond);
 }
 
+TEST_F(StartingStation, ThatWasReleasedGetsNoVolume) {
+  table.Release(session_handle);
+  EXPECT_EQ(renewal->Step(), nullptr);
+  EXPECT_EQ(built.volume.calls, Started{});
+}
+
 TEST_F(StartingStation, ThatFailsIsAskedAgain) {
   renewal->StartFailed(watch, kMfENetRead);
   EXPECT_FALSE(renewal->IsStarting());
@@ -292,6 +309,9 @@ TEST_F(StartingStation, ThatFailsIsAskedAgain) {
   EXPECT_EQ(built.session.calls, (Started{"start", "stop", "close", "shut down"}));
   EXPECT_TRUE(IsShutDown());
   EXPECT_TRUE(Disconnected());
+  built.session.queried.clear();
+  renewal->Step();
+  EXPECT_TRUE(built.session.queried.empty()) << "it is not asked for its volume any more";
   EXPECT_EQ(Volume(), 0.25F);
   EXPECT_TRUE(Starts());
 }

@@ -113,7 +113,7 @@ struct SessionObjects {
 
 struct RenewalRig {
   RenewalRig() {
-    table.Enter(old.session.Reference(), Interface::kMediaSession);
+    session_handle = table.Enter(old.session.Reference(), Interface::kMediaSession);
     table.Enter(old.source.Reference(), Interface::kMediaSource);
     table.Enter(old.clock.Reference(), Interface::kClock);
     volume_handle = table.Enter(old.volume.Reference(), Interface::kSimpleAudioVolume);
@@ -169,6 +169,7 @@ struct RenewalRig {
   test_support::FakeMessageLoop message_loop;
   HandleTable table;
   ShutdownQueue shutdowns;
+  InterfaceHandle session_handle = InterfaceHandle::kNone;
   InterfaceHandle volume_handle = InterfaceHandle::kNone;
   const Guid format;
   PropertyValue here;

@@ -136,6 +136,8 @@ TEST_F(SessionReport, OfAFailureIsForgottenWithTheItem) {
   Play("/stream");
   EXPECT_TRUE(Heard());
   EXPECT_EQ(media->Status().state, PlaybackState::kPlaying);
+  EXPECT_TRUE(Report(*reader->sources[1].Get(), MEExtendedType, kMfETopologyCodecNotFound));
+  EXPECT_EQ(media->Status().failure, PlaybackFailure::kUnreadable);
 }
 
 TEST_F(SessionReport, OfALostStationRenewsIt) {

@@ -77,6 +77,25 @@ TEST_F(StreamBufferTest, WhoeverIsAnsweredMayReadOnAtOnce) {
   EXPECT_EQ(read, "abcdefgh");
 }
 
+TEST_F(StreamBufferTest, WhoeverIsAnsweredWithNothingMayLookAtOnce) {
+  std::byte target{};
+  int answers = 0;
+  const auto look = [&](std::size_t count) { answers += count == 0 && !buffer.Look().read_waits ? 1 : 0; };
+  buffer.Read(StreamBuffer::kLength - 1, {&target, 1}, look);
+  EXPECT_EQ(answers, 1);
+  buffer.Read(0, {&target, 1}, look);
+  buffer.Finish();
+  EXPECT_EQ(answers, 2);
+}
+
+TEST_F(StreamBufferTest, WhoeverIsEndedMayLookAtOnce) {
+  std::byte target{};
+  int answers = 0;
+  buffer.Read(0, {&target, 1}, [&](std::size_t) { answers += buffer.Look().read_waits ? 0 : 1; });
+  buffer.EndReads();
+  EXPECT_EQ(answers, 1);
+}
+
 TEST_F(StreamBufferTest, TheBeginningCanBeReadAgain) {
   Append("abcdef");
   for (int round = 0; round < 2; ++round) {
@@ -103,6 +122,21 @@ TEST_F(StreamBufferTest, WhatHasPassedIsGone) {
   Asked asked(1);
   Ask(asked, 0);
   EXPECT_EQ(asked.count, 0u);
+}
+
+TEST_F(StreamBufferTest, NothingOfWhatHasPassedMattersAfterResuming) {
+  const std::string block(1 << 18, 'x');
+  for (int at = 0; at < 16; ++at) {
+    Append(block);
+    Asked asked(block.size());
+    Ask(asked, static_cast<std::uint64_t>(at) * block.size());
+  }
+  buffer.EndReads();
+  buffer.Resume();
+  Append("first" + std::string(3 << 20, 'y'));
+  Asked asked(5);
+  Ask(asked, 0);
+  EXPECT_EQ(asked.bytes, "first");
 }
 
 TEST_F(StreamBufferTest, EndingAnswersEveryReadWithNothing) {
@@ -193,6 +227,11 @@ TEST_F(StreamBufferTest, KnowsHowMuchSoundWasReadAndHowMuchIsLeft) {
   buffer.Resume();
   EXPECT_EQ(buffer.Look().given + buffer.Look().ahead, milliseconds(0));
   EXPECT_EQ(buffer.Look().bytes_ahead, 0u);
+  Append(frame + frame);
+  EXPECT_EQ(buffer.Look().given, milliseconds(0));
+  Asked half(frame.size());
+  Ask(half, 0);
+  EXPECT_EQ(buffer.Look().given, milliseconds(0)) << "known for whole pieces only";
 }
 
 TEST_F(StreamBufferTest, AFinishedStreamGivesItsRest) {
