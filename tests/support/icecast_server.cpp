@@ -34,8 +34,11 @@ std::string Configuration(int port, const std::string& folder) {
          "<loglevel>3</loglevel></logging></icecast>";
 }
 
-/// The status line that a request gets; empty when there is no answer.
-std::string StatusLine(int port, const std::string& request) {
+/// "admin:test"
+constexpr const char* kAuthorization = "Authorization: Basic YWRtaW46dGVzdA==\r\n\r\n";
+
+/// The beginning of the answer that a request gets; empty when there is none.
+std::string Answer(int port, const std::string& request, std::size_t longest) {
   const int connection = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   const timeval limit{2, 0};
   setsockopt(connection, SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof(limit));
@@ -47,10 +50,18 @@ std::string StatusLine(int port, const std::string& request) {
   if (connect(connection, reinterpret_cast<sockaddr*>(&address), sizeof(address)) == 0 &&
       send(connection, request.data(), request.size(), MSG_NOSIGNAL) > 0) {
     char bytes[64];
-    const ssize_t size = recv(connection, bytes, sizeof(bytes), 0);
-    if (size > 0) answer.assign(bytes, static_cast<std::size_t>(size));
+    ssize_t size = 0;
+    while (answer.size() < longest && (size = recv(connection, bytes, sizeof(bytes), 0)) > 0) {
+      answer.append(bytes, static_cast<std::size_t>(size));
+    }
   }
   close(connection);
+  return answer;
+}
+
+/// The status line that a request gets; empty when there is no answer.
+std::string StatusLine(int port, const std::string& request) {
+  const std::string answer = Answer(port, request, 1);
   return answer.substr(0, answer.find('\r'));
 }
 
@@ -126,10 +137,15 @@ std::string IcecastServer::Url(const std::string& mount) const {
   return "http://127.0.0.1:" + std::to_string(port_) + mount;
 }
 
+bool IcecastServer::IsHeardBy(const std::string& mount, const std::string& user_agent) const {
+  constexpr std::size_t kLongest = 65536;
+  const std::string request = "GET /admin/listclients?mount=" + mount + " HTTP/1.0\r\n" + kAuthorization;
+  return Answer(port_, request, kLongest).find("<UserAgent>" + user_agent + "<") != std::string::npos;
+}
+
 void IcecastServer::SetTitle(const std::string& mount, const std::string& title) const {
-  // "admin:test"
-  const std::string request = "GET /admin/metadata?mount=" + mount + "&mode=updinfo&song=" + title +
-                              " HTTP/1.0\r\nAuthorization: Basic YWRtaW46dGVzdA==\r\n\r\n";
+  const std::string request =
+      "GET /admin/metadata?mount=" + mount + "&mode=updinfo&song=" + title + " HTTP/1.0\r\n" + kAuthorization;
   if (StatusLine(port_, request).find(" 200") == std::string::npos) {
     throw std::runtime_error("Icecast does not take the title");
   }

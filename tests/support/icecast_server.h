@@ -21,6 +21,8 @@ class IcecastServer {
             const std::string& type);
 
   [[nodiscard]] std::string Url(const std::string& mount) const;
+  /// Whether a client of that name listens to the mount now.
+  [[nodiscard]] bool IsHeardBy(const std::string& mount, const std::string& user_agent) const;
   /// Sets the mount's title.
   void SetTitle(const std::string& mount, const std::string& title) const;
 

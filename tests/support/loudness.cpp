@@ -110,6 +110,14 @@ std::optional<Loudness::Clock::time_point> Loudness::FirstSoundAfter(Clock::time
   return std::nullopt;
 }
 
+milliseconds Loudness::SoundSince(Clock::time_point since) const {
+  const std::lock_guard lock(mutex_);
+  const auto sounding = std::count_if(blocks_.begin(), blocks_.end(), [since](const Block& block) {
+    return block.arrived > since && block.level > kSilence;
+  });
+  return sounding * kBlock;
+}
+
 milliseconds Loudness::SilenceSince(Clock::time_point since) const {
   const std::lock_guard lock(mutex_);
   const auto silent = std::count_if(blocks_.begin(), blocks_.end(), [since](const Block& block) {

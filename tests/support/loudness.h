@@ -31,7 +31,8 @@ class Loudness {
   [[nodiscard]] bool WaitForSilence(std::chrono::milliseconds span, std::chrono::milliseconds limit) const;
   /// When the first block with sound after `since` arrived.
   [[nodiscard]] std::optional<Clock::time_point> FirstSoundAfter(Clock::time_point since) const;
-  /// How much of the time since `since` was silent.
+  /// How much sound arrived since `since`, and how much silence.
+  [[nodiscard]] std::chrono::milliseconds SoundSince(Clock::time_point since) const;
   [[nodiscard]] std::chrono::milliseconds SilenceSince(Clock::time_point since) const;
   /// The strongest frequency of the last `span` in hertz, by counting zero crossings; for a lone sine.
   [[nodiscard]] double Frequency(std::chrono::milliseconds span) const;

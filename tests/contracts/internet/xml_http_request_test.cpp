@@ -127,7 +127,7 @@ TEST_F(XmlHttp, AskingTakesAFewMillisecondsOnly) {
   for (int i = 0; i < 20; ++i) EXPECT_EQ(request->ReadyState(), 1);
   const auto time = std::chrono::steady_clock::now() - start;
   EXPECT_GE(time, 60ms) << "so that whoever asks in a loop does not spin";
-  EXPECT_LE(time, 2s);
+  EXPECT_LT(time, 10s) << "though the answer never comes";
 }
 
 TEST_F(XmlHttp, AbortEndsItAtAnyTime) {

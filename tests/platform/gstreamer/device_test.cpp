@@ -57,12 +57,12 @@ class DeviceTest : public testing::Test {
   /// Creates a new recorder, because a recorder ends with the server or the card.
   void Listen() { loudness = std::make_unique<Loudness>(pulse); }
   bool Hears(int hertz) const {
-    return loudness->WaitForSound(300ms, 5s) &&
-           WaitUntil([&] { return std::abs(loudness->Frequency(200ms) - hertz) < 15; }, 3s);
+    return loudness->WaitForSound(300ms, kSoon) &&
+           WaitUntil([&] { return std::abs(loudness->Frequency(200ms) - hertz) < 15; }, kSoon);
   }
   /// Nothing else comes before it.
   bool HearsAtOnce(int hertz) const {
-    return loudness->WaitForSound(300ms, 5s) && std::abs(loudness->Frequency(200ms) - hertz) < 15;
+    return loudness->WaitForSound(300ms, kSoon) && std::abs(loudness->Frequency(200ms) - hertz) < 15;
   }
   bool IsWithoutDevice() const {
     return WaitUntil([&] { return driver.Media().Status().state == PlaybackState::kNoDevice; }, 10s);
@@ -93,7 +93,7 @@ TEST_F(DeviceTest, AStationContinuesLiveAfterEachOfSeveralOutagesOfTheSoundServe
   for (int outage = 0; outage < 3; ++outage) {
     pulse.Stop();
     ASSERT_TRUE(IsWithoutDevice());
-    EXPECT_TRUE(WaitUntil([&] { return station.Open() == 0; }, 1s)) << "nothing piles up";
+    EXPECT_TRUE(WaitUntil([&] { return station.Open() == 0; }, kSoon)) << "nothing piles up";
     ExpectNothingToMove();
     sends_new_sound = outage % 2 == 0;
     pulse.Start();
@@ -108,7 +108,7 @@ TEST_F(DeviceTest, AStationThatWasStartedWithoutASoundServerIsHeardWhenOneComes)
   ASSERT_EQ(driver.Open(station.Url("/live")), kSOk);
   ASSERT_EQ(driver.Start(), kSOk);
   ASSERT_TRUE(IsWithoutDevice());
-  EXPECT_TRUE(WaitUntil([&] { return station.Open() == 0; }, 1s));
+  EXPECT_TRUE(WaitUntil([&] { return station.Open() == 0; }, kSoon));
   ExpectNothingToMove();
   EXPECT_EQ(driver.Seconds(), 0.0);
   EXPECT_EQ(station.Requests("/live"), 1);
@@ -142,7 +142,7 @@ TEST_F(DeviceTest, AStationContinuesLiveWhenItsOnlyCardComesBack) {
   ASSERT_TRUE(PlaysTheStation());
   pulse.TakeCardAway();
   ASSERT_TRUE(IsWithoutDevice());
-  EXPECT_TRUE(WaitUntil([&] { return station.Open() == 0; }, 1s));
+  EXPECT_TRUE(WaitUntil([&] { return station.Open() == 0; }, kSoon));
   ExpectNothingToMove();
   sends_new_sound = true;
   pulse.GiveCardBack();
@@ -152,11 +152,11 @@ TEST_F(DeviceTest, AStationContinuesLiveWhenItsOnlyCardComesBack) {
 
 TEST_F(DeviceTest, ASuspendedCardPilesNothingUpAndContinuesLive) {
   ASSERT_TRUE(PlaysTheStation());
-  const double suspended = driver.Seconds();
   pulse.Suspend(true);
+  const double suspended = driver.Seconds();
   ASSERT_TRUE(IsWithoutDevice());
   EXPECT_LT(driver.Seconds() - suspended, 0.8) << "only what is heard counts";
-  EXPECT_TRUE(WaitUntil([&] { return station.Open() == 0; }, 1s));
+  EXPECT_TRUE(WaitUntil([&] { return station.Open() == 0; }, kSoon));
   ExpectNothingToMove();
   sends_new_sound = true;
   pulse.Suspend(false);
@@ -176,7 +176,7 @@ TEST_F(DeviceTest, AStreamThatTheSoundServerEndsContinues) {
 TEST_F(DeviceTest, AStreamMovesWithTheDefaultCardUninterrupted) {
   ASSERT_TRUE(PlaysTheStation());
   pulse.PlugIn();
-  ASSERT_TRUE(loudness->WaitForSilence(300ms, 3s)) << "the other card plays it";
+  ASSERT_TRUE(loudness->WaitForSilence(300ms, kSoon)) << "the other card plays it";
   pulse.MakeDefault("ci");
   EXPECT_TRUE(Hears(kOldHertz));
   EXPECT_EQ(station.Requests("/live"), 1);
@@ -198,7 +198,7 @@ TEST_F(DeviceTest, AStopCountsThoughStartFollowsWhileTheSoundServerHangs) {
   pulse.Signal(SIGSTOP);
   // The item's thread asks the sound server for a pause, and waits for the answer.
   ASSERT_EQ(driver.Pause(), kSOk);
-  ASSERT_TRUE(WaitUntil([&] { return driver.Peaks() == std::vector<float>({0.0F, 0.0F}); }, 3s));
+  ASSERT_TRUE(WaitUntil([&] { return driver.Peaks() == std::vector<float>({0.0F, 0.0F}); }, kSoon));
   ASSERT_EQ(driver.Stop(), kSOk);
   ASSERT_EQ(driver.Start(), kSOk);
   EXPECT_EQ(station.Requests("/live"), 1);
@@ -215,7 +215,7 @@ TEST_F(DeviceTest, AFileContinuesWhereItWas) {
   ASSERT_EQ(driver.Open(file), kSOk);
   ASSERT_EQ(driver.Start(), kSOk);
   ASSERT_TRUE(Hears(kOldHertz));
-  ASSERT_TRUE(WaitUntil([&] { return driver.Seconds() > 2.3; }, 5s));
+  ASSERT_TRUE(WaitUntil([&] { return driver.Seconds() > 2.3; }, kSoon));
   pulse.Stop();
   ASSERT_TRUE(IsWithoutDevice());
   ExpectNothingToMove();
@@ -236,7 +236,7 @@ TEST_F(DeviceTest, APausedStationIsHeardThoughTheSoundServerRestartedMeanwhile) 
   Listen();
   EXPECT_EQ(driver.State(), 3);
   ASSERT_EQ(driver.Start(), kSOk);
-  EXPECT_TRUE(loudness->WaitForSound(300ms, 5s));
+  EXPECT_TRUE(loudness->WaitForSound(300ms, kSoon));
   EXPECT_NEAR(driver.Volume(), 0.3, 0.01) << "what was set in the pause";
 }
 
@@ -259,16 +259,16 @@ TEST_F(DeviceTest, StopEndsTheSearch) {
   pulse.Suspend(true);
   ASSERT_TRUE(IsWithoutDevice());
   const auto looks = [&] { return pulse.FindStream("Funkhausplayer").has_value(); };
-  ASSERT_TRUE(WaitUntil(looks, 3s));
+  ASSERT_TRUE(WaitUntil(looks, kSoon));
   ASSERT_EQ(driver.Stop(), kSOk);
   EXPECT_EQ(driver.State(), 2);
   EXPECT_EQ(driver.Seconds(), 0.0);
-  EXPECT_TRUE(WaitUntil([&] { return !looks(); }, 1s));
+  EXPECT_TRUE(WaitUntil([&] { return !looks(); }, kSoon));
   EXPECT_FALSE(WaitUntil(looks, 1500ms));
   pulse.Suspend(false);
   ASSERT_EQ(driver.Start(), kSOk);
   Listen();
-  EXPECT_TRUE(loudness->WaitForSound(300ms, 5s));
+  EXPECT_TRUE(loudness->WaitForSound(300ms, kSoon));
 }
 
 TEST_F(DeviceTest, WhatTheSoundServerRemembersAppliesThoughItWasNotThereAtTheStart) {
@@ -278,7 +278,7 @@ TEST_F(DeviceTest, WhatTheSoundServerRemembersAppliesThoughItWasNotThereAtTheSta
   Listen();
   ASSERT_TRUE(PlaysTheStation());
   pulse.MoveSlider("Funkhausplayer", 40);
-  ASSERT_TRUE(WaitUntil([&] { return std::abs(driver.Volume() - 0.4F) < 0.01F; }, 3s));
+  ASSERT_TRUE(WaitUntil([&] { return std::abs(driver.Volume() - 0.4F) < 0.01F; }, kSoon));
   driver.Close();
   pulse.Stop();
   SessionDriver later;
@@ -286,7 +286,7 @@ TEST_F(DeviceTest, WhatTheSoundServerRemembersAppliesThoughItWasNotThereAtTheSta
   ASSERT_EQ(later.SetVolume(later.Volume()), kSOk) << "as the slider does when it takes the value";
   ASSERT_EQ(later.Start(), kSOk);
   pulse.Start();
-  ASSERT_TRUE(WaitUntil([&] { return std::abs(later.Volume() - 0.4F) < 0.01F; }, 5s));
+  ASSERT_TRUE(WaitUntil([&] { return std::abs(later.Volume() - 0.4F) < 0.01F; }, kSoon));
   EXPECT_EQ(pulse.FindStream("Funkhausplayer")->volume_percent, 40);
 }
 

