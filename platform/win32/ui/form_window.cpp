@@ -213,9 +213,12 @@ std::optional<std::intptr_t> FormWindow::OnMessage(const Message& message) {
       // The system reports it to top-level windows only.
       ::EnumChildWindows(Handle(), PassOnColorChange, 0);
       [[fallthrough]];
-    case WM_SETTINGCHANGE:
     case WM_THEMECHANGED:
-      FollowUser(::GetDpiForWindow(Handle()));
+      scale_.Set(::GetDpiForWindow(Handle()));
+      Refresh();
+      return std::nullopt;
+    case WM_SETTINGCHANGE:
+      FollowSettings();
       return std::nullopt;
     default:
       return std::nullopt;
@@ -254,15 +257,21 @@ void FormWindow::FollowResolution(unsigned int dots, std::intptr_t place) {
     ::SetWindowPos(Handle(), nullptr, wanted.left, wanted.top, wanted.right - wanted.left,
                    wanted.bottom - wanted.top, SWP_NOZORDER | SWP_NOACTIVATE);
   }
-  FollowUser(dots);
+  Refresh();
 }
 
-void FormWindow::FollowUser(unsigned int dots) {
+void FormWindow::FollowSettings() {
+  const bool new_scale = scale_.Set(::GetDpiForWindow(Handle()));
+  if (new_scale || UsersColors() != colors_) Refresh();
+}
+
+void FormWindow::Refresh() {
   // Messages of this kind come while the window is being made, too.
   if (!set_) return;
-  scale_.Set(dots);
+  colors_ = UsersColors();
   tool_tips_.FollowScale();
   set_->FollowScale();
+  scale_.ReleaseFormerFonts();
   RECT area{};
   ::GetClientRect(Handle(), &area);
   if (::IsIconic(Handle()) == 0) TakeSize(static_cast<int>(area.right), static_cast<int>(area.bottom));

@@ -10,6 +10,7 @@
 #include "platform/win32/ui/control_set.h"
 #include "platform/win32/ui/form_keys.h"
 #include "platform/win32/ui/media_keys.h"
+#include "platform/win32/ui/palette.h"
 #include "platform/win32/ui/remembered_window.h"
 #include "platform/win32/ui/scale.h"
 #include "platform/win32/ui/tab_stops.h"
@@ -60,7 +61,9 @@ class FormWindow final : public Window {
   void FollowForm();
   void TakeSize(int width, int height);
   void FollowResolution(unsigned int dots, std::intptr_t place);
-  void FollowUser(unsigned int dots);
+  /// The user has changed something; often it is nothing that is shown here.
+  void FollowSettings();
+  void Refresh();
   void TakeFocus() const;
   void AskToClose();
   void EndSession();
@@ -81,6 +84,7 @@ class FormWindow final : public Window {
   const controls::Control* footer_ = nullptr;
   std::unique_ptr<ControlSet> set_;
   std::unique_ptr<FormKeys> keys_;
+  SystemColors colors_ = UsersColors();
   MediaKeyPressed media_key_pressed_;
   unsigned int shell_message_ = 0;
   bool following_ = false;

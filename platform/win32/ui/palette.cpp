@@ -28,6 +28,12 @@ Contrast UsersContrast() {
   return (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0 ? Contrast::kHigh : Contrast::kUsual;
 }
 
+SystemColors UsersColors() {
+  SystemColors colors{static_cast<Color>(UsersContrast() == Contrast::kHigh ? 1 : 0)};
+  for (int number = 0; number <= COLOR_MENUBAR; ++number) colors.push_back(::GetSysColor(number));
+  return colors;
+}
+
 Color StripeColor(Color ground, Color text, Contrast contrast) {
   if (contrast == Contrast::kHigh) return ground;
   return ToSystem(front::Mixed(FromSystem(ground), FromSystem(text), kStripe));

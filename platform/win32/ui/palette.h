@@ -1,6 +1,8 @@
 #pragma once
 // The colours of what the program paints itself, made from the system's. Not where they are painted.
 
+#include <vector>
+
 #include "platform/win32/ui/drawing.h"
 
 namespace platform::win32 {
@@ -9,6 +11,10 @@ namespace platform::win32 {
 enum class Contrast { kUsual, kHigh };
 /// What the user has asked the system for.
 [[nodiscard]] Contrast UsersContrast();
+
+/// All that the user has chosen, to be compared with an earlier choice.
+using SystemColors = std::vector<Color>;
+[[nodiscard]] SystemColors UsersColors();
 
 /// Of every second row: the ground, a little towards the text.
 [[nodiscard]] Color StripeColor(Color ground, Color text, Contrast contrast);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <string_view>
+#include <utility>
 
 namespace platform::win32 {
 namespace {
@@ -38,18 +39,27 @@ SIZE SampleSize(HFONT font) {
 
 }  // namespace
 
-Scale::~Scale() { Release(); }
-
-void Scale::Release() {
-  for (HFONT font : {plain_, bold_, bold_italic_, title_}) {
-    if (font != nullptr) ::DeleteObject(font);
-  }
+Scale::~Scale() {
+  former_.insert(former_.end(), {plain_, bold_, bold_italic_, title_});
+  ReleaseFormerFonts();
 }
 
-void Scale::Set(unsigned int dots_per_inch) {
-  Release();
-  dots_ = dots_per_inch == 0 ? kUsualDots : dots_per_inch;
-  LOGFONTW font = UsersFont(dots_);
+void Scale::ReleaseFormerFonts() {
+  for (HFONT font : former_) {
+    if (font != nullptr) ::DeleteObject(font);
+  }
+  former_.clear();
+}
+
+bool Scale::Set(unsigned int dots_per_inch) {
+  const unsigned int dots = dots_per_inch == 0 ? kUsualDots : dots_per_inch;
+  LOGFONTW font = UsersFont(dots);
+  const auto* bytes = reinterpret_cast<const unsigned char*>(&font);
+  std::vector<unsigned char> description(bytes, bytes + sizeof font);
+  if (plain_ != nullptr && dots == dots_ && description == users_font_) return false;
+  dots_ = dots;
+  users_font_ = std::move(description);
+  former_.insert(former_.end(), {plain_, bold_, bold_italic_, title_});
   plain_ = ::CreateFontIndirectW(&font);
   font.lfWeight = FW_BOLD;
   bold_ = ::CreateFontIndirectW(&font);
@@ -58,6 +68,11 @@ void Scale::Set(unsigned int dots_per_inch) {
   title_ = ::CreateFontIndirectW(&title);
   font.lfItalic = TRUE;
   bold_italic_ = ::CreateFontIndirectW(&font);
+  Measure();
+  return true;
+}
+
+void Scale::Measure() {
   const SIZE sample = SampleSize(plain_);
   font_height_ = static_cast<int>(sample.cy);
   const double by_dots = static_cast<double>(dots_) / kUsualDots;

@@ -1,6 +1,8 @@
 #pragma once
 // Turns the program's lengths into pixels of a window, and has the fonts of that size. Not where things are.
 
+#include <vector>
+
 #include "controls/control.h"
 #include "platform/win32/base/handles.h"
 
@@ -26,8 +28,11 @@ class Scale {
   Scale(const Scale&) = delete;
   Scale& operator=(const Scale&) = delete;
 
-  /// Reads the user's font again; the fonts from before are gone.
-  void Set(unsigned int dots_per_inch);
+  /// Reads the user's font again. False: nothing has changed. The fonts from before stay until they are
+  /// released, because windows still use them.
+  bool Set(unsigned int dots_per_inch);
+  /// To be called when every window has its new font.
+  void ReleaseFormerFonts();
 
   [[nodiscard]] unsigned int DotsPerInch() const { return dots_; }
   [[nodiscard]] HFONT Get(Font font) const;
@@ -45,7 +50,7 @@ class Scale {
 
  private:
   static constexpr int kTwipsPerPixel = 15;
-  void Release();
+  void Measure();
 
   unsigned int dots_ = 96;
   double factor_ = 1.0;
@@ -54,6 +59,8 @@ class Scale {
   HFONT bold_ = nullptr;
   HFONT bold_italic_ = nullptr;
   HFONT title_ = nullptr;
+  std::vector<HFONT> former_;
+  std::vector<unsigned char> users_font_;  // as the system describes it
 };
 
 }  // namespace platform::win32

@@ -173,6 +173,48 @@ TEST_F(Win32ResolutionTest, WindowAndAllThatIsInItFollowTheResolutionOfTheScreen
   EXPECT_EQ(RowHeight(), row);
 }
 
+/// What a control saw of its fonts.
+struct FontsSeen {
+  int given = 0;
+  bool former_was_there = true;
+};
+
+LRESULT CALLBACK WatchFonts(HWND control, UINT message, WPARAM w, LPARAM l, UINT_PTR /*id*/, DWORD_PTR seen) {
+  if (message == WM_SETFONT) {
+    auto& fonts = *reinterpret_cast<FontsSeen*>(seen);
+    auto* const former = reinterpret_cast<HFONT>(::SendMessageW(control, WM_GETFONT, 0, 0));
+    LOGFONTW description{};
+    fonts.former_was_there =
+        fonts.former_was_there && ::GetObjectW(former, sizeof description, &description) != 0;
+    ++fonts.given;
+  }
+  return ::DefSubclassProc(control, message, w, l);
+}
+
+TEST_F(Win32ResolutionTest, ControlHasItsFormerFontUntilItHasTheNewOne) {
+  FontsSeen seen;
+  ::SetWindowSubclass(Of(button), WatchFonts, 1, reinterpret_cast<DWORD_PTR>(&seen));
+  const auto font = [this] { return reinterpret_cast<HFONT>(::SendMessageW(Of(button), WM_GETFONT, 0, 0)); };
+  HFONT const first = font();
+  ComeTo(144);
+  EXPECT_GT(seen.given, 0);
+  EXPECT_TRUE(seen.former_was_there);
+  LOGFONTW description{};
+  EXPECT_NE(::GetObjectW(font(), sizeof description, &description), 0);
+  EXPECT_EQ(::GetObjectW(first, sizeof description, &description), 0) << "nobody needs it any more";
+  ::RemoveWindowSubclass(Of(button), WatchFonts, 1);
+}
+
+TEST_F(Win32ResolutionTest, SettingThatIsNotShownHereChangesNothing) {
+  FontsSeen seen;
+  ::SetWindowSubclass(Of(button), WatchFonts, 1, reinterpret_cast<DWORD_PTR>(&seen));
+  ::ValidateRect(Of(list), nullptr);
+  ::SendMessageW(window->Handle(), WM_SETTINGCHANGE, 0, reinterpret_cast<LPARAM>(L"Environment"));
+  EXPECT_EQ(seen.given, 0);
+  EXPECT_FALSE(::GetUpdateRect(Of(list), nullptr, FALSE));
+  ::RemoveWindowSubclass(Of(button), WatchFonts, 1);
+}
+
 TEST_F(Win32ResolutionTest, ResolutionMayChangeInsideAMessageBox) {
   Win32Dialogs dialogs(loop);
   dialogs.SetMainWindow(window->Handle());
