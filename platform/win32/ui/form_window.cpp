@@ -124,7 +124,8 @@ void FormWindow::RememberIn(Files& files, const Text& file) {
 }
 
 void FormWindow::Show() {
-  PutOnScreen();
+  // A screen of another resolution scales a window that comes to it: the second time it is there already.
+  for (int time = 0; time < 2; ++time) PutOnScreen();
   const bool maximized = memory_ && memory_->Restore();
   ::ShowWindow(Handle(), maximized ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL);
   keys_->FocusFirst();

@@ -173,6 +173,36 @@ TEST_F(Win32ResolutionTest, WindowAndAllThatIsInItFollowTheResolutionOfTheScreen
   EXPECT_EQ(RowHeight(), row);
 }
 
+/// As the system does when a window has come to a screen of another resolution.
+LRESULT CALLBACK ScaleOnce(HWND dialog, UINT message, WPARAM w, LPARAM l, UINT_PTR /*id*/, DWORD_PTR dots) {
+  const LRESULT handled = ::DefSubclassProc(dialog, message, w, l);
+  if (message != WM_WINDOWPOSCHANGED) return handled;
+  ::RemoveWindowSubclass(dialog, ScaleOnce, 1);
+  RECT place{};
+  ::GetWindowRect(dialog, &place);
+  place.right = place.left + ::MulDiv(place.right - place.left, static_cast<int>(dots), 96);
+  place.bottom = place.top + ::MulDiv(place.bottom - place.top, static_cast<int>(dots), 96);
+  ::SendMessageW(dialog, WM_DPICHANGED, MAKEWPARAM(dots, dots), reinterpret_cast<LPARAM>(&place));
+  return handled;
+}
+
+TEST_F(Win32ResolutionTest, DialogOnAScreenOfAnotherResolutionStandsInTheMiddleOfItsOwner) {
+  ::SetWindowPos(window->Handle(), nullptr, 500, 250, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+  controls::Form small;
+  small.Move({0, 0, 3000, 1500});
+  const app::Inventory nothing;
+  FormWindow dialog(small, nothing, window->Handle(), icons, loop);
+  ::SetWindowSubclass(dialog.Handle(), ScaleOnce, 1, 192);
+  dialog.Show();
+  EXPECT_EQ(dialog.GetScale().DotsPerInch(), 192U);
+  RECT owner{};
+  RECT place{};
+  ::GetWindowRect(window->Handle(), &owner);
+  ::GetWindowRect(dialog.Handle(), &place);
+  EXPECT_NEAR(place.left + place.right, owner.left + owner.right, 3);
+  EXPECT_NEAR(place.top + place.bottom, owner.top + owner.bottom, 3);
+}
+
 /// What a control saw of its fonts.
 struct FontsSeen {
   int given = 0;
