@@ -16,8 +16,21 @@ bool IsDown(int key) { return ::GetKeyState(key) < 0; }
 
 /// Keys that a field for typing uses itself.
 bool FieldUses(HWND focus, WPARAM letter) {
-  constexpr std::wstring_view kOfFields = L"ACVXZ";
+  constexpr std::wstring_view kOfFields = L"CVXZ";
   return IsOfClass(focus, L"Edit") && kOfFields.find(static_cast<wchar_t>(letter)) != std::wstring_view::npos;
+}
+
+/// Not every version of a field knows this key. False: this is no field.
+bool SelectAll(HWND focus) {
+  if (!IsOfClass(focus, L"Edit")) return false;
+  ::SendMessageW(focus, EM_SETSEL, 0, -1);
+  return true;
+}
+
+/// A check box is no such button: Space turns it, and Enter means the form's own button.
+bool IsPushButton(HWND focus) {
+  const LONG_PTR kind = ::GetWindowLongPtrW(focus, GWL_STYLE) & BS_TYPEMASK;
+  return IsOfClass(focus, L"Button") && kind != BS_CHECKBOX && kind != BS_AUTOCHECKBOX;
 }
 
 /// The combo box whose list is open over the field, or null.
@@ -65,6 +78,7 @@ bool FormKeys::TakeKey(const tagMSG& message) {
   if (control) {
     const bool letter = message.wParam >= 'A' && message.wParam <= 'Z';
     if (!letter || !first || IsDown(VK_SHIFT) || FieldUses(message.hwnd, message.wParam)) return false;
+    if (message.wParam == 'A' && SelectAll(message.hwnd)) return true;
     return PressKey(controls::WithControl(static_cast<char16_t>(message.wParam)));
   }
   switch (message.wParam) {
@@ -84,7 +98,7 @@ bool FormKeys::TakeKey(const tagMSG& message) {
 }
 
 bool FormKeys::PressEnter(HWND focus) {
-  if (IsOfClass(focus, L"Button")) {
+  if (IsPushButton(focus)) {
     ::SendMessageW(focus, BM_CLICK, 0, 0);
     return true;
   }

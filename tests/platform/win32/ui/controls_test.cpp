@@ -1,5 +1,7 @@
 #include "platform/win32/base/windows_api.h"
 
+#include <array>
+
 #include "platform/win32/ui/shown_text.h"
 #include "tests/platform/win32/ui/rig.h"
 
@@ -146,6 +148,46 @@ TEST_F(Win32ControlsTest, EnterInAFieldClicksTheFieldsOwnButton) {
   PressKey(Of(number), VK_RETURN);
   EXPECT_TRUE(Until([&] { return others == 1; }));
   EXPECT_EQ(own, 2);
+}
+
+TEST_F(Win32ControlsTest, EnterOnACheckBoxIsTheFormsButtonAndSpaceTurnsIt) {
+  inventory = {{"box", &box}, {"button", &button, nullptr, {.key = controls::kEnterKey}}};
+  Open();
+  int clicks = 0;
+  const auto count = button.Clicked.Subscribe([&] { ++clicks; });
+  PressKey(Of(box), VK_RETURN);
+  EXPECT_TRUE(Until([&] { return clicks == 1; }));
+  EXPECT_FALSE(box.Checked());
+  PressKey(Of(box), VK_SPACE);
+  EXPECT_TRUE(Until([&] { return box.Checked(); }));
+  EXPECT_EQ(clicks, 1);
+}
+
+/// A field that does not know Ctrl+A, as those of some versions.
+LRESULT CALLBACK WithoutControlA(HWND edit, UINT message, WPARAM w, LPARAM l, UINT_PTR /*id*/,
+                                 DWORD_PTR /*reference*/) {
+  const bool is_it = (message == WM_KEYDOWN && w == 'A') || (message == WM_CHAR && w == 1);
+  return is_it ? 0 : ::DefSubclassProc(edit, message, w, l);
+}
+
+TEST_F(Win32ControlsTest, ControlASelectsAllInEachField) {
+  field.SetText(u"Köln");
+  combo.SetText(u"Jazz");
+  inventory = {{"field", &field}, {"combo", &combo}};
+  Open();
+  for (HWND const one : {Of(field), ::GetWindow(Of(combo), GW_CHILD)}) {
+    ::SetWindowSubclass(one, WithoutControlA, 7, 0);
+    ::SetFocus(one);
+    ::SendMessageW(one, EM_SETSEL, 1, 1);
+    std::array<BYTE, 256> keys{};
+    ::GetKeyboardState(keys.data());
+    keys[VK_CONTROL] = 0x80;
+    ::SetKeyboardState(keys.data());
+    PressKey(one, 'A');
+    EXPECT_TRUE(Until([&] { return ::SendMessageW(one, EM_GETSEL, 0, 0) == MAKELPARAM(0, 4); }));
+    keys[VK_CONTROL] = 0;
+    ::SetKeyboardState(keys.data());
+  }
 }
 
 TEST_F(Win32ControlsTest, KeyForHelpClicksAButtonThatIsNotSeen) {
