@@ -213,7 +213,17 @@ TEST_F(Win32EndingsTest, SessionsEndInAWaitThatOnlyPaintsTakesEffectAfterIt) {
 
 TEST_F(Win32EndingsTest, QuestionWhetherTheSessionMayEndEndsAWaitSoThatItsEndClosesAtOnce) {
   HANDLE const unwound = ::CreateEventW(nullptr, TRUE, FALSE, nullptr);
+  LRESULT may_end = FALSE;
+  bool closed_when_answered = false;
+  std::thread system;
   const auto wait = row.Clicked.Subscribe([&] {
+    // The system asks all programs before it tells them.
+    system = std::thread([&, handle = window->Handle()] {
+      may_end = ::SendMessageW(handle, WM_QUERYENDSESSION, 0, 0);
+      ::WaitForSingleObject(unwound, 10'000);
+      ::SendMessageW(handle, WM_ENDSESSION, TRUE, 0);
+      closed_when_answered = form.IsClosed();
+    });
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
     while (!loop.InputEndsWait() && std::chrono::steady_clock::now() < end) {
       loop.ProcessPaintMessages();
@@ -224,15 +234,6 @@ TEST_F(Win32EndingsTest, QuestionWhetherTheSessionMayEndEndsAWaitSoThatItsEndClo
     ::SetEvent(unwound);
   });
   ::PostMessageW(Of(row), BM_CLICK, 0, 0);
-  LRESULT may_end = FALSE;
-  bool closed_when_answered = false;
-  // The system asks all programs before it tells them.
-  std::thread system([&, handle = window->Handle()] {
-    may_end = ::SendMessageW(handle, WM_QUERYENDSESSION, 0, 0);
-    ::WaitForSingleObject(unwound, 10'000);
-    ::SendMessageW(handle, WM_ENDSESSION, TRUE, 0);
-    closed_when_answered = form.IsClosed();
-  });
   RunUntilClosed();
   system.join();
   ::CloseHandle(unwound);
