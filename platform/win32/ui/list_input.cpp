@@ -290,9 +290,15 @@ void ListBinding::ContextWanted(int left, int top) {
   RECT row{};
   row.left = LVIR_LABEL;
   const auto shown = ShownRow();
-  if (shown)
+  if (shown) {
+    // The row may be scrolled out of sight.
+    ::SendMessageW(Handle(), LVM_ENSUREVISIBLE, static_cast<WPARAM>(*shown), FALSE);
     ::SendMessageW(Handle(), LVM_GETITEMRECT, static_cast<WPARAM>(*shown), reinterpret_cast<LPARAM>(&row));
-  POINT place{shown ? row.left : 0, shown ? (row.top + row.bottom) / 2 : 0};
+  }
+  RECT inside{};
+  ::GetClientRect(Handle(), &inside);
+  POINT place{std::clamp(shown ? row.left : 0L, inside.left, inside.right),
+              std::clamp(shown ? (row.top + row.bottom) / 2 : 0L, inside.top, inside.bottom)};
   ::ClientToScreen(Handle(), &place);
   MenuWanted.Raise(static_cast<int>(place.x), static_cast<int>(place.y));
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/win32/ui/list_menu.h"
+#include "tests/platform/win32/ui/canvas.h"
 #include "tests/platform/win32/ui/rig.h"
 
 namespace platform::win32 {
@@ -292,6 +293,20 @@ TEST_F(Win32ListTest, MenuDoesNothingForARowThatIsGone) {
   loop.ProcessPendingMessages();
   EXPECT_EQ(deleted, 0);
   EXPECT_EQ(list.Count(), 2U);
+}
+
+TEST_F(Win32ListTest, MenuKeyOpensTheMenuInsideTheListThoughItsRowWasOutOfSight) {
+  Fill(300);
+  POINT place{};
+  const auto note = Binding().MenuWanted.Subscribe([&](int left, int top) { place = {left, top}; });
+  SelectAsUser(0);
+  Ask(LVM_ENSUREVISIBLE, 299);
+  ::SendMessageW(window->Handle(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Of(list)), MAKELPARAM(-1, -1));
+  RECT inside{};
+  ::GetClientRect(Of(list), &inside);
+  ::ScreenToClient(Of(list), &place);
+  EXPECT_TRUE(::PtInRect(&inside, place) != 0) << place.x << ", " << place.y;
+  EXPECT_EQ(Ask(LVM_GETTOPINDEX), 0) << "the row is to be seen beside its menu";
 }
 
 }  // namespace
