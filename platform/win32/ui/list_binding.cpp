@@ -49,6 +49,7 @@ LRESULT CALLBACK ListGestures(HWND window, UINT message, WPARAM w, LPARAM l, UIN
       return handled;
     }
     case WM_PAINT: {
+      binding.PrepareHint();
       const LRESULT painted = ::DefSubclassProc(window, message, w, l);
       binding.PaintHint();
       return painted;

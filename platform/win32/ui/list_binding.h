@@ -50,6 +50,8 @@ class ListBinding final : public ControlBinding {
   void PointAt(int left, int top);
   void ReleaseKey();
   void RestTimerTicked();
+  /// Before and after the system paints the list.
+  void PrepareHint() const;
   void PaintHint() const;
   void FollowHeader(const tagNMHDR& notice) { columns_.FollowHeader(notice); }
   void FocusChanged() const;

@@ -157,6 +157,11 @@ void ListBinding::PointAt(int left, int top) {
   Around().tool_tips.Show(Handle(), tip);
 }
 
+/// The hint needs fresh ground: painted over itself its letters would become bolder.
+void ListBinding::PrepareHint() const {
+  if (ShowsHint()) ::InvalidateRect(Handle(), nullptr, TRUE);
+}
+
 void ListBinding::PaintHint() const {
   if (!ShowsHint()) return;
   HDC context = ::GetDC(Handle());

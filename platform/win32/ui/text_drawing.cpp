@@ -87,6 +87,21 @@ WindowContext::WindowContext(HWND window) : window_(window), context_(::GetDC(wi
 
 WindowContext::~WindowContext() { ::ReleaseDC(window_, context_); }
 
+PaintBuffer::PaintBuffer(HDC target, const PixelPlace& area)
+    : target_(target), area_(area), context_(::CreateCompatibleDC(target)) {
+  bitmap_ = ::CreateCompatibleBitmap(target_, area.width, area.height);
+  before_ = ::SelectObject(context_, bitmap_);
+  ::SetViewportOrgEx(context_, -area.left, -area.top, nullptr);
+}
+
+PaintBuffer::~PaintBuffer() {
+  ::BitBlt(target_, area_.left, area_.top, area_.width, area_.height, context_, area_.left, area_.top,
+           SRCCOPY);
+  ::SelectObject(context_, before_);
+  ::DeleteObject(bitmap_);
+  ::DeleteDC(context_);
+}
+
 SelectedFont::SelectedFont(HDC context, HFONT font)
     : context_(context), before_(::SelectObject(context, font)) {}
 

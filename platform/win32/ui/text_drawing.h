@@ -40,6 +40,25 @@ class WindowContext {
   HDC context_;
 };
 
+/// Paints into memory, and shows all at once at its end, so that nothing flickers.
+class PaintBuffer {
+ public:
+  /// The area of `target` that is painted; its ground is painted, too.
+  PaintBuffer(HDC target, const PixelPlace& area);
+  ~PaintBuffer();
+  PaintBuffer(const PaintBuffer&) = delete;
+  PaintBuffer& operator=(const PaintBuffer&) = delete;
+  /// With the target's coordinates.
+  [[nodiscard]] HDC Get() const { return context_; }
+
+ private:
+  HDC target_;
+  PixelPlace area_;
+  HDC context_;
+  HBITMAP bitmap_ = nullptr;
+  void* before_ = nullptr;
+};
+
 /// Selects a font for as long as it lives.
 class SelectedFont {
  public:

@@ -31,6 +31,12 @@ int LineHeight(HDC context) {
   return static_cast<int>(metrics.tmHeight);
 }
 
+PixelPlace AreaOf(const tagDRAWITEMSTRUCT& place) {
+  const RECT& area = place.rcItem;
+  return {static_cast<int>(area.left), static_cast<int>(area.top), static_cast<int>(area.right - area.left),
+          static_cast<int>(area.bottom - area.top)};
+}
+
 Color NameColor() {
   return FadedColor(::GetSysColor(COLOR_WINDOW), ::GetSysColor(COLOR_WINDOWTEXT), UsersContrast());
 }
@@ -166,13 +172,15 @@ bool TextPanelBinding::LayOut(HDC context, Paint paint) const {
 }
 
 void TextPanelBinding::Draw(const tagDRAWITEMSTRUCT& place) {
+  const PaintBuffer buffer(place.hDC, AreaOf(place));
+  HDC const context = buffer.Get();
   const auto ground = reinterpret_cast<HBRUSH>(::SendMessageW(::GetParent(Handle()), WM_CTLCOLORSTATIC,
-                                                              reinterpret_cast<WPARAM>(place.hDC),
+                                                              reinterpret_cast<WPARAM>(context),
                                                               reinterpret_cast<LPARAM>(Handle())));
-  ::FillRect(place.hDC, &place.rcItem, ground);
-  const SelectedFont font(place.hDC, GetScale().Get(FontOf(label_)));
-  ::SetBkMode(place.hDC, TRANSPARENT);
-  static_cast<void>(LayOut(place.hDC, Paint::kYes));
+  ::FillRect(context, &place.rcItem, ground);
+  const SelectedFont font(context, GetScale().Get(FontOf(label_)));
+  ::SetBkMode(context, TRANSPARENT);
+  static_cast<void>(LayOut(context, Paint::kYes));
 }
 
 StatusStripBinding::StatusStripBinding(controls::Label& label, HWND parent, const Surroundings& around)
@@ -207,16 +215,18 @@ void StatusStripBinding::Announce() {
 
 void StatusStripBinding::Draw(const tagDRAWITEMSTRUCT& place) {
   RECT area = place.rcItem;
-  ::FillRect(place.hDC, &area, ::GetSysColorBrush(COLOR_BTNFACE));
+  const PaintBuffer buffer(place.hDC, AreaOf(place));
+  HDC const context = buffer.Get();
+  ::FillRect(context, &area, ::GetSysColorBrush(COLOR_BTNFACE));
   const RECT line{area.left, area.top, area.right, area.top + 1};
-  ::FillRect(place.hDC, &line, ::GetSysColorBrush(COLOR_BTNSHADOW));
-  const SelectedFont font(place.hDC, GetScale().Get(Scale::Font::kPlain));
-  ::SetBkMode(place.hDC, TRANSPARENT);
-  ::SetTextColor(place.hDC, ::GetSysColor(COLOR_BTNTEXT));
+  ::FillRect(context, &line, ::GetSysColorBrush(COLOR_BTNSHADOW));
+  const SelectedFont font(context, GetScale().Get(Scale::Font::kPlain));
+  ::SetBkMode(context, TRANSPARENT);
+  ::SetTextColor(context, ::GetSysColor(COLOR_BTNTEXT));
   // As far from the window's edge as the panels above.
   const int height = static_cast<int>(area.bottom - area.top);
   const int margin = height * 5 / 12;
-  DrawOnOneLine(place.hDC, TextOf(Handle()),
+  DrawOnOneLine(context, TextOf(Handle()),
                 {margin, area.top + 1, static_cast<int>(area.right) - 2 * margin, height - 1});
 }
 

@@ -309,5 +309,27 @@ TEST_F(Win32ListTest, MenuKeyOpensTheMenuInsideTheListThoughItsRowWasOutOfSight)
   EXPECT_EQ(Ask(LVM_GETTOPINDEX), 0) << "the row is to be seen beside its menu";
 }
 
+TEST_F(Win32ListTest, HintOfAnEmptyListIsPaintedOnFreshGroundAlsoWhenAPartIsPainted) {
+  Fill(0);
+  list.SetEmptyText(u"Hier ist nichts");
+  loop.ProcessPendingMessages();
+  ::UpdateWindow(Of(list));
+  RECT all{};
+  ::GetClientRect(Of(list), &all);
+  Canvas seen(static_cast<int>(all.right), static_cast<int>(all.bottom));
+  HDC const context = ::GetDC(Of(list));
+  HBRUSH const red = ::CreateSolidBrush(RGB(255, 0, 0));
+  ::FillRect(context, &all, red);
+  const RECT part{0, all.bottom - 5, 5, all.bottom};
+  ::InvalidateRect(Of(list), &part, FALSE);
+  ::UpdateWindow(Of(list));
+  ::BitBlt(seen.Context(), 0, 0, static_cast<int>(all.right), static_cast<int>(all.bottom), context, 0, 0,
+           SRCCOPY);
+  ::DeleteObject(red);
+  ::ReleaseDC(Of(list), context);
+  EXPECT_EQ(seen.Count(IsRed), 0);
+  EXPECT_GT(seen.Count(IsDark), 0) << "the hint";
+}
+
 }  // namespace
 }  // namespace platform::win32

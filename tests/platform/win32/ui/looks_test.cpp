@@ -351,6 +351,38 @@ TEST_F(Win32NamedValuesTest, NamesArePalerThanTheirValues) {
   EXPECT_GT(darkest(0, names), darkest(names, kWidth) + 20);
 }
 
+/// Where the ground is asked for, which comes before anything is painted.
+LRESULT CALLBACK WatchGround(HWND window, UINT message, WPARAM w, LPARAM l, UINT_PTR /*id*/,
+                             DWORD_PTR context) {
+  if (message == WM_CTLCOLORSTATIC) *reinterpret_cast<HDC*>(context) = reinterpret_cast<HDC>(w);
+  return ::DefSubclassProc(window, message, w, l);
+}
+
+TEST_F(Win32NamedValuesTest, IsPaintedInMemoryAndShownAtOnce) {
+  Show(u"Ton: Hall");
+  HDC context = nullptr;
+  ::SetWindowSubclass(window->Handle(), WatchGround, 9, reinterpret_cast<DWORD_PTR>(&context));
+  DRAWITEMSTRUCT place{};
+  place.hDC = canvas.Context();
+  place.rcItem = {0, 0, kWidth, kHeight};
+  Panel().Draw(place);
+  ::RemoveWindowSubclass(window->Handle(), WatchGround, 9);
+  EXPECT_NE(context, nullptr);
+  EXPECT_NE(context, canvas.Context());
+}
+
+TEST(Win32PaintBufferTest, ShowsItsAreaAtItsEndAndNothingBefore) {
+  Canvas canvas(40, 40);
+  const RECT all{0, 0, 40, 40};
+  {
+    const PaintBuffer buffer(canvas.Context(), {10, 10, 20, 20});
+    ::FillRect(buffer.Get(), &all, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
+    EXPECT_EQ(canvas.Count(IsDark), 0);
+  }
+  EXPECT_EQ(canvas.Count({10, 10, 30, 30}, IsDark), 400);
+  EXPECT_EQ(canvas.Count(IsDark), 400) << "the coordinates are those of the target";
+}
+
 TEST_F(Win32NamedValuesTest, WhatHasNoRoomIsTheTooltip) {
   Text text;
   for (int number = 0; number < 40; ++number) text += u"Name: Wert\r\n";
