@@ -14,6 +14,15 @@
 namespace platform::win32 {
 namespace {
 
+/// The field inside a combo box: the keyboard goes to it, so screen readers ask it for a name. Null for
+/// others.
+HWND FieldInside(HWND control) {
+  COMBOBOXINFO info{};
+  info.cbSize = sizeof info;
+  const bool is_combo = IsOfClass(control, L"ComboBox") && ::GetComboBoxInfo(control, &info) != 0;
+  return is_combo ? info.hwndItem : nullptr;
+}
+
 void Number(const ControlBinding* binding, int number) {
   if (binding != nullptr) ::SetWindowLongPtrW(binding->Handle(), GWLP_ID, number);
 }
@@ -40,7 +49,11 @@ ControlSet::ControlSet(const app::Inventory& inventory, HWND window, const Surro
 }
 
 ControlSet::~ControlSet() {
-  for (const auto& [control, binding] : bindings_) annotations_.Forget(binding->Handle());
+  for (const auto& [control, binding] : bindings_) {
+    annotations_.Forget(binding->Handle());
+    HWND const field = FieldInside(binding->Handle());
+    if (field != nullptr) annotations_.Forget(field);
+  }
   // What a container has in it comes after it in the inventory, but not in the map.
   timers_.clear();
   around_.tab_stops.Clear();
@@ -71,9 +84,13 @@ void ControlSet::Add(const app::FormControl& entry, controls::Control& control,
 
 void ControlSet::Name(const app::Use& use, ControlBinding& binding) {
   HWND handle = binding.Handle();
-  if (!use.accessible_name.empty()) return annotations_.Name(handle, use.accessible_name);
+  const auto name = [this, handle, field = FieldInside(handle)](const Text& text) {
+    annotations_.Name(handle, text);
+    if (field != nullptr) annotations_.Name(field, text);
+  };
+  if (!use.accessible_name.empty()) return name(use.accessible_name);
   if (use.named_by == nullptr) return;
-  const auto follow = [this, handle, by = use.named_by] { annotations_.Name(handle, by->Caption()); };
+  const auto follow = [name, by = use.named_by] { name(by->Caption()); };
   follow();
   subscriptions_ += use.named_by->Changed.Subscribe(follow);
 }
