@@ -38,6 +38,14 @@ HWND MakeLoopWindow(Win32MessageLoop* loop) {
   return window;
 }
 
+/// What a timer's procedure throws would otherwise be swallowed, and the program continue half-way. Public
+/// reference: the documentation of SetTimer.
+void LetTimersFail() {
+  BOOL swallow = FALSE;
+  ::SetUserObjectInformationW(::GetCurrentProcess(), UOI_TIMERPROC_EXCEPTION_SUPPRESSION, &swallow,
+                              sizeof swallow);
+}
+
 }  // namespace
 
 bool IsKeyPress(const tagMSG& message) {
@@ -46,7 +54,9 @@ bool IsKeyPress(const tagMSG& message) {
 }
 
 Win32MessageLoop::Win32MessageLoop(LongProcedures long_procedures)
-    : long_procedures_(long_procedures), window_(MakeLoopWindow(this)) {}
+    : long_procedures_(long_procedures), window_(MakeLoopWindow(this)) {
+  LetTimersFail();
+}
 
 Win32MessageLoop::~Win32MessageLoop() { ::DestroyWindow(window_); }
 
