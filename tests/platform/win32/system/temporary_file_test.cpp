@@ -99,6 +99,14 @@ TEST_F(TemporaryFileTest, LeftoversOfTheSameTargetAreRemovedAndNothingElse) {
   EXPECT_EQ(Entries(), 2);
 }
 
+TEST_F(TemporaryFileTest, AReplacementRemovesWhatAKilledOneLeft) {
+  LeaveOne();
+  folder.Write(leftover, "torn");
+  EXPECT_TRUE(ReplaceFile(Target(), "whole"));
+  EXPECT_EQ(folder.Read("a.ini"), "whole");
+  EXPECT_EQ(Entries(), 1);
+}
+
 TEST_F(TemporaryFileTest, OneThatIsInUseIsNoLeftover) {
   {
     TemporaryFile temporary(Target());
