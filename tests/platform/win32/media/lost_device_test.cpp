@@ -29,9 +29,14 @@ struct LostDevice : StationRig {
   }
   void TearDown() override {
     EXPECT_EQ(Ask("/plug"), 0);
+    EndPlayer();
+    StationRig::TearDown();
+  }
+  /// Nothing of the platform may be held when it ends.
+  void EndPlayer() {
+    session = {};
     player.reset();
     media.reset();
-    StationRig::TearDown();
   }
   void Report(MediaEventType type, HRESULT status) const {
     ASSERT_EQ(session->QueueEvent(type, GUID{}, status, nullptr), S_OK);
@@ -233,11 +238,8 @@ TEST_F(LostDevice, MayLastUntilTheProgramEnds) {
   Play("/stream");
   Unplug();
   EXPECT_TRUE(Becomes(PlaybackState::kNoDevice));
-  player.reset();
-  media.reset();
+  EndPlayer();
   EXPECT_TRUE(Disconnected());
-  // Nothing about a session that does not close.
-  EXPECT_EQ(log.back(), "A station has lost its sound device.");
 }
 
 // The system is still looking at what the station sends.
@@ -250,8 +252,7 @@ TEST_F(LostDevice, TheProgramMayEndWhileItsStationIsOpenedAgain) {
   EXPECT_TRUE(WaitPolling([this] { return Ask("/open") == 1; }));
   const auto limit = clock.SecondsSinceMidnight() + 1;
   while (clock.SecondsSinceMidnight() < limit) EXPECT_EQ(media->Status().state, PlaybackState::kReconnecting);
-  player.reset();
-  media.reset();
+  EndPlayer();
   EXPECT_TRUE(Disconnected());
 }
 

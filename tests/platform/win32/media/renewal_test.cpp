@@ -170,6 +170,10 @@ struct WithoutDevice : LostBySystem {
     };
     LostBySystem::SetUp();
   }
+  void TearDown() override {
+    session = {};
+    LostBySystem::TearDown();
+  }
   void Lose() const {
     ASSERT_EQ(session->QueueEvent(MEError, GUID{}, kAudioDeviceInvalidated, nullptr), S_OK);
   }

@@ -243,7 +243,8 @@ class Sound:
     def unplug(self):
         if self.plugged:
             self.control("unload-module", "module-null-sink")
-            self.recorder.wait()  # it ends with its device
+            self.recorder.terminate()  # it mostly ends with its device
+            self.recorder.wait()
             self.plugged = False
 
     def plug(self):
