@@ -124,7 +124,9 @@ function(funkhaus_test name directory)
     else()
       add_test(NAME ${name} COMMAND test_${name})
     endif()
-    set_tests_properties(${name} PROPERTIES TIMEOUT 600 ${TEST_PROPERTIES})
+    # Wine may end a program that crashed with the code of success.
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600 FAIL_REGULAR_EXPRESSION "Unhandled (page fault|exception)"
+                                            ${TEST_PROPERTIES})
     return()
   endif()
   # A case's value, as it would be printed, may hold addresses: its name stays the same from build to build.
