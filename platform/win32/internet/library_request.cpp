@@ -110,12 +110,13 @@ void LibraryRequest::Open(const http::ExchangeOptions& options, const http::Addr
                                 kFlags | secure, reinterpret_cast<DWORD_PTR>(state_.get()));
 }
 
+// The attempts stay as many as the library makes by itself: their number is also that of a host's addresses
+// that are tried, and one that is out of reach may be the first.
 void LibraryRequest::SetLimits(const http::ExchangeOptions& options) {
   const auto set = [this](DWORD option, DWORD value) {
     ::InternetSetOptionA(session_, option, &value, sizeof value);
   };
   set(INTERNET_OPTION_CONNECT_TIMEOUT, static_cast<DWORD>(options.connect_limit.count()));
-  set(INTERNET_OPTION_CONNECT_RETRIES, 1);
   // How long a silent server is waited for is up to whoever asks for its bytes.
   set(INTERNET_OPTION_RECEIVE_TIMEOUT, INFINITE);
   set(INTERNET_OPTION_DATA_RECEIVE_TIMEOUT, INFINITE);

@@ -16,7 +16,7 @@ WebExchange::~WebExchange() { reading_->Cancel(); }
 
 void WebExchange::Work(milliseconds slice) {
   reading_->Await(slice);
-  // The library's own limit counts each of a host's addresses, and no handshake.
+  // The library's own limit, for all addresses of a host together, counts no handshake.
   reading_->LimitConnecting(connect_limit_, ERROR_INTERNET_TIMEOUT);
 }
 

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <wininet.h>
 
+#include <algorithm>
 #include <chrono>
 #include <future>
 #include <memory>
@@ -15,6 +16,9 @@
 
 #include "platform/win32/internet/web_exchange.h"
 #include "tests/contracts/internet/internet_rig.h"
+
+/// Where this program finds the library's function; what is linked into it calls through here.
+extern "C" decltype(&InternetSetOptionA) __imp_InternetSetOptionA;
 
 namespace platform::win32 {
 namespace {
@@ -138,6 +142,39 @@ TEST_F(LibraryRequestTest, RequestsThatAreGivenUpAtAnyMomentLeaveTheOthersAlone)
     steady->Work(1ms);
   }
   EXPECT_GT(taken, 0U);
+}
+
+/// What is set of a library's options while it lives; passed on.
+class SetOptions {
+ public:
+  SetOptions() { Point(&Note); }
+  ~SetOptions() { Point(original_); }
+  SetOptions(const SetOptions&) = delete;
+  SetOptions& operator=(const SetOptions&) = delete;
+  static bool Has(DWORD option) { return std::ranges::find(set_, option) != set_.end(); }
+
+ private:
+  using Function = decltype(&InternetSetOptionA);
+  static BOOL WINAPI Note(HINTERNET handle, DWORD option, void* value, DWORD size) {
+    set_.push_back(option);
+    return original_(handle, option, value, size);
+  }
+  static void Point(Function function) {
+    DWORD before = 0;
+    ASSERT_TRUE(::VirtualProtect(&__imp_InternetSetOptionA, sizeof function, PAGE_READWRITE, &before));
+    __imp_InternetSetOptionA = function;
+    ASSERT_TRUE(::VirtualProtect(&__imp_InternetSetOptionA, sizeof function, before, &before));
+  }
+  static inline const Function original_ = __imp_InternetSetOptionA;
+  static inline std::vector<DWORD> set_;
+};
+
+// One attempt would be one address, by the system's documentation; Wine does not know the option.
+TEST_F(LibraryRequestTest, TheNumberOfAHostsAddressesThatAreTriedIsTheLibrarysOwn) {
+  const SetOptions options;
+  To("/");
+  EXPECT_TRUE(SetOptions::Has(INTERNET_OPTION_CONNECT_TIMEOUT));
+  EXPECT_FALSE(SetOptions::Has(INTERNET_OPTION_CONNECT_RETRIES));
 }
 
 }  // namespace
