@@ -6,7 +6,9 @@
 #include <mferror.h>
 #include <mfidl.h>
 
+#include <algorithm>
 #include <future>
+#include <list>
 #include <mutex>
 #include <utility>
 
@@ -45,8 +47,11 @@ class LiveByteStream final : public ::IMFByteStream {
     return static_cast<ULONG>(left);
   }
 
+  // The last two say that it comes from its beginning to its end, so that whoever plays it does not look at
+  // its end more often than it must.
   HRESULT STDMETHODCALLTYPE GetCapabilities(DWORD* capabilities) override {
-    *capabilities = MFBYTESTREAM_IS_READABLE | MFBYTESTREAM_IS_SEEKABLE;
+    *capabilities = MFBYTESTREAM_IS_READABLE | MFBYTESTREAM_IS_SEEKABLE | MFBYTESTREAM_IS_REMOTE |
+                    MFBYTESTREAM_HAS_SLOW_SEEK | MFBYTESTREAM_IS_PARTIALLY_DOWNLOADED;
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE GetLength(QWORD* length) override {
@@ -55,26 +60,27 @@ class LiveByteStream final : public ::IMFByteStream {
   }
   HRESULT STDMETHODCALLTYPE SetLength(QWORD) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetCurrentPosition(QWORD* position) override {
-    const Lock lock(mutex_);
-    *position = position_;
+    *position = Here().position;
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE SetCurrentPosition(QWORD position) override {
     const Lock lock(mutex_);
-    position_ = position;
+    MoveTo(position);
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE IsEndOfStream(WINBOOL* end) override {
-    const Lock lock(mutex_);
-    *end = position_ >= StreamBuffer::kLength;
+    const QWORD position = Here().position;
+    *end = position >= StreamBuffer::kLength || buffer_->IsOverAt(position);
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE Read(BYTE* bytes, ULONG size, ULONG* count) override {
     std::promise<std::size_t> promise;
     auto answer = promise.get_future();
-    buffer_->Read(Position(), Target(bytes, size), [&promise](std::size_t read) { promise.set_value(read); });
+    const Place begin = Here();
+    buffer_->Read(begin.position, Target(bytes, size),
+                  [&promise](std::size_t read) { promise.set_value(read); });
     *count = static_cast<ULONG>(answer.get());
-    Advance(*count);
+    Advance(begin, *count);
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE BeginRead(BYTE* bytes, ULONG size, ::IMFAsyncCallback* callback,
@@ -85,25 +91,29 @@ class LiveByteStream final : public ::IMFByteStream {
     if (made != S_OK) return made;
     AddRef();
     const ComPointer<LiveByteStream> self(this);
-    buffer_->Read(Position(), Target(bytes, size), [self, asked](std::size_t read) {
-      self->Advance(read);
+    const Place begin = Here();
+    buffer_->Read(begin.position, Target(bytes, size), [self, asked, begin](std::size_t read) {
+      self->Advance(begin, read);
       {
         const Lock lock(self->mutex_);
-        self->answers_.emplace_back(asked.Get(), static_cast<ULONG>(read));
+        self->answers_.push_back({asked, static_cast<ULONG>(read)});
       }
       CallMedia<decltype(::MFInvokeCallback)>("MFInvokeCallback", asked.Get());
     });
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE EndRead(::IMFAsyncResult* asked, ULONG* count) override {
-    const Lock lock(mutex_);
-    for (auto answer = answers_.begin(); answer != answers_.end(); ++answer) {
-      if (answer->first != asked) continue;
-      *count = answer->second;
-      answers_.erase(answer);
-      return S_OK;
+    // The last reference to what was asked is released without the lock.
+    std::list<Answer> found;
+    {
+      const Lock lock(mutex_);
+      const auto answer =
+          std::ranges::find(answers_, asked, [](const Answer& each) { return each.asked.Get(); });
+      if (answer == answers_.end()) return E_INVALIDARG;
+      found.splice(found.begin(), answers_, answer);
     }
-    return E_INVALIDARG;
+    *count = found.front().count;
+    return S_OK;
   }
   HRESULT STDMETHODCALLTYPE Write(const BYTE*, ULONG, ULONG*) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE BeginWrite(const BYTE*, ULONG, ::IMFAsyncCallback*, ::IUnknown*) override {
@@ -114,7 +124,7 @@ class LiveByteStream final : public ::IMFByteStream {
                                  QWORD* position) override {
     const Lock lock(mutex_);
     const QWORD base = origin == msoCurrent ? position_ : 0;
-    position_ = base + static_cast<QWORD>(offset);
+    MoveTo(base + static_cast<QWORD>(offset));
     if (position != nullptr) *position = position_;
     return S_OK;
   }
@@ -128,13 +138,28 @@ class LiveByteStream final : public ::IMFByteStream {
   static std::span<std::byte> Target(BYTE* bytes, ULONG size) {
     return {reinterpret_cast<std::byte*>(bytes), size};
   }
-  QWORD Position() {
+  /// A position, and how often somebody had gone to another one before.
+  struct Place {
+    QWORD position;
+    int moves;
+  };
+  /// A read that was answered, which keeps what was asked: another read's could have its address otherwise.
+  struct Answer {
+    ComPointer<::IMFAsyncResult> asked;
+    ULONG count;
+  };
+  Place Here() {
     const Lock lock(mutex_);
-    return position_;
+    return {position_, moves_};
   }
-  void Advance(std::size_t count) {
+  void MoveTo(QWORD position) {
+    position_ = position;
+    ++moves_;
+  }
+  /// After a read, unless somebody has gone elsewhere while it waited.
+  void Advance(const Place& begin, std::size_t count) {
     const Lock lock(mutex_);
-    position_ += count;
+    if (moves_ == begin.moves) position_ = begin.position + count;
   }
 
   LONG references_ = 1;
@@ -142,7 +167,8 @@ class LiveByteStream final : public ::IMFByteStream {
   ComPointer<::IMFAttributes> attributes_;
   std::mutex mutex_;
   QWORD position_ = 0;
-  std::list<std::pair<::IMFAsyncResult*, ULONG>> answers_;
+  int moves_ = 0;
+  std::list<Answer> answers_;
 };
 
 }  // namespace

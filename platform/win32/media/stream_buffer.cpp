@@ -106,6 +106,11 @@ StreamBuffer::Level StreamBuffer::Look() const {
   return level;
 }
 
+bool StreamBuffer::IsOverAt(std::uint64_t position) const {
+  const Lock lock(mutex_);
+  return ended_ || (finished_ && position >= End());
+}
+
 bool StreamBuffer::BeginsWith(std::string_view text) const {
   const Lock lock(mutex_);
   return begin_ == 0 && bytes_.starts_with(text);

@@ -60,6 +60,8 @@ class StreamBuffer {
     Clock::time_point appended_at{};
   };
   [[nodiscard]] Level Look() const;
+  /// Every read at that position is answered with nothing, because nobody reads any more or no more comes.
+  [[nodiscard]] bool IsOverAt(std::uint64_t position) const;
   [[nodiscard]] bool BeginsWith(std::string_view text) const;
 
  private:
