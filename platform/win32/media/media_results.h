@@ -28,16 +28,51 @@ inline constexpr HResult kInternetConnectionAborted = static_cast<HResult>(0x800
 inline constexpr HResult kInternetConnectionReset = static_cast<HResult>(0x80072EFFu);
 inline constexpr HResult kMfENetTimeout = static_cast<HResult>(0xC00D4278u);
 
-/// What the network or a server has done, as opposed to a device, a decoder or the data: a result of the
-/// framework's network sources, of Windows' sockets or Internet libraries, or a status of HTTP.
-constexpr bool IsNetworkFailure(HResult result) {
+/// Whether a result is one of `first` to `last`, by its bits.
+constexpr bool IsWithin(HResult result, std::uint32_t first, std::uint32_t last) {
   const auto code = static_cast<std::uint32_t>(result);
-  const auto within = [code](std::uint32_t first, std::uint32_t last) {
-    return code >= first && code <= last;
+  return code >= first && code <= last;
+}
+
+/// What the network or a server has done, as opposed to a device, a decoder or the data: a result of the
+/// framework's network sources, old ones and new ones, of Windows' sockets, monikers or Internet libraries,
+/// or a status of HTTP.
+constexpr bool IsNetworkFailure(HResult result) {
+  struct Range {
+    std::uint32_t first;
+    std::uint32_t last;
   };
-  constexpr std::uint32_t kNetnameDeleted = 0x80070040u;
-  return within(0xC00D4268u, 0xC00D4295u) || within(0x80072710u, 0x80072F9Cu) ||
-         within(0x80190000u, 0x8019FFFFu) || code == kNetnameDeleted;
+  constexpr Range kRanges[] = {
+      {0xC00D0005u, 0xC00D0006u},  // NS_E_NOCONNECTION, _CANNOTCONNECT
+      {0xC00D000Eu, 0xC00D000Eu},  // NS_E_NETWORK_BUSY
+      {0xC00D0013u, 0xC00D0015u},  // NS_E_TIMEOUT, _NET_WRITE, _NET_READ
+      {0xC00D0027u, 0xC00D0029u},  // NS_E_NETWORK_SERVICE_FAILURE to _CONNECTION_FAILURE
+      {0xC00D2EE0u, 0xC00D2F0Cu},  // NS_E_UNKNOWN_PROTOCOL to _INCOMPATIBLE_PUSH_SERVER
+      {0xC00D4268u, 0xC00D4295u},  // MF_E_NET_...
+      {0x800C0000u, 0x800C00FFu},  // INET_E_...
+      {0x8007003Bu, 0x8007003Bu},  // ERROR_UNEXP_NET_ERR
+      {0x80070040u, 0x80070040u},  // ERROR_NETNAME_DELETED
+      {0x80070079u, 0x80070079u},  // ERROR_SEM_TIMEOUT
+      {0x800704CAu, 0x800704D4u},  // ERROR_ADDRESS_NOT_ASSOCIATED to ERROR_CONNECTION_ABORTED
+      {0x80072710u, 0x80072F9Cu},  // WSAE..., ERROR_INTERNET_..., ERROR_WINHTTP_...
+      {0x80190000u, 0x8019FFFFu},  // HTTP_E_STATUS_...
+  };
+  for (const Range& range : kRanges) {
+    if (IsWithin(result, range.first, range.last)) return true;
+  }
+  return false;
+}
+
+/// What the sound's device or the way to it has done: MF_E_NO_AUDIO_PLAYBACK_DEVICE to
+/// _AUDIO_CLIENT_WRAPPER_SPOOF_ERROR, AUDCLNT_E_...
+constexpr bool IsDeviceFailure(HResult result) {
+  return IsWithin(result, 0xC00D4E84u, 0xC00D4E89u) || IsWithin(result, 0x88890000u, 0x8889FFFFu);
+}
+
+/// What cannot be decoded: no decoder, or one that refuses, MF_E_TRANSFORM_...
+constexpr bool IsDecoderFailure(HResult result) {
+  return result == kMfETopologyCodecNotFound || result == kMfEUnsupportedByteStreamType ||
+         IsWithin(result, 0xC00D36B4u, 0xC00D36B4u) || IsWithin(result, 0xC00D6D60u, 0xC00D6D7Cu);
 }
 
 }  // namespace platform::win32

@@ -76,7 +76,7 @@ PlaybackFailure FailureOf(HResult result) {
     case kInternetNameNotResolved:
       return PlaybackFailure::kUnknownHost;
     default:
-      return PlaybackFailure::kOther;
+      return IsNetworkFailure(result) ? PlaybackFailure::kConnectionLost : PlaybackFailure::kOther;
   }
 }
 

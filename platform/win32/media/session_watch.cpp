@@ -29,17 +29,49 @@ bool EndsItsRenderer(MediaEventType type) {
   }
 }
 
+/// Reports with a result that says whether the session can play. Others have results of their own: of a
+/// request that was refused while it plays on, of a component that has recovered, of whoever made the event.
+bool SaysWhetherItPlays(MediaEventType type) {
+  switch (type) {
+    case MEError:
+    case MESessionTopologySet:
+    case MESessionTopologyStatus:
+    case MESessionStarted:
+    case MEPolicyError:
+      return true;
+    default:
+      return false;
+  }
+}
+
+/// Whether the source waits for data from then on; nothing for a report that does not say. A source that is
+/// stopped or paused meanwhile need not report that it has the data.
+std::optional<bool> WaitsForData(MediaEventType type) {
+  switch (type) {
+    case MEBufferingStarted:
+      return true;
+    case MEBufferingStopped:
+    case MESessionStarted:
+    case MESessionPaused:
+    case MESessionStopped:
+      return false;
+    default:
+      return std::nullopt;
+  }
+}
+
 void Note(::IMFMediaEvent& event, SessionWatch& watch) {
   MediaEventType type = MEUnknown;
   HRESULT status = S_OK;
   if (event.GetType(&type) != S_OK || event.GetStatus(&status) != S_OK) return;
-  if (FAILED(status)) {
+  if (FAILED(status) && SaysWhetherItPlays(type)) {
     watch.Broken(status);
   } else if (EndsItsRenderer(type)) {
     watch.Broken(kMfEAudioPlaybackDeviceInvalidated);
   } else if (type == MESessionEnded) {
     watch.Ended();
   }
+  if (const auto waits = WaitsForData(type)) watch.Buffering(*waits);
   if (type == MESessionClosed) watch.Closed();
 }
 
@@ -74,6 +106,16 @@ bool SessionWatch::WaitClosed(std::chrono::milliseconds limit) {
 void SessionWatch::Broken(HResult result) {
   const Lock lock(mutex_);
   if (!news_.broken) news_.broken = result;
+}
+
+void SessionWatch::Buffering(bool waits) {
+  const Lock lock(mutex_);
+  buffering_ = waits;
+}
+
+bool SessionWatch::IsBuffering() const {
+  const Lock lock(mutex_);
+  return buffering_;
 }
 
 void SessionWatch::Ended() {

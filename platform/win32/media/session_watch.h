@@ -18,11 +18,13 @@ class SessionWatch {
  public:
   using Clock = std::chrono::steady_clock;
   struct News {
-    std::optional<HResult> broken;  ///< why it broke off
+    std::optional<HResult> broken;  ///< why it broke off: a failure that ends playing
     bool ended = false;             ///< it has played everything
   };
   /// What has come since the last call.
   News Take();
+  /// The source has said that it waits for data, and nothing since then.
+  [[nodiscard]] bool IsBuffering() const;
   /// When it closed, if it has. Until then the session, its source and what is between them are in use.
   [[nodiscard]] std::optional<Clock::time_point> ClosedAt() const;
   /// False when it does not close in that time.
@@ -32,12 +34,14 @@ class SessionWatch {
   void Broken(HResult result);
   void Ended();
   void Closed();
+  void Buffering(bool waits);
 
  private:
   mutable std::mutex mutex_;
   std::condition_variable changed_;
   News news_;
   std::optional<Clock::time_point> closed_at_;
+  bool buffering_ = false;
 };
 
 /// From now on until the session shuts down.

@@ -83,6 +83,45 @@ TEST(NetworkFailure, IsWhatAServerOrTheWayToItHasDone) {
   EXPECT_TRUE(IsNetworkFailure(kServerError));
 }
 
+// The first two were seen on Windows when an http address failed.
+TEST(NetworkFailure, HasTheResultsOfEachOfTheSystemsReaders) {
+  for (const std::uint32_t result :
+       {0xC00D0029u, 0xC00D2EFEu, 0xC00D0005u, 0xC00D0006u, 0xC00D000Eu, 0xC00D0013u,
+        0xC00D0014u, 0xC00D0015u, 0xC00D0027u, 0xC00D0028u, 0xC00D2EE0u, 0xC00D2F00u,
+        0xC00D2F06u, 0xC00D2F0Cu, 0x800C0005u, 0x800C0008u, 0x800C000Bu, 0x8007003Bu,
+        0x80070040u, 0x80070079u, 0x800704CAu, 0x800704CFu, 0x800704D4u}) {
+    EXPECT_TRUE(IsNetworkFailure(static_cast<HResult>(result))) << std::hex << result;
+    EXPECT_EQ(FailureOf(static_cast<HResult>(result)), PlaybackFailure::kConnectionLost)
+        << std::hex << result;
+  }
+  for (const std::uint32_t result : {0xC00D0004u, 0xC00D0007u, 0xC00D001Au, 0xC00D002Au, 0xC00D2EDFu,
+                                     0xC00D2F0Du, 0x800C0100u, 0x8007003Au, 0x800704C9u, 0x800704D5u}) {
+    EXPECT_FALSE(IsNetworkFailure(static_cast<HResult>(result))) << std::hex << result;
+  }
+}
+
+TEST(DeviceFailure, IsTheFrameworksOrTheAudioClients) {
+  for (const HResult result :
+       {kMfENoAudioPlaybackDevice, kMfEAudioPlaybackDeviceInvalidated, kMfEAudioServiceNotRunning,
+        kAudioDeviceInvalidated, kAudioEndpointCreateFailed, kAudioServiceNotRunning}) {
+    EXPECT_TRUE(IsDeviceFailure(result)) << std::hex << result;
+    EXPECT_FALSE(IsDecoderFailure(result)) << std::hex << result;
+  }
+  EXPECT_FALSE(IsDeviceFailure(kMfENetRead));
+  EXPECT_FALSE(IsDeviceFailure(kSOk));
+}
+
+TEST(DecoderFailure, IsAMissingDecoderOrARefusal) {
+  constexpr auto kNotPossibleForThatType = static_cast<HResult>(0xC00D6D6Du);
+  for (const HResult result :
+       {kMfETopologyCodecNotFound, kMfEUnsupportedByteStreamType, kNotPossibleForThatType}) {
+    EXPECT_TRUE(IsDecoderFailure(result)) << std::hex << result;
+    EXPECT_FALSE(IsDeviceFailure(result)) << std::hex << result;
+  }
+  EXPECT_FALSE(IsDecoderFailure(kMfENetRead));
+  EXPECT_FALSE(IsDecoderFailure(kEFail));
+}
+
 TEST(NetworkFailure, IsNoDevicesAndNoDecoders) {
   for (const HResult result : {kSOk, kEFail, kMfENoAudioPlaybackDevice, kMfEAudioPlaybackDeviceInvalidated,
                                kMfETopologyCodecNotFound, kMfEUnsupportedByteStreamType, kEAccessDenied}) {

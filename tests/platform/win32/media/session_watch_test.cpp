@@ -103,5 +103,48 @@ TEST_F(QueuedReport, OfAFailureKeepsItsResult) { EXPECT_EQ(After(MEError, kMfENe
 
 TEST_F(QueuedReport, OfTheEndIsTheEnd) { EXPECT_TRUE(After(MESessionEnded, S_OK).ended); }
 
+struct FailedReport : QueuedReport, testing::WithParamInterface<MediaEventType> {};
+
+TEST_P(FailedReport, EndsPlaying) { EXPECT_EQ(After(GetParam(), kMfENetRead).broken, kMfENetRead); }
+
+INSTANTIATE_TEST_SUITE_P(Reports, FailedReport,
+                         testing::Values(MEError, MESessionTopologySet, MESessionTopologyStatus,
+                                         MESessionStarted, MEPolicyError));
+
+struct HarmlessFailure : QueuedReport, testing::WithParamInterface<MediaEventType> {};
+
+// The session plays on, or was asked to end.
+TEST_P(HarmlessFailure, DoesNotEndPlaying) { EXPECT_FALSE(After(GetParam(), kMfENetRead).broken); }
+
+INSTANTIATE_TEST_SUITE_P(Reports, HarmlessFailure,
+                         testing::Values(MENonFatalError, MESessionPaused, MESessionStopped,
+                                         MESessionNotifyPresentationTime, MESessionCapabilitiesChanged,
+                                         MEExtendedType, MESinkUnknown, MESourceMetadataChanged));
+
+// A part of it may fail with a result of its own.
+TEST_F(QueuedReport, OfALostRendererIsAMissingDeviceWhateverItsResult) {
+  EXPECT_EQ(After(MESinkInvalidated, kEFail).broken, kMfEAudioPlaybackDeviceInvalidated);
+}
+
+TEST_F(QueuedReport, OfBufferingHoldsUntilItStops) {
+  EXPECT_FALSE(watch->IsBuffering());
+  EXPECT_EQ(session->QueueEvent(MEBufferingStarted, GUID{}, S_OK, nullptr), S_OK);
+  const auto news = After(MEAudioSessionVolumeChanged, S_OK);
+  EXPECT_TRUE(watch->IsBuffering());
+  EXPECT_FALSE(news.broken || news.ended);
+}
+
+struct EndOfBuffering : QueuedReport, testing::WithParamInterface<MediaEventType> {};
+
+TEST_P(EndOfBuffering, IsTheDataOrWhatTheCallerDid) {
+  EXPECT_EQ(session->QueueEvent(MEBufferingStarted, GUID{}, S_OK, nullptr), S_OK);
+  After(GetParam(), S_OK);
+  EXPECT_FALSE(watch->IsBuffering());
+}
+
+INSTANTIATE_TEST_SUITE_P(Reports, EndOfBuffering,
+                         testing::Values(MEBufferingStopped, MESessionStarted, MESessionPaused,
+                                         MESessionStopped));
+
 }  // namespace
 }  // namespace platform::win32
