@@ -87,13 +87,17 @@ void MediaOpener::NoteFailure(PlaybackNotes::Item item, HResult result) {
 OpenedObject MediaOpener::OpenKind(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags) {
   const MediaAddress read = ReadAddress(address);
   if (read.kind == AddressKind::kNone) return {kEInvalidArg, kMfObjectInvalid, {}};
-  const OpeningWait wait{loop_, std::chrono::steady_clock::now() + options_.deadline};
+  const auto now = std::chrono::steady_clock::now();
+  const OpeningWait wait{loop_, now + options_.deadline};
+  // What the system may not open at all leaves half of the time to the reader that comes after it.
+  const bool web = read.kind == AddressKind::kWeb;
+  const OpeningWait first_wait{loop_, web ? now + options_.deadline / 2 : wait.deadline};
   address_ = read.text;
-  OpenedObject opened = options_.reader ? options_.reader->Open(resolver, read.text, flags, wait)
-                                        : OpenBySystem(resolver, read.text, flags, wait);
-  live_of_system_ = opened.result == kSOk && read.kind == AddressKind::kWeb && opened.endless;
+  OpenedObject opened = options_.reader ? options_.reader->Open(resolver, read.text, flags, first_wait)
+                                        : OpenBySystem(resolver, read.text, flags, first_wait);
+  live_of_system_ = opened.result == kSOk && web && opened.endless;
   const bool failed = opened.result != kSOk && opened.result != kErrorCancelled;
-  if (failed && read.kind == AddressKind::kWeb) return OpenLive(resolver, read.text, flags, wait);
+  if (failed && web) return OpenLive(resolver, read.text, flags, wait);
   // Not every system gives a missing file a result of its own.
   if (failed && read.kind == AddressKind::kFile && IsMissing(read.text)) opened.result = kErrorFileNotFound;
   return opened;

@@ -41,7 +41,7 @@ class MediaOpener {
       : loop_(loop), options_(options), notes_(std::move(notes)) {}
 
   /// E_INVALIDARG for no address. A wait that input ends gives kErrorCancelled. A web address that the
-  /// system's resolver does not open is read here.
+  /// system's resolver does not open in half of the time is read here.
   OpenedObject Open(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags);
 
   [[nodiscard]] bool IsLive() const { return live_ != nullptr; }
