@@ -11,6 +11,7 @@
 #include <chrono>
 #include <cstdio>
 #include <map>
+#include <set>
 #include <utility>
 
 #include "platform/win32/media/com_calls.h"
@@ -23,6 +24,7 @@
 #include "platform/win32/media/renewal.h"
 #include "platform/win32/media/session_watch.h"
 #include "platform/win32/media/shutdown_queue.h"
+#include "platform/win32/media/stall_watch.h"
 #include "ports/media_interfaces.h"
 
 // Public, but missing from the compiler's headers.
@@ -78,6 +80,7 @@ struct Win32Media::Impl {
   void Watch(std::shared_ptr<SessionWatch> session);
   [[nodiscard]] std::optional<Renewal::Loss> LossOf(const SessionWatch::News& news) const;
   [[nodiscard]] bool StationPlays() const;
+  bool StationStalls();
   void KeepClock(std::int32_t slot, std::span<const Argument> arguments);
   void ForgetItem();
   void Before(Interface interface_id, std::int32_t slot);
@@ -96,10 +99,12 @@ struct Win32Media::Impl {
                   shutdowns,
                   {options.open_deadline, [this](const std::string& line) { Log(line); },
                    options.session_made, options.rebuild}};
+  std::set<InterfaceHandle> running;  ///< sessions that were not shut down
   std::map<std::uint32_t, ComPointer<::IStream>> streams;
   std::uint32_t last_stream = 0;
   std::shared_ptr<SessionWatch> watch;  ///< of the latest session
   PlaybackNotes::Item watched = 0;      ///< its item
+  StallWatch stall{options.stall_limit};
   /// It was asked to close, so nothing that it uses is shut down before it has.
   bool closing = false;
   bool other_version = false;
@@ -124,7 +129,7 @@ void Win32Media::UnregisterStream(StreamObject stream) {
 HResult Win32Media::MFStartup(std::int32_t version, std::int32_t flags) {
   const HRESULT result =
       CallMedia<decltype(::MFStartup)>("MFStartup", static_cast<ULONG>(version), static_cast<DWORD>(flags));
-  if (result == kMissingMediaLibrary)
+  if (result == kMissingMediaLibrary || result == E_NOTIMPL)
     impl_->Log("The system has no media platform, so nothing can be played.");
   if (result != kMfEBadStartupVersion) return result;
   if (!std::exchange(impl_->other_version, true)) {
@@ -183,7 +188,9 @@ HResult Win32Media::MFCreateMediaSession(InterfaceHandle& out) {
     if (impl_->options.session_made) impl_->options.session_made(*made);
     impl_->Watch(WatchSession(*made));
   }
-  return impl_->Enter(result, made, Interface::kMediaSession, out);
+  const HResult entered = impl_->Enter(result, made, Interface::kMediaSession, out);
+  if (entered == kSOk) impl_->running.insert(out);
+  return entered;
 }
 
 HResult Win32Media::MFCreateAudioRendererActivate(InterfaceHandle& out) {
@@ -235,6 +242,7 @@ void Win32Media::Impl::Watch(std::shared_ptr<SessionWatch> session) {
   watch = std::move(session);
   watched = notes->Latest();
   closing = false;
+  stall.Reset();
 }
 
 void Win32Media::Impl::ForgetItem() {
@@ -248,12 +256,15 @@ void Win32Media::Impl::TakeNews() {
   if (!watch) return;
   const SessionWatch::News news = watch->Take();
   // What a session reports that was closed is about nothing that plays.
-  if ((!news.broken && !news.ended) || closing || watched != notes->Latest()) return;
+  const bool stalls = StationStalls();
+  if ((!news.broken && !news.ended && !stalls) || closing || watched != notes->Latest()) return;
   if (renewal.IsStarting()) {
     renewal.StartFailed(std::exchange(watch, nullptr), news.broken.value_or(kMfENetRead));
   } else if (const auto loss = LossOf(news)) {
     renewal.Begin(std::exchange(watch, nullptr), notes->Status().state, *loss);
   } else if (news.broken) {
+    // Nobody is there to hear the station that is read for it.
+    opener.EndReads();
     notes->Broken(watched, *news.broken);
   } else if (notes->Status().state != PlaybackState::kStopped) {
     // Stop ends reads, which is an end for what has just started.
@@ -261,7 +272,8 @@ void Win32Media::Impl::TakeNews() {
   }
 }
 
-// A decoder that fails would fail again.
+// A decoder that fails would fail again. What else a station's session may report is not known enough to leave
+// the station silent for it: what is read by the adapter is not renewed here a second time.
 std::optional<Renewal::Loss> Win32Media::Impl::LossOf(const SessionWatch::News& news) const {
   const PlaybackState state = notes->Status().state;
   const bool started =
@@ -269,13 +281,29 @@ std::optional<Renewal::Loss> Win32Media::Impl::LossOf(const SessionWatch::News& 
   if (!started || !(opener.IsLive() || opener.IsLiveOfTheSystem())) return std::nullopt;
   if (news.broken && FailureOf(*news.broken) == PlaybackFailure::kNoSoundDevice)
     return Renewal::Loss::kDevice;
-  const bool lost = opener.IsLiveOfTheSystem() && (!news.broken || IsNetworkFailure(*news.broken));
+  const HResult cause = news.broken.value_or(kSOk);
+  const bool lost = opener.IsLiveOfTheSystem() && !IsDeviceFailure(cause) && !IsDecoderFailure(cause);
   return lost ? std::optional(Renewal::Loss::kStation) : std::nullopt;
 }
 
 bool Win32Media::Impl::StationPlays() const {
   return opener.IsLiveOfTheSystem() && watch && !closing && watched == notes->Latest() &&
          notes->Status().state == PlaybackState::kPlaying;
+}
+
+bool Win32Media::Impl::StationStalls() {
+  if (!StationPlays()) {
+    stall.Reset();
+    return false;
+  }
+  LONGLONG played = 0;
+  MFTIME now = 0;
+  const auto clock = table.Seen(Interface::kClock);
+  const bool says =
+      clock && static_cast<::IMFClock*>(clock.Get())->GetCorrelatedTime(0, &played, &now) == S_OK;
+  return stall.Look(says ? std::optional<std::int64_t>(played) : std::nullopt,
+                    watch->IsBuffering() ? StallWatch::Source::kBuffers : StallWatch::Source::kSends,
+                    StallWatch::Clock::now());
 }
 
 // The caller's clock began with the first session. A station's runs until Stop or Pause: between its loss and
@@ -329,6 +357,10 @@ std::optional<HResult> Win32Media::DispCallFunc(InterfaceHandle object, Interfac
   // The length that a live stream claims to have is none.
   const auto view = impl_->table.Find(object);
   if (attribute && view && impl_->opener.IsLive()) return kMfEAttributeNotFound;
+  // What waits for a session's reports keeps it alive until it is shut down.
+  if (Is(platform::IUnknown::Release, interface_id, slot) && impl_->running.contains(object))
+    DispCallFunc(object, Interface::kMediaSession, platform::IMFMediaSession::Shutdown.slot, {});
+  if (Is(platform::IMFMediaSession::Shutdown, interface_id, slot)) impl_->running.erase(object);
   impl_->TakeNews();
   const bool seen_so = view && view->interface_id == interface_id;
   if (const auto answer = seen_so ? impl_->renewal.Answer(interface_id, slot, arguments) : std::nullopt)

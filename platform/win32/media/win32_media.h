@@ -25,9 +25,9 @@ namespace platform::win32 {
 class AddressReader;
 
 struct Win32MediaOptions {
-  /// How long opening an address may take.
+  /// How long opening an address may take; half of it is the system's for a web address.
   std::chrono::milliseconds open_deadline{10000};
-  /// A live stream that sends nothing for this long is opened again.
+  /// A live stream that sends nothing for this long is opened again, also one that the system reads.
   std::chrono::milliseconds stall_limit{15000};
   /// A session closes in a few milliseconds, on a busy machine in more. The window is held up no longer than
   /// this; what is left to do then is done when the session has closed.
