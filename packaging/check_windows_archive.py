@@ -19,7 +19,7 @@ FILES = PROGRAMS + ("Handbuch.html", "LiesMich.txt", "images/window.png", "Langu
 # What the system shows to whoever starts a program from the internet that nobody signed, and how to prevent that.
 WARNED = ("nicht signiert", "eigenen, leeren Ordner", "Eigenschaften", "Zulassen", "Weitere Informationen",
           "Trotzdem ausführen")
-# Part of every Windows since 10; "mf" and "mfplat" are not, as its "N" editions lack them.
+# Part of every Windows since 10; "mf" and "mfplat" are not, as its "N" editions may lack them.
 SYSTEM = {"advapi32", "avrt", "bcrypt", "comctl32", "comdlg32", "dwmapi", "gdi32", "gdiplus", "kernel32", "msimg32",
           "msvcrt", "normaliz", "ole32", "oleacc", "oleaut32", "propsys", "shell32", "shlwapi", "user32", "uxtheme",
           "version", "windowscodecs", "wininet", "winmm"}

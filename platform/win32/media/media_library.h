@@ -1,6 +1,7 @@
 #pragma once
-// The media framework's own functions, found when they are first called: Windows' "N" editions lack the
-// libraries, and a program that is linked to them would not start there. Not for the objects' operations.
+// The media framework's own functions, found when they are first called: a Windows without its media
+// components, as the "N" editions are, may lack the libraries, and a program that is linked to them would not
+// start there. Where they are there all the same, MFStartup gives E_NOTIMPL. Not for the objects' operations.
 
 #include <utility>
 

@@ -111,7 +111,7 @@ constexpr HResult kSoundBufferFails = static_cast<HResult>(0x88890018u);
 // The station is there, but would not be heard any better from another session.
 TEST_F(SessionReport, OfADecoderThatFailsEndsTheItem) {
   PlayUntilItIsHeard();
-  EXPECT_TRUE(Report(*reader->sources[0].Get(), MEExtendedType, kMfETopologyCodecNotFound));
+  EXPECT_TRUE(Report(*reader->sources[0].Get(), MEPolicyError, kMfETopologyCodecNotFound));
   EXPECT_EQ(media->Status().state, PlaybackState::kFailed);
   EXPECT_EQ(media->Status().failure, PlaybackFailure::kUnreadable);
   EXPECT_FALSE(WasLost());
@@ -122,7 +122,7 @@ TEST_F(SessionReport, OfADecoderThatFailsEndsTheItem) {
 
 TEST_F(SessionReport, OfARendererThatFailsEndsTheItem) {
   PlayUntilItIsHeard();
-  EXPECT_TRUE(Report(*reader->sources[0].Get(), MERendererEvent, kSoundBufferFails));
+  EXPECT_TRUE(Report(*reader->sources[0].Get(), MEPolicyError, kSoundBufferFails));
   EXPECT_EQ(media->Status().state, PlaybackState::kFailed);
   EXPECT_EQ(media->Status().failure, PlaybackFailure::kOther);
   EXPECT_FALSE(WasLost());
@@ -130,19 +130,19 @@ TEST_F(SessionReport, OfARendererThatFailsEndsTheItem) {
 
 TEST_F(SessionReport, OfAFailureIsForgottenWithTheItem) {
   PlayUntilItIsHeard();
-  EXPECT_TRUE(Report(*reader->sources[0].Get(), MERendererEvent, kSoundBufferFails));
+  EXPECT_TRUE(Report(*reader->sources[0].Get(), MEPolicyError, kSoundBufferFails));
   EXPECT_EQ(media->Status().state, PlaybackState::kFailed);
   results.clear();
   Play("/stream");
   EXPECT_TRUE(Heard());
   EXPECT_EQ(media->Status().state, PlaybackState::kPlaying);
-  EXPECT_TRUE(Report(*reader->sources[1].Get(), MEExtendedType, kMfETopologyCodecNotFound));
+  EXPECT_TRUE(Report(*reader->sources[1].Get(), MEPolicyError, kMfETopologyCodecNotFound));
   EXPECT_EQ(media->Status().failure, PlaybackFailure::kUnreadable);
 }
 
 TEST_F(SessionReport, OfALostStationRenewsIt) {
   PlayUntilItIsHeard();
-  EXPECT_TRUE(Report(*reader->sources[0].Get(), MEReconnectEnd, kMfENetRead));
+  EXPECT_TRUE(Report(*reader->sources[0].Get(), MEPolicyError, kMfENetRead));
   EXPECT_EQ(media->Status().state, PlaybackState::kReconnecting);
   EXPECT_TRUE(WasLost());
   EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
@@ -154,7 +154,7 @@ TEST_F(SessionReport, OfAStationThatIsLostWhilePausedWaitsForStart) {
   player->PauseMedia();
   EXPECT_TRUE(WaitUntil([this] { return ClockIs(ClockState::kPaused); }));
   const auto position = player->CurrentPlayPosition();
-  EXPECT_TRUE(Report(*reader->sources[0].Get(), MEReconnectEnd, kMfENetRead));
+  EXPECT_TRUE(Report(*reader->sources[0].Get(), MEPolicyError, kMfENetRead));
   EXPECT_EQ(media->Status().state, PlaybackState::kPaused);
   EXPECT_TRUE(WasLost());
   EXPECT_TRUE(ClockIs(ClockState::kPaused));
@@ -171,7 +171,7 @@ TEST_F(SessionReport, OfAStationThatIsLostWhilePausedWaitsForStart) {
 TEST_F(SessionReport, OfAStationThatIsLostWhileStoppedWaitsForStart) {
   PlayUntilItIsHeard();
   player->StopMedia();
-  EXPECT_TRUE(Report(*reader->sources[0].Get(), MEReconnectEnd, kMfENetRead));
+  EXPECT_TRUE(Report(*reader->sources[0].Get(), MEPolicyError, kMfENetRead));
   EXPECT_EQ(media->Status().state, PlaybackState::kStopped);
   EXPECT_TRUE(WasLost());
   EXPECT_EQ(player->CurrentPlayPosition(), 0);
@@ -194,7 +194,7 @@ TEST_F(SessionReport, OfAnOlderItemIsNoNewsOfALaterOne) {
   const auto& open = IMFSourceResolver::CreateObjectFromURL;
   ASSERT_EQ(media->DispCallFunc(resolver, open.interface_id, open.slot, list), kSOk);
   for (const HResult result : {kMfETopologyCodecNotFound, kMfENetRead}) {
-    EXPECT_TRUE(Report(*reader->sources[0].Get(), MEExtendedType, result));
+    EXPECT_TRUE(Report(*reader->sources[0].Get(), MEPolicyError, result));
     EXPECT_EQ(media->Status().state, PlaybackState::kConnecting);
     EXPECT_FALSE(WasLost());
   }
@@ -216,7 +216,7 @@ struct RenewedSession : SessionReport {
   }
   void LoseAndOpen() {
     PlayUntilItIsHeard();
-    EXPECT_TRUE(Report(*reader->sources[0].Get(), MEReconnectEnd, kMfENetRead));
+    EXPECT_TRUE(Report(*reader->sources[0].Get(), MEPolicyError, kMfENetRead));
     ASSERT_TRUE(WaitUntil([this] {
       static_cast<void>(media->Status());
       return log.back() == "The lost station is opened and starts.";
@@ -230,7 +230,7 @@ struct RenewedSession : SessionReport {
 TEST_F(RenewedSession, ThatLosesTheStationBeforeItStartsIsReplaced) {
   LoseAndOpen();
   may_start = true;
-  EXPECT_TRUE(Report(*reader->sources[1].Get(), MEReconnectEnd, kMfENetRead));
+  EXPECT_TRUE(Report(*reader->sources[1].Get(), MEPolicyError, kMfENetRead));
   EXPECT_EQ(media->Status().state, PlaybackState::kReconnecting);
   EXPECT_EQ(media->Status().failure, PlaybackFailure::kConnectionLost);
   EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
@@ -241,14 +241,14 @@ TEST_F(RenewedSession, ThatLosesTheStationBeforeItStartsIsReplaced) {
 TEST_F(RenewedSession, WhoseDecoderAlwaysFailsBeforeItStartsIsGivenUp) {
   LoseAndOpen();
   for (std::size_t times = 1; times < Renewal::kMostRefusals; ++times) {
-    EXPECT_TRUE(Report(*reader->sources.back().Get(), MEExtendedType, kMfETopologyCodecNotFound));
+    EXPECT_TRUE(Report(*reader->sources.back().Get(), MEPolicyError, kMfETopologyCodecNotFound));
     EXPECT_EQ(media->Status().failure, PlaybackFailure::kUnreadable);
     ASSERT_TRUE(WaitUntil([&] {
       static_cast<void>(media->Status());
       return reader->sources.size() == times + 2;
     }));
   }
-  EXPECT_TRUE(Report(*reader->sources.back().Get(), MEExtendedType, kMfETopologyCodecNotFound));
+  EXPECT_TRUE(Report(*reader->sources.back().Get(), MEPolicyError, kMfETopologyCodecNotFound));
   EXPECT_EQ(media->Status().state, PlaybackState::kFailed);
   EXPECT_EQ(media->Status().failure, PlaybackFailure::kUnreadable);
   EXPECT_FALSE(player->PlayMedia());
