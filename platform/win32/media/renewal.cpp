@@ -128,7 +128,7 @@ void Renewal::RememberSound() {
 }
 
 void Renewal::CloseLost(const std::shared_ptr<SessionWatch>& lost) {
-  shutdowns_.Add(lost);
+  shutdowns_.AddLost(lost);
   for (const Interface seen_as : {Interface::kMediaSource, Interface::kMediaSession}) {
     const ComView view{table_.Seen(seen_as), seen_as};
     if (view.object) shutdowns_.Add(lost, view);

@@ -25,10 +25,12 @@ void ShutDown(const ComView& object) {
 ShutdownQueue::Closing& ShutdownQueue::Of(const std::shared_ptr<SessionWatch>& session) {
   const auto found = std::find_if(closing_.begin(), closing_.end(),
                                   [&session](const Closing& closing) { return closing.session == session; });
-  return found != closing_.end() ? *found : closing_.emplace_back(Closing{session, {}});
+  return found != closing_.end() ? *found : closing_.emplace_back(Closing{session, {}, kRest});
 }
 
 void ShutdownQueue::Add(const std::shared_ptr<SessionWatch>& session) { Of(session); }
+
+void ShutdownQueue::AddLost(const std::shared_ptr<SessionWatch>& session) { Of(session).rest = kLostRest; }
 
 void ShutdownQueue::Add(const std::shared_ptr<SessionWatch>& session, const ComView& object) {
   Of(session).objects.push_back(object);
@@ -37,7 +39,7 @@ void ShutdownQueue::Add(const std::shared_ptr<SessionWatch>& session, const ComV
 void ShutdownQueue::Step(Clock::time_point now) {
   const auto rests = [now](const Closing& closing) {
     const auto closed = closing.session->ClosedAt();
-    return closed && now - *closed >= kRest;
+    return closed && now - *closed >= closing.rest;
   };
   const auto first = std::stable_partition(closing_.begin(), closing_.end(),
                                            [&](const auto& closing) { return !rests(closing); });
@@ -50,15 +52,14 @@ void ShutdownQueue::Step(Clock::time_point now) {
 
 bool ShutdownQueue::Finish(std::chrono::milliseconds limit) {
   const auto until = Clock::now() + limit;
-  Clock::time_point latest{};
+  Clock::time_point rested{};
   for (const Closing& closing : closing_) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(until - Clock::now());
     if (!closing.session->WaitClosed(std::max(left, std::chrono::milliseconds::zero()))) return false;
-    latest = std::max(latest, closing.session->ClosedAt().value_or(latest));
+    rested = std::max(rested, closing.session->ClosedAt().value_or(rested) + closing.rest);
   }
-  if (closing_.empty()) return true;
-  while (Clock::now() < latest + kRest) std::this_thread::sleep_until(latest + kRest);
-  Step(latest + kRest);
+  while (Clock::now() < rested) std::this_thread::sleep_until(rested);
+  Step(rested);
   return true;
 }
 
