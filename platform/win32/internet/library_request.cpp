@@ -122,7 +122,7 @@ void LibraryRequest::SetLimits(const http::ExchangeOptions& options) {
   set(INTERNET_OPTION_DATA_RECEIVE_TIMEOUT, INFINITE);
 }
 
-// For the result of an operation, before which is_complete was cleared.
+// For the result of an operation, before which is_complete was cleared; a request is sent once.
 std::uint32_t LibraryRequest::Await(Operation operation, BOOL done) {
   if (done != FALSE) return ERROR_SUCCESS;
   const DWORD error = ::GetLastError();
@@ -136,12 +136,12 @@ std::uint32_t LibraryRequest::Await(Operation operation, BOOL done) {
 std::uint32_t LibraryRequest::Send(std::string lines) {
   if (request_ == nullptr) return ERROR_INTERNET_INTERNAL_ERROR;
   state_->lines = std::move(lines);
-  state_->is_complete = false;
   return Await(Operation::kSend, ::HttpSendRequestA(request_, state_->lines.data(),
                                                     static_cast<DWORD>(state_->lines.size()), nullptr, 0));
 }
 
 bool LibraryRequest::ReadHeader(http::AnswerHeader& header) {
+  header = {};
   DWORD size = 0;
   ::HttpQueryInfoA(request_, HTTP_QUERY_RAW_HEADERS_CRLF, nullptr, &size, nullptr);
   std::string block(size, '\0');

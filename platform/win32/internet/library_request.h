@@ -32,7 +32,8 @@ class LibraryRequest {
   /// Sends the request and waits for the answer's header; the library's number for what went wrong, 0 for
   /// nothing. After Reading::Cancel it is ERROR_INTERNET_OPERATION_CANCELLED.
   std::uint32_t Send(std::string lines);
-  /// The header block as the library has it; false when there is none or it is too long.
+  /// The header block as the library has it, in place of what `header` was; false when there is none or it is
+  /// too long.
   bool ReadHeader(http::AnswerHeader& header);
   /// The next bytes of the body, as soon as there are some; empty at its end. The result is that of Send.
   std::uint32_t Read(std::string& piece);

@@ -102,9 +102,8 @@ void Reading::LimitConnecting(milliseconds limit, std::uint32_t error) {
   const std::lock_guard lock(mutex_);
   const std::optional<milliseconds> time = Since(connecting_since_);
   if (!time || *time < limit) return;
-  EndLocked(InternetFailure::kNoAnswer, error);
   cancelled_ = true;
-  changed_.notify_all();
+  EndLocked(InternetFailure::kNoAnswer, error);
 }
 
 std::optional<milliseconds> Reading::AnswerOwedFor() const {

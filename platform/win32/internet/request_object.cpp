@@ -47,14 +47,12 @@ std::optional<http::AnswerHeader> HeaderOf(ScriptObject& object) {
     if (!header.AddLine(line)) return std::nullopt;
     at = next;
   }
-  header.AddLine("\r\n");
   return header;
 }
 
 void KeepMessagesGoing() {
   MSG message;
   while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-    ::TranslateMessage(&message);
     ::DispatchMessageW(&message);
   }
 }
@@ -122,7 +120,6 @@ RequestProgress RequestObject::Progress(std::chrono::milliseconds slice) {
 
 void RequestObject::EndLocked() {
   ending_ = true;
-  changed_.notify_all();
   ::SetEvent(wake_);
 }
 
@@ -165,9 +162,11 @@ void RequestObject::Look(ScriptObject& object) {
   progress.state = ValueOr(object.Get(u"readyState"), std::int32_t{0});
   bool is_over = false;
   if (progress.state >= kHeadersReceived) is_over = Judge(object, progress);
-  Publish(std::move(progress));
-  if (!is_over) return;
-  End();
+  const std::lock_guard lock(mutex_);
+  has_news_ = has_news_ || progress.state != progress_.state;
+  progress_ = std::move(progress);
+  if (is_over) EndLocked();
+  changed_.notify_all();
 }
 
 // Whether the request is over, with its body when that has come.
@@ -191,13 +190,6 @@ bool RequestObject::Judge(ScriptObject& object, RequestProgress& progress) {
                            Clock::now() - *sent_ > kLongestTransfer;
   if (is_too_long) progress = {kBodyArriving, false, {}, {}};
   return is_complete || is_too_long;
-}
-
-void RequestObject::Publish(RequestProgress progress) {
-  const std::lock_guard lock(mutex_);
-  has_news_ = has_news_ || progress.state != progress_.state;
-  progress_ = std::move(progress);
-  changed_.notify_all();
 }
 
 }  // namespace platform::win32

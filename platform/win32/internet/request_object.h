@@ -73,7 +73,6 @@ class RequestObject {
   bool RunTasks(ScriptObject& object);
   void Look(ScriptObject& object);
   bool Judge(ScriptObject& object, RequestProgress& progress);
-  void Publish(RequestProgress progress);
 
   HANDLE wake_;
   std::mutex mutex_;

@@ -91,10 +91,7 @@ class Request {
       const DWORD error = request.Send(HeaderBytes(options_.header_lines, parts.user));
       if (reading_->IsCancelled()) return Outcome{InternetFailure::kGivenUp, 0};
       const bool is_answer = error == ERROR_SUCCESS && request.ReadHeader(header);
-      if (!is_answer && !request.HasConnectedAnew() && tries < kTriesPerHop) {
-        header = {};
-        continue;
-      }
+      if (!is_answer && !request.HasConnectedAnew() && tries < kTriesPerHop) continue;
       if (!is_answer) return OutcomeOf(error == ERROR_SUCCESS ? ERROR_HTTP_INVALID_SERVER_RESPONSE : error);
       if (!header.IsFinal()) return std::nullopt;
       return StrayHeader::MayBeBehind(header) ? ReadStrayHeader(request, header)

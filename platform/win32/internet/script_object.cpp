@@ -11,7 +11,7 @@
 namespace platform::win32 {
 namespace {
 
-/// Values for a call, last one first, as the system wants them.
+/// Values for a call, last one first, as the system wants them. Each is empty until it is set.
 class ScriptArguments {
  public:
   explicit ScriptArguments(const std::vector<ScriptValue>& values) : variants_(values.size()) {
@@ -29,7 +29,6 @@ class ScriptArguments {
 
  private:
   static void Set(VARIANT& variant, const ScriptValue& value) {
-    ::VariantInit(&variant);
     if (const auto* const number = std::get_if<std::int32_t>(&value)) {
       V_VT(&variant) = VT_I4;
       V_I4(&variant) = *number;
@@ -111,8 +110,7 @@ std::optional<ScriptValue> ScriptObject::Invoke(const Text& name, unsigned short
   if (FAILED(object_->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &member))) return std::nullopt;
   ScriptArguments given(arguments);
   DISPPARAMS parameters = given.Parameters();
-  VARIANT result;
-  ::VariantInit(&result);
+  VARIANT result{};
   const HRESULT called =
       object_->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters, &result, nullptr, nullptr);
   std::optional<ScriptValue> value;

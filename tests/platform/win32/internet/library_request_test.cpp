@@ -76,6 +76,21 @@ TEST_F(LibraryRequestTest, ACancelEndsTheWaitForABodyToo) {
   EXPECT_TRUE(IsReleased());
 }
 
+TEST_F(LibraryRequestTest, WhatComesWhileItIsWaitedForIsReadTogether) {
+  server_.OnAny(Script().Send(kOk).Send("x").AwaitSignal("more").Send("bytes").Hold());
+  auto request = To("/");
+  EXPECT_EQ(request->Send(""), 0U);
+  std::string piece;
+  EXPECT_EQ(request->Read(piece), 0U);
+  EXPECT_EQ(piece, "x");
+  auto read = std::async(std::launch::async, [&] { return request->Read(piece); });
+  EXPECT_EQ(read.wait_for(100ms), std::future_status::timeout) << "there is nothing yet";
+  server_.Signal("more");
+  if (read.wait_for(kDeadline) != std::future_status::ready) reading_->Cancel();
+  EXPECT_EQ(read.get(), 0U);
+  EXPECT_EQ(piece, "bytes");
+}
+
 TEST_F(LibraryRequestTest, OneThatHasEndedOrWasNeverSentIsReleased) {
   server_.OnAny(Script().Send(kOk).Send("bytes"));
   To("/");
@@ -108,6 +123,18 @@ TEST_F(LibraryRequestTest, BytesOfAHeaderArriveAsTheServerSentThem) {
   http::AnswerHeader header;
   EXPECT_TRUE(request->ReadHeader(header));
   EXPECT_EQ(header.Value("icy-name"), bytes);
+}
+
+TEST_F(LibraryRequestTest, AHeaderTakesThePlaceOfOneThatWasCut) {
+  server_.OnAny(Script().Send(Header("HTTP/1.1 200 OK", {"icy-name: X"})));
+  const auto request = To("/");
+  EXPECT_EQ(request->Send(""), 0U);
+  http::AnswerHeader header;
+  EXPECT_TRUE(header.AddLine("HTTP/1.1 404 Not Found\r\n"));
+  EXPECT_TRUE(header.AddLine("icy-br: 128\r\n"));
+  EXPECT_TRUE(request->ReadHeader(header));
+  EXPECT_EQ(header.StatusCode(), "200");
+  EXPECT_EQ(header.Value("icy-br"), "");
 }
 
 TEST_F(LibraryRequestTest, BytesOfARequestAreSentAsTheyAre) {

@@ -91,6 +91,21 @@ TEST(Reading, ConnectingIsLimitedUntilTheRequestIsSent) {
   EXPECT_TRUE(reading.IsCancelled());
 }
 
+TEST(Reading, TheLimitOfConnectingEndsTheReadersWaitButNothingThatHasEnded) {
+  Reading reading;
+  reading.Begin();
+  auto waited = std::async(std::launch::async, [&] { return reading.WaitUntil([] { return false; }); });
+  EXPECT_EQ(waited.wait_for(50ms), std::future_status::timeout);
+  reading.LimitConnecting(0ms, kError);
+  ASSERT_EQ(waited.wait_for(10s), std::future_status::ready);
+  EXPECT_FALSE(waited.get());
+  Reading refused;
+  refused.Begin();
+  refused.End(InternetFailure::kRefused, kError);
+  refused.LimitConnecting(0ms, kError);
+  EXPECT_FALSE(refused.IsCancelled());
+}
+
 TEST(Reading, AnAnswerEndsConnectingAndWhatIsOwed) {
   Reading reading;
   reading.Begin();
@@ -100,6 +115,11 @@ TEST(Reading, AnAnswerEndsConnectingAndWhatIsOwed) {
   EXPECT_TRUE(reading.IsAnswered());
   reading.Sent();
   EXPECT_EQ(reading.AnswerOwedFor(), std::nullopt);
+  Reading sent;
+  sent.Begin();
+  sent.Sent();
+  sent.Answer({});
+  EXPECT_EQ(sent.AnswerOwedFor(), std::nullopt);
 }
 
 TEST(Reading, AnAnswerIsOwedFromTheFirstRequestOfAHop) {
@@ -144,6 +164,16 @@ TEST(Reading, EveryEventEndsOneWaitOfTheAskingThread) {
   reading.End(InternetFailure::kNone);
   EXPECT_FALSE(misses_the_event());
   EXPECT_TRUE(waits()) << "after the end too, so that nobody spins";
+}
+
+TEST(Reading, AnEventWakesTheAskingThread) {
+  Reading reading;
+  auto awaited = std::async(std::launch::async, [&] { reading.Await(1h); });
+  EXPECT_EQ(awaited.wait_for(50ms), std::future_status::timeout);
+  reading.Append("x");
+  EXPECT_EQ(awaited.wait_for(10s), std::future_status::ready);
+  // One that was not woken would wait for its hour.
+  reading.Cancel();
 }
 
 TEST(Reading, QuietIsSinceTheLatestArrival) {

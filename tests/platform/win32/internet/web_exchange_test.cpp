@@ -35,6 +35,8 @@ TEST(WebExchange, ThereAreNoMoreThreadsThanAllowedAndAgainSomeWhenTheServerIsGon
   EXPECT_TRUE(is_refused) << "at once";
   EXPECT_EQ(exchanges.back()->Failure(), InternetFailure::kOther);
   EXPECT_GT(exchanges.size(), kMostRequests / 2U) << "but for those that earlier tests have left behind";
+  for (int refused = 0; refused < kMostRequests; ++refused)
+    EXPECT_TRUE(ExchangeWith(*silent)->HasEnded()) << "and takes no place";
   exchanges.clear();
   silent.reset();
   under_test::IcyServer server;

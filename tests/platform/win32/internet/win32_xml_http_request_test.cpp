@@ -14,6 +14,7 @@
 #include <string>
 #include <thread>
 
+#include "platform/win32/internet/request_object.h"
 #include "platform/win32/text/text_conversion.h"
 #include "tests/platform/win32/internet/scripted_class.h"
 
@@ -161,6 +162,50 @@ TEST_F(ScriptedXmlHttp, CallsThatAreSlowTogetherAreLateToo) {
   EXPECT_FALSE(request_->Send());
 }
 
+TEST_F(ScriptedXmlHttp, AFailureAndAnAbortGiveTheNextRequestAllOfItsTime) {
+  // Two of them are longer than the short limit.
+  constexpr auto kSlow = 1700ms;
+  const auto spend_and_end = [&](const std::string& failing) {
+    answers_->SetOnCall([=](const std::string& called) {
+      if (called == "setOption") std::this_thread::sleep_for(kSlow);
+      return called != failing;
+    });
+    const auto request = CreateImpatient();
+    EXPECT_TRUE(request->SetOption(2, 1));
+    EXPECT_EQ(request->Open(u"GET", kUrl, true), failing != "open");
+    EXPECT_EQ(request->Send(), failing.empty());
+    if (failing.empty()) request->Abort();
+    // After an abort another object is given the option first.
+    EXPECT_TRUE(failing.empty() ? request->Open(u"GET", kUrl, true) : request->SetOption(2, 1)) << failing;
+  };
+  for (const char* failing : {"open", "send", ""}) spend_and_end(failing);
+}
+
+TEST_F(ScriptedXmlHttp, ACallThatMeetsTheEndFailsAtOnce) {
+  std::promise<void> ends;
+  std::atomic<bool> is_at_its_end = false;
+  answers_->SetOnCall([&, end = ends.get_future().share()](const std::string& called) {
+    if (called != "responseBody") return true;
+    is_at_its_end = true;
+    end.wait();
+    return true;
+  });
+  answers_->state = 4;
+  const auto object = RequestObject::Start(ScriptedClass::kName);
+  ASSERT_NE(object, nullptr);
+  RequestObject::Clock::duration left = kLongLimit;
+  EXPECT_EQ(object->Send(left), CallResult::kDone);
+  EXPECT_TRUE(Until([&] { return is_at_its_end.load(); }));
+  auto call = std::async(std::launch::async, [&] {
+    RequestObject::Clock::duration limit = kLongLimit;
+    return object->Run([](ScriptObject&) { return true; }, limit);
+  });
+  EXPECT_EQ(call.wait_for(50ms), std::future_status::timeout);
+  ends.set_value();
+  EXPECT_EQ(call.wait_for(kDeadline), std::future_status::ready);
+  EXPECT_EQ(call.get(), CallResult::kFailed);
+}
+
 TEST_F(ScriptedXmlHttp, OptionsAreGivenToEachObject) {
   answers_->state = 4;
   request_ = Create();
@@ -264,6 +309,33 @@ TEST_F(ScriptedXmlHttp, ABodyThatIsNoArrayOfBytesIsEmpty) {
   EXPECT_EQ(Fetch(), u"");
   SetBody("");
   EXPECT_EQ(Fetch(), u"");
+}
+
+/// Of no use as a body.
+class CountedObject final : public ::IUnknown {
+ public:
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID /*id*/, void** object) override {
+    *object = nullptr;
+    return E_NOINTERFACE;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++references; }
+  ULONG STDMETHODCALLTYPE Release() override { return --references; }
+  std::atomic<ULONG> references = 0;
+};
+
+TEST_F(ScriptedXmlHttp, AValueThatIsAnObjectIsReleased) {
+  CountedObject object;
+  std::atomic<int> given = 0;
+  answers_->body = [&](VARIANT& value) {
+    object.AddRef();
+    ++given;
+    V_VT(&value) = VT_UNKNOWN;
+    V_UNKNOWN(&value) = &object;
+  };
+  EXPECT_EQ(Fetch(), u"");
+  EXPECT_TRUE(AreGone());
+  EXPECT_GT(given, 0);
+  EXPECT_EQ(object.references, 0U);
 }
 
 TEST_F(ScriptedXmlHttp, AnArrayMayBeginAnywhere) {
