@@ -5,6 +5,7 @@
 #include <dlgs.h>
 
 #include <array>
+#include <filesystem>
 #include <string>
 
 #include "platform/win32/base/wide.h"
@@ -51,9 +52,11 @@ class Win32FileDialogsTest : public Win32WindowTest {
 
 TEST_F(Win32FileDialogsTest, FileThatIsChosenIsGivenWithItsPathUnderTheDialogsTitle) {
   folder.Write("liste.m3u", "#EXTM3U");
+  const auto working_folder = std::filesystem::current_path();
   const Once type(
       *this, [this] { return IsReady(); }, [this] { Type(u"liste.m3u"); });
   EXPECT_TRUE(dialogs.GetOpenFileNameW(wanted));
+  EXPECT_EQ(std::filesystem::current_path(), working_folder);
   EXPECT_EQ(Chosen(), folder.TextPath("liste.m3u"));
   EXPECT_EQ(title, u"Playlist öffnen");
   EXPECT_TRUE(blocks);
@@ -96,6 +99,34 @@ TEST_F(Win32FileDialogsTest, CancellingChoosesNothingAndLeavesTheFileAsItWas) {
       *this, [this] { return IsReady(); }, [this] { ::PostMessageW(OpenDialog(), WM_COMMAND, IDCANCEL, 0); });
   EXPECT_FALSE(dialogs.GetOpenFileNameW(wanted));
   EXPECT_EQ(wanted.file, before);
+}
+
+/// Whether Escape was pressed since this was last asked.
+bool EscapeWasPressed(Win32MessageLoop& loop) { return (loop.GetAsyncKeyState(kVkEscape) & 1) != 0; }
+
+TEST_F(Win32FileDialogsTest, WaitingForTheUserForgetsAnEscapeOfBefore) {
+  const auto press = [this] {
+    PressKey(window->Handle(), VK_ESCAPE);
+    loop.ProcessPendingMessages();
+  };
+  press();
+  ASSERT_TRUE(EscapeWasPressed(loop));
+  press();
+  {
+    const Once cancel(
+        *this, [this] { return IsReady(); },
+        [this] { ::PostMessageW(OpenDialog(), WM_COMMAND, IDCANCEL, 0); });
+    EXPECT_FALSE(dialogs.GetOpenFileNameW(wanted));
+  }
+  EXPECT_FALSE(EscapeWasPressed(loop));
+  press();
+  {
+    const Once answer(
+        *this, [this] { return OpenDialog() != nullptr; },
+        [this] { ::PostMessageW(OpenDialog(), WM_COMMAND, IDOK, 0); });
+    dialogs.MessageBoxW(u"Hinweis", u"", kMbOk);
+  }
+  EXPECT_FALSE(EscapeWasPressed(loop));
 }
 
 TEST_F(Win32FileDialogsTest, PathThatDoesNotFitIsAFailure) {
@@ -153,6 +184,8 @@ TEST_F(Win32ResolutionTest, WindowAndAllThatIsInItFollowTheResolutionOfTheScreen
   const int font = window->GetScale().FontHeight();
   for (const UINT dots : {144U, 192U, 288U}) {
     ASSERT_EQ(window->GetScale().DotsPerInch(), 96U);
+    auto resized = form.Resized.Subscribe(
+        [this] { EXPECT_NEAR(form.GetPlace().width, kWidth, 300) << "not for a moment another size"; });
     const RECT wanted = ComeTo(dots);
     const double factor = dots / 96.0;
     RECT outer{};
@@ -166,6 +199,7 @@ TEST_F(Win32ResolutionTest, WindowAndAllThatIsInItFollowTheResolutionOfTheScreen
     EXPECT_GT(static_cast<int>(::SendMessageW(Of(list), LVM_GETCOLUMNWIDTH, 0, 0)), 100 * factor - 2) << dots;
     EXPECT_NEAR(form.GetPlace().width, kWidth, 300) << "in the program's units the window is as large";
     // Back to the first screen.
+    resized.End();
     RECT first{0, 0, 310, 240};
     ::SendMessageW(window->Handle(), WM_DPICHANGED, MAKEWPARAM(96, 96), reinterpret_cast<LPARAM>(&first));
     form.Resize(kWidth, 3000);

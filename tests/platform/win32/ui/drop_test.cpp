@@ -34,19 +34,27 @@ class Dragged final : public ::IDataObject {
                        std::string(reinterpret_cast<const char*>(names.data()), names.size() * 2);
   }
 
+  ~Dragged() {
+    for (const HGLOBAL block : given) ::GlobalFree(block);
+  }
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** out) override {
     *out = this;
     return S_OK;
   }
-  ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-  ULONG STDMETHODCALLTYPE Release() override { return 1; }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++references; }
+  ULONG STDMETHODCALLTYPE Release() override { return --references; }
+  ULONG references = 1;
+  /// What was given remains the source's, which is released for each.
+  std::vector<HGLOBAL> given;
   HRESULT STDMETHODCALLTYPE GetData(FORMATETC* wanted, STGMEDIUM* medium) override {
     if (is_damaged) return E_UNEXPECTED;
     const auto block = blocks.find(wanted->cfFormat);
     if (block == blocks.end()) return DV_E_FORMATETC;
     medium->tymed = TYMED_HGLOBAL;
-    medium->pUnkForRelease = nullptr;
+    medium->pUnkForRelease = this;
+    AddRef();
     medium->hGlobal = ::GlobalAlloc(GMEM_MOVEABLE, block->second.size());
+    given.push_back(medium->hGlobal);
     std::memcpy(::GlobalLock(medium->hGlobal), block->second.data(), block->second.size());
     ::GlobalUnlock(medium->hGlobal);
     return S_OK;
@@ -111,6 +119,30 @@ TEST_F(Win32DropTest, AddressComesWithItsText) {
   ASSERT_TRUE(Until([this] { return !dropped.empty(); }));
   EXPECT_EQ(dropped[0].addresses, std::vector<Text>{u"http://radio.example/live"});
   EXPECT_EQ(dropped[0].text, u"Radio Köln");
+}
+
+TEST_F(Win32DropTest, SourceGetsBackWhatItGaveUnlocked) {
+  data.PutFiles({L"C:\\a.m3u"});
+  data.Put(CF_UNICODETEXT, L"Radio");
+  Drag();
+  EXPECT_EQ(data.references, 1U);
+  ASSERT_FALSE(data.given.empty());
+  for (const HGLOBAL block : data.given) EXPECT_EQ(::GlobalFlags(block) & GMEM_LOCKCOUNT, 0U);
+}
+
+TEST_F(Win32DropTest, SystemKnowsTheTargetAsLongAsItLives) {
+  EXPECT_EQ(::RegisterDragDrop(window->Handle(), &drops->Object()), DRAGDROP_E_ALREADYREGISTERED);
+  void* known = nullptr;
+  EXPECT_EQ(drops->Object().QueryInterface(IID_IDropTarget, &known), S_OK);
+  EXPECT_EQ(known, &drops->Object());
+  const ULONG left = drops->Object().Release();
+  EXPECT_EQ(drops->Object().AddRef(), left + 1);
+  EXPECT_EQ(drops->Object().Release(), left);
+  EXPECT_GE(left, 1U) << "the window's";
+  EXPECT_EQ(drops->Object().QueryInterface(IID_IDataObject, &known), E_NOINTERFACE);
+  EXPECT_EQ(known, nullptr);
+  drops.reset();
+  EXPECT_EQ(::RevokeDragDrop(window->Handle()), DRAGDROP_E_NOTREGISTERED);
 }
 
 TEST_F(Win32DropTest, TextOfAnotherProgramNeedNotEndAndIsCut) {

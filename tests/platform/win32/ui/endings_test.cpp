@@ -70,6 +70,33 @@ TEST_F(Win32EndingsTest, ClosingEndsAMenu) {
   EXPECT_EQ(OpenMenu(), nullptr);
 }
 
+TEST_F(Win32EndingsTest, MenuOpensAgainAfterItWasLeft) {
+  AskForMenu();
+  const Once leave(
+      *this, [] { return OpenMenu() != nullptr; }, [] { ::EndMenu(); });
+  ASSERT_TRUE(Until([&] { return leave.Done() && OpenMenu() == nullptr; }));
+  AskForMenu();
+  const Once close(
+      *this, [] { return OpenMenu() != nullptr; }, Post(WM_CLOSE));
+  RunUntilClosed();
+  EXPECT_TRUE(close.Done());
+}
+
+TEST_F(Win32EndingsTest, WindowIsShownForItsLoopUnlessItHasClosedAlready) {
+  ::ShowWindow(window->Handle(), SW_HIDE);
+  const Once close(
+      *this, [this] { return ::IsWindowVisible(window->Handle()) != 0; }, Post(WM_CLOSE));
+  RunUntilClosed();
+  EXPECT_TRUE(close.Done());
+  RunUntilClosed();
+  EXPECT_FALSE(::IsWindowVisible(window->Handle()) != 0);
+  app::Form2 form2;
+  form2.form.SetInSight(false);
+  form2.form.Close();
+  RunNewStationDialog(form2, window->Handle(), icons, loop);
+  EXPECT_FALSE(form2.form.InSight());
+}
+
 TEST_F(Win32EndingsTest, QuestionOfTheClosingIsAskedThoughAMenuWasOpen) {
   MessageBoxAnswer answer{};
   const auto ask = form.QueryUnload.Subscribe([&] {

@@ -280,6 +280,44 @@ TEST_F(Win32ListTest, MenuCommandsAreForTheRowThatItWasOpenedOn) {
   EXPECT_EQ(chosen, (std::vector{std::pair(list.RowAt(1), false)}));
 }
 
+TEST_F(Win32ListTest, LineStandsOnlyBelowOtherEntriesOfTheMenu) {
+  button.SetCaption(u"Melden");
+  controls::CommandButton below;
+  below.SetCaption(u"Hilfe");
+  inventory = {{"button", &button, nullptr, {.menu = app::MenuEntry::kClickBelowALine}},
+               {"below", &below, nullptr, {.menu = app::MenuEntry::kClickBelowALine}}};
+  Fill(1);
+  const ListMenu menu(inventory, Binding());
+  ASSERT_EQ(::GetMenuItemCount(menu.Handle()), 3);
+  for (UINT entry = 0; entry < 3; ++entry) {
+    MENUITEMINFOW item{};
+    item.cbSize = sizeof item;
+    item.fMask = MIIM_FTYPE;
+    ::GetMenuItemInfoW(menu.Handle(), entry, TRUE, &item);
+    EXPECT_EQ((item.fType & MFT_SEPARATOR) != 0, entry == 1) << entry;
+  }
+}
+
+TEST_F(Win32ListTest, MenuFollowsWhatARowOffersAndRowsThatAreReplaced) {
+  controls::RowCommand favourite;
+  favourite.SetCaption(u"Favorit");
+  favourite.OfferFor = [](const controls::ListView& of, controls::RowId id) {
+    return controls::RowOffer{.available = of.Contains(id) && of.Cell(id, 1) == u"Jazz"};
+  };
+  inventory = {{"favourite", &favourite, nullptr, {.menu = app::MenuEntry::kForRow}}};
+  Fill(3);
+  SelectAsUser(1);
+  const ListMenu menu(inventory, Binding());
+  const auto is_enabled = [&menu] {
+    return (::GetMenuState(menu.Handle(), 0, MF_BYPOSITION) & MF_GRAYED) == 0;
+  };
+  EXPECT_FALSE(is_enabled());
+  list.SetCell(list.RowAt(1), 1, u"Jazz");
+  EXPECT_TRUE(is_enabled());
+  list.Clear();
+  EXPECT_FALSE(is_enabled());
+}
+
 TEST_F(Win32ListTest, MenuDoesNothingForARowThatIsGone) {
   button.SetCaption(u"Löschen");
   inventory = {{"button", &button, nullptr, {.menu = app::MenuEntry::kDeleteRow}}};

@@ -64,6 +64,18 @@ TEST_F(Win32RememberedWindowTest, SizePlaceAndColumnsComeBack) {
   EXPECT_EQ(run_->list.Columns()[0].users_width, std::nullopt);
 }
 
+TEST_F(Win32RememberedWindowTest, MoveAloneAndAnotherSizeAloneAreRemembered) {
+  Start().Put(60, 40, 700, 500);
+  run_->Put(90, 70, 700, 500);
+  const RECT moved = run_->Place();
+  Close();
+  ExpectSame(Start().Place(), moved);
+  run_->Put(90, 70, 750, 520);
+  const RECT resized = run_->Place();
+  Close();
+  ExpectSame(Start().Place(), resized);
+}
+
 TEST_F(Win32RememberedWindowTest, MaximisedWindowComesBackMaximisedAndKnowsItsUsualPlace) {
   Start().Put(60, 40, 700, 500);
   const RECT place = run_->Place();
