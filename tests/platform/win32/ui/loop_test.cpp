@@ -59,6 +59,50 @@ TEST_F(Win32LoopTest, EscapeEndsTheWaitOfTheProcedureThatRuns) {
   EXPECT_FALSE(loop.InputEndsWait());
 }
 
+TEST_F(Win32LoopTest, EscapeIsDownUntilItIsReleased) {
+  Open();
+  const auto is_down = [this] { return loop.GetAsyncKeyState(kVkEscape) < 0; };
+  ::PostMessageW(window->Handle(), WM_KEYDOWN, VK_ESCAPE, 1);
+  loop.ProcessPendingMessages();
+  EXPECT_TRUE(is_down());
+  ::PostMessageW(window->Handle(), WM_KEYUP, VK_ESCAPE, 0xC0000001);
+  loop.ProcessPendingMessages();
+  EXPECT_FALSE(is_down());
+}
+
+TEST_F(Win32LoopTest, TypedKeyIsALetter) {
+  controls::TextBox field;
+  inventory = {{"field", &field}};
+  Open();
+  PressKey(Of(field), 'A');
+  EXPECT_TRUE(Until([&] { return field.GetText() == u"a"; }));
+  window.reset();
+}
+
+TEST_F(Win32LoopTest, WhatWasQueuedForSomethingThatIsGoneIsDropped) {
+  bool ran = false;
+  bool later_ran = false;
+  const Lifetime lasting;
+  {
+    const Lifetime ending;
+    loop.HandOver(
+        ending, [&] { ran = true; }, OnWait::kEndsWait);
+    EXPECT_TRUE(loop.InputEndsWait());
+  }
+  EXPECT_FALSE(loop.InputEndsWait());
+  loop.HandOver(lasting, [&] { later_ran = true; });
+  EXPECT_TRUE(Until([&] { return later_ran; }));
+  EXPECT_FALSE(ran);
+}
+
+TEST_F(Win32LoopTest, LeavingAllLoopsOutlastsAWaitThatHandlesMessages) {
+  Win32MessageLoop::LeaveAll();
+  loop.ProcessPendingMessages();
+  MSG message{};
+  EXPECT_TRUE(::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE) != 0);
+  ForgetLeaving();
+}
+
 TEST_F(Win32LoopTest, TicksAreDroppedWhileOnlyPaintingIsAllowed) {
   inventory = {{"timer", &timer}};
   Open();
@@ -191,6 +235,7 @@ TEST_F(Win32LoopTest, GivenFileIsOpenedAsIfItWereDropped) {
   std::vector<controls::DropOffer> dropped;
   const auto note =
       form.Dropped.Subscribe([&](const controls::DropOffer& offer) { dropped.push_back(offer); });
+  drops.Open(u"");
   drops.Open(u"C:\\Musik\\Köln.m3u");
   drops.Open(u"http://radio.example/");
   EXPECT_TRUE(Until([&] { return dropped.size() == 2; }));
