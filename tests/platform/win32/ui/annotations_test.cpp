@@ -181,5 +181,16 @@ TEST_F(Win32AnnotationsTest, NothingIsKnownOfControlsThatAreGone) {
   EXPECT_EQ(service.References(), 1U) << "the test's own";
 }
 
+TEST_F(Win32AnnotationsTest, FieldInsideAComboBoxHasTheNameToo) {
+  controls::ComboBox combo;
+  inventory = {{"combo", &combo, nullptr, {.accessible_name = u"Genre"}}};
+  Open();
+  HWND const inside = ::GetWindow(Of(combo), GW_CHILD);
+  EXPECT_EQ(annotated.names[Of(combo)], L"Genre");
+  EXPECT_EQ(annotated.names[inside], L"Genre");
+  window.reset();
+  EXPECT_FALSE(annotated.names.contains(inside));
+}
+
 }  // namespace
 }  // namespace platform::win32
