@@ -5,6 +5,7 @@
 #include <uxtheme.h>
 
 #include "platform/win32/ui/button_face.h"
+#include "platform/win32/ui/palette.h"
 #include "platform/win32/ui/row_painter.h"
 #include "platform/win32/ui/shown_text.h"
 #include "platform/win32/ui/text_drawing.h"
@@ -265,7 +266,8 @@ TEST_F(Win32RowPainterTest, SelectionHasTheSystemsColoursAndIsPalerWithoutTheKey
   look_.list_has_keyboard = false;
   Canvas inactive(kWidth, kHeight);
   Paint(inactive);
-  EXPECT_EQ(inactive.At(kWidth - 5, 5), ::GetSysColor(COLOR_BTNFACE));
+  EXPECT_EQ(inactive.At(kWidth - 5, 5),
+            SelectionInk(SelectionOf::kListWithoutKeyboard, UsersContrast()).ground);
 }
 
 TEST_F(Win32RowPainterTest, EverySecondRowIsAStripe) {
