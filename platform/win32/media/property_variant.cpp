@@ -178,9 +178,7 @@ std::vector<Text> TextsOfVector(const PROPVARIANT& source) {
   return texts;
 }
 
-Text TextOfBstr(BSTR text) {
-  return FromWide(std::wstring_view(text, SysStringLen(text)));
-}
+Text TextOfBstr(BSTR text) { return FromWide(std::wstring_view(text, SysStringLen(text))); }
 
 std::optional<std::vector<Text>> TextsOfArray(SAFEARRAY* array) {
   LONG first = 0;

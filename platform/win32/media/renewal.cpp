@@ -10,7 +10,6 @@
 #include <string>
 #include <utility>
 
-#include "platform/win32/media/default_device.h"
 #include "platform/win32/media/media_library.h"
 #include "platform/win32/media/media_results.h"
 #include "platform/win32/media/operation_shapes.h"
@@ -53,43 +52,15 @@ void Renewal::Forget() {
   sound_is_due_ = false;
   volume_.reset();
   mute_.reset();
-  device_wait_ = {};
 }
 
-void Renewal::Begin(const std::shared_ptr<SessionWatch>& lost, PlaybackState state, Loss loss) {
-  options_.log(loss == Loss::kDevice
-                   ? "A station has lost its sound device."
-                   : "The system has lost a station, which is read by the program from now on.");
-  loss_ = loss;
-  if (loss == Loss::kDevice) device_wait_.Lost(Clock::now());
-  // What the system has read may have been a list all along.
-  const bool read_well = loss == Loss::kDevice && opener_.IsLiveOfTheSystem();
-  list_means_ = read_well ? kMfEAudioPlaybackDeviceInvalidated : kMfENetRead;
+void Renewal::Begin(const std::shared_ptr<SessionWatch>& lost, PlaybackState state) {
+  options_.log("The system has lost a station, which is read by the program from now on.");
   RememberSound();
-  sound_is_due_ = false;
   CloseLost(lost);
+  refusals_ = 0;
   if (state == PlaybackState::kPaused) return Park(Phase::kParked, ClockState::kPaused);
   if (state != PlaybackState::kPlaying) return Park(Phase::kParked, ClockState::kStopped);
-  Continue();
-}
-
-void Renewal::Continue() { loss_ == Loss::kDevice ? AwaitDevice() : ConnectAnew(); }
-
-void Renewal::AwaitDevice() {
-  phase_ = Phase::kNoDevice;
-  clock_state_ = ClockState::kRunning;
-  since_.Run(Clock::now());
-}
-
-void Renewal::LookForDevice() {
-  if (!device_wait_.IsDue(Clock::now())) return;
-  if (!DefaultDeviceTakesSound()) return device_wait_.Looked(Clock::now());
-  options_.log("There is a sound device again.");
-  ConnectAnew();
-}
-
-void Renewal::ConnectAnew() {
-  refusals_ = 0;
   schedule_.Reset();
   schedule_.Lose(Clock::now(), std::nullopt);
   Connect();
@@ -97,6 +68,7 @@ void Renewal::ConnectAnew() {
 
 void Renewal::StartFailed(const std::shared_ptr<SessionWatch>& started, HResult result) {
   sound_is_due_ = false;
+  opener_.EndReads();
   CloseLost(started);
   Refused(result);
 }
@@ -128,19 +100,12 @@ void Renewal::RememberSound() {
 }
 
 void Renewal::CloseLost(const std::shared_ptr<SessionWatch>& lost) {
-  shutdowns_.AddLost(lost);
+  shutdowns_.Add(lost);
   for (const Interface seen_as : {Interface::kMediaSource, Interface::kMediaSession}) {
     const ComView view{table_.Seen(seen_as), seen_as};
     if (view.object) shutdowns_.Add(lost, view);
   }
-  if (const auto session = table_.Seen(Interface::kMediaSession)) {
-    // In Wine a session whose sound ends while it closes does not report that it has closed; one that stops
-    // before does.
-    SeenAs<::IMFMediaSession>(session)->Stop();
-    SeenAs<::IMFMediaSession>(session)->Close();
-  }
-  // A source whose read waits does not stop.
-  opener_.EndReads();
+  if (const auto session = table_.Seen(Interface::kMediaSession)) SeenAs<::IMFMediaSession>(session)->Close();
 }
 
 void Renewal::Connect() {
@@ -164,7 +129,6 @@ void Renewal::Park(Phase phase, ClockState state) {
 std::shared_ptr<SessionWatch> Renewal::Step() {
   if (sound_is_due_) RestoreSound();
   if (phase_ == Phase::kStarting) LookAtClock();
-  if (phase_ == Phase::kNoDevice) LookForDevice();
   if (phase_ == Phase::kWaiting && Clock::now() >= schedule_.NextAttempt()) Connect();
   if (phase_ == Phase::kConnecting) LookAtConnection();
   return phase_ == Phase::kOpening ? EndOpening() : nullptr;
@@ -177,7 +141,7 @@ void Renewal::LookAtConnection() {
   // that gets a reader of its own.
   const bool list = opener_.IsList();
   opener_.EndReads();
-  if (list) return Fail(list_means_);
+  if (list) return Fail(kMfENetRead);
   WaitForNext(PlaybackFailure::kWebPage);
 }
 
@@ -215,7 +179,6 @@ std::shared_ptr<SessionWatch> Renewal::Play(OpenedObject opened) {
   if (result == kSOk) {
     if (options_.session_made) options_.session_made(*built.session.Get());
     watch = WatchSession(*built.session.Get());
-    device_wait_.Started(Clock::now());
     PROPVARIANT from_here;
     PropVariantInit(&from_here);
     result = built.session->Start(&GUID_NULL, &from_here);
@@ -237,18 +200,14 @@ std::shared_ptr<SessionWatch> Renewal::Play(OpenedObject opened) {
   return watch;
 }
 
-// A station that answers data which is no sound is left alone in the end; the network may return at any time,
-// and so may a device.
+// A station that answers data which is no sound is left alone in the end; the network may return at any time.
 void Renewal::Refused(HResult result) {
   opener_.EndReads();
   opening_.reset();
   const PlaybackFailure failure = FailureOf(result);
-  if (failure == PlaybackFailure::kNoSoundDevice) {
-    loss_ = Loss::kDevice;
-    device_wait_.Lost(Clock::now());
-    return AwaitDevice();
-  }
-  if (!IsNetworkFailure(result) && ++refusals_ >= kMostRefusals) return Fail(result);
+  const bool counts = !IsNetworkFailure(result);
+  if (failure == PlaybackFailure::kNoSoundDevice || (counts && ++refusals_ >= kMostRefusals))
+    return Fail(result);
   WaitForNext(failure);
 }
 
@@ -336,8 +295,10 @@ std::optional<HResult> Renewal::AnswerSession(std::int32_t slot) {
   if (slot == Start.slot) {
     if (closed) return kEFail;
     if (phase_ == Phase::kParked) {
-      device_wait_ = {};
-      Continue();
+      refusals_ = 0;
+      schedule_.Reset();
+      schedule_.Lose(Clock::now(), std::nullopt);
+      Connect();
     }
     notes_.Started(item);
   } else if (slot == Pause.slot) {
@@ -377,10 +338,6 @@ PlaybackStatus Renewal::Refine(const PlaybackStatus& status) const {
   const bool lost = IsOn() && status.state == PlaybackState::kPlaying;
   if (!lost) return opener_.Refine(status);
   PlaybackStatus refined = status;
-  if (phase_ == Phase::kNoDevice) {
-    refined.state = PlaybackState::kNoDevice;
-    return refined;
-  }
   if (phase_ == Phase::kWaiting) {
     const auto left = std::chrono::ceil<std::chrono::seconds>(schedule_.NextAttempt() - Clock::now());
     refined.failure = failure_;

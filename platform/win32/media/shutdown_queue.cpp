@@ -25,12 +25,10 @@ void ShutDown(const ComView& object) {
 ShutdownQueue::Closing& ShutdownQueue::Of(const std::shared_ptr<SessionWatch>& session) {
   const auto found = std::find_if(closing_.begin(), closing_.end(),
                                   [&session](const Closing& closing) { return closing.session == session; });
-  return found != closing_.end() ? *found : closing_.emplace_back(Closing{session, {}, kRest});
+  return found != closing_.end() ? *found : closing_.emplace_back(Closing{session, {}});
 }
 
 void ShutdownQueue::Add(const std::shared_ptr<SessionWatch>& session) { Of(session); }
-
-void ShutdownQueue::AddLost(const std::shared_ptr<SessionWatch>& session) { Of(session).rest = kLostRest; }
 
 void ShutdownQueue::Add(const std::shared_ptr<SessionWatch>& session, const ComView& object) {
   Of(session).objects.push_back(object);
@@ -39,7 +37,7 @@ void ShutdownQueue::Add(const std::shared_ptr<SessionWatch>& session, const ComV
 void ShutdownQueue::Step(Clock::time_point now) {
   const auto rests = [now](const Closing& closing) {
     const auto closed = closing.session->ClosedAt();
-    return closed && now - *closed >= closing.rest;
+    return closed && now - *closed >= kRest;
   };
   const auto first = std::stable_partition(closing_.begin(), closing_.end(),
                                            [&](const auto& closing) { return !rests(closing); });
@@ -52,14 +50,15 @@ void ShutdownQueue::Step(Clock::time_point now) {
 
 bool ShutdownQueue::Finish(std::chrono::milliseconds limit) {
   const auto until = Clock::now() + limit;
-  Clock::time_point rested{};
+  Clock::time_point latest{};
   for (const Closing& closing : closing_) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(until - Clock::now());
     if (!closing.session->WaitClosed(std::max(left, std::chrono::milliseconds::zero()))) return false;
-    rested = std::max(rested, closing.session->ClosedAt().value_or(rested) + closing.rest);
+    latest = std::max(latest, closing.session->ClosedAt().value_or(latest));
   }
-  while (Clock::now() < rested) std::this_thread::sleep_until(rested);
-  Step(rested);
+  if (closing_.empty()) return true;
+  while (Clock::now() < latest + kRest) std::this_thread::sleep_until(latest + kRest);
+  Step(latest + kRest);
   return true;
 }
 

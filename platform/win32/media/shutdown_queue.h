@@ -19,13 +19,9 @@ class ShutdownQueue {
   /// when the session reports that it has closed. One that is shut down then forgets it, and is shut down
   /// once more with its last reference, which ends the program.
   static constexpr std::chrono::milliseconds kRest{100};
-  /// The same for a session that was lost: without a device it closes in Wine without stopping its source,
-  /// which is still waiting for sound then.
-  static constexpr std::chrono::milliseconds kLostRest{1000};
 
   /// `session` is about to close, or has closed.
   void Add(const std::shared_ptr<SessionWatch>& session);
-  void AddLost(const std::shared_ptr<SessionWatch>& session);
   /// The same, and `object`, the session or its source, is to be shut down then: what was added first first.
   void Add(const std::shared_ptr<SessionWatch>& session, const ComView& object);
   /// Shuts down what is at rest.
@@ -38,7 +34,6 @@ class ShutdownQueue {
   struct Closing {
     std::shared_ptr<SessionWatch> session;
     std::vector<ComView> objects;
-    std::chrono::milliseconds rest;
   };
   Closing& Of(const std::shared_ptr<SessionWatch>& session);
 

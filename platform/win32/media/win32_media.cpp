@@ -78,7 +78,7 @@ struct Win32Media::Impl {
   std::optional<HResult> Open(InterfaceHandle resolver, std::span<const Argument> arguments);
   void TakeNews();
   void Watch(std::shared_ptr<SessionWatch> session);
-  [[nodiscard]] std::optional<Renewal::Loss> LossOf(const SessionWatch::News& news) const;
+  [[nodiscard]] bool IsRenewable(const SessionWatch::News& news) const;
   [[nodiscard]] bool StationPlays() const;
   bool StationStalls();
   void KeepClock(std::int32_t slot, std::span<const Argument> arguments);
@@ -260,8 +260,8 @@ void Win32Media::Impl::TakeNews() {
   if ((!news.broken && !news.ended && !stalls) || closing || watched != notes->Latest()) return;
   if (renewal.IsStarting()) {
     renewal.StartFailed(std::exchange(watch, nullptr), news.broken.value_or(kMfENetRead));
-  } else if (const auto loss = LossOf(news)) {
-    renewal.Begin(std::exchange(watch, nullptr), notes->Status().state, *loss);
+  } else if (IsRenewable(news)) {
+    renewal.Begin(std::exchange(watch, nullptr), notes->Status().state);
   } else if (news.broken) {
     // Nobody is there to hear the station that is read for it.
     opener.EndReads();
@@ -272,18 +272,14 @@ void Win32Media::Impl::TakeNews() {
   }
 }
 
-// A decoder that fails would fail again. What else a station's session may report is not known enough to leave
-// the station silent for it: what is read by the adapter is not renewed here a second time.
-std::optional<Renewal::Loss> Win32Media::Impl::LossOf(const SessionWatch::News& news) const {
+// A device or a decoder that fails would fail again. What else a station's session may report is not known
+// enough to leave the station silent for it: what is read by the adapter is not renewed here a second time.
+bool Win32Media::Impl::IsRenewable(const SessionWatch::News& news) const {
   const PlaybackState state = notes->Status().state;
   const bool started =
       state == PlaybackState::kPlaying || state == PlaybackState::kPaused || state == PlaybackState::kStopped;
-  if (!started || !(opener.IsLive() || opener.IsLiveOfTheSystem())) return std::nullopt;
-  if (news.broken && FailureOf(*news.broken) == PlaybackFailure::kNoSoundDevice)
-    return Renewal::Loss::kDevice;
   const HResult cause = news.broken.value_or(kSOk);
-  const bool lost = opener.IsLiveOfTheSystem() && !IsDeviceFailure(cause) && !IsDecoderFailure(cause);
-  return lost ? std::optional(Renewal::Loss::kStation) : std::nullopt;
+  return started && opener.IsLiveOfTheSystem() && !IsDeviceFailure(cause) && !IsDecoderFailure(cause);
 }
 
 bool Win32Media::Impl::StationPlays() const {

@@ -185,7 +185,7 @@ TEST_F(RebuiltStation, ThatIsLostBeforeItHasItsVolumeKeepsWhatWasSetLast) {
   ASSERT_TRUE(Starts());
   Answer(IMFSimpleAudioVolume::SetMasterVolume, {0.5F});
   Answer(IMFSimpleAudioVolume::SetMute, {std::int32_t{0}});
-  renewal->Begin(watch, PlaybackState::kPlaying, Renewal::Loss::kStation);
+  renewal->Begin(watch, PlaybackState::kPlaying);
   EXPECT_EQ(Volume(), 0.5F);
   EXPECT_EQ(Mute(), 0);
 }

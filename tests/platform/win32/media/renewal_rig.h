@@ -122,9 +122,7 @@ struct RenewalRig {
   RenewalRig(const RenewalRig&) = delete;
   RenewalRig& operator=(const RenewalRig&) = delete;
 
-  void Lose(PlaybackState state = PlaybackState::kPlaying) {
-    renewal->Begin(lost, state, Renewal::Loss::kStation);
-  }
+  void Lose(PlaybackState state = PlaybackState::kPlaying) { renewal->Begin(lost, state); }
   /// The session of that watch has closed, and come to rest.
   void Close(SessionWatch& watch) {
     watch.Closed();

@@ -14,7 +14,6 @@
 
 #include "platform/win32/media/byte_stream.h"
 #include "platform/win32/media/http_stream.h"
-#include "platform/win32/media/media_results.h"
 #include "ports/media_interfaces.h"
 #include "tests/platform/win32/media/station_rig.h"
 
@@ -159,43 +158,6 @@ TEST_F(LostBySystem, IsGivenUpWhenItsAddressIsAListNow) {
   player->PauseMedia();
   EXPECT_TRUE(ClockIs(ClockState::kStopped));
   EXPECT_FALSE(player->PlayMedia());
-}
-
-/// The next report of a session that its device is gone, which it is not.
-struct WithoutDevice : LostBySystem {
-  void SetUp() override {
-    options.session_made = [this](::IMFMediaSession& made) {
-      made.AddRef();
-      session = ComPointer<::IMFMediaSession>(&made);
-    };
-    LostBySystem::SetUp();
-  }
-  void TearDown() override {
-    session = {};
-    LostBySystem::TearDown();
-  }
-  void Lose() const {
-    ASSERT_EQ(session->QueueEvent(MEError, GUID{}, kAudioDeviceInvalidated, nullptr), S_OK);
-  }
-  ComPointer<::IMFMediaSession> session;
-};
-
-TEST_F(WithoutDevice, AStationOfTheSystemIsReadByTheProgramAfterwards) {
-  Play("/stream");
-  EXPECT_TRUE(Heard());
-  Lose();
-  EXPECT_TRUE(Becomes(PlaybackState::kNoDevice));
-  EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
-  EXPECT_TRUE(Heard());
-  EXPECT_EQ(Ask("/count?/stream"), 2);
-}
-
-// As a list of segments does, which the system alone can follow.
-TEST_F(WithoutDevice, AStationOfTheSystemThatIsAListEnds) {
-  Play("/listed");
-  Lose();
-  EXPECT_TRUE(Becomes(PlaybackState::kFailed));
-  EXPECT_EQ(media->Status().failure, PlaybackFailure::kNoSoundDevice);
 }
 
 TEST_F(LostBySystem, IsGivenUpWhenItSendsNoSoundAgainAndAgain) {

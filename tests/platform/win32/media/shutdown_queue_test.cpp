@@ -73,17 +73,6 @@ TEST_F(ClosingSession, IsShutDownOnceItHasRestedForAMoment) {
   EXPECT_EQ(notes.order, "source session ");
 }
 
-TEST_F(ClosingSession, RestsLongerWhenItWasLost) {
-  queue.AddLost(watch);
-  AddBoth();
-  watch->Closed();
-  queue.Step(*watch->ClosedAt() + ShutdownQueue::kLostRest - 1ns);
-  EXPECT_EQ(notes.order, "");
-  EXPECT_TRUE(queue.Finish(0ms));
-  EXPECT_GE(ShutdownQueue::Clock::now(), *watch->ClosedAt() + ShutdownQueue::kLostRest);
-  EXPECT_EQ(notes.order, "source session ");
-}
-
 TEST_F(ClosingSession, IsShutDownOnTheThreadThatAsks) {
   AddBoth();
   std::thread([this] { watch->Closed(); }).join();

@@ -29,7 +29,6 @@ and besides
   /silent         accepts, and says nothing
   /page, /list    an HTML page, a list of addresses
   /noise          what is no sound, as "audio/mpeg"
-  /unplug, /plug  takes the only sound device away, and makes one again
   /forget         forgets what was asked for
   /count?/path    how often /path was asked for
   /open           how many connections to the sound are open
@@ -56,7 +55,6 @@ LOOP = LOOP_FILE.read_bytes()
 BURST = 96 * 1024
 BYTES_PER_SECOND = 16000
 INTERVAL = 8000
-DEVICE = ["module-null-sink", "sink_name=ci", "rate=48000", "norewinds=1"]
 
 
 @dataclasses.dataclass
@@ -154,9 +152,6 @@ class Station:
             return self.play(connection, Show(burst=8000, waits_for="/go"))
         if target == "/moved":
             return self.head(connection, b"HTTP/1.0 302 Found", ["Location: /stream", "Content-Length: 0"])
-        if target in ("/unplug", "/plug"):
-            self.sound.unplug() if target == "/unplug" else self.sound.plug()
-            return self.give(connection, "0")
         answers = {
             "/loudness": lambda: (str(int(self.sound.loudness())), "text/plain"),
             "/quietest": lambda: (str(int(self.sound.quietest())), "text/plain"),
@@ -217,7 +212,7 @@ class Sound:
         self.address = f"unix:{folder}/native"
         self.server = subprocess.Popen(
             ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
-             f"--load={' '.join(DEVICE)}",
+             "--load=module-null-sink sink_name=ci rate=48000 norewinds=1",
              f"--load=module-native-protocol-unix auth-anonymous=1 socket={folder}/native"],
             env=self.environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.environment["PULSE_SERVER"] = self.address
@@ -226,35 +221,15 @@ class Sound:
             if time.monotonic() > limit:
                 raise SystemExit("the sound server does not answer")
             time.sleep(0.05)
-        self.plugged = True
-        self.blocks = collections.deque(maxlen=500)
-        self.record()
-
-    def record(self):
         self.recorder = subprocess.Popen(
             ["parec", "--device=ci.monitor", "--rate=8000", "--channels=1", "--format=s16le", "--latency-msec=20"],
-            env=self.environment, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-        threading.Thread(target=self.listen, args=(self.recorder.stdout,), daemon=True).start()
+            env=self.environment, stdout=subprocess.PIPE)
+        self.blocks = collections.deque(maxlen=500)
+        threading.Thread(target=self.listen, daemon=True).start()
 
-    def listen(self, recorded):
-        while len(block := recorded.read(160)) == 160:
+    def listen(self):
+        while block := self.recorder.stdout.read(160):
             self.blocks.append((time.monotonic(), array.array("h", block)))
-
-    def unplug(self):
-        if self.plugged:
-            self.control("unload-module", "module-null-sink")
-            self.recorder.terminate()  # it mostly ends with its device
-            self.recorder.wait()
-            self.plugged = False
-
-    def plug(self):
-        if not self.plugged:
-            self.control("load-module", *DEVICE)
-            self.plugged = True
-            self.record()
-
-    def control(self, *command):
-        subprocess.run(["pactl", *command], env=self.environment, check=True, capture_output=True)
 
     def loudness(self):
         late = time.monotonic() - 0.35
