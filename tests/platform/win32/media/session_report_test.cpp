@@ -1,5 +1,5 @@
 // What a session that plays reports of its source, its decoder or its renderer, and what becomes of the item:
-// the source's reports are queued by the test, all else is the system's. Needs with_sound.py.
+// the reports are queued by the test, all else is the system's. Needs with_sound.py.
 #include "platform/win32/base/windows_api.h"
 
 #include <gtest/gtest.h>
@@ -68,10 +68,15 @@ struct SessionReport : StationRig {
   void SetUp() override {
     reader = std::make_shared<KeepingReader>();
     options.reader = reader;
+    options.session_made = [this](::IMFMediaSession& made) {
+      made.AddRef();
+      sessions.emplace_back(&made);
+    };
     StationRig::SetUp();
   }
   void TearDown() override {
     reader->EndAll();
+    sessions.clear();
     player.reset();
     media.reset();
     StationRig::TearDown();
@@ -80,15 +85,15 @@ struct SessionReport : StationRig {
     Play("/stream");
     ASSERT_TRUE(WaitUntil([this] { return player->CurrentPlayPosition() > 1'000'000; }));
   }
-  /// Queued by the source, and taken by the adapter: nothing refers to the report's value any more.
-  static bool Report(::IMFMediaSource& source, MediaEventType type, HRESULT status) {
+  /// Queued to the session, and taken by the adapter: nothing refers to the report's value any more.
+  static bool Report(::IMFMediaSession& session, MediaEventType type, HRESULT status) {
     ComPointer<::IMFAttributes> seal;
     EXPECT_EQ(CallMedia<decltype(::MFCreateAttributes)>("MFCreateAttributes", seal.Receive(), 1), S_OK);
     PROPVARIANT value;
     PropVariantInit(&value);
     value.vt = VT_UNKNOWN;
     value.punkVal = seal.Get();
-    EXPECT_EQ(source.QueueEvent(type, GUID{}, status, &value), S_OK);
+    EXPECT_EQ(session.QueueEvent(type, GUID{}, status, &value), S_OK);
     return WaitUntil([&seal] {
       seal->AddRef();
       return seal->Release() == 1;
@@ -104,6 +109,7 @@ struct SessionReport : StationRig {
   static constexpr const char* kLost =
       "The system has lost a station, which is read by the program from now on.";
   std::shared_ptr<KeepingReader> reader;
+  std::vector<ComPointer<::IMFMediaSession>> sessions;  ///< each as it was made
 };
 
 constexpr HResult kSoundBufferFails = static_cast<HResult>(0x88890018u);
@@ -111,7 +117,7 @@ constexpr HResult kSoundBufferFails = static_cast<HResult>(0x88890018u);
 // The station is there, but would not be heard any better from another session.
 TEST_F(SessionReport, OfADecoderThatFailsEndsTheItem) {
   PlayUntilItIsHeard();
-  EXPECT_TRUE(Report(*reader->sources[0].Get(), MEPolicyError, kMfETopologyCodecNotFound));
+  EXPECT_TRUE(Report(*sessions[0].Get(), MEError, kMfETopologyCodecNotFound));
   EXPECT_EQ(media->Status().state, PlaybackState::kFailed);
   EXPECT_EQ(media->Status().failure, PlaybackFailure::kUnreadable);
   EXPECT_FALSE(WasLost());
@@ -122,7 +128,7 @@ TEST_F(SessionReport, OfADecoderThatFailsEndsTheItem) {
 
 TEST_F(SessionReport, OfARendererThatFailsEndsTheItem) {
   PlayUntilItIsHeard();
-  EXPECT_TRUE(Report(*reader->sources[0].Get(), MEPolicyError, kSoundBufferFails));
+  EXPECT_TRUE(Report(*sessions[0].Get(), MEError, kSoundBufferFails));
   EXPECT_EQ(media->Status().state, PlaybackState::kFailed);
   EXPECT_EQ(media->Status().failure, PlaybackFailure::kOther);
   EXPECT_FALSE(WasLost());
@@ -130,19 +136,19 @@ TEST_F(SessionReport, OfARendererThatFailsEndsTheItem) {
 
 TEST_F(SessionReport, OfAFailureIsForgottenWithTheItem) {
   PlayUntilItIsHeard();
-  EXPECT_TRUE(Report(*reader->sources[0].Get(), MEPolicyError, kSoundBufferFails));
+  EXPECT_TRUE(Report(*sessions[0].Get(), MEError, kSoundBufferFails));
   EXPECT_EQ(media->Status().state, PlaybackState::kFailed);
   results.clear();
   Play("/stream");
   EXPECT_TRUE(Heard());
   EXPECT_EQ(media->Status().state, PlaybackState::kPlaying);
-  EXPECT_TRUE(Report(*reader->sources[1].Get(), MEPolicyError, kMfETopologyCodecNotFound));
+  EXPECT_TRUE(Report(*sessions[1].Get(), MEError, kMfETopologyCodecNotFound));
   EXPECT_EQ(media->Status().failure, PlaybackFailure::kUnreadable);
 }
 
 TEST_F(SessionReport, OfALostStationRenewsIt) {
   PlayUntilItIsHeard();
-  EXPECT_TRUE(Report(*reader->sources[0].Get(), MEPolicyError, kMfENetRead));
+  EXPECT_TRUE(Report(*sessions[0].Get(), MEError, kMfENetRead));
   EXPECT_EQ(media->Status().state, PlaybackState::kReconnecting);
   EXPECT_TRUE(WasLost());
   EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
@@ -154,7 +160,7 @@ TEST_F(SessionReport, OfAStationThatIsLostWhilePausedWaitsForStart) {
   player->PauseMedia();
   EXPECT_TRUE(WaitUntil([this] { return ClockIs(ClockState::kPaused); }));
   const auto position = player->CurrentPlayPosition();
-  EXPECT_TRUE(Report(*reader->sources[0].Get(), MEPolicyError, kMfENetRead));
+  EXPECT_TRUE(Report(*sessions[0].Get(), MEError, kMfENetRead));
   EXPECT_EQ(media->Status().state, PlaybackState::kPaused);
   EXPECT_TRUE(WasLost());
   EXPECT_TRUE(ClockIs(ClockState::kPaused));
@@ -171,7 +177,7 @@ TEST_F(SessionReport, OfAStationThatIsLostWhilePausedWaitsForStart) {
 TEST_F(SessionReport, OfAStationThatIsLostWhileStoppedWaitsForStart) {
   PlayUntilItIsHeard();
   player->StopMedia();
-  EXPECT_TRUE(Report(*reader->sources[0].Get(), MEPolicyError, kMfENetRead));
+  EXPECT_TRUE(Report(*sessions[0].Get(), MEError, kMfENetRead));
   EXPECT_EQ(media->Status().state, PlaybackState::kStopped);
   EXPECT_TRUE(WasLost());
   EXPECT_EQ(player->CurrentPlayPosition(), 0);
@@ -194,7 +200,7 @@ TEST_F(SessionReport, OfAnOlderItemIsNoNewsOfALaterOne) {
   const auto& open = IMFSourceResolver::CreateObjectFromURL;
   ASSERT_EQ(media->DispCallFunc(resolver, open.interface_id, open.slot, list), kSOk);
   for (const HResult result : {kMfETopologyCodecNotFound, kMfENetRead}) {
-    EXPECT_TRUE(Report(*reader->sources[0].Get(), MEPolicyError, result));
+    EXPECT_TRUE(Report(*sessions[0].Get(), MEError, result));
     EXPECT_EQ(media->Status().state, PlaybackState::kConnecting);
     EXPECT_FALSE(WasLost());
   }
@@ -216,7 +222,7 @@ struct RenewedSession : SessionReport {
   }
   void LoseAndOpen() {
     PlayUntilItIsHeard();
-    EXPECT_TRUE(Report(*reader->sources[0].Get(), MEPolicyError, kMfENetRead));
+    EXPECT_TRUE(Report(*sessions[0].Get(), MEError, kMfENetRead));
     ASSERT_TRUE(WaitUntil([this] {
       static_cast<void>(media->Status());
       return log.back() == "The lost station is opened and starts.";
@@ -230,7 +236,7 @@ struct RenewedSession : SessionReport {
 TEST_F(RenewedSession, ThatLosesTheStationBeforeItStartsIsReplaced) {
   LoseAndOpen();
   may_start = true;
-  EXPECT_TRUE(Report(*reader->sources[1].Get(), MEPolicyError, kMfENetRead));
+  EXPECT_TRUE(Report(*sessions[1].Get(), MEError, kMfENetRead));
   EXPECT_EQ(media->Status().state, PlaybackState::kReconnecting);
   EXPECT_EQ(media->Status().failure, PlaybackFailure::kConnectionLost);
   EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
@@ -241,14 +247,14 @@ TEST_F(RenewedSession, ThatLosesTheStationBeforeItStartsIsReplaced) {
 TEST_F(RenewedSession, WhoseDecoderAlwaysFailsBeforeItStartsIsGivenUp) {
   LoseAndOpen();
   for (std::size_t times = 1; times < Renewal::kMostRefusals; ++times) {
-    EXPECT_TRUE(Report(*reader->sources.back().Get(), MEPolicyError, kMfETopologyCodecNotFound));
+    EXPECT_TRUE(Report(*sessions.back().Get(), MEError, kMfETopologyCodecNotFound));
     EXPECT_EQ(media->Status().failure, PlaybackFailure::kUnreadable);
     ASSERT_TRUE(WaitUntil([&] {
       static_cast<void>(media->Status());
       return reader->sources.size() == times + 2;
     }));
   }
-  EXPECT_TRUE(Report(*reader->sources.back().Get(), MEPolicyError, kMfETopologyCodecNotFound));
+  EXPECT_TRUE(Report(*sessions.back().Get(), MEError, kMfETopologyCodecNotFound));
   EXPECT_EQ(media->Status().state, PlaybackState::kFailed);
   EXPECT_EQ(media->Status().failure, PlaybackFailure::kUnreadable);
   EXPECT_FALSE(player->PlayMedia());
