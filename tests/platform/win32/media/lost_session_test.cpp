@@ -26,10 +26,10 @@ struct LostSession : testing::Test, RenewalRig {
 
 TEST_F(LostSession, IsClosedAndShutDownWithItsSourceWhenThatIsDone) {
   Lose();
-  EXPECT_EQ(old.session.calls, (Calls{"stop", "close"}));
+  EXPECT_EQ(old.session.calls, (Calls{"close"}));
   EXPECT_EQ(old.source.calls, Calls{});
   Close(*lost);
-  EXPECT_EQ(old.session.calls, (Calls{"stop", "close", "shut down"}));
+  EXPECT_EQ(old.session.calls, (Calls{"close", "shut down"}));
   EXPECT_EQ(old.source.calls, Calls{"shut down"});
 }
 
@@ -89,7 +89,7 @@ TEST_F(LostSession, WhileItWasPausedIsLeftAloneUntilStart) {
   renewal->Position(5 * kSecond, Renewal::Session::kPlays);
   notes->Paused(notes->Latest());
   Lose(PlaybackState::kPaused);
-  EXPECT_EQ(old.session.calls, (Calls{"stop", "close"}));
+  EXPECT_EQ(old.session.calls, (Calls{"close"}));
   EXPECT_EQ(renewal->Step(), nullptr);
   EXPECT_FALSE(opener->IsLive());
   EXPECT_EQ(State(), ClockState::kPaused);
@@ -269,9 +269,9 @@ TEST_F(LostSession, ClosesASessionThatDidNotStart) {
   old.session.calls.clear();
   const auto started = std::make_shared<SessionWatch>();
   renewal->StartFailed(started, kMfENetRead);
-  EXPECT_EQ(old.session.calls, (Calls{"stop", "close"}));
+  EXPECT_EQ(old.session.calls, (Calls{"close"}));
   Close(*started);
-  EXPECT_EQ(old.session.calls, (Calls{"stop", "close", "shut down"}));
+  EXPECT_EQ(old.session.calls, (Calls{"close", "shut down"}));
 }
 
 // Its clock may have begun anew when it is asked before the session has reported the loss.

@@ -40,6 +40,8 @@ struct PlayerRig {
   PlayerRig& operator=(const PlayerRig&) = delete;
 
   void MakePlayer() {
+    player.reset();
+    media.reset();
     media = std::make_unique<Win32Media>(loop, options);
     player = std::make_shared<player::clsMFPlayer>(
         player::clsMFPlayer::Ports{*media, *media, values, environment, clock, loop}, duration);

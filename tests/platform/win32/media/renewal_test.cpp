@@ -182,7 +182,7 @@ TEST_F(LostBySystem, ClockRunsThroughItsLoss) {
 }
 
 TEST_F(LostBySystem, IsAskedAgainWhenOpeningItTakesTooLong) {
-  options.open_deadline = std::chrono::seconds(2);
+  options.open_deadline = std::chrono::seconds(4);
   MakePlayer();
   Play("/trickles");
   EXPECT_TRUE(WaitUntil([this] { return media->Status().failure == PlaybackFailure::kNoAnswer; }));
