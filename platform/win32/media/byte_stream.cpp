@@ -130,6 +130,12 @@ class LiveByteStream final : public ::IMFByteStream {
   }
   HRESULT STDMETHODCALLTYPE Flush() override { return S_OK; }
   HRESULT STDMETHODCALLTYPE Close() override {
+    // Whoever does not ask for an answer any more would be kept by it.
+    std::list<Answer> unasked;
+    {
+      const Lock lock(mutex_);
+      unasked.swap(answers_);
+    }
     buffer_->EndReads();
     return S_OK;
   }

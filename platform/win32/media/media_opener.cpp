@@ -87,17 +87,18 @@ void MediaOpener::NoteFailure(PlaybackNotes::Item item, HResult result) {
 OpenedObject MediaOpener::OpenKind(::IMFSourceResolver& resolver, const Text& address, std::int32_t flags) {
   const MediaAddress read = ReadAddress(address);
   if (read.kind == AddressKind::kNone) return {kEInvalidArg, kMfObjectInvalid, {}};
-  const auto now = std::chrono::steady_clock::now();
-  const OpeningWait wait{loop_, now + options_.deadline};
-  // What the system may not open at all leaves half of the time to the reader that comes after it.
+  const auto from_now = [this](std::chrono::milliseconds time) {
+    return OpeningWait{loop_, std::chrono::steady_clock::now() + time};
+  };
+  // Another reader comes after the system for an address that it may not open at all.
   const bool web = read.kind == AddressKind::kWeb;
-  const OpeningWait first_wait{loop_, web ? now + options_.deadline / 2 : wait.deadline};
+  const OpeningWait first_wait = from_now(web ? options_.deadline / 2 : options_.deadline);
   address_ = read.text;
   OpenedObject opened = options_.reader ? options_.reader->Open(resolver, read.text, flags, first_wait)
                                         : OpenBySystem(resolver, read.text, flags, first_wait);
   live_of_system_ = opened.result == kSOk && web && opened.endless;
   const bool failed = opened.result != kSOk && opened.result != kErrorCancelled;
-  if (failed && web) return OpenLive(resolver, read.text, flags, wait);
+  if (failed && web) return OpenLive(resolver, read.text, flags, from_now(options_.deadline));
   // Not every system gives a missing file a result of its own.
   if (failed && read.kind == AddressKind::kFile && IsMissing(read.text)) opened.result = kErrorFileNotFound;
   return opened;

@@ -196,6 +196,7 @@ std::shared_ptr<SessionWatch> Renewal::Play(OpenedObject opened) {
   table_.Replace(Interface::kMediaSession, AsUnknown(built.session));
   table_.Replace(Interface::kClock, AsUnknown(built.clock));
   phase_ = Phase::kStarting;
+  start_ends_ = Clock::now() + options_.deadline;
   options_.log("The lost station is opened and starts.");
   return watch;
 }
@@ -206,8 +207,7 @@ void Renewal::Refused(HResult result) {
   opening_.reset();
   const PlaybackFailure failure = FailureOf(result);
   const bool counts = !IsNetworkFailure(result);
-  if (failure == PlaybackFailure::kNoSoundDevice || (counts && ++refusals_ >= kMostRefusals))
-    return Fail(result);
+  if (IsDeviceFailure(result) || (counts && ++refusals_ >= kMostRefusals)) return Fail(result);
   WaitForNext(failure);
 }
 

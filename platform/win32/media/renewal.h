@@ -60,7 +60,9 @@ class Renewal {
   std::shared_ptr<SessionWatch> Step();
   /// The new session's clock does not run yet.
   [[nodiscard]] bool IsStarting() const { return phase_ == Phase::kStarting; }
-  /// The new session has ended before that.
+  /// It has not for as long as an opening may take.
+  [[nodiscard]] bool StartIsLate() const { return IsStarting() && Clock::now() >= start_ends_; }
+  /// The new session has ended before its clock ran, or is late.
   void StartFailed(const std::shared_ptr<SessionWatch>& started, HResult result);
   /// What an operation on a handle of the lost session gives; nothing for one that is to be called.
   std::optional<HResult> Answer(Interface interface_id, std::int32_t slot,
@@ -113,6 +115,7 @@ class Renewal {
   Phase phase_ = Phase::kNone;
   std::optional<BegunOpening> opening_;
   Clock::time_point opening_ends_{};
+  Clock::time_point start_ends_{};
   live::ReconnectSchedule schedule_;
   PlaybackFailure failure_ = PlaybackFailure::kNone;  ///< of the latest attempt, while it waits
   int refusals_ = 0;

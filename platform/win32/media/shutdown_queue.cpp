@@ -53,13 +53,12 @@ bool ShutdownQueue::Finish(std::chrono::milliseconds limit) {
   Clock::time_point latest{};
   for (const Closing& closing : closing_) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(until - Clock::now());
-    if (!closing.session->WaitClosed(std::max(left, std::chrono::milliseconds::zero()))) return false;
+    closing.session->WaitClosed(std::max(left, std::chrono::milliseconds::zero()));
     latest = std::max(latest, closing.session->ClosedAt().value_or(latest));
   }
-  if (closing_.empty()) return true;
   while (Clock::now() < latest + kRest) std::this_thread::sleep_until(latest + kRest);
   Step(latest + kRest);
-  return true;
+  return closing_.empty();
 }
 
 }  // namespace platform::win32

@@ -257,9 +257,11 @@ void Win32Media::Impl::TakeNews() {
   const SessionWatch::News news = watch->Take();
   // What a session reports that was closed is about nothing that plays.
   const bool stalls = StationStalls();
-  if ((!news.broken && !news.ended && !stalls) || closing || watched != notes->Latest()) return;
+  const bool late = renewal.StartIsLate();
+  if ((!news.broken && !news.ended && !stalls && !late) || closing || watched != notes->Latest()) return;
   if (renewal.IsStarting()) {
-    renewal.StartFailed(std::exchange(watch, nullptr), news.broken.value_or(kMfENetRead));
+    renewal.StartFailed(std::exchange(watch, nullptr),
+                        news.broken.value_or(late ? kMfENetTimeout : kMfENetRead));
   } else if (IsRenewable(news)) {
     renewal.Begin(std::exchange(watch, nullptr), notes->Status().state);
   } else if (news.broken) {

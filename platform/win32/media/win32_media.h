@@ -25,7 +25,8 @@ namespace platform::win32 {
 class AddressReader;
 
 struct Win32MediaOptions {
-  /// How long opening an address may take; half of it is the system's for a web address.
+  /// How long opening an address may take. The system has half of it for a web address, and the adapter's
+  /// reader all of it for one that the system did not open.
   std::chrono::milliseconds open_deadline{10000};
   /// A live stream that sends nothing for this long is opened again, also one that the system reads.
   std::chrono::milliseconds stall_limit{15000};
@@ -35,7 +36,7 @@ struct Win32MediaOptions {
   Text user_agent = u"Funkhausplayer";
   /// What opens an address first; none is the system's resolver.
   std::shared_ptr<AddressReader> reader = nullptr;
-  /// Gets each session before it is used: tests have it report what the test bench does not.
+  /// Receives each session before it is used, so that tests can queue reports to it.
   std::function<void(::IMFMediaSession&)> session_made = nullptr;
   /// What makes the session of a lost station that was opened again; none makes it of the system's objects.
   SessionMaker rebuild = nullptr;

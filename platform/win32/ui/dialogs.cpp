@@ -35,7 +35,7 @@ bool Leaves() {
   return ::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE) != 0;
 }
 
-/// Puts the process's working folder back: a dialog for opening may change it whatever it is told.
+/// Puts the process's working folder back: a dialog for opening may change it whatever its flags say.
 class KeptWorkingFolder {
  public:
   KeptWorkingFolder() : folder_(::GetCurrentDirectoryW(0, nullptr), L'\0') {

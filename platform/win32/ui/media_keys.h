@@ -1,5 +1,5 @@
 #pragma once
-// The keyboard's keys for media: those of the program's own window, and while something plays those that no
+// The keyboard's keys for media: those of the program's own window, and while something plays or is paused those that no
 // other program used. Not what a command means.
 
 #include "ports/media_controls.h"

@@ -16,6 +16,20 @@ constexpr std::chrono::milliseconds kLongestPump{200};
 constexpr LPARAM kWithAlt = 1 << 29;
 constexpr LPARAM kWasDown = 1 << 30;
 
+/// Gives a variable another value, and its own back in the end.
+class KeptValue {
+ public:
+  KeptValue(bool& variable, bool meanwhile)
+      : variable_(variable), kept_(std::exchange(variable, meanwhile)) {}
+  ~KeptValue() { variable_ = kept_; }
+  KeptValue(const KeptValue&) = delete;
+  KeptValue& operator=(const KeptValue&) = delete;
+
+ private:
+  bool& variable_;
+  const bool kept_;
+};
+
 LRESULT CALLBACK LoopProcedure(HWND window, UINT message, WPARAM w, LPARAM l) {
   if (message == kTurn) {
     auto* loop = reinterpret_cast<Win32MessageLoop*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
@@ -63,10 +77,9 @@ Win32MessageLoop::~Win32MessageLoop() { ::DestroyWindow(window_); }
 void Win32MessageLoop::ProcessPendingMessages() {
   running_.Pumps();
   // Processing messages inside a wait that only paints is allowed in full: its caller may be re-entered.
-  const bool outer = std::exchange(painting_only_, false);
+  const KeptValue outer(painting_only_, false);
   for (; turns_held_ > 0; --turns_held_) AskForTurn();
   HandlePending();
-  painting_only_ = outer;
 }
 
 void Win32MessageLoop::ProcessPaintMessages() {
@@ -75,9 +88,10 @@ void Win32MessageLoop::ProcessPaintMessages() {
 }
 
 void Win32MessageLoop::CallWithoutProcedures(const std::function<void()>& call) {
-  const bool outer = std::exchange(painting_only_, true);
-  call();
-  painting_only_ = outer;
+  {
+    const KeptValue outer(painting_only_, true);
+    call();
+  }
   if (painting_only_) return;
   for (; turns_held_ > 0; --turns_held_) AskForTurn();
 }

@@ -48,17 +48,18 @@ void Win32Notifications::Show(const Text& heading, const Text& line) {
   // Without a text the system would show nothing.
   const Text text = line.empty() ? Text(u" ") : OnOneLine(line);
   ::lstrcpynW(icon.szInfo, Wide(text), static_cast<int>(std::size(icon.szInfo)));
-  is_shown_ = (is_shown_ && shell_(NIM_MODIFY, icon)) || Add(icon);
+  // A desktop that is slow may show the icon although the call fails.
+  if (!shell_(NIM_MODIFY, icon)) Add(icon);
+  is_shown_ = true;
 }
 
-bool Win32Notifications::Add(NOTIFYICONDATAW& icon) const {
-  if (!shell_(NIM_ADD, icon)) return false;
+void Win32Notifications::Add(NOTIFYICONDATAW& icon) const {
+  if (!shell_(NIM_ADD, icon)) return;
   // Public reference: the documentation of Shell_NotifyIcon. Clicks are reported as version 4 has them, which
   // is asked for after each NIM_ADD.
   NOTIFYICONDATAW version = IconOf(window_);
   version.uVersion = NOTIFYICON_VERSION_4;
   shell_(NIM_SETVERSION, version);
-  return true;
 }
 
 void Win32Notifications::Withdraw() {

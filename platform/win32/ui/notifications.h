@@ -32,7 +32,7 @@ class Win32Notifications final : public Notifications {
   void Withdraw() override;
 
  private:
-  bool Add(_NOTIFYICONDATAW& icon) const;
+  void Add(_NOTIFYICONDATAW& icon) const;
 
   Shell shell_;
   HWND window_ = nullptr;

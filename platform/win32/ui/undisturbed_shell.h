@@ -1,5 +1,6 @@
 #pragma once
-// A shell whose operation runs no event procedure of the program. Not what it opens or starts, nor how.
+// A shell whose operation runs no event procedure of the program but those timers' that also tick while the
+// window only paints. Not what it opens or starts, nor how.
 
 #include "platform/win32/ui/message_loop.h"
 #include "ports/shell.h"

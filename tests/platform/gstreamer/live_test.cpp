@@ -208,7 +208,7 @@ class LostLiveTest : public LiveTest, public testing::WithParamInterface<const c
   }
 };
 
-TEST_F(LostLiveTest, AStationThatIsNotThereYetIsAskedSeveralTimesASecond) {
+TEST_F(LostLiveTest, AStationThatIsNotThereYetIsAskedMoreThanOnceASecond) {
   // On a busy machine not always, but once a second would never do.
   EXPECT_TRUE(IsAskedWhileItAnswers("404 Not Found", [](const Times& times) {
     return times.size() >= 3 && times.back() - times[times.size() - 3] < 1500ms;

@@ -121,6 +121,23 @@ TEST_F(ByteStream, LivesAsLongAsAReadIsUnanswered) {
   EXPECT_EQ(read.Given(), "ab");
 }
 
+TEST_F(ByteStream, ThatIsClosedForgetsWhoDidNotAskForAnAnswer) {
+  auto kept = std::make_shared<std::promise<void>>();
+  const std::weak_ptr<std::promise<void>> reader = kept;
+  auto answered = kept->get_future();
+  auto callback = MakeAsyncCallback([kept](::IMFAsyncResult&) { kept->set_value(); });
+  kept.reset();
+  std::string bytes(2, '?');
+  ASSERT_EQ(stream->BeginRead(Target(bytes), 2, callback.Get(), nullptr), S_OK);
+  callback = {};
+  Append("ab");
+  ASSERT_EQ(answered.wait_for(std::chrono::seconds(30)), std::future_status::ready);
+  EXPECT_EQ(stream->Close(), S_OK);
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+  while (!reader.expired() && std::chrono::steady_clock::now() < end) ::Sleep(1);
+  EXPECT_TRUE(reader.expired());
+}
+
 TEST_F(ByteStream, IsReadFromWhereItIsSet) {
   Append("abcdef");
   QWORD position = 0;

@@ -48,7 +48,7 @@ TEST_F(LostSession, KeepsItsVolume) {
   EXPECT_EQ(Mute(), 1);
 }
 
-TEST_F(LostSession, WhoseVolumeIsNotToldKeepsTheOneThatWasSetLast) {
+TEST_F(LostSession, WhoseVolumeIsNotReportedKeepsTheOneThatWasSetLast) {
   EXPECT_EQ(Answer(IMFSimpleAudioVolume::SetMasterVolume, {0.5F}), std::nullopt);
   EXPECT_EQ(Answer(IMFSimpleAudioVolume::SetMute, {std::int32_t{1}}), std::nullopt);
   old.volume.result = old.volume.mute_result = E_FAIL;
@@ -116,7 +116,7 @@ TEST_F(LostSession, WhileItWasStoppedIsLeftAloneUntilStart) {
   EXPECT_EQ(State(), ClockState::kRunning);
 }
 
-TEST_F(LostSession, ThatIsStartedOnceMoreGoesOnConnecting) {
+TEST_F(LostSession, ThatIsStartedOnceMoreContinuesConnecting) {
   Lose();
   ASSERT_TRUE(PlayerRig::WaitUntil([this] { return Status().failure == PlaybackFailure::kBadAddress; }));
   EXPECT_EQ(Start(), kSOk);

@@ -83,7 +83,7 @@ TEST(NetworkFailure, IsWhatAServerOrTheWayToItHasDone) {
   EXPECT_TRUE(IsNetworkFailure(kServerError));
 }
 
-// The first two were seen on Windows when an http address failed.
+// The first two are results that the system's http source may give.
 TEST(NetworkFailure, HasTheResultsOfEachOfTheSystemsReaders) {
   for (const std::uint32_t result :
        {0xC00D0029u, 0xC00D2EFEu, 0xC00D0005u, 0xC00D0006u, 0xC00D000Eu, 0xC00D0013u,

@@ -237,8 +237,17 @@ TEST_F(RenewedSession, ThatLosesTheStationBeforeItStartsIsReplaced) {
   LoseAndOpen();
   may_start = true;
   EXPECT_TRUE(Report(*sessions[1].Get(), MEError, kMfENetRead));
-  EXPECT_EQ(media->Status().state, PlaybackState::kReconnecting);
-  EXPECT_EQ(media->Status().failure, PlaybackFailure::kConnectionLost);
+  const PlaybackStatus status = media->Status();
+  EXPECT_EQ(status.state, PlaybackState::kReconnecting);
+  EXPECT_EQ(status.failure, PlaybackFailure::kConnectionLost);
+  EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
+  EXPECT_TRUE(Heard());
+  EXPECT_EQ(Ask("/count?/stream"), 3);
+}
+
+TEST_F(RenewedSession, ThatNeverStartsIsReplaced) {
+  LoseAndOpen();
+  may_start = true;
   EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
   EXPECT_TRUE(Heard());
   EXPECT_EQ(Ask("/count?/stream"), 3);

@@ -116,6 +116,14 @@ TEST_F(ClosingSession, LeavesOthersAlone) {
   EXPECT_EQ(notes.order, "source session ");
 }
 
+TEST_F(ClosingSession, IsShutDownAtTheEndBesideOneThatStaysOpen) {
+  queue.Add(std::make_shared<SessionWatch>());
+  AddBoth();
+  watch->Closed();
+  EXPECT_FALSE(queue.Finish(1ms));
+  EXPECT_EQ(notes.order, "source session ");
+}
+
 TEST(ShutdownQueue, ThatIsEmptyWaitsForNothing) {
   ShutdownQueue queue;
   EXPECT_TRUE(queue.Finish(0ms));

@@ -118,10 +118,11 @@ INSTANTIATE_TEST_SUITE_P(With, FailedStation, testing::Values(0xC00D0029u, 0xC00
 /// Its network disappears without closing a connection: the source waits, and says at most that.
 struct StalledStation : SystemStation {
   void SetUp() override {
-    options.stall_limit = 1500ms;
+    options.stall_limit = 3s;
     SystemStation::SetUp();
     Play("/stream");
     ASSERT_TRUE(Heard());
+    ASSERT_FALSE(WasLost());
   }
   /// For several times the limit.
   PlaybackStatus Later() {
@@ -209,6 +210,12 @@ TEST_F(UndecidedSystem, LeavesTimeForAStationThatItDoesNotOpen) {
   EXPECT_TRUE(Heard());
   EXPECT_LE(reader->limit, options.open_deadline / 2);
   EXPECT_FALSE(media->Status().state == PlaybackState::kFailed);
+}
+
+// It takes longer to be opened than the system has left of the time.
+TEST_F(UndecidedSystem, LeavesAllTheTimeForAStationThatSendsAsItSounds) {
+  Play("/unburst");
+  EXPECT_TRUE(Heard());
 }
 
 TEST_F(UndecidedSystem, HasAllTheTimeForAFile) {

@@ -1,4 +1,4 @@
-// What the windows' controls tell screen readers by the system's service for annotations. A service of the
+// What the windows' controls report to screen readers by the system's service for annotations. A service of the
 // test's own takes its place, because Wine's does nothing.
 #include "platform/win32/base/windows_api.h"
 

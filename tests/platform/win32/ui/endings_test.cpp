@@ -244,7 +244,7 @@ TEST_F(Win32EndingsTest, QuestionWhetherTheSessionMayEndEndsAWaitSoThatItsEndClo
   bool closed_when_answered = false;
   std::thread system;
   const auto wait = row.Clicked.Subscribe([&] {
-    // The system asks all programs before it tells them.
+    // The system asks all programs before it ends them.
     system = std::thread([&, handle = window->Handle()] {
       may_end = ::SendMessageW(handle, WM_QUERYENDSESSION, 0, 0);
       ::WaitForSingleObject(unwound, 10'000);
@@ -262,6 +262,7 @@ TEST_F(Win32EndingsTest, QuestionWhetherTheSessionMayEndEndsAWaitSoThatItsEndClo
   });
   ::PostMessageW(Of(row), BM_CLICK, 0, 0);
   RunUntilClosed();
+  ASSERT_TRUE(system.joinable());
   system.join();
   ::CloseHandle(unwound);
   EXPECT_EQ(may_end, TRUE);

@@ -2,7 +2,10 @@
 
 #include "platform/win32/base/windows_api.h"
 
+#include <thread>
+
 #include "platform/win32/ui/dialogs.h"
+#include "platform/win32/ui/undisturbed_shell.h"
 #include "tests/platform/win32/ui/rig.h"
 
 namespace platform::win32 {
@@ -158,6 +161,36 @@ TEST_F(Win32FocusTest, BoxGivesTheKeyboardBackThoughItsOwnerLostItBefore) {
   LoseFocusWhenDisabled();
   Focus(last);
   InsideABox([] {});
+  EXPECT_TRUE(HasFocus(last));
+}
+
+/// Asks the user in a box of its own, which the system shows over the window.
+class BoxShell final : public Shell {
+ public:
+  explicit BoxShell(HWND owner) : owner_(owner) {}
+  bool ShellExecuteW(std::uint32_t, const Text&, const Text&, const Text&, const Text&,
+                     std::int32_t) override {
+    return ::MessageBoxW(owner_, L"", L"", MB_OK) == IDOK;
+  }
+
+ private:
+  HWND owner_;
+};
+
+TEST_F(Win32FocusTest, WhatTheSystemAsksGivesTheKeyboardBackThoughItsOwnerLostItBefore) {
+  Focus(field);
+  InsideABox([] {});
+  LoseFocusWhenDisabled();
+  Focus(last);
+  BoxShell box(window->Handle());
+  // No timer of the window ticks inside the call.
+  std::thread answer([this] {
+    while (OpenDialog() == nullptr) ::Sleep(1);
+    ::PostMessageW(OpenDialog(), WM_COMMAND, IDOK, 0);
+  });
+  EXPECT_TRUE(UndisturbedShell(box, loop).ShellExecuteW(0, u"", u"", u"", u"", 0));
+  answer.join();
+  loop.ProcessPendingMessages();
   EXPECT_TRUE(HasFocus(last));
 }
 

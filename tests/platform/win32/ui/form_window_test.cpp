@@ -1,4 +1,4 @@
-// The program's window itself: its caption and place, where the keyboard is, and what it tells its form.
+// The program's window itself: its caption and place, where the keyboard is, and what it reports to its form.
 #include "platform/win32/base/windows_api.h"
 
 #include <array>

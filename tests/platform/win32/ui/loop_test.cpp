@@ -205,7 +205,7 @@ TEST_F(Win32LoopTest, MediaKeyOfAnotherProgramsWindowIsObeyedOnlyWhilePlayingOrP
   keys.Appear(receiver);
   Open();
   window->ReportMediaKeys([&keys](int key, KeyboardIn keyboard) { return keys.Press(key, keyboard); });
-  // As the system tells it to every program that listens, when the one in front has not used the key.
+  // As the system reports it to every program that listens, when the one in front has not used the key.
   const auto press = [this] {
     ::SendMessageW(window->Handle(), ::RegisterWindowMessageW(L"SHELLHOOK"), HSHELL_APPCOMMAND,
                    MAKELPARAM(0, FAPPCOMMAND_KEY | APPCOMMAND_MEDIA_PLAY_PAUSE));

@@ -19,6 +19,7 @@ class Win32NotificationsTest : public Win32WindowTest {
   bool Ask(std::uint32_t wish, const NOTIFYICONDATAW& icon) {
     if (wish == NIM_SETVERSION) version = icon.uVersion;
     if (wish == NIM_DELETE) there = false;
+    if (is_slow && wish == NIM_ADD) return there = true, false;
     if (wish == NIM_ADD && (there || !has_shell)) return false;
     if (wish == NIM_MODIFY && !there) return false;
     if (wish != NIM_ADD && wish != NIM_MODIFY) return true;
@@ -35,6 +36,7 @@ class Win32NotificationsTest : public Win32WindowTest {
   Win32Notifications notifications{
       [this](std::uint32_t wish, NOTIFYICONDATAW& icon) { return Ask(wish, icon); }};
   bool has_shell = true;
+  bool is_slow = false;  ///< the icon appears, but the call fails
   bool there = false;
   UINT version = 0;
   NOTIFYICONDATAW shown{};
@@ -55,6 +57,16 @@ TEST_F(Win32NotificationsTest, WhatFailedIsTriedAgain) {
   has_shell = true;
   notifications.Show(u"Lied", u"Bonn");
   EXPECT_EQ(texts, std::vector<std::wstring>{L"Bonn"});
+}
+
+TEST_F(Win32NotificationsTest, IconOfASlowDesktopIsShownAndRemoved) {
+  is_slow = true;
+  notifications.Show(u"Lied", u"Köln");
+  notifications.Show(u"Lied", u"Bonn");
+  EXPECT_EQ(texts, std::vector<std::wstring>{L"Bonn"});
+  there = true;
+  notifications.Withdraw();
+  EXPECT_FALSE(there);
 }
 
 TEST_F(Win32NotificationsTest, IconComesBackWhenTheDesktopHasForgottenIt) {

@@ -33,9 +33,9 @@ class Win32WindowTest : public testing::Test {
     loop.ProcessPendingMessages();
   }
   HWND Of(const controls::Control& control) const { return window->Controls().Of(control)->Handle(); }
-  /// Handles messages until the condition holds; false after five seconds.
+  /// Handles messages until the condition holds; false after twenty seconds.
   bool Until(const std::function<bool()>& holds) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
     while (!holds()) {
       if (std::chrono::steady_clock::now() > end) return false;
       loop.ProcessPendingMessages();

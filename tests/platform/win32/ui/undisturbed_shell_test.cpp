@@ -3,6 +3,7 @@
 #include "platform/win32/base/windows_api.h"
 
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -86,6 +87,14 @@ TEST_F(UndisturbedShellTest, ClosingInsideTheCallWaitsForItsEnd) {
   Call();
   EXPECT_FALSE(asked);
   EXPECT_TRUE(Until([&] { return asked; }));
+}
+
+TEST_F(UndisturbedShellTest, ACallThatFailsByAnExceptionLeavesTheLoopAsItWas) {
+  inventory = {{"button", &button}};
+  Open();
+  asking.answered = []() -> bool { throw std::runtime_error("no answer"); };
+  EXPECT_THROW(Call(), std::runtime_error);
+  EXPECT_FALSE(loop.PaintingOnly());
 }
 
 TEST_F(UndisturbedShellTest, TheCallIsPassedOnWithItsResult) {
