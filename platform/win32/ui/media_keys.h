@@ -1,6 +1,6 @@
 #pragma once
-// The keyboard's keys for media: those of the program's own window, and while something plays or is paused those that no
-// other program used. Not what a command means.
+// The keyboard's keys for media: those of the program's own window, and while something plays or is paused
+// those that no other program used. Not what a command means.
 
 #include "ports/media_controls.h"
 

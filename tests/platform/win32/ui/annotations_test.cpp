@@ -1,5 +1,5 @@
-// What the windows' controls report to screen readers by the system's service for annotations. A service of the
-// test's own takes its place, because Wine's does nothing.
+// What the windows' controls report to screen readers by the system's service for annotations. A service of
+// the test's own takes its place, because Wine's does nothing.
 #include "platform/win32/base/windows_api.h"
 
 #include <initguid.h>
