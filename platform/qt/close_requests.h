@@ -15,8 +15,8 @@ namespace platform::qt {
 /// and an open message box or dialog is dismissed. A session that is about to end closes the form as the user
 /// would when it allows questions, otherwise as a signal does. The form is closed from the event loop, never
 /// inside the signal handler and not while only painting is allowed; a wait that only paints ends because of
-/// it. A signal that the process raises itself does nothing: libraries end a program so when the session's
-/// message bus ends (GLib's "exit-on-close"). The signals' former handling is restored when this ends.
+/// it. A signal that the process raises itself does nothing: a library may do so when the session's message
+/// bus ends (GLib's "exit-on-close"). The signals' former handling is restored when this ends.
 class CloseRequests final : public QObject {
  public:
   CloseRequests(controls::Form& form, QtMessageLoop& loop);

@@ -130,7 +130,7 @@ class LiveByteStream final : public ::IMFByteStream {
   }
   HRESULT STDMETHODCALLTYPE Flush() override { return S_OK; }
   HRESULT STDMETHODCALLTYPE Close() override {
-    // Whoever does not ask for an answer any more would be kept by it.
+    // An answer that nobody fetches any more would keep its reader alive.
     std::list<Answer> unasked;
     {
       const Lock lock(mutex_);
@@ -144,7 +144,7 @@ class LiveByteStream final : public ::IMFByteStream {
   static std::span<std::byte> Target(BYTE* bytes, ULONG size) {
     return {reinterpret_cast<std::byte*>(bytes), size};
   }
-  /// A position, and how often somebody had gone to another one before.
+  /// A position, and how often it had been set before.
   struct Place {
     QWORD position;
     int moves;
@@ -162,7 +162,7 @@ class LiveByteStream final : public ::IMFByteStream {
     position_ = position;
     ++moves_;
   }
-  /// After a read, unless somebody has gone elsewhere while it waited.
+  /// After a read, unless the position was set while it waited.
   void Advance(const Place& begin, std::size_t count) {
     const Lock lock(mutex_);
     if (moves_ == begin.moves) position_ = begin.position + count;

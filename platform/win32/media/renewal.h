@@ -60,7 +60,7 @@ class Renewal {
   std::shared_ptr<SessionWatch> Step();
   /// The new session's clock does not run yet.
   [[nodiscard]] bool IsStarting() const { return phase_ == Phase::kStarting; }
-  /// It has not for as long as an opening may take.
+  /// Its clock has not run for as long as an opening may take.
   [[nodiscard]] bool StartIsLate() const { return IsStarting() && Clock::now() >= start_ends_; }
   /// The new session has ended before its clock ran, or is late.
   void StartFailed(const std::shared_ptr<SessionWatch>& started, HResult result);

@@ -15,9 +15,9 @@ namespace platform::win32 {
 class ShutdownQueue {
  public:
   using Clock = std::chrono::steady_clock;
-  /// So long after a session has closed its objects are shut down. In Wine 8.0 a source may still be stopping
-  /// when the session reports that it has closed. One that is shut down then forgets it, and is shut down
-  /// once more with its last reference, which ends the program.
+  /// The pause between the report that a session has closed and the shutdown of its objects. In Wine 8.0 a
+  /// source may still be stopping at that report. If it is shut down then, it forgets that it was, and its
+  /// last reference shuts it down a second time, which ends the program.
   static constexpr std::chrono::milliseconds kRest{100};
 
   /// `session` is about to close, or has closed.
@@ -26,8 +26,8 @@ class ShutdownQueue {
   void Add(const std::shared_ptr<SessionWatch>& session, const ComView& object);
   /// Shuts down what is at rest.
   void Step(Clock::time_point now);
-  /// Waits for the rest of all and shuts them down. False when a session does not close in that time; what is
-  /// left then is in use and is never shut down.
+  /// Waits until all have come to rest and shuts them down. False when a session does not close in that time:
+  /// it is in use, and is never shut down; the others are.
   bool Finish(std::chrono::milliseconds limit);
 
  private:

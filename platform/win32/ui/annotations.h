@@ -1,5 +1,5 @@
 #pragma once
-// Tells screen readers what the system cannot know of a control. Not the controls' texts, and not the events
+// Gives screen readers what the system cannot know of a control. Not the controls' texts, and not the events
 // that report their changes.
 
 #include "platform/win32/base/com_pointer.h"

@@ -27,7 +27,7 @@ bool SelectAll(HWND focus) {
   return true;
 }
 
-/// A check box is no such button: Space turns it, and Enter means the form's own button.
+/// A check box is no such button: Space toggles it, and Enter means the form's own button.
 bool IsPushButton(HWND focus) {
   const LONG_PTR kind = ::GetWindowLongPtrW(focus, GWL_STYLE) & BS_TYPEMASK;
   return IsOfClass(focus, L"Button") && kind != BS_CHECKBOX && kind != BS_AUTOCHECKBOX;
