@@ -26,7 +26,7 @@ struct LiveStreamStates : StationRig {
     stream.reset();
     StationRig::TearDown();
   }
-  /// Half a second of sound, and the rest once /go was asked for.
+  /// A fifth of a second of sound, and the rest once /go was asked for.
   void OpenShort() {
     static_cast<void>(Ask("/trickles"));
     Open("/trickles");

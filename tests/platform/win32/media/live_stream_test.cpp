@@ -50,7 +50,7 @@ TEST_F(LiveStreamTest, KnowsTheTypeOfTheSoundBetterThanTheServer) {
   ASSERT_TRUE(WaitUntil([&] { return stream.Decided(); }));
   ASSERT_TRUE(stream.Answer());
   EXPECT_EQ(stream.Answer()->content_type, "audio/mpeg");
-  EXPECT_EQ(stream.Answer()->bit_rate, 128000);
+  EXPECT_EQ(stream.Answer()->bit_rate, 320000);
 }
 
 // Whoever reads may ask from within the answer, and from another thread that the answer waits for.

@@ -102,39 +102,6 @@ TEST_F(LostBySystem, IsConnectedAgainAndAgain) {
   EXPECT_TRUE(Heard());
 }
 
-TEST_F(LostBySystem, IsLeftAloneAfterStopAndContinuesWithStart) {
-  Play("/returns");
-  EXPECT_TRUE(Becomes(PlaybackState::kReconnecting));
-  player->StopMedia();
-  EXPECT_EQ(media->Status().state, PlaybackState::kStopped);
-  EXPECT_TRUE(ClockIs(ClockState::kStopped));
-  EXPECT_EQ(Ask("/return"), 0);
-  EXPECT_TRUE(Disconnected());
-  EXPECT_TRUE(Silent());
-  ASSERT_TRUE(player->PlayMedia());
-  EXPECT_TRUE(Becomes(PlaybackState::kReconnecting));
-  EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
-  EXPECT_TRUE(Heard());
-}
-
-TEST_F(LostBySystem, MayBeReplacedMeanwhile) {
-  Play("/returns");
-  EXPECT_TRUE(Becomes(PlaybackState::kReconnecting));
-  results.clear();
-  Play("/stream");
-  EXPECT_TRUE(Heard());
-  EXPECT_EQ(media->Status().state, PlaybackState::kPlaying);
-}
-
-TEST_F(LostBySystem, MayLastUntilTheProgramEnds) {
-  Play("/returns");
-  EXPECT_TRUE(Becomes(PlaybackState::kReconnecting));
-  player.reset();
-  media.reset();
-  EXPECT_TRUE(Disconnected());
-  EXPECT_TRUE(Silent());
-}
-
 TEST_F(LostBySystem, IsHeardAgainAfterAPageInItsPlace) {
   Play("/portal");
   EXPECT_TRUE(WaitUntil([this] { return media->Status().failure == PlaybackFailure::kWebPage; }));

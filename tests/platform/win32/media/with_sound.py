@@ -10,12 +10,13 @@ Environment variables for it, files being named as Wine does:
   FUNKHAUS_STRANGER         the same with another certificate
   FUNKHAUS_LOOP             the file with its sound
 
-It serves, each in the tempo of its sound after a burst of 96 KB:
+It serves, each in the tempo of its sound after a burst of two seconds:
   /stream         the loop
   /icy            the same after a status line "ICY 200 OK"
   /titles         the same with blocks of titles
   /mislabelled    the same as "text/html"
   /unburst        the same without a burst
+  /usual          the same at 128 kbit/s
   /cut            only the burst, each time
   /stalls         the burst, and the rest once /go was asked for
   /returns        the burst once, then 404 until /return was asked for
@@ -24,7 +25,7 @@ It serves, each in the tempo of its sound after a burst of 96 KB:
   /noisy          the same with what is no sound
   /trickles       the same with 8 KB of sound, and the rest once /go was asked for
 and besides
-  /whole          the first 4.8 s of the loop as a file with a length
+  /whole          the first two seconds of the loop as a file with a length
   /moved          a redirect to /stream
   /silent         accepts, and says nothing
   /page, /list    an HTML page, a list of addresses
@@ -42,6 +43,7 @@ import dataclasses
 import os
 import pathlib
 import random
+import select
 import socket
 import ssl
 import subprocess
@@ -50,11 +52,25 @@ import tempfile
 import threading
 import time
 
-LOOP_FILE = pathlib.Path(__file__).resolve().parents[4] / "demo" / "loop.mp3"
-LOOP = LOOP_FILE.read_bytes()
-BURST = 96 * 1024
-BYTES_PER_SECOND = 16000
-INTERVAL = 8000
+USUAL_LOOP = (pathlib.Path(__file__).resolve().parents[4] / "demo" / "loop.mp3").read_bytes()
+USUAL_FRAME = 384  # bytes: 128 kbit/s at 48 kHz
+DENSE_FRAME = 960  # the same at 320 kbit/s
+
+
+def dense_loop():
+    """The same sound at 320 kbit/s, so that the 64 KB that Wine wants to see before it plays are 1.6 s of it.
+
+    No frame uses bytes of the one before, so each can be stuffed.
+    """
+    frames = (USUAL_LOOP[at:at + USUAL_FRAME] for at in range(0, len(USUAL_LOOP), USUAL_FRAME))
+    dense = (frame[:2] + bytes([frame[2] & 0x0F | 0xE0]) + frame[3:] for frame in frames)
+    return b"".join(frame.ljust(DENSE_FRAME, b"\0") for frame in dense)
+
+
+LOOP = dense_loop()
+BYTES_PER_SECOND = 40_000
+BURST = 2 * BYTES_PER_SECOND
+INTERVAL = 4000
 
 
 @dataclasses.dataclass
@@ -64,6 +80,8 @@ class Show:
     status: bytes = b"HTTP/1.0 200 OK"
     kind: str = "audio/mpeg"
     titles: bool = False
+    loop: bytes = LOOP
+    pace: int = BYTES_PER_SECOND
     burst: int = BURST
     ends_after: int = 0  # bytes; 0 is never
     waits_for: str = ""  # after the burst
@@ -75,6 +93,7 @@ SHOWS = {
     "/titles": Show(titles=True),
     "/mislabelled": Show(kind="text/html"),
     "/unburst": Show(burst=0),
+    "/usual": Show(loop=USUAL_LOOP, pace=16_000, burst=0),
     "/cut": Show(ends_after=BURST),
     "/stalls": Show(waits_for="/go"),
     "/returns": Show(ends_after=BURST),
@@ -171,7 +190,7 @@ class Station:
     def play(self, connection, show):
         titles = [f"icy-metaint: {INTERVAL}"] if show.titles else []
         self.head(connection, show.status, ["icy-name: Probe", f"Content-Type: {show.kind}",
-                                            f"icy-br:{BYTES_PER_SECOND // 125}", *titles])
+                                            f"icy-br:{show.pace // 125}", *titles])
         with self.lock:
             self.open += 1
         try:
@@ -182,17 +201,22 @@ class Station:
 
     def send_loop(self, connection, show):
         begun, sent, place, before = time.monotonic(), 0, 0, self.asked[show.waits_for]
-        loop = LOOP + LOOP
+        loop = show.loop + show.loop
         while not 0 < show.ends_after <= sent:
-            ahead = sent - show.burst - (time.monotonic() - begun) * BYTES_PER_SECOND
-            if ahead > 0:
-                time.sleep(ahead / BYTES_PER_SECOND)
+            ahead = sent - show.burst - (time.monotonic() - begun) * show.pace
+            if ahead > 0 and self.hangs_up(connection, ahead / show.pace):
+                return
             while show.waits_for and sent >= show.burst and self.asked[show.waits_for] == before:
                 time.sleep(0.02)
             piece = loop[place:place + INTERVAL]
-            place, sent = (place + INTERVAL) % len(LOOP), sent + INTERVAL
+            place, sent = (place + INTERVAL) % len(show.loop), sent + INTERVAL
             title = b"StreamTitle='Probe';".ljust(32, b"\0")
             connection.sendall(piece + (b"\x02" + title if show.titles else b""))
+
+    @staticmethod
+    def hangs_up(connection, limit):
+        """Whether the listener does so in so many seconds; it sends nothing any more."""
+        return bool(select.select([connection], [], [], limit)[0])
 
     @staticmethod
     def head(connection, status, lines):
@@ -256,11 +280,12 @@ def main():
         try:
             certificate = made_certificate(folder, "certificate")
             station = Station(sound, certificate, made_certificate(folder, "stranger"))
+            pathlib.Path(folder, "loop.mp3").write_bytes(LOOP)
             environment = dict(os.environ, PULSE_SERVER=sound.address,
                                FUNKHAUS_STATION=f"http://127.0.0.1:{station.port}",
                                FUNKHAUS_SECURE_STATION=f"https://localhost:{station.secure_port}",
                                FUNKHAUS_STRANGER=f"https://localhost:{station.stranger_port}",
-                               FUNKHAUS_CERTIFICATE=f"Z:{certificate[0]}", FUNKHAUS_LOOP=f"Z:{LOOP_FILE}")
+                               FUNKHAUS_CERTIFICATE=f"Z:{certificate[0]}", FUNKHAUS_LOOP=f"Z:{folder}/loop.mp3")
             return subprocess.run(sys.argv[1:], env=environment).returncode
         finally:
             sound.end()
