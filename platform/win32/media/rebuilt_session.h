@@ -2,8 +2,6 @@
 // A session of the adapter's own for a source that takes the place of a lost one. Not the program's sessions,
 // which it builds by itself (player/mf_player.h).
 
-#include <functional>
-
 #include "platform/win32/base/com_pointer.h"
 #include "ports/interface_call.h"
 
@@ -25,8 +23,5 @@ HResult AddSound(::IMFTopology& topology, ::IMFMediaSource& source);
 
 /// With a topology of such branches; not started.
 RebuiltSession RebuildSession(::IMFMediaSource& source);
-
-/// What makes such a session; an empty one stands for RebuildSession.
-using SessionMaker = std::function<RebuiltSession(::IMFMediaSource&)>;
 
 }  // namespace platform::win32

@@ -13,6 +13,7 @@
 #include "platform/win32/media/media_library.h"
 #include "platform/win32/media/media_results.h"
 #include "platform/win32/media/operation_shapes.h"
+#include "platform/win32/media/rebuilt_session.h"
 
 namespace platform::win32 {
 namespace {
@@ -172,12 +173,11 @@ std::shared_ptr<SessionWatch> Renewal::Play(OpenedObject opened) {
   if (result == kSOk) result = opened.object->QueryInterface(__uuidof(::IMFMediaSource), source.ReceiveAny());
   RebuiltSession built;
   if (result == kSOk) {
-    built = options_.rebuild ? options_.rebuild(*source.Get()) : RebuildSession(*source.Get());
+    built = RebuildSession(*source.Get());
     result = built.result;
   }
   std::shared_ptr<SessionWatch> watch;
   if (result == kSOk) {
-    if (options_.session_made) options_.session_made(*built.session.Get());
     watch = WatchSession(*built.session.Get());
     PROPVARIANT from_here;
     PropVariantInit(&from_here);

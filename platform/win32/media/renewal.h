@@ -17,13 +17,10 @@
 #include "platform/win32/media/opening.h"
 #include "platform/win32/media/playback_notes.h"
 #include "platform/win32/media/played_time.h"
-#include "platform/win32/media/rebuilt_session.h"
 #include "platform/win32/media/session_watch.h"
 #include "platform/win32/media/shutdown_queue.h"
 #include "ports/interface_call.h"
 #include "ports/media_interfaces.h"
-
-struct IMFMediaSession;
 
 namespace platform::win32 {
 
@@ -32,9 +29,6 @@ struct RenewalOptions {
   std::chrono::milliseconds deadline;
   /// Receives a line for each step.
   std::function<void(const std::string&)> log;
-  /// Receives each session before it is used; may be empty.
-  std::function<void(::IMFMediaSession&)> session_made = nullptr;
-  SessionMaker rebuild = nullptr;
 };
 
 /// All members belong to the user-interface thread and do not wait. Meanwhile the clock runs for the caller,

@@ -93,12 +93,9 @@ struct Win32Media::Impl {
   HandleTable table;
   ComCalls calls{table};
   ShutdownQueue shutdowns;
-  Renewal renewal{table,
-                  opener,
-                  *notes,
-                  shutdowns,
-                  {options.open_deadline, [this](const std::string& line) { Log(line); },
-                   options.session_made, options.rebuild}};
+  Renewal renewal{table, opener, *notes, shutdowns, {options.open_deadline, [this](const std::string& line) {
+                                                       Log(line);
+                                                     }}};
   std::set<InterfaceHandle> running;  ///< sessions that were not shut down
   std::map<std::uint32_t, ComPointer<::IStream>> streams;
   std::uint32_t last_stream = 0;
@@ -185,7 +182,6 @@ HResult Win32Media::MFCreateMediaSession(InterfaceHandle& out) {
   const HRESULT result = CallMedia<decltype(::MFCreateMediaSession)>("MFCreateMediaSession", nullptr, &made);
   if (result == S_OK) {
     impl_->renewal.Forget();
-    if (impl_->options.session_made) impl_->options.session_made(*made);
     impl_->Watch(WatchSession(*made));
   }
   const HResult entered = impl_->Enter(result, made, Interface::kMediaSession, out);

@@ -11,13 +11,11 @@
 #include <span>
 #include <string>
 
-#include "platform/win32/media/rebuilt_session.h"
 #include "ports/interface_call.h"
 #include "ports/media_framework.h"
 #include "ports/message_loop.h"
 #include "ports/playback_monitor.h"
 
-struct IMFMediaSession;
 struct IStream;
 
 namespace platform::win32 {
@@ -36,10 +34,6 @@ struct Win32MediaOptions {
   Text user_agent = u"Funkhausplayer";
   /// What opens an address first; none is the system's resolver.
   std::shared_ptr<AddressReader> reader = nullptr;
-  /// Receives each session before it is used, so that tests can queue reports to it.
-  std::function<void(::IMFMediaSession&)> session_made = nullptr;
-  /// What makes the session of a lost station that was opened again; none makes it of the system's objects.
-  SessionMaker rebuild = nullptr;
   /// Receives one line per event worth knowing; empty writes to the standard error stream and to whoever
   /// listens to the system's debugging messages. Called on the user-interface thread.
   std::function<void(const std::string&)> log;

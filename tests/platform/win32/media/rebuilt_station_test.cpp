@@ -10,6 +10,7 @@
 
 #include "platform/win32/media/media_results.h"
 #include "tests/platform/win32/media/renewal_rig.h"
+#include "tests/platform/win32/media/replaced_function.h"
 #include "tests/platform/win32/media/station_rig.h"
 
 namespace platform::win32 {
@@ -36,12 +37,9 @@ struct RebuiltStation : StationRig, RenewalRig {
     if (IsSkipped() || HasFatalFailure()) return;
     opener_options.reader = std::make_shared<SilentReader>();
     opener.emplace(message_loop, opener_options, notes);
-    renewal_options.rebuild = [this](::IMFMediaSource& source) {
-      source.AddRef();
-      made = ComPointer<::IMFMediaSource>(&source);
-      if (rebuilt_as != kSOk) return RebuiltSession{rebuilt_as, {}, {}};
-      return RebuiltSession{kSOk, ComPointer(AsSession()), ComPointer(AsClock())};
-    };
+    test = this;
+    built.session.Answer(7, &TakeTopology);
+    built.session.Answer(14, &GiveClock);
     renewal.emplace(table, *opener, *notes, shutdowns, renewal_options);
     SlotObject resolver;
     ASSERT_EQ(
@@ -58,8 +56,22 @@ struct RebuiltStation : StationRig, RenewalRig {
     if (made) made->Shutdown();
     StationRig::TearDown();
   }
-  ::IMFMediaSession* AsSession() { return reinterpret_cast<::IMFMediaSession*>(built.session.Reference()); }
-  ::IMFClock* AsClock() { return reinterpret_cast<::IMFClock*>(built.clock.Reference()); }
+  static HRESULT WINAPI MakeSession(::IMFAttributes*, ::IMFMediaSession** out) {
+    *out = reinterpret_cast<::IMFMediaSession*>(test->built.session.Reference());
+    return S_OK;
+  }
+  static HRESULT STDMETHODCALLTYPE TakeTopology(SlotObject*, DWORD, ::IMFTopology* topology) {
+    ComPointer<::IMFTopologyNode> node;
+    EXPECT_EQ(topology->GetNode(0, node.Receive()), S_OK);
+    const HRESULT got =
+        node->GetUnknown(MF_TOPONODE_SOURCE, __uuidof(::IMFMediaSource), test->made.ReceiveAny());
+    EXPECT_EQ(got, S_OK);
+    return test->rebuilt_as;
+  }
+  static HRESULT STDMETHODCALLTYPE GiveClock(SlotObject*, ::IUnknown** out) {
+    *out = test->built.clock.Reference();
+    return S_OK;
+  }
   /// Takes the steps that are due until then.
   bool StepsUntil(const std::function<bool()>& condition) {
     return WaitUntil([&] {
@@ -84,6 +96,8 @@ struct RebuiltStation : StationRig, RenewalRig {
   }
 
   static constexpr const char* kAsksAgain = "The lost station was not opened; it is asked again.";
+  static inline RebuiltStation* test = nullptr;
+  ReplacedFunction<decltype(::MFCreateMediaSession)> make{L"mf.dll", "MFCreateMediaSession", &MakeSession};
   SessionObjects built;
   HResult rebuilt_as = kSOk;
   ComPointer<::IMFMediaSource> made;
@@ -229,7 +243,7 @@ TEST_F(RebuiltStation, ThatHasNoSessionIsAskedAgainAndGivenUp) {
   EXPECT_TRUE(IsShutDown());
   EXPECT_EQ(Status().failure, PlaybackFailure::kUnreadable);
   EXPECT_TRUE(StepsUntil([this] { return notes->Status().state == PlaybackState::kFailed; }));
-  EXPECT_EQ(built.session.calls, Started{});
+  EXPECT_EQ(built.session.calls, Started(Renewal::kMostRefusals, "shut down"));
   EXPECT_EQ(Start(), kEFail);
 }
 

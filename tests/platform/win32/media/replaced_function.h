@@ -1,11 +1,13 @@
 #pragma once
-// A function of a system's library that does for a while what a test says. Not for the program's functions.
+// A function or an operation of the system that does for a while what a test says. Not for the program's own.
 
 #include "platform/win32/base/windows_api.h"
 
 #include <gtest/gtest.h>
+#include <unknwn.h>
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -17,14 +19,10 @@ template <typename Function>
 class ReplacedFunction {
  public:
   ReplacedFunction(const wchar_t* library, const char* name, Function* replacement)
-      : function_(reinterpret_cast<Function*>(
-            reinterpret_cast<void*>(GetProcAddress(LoadLibraryW(library), name)))) {
-    // mov rax, replacement; jmp rax
-    jump_ = {0x48, 0xB8, 0, 0, 0, 0, 0, 0, 0, 0, 0xFF, 0xE0};
-    std::memcpy(&jump_[2], &replacement, sizeof replacement);
-    std::memcpy(original_.data(), reinterpret_cast<void*>(function_), original_.size());
-    Write(jump_);
-  }
+      : ReplacedFunction(reinterpret_cast<void*>(GetProcAddress(LoadLibraryW(library), name)), replacement) {}
+  /// The operation in that slot of `object`, and of all objects that have the same one.
+  ReplacedFunction(::IUnknown& object, std::size_t slot, Function* replacement)
+      : ReplacedFunction((*reinterpret_cast<void***>(&object))[slot], replacement) {}
   ~ReplacedFunction() { Write(original_); }
   ReplacedFunction(const ReplacedFunction&) = delete;
   ReplacedFunction& operator=(const ReplacedFunction&) = delete;
@@ -40,6 +38,13 @@ class ReplacedFunction {
 
  private:
   using Bytes = std::array<std::uint8_t, 12>;
+  ReplacedFunction(void* place, Function* replacement) : function_(reinterpret_cast<Function*>(place)) {
+    // mov rax, replacement; jmp rax
+    jump_ = {0x48, 0xB8, 0, 0, 0, 0, 0, 0, 0, 0, 0xFF, 0xE0};
+    std::memcpy(&jump_[2], &replacement, sizeof replacement);
+    std::memcpy(original_.data(), place, original_.size());
+    Write(jump_);
+  }
   void Write(const Bytes& bytes) {
     void* const place = reinterpret_cast<void*>(function_);
     DWORD before = 0;

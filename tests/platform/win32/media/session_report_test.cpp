@@ -8,7 +8,9 @@
 #include <mfidl.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,6 +20,7 @@
 #include "platform/win32/media/media_opener.h"
 #include "platform/win32/media/media_results.h"
 #include "ports/media_interfaces.h"
+#include "tests/platform/win32/media/made_sessions.h"
 #include "tests/platform/win32/media/renewal_rig.h"
 #include "tests/platform/win32/media/station_rig.h"
 
@@ -68,15 +71,11 @@ struct SessionReport : StationRig {
   void SetUp() override {
     reader = std::make_shared<KeepingReader>();
     options.reader = reader;
-    options.session_made = [this](::IMFMediaSession& made) {
-      made.AddRef();
-      sessions.emplace_back(&made);
-    };
     StationRig::SetUp();
   }
   void TearDown() override {
     reader->EndAll();
-    sessions.clear();
+    sessions.Forget();
     player.reset();
     media.reset();
     StationRig::TearDown();
@@ -109,7 +108,7 @@ struct SessionReport : StationRig {
   static constexpr const char* kLost =
       "The system has lost a station, which is read by the program from now on.";
   std::shared_ptr<KeepingReader> reader;
-  std::vector<ComPointer<::IMFMediaSession>> sessions;  ///< each as it was made
+  MadeSessions sessions;
 };
 
 constexpr HResult kSoundBufferFails = static_cast<HResult>(0x88890018u);
@@ -117,7 +116,7 @@ constexpr HResult kSoundBufferFails = static_cast<HResult>(0x88890018u);
 // The station is there, but would not be heard any better from another session.
 TEST_F(SessionReport, OfADecoderThatFailsEndsTheItem) {
   PlayUntilItIsHeard();
-  EXPECT_TRUE(Report(*sessions[0].Get(), MEError, kMfETopologyCodecNotFound));
+  EXPECT_TRUE(Report(sessions.At(0), MEError, kMfETopologyCodecNotFound));
   EXPECT_EQ(media->Status().state, PlaybackState::kFailed);
   EXPECT_EQ(media->Status().failure, PlaybackFailure::kUnreadable);
   EXPECT_FALSE(WasLost());
@@ -128,7 +127,7 @@ TEST_F(SessionReport, OfADecoderThatFailsEndsTheItem) {
 
 TEST_F(SessionReport, OfARendererThatFailsEndsTheItem) {
   PlayUntilItIsHeard();
-  EXPECT_TRUE(Report(*sessions[0].Get(), MEError, kSoundBufferFails));
+  EXPECT_TRUE(Report(sessions.At(0), MEError, kSoundBufferFails));
   EXPECT_EQ(media->Status().state, PlaybackState::kFailed);
   EXPECT_EQ(media->Status().failure, PlaybackFailure::kOther);
   EXPECT_FALSE(WasLost());
@@ -136,19 +135,19 @@ TEST_F(SessionReport, OfARendererThatFailsEndsTheItem) {
 
 TEST_F(SessionReport, OfAFailureIsForgottenWithTheItem) {
   PlayUntilItIsHeard();
-  EXPECT_TRUE(Report(*sessions[0].Get(), MEError, kSoundBufferFails));
+  EXPECT_TRUE(Report(sessions.At(0), MEError, kSoundBufferFails));
   EXPECT_EQ(media->Status().state, PlaybackState::kFailed);
   results.clear();
   Play("/stream");
   EXPECT_TRUE(Heard());
   EXPECT_EQ(media->Status().state, PlaybackState::kPlaying);
-  EXPECT_TRUE(Report(*sessions[1].Get(), MEError, kMfETopologyCodecNotFound));
+  EXPECT_TRUE(Report(sessions.At(1), MEError, kMfETopologyCodecNotFound));
   EXPECT_EQ(media->Status().failure, PlaybackFailure::kUnreadable);
 }
 
 TEST_F(SessionReport, OfALostStationRenewsIt) {
   PlayUntilItIsHeard();
-  EXPECT_TRUE(Report(*sessions[0].Get(), MEError, kMfENetRead));
+  EXPECT_TRUE(Report(sessions.At(0), MEError, kMfENetRead));
   EXPECT_EQ(media->Status().state, PlaybackState::kReconnecting);
   EXPECT_TRUE(WasLost());
   EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
@@ -160,7 +159,7 @@ TEST_F(SessionReport, OfAStationThatIsLostWhilePausedWaitsForStart) {
   player->PauseMedia();
   EXPECT_TRUE(WaitUntil([this] { return ClockIs(ClockState::kPaused); }));
   const auto position = player->CurrentPlayPosition();
-  EXPECT_TRUE(Report(*sessions[0].Get(), MEError, kMfENetRead));
+  EXPECT_TRUE(Report(sessions.At(0), MEError, kMfENetRead));
   EXPECT_EQ(media->Status().state, PlaybackState::kPaused);
   EXPECT_TRUE(WasLost());
   EXPECT_TRUE(ClockIs(ClockState::kPaused));
@@ -177,7 +176,7 @@ TEST_F(SessionReport, OfAStationThatIsLostWhilePausedWaitsForStart) {
 TEST_F(SessionReport, OfAStationThatIsLostWhileStoppedWaitsForStart) {
   PlayUntilItIsHeard();
   player->StopMedia();
-  EXPECT_TRUE(Report(*sessions[0].Get(), MEError, kMfENetRead));
+  EXPECT_TRUE(Report(sessions.At(0), MEError, kMfENetRead));
   EXPECT_EQ(media->Status().state, PlaybackState::kStopped);
   EXPECT_TRUE(WasLost());
   EXPECT_EQ(player->CurrentPlayPosition(), 0);
@@ -200,7 +199,7 @@ TEST_F(SessionReport, OfAnOlderItemIsNoNewsOfALaterOne) {
   const auto& open = IMFSourceResolver::CreateObjectFromURL;
   ASSERT_EQ(media->DispCallFunc(resolver, open.interface_id, open.slot, list), kSOk);
   for (const HResult result : {kMfETopologyCodecNotFound, kMfENetRead}) {
-    EXPECT_TRUE(Report(*sessions[0].Get(), MEError, result));
+    EXPECT_TRUE(Report(sessions.At(0), MEError, result));
     EXPECT_EQ(media->Status().state, PlaybackState::kConnecting);
     EXPECT_FALSE(WasLost());
   }
@@ -210,25 +209,29 @@ TEST_F(SessionReport, OfAnOlderItemIsNoNewsOfALaterOne) {
 /// The session of a lost station that was opened again has not started yet.
 struct RenewedSession : SessionReport {
   void SetUp() override {
-    options.rebuild = [this](::IMFMediaSource& source) {
-      source.AddRef();
-      reader->sources.emplace_back(&source);
-      RebuiltSession built = RebuildSession(source);
-      if (!may_start) built.clock = ComPointer(reinterpret_cast<::IMFClock*>(stands.Reference()));
-      return built;
-    };
+    test = this;
     stands.result = E_FAIL;
+    options.open_deadline = std::chrono::seconds(4);
     SessionReport::SetUp();
+  }
+  static HRESULT STDMETHODCALLTYPE GiveClock(::IMFMediaSession* session, ::IMFClock** out) {
+    if (test->may_start) return test->give_clock->CallOriginal(session, out);
+    *out = reinterpret_cast<::IMFClock*>(test->stands.Reference());
+    return S_OK;
   }
   void LoseAndOpen() {
     PlayUntilItIsHeard();
-    EXPECT_TRUE(Report(*sessions[0].Get(), MEError, kMfENetRead));
+    give_clock.emplace(sessions.At(0), kGetClock, &GiveClock);
+    EXPECT_TRUE(Report(sessions.At(0), MEError, kMfENetRead));
     ASSERT_TRUE(WaitUntil([this] {
       static_cast<void>(media->Status());
       return log.back() == "The lost station is opened and starts.";
     }));
   }
 
+  static constexpr std::size_t kGetClock = 14;
+  static inline RenewedSession* test = nullptr;
+  std::optional<ReplacedFunction<decltype(GiveClock)>> give_clock;
   ClockObject stands;
   bool may_start = false;
 };
@@ -236,7 +239,7 @@ struct RenewedSession : SessionReport {
 TEST_F(RenewedSession, ThatLosesTheStationBeforeItStartsIsReplaced) {
   LoseAndOpen();
   may_start = true;
-  EXPECT_TRUE(Report(*sessions[1].Get(), MEError, kMfENetRead));
+  EXPECT_TRUE(Report(sessions.At(1), MEError, kMfENetRead));
   const PlaybackStatus status = media->Status();
   EXPECT_EQ(status.state, PlaybackState::kReconnecting);
   EXPECT_EQ(status.failure, PlaybackFailure::kConnectionLost);
@@ -256,14 +259,14 @@ TEST_F(RenewedSession, ThatNeverStartsIsReplaced) {
 TEST_F(RenewedSession, WhoseDecoderAlwaysFailsBeforeItStartsIsGivenUp) {
   LoseAndOpen();
   for (std::size_t times = 1; times < Renewal::kMostRefusals; ++times) {
-    EXPECT_TRUE(Report(*sessions.back().Get(), MEError, kMfETopologyCodecNotFound));
+    EXPECT_TRUE(Report(sessions.Latest(), MEError, kMfETopologyCodecNotFound));
     EXPECT_EQ(media->Status().failure, PlaybackFailure::kUnreadable);
     ASSERT_TRUE(WaitUntil([&] {
       static_cast<void>(media->Status());
-      return reader->sources.size() == times + 2;
+      return sessions.Count() == times + 2;
     }));
   }
-  EXPECT_TRUE(Report(*sessions.back().Get(), MEError, kMfETopologyCodecNotFound));
+  EXPECT_TRUE(Report(sessions.Latest(), MEError, kMfETopologyCodecNotFound));
   EXPECT_EQ(media->Status().state, PlaybackState::kFailed);
   EXPECT_EQ(media->Status().failure, PlaybackFailure::kUnreadable);
   EXPECT_FALSE(player->PlayMedia());

@@ -2,7 +2,6 @@
 #include "platform/win32/base/windows_api.h"
 
 #include <gtest/gtest.h>
-#include <mfapi.h>
 #include <mfidl.h>
 
 #include <algorithm>
@@ -17,7 +16,7 @@
 #include "platform/win32/media/media_opener.h"
 #include "platform/win32/media/media_results.h"
 #include "ports/media_interfaces.h"
-#include "tests/platform/win32/media/replaced_function.h"
+#include "tests/platform/win32/media/made_sessions.h"
 #include "tests/platform/win32/media/station_rig.h"
 
 namespace platform::win32 {
@@ -55,27 +54,14 @@ class ReportingReader : public AddressReader {
 
 /// What the sessions report can be queued to them directly.
 struct WatchedStation : StationRig {
-  void SetUp() override {
-    test = this;
-    StationRig::SetUp();
-  }
   void TearDown() override {
-    session = {};
+    sessions.Forget();
     StationRig::TearDown();
   }
-  static HRESULT WINAPI Make(::IMFAttributes* attributes, ::IMFMediaSession** made) {
-    const HRESULT result = test->make.CallOriginal(attributes, made);
-    if (result != S_OK) return result;
-    (*made)->AddRef();
-    test->session = ComPointer<::IMFMediaSession>(*made);
-    return result;
+  [[nodiscard]] bool SessionReports(MediaEventType type, HRESULT status) const {
+    return sessions.Latest().QueueEvent(type, GUID{}, status, nullptr) == S_OK;
   }
-  bool SessionReports(MediaEventType type, HRESULT status) {
-    return session->QueueEvent(type, GUID{}, status, nullptr) == S_OK;
-  }
-  static inline WatchedStation* test = nullptr;
-  ReplacedFunction<decltype(::MFCreateMediaSession)> make{L"mf.dll", "MFCreateMediaSession", &Make};
-  ComPointer<::IMFMediaSession> session;  ///< the latest
+  MadeSessions sessions;
 };
 
 struct SystemStation : WatchedStation {
