@@ -56,28 +56,19 @@ PlaybackFailure FailureOf(HResult result) {
     case kEInvalidArg:
     case kMfEUnsupportedScheme:
       return PlaybackFailure::kBadAddress;
-    case kMfEUnsupportedByteStreamType:
-    case kMfETopologyCodecNotFound:
-      return PlaybackFailure::kUnreadable;
     case kMfENetTimeout:
       return PlaybackFailure::kNoAnswer;
-    case kMfENoAudioPlaybackDevice:
-    case kMfEAudioPlaybackDeviceInvalidated:
-    case kMfEAudioServiceNotRunning:
-    case kAudioDeviceInvalidated:
-    case kAudioEndpointCreateFailed:
-    case kAudioServiceNotRunning:
-      return PlaybackFailure::kNoSoundDevice;
-    case kMfENetRead:
-    case kMfENetWrite:
-    case kInternetConnectionAborted:
-    case kInternetConnectionReset:
-      return PlaybackFailure::kConnectionLost;
     case kInternetNameNotResolved:
       return PlaybackFailure::kUnknownHost;
+    // The data is neither damaged nor silent, but not for everybody.
+    case kMfETopologyNoDecryptor:
+      return PlaybackFailure::kOther;
     default:
-      return IsNetworkFailure(result) ? PlaybackFailure::kConnectionLost : PlaybackFailure::kOther;
+      break;
   }
+  if (IsDeviceFailure(result)) return PlaybackFailure::kNoSoundDevice;
+  if (IsDecoderFailure(result) || IsDataFailure(result)) return PlaybackFailure::kUnreadable;
+  return IsNetworkFailure(result) ? PlaybackFailure::kConnectionLost : PlaybackFailure::kOther;
 }
 
 }  // namespace platform::win32

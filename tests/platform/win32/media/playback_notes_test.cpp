@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <vector>
+
 #include "platform/win32/media/media_results.h"
 
 namespace platform::win32 {
@@ -100,31 +103,69 @@ TEST(NetworkFailure, HasTheResultsOfEachOfTheSystemsReaders) {
   }
 }
 
-TEST(DeviceFailure, IsTheFrameworksOrTheAudioClients) {
-  for (const HResult result :
-       {kMfENoAudioPlaybackDevice, kMfEAudioPlaybackDeviceInvalidated, kMfEAudioServiceNotRunning,
-        kAudioDeviceInvalidated, kAudioEndpointCreateFailed, kAudioServiceNotRunning}) {
-    EXPECT_TRUE(IsDeviceFailure(result)) << std::hex << result;
-    EXPECT_FALSE(IsDecoderFailure(result)) << std::hex << result;
+enum class Kind : std::uint8_t { kDevice, kDecoder, kData, kNone };
+
+/// Results at both ends of what is one kind, and what the user is told.
+struct KindOfResults {
+  Kind kind;
+  PlaybackFailure failure;
+  std::vector<std::uint32_t> results;
+};
+
+struct ResultsByMeaning : testing::TestWithParam<KindOfResults> {};
+
+TEST_P(ResultsByMeaning, AreOfOneKindAndHaveItsSentence) {
+  const auto& [kind, failure, results] = GetParam();
+  for (const std::uint32_t code : results) {
+    const auto result = static_cast<HResult>(code);
+    EXPECT_EQ(IsDeviceFailure(result), kind == Kind::kDevice) << std::hex << code;
+    EXPECT_EQ(IsDecoderFailure(result), kind == Kind::kDecoder) << std::hex << code;
+    EXPECT_EQ(IsDataFailure(result), kind == Kind::kData) << std::hex << code;
+    EXPECT_EQ(FailureOf(result), failure) << std::hex << code;
+    EXPECT_FALSE(IsNetworkFailure(result)) << std::hex << code;
   }
-  EXPECT_FALSE(IsDeviceFailure(kMfENetRead));
-  EXPECT_FALSE(IsDeviceFailure(kSOk));
 }
 
-TEST(DecoderFailure, IsAMissingDecoderOrARefusal) {
-  constexpr auto kNotPossibleForThatType = static_cast<HResult>(0xC00D6D6Du);
-  for (const HResult result :
-       {kMfETopologyCodecNotFound, kMfEUnsupportedByteStreamType, kNotPossibleForThatType}) {
-    EXPECT_TRUE(IsDecoderFailure(result)) << std::hex << result;
-    EXPECT_FALSE(IsDeviceFailure(result)) << std::hex << result;
-  }
-  EXPECT_FALSE(IsDecoderFailure(kMfENetRead));
-  EXPECT_FALSE(IsDecoderFailure(kEFail));
-}
+// The audio client's: not initialised, invalidated, unsupported format, in use, exclusive mode not allowed,
+// no endpoint, no service, exclusive mode only, no time, no buffer, resources invalidated, no such effect.
+const KindOfResults kOfTheAudioClient{
+    Kind::kDevice,
+    PlaybackFailure::kNoSoundDevice,
+    {0x88890001u, 0x88890004u, 0x88890008u, 0x8889000Au, 0x8889000Eu, 0x8889000Fu, 0x88890010u, 0x88890012u,
+     0x88890017u, 0x88890018u, 0x88890026u, 0x88890041u, 0x88890000u, 0x8889FFFFu}};
+// No device, in use, invalidated, no service, a wrong buffer, a wrong client; no renderer.
+const KindOfResults kOfTheRenderer{
+    Kind::kDevice,
+    PlaybackFailure::kNoSoundDevice,
+    {0xC00D4E84u, 0xC00D4E85u, 0xC00D4E86u, 0xC00D4E87u, 0xC00D4E88u, 0xC00D4E89u, 0xC00D36FAu}};
+const KindOfResults kOfTheDecoder{
+    Kind::kDecoder,
+    PlaybackFailure::kUnreadable,
+    {0xC00D36B4u, 0xC00D36C4u, 0xC00D3AA0u, 0xC00D3E89u, 0xC00D3E98u, 0xC00D5212u, 0xC00D5213u, 0xC00D5214u,
+     0xC00D6D60u, 0xC00D6D6Du, 0xC00D6D7Cu}};
+const KindOfResults kOfTheDecryptor{Kind::kDecoder, PlaybackFailure::kOther, {0xC00D5211u}};
+const KindOfResults kOfTheData{Kind::kData,
+                               PlaybackFailure::kUnreadable,
+                               {0xC00D36BEu, 0xC00D36CBu, 0xC00D36F0u, 0xC00D36FEu, 0xC00D3A98u, 0xC00D3A9Bu,
+                                0xC00D3E86u, 0xC00D3E88u, 0xC00D3E8Cu, 0xC00D3E99u}};
+// Successes, failures that say nothing, and the neighbours of what is known.
+const KindOfResults kOfNothingKnown{
+    Kind::kNone,
+    PlaybackFailure::kOther,
+    {0x00000000u, 0x08890004u, 0x80004005u, 0x8000FFFFu, 0x8888FFFFu, 0x888A0000u, 0xC00D36B3u,
+     0xC00D36B5u, 0xC00D36BDu, 0xC00D36BFu, 0xC00D36C5u, 0xC00D36CAu, 0xC00D36CCu, 0xC00D36EFu,
+     0xC00D36F1u, 0xC00D36F9u, 0xC00D36FBu, 0xC00D36FDu, 0xC00D36FFu, 0xC00D3A97u, 0xC00D3A9Cu,
+     0xC00D3A9Fu, 0xC00D3AA1u, 0xC00D3E85u, 0xC00D3E8Au, 0xC00D3E8Bu, 0xC00D3E8Du, 0xC00D3E97u,
+     0xC00D3E9Au, 0xC00D4E83u, 0xC00D4E8Au, 0xC00D5210u, 0xC00D5215u, 0xC00D6D5Fu, 0xC00D6D7Du}};
+
+INSTANTIATE_TEST_SUITE_P(EachKind, ResultsByMeaning,
+                         testing::Values(kOfTheAudioClient, kOfTheRenderer, kOfTheDecoder, kOfTheDecryptor,
+                                         kOfTheData, kOfNothingKnown));
 
 TEST(NetworkFailure, IsNoDevicesAndNoDecoders) {
-  for (const HResult result : {kSOk, kEFail, kMfENoAudioPlaybackDevice, kMfEAudioPlaybackDeviceInvalidated,
-                               kMfETopologyCodecNotFound, kMfEUnsupportedByteStreamType, kEAccessDenied}) {
+  for (const HResult result :
+       {kSOk, kEFail, kMfENoAudioPlaybackDevice, kMfEAudioPlaybackDeviceInvalidated, kAudioDeviceInvalidated,
+        kMfETopologyCodecNotFound, kMfEUnsupportedByteStreamType, kEAccessDenied}) {
     EXPECT_FALSE(IsNetworkFailure(result)) << std::hex << result;
   }
 }

@@ -129,7 +129,7 @@ TEST_F(SessionReport, OfARendererThatFailsEndsTheItem) {
   PlayUntilItIsHeard();
   EXPECT_TRUE(Report(sessions.At(0), MEError, kSoundBufferFails));
   EXPECT_EQ(media->Status().state, PlaybackState::kFailed);
-  EXPECT_EQ(media->Status().failure, PlaybackFailure::kOther);
+  EXPECT_EQ(media->Status().failure, PlaybackFailure::kNoSoundDevice);
   EXPECT_FALSE(WasLost());
 }
 
