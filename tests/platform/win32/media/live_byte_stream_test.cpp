@@ -101,6 +101,18 @@ TEST_F(LiveByteStream, WhoGoesElsewhereWhileAReadWaitsIsThereAfterwards) {
   EXPECT_EQ(Position(), 70u);
 }
 
+TEST_F(LiveByteStream, ReadsMayBeEndedInAnotherOrderThanTheyWereAnswered) {
+  auto first = BeginRead(1000);
+  auto second = BeginRead(2000);
+  auto third = BeginRead(3000);
+  Append(3000);
+  for (const auto* read : {&first, &second, &third})
+    ASSERT_EQ(read->wait_for(10s), std::future_status::ready);
+  EXPECT_EQ(EndRead(std::move(third)), 3000u);
+  EXPECT_EQ(EndRead(std::move(first)), 1000u);
+  EXPECT_EQ(EndRead(std::move(second)), 2000u);
+}
+
 TEST_F(LiveByteStream, AReadThatIsCalledAdvancesToo) {
   Append(2000);
   EXPECT_EQ(Read(1500), 1500u);
