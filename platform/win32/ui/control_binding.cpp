@@ -78,7 +78,7 @@ void ControlBinding::FollowControl() {
   if (shown != control_.Visible()) ::ShowWindow(handle_, control_.Visible() ? SW_SHOWNA : SW_HIDE);
   if (enabled != control_.Enabled()) ::EnableWindow(handle_, control_.Enabled() ? TRUE : FALSE);
   if (left_to_window) ::SetFocus(::GetAncestor(handle_, GA_ROOT));
-  around_.tool_tips.Show(handle_, control_.ToolTip().empty() ? hint_ : control_.ToolTip());
+  around_.tool_tips.Show(handle_, Tip());
   FollowWindow();
 }
 

@@ -72,6 +72,8 @@ class ControlBinding : public Reflected {
   [[nodiscard]] bool IsBlocked() const { return IsBlockedByDialog(handle_); }
   [[nodiscard]] const Scale& GetScale() const { return around_.scale; }
   [[nodiscard]] const Surroundings& Around() const { return around_; }
+  /// The tooltip that belongs to it now: the control's own, otherwise its form's.
+  [[nodiscard]] virtual Text Tip() const { return control_.ToolTip().empty() ? hint_ : control_.ToolTip(); }
   /// The control or its form has a tooltip for it.
   [[nodiscard]] bool HasHint() const { return !hint_.empty() || !control_.ToolTip().empty(); }
   /// The window's own text, when it is another.

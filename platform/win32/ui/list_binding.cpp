@@ -94,6 +94,7 @@ ListBinding::ListBinding(controls::ListView& list, HWND parent, const Surroundin
     ::SendMessageW(Handle(), LVM_REDRAWITEMS, position, static_cast<LPARAM>(position));
     // For screen readers; rows count from 1 there.
     ::NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, Handle(), OBJID_CLIENT, static_cast<LONG>(position) + 1);
+    FollowTip();
   });
   subscriptions_ += list.ScrollWanted.Subscribe([this](controls::RowId id) {
     if (const auto position = list_.IndexOf(id))
@@ -129,7 +130,9 @@ void ListBinding::Follow() {
 }
 
 void ListBinding::FollowRows(bool all) {
-  pointed_at_ = {-1, -1};
+  // Which row is under the pointer now shows when it moves.
+  if (all) pointed_at_ = {-1, -1};
+  FollowTip();
   {
     const Following guard(following_);
     const LPARAM flags = LVSICF_NOSCROLL | (all ? 0 : LVSICF_NOINVALIDATEALL);

@@ -58,6 +58,10 @@ class ListBinding final : public ControlBinding {
   void FitColumns() { columns_.Fit(); }
   [[nodiscard]] bool ShowsHint() const { return list_.Count() == 0 && !list_.EmptyText().empty(); }
 
+ protected:
+  /// While the pointer is on a cell that is cut: what it says.
+  [[nodiscard]] Text Tip() const override;
+
  private:
   void EndTooltipsOfTheSystem() const;
 
@@ -68,6 +72,7 @@ class ListBinding final : public ControlBinding {
   void FollowRowHeight();
   void FollowSorting();
   void FollowSelection();
+  void FollowTip() const { Around().tool_tips.Show(Handle(), Tip()); }
 
   /// What a screen reader speaks; the marks are only painted.
   [[nodiscard]] Text SpokenCell(const controls::ListRow& row, std::size_t column) const;

@@ -143,18 +143,19 @@ void ListBinding::PointAt(int left, int top) {
   LVHITTESTINFO hit{};
   hit.pt = {left, top};
   ::SendMessageW(Handle(), LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&hit));
-  const std::pair<int, int> cell{hit.iItem, hit.iSubItem};
-  if (std::exchange(pointed_at_, cell) == cell) return;
-  const controls::ListRow* row = RowAt(hit.iItem);
-  const auto column = static_cast<std::size_t>(std::max(0, hit.iSubItem));
-  Text tip;
+  pointed_at_ = {hit.iItem, hit.iSubItem};
+  FollowTip();
+}
+
+Text ListBinding::Tip() const {
+  const controls::ListRow* row = RowAt(pointed_at_.first);
+  if (row == nullptr) return ControlBinding::Tip();
+  const auto column = static_cast<std::size_t>(std::max(0, pointed_at_.second));
   const std::vector<int> widths = columns_.Shown();
-  if (row != nullptr && column < widths.size()) {
-    const WindowContext context(Handle());
-    const bool cut = painter_.CellWidth(context.Get(), *row, column) > widths[column];
-    if (cut) tip = OnOneLine(row->cells[column]);
-  }
-  Around().tool_tips.Show(Handle(), tip);
+  if (column >= widths.size()) return ControlBinding::Tip();
+  const WindowContext context(Handle());
+  const bool cut = painter_.CellWidth(context.Get(), *row, column) > widths[column];
+  return cut ? OnOneLine(row->cells[column]) : ControlBinding::Tip();
 }
 
 /// The hint needs fresh ground: painted over itself its letters would become bolder.

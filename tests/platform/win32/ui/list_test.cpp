@@ -7,54 +7,10 @@
 
 #include "platform/win32/ui/list_menu.h"
 #include "tests/platform/win32/ui/canvas.h"
-#include "tests/platform/win32/ui/rig.h"
+#include "tests/platform/win32/ui/list_rig.h"
 
 namespace platform::win32 {
 namespace {
-
-class Win32ListTest : public Win32WindowTest {
- protected:
-  void Fill(int count) {
-    list.AddColumn({u"Station", 200});
-    list.AddColumn({u"Genre", 100});
-    std::vector<controls::ListRow> rows;
-    for (int row = 0; row < count; ++row) {
-      const std::string digits = std::to_string(row);
-      rows.push_back({controls::RowId::kNone,
-                      -1,
-                      controls::RowMark::kNone,
-                      {u"Sender " + Text(digits.begin(), digits.end()), u"Köln\nBonn"}});
-    }
-    list.AddRows(std::move(rows));
-    list.Move({0, 0, 8000, 5000});
-    inventory.insert(inventory.begin(), {"list", &list});
-    Open();
-  }
-  LRESULT Ask(UINT message, WPARAM w = 0, LPARAM l = 0) const {
-    return ::SendMessageW(Of(list), message, w, l);
-  }
-  Text Cell(int row, int column) const {
-    std::array<wchar_t, 64> buffer{};
-    LVITEMW item{};
-    item.iSubItem = column;
-    item.pszText = buffer.data();
-    item.cchTextMax = static_cast<int>(buffer.size());
-    Ask(LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-    const std::wstring text = buffer.data();
-    return {text.begin(), text.end()};
-  }
-  int Shown() const { return static_cast<int>(Ask(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED)); }
-  void SelectAsUser(int row) const {
-    LVITEMW state{};
-    state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-    state.state = LVIS_SELECTED | LVIS_FOCUSED;
-    Ask(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&state));
-  }
-  ListBinding& Binding() const { return *window->Controls().Lists().front(); }
-
-  controls::ListView list;
-  controls::CommandButton button;
-};
 
 TEST_F(Win32ListTest, TwentyThousandRowsAreShownOnDemand) {
   Fill(20000);
@@ -366,7 +322,27 @@ TEST_F(Win32ListTest, HintOfAnEmptyListIsPaintedOnFreshGroundAlsoWhenAPartIsPain
   ::DeleteObject(red);
   ::ReleaseDC(Of(list), context);
   EXPECT_EQ(seen.Count(IsRed), 0);
-  EXPECT_GT(seen.Count(IsDark), 0) << "the hint";
+  RECT header{};
+  ::GetClientRect(reinterpret_cast<HWND>(Ask(LVM_GETHEADER)), &header);
+  const auto dark = [&seen](LONG left, LONG top, LONG right, LONG bottom) {
+    return seen.Count({left, top, right, bottom}, IsDark);
+  };
+  const LONG middle = (header.bottom + all.bottom) / 2;
+  EXPECT_GT(dark(0, middle - 12, all.right / 2, middle + 12), 20) << "the hint stands in the middle";
+  EXPECT_GT(dark(all.right / 2, middle - 12, all.right, middle + 12), 20);
+  EXPECT_EQ(dark(0, header.bottom, all.right, middle - 12), 0);
+  EXPECT_EQ(dark(0, middle + 12, all.right, all.bottom), 0);
+  EXPECT_EQ(seen.Count({all.right / 2 - 80, middle - 12, all.right / 2 + 80, middle + 12}, IsDark),
+            dark(0, middle - 12, all.right, middle + 12));
+}
+
+TEST_F(Win32ListTest, MenuHasNoEntryForAControlThatCannotHaveOne) {
+  controls::TextBox field;
+  inventory = {{"field", &field, nullptr, {.menu = app::MenuEntry::kOpenRow}},
+               {"button", &button, nullptr, {.menu = app::MenuEntry::kForRow}}};
+  Fill(1);
+  const ListMenu menu(inventory, Binding());
+  EXPECT_EQ(::GetMenuItemCount(menu.Handle()), 0);
 }
 
 }  // namespace
