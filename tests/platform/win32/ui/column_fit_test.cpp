@@ -142,5 +142,12 @@ TEST_F(Win32ColumnFitTest, WindowThatClosesInTheMiddleOfADragLosesNothing) {
   EXPECT_EQ(list.Columns()[1].users_width, std::nullopt);
 }
 
+TEST_F(Win32ColumnFitTest, ColumnThatComesIsFittedIn) {
+  list.AddColumn({u"Neu", 70});
+  const auto fifth = static_cast<int>(::SendMessageW(Of(list), LVM_GETCOLUMNWIDTH, 4, 0));
+  EXPECT_EQ(fifth, 70);
+  EXPECT_EQ(Shown()[0] + Shown()[1] + Shown()[2] + Shown()[3] + fifth, Room());
+}
+
 }  // namespace
 }  // namespace platform::win32
