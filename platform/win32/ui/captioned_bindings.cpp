@@ -42,13 +42,11 @@ void CommandButtonBinding::Follow() {
   const bool named = ShowsGlyphAlone(button_) && !button_.ToolTip().empty();
   ShowTitle(named ? button_.ToolTip() : WithoutMnemonics(button_.Caption()));
   ::InvalidateRect(Handle(), nullptr, TRUE);
-  FollowWindow();
 }
 
-void CommandButtonBinding::FollowWindow() {
-  if (HasHint()) return;
-  const bool whole = ShowsWholeCaption(button_, Handle(), GetScale());
-  Around().tool_tips.Show(Handle(), whole ? Text() : button_.Caption());
+Text CommandButtonBinding::Tip() const {
+  const Text given = ControlBinding::Tip();
+  return !given.empty() || ShowsWholeCaption(button_, Handle(), GetScale()) ? given : button_.Caption();
 }
 
 void CommandButtonBinding::Notice(unsigned int code) {

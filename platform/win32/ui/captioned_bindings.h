@@ -33,7 +33,7 @@ class CommandButtonBinding final : public ControlBinding {
   void ContextWanted(int left, int top) override;
 
  protected:
-  void FollowWindow() override;
+  [[nodiscard]] Text Tip() const override;
 
  private:
   void Follow();

@@ -61,7 +61,7 @@ void ControlBinding::SetHint(const Text& hint) {
 
 void ControlBinding::FollowScale() {
   SetFont(font_);
-  FollowPlace();
+  FollowControl();
 }
 
 void ControlBinding::SetFont(Scale::Font font) {

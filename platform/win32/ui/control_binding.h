@@ -47,7 +47,7 @@ class ControlBinding : public Reflected {
   /// The tooltip while the control has none of its own.
   void SetHint(const Text& hint);
 
-  /// Applies place and font again; to be called when the scale has changed.
+  /// Applies font, place and tooltip again; to be called when the scale has changed.
   virtual void FollowScale();
 
  protected:
@@ -74,8 +74,6 @@ class ControlBinding : public Reflected {
   [[nodiscard]] const Surroundings& Around() const { return around_; }
   /// The tooltip that belongs to it now: the control's own, otherwise its form's.
   [[nodiscard]] virtual Text Tip() const { return control_.ToolTip().empty() ? hint_ : control_.ToolTip(); }
-  /// The control or its form has a tooltip for it.
-  [[nodiscard]] bool HasHint() const { return !hint_.empty() || !control_.ToolTip().empty(); }
   /// The window's own text, when it is another.
   void ShowTitle(const Text& text) const;
   void SetFont(Scale::Font font);

@@ -107,8 +107,6 @@ ListBinding::ListBinding(controls::ListView& list, HWND parent, const Surroundin
 }
 
 ListBinding::~ListBinding() {
-  following_ = true;
-  ::KillTimer(Handle(), kRestTimer);
   ::RemoveWindowSubclass(Handle(), ListGestures, kGestures);
   ::SendMessageW(Handle(), LVM_SETIMAGELIST, LVSIL_SMALL, 0);
   ::ImageList_Destroy(row_height_);
@@ -151,10 +149,9 @@ void ListBinding::FollowColumns() {
   shown_captions_ = std::move(captions);
   for (std::size_t index = 0; index < shown_captions_.size(); ++index) {
     LVCOLUMNW column{};
-    column.mask = LVCF_TEXT | LVCF_SUBITEM | (index < before ? 0U : LVCF_WIDTH);
+    column.mask = LVCF_TEXT | LVCF_SUBITEM;
     column.pszText = const_cast<wchar_t*>(Wide(shown_captions_[index]));
     column.iSubItem = static_cast<int>(index);
-    column.cx = GetScale().Scaled(list_.Columns()[index].width);
     ::SendMessageW(Handle(), index < before ? LVM_SETCOLUMNW : LVM_INSERTCOLUMNW, index,
                    reinterpret_cast<LPARAM>(&column));
   }

@@ -157,11 +157,6 @@ void UpDownBinding::FollowWindow() {
   ::EnableWindow(arrows_, ::IsWindowEnabled(Handle()));
 }
 
-void UpDownBinding::FollowScale() {
-  EditBinding::FollowScale();
-  FollowWindow();
-}
-
 ComboBoxBinding::ComboBoxBinding(controls::ComboBox& box, HWND parent, const Surroundings& around)
     : ControlBinding(box, parent, around, {L"COMBOBOX", CBS_DROPDOWN | CBS_AUTOHSCROLL | WS_VSCROLL},
                      ForKeyboard::kYes),

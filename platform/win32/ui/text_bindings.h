@@ -40,7 +40,6 @@ class UpDownBinding final : public EditBinding {
   ~UpDownBinding() override;
 
   [[nodiscard]] HWND Arrows() const { return arrows_; }
-  void FollowScale() override;
 
  protected:
   [[nodiscard]] PixelPlace Fitted(const PixelPlace& place) const override;

@@ -184,7 +184,8 @@ void TextPanelBinding::Draw(const tagDRAWITEMSTRUCT& place) {
 }
 
 StatusStripBinding::StatusStripBinding(controls::Label& label, HWND parent, const Surroundings& around)
-    : ControlBinding(label, parent, around, {L"STATIC", SS_OWNERDRAW | SS_NOPREFIX}, ForKeyboard::kNo),
+    : ControlBinding(label, parent, around, {L"STATIC", SS_OWNERDRAW | SS_NOPREFIX | SS_NOTIFY},
+                     ForKeyboard::kNo),
       label_(label),
       rest_binding_(rest_, Handle(), around.loop) {
   rest_.SetInterval(front::AnnouncedText::kRest);
@@ -206,6 +207,18 @@ void StatusStripBinding::Follow() {
   if (turn == Turn::kNow) Announce();
 }
 
+Text StatusStripBinding::Tip() const {
+  const Text own = ControlBinding::Tip();
+  if (!own.empty()) return own;
+  RECT all{};
+  ::GetClientRect(Handle(), &all);
+  const Text text = OnOneLine(label_.Caption());
+  const WindowContext context(Handle());
+  const SelectedFont font(context.Get(), GetScale().Get(Scale::Font::kPlain));
+  const int room = static_cast<int>(all.right) - 2 * Margin(static_cast<int>(all.bottom));
+  return WidthOf(context.Get(), text) > room ? text : Text();
+}
+
 // Public reference: the system's documentation of accessibility, "A screen reader isn't announcing an update
 // to a status string".
 void StatusStripBinding::Announce() {
@@ -225,7 +238,7 @@ void StatusStripBinding::Draw(const tagDRAWITEMSTRUCT& place) {
   ::SetTextColor(context, ::GetSysColor(COLOR_BTNTEXT));
   // As far from the window's edge as the panels above.
   const int height = static_cast<int>(area.bottom - area.top);
-  const int margin = height * 5 / 12;
+  const int margin = Margin(height);
   DrawOnOneLine(context, TextOf(Handle()),
                 {margin, area.top + 1, static_cast<int>(area.right) - 2 * margin, height - 1});
 }

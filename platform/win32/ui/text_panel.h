@@ -49,9 +49,15 @@ class StatusStripBinding final : public ControlBinding {
   [[nodiscard]] bool IsToBeReported() const { return rest_.Enabled(); }
   void Draw(const tagDRAWITEMSTRUCT& place) override;
 
+ protected:
+  /// A sentence that is too long for the line.
+  [[nodiscard]] Text Tip() const override;
+
  private:
   void Follow();
   void Announce();
+  /// Of the text from both ends of the line, when that is so high.
+  [[nodiscard]] static int Margin(int height) { return height * 5 / 12; }
   controls::Label& label_;
   front::AnnouncedText announced_;
   controls::Timer rest_;

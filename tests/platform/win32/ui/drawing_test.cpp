@@ -217,5 +217,15 @@ TEST(Win32InitialIconTest, IconsAreKeptButNotWithoutEnd) {
   EXPECT_LE(icons.Kept(), InitialIcons::kMostKept);
 }
 
+TEST(Win32ScaleTest, WaitingStationsFontIsBoldAndItalic) {
+  const Scale scale(96);
+  LOGFONTW face{};
+  ::GetObjectW(scale.Get(Scale::Font::kBoldItalic), sizeof face, &face);
+  EXPECT_EQ(face.lfWeight, FW_BOLD);
+  EXPECT_NE(face.lfItalic, 0);
+  ::GetObjectW(scale.Get(Scale::Font::kBold), sizeof face, &face);
+  EXPECT_EQ(face.lfItalic, 0);
+}
+
 }  // namespace
 }  // namespace platform::win32

@@ -304,5 +304,35 @@ TEST_F(Win32LoopTest, DialogBlocksItsOwnerUntilEscapeClosesIt) {
   EXPECT_FALSE(IsBlockedByDialog(window->Handle()));
 }
 
+TEST_F(Win32LoopTest, EscapeThatWasPressedIsForgottenWhenTheProgramWaitsForTheUser) {
+  Open();
+  const auto press = [this] {
+    PressKey(window->Handle(), VK_ESCAPE);
+    loop.ProcessPendingMessages();
+  };
+  press();
+  EXPECT_EQ(loop.GetAsyncKeyState(kVkEscape), 1) << "since it was last asked for";
+  EXPECT_EQ(loop.GetAsyncKeyState(kVkEscape), 0);
+  press();
+  loop.Rest();
+  EXPECT_EQ(loop.GetAsyncKeyState(kVkEscape), 0);
+}
+
+TEST_F(Win32LoopTest, TimerThatIsOnAlreadyTicksAndStopsWhenItIsToldTo) {
+  int ticks = 0;
+  const auto count = timer.Ticked.Subscribe([&] {
+    ++ticks;
+    timer.SetEnabled(false);
+  });
+  timer.SetInterval(10);
+  timer.SetEnabled(true);
+  inventory = {{"timer", &timer}};
+  Open();
+  EXPECT_TRUE(Until([&] { return ticks == 1; }));
+  ::Sleep(30);
+  loop.ProcessPendingMessages();
+  EXPECT_EQ(ticks, 1);
+}
+
 }  // namespace
 }  // namespace platform::win32

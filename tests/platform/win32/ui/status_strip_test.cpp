@@ -7,6 +7,7 @@
 #include "platform/front/announced_text.h"
 #include "platform/win32/ui/shown_text.h"
 #include "platform/win32/ui/text_panel.h"
+#include "tests/platform/win32/ui/canvas.h"
 #include "tests/platform/win32/ui/rig.h"
 
 namespace platform::win32 {
@@ -77,6 +78,45 @@ TEST_F(Win32StatusStripTest, OtherSentenceTakesTheCountdownsPlace) {
   EXPECT_FALSE(Strip().IsToBeReported());
   EXPECT_TRUE(Until([] { return spoken.size() >= 2; }));
   EXPECT_EQ(spoken, (std::vector<Text>{u"Noch 3 s", u"Gestoppt."}));
+}
+
+TEST_F(Win32StatusStripTest, SentenceThatIsTooLongIsReadInFullInItsTooltip) {
+  label.Move({0, 5700, 3000, 300});
+  Show(u"Gestoppt.");
+  EXPECT_EQ(window->HintOf(label), u"");
+  const Text sentence = u"Der Sender antwortet nicht, deshalb wird in einer Weile noch einmal gefragt";
+  Show(sentence);
+  EXPECT_EQ(window->HintOf(label), sentence);
+  label.Move({0, 5700, 9000, 300});
+  EXPECT_EQ(window->HintOf(label), u"") << "it has room now";
+  label.Move({0, 5700, 3000, 300});
+  EXPECT_EQ(window->HintOf(label), sentence);
+  label.SetToolTip(u"Ein Hinweis");
+  EXPECT_EQ(window->HintOf(label), u"Ein Hinweis");
+  const LRESULT part = ::SendMessageW(Strip().Handle(), WM_NCHITTEST, 0, 0);
+  EXPECT_EQ(part, HTCLIENT) << "without the mouse there is no tooltip";
+}
+
+TEST_F(Win32StatusStripTest, IsPaintedWithALineAboveItsText) {
+  label.Move({0, 0, 3000, 360});
+  Show(u"MMMM");
+  Canvas canvas(200, 24);
+  DRAWITEMSTRUCT place{};
+  place.hwndItem = Strip().Handle();
+  place.hDC = canvas.Context();
+  place.rcItem = {0, 0, 200, 24};
+  ::SendMessageW(window->Handle(), WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&place));
+  const auto is = [](int number) {
+    return [color = ::GetSysColor(number)](COLORREF one) { return one == color; };
+  };
+  EXPECT_EQ(canvas.Count({0, 0, 200, 1}, is(COLOR_BTNSHADOW)), 200);
+  EXPECT_EQ(canvas.Count({0, 1, 10, 24}, is(COLOR_BTNFACE)), 230) << "the margin";
+  const auto first = canvas.FirstColumn({0, 1, 200, 24}, IsDark);
+  EXPECT_NEAR(first.value_or(0), 10, 3);
+  EXPECT_EQ(canvas.Count({100, 1, 200, 24}, is(COLOR_BTNFACE)), 2300) << "behind the text";
+  ::UpdateWindow(Strip().Handle());
+  label.SetCaption(u"Gestoppt.");
+  EXPECT_TRUE(::GetUpdateRect(Strip().Handle(), nullptr, FALSE) != 0);
 }
 
 }  // namespace

@@ -97,5 +97,15 @@ TEST_F(Win32ToolTipsTest, AddressThatIsTooWideContinuesOnTheNextLine) {
   EXPECT_EQ(::SendMessageW(Tips(), TTM_GETTOOLCOUNT, 0, 0), 0);
 }
 
+TEST_F(Win32ToolTipsTest, AreShownByTheMouseOverTheirControl) {
+  button.SetToolTip(u"Ein Hinweis");
+  TTTOOLINFOW tool{};
+  tool.cbSize = TTTOOLINFOW_V2_SIZE;
+  ASSERT_NE(::SendMessageW(Tips(), TTM_ENUMTOOLSW, 0, reinterpret_cast<LPARAM>(&tool)), 0);
+  EXPECT_EQ(tool.hwnd, window->Handle());
+  EXPECT_EQ(tool.uId, reinterpret_cast<UINT_PTR>(Of(button)));
+  EXPECT_EQ(tool.uFlags & (TTF_IDISHWND | TTF_SUBCLASS), static_cast<UINT>(TTF_IDISHWND | TTF_SUBCLASS));
+}
+
 }  // namespace
 }  // namespace platform::win32
