@@ -95,6 +95,10 @@ TEST_F(Win32ButtonFaceTest, ButtonThatDeletesIsRedOnlyWhileItIsPointedAt) {
   Canvas pointed_at(kWidth, kHeight);
   Paint(pointed_at);
   EXPECT_GT(pointed_at.Count(kInside, IsRed), 40);
+  button.SetGlyph(controls::Glyph::kNone);
+  Canvas caption(kWidth, kHeight);
+  Paint(caption);
+  EXPECT_GT(caption.Count(kInside, IsRed), 10) << "its caption too";
   button.SetEnabled(false);
   Canvas disabled(kWidth, kHeight);
   Paint(disabled);
