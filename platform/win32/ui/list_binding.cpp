@@ -128,8 +128,6 @@ void ListBinding::Follow() {
 }
 
 void ListBinding::FollowRows(bool all) {
-  // Which row is under the pointer now shows when it moves.
-  if (all) pointed_at_ = {-1, -1};
   FollowTip();
   {
     const Following guard(following_);

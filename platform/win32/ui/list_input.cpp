@@ -49,7 +49,6 @@ std::intptr_t ListBinding::Notice(tagNMHDR& notice) {
     case LVN_COLUMNCLICK:
       HandOver([this, column = reinterpret_cast<const NMLISTVIEW&>(notice).iSubItem] {
         if (!IsBlocked()) list_.ClickHeader(column);
-        FollowSorting();
       });
       return 0;
     case NM_CLICK:

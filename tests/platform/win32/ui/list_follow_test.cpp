@@ -68,6 +68,9 @@ TEST_F(Win32ListFollowTest, RowsAreAsHighAsTheirIconsAtEachResolution) {
   ::SendMessageW(window->Handle(), WM_DPICHANGED, MAKEWPARAM(192, 192), reinterpret_cast<LPARAM>(&larger));
   EXPECT_NEAR(height(), window->GetScale().Scaled(RowPainter::kRowHeight), 1);
   EXPECT_GE(height(), before * 3 / 2);
+  Ask(LVM_SETCOLUMNWIDTH, 0, 17);
+  Binding().FollowScale();
+  EXPECT_EQ(Ask(LVM_GETCOLUMNWIDTH, 0), window->GetScale().Scaled(200)) << "though its place is the same";
   EXPECT_EQ(Ask(WM_GETFONT), reinterpret_cast<LRESULT>(window->GetScale().Get(Scale::Font::kPlain)));
 }
 
@@ -137,6 +140,16 @@ TEST_F(Win32ListFollowTest, WhatChangesIsPaintedAnew) {
   const RECT all = Inside();
   EXPECT_TRUE(::EqualRect(&dirty, &all) != 0) << "the icons";
   PaintAll();
+  list.SetToolTip(u"Alle Sender");
+  EXPECT_TRUE(::GetUpdateRect(Of(list), nullptr, FALSE) == 0) << "nothing that is painted";
+  list.Sort(0, controls::SortDirection::kAscending, [](auto, auto) { return 0; });
+  dirty = Dirty();
+  EXPECT_TRUE(::EqualRect(&dirty, &all) != 0) << "another order";
+  PaintAll();
+  Report(static_cast<UINT>(LVN_ODSTATECHANGED), 0);
+  dirty = Dirty();
+  EXPECT_TRUE(::EqualRect(&dirty, &all) != 0) << "the state of many rows";
+  PaintAll();
   list.InsertRow(0, {.cells = {u"Bonn"}});
   dirty = Dirty();
   EXPECT_TRUE(::EqualRect(&dirty, &all) != 0) << "a row before others";
@@ -157,6 +170,8 @@ TEST_F(Win32ListFollowTest, SelectedRowIsPaintedAnewFromEdgeToEdgeWhenTheKeyboar
     EXPECT_EQ(dirty.right, Inside().right) << when;
     EXPECT_LE(dirty.top, Part(2, LVIR_BOUNDS).top) << when;
     EXPECT_GE(dirty.bottom, Part(2, LVIR_BOUNDS).bottom) << when;
+    EXPECT_GT(dirty.top, Part(1, LVIR_BOUNDS).top) << when << ": not the rows around it";
+    EXPECT_LT(dirty.bottom, Part(3, LVIR_BOUNDS).bottom) << when;
   };
   PaintAll();
   ::SetFocus(nullptr);
@@ -273,7 +288,7 @@ TEST_F(Win32ListFollowTest, TooltipOfACutCellFollowsTheCellsTextAndTheColumnsWid
   EXPECT_EQ(Hint(), u"") << "it is not cut any more";
 }
 
-TEST_F(Win32ListFollowTest, TooltipOfACutCellStaysWhenARowIsSelectedAndGoesWithTheRows) {
+TEST_F(Win32ListFollowTest, TooltipOfACutCellStaysWhenARowIsSelectedAndFollowsTheRows) {
   Fill(3);
   list.SetCell(list.RowAt(1), 0, Long());
   PointAt(1, 0);
@@ -283,10 +298,11 @@ TEST_F(Win32ListFollowTest, TooltipOfACutCellStaysWhenARowIsSelectedAndGoesWithT
   EXPECT_EQ(Hint(), Long());
   list.AddRow({.cells = {u"Bonn"}});
   EXPECT_EQ(Hint(), Long()) << "behind the others";
+  list.SetCell(list.RowAt(2), 0, Long() + u", neu");
   list.RemoveRow(list.RowAt(0));
-  EXPECT_EQ(Hint(), u"") << "another row is under the pointer";
-  PointAt(0, 0);
-  EXPECT_EQ(Hint(), Long());
+  EXPECT_EQ(Hint(), Long() + u", neu") << "the row that is under the pointer now";
+  list.Clear();
+  EXPECT_EQ(Hint(), u"");
 }
 
 TEST_F(Win32ListFollowTest, TooltipOfTheListItselfIsSeenWhereNoCellIsCut) {

@@ -100,6 +100,8 @@ TEST_F(Win32ListInputTest, ReturnToTheSelectedRowIsNoSelection) {
   SelectAsUser(4);
   Rest();
   EXPECT_TRUE(selected.empty());
+  SelectAsUser(5);
+  SelectAsUser(4);
   list.Select(list.RowAt(2));
   EXPECT_EQ(Shown(), 2) << "nothing of the user's is left to be shown";
 }
@@ -147,6 +149,21 @@ TEST_F(Win32ListInputTest, RowOfTheUsersStaysShownThoughTheProgramSelectsAnother
   EXPECT_EQ(list.SelectedRow(), list.RowAt(3));
   list.Select(list.RowAt(7));
   EXPECT_EQ(Shown(), 7);
+  Rest();
+  EXPECT_EQ(list.SelectedRow(), list.RowAt(7)) << "the user's row was selected once";
+}
+
+TEST_F(Win32ListInputTest, UserMayReturnToTheSelectedRowBeforeTheOtherHadItsTurn) {
+  Fill(10);
+  list.Select(list.RowAt(4));
+  selected.clear();
+  SelectAsUser(3);
+  Ask(WM_TIMER, ListBinding::kRestTimer);
+  SelectAsUser(4);
+  HandleAll();
+  Rest();
+  EXPECT_EQ(selected, (Ids{list.RowAt(3), list.RowAt(4)}));
+  EXPECT_EQ(Shown(), 4);
 }
 
 TEST_F(Win32ListInputTest, ClickSelectsAtOnceAndTheNextOneIsAnotherClick) {
@@ -198,9 +215,11 @@ TEST_F(Win32ListInputTest, OnlyTheChoiceOfARowEndsAWait) {
 
 TEST_F(Win32ListInputTest, DoubleClickOpensTheRowAndBesideTheRowsNothing) {
   Fill(10);
+  list.Select(list.RowAt(1));
   Report(static_cast<UINT>(NM_DBLCLK), -1);
   HandleAll();
   EXPECT_TRUE(opened.empty());
+  EXPECT_EQ(list.SelectedRow(), list.RowAt(1));
   Report(static_cast<UINT>(NM_DBLCLK), 4);
   HandleAll();
   EXPECT_EQ(opened, Ids{list.RowAt(4)});

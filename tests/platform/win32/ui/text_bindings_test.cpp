@@ -74,6 +74,8 @@ TEST_F(Win32TextBindingsTest, GroundAroundAFieldsTextIsThatOfTheField) {
   field.Move({0, 0, 3000, 900});
   inventory = {{"field", &field}};
   Open();
+  // The system's font leaves room around it in a larger field only.
+  SetResolution(192);
   const auto seen = [this](int from_edge) {
     ::UpdateWindow(Of(field));
     HDC const context = ::GetWindowDC(Of(field));
@@ -92,6 +94,8 @@ TEST_F(Win32TextBindingsTest, FieldIsClickedAboveAndBelowItsTextToo) {
   field.Move({0, 0, 3000, 900});
   inventory = {{"field", &field}};
   Open();
+  // The system's font leaves room around it in a larger field only.
+  SetResolution(192);
   const RECT place = PlaceOf(Of(field));
   for (const LONG line : {place.top + 2, place.bottom - 3, (place.top + place.bottom) / 2})
     EXPECT_EQ(::SendMessageW(Of(field), WM_NCHITTEST, 0, MAKELPARAM(place.left + 20, line)), HTCLIENT)
@@ -187,6 +191,7 @@ TEST_F(Win32ComboBoxTest, EntryThatTheProgramChoosesIsShownAndMarkedInTheList) {
   EXPECT_EQ(Ask(CB_GETCURSEL), 2);
   HandleAll();
   EXPECT_EQ(choices, 1);
+  EXPECT_EQ(combo.ListIndex(), 2) << "it is no typing";
 }
 
 TEST_F(Win32ComboBoxTest, TypedTextReachesTheProgramOnce) {
@@ -262,6 +267,8 @@ TEST_F(Win32ComboBoxTest, OpenListOnlyChoosesWhenItIsLeft) {
 }
 
 TEST_F(Win32ComboBoxTest, ChoiceThatADialogOvertakesIsDroppedAndNoLongerShown) {
+  TypeInto(Field(), L"x");
+  HandleAll();
   combo.SetListIndex(0);
   choices = 0;
   Choose(2);
@@ -276,6 +283,14 @@ TEST_F(Win32ComboBoxTest, ChoiceThatADialogOvertakesIsDroppedAndNoLongerShown) {
   EXPECT_EQ(choices, 1) << "the same one, later";
 }
 
+TEST_F(Win32ComboBoxTest, ChoiceIsShownUntilItsTurnThoughSomethingElseChanges) {
+  Choose(2);
+  combo.AddItem(u"Klassik");
+  EXPECT_EQ(TextOf(Of(combo)), u"Österreich");
+  HandleAll();
+  EXPECT_EQ(combo.ListIndex(), 2);
+}
+
 TEST_F(Win32ComboBoxTest, ListShowsTwentyEntriesWithoutScrolling) { EXPECT_EQ(Ask(CB_GETMINVISIBLE), 20); }
 
 TEST_F(Win32ComboBoxTest, FieldIsAsHighAsOtherFieldsAtEachResolution) {
@@ -284,6 +299,7 @@ TEST_F(Win32ComboBoxTest, FieldIsAsHighAsOtherFieldsAtEachResolution) {
   EXPECT_NEAR(height(), window->GetScale().Scaled(24), 2);
   SetResolution(192);
   EXPECT_NEAR(height(), window->GetScale().Scaled(24), 2);
+  EXPECT_EQ(Ask(WM_GETFONT), reinterpret_cast<LRESULT>(window->GetScale().Get(Scale::Font::kPlain)));
 }
 
 }  // namespace
