@@ -90,7 +90,6 @@ class TextPanelBinding::Flow {
   [[nodiscard]] int ValuesLeft() const {
     int widest = 0;
     for (const front::NamedLine& line : panel_.lines_) {
-      if (line.name.empty()) continue;
       widest = std::max(widest, WidthOf(context_, line.name) + Pixels(kColumnGap));
     }
     return std::min(widest, static_cast<int>(static_cast<double>(all_.right) * kWidestNames));

@@ -38,7 +38,6 @@ ProgressBarBinding::ProgressBarBinding(controls::ProgressBar& bar, HWND parent, 
   ::SetWindowSubclass(Handle(), PaintedBar, kPainter, reinterpret_cast<DWORD_PTR>(this));
   subscriptions_ += bar.Changed.Subscribe([this] { Follow(); });
   FollowControl();
-  Follow();
 }
 
 ProgressBarBinding::~ProgressBarBinding() { ::RemoveWindowSubclass(Handle(), PaintedBar, kPainter); }

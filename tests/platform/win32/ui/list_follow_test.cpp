@@ -305,6 +305,19 @@ TEST_F(Win32ListFollowTest, TooltipOfACutCellStaysWhenARowIsSelectedAndFollowsTh
   EXPECT_EQ(Hint(), u"");
 }
 
+TEST_F(Win32ListFollowTest, ListWithRowsHasNoHintOfAnEmptyOne) {
+  list.SetEmptyText(u"MMMM MMMM");
+  Fill(1);
+  PaintAll();
+  const RECT all = Inside();
+  const Canvas seen(static_cast<int>(all.right), static_cast<int>(all.bottom));
+  HDC const context = ::GetDC(Of(list));
+  ::BitBlt(seen.Context(), 0, 0, static_cast<int>(all.right), static_cast<int>(all.bottom), context, 0, 0,
+           SRCCOPY);
+  ::ReleaseDC(Of(list), context);
+  EXPECT_EQ(seen.Count({0, Part(0, LVIR_BOUNDS).bottom + 1, all.right, all.bottom}, IsDark), 0);
+}
+
 TEST_F(Win32ListFollowTest, TooltipOfTheListItselfIsSeenWhereNoCellIsCut) {
   list.SetToolTip(u"Alle Sender");
   Fill(3);

@@ -355,6 +355,7 @@ TEST_F(Win32NamedValuesTest, NamesArePalerThanTheirValues) {
     return least;
   };
   EXPECT_GT(darkest(0, names), darkest(names, kWidth) + 20);
+  EXPECT_LT(darkest(0, names), 200) << "but legible";
 }
 
 /// Where the ground is asked for, which comes before anything is painted.

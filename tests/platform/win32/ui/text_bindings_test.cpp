@@ -205,6 +205,22 @@ TEST_F(Win32ComboBoxTest, TypedTextReachesTheProgramOnce) {
   EXPECT_EQ(TextOf(Of(combo)), u"Jazz und mehr");
 }
 
+int texts_set = 0;
+LRESULT CALLBACK CountTexts(HWND control, UINT message, WPARAM w, LPARAM l, UINT_PTR /*id*/,
+                            DWORD_PTR /*unused*/) {
+  if (message == WM_SETTEXT) ++texts_set;
+  return ::DefSubclassProc(control, message, w, l);
+}
+
+TEST_F(Win32ComboBoxTest, TypingIsNotWrittenOverWithWhatWasThereBefore) {
+  combo.SetListIndex(0);
+  ::SetWindowSubclass(Field(), CountTexts, 9, 0);
+  texts_set = 0;
+  TypeInto(Field(), L"Jazz und mehr");
+  HandleAll();
+  EXPECT_EQ(texts_set, 0);
+}
+
 TEST_F(Win32ComboBoxTest, TypingIsKeptUntilItsTurnThoughSomethingElseChanges) {
   TypeInto(Field(), L"Blues");
   combo.AddItem(u"Klassik");

@@ -205,7 +205,9 @@ TEST_F(Win32ImageTest, TextFlowsAroundThePictureOnlyWhileThereIsOneOverIt) {
   inventory = {{"label", &label}, {"image", &image}};
   Open();
   EXPECT_EQ(window->HintOf(label), u"") << "all of it has room";
+  PaintAll();
   image.SetPicture(static_cast<std::uint32_t>(Load(0x00ff00)));
+  EXPECT_TRUE(IsDirty(Of(label)));
   EXPECT_NE(window->HintOf(label), u"");
   image.SetVisible(false);
   EXPECT_EQ(window->HintOf(label), u"");
