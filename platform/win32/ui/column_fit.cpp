@@ -90,12 +90,7 @@ void ColumnFit::FollowHeader(const tagNMHDR& notice) {
 
 /// The system has done so too, but by texts as it would paint them.
 void ColumnFit::FitToTexts(int column) {
-  const int width = needed_(column);
-  {
-    const front::Following guard(fitting_);
-    ::SendMessageW(window_, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), width);
-  }
-  shares_.Drag(column, width);
+  shares_.Drag(column, needed_(column));
   EndDrag();
 }
 

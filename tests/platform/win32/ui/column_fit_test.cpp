@@ -69,6 +69,7 @@ TEST_F(Win32ColumnFitTest, DraggedColumnKeepsTheUsersWidthAndTheOthersShareTheRe
   const int width = Shown()[1];
   Press(1);
   Mouse(WM_MOUSEMOVE, from - 21, MK_LBUTTON);
+  EXPECT_NEAR(Shown()[1], width - 20, 2) << "it follows the mouse";
   Mouse(WM_MOUSEMOVE, from - 41, MK_LBUTTON);
   EXPECT_EQ(list.Columns()[1].users_width, std::nullopt) << "while the button is down";
   Mouse(WM_LBUTTONUP, from - 41, 0);

@@ -172,6 +172,22 @@ TEST_F(Win32FormKeysTest, KeyOfAHiddenButtonRestsUnlessItIsSaidToWork) {
   EXPECT_EQ(works, 1);
 }
 
+int frames_wanted = 0;
+LRESULT CALLBACK CountFrames(HWND control, UINT message, WPARAM w, LPARAM l, UINT_PTR /*id*/,
+                             DWORD_PTR /*unused*/) {
+  if (message == WM_CHANGEUISTATE && w == MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS)) ++frames_wanted;
+  return ::DefSubclassProc(control, message, w, l);
+}
+
+TEST_F(Win32FormKeysTest, TabShowsWhereTheKeyboardIsFromNowOn) {
+  inventory = {{"field", &field}, {"second", &second}};
+  Open();
+  ::SetWindowSubclass(window->Handle(), CountFrames, 9, 0);
+  frames_wanted = 0;
+  Press(Of(field), VK_TAB);
+  EXPECT_EQ(frames_wanted, 1);
+}
+
 TEST_F(Win32FormKeysTest, TabSelectsTheTextOfTheFieldItComesTo) {
   second.SetText(u"Köln");
   inventory = {{"field", &field}, {"second", &second}};

@@ -137,7 +137,7 @@ TEST_F(Win32RememberedWindowTest, WhatIsNoSuchFileLeavesTheWindowAsItIs) {
 TEST_F(Win32RememberedWindowTest, FileIsWrittenWhenClosingIsAskedForAndOnlyWhenSomethingHasChanged) {
   Start().Put(60, 40, 700, 500);
   int writes_when_asked = 0;
-  const auto asked = run_->Form().Unloaded.Subscribe([&] { writes_when_asked = files_.writes; });
+  const auto asked = run_->Form().QueryUnload.Subscribe([&] { writes_when_asked = files_.writes; });
   Close();
   EXPECT_EQ(writes_when_asked, 1) << "the end of a session may leave no more time";
   EXPECT_EQ(files_.writes, 1);
@@ -153,6 +153,30 @@ TEST_F(Win32RememberedWindowTest, FileThatCannotBeWrittenIsLeftAsItIs) {
   Close();
   EXPECT_TRUE(run_->Form().IsClosed());
   EXPECT_TRUE(files_.files.empty());
+}
+
+TEST_F(Win32RememberedWindowTest, WindowThatIsMovedWhileItsClosingIsAskedAboutIsRememberedThere) {
+  Start().Put(60, 40, 700, 500);
+  const auto move = run_->Form().QueryUnload.Subscribe([this] { run_->Put(120, 90, 700, 500); });
+  RECT moved{};
+  const auto look = run_->Form().Unloaded.Subscribe([&] { moved = run_->Place(); });
+  Close();
+  ExpectSame(Start().Place(), moved);
+  EXPECT_EQ(moved.left, 120);
+}
+
+TEST_F(Win32RememberedWindowTest, MinimisedWindowIsRememberedWhereItWasMovedOrResizedLast) {
+  Start().Put(60, 40, 700, 500);
+  run_->Put(90, 70, 700, 500);
+  const RECT moved = run_->Place();
+  ::ShowWindow(run_->Handle(), SW_MINIMIZE);
+  Close();
+  ExpectSame(Start().Place(), moved);
+  run_->Put(90, 70, 750, 520);
+  const RECT resized = run_->Place();
+  ::ShowWindow(run_->Handle(), SW_MINIMIZE);
+  Close();
+  ExpectSame(Start().Place(), resized);
 }
 
 }  // namespace

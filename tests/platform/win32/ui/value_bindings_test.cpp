@@ -200,8 +200,8 @@ TEST_F(Win32ImageTest, TextFlowsAroundThePictureOnlyWhileThereIsOneOverIt) {
   Text text;
   for (int word = 0; word < 40; ++word) text += u"Wort ";
   label.SetCaption(text);
-  label.Move({150, 150, 3000, 1800});
-  image.Move({1500, 150, 1650, 1800});
+  label.Move({3150, 3150, 3000, 1800});
+  image.Move({4500, 3150, 1650, 1800});
   inventory = {{"label", &label}, {"image", &image}};
   Open();
   EXPECT_EQ(window->HintOf(label), u"") << "all of it has room";
@@ -213,9 +213,9 @@ TEST_F(Win32ImageTest, TextFlowsAroundThePictureOnlyWhileThereIsOneOverIt) {
   EXPECT_EQ(window->HintOf(label), u"");
   image.SetVisible(true);
   EXPECT_NE(window->HintOf(label), u"");
-  image.Move({4500, 150, 1650, 1800});
+  image.Move({6900, 3150, 1650, 1800});
   EXPECT_EQ(window->HintOf(label), u"") << "beside the text";
-  image.Move({1500, 3000, 1650, 1800});
+  image.Move({4500, 5400, 1650, 1800});
   EXPECT_EQ(window->HintOf(label), u"") << "below it";
 }
 
@@ -391,6 +391,7 @@ TEST_F(Win32ButtonBindingsTest, CaptionsAreThereFromTheBeginningAndFollow) {
   inventory = {{"label", &label}, {"right", &right}, {"box", &box}};
   Open();
   EXPECT_EQ(TextOf(Of(label)), u"Name & Adresse");
+  EXPECT_TRUE(::IsWindowVisible(Of(label)) != 0);
   EXPECT_EQ(TextOf(Of(box)), u"Ein && aus");
   EXPECT_EQ(::SendMessageW(Of(box), BM_GETCHECK, 0, 0), BST_CHECKED);
   label.SetCaption(u"Genre");

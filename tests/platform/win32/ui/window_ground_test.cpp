@@ -3,6 +3,8 @@
 
 #include "platform/win32/base/windows_api.h"
 
+#include <uxtheme.h>
+
 #include <optional>
 #include <tuple>
 
@@ -63,6 +65,8 @@ TEST_F(Win32WindowGroundTest, TitledFrameHasItsTitleInAGapOfItsBorder) {
        {RECT{100, 3, 101, 14}, RECT{0, 50, 3, 51}, RECT{197, 50, 200, 51}, RECT{100, 97, 101, 100}})
     EXPECT_GE(painted.Count(side, is_line), 1) << side.left << ", " << side.top;
   EXPECT_EQ(TextOf(Of(frame)), u"MMMM");
+  ::SetWindowTheme(Of(frame), L" ", L" ");
+  EXPECT_GE(Seen(Of(frame)).Count({100, 3, 101, 14}, is_line), 1) << "without a theme";
   frame.SetCaption(u"Genre");
   EXPECT_EQ(TextOf(Of(frame)), u"Genre");
   EXPECT_TRUE(IsDirty(Of(frame)));
