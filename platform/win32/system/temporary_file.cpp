@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/win32/base/wide.h"
 #include "platform/win32/system/system_path.h"
 
 namespace platform::win32 {
@@ -20,6 +21,9 @@ std::wstring BeginningFor(const std::wstring& target) {
   const std::wstring folder = FolderOf(target);
   return folder + L".funkhaus-" + NumberOf(target.substr(folder.size())) + L"-";
 }
+
+/// The file's name may be so much longer than its target's that it needs the form of long paths alone.
+std::wstring InSystemsForm(const std::wstring& path) { return SystemPath(FromWide(path)).value_or(path); }
 
 std::wstring RandomDigits() {
   std::random_device random;
@@ -60,7 +64,7 @@ TemporaryFile::TemporaryFile(std::wstring target, AccessRights access_rights, co
     : target_(std::move(target)) {
   constexpr int kMostTries = 100;
   for (int tries = 0; tries < kMostTries && !file_.IsOpen(); ++tries) {
-    file_ = Create(BeginningFor(target_) + RandomDigits() + kEnding, access_rights, create);
+    file_ = Create(InSystemsForm(BeginningFor(target_) + RandomDigits() + kEnding), access_rights, create);
     if (!file_.IsOpen() && ::GetLastError() != ERROR_FILE_EXISTS) return;
   }
 }
@@ -84,12 +88,12 @@ bool TemporaryFile::ReplaceTarget() {
 }
 
 void RemoveLeftovers(const std::wstring& target) {
-  const std::wstring pattern = BeginningFor(target) + L"*" + kEnding;
+  const std::wstring pattern = InSystemsForm(BeginningFor(target) + L"*" + kEnding);
   WIN32_FIND_DATAW found{};
   HANDLE const search = ::FindFirstFileW(pattern.c_str(), &found);
   if (search == INVALID_HANDLE_VALUE) return;
   do {
-    ::DeleteFileW((FolderOf(target) + found.cFileName).c_str());
+    ::DeleteFileW(InSystemsForm(FolderOf(target) + found.cFileName).c_str());
   } while (::FindNextFileW(search, &found) != 0);
   ::FindClose(search);
 }

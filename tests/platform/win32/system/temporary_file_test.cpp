@@ -10,6 +10,8 @@
 #include <thread>
 #include <vector>
 
+#include "platform/win32/base/wide.h"
+#include "platform/win32/system/system_path.h"
 #include "platform/win32/system/whole_file.h"
 #include "tests/support/temp_folder.h"
 
@@ -87,6 +89,24 @@ TEST_F(TemporaryFileTest, ItReplacesItsTargetInOneStep) {
 TEST_F(TemporaryFileTest, AMissingFolderTakesNone) {
   const TemporaryFile temporary(Target() + L"\\x.ini");
   EXPECT_FALSE(temporary.IsOpen());
+}
+
+// Its own name is longer than the target's. Wine's operations take it as it is, Windows' do not.
+TEST_F(TemporaryFileTest, ItHasTheFormOfALongPathWhereTheTargetNeedsNone) {
+  const std::wstring target =
+      folder.Path().wstring() + L"\\" + std::wstring(235 - folder.Path().wstring().size(), L'x') + L"\\a.ini";
+  std::filesystem::create_directory(std::filesystem::path(target).parent_path());
+  ASSERT_EQ(SystemPath(FromWide(target)), target);
+  std::wstring path;
+  const auto note = [&path](const std::wstring& asked, std::uint32_t access) {
+    path = asked;
+    return CreateNewFile(asked, access);
+  };
+  EXPECT_TRUE(ReplaceFile(target, "bytes", note));
+  EXPECT_TRUE(path.starts_with(L"\\\\?\\")) << std::filesystem::path(path);
+  EXPECT_EQ(ReadRegularFile(target, 100).bytes, "bytes");
+  EXPECT_TRUE(ReplaceFile(Target(), "bytes", note));
+  EXPECT_FALSE(path.starts_with(L"\\\\?\\")) << std::filesystem::path(path);
 }
 
 TEST_F(TemporaryFileTest, LeftoversOfTheSameTargetAreRemovedAndNothingElse) {
