@@ -11,6 +11,7 @@
 
 #include "platform/win32/system/environment.h"
 #include "platform/win32/system/shell.h"
+#include "tests/programs/windows/program_process.h"
 #include "tests/support/remote/remote_servers.h"
 
 namespace {
@@ -70,6 +71,13 @@ TEST_F(RecordingTool, TakesTheWholeCommandLineAsItsLink) {
     ASSERT_GT(requests.size(), before) << target;
     EXPECT_EQ(Plain(requests[before].target), Plain(target));
   }
+}
+
+TEST_F(RecordingTool, ShowsInABoxHowItIsCalled) {
+  const program_test::ProgramProcess help(L"OZRecordFunkhaus.exe", L"--help", L"C:\\");
+  EXPECT_EQ(program_test::ShownIn(help.Box()), L"OZRecordFunkhaus");
+  EXPECT_TRUE(help.AnswerBox().starts_with(L"Aufruf: "));
+  EXPECT_EQ(help.ExitCode(), 0U);
 }
 
 TEST_F(RecordingTool, WithoutALinkItAsksNobody) {
