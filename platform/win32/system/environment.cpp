@@ -48,13 +48,9 @@ Text Win32Environment::GetEnvironmentVariableW(const Text& name) {
 }
 
 Text Win32Environment::ProgramFolder() {
-  std::wstring path(MAX_PATH, L'\0');
-  DWORD size = ::GetModuleFileNameW(nullptr, path.data(), MAX_PATH);
-  while (size == path.size()) {
-    path.resize(path.size() * 2);
-    size = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-  }
-  path.resize(size);
+  constexpr DWORD kLongestPath = 32'768;
+  std::wstring path(kLongestPath, L'\0');
+  path.resize(::GetModuleFileNameW(nullptr, path.data(), kLongestPath));
   return WithoutSeparator(FromWide(FolderOf(ResolvedPath(path).value_or(path))));
 }
 

@@ -36,7 +36,7 @@ SingleStart::Outcome SingleStart::Settle(const StartRequest& request, millisecon
     if (right_.IsOpen()) return Outcome::kRuns;
     const auto left = std::chrono::ceil<milliseconds>(deadline - Clock::now());
     if (left <= milliseconds(0)) return Outcome::kUnanswered;
-    if (AskRunningStart(name_, request, left) == AskResult::kAccepted) return Outcome::kHandedOver;
+    if (AskRunningStart(name_, request, left)) return Outcome::kHandedOver;
     ::Sleep(kPauseBetweenTries);
   }
 }

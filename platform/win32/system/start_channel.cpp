@@ -35,7 +35,6 @@ StartListener::StartListener(const std::wstring& name) {
   RegisterOnce();
   window_ = ::CreateWindowExW(0, kClass, name.c_str(), 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                               ::GetModuleHandleW(nullptr), nullptr);
-  if (window_ == nullptr) return;
   ::SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   // A program with more rights may be asked by one with fewer.
   ::ChangeWindowMessageFilterEx(window_, WM_COPYDATA, MSGFLT_ALLOW, nullptr);
@@ -55,11 +54,9 @@ bool StartListener::Take(std::string argument) {
   return std::exchange(is_accepted_, false);
 }
 
-AskResult AskRunningStart(const std::wstring& name, const StartRequest& request,
-                          std::chrono::milliseconds limit) {
+bool AskRunningStart(const std::wstring& name, const StartRequest& request, std::chrono::milliseconds limit) {
   HWND const window = ::FindWindowExW(HWND_MESSAGE, nullptr, kClass, name.c_str());
-  if (window == nullptr || request.argument.size() > StartListener::kLongestRequest)
-    return AskResult::kRefused;
+  if (window == nullptr) return false;
   DWORD process = 0;
   ::GetWindowThreadProcessId(window, &process);
   ::AllowSetForegroundWindow(process);
@@ -68,8 +65,7 @@ AskResult AskRunningStart(const std::wstring& name, const StartRequest& request,
   DWORD_PTR answer = FALSE;
   const LRESULT sent = ::SendMessageTimeoutW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data),
                                              SMTO_NORMAL, static_cast<UINT>(limit.count()), &answer);
-  if (sent == 0) return ::GetLastError() == ERROR_TIMEOUT ? AskResult::kSilent : AskResult::kRefused;
-  return answer == TRUE ? AskResult::kAccepted : AskResult::kRefused;
+  return sent != 0 && answer == TRUE;
 }
 
 }  // namespace platform::win32

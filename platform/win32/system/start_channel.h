@@ -39,15 +39,9 @@ class StartListener final : public StartRequests {
   bool is_accepted_ = false;
 };
 
-enum class AskResult {
-  kAccepted,
-  kRefused,  ///< nobody listens, or the request was refused
-  kSilent,   ///< no answer within the limit
-};
-
 /// The later start's end: asks the start that listens under `name`, allows it to bring its window to the
-/// front, and waits for the answer, at most for `limit`.
-AskResult AskRunningStart(const std::wstring& name, const StartRequest& request,
-                          std::chrono::milliseconds limit);
+/// front, and waits for the answer, at most for `limit`. Whether the request was accepted: it was not when
+/// nobody listens, or nobody answered in time.
+bool AskRunningStart(const std::wstring& name, const StartRequest& request, std::chrono::milliseconds limit);
 
 }  // namespace platform::win32

@@ -31,15 +31,6 @@ std::wstring Grown(const Operation& operation) {
   }
 }
 
-/// As users know a path, where that is short enough.
-std::wstring WithoutPrefix(const std::wstring& path) {
-  const std::wstring_view network = kNetworkPrefix;
-  const std::wstring_view local = kPrefix;
-  if (path.size() >= kLongest) return path;
-  if (path.starts_with(network)) return L"\\\\" + path.substr(network.size());
-  return path.starts_with(local) ? path.substr(local.size()) : path;
-}
-
 OwnedHandle OpenForLooking(const std::wstring& path) {
   constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
   return OwnedHandle(::CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
@@ -64,6 +55,14 @@ std::optional<std::wstring> SystemPath(TextView path) {
   });
   if (full.empty()) return std::nullopt;
   return full.starts_with(L"\\\\") ? kNetworkPrefix + full.substr(2) : kPrefix + full;
+}
+
+std::wstring WithoutPrefix(const std::wstring& path) {
+  const std::wstring_view network = kNetworkPrefix;
+  const std::wstring_view local = kPrefix;
+  if (path.size() >= kLongest) return path;
+  if (path.starts_with(network)) return L"\\\\" + path.substr(network.size());
+  return path.starts_with(local) ? path.substr(local.size()) : path;
 }
 
 std::wstring FolderOf(const std::wstring& path) { return path.substr(0, path.find_last_of(L"\\/") + 1); }

@@ -14,6 +14,9 @@ namespace platform::win32 {
 /// Length Limitation" in the Win32 documentation.
 std::optional<std::wstring> SystemPath(TextView path);
 
+/// A path with that prefix as users know it, where it is short enough for that.
+std::wstring WithoutPrefix(const std::wstring& path);
+
 /// The part before the last separator, with it; empty when there is none.
 std::wstring FolderOf(const std::wstring& path);
 

@@ -7,7 +7,6 @@
 namespace platform::win32 {
 
 Text UsersGuide(const Text& program_folder) {
-  if (program_folder.empty()) return {};
   const Text guide = program_folder + (program_folder.ends_with(u'\\') ? u"" : u"\\") + u"Handbuch.html";
   const DWORD attributes = ::GetFileAttributesW(Wide(guide));
   const bool is_file = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;

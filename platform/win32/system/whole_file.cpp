@@ -95,7 +95,6 @@ bool ReadToEnd(HANDLE file, std::size_t limit, std::string& bytes) {
 
 /// What the new file gets from the old one besides its rights.
 void KeepAttributes(HANDLE file, DWORD attributes) {
-  if ((attributes & kKeptAttributes) == 0) return;
   FILE_BASIC_INFO info{};
   info.FileAttributes = (attributes & kKeptAttributes) | FILE_ATTRIBUTE_ARCHIVE;
   ::SetFileInformationByHandle(file, FileBasicInfo, &info, sizeof info);

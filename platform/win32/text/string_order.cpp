@@ -37,8 +37,7 @@ int Win32StringOrder::StrCmpLogicalW(const Text& first, const Text& second) {
 }
 
 std::string Win32StringOrder::SortKey(const Text& text) {
-  // The system makes no key of an empty text.
-  if (text.empty()) return {};
+  // Of an empty text the system makes none.
   const Text plain = WithoutLeadingZeros(text);
   std::string key(static_cast<std::size_t>(Map(plain, nullptr, 0)), '\0');
   key.resize(static_cast<std::size_t>(Map(plain, key.data(), static_cast<int>(key.size()))));

@@ -58,10 +58,16 @@ TEST_F(FilesTest, ASearchInAnEmptyOrMissingFolderFindsNothing) {
   EXPECT_EQ(files.FindFirstFileW(folder.TextPath() + u"\\*.*", found), FindHandle::kNone);
   EXPECT_EQ(files.FindFirstFileW(folder.TextPath() + u"\\missing\\*.*", found), FindHandle::kNone);
   EXPECT_EQ(files.FindFirstFileW(u"", found), FindHandle::kNone);
-  EXPECT_EQ(files.FindFirstFileW(folder.TextPath() + u"\\*.ico", found), FindHandle::kNone);
   EXPECT_FALSE(files.FindNextFileW(FindHandle::kNone, found));
   files.FindClose(FindHandle::kNone);
   EXPECT_EQ(found.name, u"before");
+}
+
+TEST_F(FilesTest, ASearchForSomeNamesOnlyFindsNothing) {
+  folder.Write("a.ico", "");
+  FoundFile found;
+  for (const Text pattern : {u"\\*.ico", u"\\a.ico", u"\\?.*", u""})
+    EXPECT_EQ(files.FindFirstFileW(folder.TextPath() + pattern, found), FindHandle::kNone);
 }
 
 TEST_F(FilesTest, SearchesRunSideBySideAndLeaveTheLastEntryAloneAtTheEnd) {

@@ -16,6 +16,7 @@ TEST(Win32EnvironmentTest, AVariableGivesItsValueAndAMissingOneNothing) {
   const std::wstring value = L"Größe" + std::wstring(5000, L'x');
   ::SetEnvironmentVariableW(L"FUNKHAUS_TEST", value.c_str());
   EXPECT_EQ(environment.GetEnvironmentVariableW(u"FUNKHAUS_TEST"), u"Größe" + Text(5000, u'x'));
+  EXPECT_EQ(environment.GetEnvironmentVariableW(Text(u"FUNKHAUS_TEST\0x", 15)), u"") << "no such name";
   ::SetEnvironmentVariableW(L"FUNKHAUS_TEST", nullptr);
   EXPECT_EQ(environment.GetEnvironmentVariableW(u"FUNKHAUS_TEST"), u"");
   EXPECT_EQ(environment.GetEnvironmentVariableW(u""), u"");

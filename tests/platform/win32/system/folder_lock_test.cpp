@@ -1,11 +1,14 @@
 #include "platform/win32/system/folder_lock.h"
 
+#include "platform/win32/base/windows_api.h"
+
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <filesystem>
 #include <thread>
 
+#include "platform/win32/system/system_path.h"
 #include "tests/support/temp_folder.h"
 
 namespace platform::win32 {
@@ -46,6 +49,15 @@ TEST(Win32FolderLockTest, OtherFoldersHaveLocksOfTheirOwn) {
   disk::FolderLocking state = disk::FolderLocking::kBusy;
   std::thread([&] { state = FolderLock(another.Path().wstring()).Get(); }).join();
   EXPECT_EQ(state, disk::FolderLocking::kHeld);
+}
+
+TEST(Win32FolderLockTest, WhereTheSystemMakesNoLockWorkContinuesWithoutOne) {
+  const test_support::TempFolder folder;
+  const std::wstring path = folder.Path().wstring();
+  const std::wstring name = L"Global\\Funkhausplayer-folder-" + NumberOf(ResolvedPath(path).value());
+  const OwnedHandle another_kind(::CreateEventW(nullptr, FALSE, FALSE, name.c_str()));
+  ASSERT_TRUE(another_kind.IsOpen());
+  EXPECT_EQ(FolderLock(path).Get(), disk::FolderLocking::kHeld);
 }
 
 TEST(Win32FolderLockTest, AMissingFolderAndAFileHaveNone) {

@@ -4,8 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <cstring>
+#include <future>
 #include <string_view>
+#include <thread>
 
 #include "platform/win32/system/clipboard.h"
 #include "platform/win32/system/clock.h"
@@ -37,7 +41,7 @@ TEST(Win32ClockTest, TheTimesOfADayAgreeWithEachOther) {
 void PutIntoClipboard(std::wstring_view units) {
   const std::size_t bytes = units.size() * sizeof(wchar_t);
   HGLOBAL const memory = ::GlobalAlloc(GMEM_MOVEABLE, bytes);
-  std::memcpy(::GlobalLock(memory), units.data(), bytes);
+  if (bytes > 0) std::memcpy(::GlobalLock(memory), units.data(), bytes);
   ::GlobalUnlock(memory);
   ASSERT_NE(::OpenClipboard(nullptr), 0);
   ::EmptyClipboard();
@@ -49,6 +53,11 @@ TEST(Win32ClipboardTest, TheTextIsReadUpToItsEnd) {
   Win32Clipboard clipboard;
   PutIntoClipboard(std::wstring_view(L"http://Größe/\0Rest", 18));
   EXPECT_EQ(clipboard.GetText(), u"http://Größe/");
+}
+
+TEST(Win32ClipboardTest, MemoryWithoutAnyBytesHasNoText) {
+  PutIntoClipboard({});
+  EXPECT_EQ(Win32Clipboard().GetText(), u"");
 }
 
 TEST(Win32ClipboardTest, ATextReplacesTheContent) {
@@ -73,6 +82,82 @@ TEST(Win32ClipboardTest, WhatIsPutThereHasAnOwnerAndOutlivesIt) {
   }
   EXPECT_EQ(::GetClipboardOwner(), nullptr);
   EXPECT_EQ(Win32Clipboard().GetText(), u"http://Länge/");
+}
+
+/// Another program's, as far as the clipboard knows: it has it open until it is told to close it.
+class OtherUser {
+ public:
+  OtherUser() : thread_([this] { Keep(); }) { is_open_ = opened_.get_future().get(); }
+  ~OtherUser() { Close(); }
+  OtherUser(const OtherUser&) = delete;
+  OtherUser& operator=(const OtherUser&) = delete;
+
+  [[nodiscard]] bool HasItOpen() const { return is_open_; }
+  void Close() {
+    closes_ = true;
+    if (thread_.joinable()) thread_.join();
+  }
+
+ private:
+  void Keep() {
+    HWND const window = ::CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                                          ::GetModuleHandleW(nullptr), nullptr);
+    opened_.set_value(::OpenClipboard(window) != 0);
+    while (!closes_) ::Sleep(1);
+    ::CloseClipboard();
+    ::DestroyWindow(window);
+  }
+
+  std::atomic<bool> closes_ = false;
+  std::promise<bool> opened_;
+  bool is_open_ = false;
+  std::thread thread_;
+};
+
+TEST(Win32ClipboardTest, AnotherProgramThatHasItOpenForAMomentIsWaitedFor) {
+  Win32Clipboard clipboard;
+  clipboard.SetText(u"vorher");
+  for (const bool reads : {true, false}) {
+    OtherUser other;
+    ASSERT_TRUE(other.HasItOpen());
+    std::thread closing([&other] {
+      ::Sleep(60);
+      other.Close();
+    });
+    const Text seen = reads ? clipboard.GetText() : Text(u"vorher");
+    if (!reads) clipboard.SetText(u"nachher");
+    closing.join();
+    EXPECT_EQ(seen, u"vorher");
+  }
+  EXPECT_EQ(clipboard.GetText(), u"nachher");
+}
+
+TEST(Win32ClipboardTest, OneThatStaysOpenIsEmptyAndKeepsItsContent) {
+  Win32Clipboard clipboard;
+  clipboard.SetText(u"vorher");
+  {
+    const OtherUser other;
+    ASSERT_TRUE(other.HasItOpen());
+    EXPECT_EQ(clipboard.GetText(), u"");
+    clipboard.SetText(u"nachher");
+  }
+  EXPECT_EQ(clipboard.GetText(), u"vorher");
+}
+
+/// How often the clipboard's memory is locked now.
+UINT LocksOfTheContent() {
+  if (::OpenClipboard(nullptr) == 0) return GMEM_INVALID_HANDLE;
+  const UINT flags = ::GlobalFlags(::GetClipboardData(CF_UNICODETEXT));
+  ::CloseClipboard();
+  return flags & GMEM_LOCKCOUNT;
+}
+
+TEST(Win32ClipboardTest, ItsMemoryIsLeftUnlocked) {
+  Win32Clipboard clipboard;
+  clipboard.SetText(u"Text");
+  EXPECT_EQ(LocksOfTheContent(), 0U);
+  EXPECT_EQ(clipboard.GetText(), u"Text");
+  EXPECT_EQ(LocksOfTheContent(), 0U);
 }
 
 TEST(Win32ClipboardTest, WithoutATextItIsEmpty) {

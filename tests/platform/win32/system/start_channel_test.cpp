@@ -50,6 +50,12 @@ TEST_F(Win32StartListenerTest, RequestThatIsTooLongIsRefused) {
   EXPECT_EQ(arrivals, 1);
 }
 
+TEST_F(Win32StartListenerTest, AcceptanceIsForTheRequestThatIsThere) {
+  takes = false;
+  listener.Accept();
+  EXPECT_EQ(Send(kMark, "a"), FALSE);
+}
+
 TEST_F(Win32StartListenerTest, RequestThatNobodyTookIsGone) {
   takes = false;
   EXPECT_EQ(Send(kMark, "a"), FALSE);

@@ -26,6 +26,26 @@ TEST(SystemPathTest, ALongPathGetsThePrefixAndIsResolved) {
   EXPECT_EQ(SystemPath(u"\\\\?\\C:\\" + text), L"\\\\?\\C:\\" + part);
 }
 
+TEST(SystemPathTest, AShortPathIsKnownToUsersWithoutThePrefix) {
+  EXPECT_EQ(WithoutPrefix(L"\\\\?\\C:\\K\u00F6rbe"), L"C:\\K\u00F6rbe");
+  EXPECT_EQ(WithoutPrefix(L"\\\\?\\UNC\\server\\share\\x"), L"\\\\server\\share\\x");
+  EXPECT_EQ(WithoutPrefix(L"C:\\x"), L"C:\\x");
+  const std::wstring path = L"\\\\?\\C:\\" + std::wstring(300, L'x');
+  EXPECT_EQ(WithoutPrefix(path), path);
+}
+
+TEST(SystemPathTest, ADeepFolderKeepsThePrefixByWhichItCanBeReached) {
+  const test_support::TempFolder folder;
+  Win32Files files;
+  Text deep = folder.TextPath();
+  while (deep.size() < 300) {
+    deep += u"\\" + Text(60, u'x');
+    ASSERT_TRUE(files.CreateDirectoryW(deep));
+  }
+  const std::wstring path = SystemPath(deep).value();
+  EXPECT_EQ(ResolvedPath(path), path) << "with the prefix";
+}
+
 TEST(SystemPathTest, AFileInADeepFolderIsWrittenAndRead) {
   const test_support::TempFolder folder;
   Win32Files files;
@@ -46,6 +66,7 @@ TEST(SystemPathTest, AFileInADeepFolderIsWrittenAndRead) {
 TEST(SystemPathTest, TheNumberOfANameStaysTheSameWhateverItsLetterCase) {
   EXPECT_EQ(NumberOf(L"C:\\ÄPFEL\\Funkhaus.ini"), NumberOf(L"c:\\äpfel\\funkhaus.INI"));
   EXPECT_NE(NumberOf(L"a"), NumberOf(L"b"));
+  EXPECT_NE(NumberOf(L"\u4E01"), NumberOf(L"\u4F01")) << "every bit counts";
   EXPECT_EQ(NumberOf(L"").size(), 16U);
   EXPECT_EQ(NumberOf(L""), L"cbf29ce484222325");
 }
