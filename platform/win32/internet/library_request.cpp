@@ -104,7 +104,6 @@ void LibraryRequest::Open(const http::ExchangeOptions& options, const http::Addr
   SetLimits(options);
   connection_ = ::InternetConnectA(session_, HostName(parts.host).c_str(), parts.port, nullptr, nullptr,
                                    INTERNET_SERVICE_HTTP, 0, 0);
-  if (connection_ == nullptr) return;
   const DWORD secure = parts.security == http::Security::kTls ? INTERNET_FLAG_SECURE : 0;
   request_ = ::HttpOpenRequestA(connection_, "GET", parts.target.c_str(), "HTTP/1.1", nullptr, nullptr,
                                 kFlags | secure, reinterpret_cast<DWORD_PTR>(state_.get()));
@@ -171,7 +170,6 @@ Completion LibraryRequest::ReadBytes(std::size_t wanted, std::string& piece) {
   const BOOL done =
       ::InternetReadFile(request_, state_->piece.data(), static_cast<DWORD>(wanted), &state_->count);
   const std::uint32_t error = Await(Operation::kRead, done);
-  if (error != ERROR_SUCCESS) return {error, done != FALSE, 0};
   piece.assign(state_->piece.data(), std::min<std::size_t>(state_->count, wanted));
   return {error, done != FALSE, piece.size()};
 }

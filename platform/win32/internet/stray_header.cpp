@@ -26,7 +26,6 @@ bool StrayHeader::MayBeBehind(const http::AnswerHeader& header) {
 }
 
 StrayHeader::State StrayHeader::Add(std::string_view bytes) {
-  if (state_ != State::kUnknown) return state_;
   rest_ += bytes;
   const bool is_end = bytes.empty();
   if (!rest_.empty() && (rest_[0] == '\r' || rest_[0] == '\n')) return state_ = State::kGarbage;

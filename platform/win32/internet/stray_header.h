@@ -24,7 +24,7 @@ class StrayHeader {
   /// Whether the library may have made this header up in place of an unknown status line.
   static bool MayBeBehind(const http::AnswerHeader& header);
 
-  /// The next bytes of the body; an empty piece is its end.
+  /// The next bytes of the body, while the state is not known; an empty piece is its end.
   State Add(std::string_view bytes);
   [[nodiscard]] const http::AnswerHeader& Header() const { return header_; }
   [[nodiscard]] const std::string& Rest() const { return rest_; }

@@ -19,7 +19,7 @@ TEST(Charsets, AreDecodedByTheirNames) {
 }
 
 TEST(Charsets, NamesThatTheSystemDoesNotKnowGiveNothing) {
-  for (const char* name : {"no-such-thing", "iso-8859-", "windows-", "windows-99999", "cp0"}) {
+  for (const char* name : {"no-such-thing", "iso-8859-", "windows-", "windows-99999", "cp0", "xx1252"}) {
     for (const char* body : {"x", ""}) EXPECT_EQ(DecodeCharset(name, body), std::nullopt) << name;
   }
 }

@@ -5,10 +5,12 @@
 #include <gtest/gtest.h>
 #include <wininet.h>
 
-#include <algorithm>
 #include <chrono>
+#include <cstring>
 #include <future>
+#include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <thread>
 #include <utility>
@@ -16,6 +18,7 @@
 
 #include "platform/win32/internet/web_exchange.h"
 #include "tests/contracts/internet/internet_rig.h"
+#include "tests/platform/win32/media/replaced_function.h"
 
 /// Where this program finds the library's function; what is linked into it calls through here.
 extern "C" decltype(&InternetSetOptionA) __imp_InternetSetOptionA;
@@ -123,6 +126,7 @@ TEST_F(LibraryRequestTest, BytesOfAHeaderArriveAsTheServerSentThem) {
   http::AnswerHeader header;
   EXPECT_TRUE(request->ReadHeader(header));
   EXPECT_EQ(header.Value("icy-name"), bytes);
+  EXPECT_TRUE(header.Block().ends_with(bytes + "\r\n\r\n")) << "and nothing else";
 }
 
 TEST_F(LibraryRequestTest, AHeaderTakesThePlaceOfOneThatWasCut) {
@@ -174,16 +178,23 @@ TEST_F(LibraryRequestTest, RequestsThatAreGivenUpAtAnyMomentLeaveTheOthersAlone)
 /// What is set of a library's options while it lives; passed on.
 class SetOptions {
  public:
-  SetOptions() { Point(&Note); }
+  SetOptions() {
+    set_.clear();
+    Point(&Note);
+  }
   ~SetOptions() { Point(original_); }
   SetOptions(const SetOptions&) = delete;
   SetOptions& operator=(const SetOptions&) = delete;
-  static bool Has(DWORD option) { return std::ranges::find(set_, option) != set_.end(); }
+  static bool Has(DWORD option) { return set_.contains(option); }
+  /// Nothing when it was not set to a number.
+  static std::optional<DWORD> Value(DWORD option) {
+    return Has(option) ? std::optional(set_.at(option)) : std::nullopt;
+  }
 
  private:
   using Function = decltype(&InternetSetOptionA);
   static BOOL WINAPI Note(HINTERNET handle, DWORD option, void* value, DWORD size) {
-    set_.push_back(option);
+    if (size == sizeof(DWORD)) std::memcpy(&set_[option], value, size);
     return original_(handle, option, value, size);
   }
   static void Point(Function function) {
@@ -193,7 +204,7 @@ class SetOptions {
     ASSERT_TRUE(::VirtualProtect(&__imp_InternetSetOptionA, sizeof function, before, &before));
   }
   static inline const Function original_ = __imp_InternetSetOptionA;
-  static inline std::vector<DWORD> set_;
+  static inline std::map<DWORD, DWORD> set_;
 };
 
 // One attempt would be one address, by the system's documentation; Wine does not know the option.
@@ -202,6 +213,112 @@ TEST_F(LibraryRequestTest, TheNumberOfAHostsAddressesThatAreTriedIsTheLibrarysOw
   To("/");
   EXPECT_TRUE(SetOptions::Has(INTERNET_OPTION_CONNECT_TIMEOUT));
   EXPECT_FALSE(SetOptions::Has(INTERNET_OPTION_CONNECT_RETRIES));
+}
+
+// Wine knows none of these options but the time to receive a header.
+TEST_F(LibraryRequestTest, IsMadeThoughTheSystemWorksOfflineAndWaitsForASilentServerUntilItIsGivenUp) {
+  const SetOptions options;
+  To("/");
+  EXPECT_EQ(SetOptions::Value(INTERNET_OPTION_IGNORE_OFFLINE), DWORD{TRUE});
+  EXPECT_EQ(SetOptions::Value(INTERNET_OPTION_RECEIVE_TIMEOUT), INFINITE);
+  EXPECT_EQ(SetOptions::Value(INTERNET_OPTION_DATA_RECEIVE_TIMEOUT), INFINITE);
+}
+
+/// The result of sending; nothing when it does not come in time.
+std::optional<std::uint32_t> SentInTime(LibraryRequest& request, Reading& reading) {
+  auto sent = std::async(std::launch::async, [&] { return request.Send(""); });
+  const bool is_in_time = sent.wait_for(kDeadline) == std::future_status::ready;
+  if (!is_in_time) reading.Cancel();
+  const std::uint32_t error = sent.get();
+  return is_in_time ? std::optional(error) : std::nullopt;
+}
+
+TEST_F(LibraryRequestTest, AnErrorThatTheLibraryHasAtOnceIsNotWaitedFor) {
+  const auto fail = +[](HINTERNET, LPCSTR, DWORD, void*, DWORD) -> BOOL {
+    ::SetLastError(ERROR_INTERNET_NAME_NOT_RESOLVED);
+    return FALSE;
+  };
+  const auto request = To("/");
+  const ReplacedFunction<BOOL(HINTERNET, LPCSTR, DWORD, void*, DWORD)> replaced(L"wininet.dll",
+                                                                                "HttpSendRequestA", fail);
+  EXPECT_EQ(SentInTime(*request, *reading_), static_cast<std::uint32_t>(ERROR_INTERNET_NAME_NOT_RESOLVED));
+}
+
+TEST_F(LibraryRequestTest, WithoutReportsOfTheLibraryNothingIsSent) {
+  const auto fail = +[](HINTERNET, INTERNET_STATUS_CALLBACK) { return INTERNET_INVALID_STATUS_CALLBACK; };
+  std::unique_ptr<LibraryRequest> request;
+  {
+    const ReplacedFunction<INTERNET_STATUS_CALLBACK(HINTERNET, INTERNET_STATUS_CALLBACK)> replaced(
+        L"wininet.dll", "InternetSetStatusCallbackA", fail);
+    request = To("/");
+  }
+  EXPECT_EQ(SentInTime(*request, *reading_), static_cast<std::uint32_t>(ERROR_INTERNET_INTERNAL_ERROR));
+  request.reset();
+  EXPECT_TRUE(IsReleased());
+  EXPECT_EQ(server_.Connections(), 0);
+}
+
+/// A replacement of InternetReadFile that returns FALSE with an error.
+template <DWORD kError>
+BOOL FailToRead(HINTERNET /*request*/, void* /*bytes*/, DWORD /*size*/, DWORD* /*count*/) {
+  ::SetLastError(kError);
+  return FALSE;
+}
+using ReplacedRead = ReplacedFunction<BOOL(HINTERNET, void*, DWORD, DWORD*)>;
+
+TEST_F(LibraryRequestTest, AReadThatFailsGivesNoBytes) {
+  server_.OnAny(Script().Send(kOk).Send("bytes"));
+  const auto request = To("/");
+  EXPECT_EQ(request->Send(""), 0U);
+  const ReplacedRead replaced(L"wininet.dll", "InternetReadFile",
+                              FailToRead<ERROR_INTERNET_CONNECTION_RESET>);
+  std::string piece = "stale";
+  EXPECT_EQ(request->Read(piece), static_cast<std::uint32_t>(ERROR_INTERNET_CONNECTION_RESET));
+  EXPECT_EQ(piece, "");
+}
+
+TEST_F(LibraryRequestTest, AReadThatTakesTimeIsWaitedForThoughItsQueryHasCompleted) {
+  server_.OnAny(Script().Send(kOk).Send("x").AwaitSignal("more").Send("bytes").Hold());
+  const auto request = To("/");
+  EXPECT_EQ(request->Send(""), 0U);
+  std::string piece;
+  EXPECT_EQ(request->Read(piece), 0U);
+  const ReplacedRead replaced(L"wininet.dll", "InternetReadFile", FailToRead<ERROR_IO_PENDING>);
+  auto read = std::async(std::launch::async, [&] { return request->Read(piece); });
+  EXPECT_EQ(read.wait_for(100ms), std::future_status::timeout) << "its query waits";
+  server_.Signal("more");
+  EXPECT_EQ(read.wait_for(500ms), std::future_status::timeout) << "the read waits, and nothing completes it";
+  reading_->Cancel();
+  EXPECT_EQ(read.get(), static_cast<std::uint32_t>(ERROR_INTERNET_OPERATION_CANCELLED));
+}
+
+TEST_F(LibraryRequestTest, ANumberThatTheLibraryDoesNotGiveIsNotThatOfTheReadBefore) {
+  server_.OnAny(Script().Send(kOk).Send("x").Hold());
+  const auto request = To("/");
+  EXPECT_EQ(request->Send(""), 0U);
+  std::string piece;
+  EXPECT_EQ(request->Read(piece), 0U);
+  EXPECT_EQ(piece, "x");
+  const auto say_nothing = +[](HINTERNET, DWORD*, DWORD, DWORD_PTR) -> BOOL { return TRUE; };
+  const ReplacedFunction<BOOL(HINTERNET, DWORD*, DWORD, DWORD_PTR)> replaced(
+      L"wininet.dll", "InternetQueryDataAvailable", say_nothing);
+  auto read = std::async(std::launch::async, [&] { return request->Read(piece); });
+  EXPECT_EQ(read.wait_for(kDeadline), std::future_status::ready) << "it is the end";
+  reading_->Cancel();
+  EXPECT_EQ(read.get(), 0U);
+  EXPECT_EQ(piece, "");
+}
+
+// An option of no handle would be one of the whole process.
+TEST_F(LibraryRequestTest, WithoutASessionNoOptionIsSet) {
+  const SetOptions options;
+  const auto fail = +[](LPCSTR, DWORD, LPCSTR, LPCSTR, DWORD) -> HINTERNET { return nullptr; };
+  const ReplacedFunction<HINTERNET(LPCSTR, DWORD, LPCSTR, LPCSTR, DWORD)> replaced(L"wininet.dll",
+                                                                                   "InternetOpenA", fail);
+  const auto request = To("/");
+  EXPECT_FALSE(SetOptions::Has(INTERNET_OPTION_CONNECT_TIMEOUT));
+  EXPECT_FALSE(SetOptions::Has(INTERNET_OPTION_IGNORE_OFFLINE));
+  EXPECT_NE(request->Send(""), 0U);
 }
 
 }  // namespace

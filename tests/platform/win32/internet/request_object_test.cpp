@@ -1,5 +1,7 @@
 #include "platform/win32/internet/request_object.h"
 
+#include "platform/win32/base/windows_api.h"
+
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -25,6 +27,8 @@ TEST(RequestObject, ThereAreNoMoreThreadsThanAllowedAndAgainSomeLater) {
   }
   EXPECT_EQ(object, nullptr);
   EXPECT_GT(objects.size(), RequestObject::kMostThreads / 2U);
+  for (int refused = 0; refused < RequestObject::kMostThreads; ++refused)
+    EXPECT_EQ(RequestObject::Start(kClass), nullptr) << "and takes no place";
   for (const auto& each : objects) each->End();
   const auto deadline = std::chrono::steady_clock::now() + 10s;
   while (!object && std::chrono::steady_clock::now() < deadline) {
@@ -33,6 +37,17 @@ TEST(RequestObject, ThereAreNoMoreThreadsThanAllowedAndAgainSomeLater) {
   }
   ASSERT_NE(object, nullptr);
   object->End();
+}
+
+TEST(RequestObject, LeavesNoHandleBehind) {
+  const auto handles = [] {
+    DWORD count = 0;
+    EXPECT_NE(::GetProcessHandleCount(::GetCurrentProcess(), &count), 0);
+    return count;
+  };
+  const DWORD before = handles();
+  for (int made = 0; made < 1000; ++made) RequestObject();
+  EXPECT_LT(handles(), before + 500);
 }
 
 CallResult RunSoon(RequestObject& object, const RequestObject::Task& task) {

@@ -30,6 +30,11 @@ TEST(RequestTexts, AHostHasTheNameThatNameServersKnow) {
   EXPECT_EQ(HostName("[::1]"), "[::1]");
 }
 
+TEST(RequestTexts, AHostOfAsciiIsLeftToTheNameServersWhateverItIs) {
+  const std::string host = "Radio_1." + std::string(64, 'a') + ".example";
+  EXPECT_EQ(HostName(host), host);
+}
+
 TEST(RequestTexts, AHostThatNoServerCanBeHasNoName) {
   EXPECT_EQ(HostName("\xFC.example"), "") << "no UTF-8";
   std::string label;

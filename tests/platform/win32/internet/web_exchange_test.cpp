@@ -1,6 +1,9 @@
 #include "platform/win32/internet/web_exchange.h"
 
+#include "platform/win32/base/windows_api.h"
+
 #include <gtest/gtest.h>
+#include <wininet.h>
 
 #include <memory>
 #include <vector>
@@ -95,6 +98,86 @@ TEST(WebExchange, AConnectionThatTheServerHasGivenUpIsNotTheAnswer) {
   while (!second.IsAnswered() && !second.HasEnded() && std::chrono::steady_clock::now() < deadline)
     second.Work(10ms);
   EXPECT_TRUE(second.IsAnswered());
+}
+
+TEST(WebExchange, ANewConnectionThatTheServerClosesIsAFailureAndIsNotTriedAgain) {
+  under_test::IcyServer server;
+  server.SetWelcome(under_test::IcyServer::Welcome::kClose);
+  const auto exchange = ExchangeWith(server);
+  EXPECT_TRUE(HasEnded(*exchange));
+  EXPECT_TRUE(exchange->HasFailed());
+  EXPECT_EQ(server.Connections(), 1);
+}
+
+/// What an exchange came to that ends without an answer.
+struct Outcome {
+  InternetFailure failure;
+  std::uint32_t error;
+  friend bool operator==(const Outcome&, const Outcome&) = default;
+};
+
+Outcome OutcomeAt(const std::string& address) {
+  http::ExchangeOptions options;
+  options.address = address;
+  WebExchange exchange(options);
+  EXPECT_TRUE(HasEnded(exchange)) << address;
+  EXPECT_FALSE(exchange.IsAnswered()) << address;
+  return {exchange.Failure(), exchange.Error()};
+}
+
+TEST(WebExchange, AnAddressThatLeadsNowhereHasTheLibrarysNumberForThat) {
+  const Outcome no_address{InternetFailure::kOther, ERROR_INTERNET_INVALID_URL};
+  EXPECT_EQ(OutcomeAt("gopher://127.0.0.1/"), no_address);
+  under_test::IcyServer server;
+  server.OnAny(test_support::Redirect("302 Found", "gopher://127.0.0.1/"));
+  EXPECT_EQ(OutcomeAt(server.Url()), no_address);
+  std::string label;
+  for (int i = 0; i < 64; ++i) label += "\xC3\xBC";
+  const Outcome no_name{InternetFailure::kUnknownHost, ERROR_INTERNET_NAME_NOT_RESOLVED};
+  EXPECT_EQ(OutcomeAt("http://" + label + ".example/"), no_name);
+}
+
+TEST(WebExchange, AHandshakeThatNeverBeginsIsGivenUpInItsTime) {
+  under_test::IcyServer server;
+  server.SetWelcome(under_test::IcyServer::Welcome::kSilence);
+  http::ExchangeOptions options;
+  options.address = "https://127.0.0.1:" + std::to_string(server.Port()) + "/";
+  options.connect_limit = 300ms;
+  WebExchange exchange(options);
+  EXPECT_TRUE(HasEnded(exchange));
+  EXPECT_EQ(exchange.Failure(), InternetFailure::kNoAnswer);
+}
+
+TEST(WebExchange, WorkWaitsForNewsAtMostItsSlice) {
+  under_test::IcyServer server;
+  server.OnAny(Script().Hold());
+  const auto exchange = ExchangeWith(server);
+  EXPECT_TRUE(server.WaitForRequests(1, kDeadline));
+  exchange->Work(0ms);
+  const auto start = std::chrono::steady_clock::now();
+  for (int i = 0; i < 5; ++i) exchange->Work(20ms);
+  EXPECT_GE(std::chrono::steady_clock::now() - start, 90ms);
+}
+
+TEST(WebExchange, OneThatIsCancelledHasBeenGivenUp) {
+  under_test::IcyServer server;
+  server.On("/silent", Script().Hold());
+  server.On("/sending", Script().Send(kOk).Send("x").Hold());
+  for (const std::string target : {"/silent", "/sending"}) {
+    const auto reading = std::make_shared<Reading>();
+    http::ExchangeOptions options;
+    options.address = server.Url(target);
+    StartRequestThread(options, reading);
+    const auto is_waiting = [&] {
+      return target == "/silent" ? reading->AnswerOwedFor().has_value() : reading->Buffered() > 0;
+    };
+    const auto deadline = std::chrono::steady_clock::now() + kDeadline;
+    while (!is_waiting() && std::chrono::steady_clock::now() < deadline) reading->Await(10ms);
+    EXPECT_TRUE(is_waiting()) << target;
+    reading->Cancel();
+    while (!reading->HasEnded() && std::chrono::steady_clock::now() < deadline) reading->Await(10ms);
+    EXPECT_EQ(reading->Failure(), InternetFailure::kGivenUp) << target;
+  }
 }
 
 TEST(WebExchange, AnAddressWithANameSendsIt) {

@@ -232,6 +232,22 @@ TEST_F(ScriptedXmlHttp, AnOptionAfterTheEndIsForTheNextRequest) {
   EXPECT_TRUE(request_->Send());
 }
 
+TEST_F(ScriptedXmlHttp, AFailureHasNotTheTextOfTheAnswerBefore) {
+  EXPECT_EQ(Fetch(), u"[playlist]");
+  answers_->headers = u"Content-Length: 11\r\n\r\n";
+  EXPECT_TRUE(request_->Open(u"GET", kUrl, true));
+  EXPECT_TRUE(request_->Send());
+  EXPECT_TRUE(IsCompleted(*request_));
+  EXPECT_EQ(request_->ResponseText(), u"");
+}
+
+TEST_F(ScriptedXmlHttp, AskingOneThatWasNotSentDoesNotSpin) {
+  request_ = Create();
+  const auto start = std::chrono::steady_clock::now();
+  for (int i = 0; i < 10; ++i) EXPECT_EQ(request_->ReadyState(), 0);
+  EXPECT_GE(std::chrono::steady_clock::now() - start, 45ms);
+}
+
 TEST_F(ScriptedXmlHttp, AbortEndsItAtEveryMoment) {
   answers_->state = 4;
   for (int calls = 0; calls < 4; ++calls) {
