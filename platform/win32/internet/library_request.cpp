@@ -104,6 +104,7 @@ void LibraryRequest::Open(const http::ExchangeOptions& options, const http::Addr
   SetLimits(options);
   connection_ = ::InternetConnectA(session_, HostName(parts.host).c_str(), parts.port, nullptr, nullptr,
                                    INTERNET_SERVICE_HTTP, 0, 0);
+  if (connection_ == nullptr) return;
   const DWORD secure = parts.security == http::Security::kTls ? INTERNET_FLAG_SECURE : 0;
   request_ = ::HttpOpenRequestA(connection_, "GET", parts.target.c_str(), "HTTP/1.1", nullptr, nullptr,
                                 kFlags | secure, reinterpret_cast<DWORD_PTR>(state_.get()));

@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -107,14 +108,46 @@ TEST_F(LibraryRequestTest, OneThatHasEndedOrWasNeverSentIsReleased) {
   EXPECT_TRUE(IsReleased());
 }
 
+/// How often a request was opened.
+int opened_requests = 0;
+
 TEST_F(LibraryRequestTest, AHostWithoutANameIsAFailure) {
   http::AddressParts parts;
   parts.target = "/";
+  const auto count = +[](HINTERNET, LPCSTR, LPCSTR, LPCSTR, LPCSTR, LPCSTR*, DWORD, DWORD_PTR) -> HINTERNET {
+    ++opened_requests;
+    return nullptr;
+  };
+  const ReplacedFunction<HINTERNET(HINTERNET, LPCSTR, LPCSTR, LPCSTR, LPCSTR, LPCSTR*, DWORD, DWORD_PTR)>
+      replaced(L"wininet.dll", "HttpOpenRequestA", count);
   {
     LibraryRequest request(reading_, {}, parts, place_);
     EXPECT_NE(request.Send(""), 0U);
   }
   EXPECT_TRUE(IsReleased());
+  EXPECT_EQ(opened_requests, 0);
+}
+
+/// A replacement of HttpQueryInfoA that gives a block without an empty line at its end.
+BOOL GiveOpenBlock(HINTERNET /*request*/, DWORD /*level*/, void* buffer, DWORD* size, DWORD* /*index*/) {
+  constexpr std::string_view kBlock = "HTTP/1.1 200 OK\r\nA: b\r\n";
+  if (buffer == nullptr) {
+    *size = kBlock.size() + 1;
+    ::SetLastError(ERROR_INSUFFICIENT_BUFFER);
+    return FALSE;
+  }
+  std::memcpy(buffer, kBlock.data(), kBlock.size());
+  *size = kBlock.size();
+  return TRUE;
+}
+
+TEST_F(LibraryRequestTest, ABlockOfHeadersMayEndWithItsLastLine) {
+  const auto request = To("/");
+  const ReplacedFunction<BOOL(HINTERNET, DWORD, void*, DWORD*, DWORD*)> replaced(
+      L"wininet.dll", "HttpQueryInfoA", GiveOpenBlock);
+  http::AnswerHeader header;
+  EXPECT_TRUE(request->ReadHeader(header));
+  EXPECT_EQ(header.Block(), "HTTP/1.1 200 OK\r\nA: b\r\n\r\n");
 }
 
 TEST_F(LibraryRequestTest, BytesOfAHeaderArriveAsTheServerSentThem) {
