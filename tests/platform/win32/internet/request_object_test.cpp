@@ -1,7 +1,5 @@
 #include "platform/win32/internet/request_object.h"
 
-#include "platform/win32/base/windows_api.h"
-
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -37,17 +35,6 @@ TEST(RequestObject, ThereAreNoMoreThreadsThanAllowedAndAgainSomeLater) {
   }
   ASSERT_NE(object, nullptr);
   object->End();
-}
-
-TEST(RequestObject, LeavesNoHandleBehind) {
-  const auto handles = [] {
-    DWORD count = 0;
-    EXPECT_NE(::GetProcessHandleCount(::GetCurrentProcess(), &count), 0);
-    return count;
-  };
-  const DWORD before = handles();
-  for (int made = 0; made < 1000; ++made) RequestObject();
-  EXPECT_LT(handles(), before + 500);
 }
 
 CallResult RunSoon(RequestObject& object, const RequestObject::Task& task) {

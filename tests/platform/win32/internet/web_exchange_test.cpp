@@ -137,6 +137,14 @@ TEST(WebExchange, AnAddressThatLeadsNowhereHasTheLibrarysNumberForThat) {
   EXPECT_EQ(OutcomeAt("http://" + label + ".example/"), no_name);
 }
 
+TEST(WebExchange, AnInterimAnswerAloneIsNoneAndIsNotAskedForAgain) {
+  under_test::IcyServer server;
+  server.OnAny(Script().Send(Header("HTTP/1.1 199 Odd")));
+  const Outcome no_answer{InternetFailure::kOther, ERROR_HTTP_INVALID_SERVER_RESPONSE};
+  EXPECT_EQ(OutcomeAt(server.Url()), no_answer);
+  EXPECT_EQ(server.Connections(), 1);
+}
+
 TEST(WebExchange, AHandshakeThatNeverBeginsIsGivenUpInItsTime) {
   under_test::IcyServer server;
   server.SetWelcome(under_test::IcyServer::Welcome::kSilence);
