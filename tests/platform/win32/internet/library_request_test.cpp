@@ -19,13 +19,44 @@
 
 #include "platform/win32/internet/web_exchange.h"
 #include "tests/contracts/internet/internet_rig.h"
-#include "tests/platform/win32/media/replaced_function.h"
 
-/// Where this program finds the library's function; what is linked into it calls through here.
-extern "C" decltype(&InternetSetOptionA) __imp_InternetSetOptionA;
+// Where this program finds the library's functions; what is linked into it calls through here.
+extern "C" {
+extern decltype(&HttpOpenRequestA) __imp_HttpOpenRequestA;
+extern decltype(&HttpQueryInfoA) __imp_HttpQueryInfoA;
+extern decltype(&HttpSendRequestA) __imp_HttpSendRequestA;
+extern decltype(&InternetOpenA) __imp_InternetOpenA;
+extern decltype(&InternetQueryDataAvailable) __imp_InternetQueryDataAvailable;
+extern decltype(&InternetReadFile) __imp_InternetReadFile;
+extern decltype(&InternetSetOptionA) __imp_InternetSetOptionA;
+extern decltype(&InternetSetStatusCallbackA) __imp_InternetSetStatusCallbackA;
+}
 
 namespace platform::win32 {
 namespace {
+
+/// Another function in the place of a library's while it lives.
+template <typename Function>
+class ReplacedImport {
+ public:
+  ReplacedImport(Function& place, Function replacement) : place_(place), original_(place) {
+    Point(replacement);
+  }
+  ~ReplacedImport() { Point(original_); }
+  ReplacedImport(const ReplacedImport&) = delete;
+  ReplacedImport& operator=(const ReplacedImport&) = delete;
+
+ private:
+  void Point(Function function) {
+    DWORD before = 0;
+    ASSERT_TRUE(::VirtualProtect(&place_, sizeof function, PAGE_READWRITE, &before));
+    place_ = function;
+    ASSERT_TRUE(::VirtualProtect(&place_, sizeof function, before, &before));
+  }
+
+  Function& place_;
+  const Function original_;
+};
 
 class LibraryRequestTest : public testing::Test {
  protected:
@@ -118,8 +149,7 @@ TEST_F(LibraryRequestTest, AHostWithoutANameIsAFailure) {
     ++opened_requests;
     return nullptr;
   };
-  const ReplacedFunction<HINTERNET(HINTERNET, LPCSTR, LPCSTR, LPCSTR, LPCSTR, LPCSTR*, DWORD, DWORD_PTR)>
-      replaced(L"wininet.dll", "HttpOpenRequestA", count);
+  const ReplacedImport replaced(__imp_HttpOpenRequestA, count);
   {
     LibraryRequest request(reading_, {}, parts, place_);
     EXPECT_NE(request.Send(""), 0U);
@@ -143,8 +173,7 @@ BOOL GiveOpenBlock(HINTERNET /*request*/, DWORD /*level*/, void* buffer, DWORD* 
 
 TEST_F(LibraryRequestTest, ABlockOfHeadersMayEndWithItsLastLine) {
   const auto request = To("/");
-  const ReplacedFunction<BOOL(HINTERNET, DWORD, void*, DWORD*, DWORD*)> replaced(
-      L"wininet.dll", "HttpQueryInfoA", GiveOpenBlock);
+  const ReplacedImport replaced(__imp_HttpQueryInfoA, &GiveOpenBlock);
   http::AnswerHeader header;
   EXPECT_TRUE(request->ReadHeader(header));
   EXPECT_EQ(header.Block(), "HTTP/1.1 200 OK\r\nA: b\r\n\r\n");
@@ -211,13 +240,7 @@ TEST_F(LibraryRequestTest, RequestsThatAreGivenUpAtAnyMomentLeaveTheOthersAlone)
 /// What is set of a library's options while it lives; passed on.
 class SetOptions {
  public:
-  SetOptions() {
-    set_.clear();
-    Point(&Note);
-  }
-  ~SetOptions() { Point(original_); }
-  SetOptions(const SetOptions&) = delete;
-  SetOptions& operator=(const SetOptions&) = delete;
+  SetOptions() { set_.clear(); }
   static bool Has(DWORD option) { return set_.contains(option); }
   /// Nothing when it was not set to a number.
   static std::optional<DWORD> Value(DWORD option) {
@@ -225,19 +248,14 @@ class SetOptions {
   }
 
  private:
-  using Function = decltype(&InternetSetOptionA);
   static BOOL WINAPI Note(HINTERNET handle, DWORD option, void* value, DWORD size) {
     if (size == sizeof(DWORD)) std::memcpy(&set_[option], value, size);
     return original_(handle, option, value, size);
   }
-  static void Point(Function function) {
-    DWORD before = 0;
-    ASSERT_TRUE(::VirtualProtect(&__imp_InternetSetOptionA, sizeof function, PAGE_READWRITE, &before));
-    __imp_InternetSetOptionA = function;
-    ASSERT_TRUE(::VirtualProtect(&__imp_InternetSetOptionA, sizeof function, before, &before));
-  }
-  static inline const Function original_ = __imp_InternetSetOptionA;
+
   static inline std::map<DWORD, DWORD> set_;
+  static inline const auto original_ = __imp_InternetSetOptionA;
+  const ReplacedImport<decltype(&InternetSetOptionA)> replaced_{__imp_InternetSetOptionA, &Note};
 };
 
 // One attempt would be one address, by the system's documentation; Wine does not know the option.
@@ -272,8 +290,7 @@ TEST_F(LibraryRequestTest, AnErrorThatTheLibraryHasAtOnceIsNotWaitedFor) {
     return FALSE;
   };
   const auto request = To("/");
-  const ReplacedFunction<BOOL(HINTERNET, LPCSTR, DWORD, void*, DWORD)> replaced(L"wininet.dll",
-                                                                                "HttpSendRequestA", fail);
+  const ReplacedImport replaced(__imp_HttpSendRequestA, fail);
   EXPECT_EQ(SentInTime(*request, *reading_), static_cast<std::uint32_t>(ERROR_INTERNET_NAME_NOT_RESOLVED));
 }
 
@@ -281,8 +298,7 @@ TEST_F(LibraryRequestTest, WithoutReportsOfTheLibraryNothingIsSent) {
   const auto fail = +[](HINTERNET, INTERNET_STATUS_CALLBACK) { return INTERNET_INVALID_STATUS_CALLBACK; };
   std::unique_ptr<LibraryRequest> request;
   {
-    const ReplacedFunction<INTERNET_STATUS_CALLBACK(HINTERNET, INTERNET_STATUS_CALLBACK)> replaced(
-        L"wininet.dll", "InternetSetStatusCallbackA", fail);
+    const ReplacedImport replaced(__imp_InternetSetStatusCallbackA, fail);
     request = To("/");
   }
   EXPECT_EQ(SentInTime(*request, *reading_), static_cast<std::uint32_t>(ERROR_INTERNET_INTERNAL_ERROR));
@@ -297,14 +313,12 @@ BOOL FailToRead(HINTERNET /*request*/, void* /*bytes*/, DWORD /*size*/, DWORD* /
   ::SetLastError(kError);
   return FALSE;
 }
-using ReplacedRead = ReplacedFunction<BOOL(HINTERNET, void*, DWORD, DWORD*)>;
 
 TEST_F(LibraryRequestTest, AReadThatFailsGivesNoBytes) {
   server_.OnAny(Script().Send(kOk).Send("bytes"));
   const auto request = To("/");
   EXPECT_EQ(request->Send(""), 0U);
-  const ReplacedRead replaced(L"wininet.dll", "InternetReadFile",
-                              FailToRead<ERROR_INTERNET_CONNECTION_RESET>);
+  const ReplacedImport replaced(__imp_InternetReadFile, &FailToRead<ERROR_INTERNET_CONNECTION_RESET>);
   std::string piece = "stale";
   EXPECT_EQ(request->Read(piece), static_cast<std::uint32_t>(ERROR_INTERNET_CONNECTION_RESET));
   EXPECT_EQ(piece, "");
@@ -316,7 +330,7 @@ TEST_F(LibraryRequestTest, AReadThatTakesTimeIsWaitedForThoughItsQueryHasComplet
   EXPECT_EQ(request->Send(""), 0U);
   std::string piece;
   EXPECT_EQ(request->Read(piece), 0U);
-  const ReplacedRead replaced(L"wininet.dll", "InternetReadFile", FailToRead<ERROR_IO_PENDING>);
+  const ReplacedImport replaced(__imp_InternetReadFile, &FailToRead<ERROR_IO_PENDING>);
   auto read = std::async(std::launch::async, [&] { return request->Read(piece); });
   EXPECT_EQ(read.wait_for(100ms), std::future_status::timeout) << "its query waits";
   server_.Signal("more");
@@ -333,8 +347,7 @@ TEST_F(LibraryRequestTest, ANumberThatTheLibraryDoesNotGiveIsNotThatOfTheReadBef
   EXPECT_EQ(request->Read(piece), 0U);
   EXPECT_EQ(piece, "x");
   const auto say_nothing = +[](HINTERNET, DWORD*, DWORD, DWORD_PTR) -> BOOL { return TRUE; };
-  const ReplacedFunction<BOOL(HINTERNET, DWORD*, DWORD, DWORD_PTR)> replaced(
-      L"wininet.dll", "InternetQueryDataAvailable", say_nothing);
+  const ReplacedImport replaced(__imp_InternetQueryDataAvailable, say_nothing);
   auto read = std::async(std::launch::async, [&] { return request->Read(piece); });
   EXPECT_EQ(read.wait_for(kDeadline), std::future_status::ready) << "it is the end";
   reading_->Cancel();
@@ -346,8 +359,7 @@ TEST_F(LibraryRequestTest, ANumberThatTheLibraryDoesNotGiveIsNotThatOfTheReadBef
 TEST_F(LibraryRequestTest, WithoutASessionNoOptionIsSet) {
   const SetOptions options;
   const auto fail = +[](LPCSTR, DWORD, LPCSTR, LPCSTR, DWORD) -> HINTERNET { return nullptr; };
-  const ReplacedFunction<HINTERNET(LPCSTR, DWORD, LPCSTR, LPCSTR, DWORD)> replaced(L"wininet.dll",
-                                                                                   "InternetOpenA", fail);
+  const ReplacedImport replaced(__imp_InternetOpenA, fail);
   const auto request = To("/");
   EXPECT_FALSE(SetOptions::Has(INTERNET_OPTION_CONNECT_TIMEOUT));
   EXPECT_FALSE(SetOptions::Has(INTERNET_OPTION_IGNORE_OFFLINE));
