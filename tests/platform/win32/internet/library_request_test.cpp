@@ -19,8 +19,9 @@
 
 #include "platform/win32/internet/web_exchange.h"
 #include "tests/contracts/internet/internet_rig.h"
+#include "tests/platform/win32/replaced_import.h"
 
-// Where this program finds the library's functions; what is linked into it calls through here.
+// Where this program finds the library's functions.
 extern "C" {
 extern decltype(&HttpOpenRequestA) __imp_HttpOpenRequestA;
 extern decltype(&HttpQueryInfoA) __imp_HttpQueryInfoA;
@@ -35,28 +36,7 @@ extern decltype(&InternetSetStatusCallbackA) __imp_InternetSetStatusCallbackA;
 namespace platform::win32 {
 namespace {
 
-/// Another function in the place of a library's while it lives.
-template <typename Function>
-class ReplacedImport {
- public:
-  ReplacedImport(Function& place, Function replacement) : place_(place), original_(place) {
-    Point(replacement);
-  }
-  ~ReplacedImport() { Point(original_); }
-  ReplacedImport(const ReplacedImport&) = delete;
-  ReplacedImport& operator=(const ReplacedImport&) = delete;
-
- private:
-  void Point(Function function) {
-    DWORD before = 0;
-    ASSERT_TRUE(::VirtualProtect(&place_, sizeof function, PAGE_READWRITE, &before));
-    place_ = function;
-    ASSERT_TRUE(::VirtualProtect(&place_, sizeof function, before, &before));
-  }
-
-  Function& place_;
-  const Function original_;
-};
+using test_support::ReplacedImport;
 
 class LibraryRequestTest : public testing::Test {
  protected:
