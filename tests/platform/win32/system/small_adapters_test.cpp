@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <chrono>
 #include <cstring>
 #include <future>
 #include <string_view>
@@ -121,7 +120,7 @@ TEST(Win32ClipboardTest, AnotherProgramThatHasItOpenForAMomentIsWaitedFor) {
     OtherUser other;
     ASSERT_TRUE(other.HasItOpen());
     std::thread closing([&other] {
-      ::Sleep(60);
+      ::Sleep(30);
       other.Close();
     });
     const Text seen = reads ? clipboard.GetText() : Text(u"vorher");
