@@ -26,7 +26,6 @@ constexpr int kStatusOk = 200;
 constexpr std::size_t kPiece = 4096;
 /// How often the thread looks whether the connection is still wanted.
 constexpr http::milliseconds kLook{20};
-constexpr http::milliseconds kAnswerLimit{10'000};
 
 PlaybackFailure FailureOfError(DWORD error) {
   switch (error) {
@@ -79,11 +78,14 @@ HttpAnswer AnswerOf(const http::AnswerHeader& header) {
 }  // namespace
 
 std::shared_ptr<HttpStream> HttpStream::Open(const Text& address, const Text& user_agent,
-                                             std::shared_ptr<StreamBuffer> buffer) {
+                                             std::shared_ptr<StreamBuffer> buffer,
+                                             std::chrono::milliseconds answer_limit) {
   auto stream = std::make_shared<HttpStream>();
   stream->buffer_ = std::move(buffer);
   try {
-    std::thread([stream, address, user_agent] { stream->Run(address, user_agent); }).detach();
+    std::thread([stream, address, user_agent, answer_limit] {
+      stream->Run(address, user_agent, answer_limit);
+    }).detach();
   } catch (const std::system_error&) {
     stream->End(PlaybackFailure::kOther, 0);
   }
@@ -130,7 +132,7 @@ void HttpStream::End(PlaybackFailure failure, int status) {
   status_ = status;
 }
 
-void HttpStream::Run(const Text& address, const Text& user_agent) {
+void HttpStream::Run(const Text& address, const Text& user_agent, std::chrono::milliseconds answer_limit) {
   const auto asked = http::RequestAddress(Utf8(address));
   if (!asked) {
     End(PlaybackFailure::kBadAddress, 0);
@@ -139,11 +141,10 @@ void HttpStream::Run(const Text& address, const Text& user_agent) {
   http::ExchangeOptions options;
   options.address = *asked;
   options.agent = Utf8(user_agent);
-  options.connect_limit = kAnswerLimit;
   WebExchange exchange(options);
   while (!cancelled_ && !exchange.IsAnswered() && !exchange.HasEnded()) {
     exchange.Work(kLook);
-    if (exchange.AnswerOwedFor() > kAnswerLimit) {
+    if (exchange.AnswerOwedFor() > answer_limit) {
       End(PlaybackFailure::kNoAnswer, 0);
       return;
     }

@@ -26,9 +26,13 @@ class HttpStream {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// Connects, and appends what comes to `buffer`. The answer must have status 200.
+  static constexpr std::chrono::milliseconds kAnswerLimit{10'000};
+
+  /// Connects, and appends what comes to `buffer`. The answer must have status 200, and come within
+  /// `answer_limit` of the request.
   static std::shared_ptr<HttpStream> Open(const Text& address, const Text& user_agent,
-                                          std::shared_ptr<StreamBuffer> buffer);
+                                          std::shared_ptr<StreamBuffer> buffer,
+                                          std::chrono::milliseconds answer_limit = kAnswerLimit);
 
   /// Nothing more is appended. Returns at once.
   void Cancel();
@@ -44,7 +48,7 @@ class HttpStream {
   [[nodiscard]] Clock::time_point LatestNews() const;
 
  private:
-  void Run(const Text& address, const Text& user_agent);
+  void Run(const Text& address, const Text& user_agent, std::chrono::milliseconds answer_limit);
   void Read(http::Exchange& exchange);
   void ReadBody(http::Exchange& exchange);
   void End(PlaybackFailure failure, int status);

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <memory>
 #include <span>
 #include <string>
@@ -67,6 +68,20 @@ TEST_F(HttpStreamTest, EndsWithTheReadsOfItsBuffer) {
   const auto stream = Open("/stream");
   EXPECT_TRUE(WaitUntil([&] { return stream->Over(); }));
   EXPECT_TRUE(Disconnected());
+}
+
+TEST_F(HttpStreamTest, SaysWhoAsks) {
+  const auto stream = HttpStream::Open(Address("/stream"), u"4711/1.0", buffer);
+  ASSERT_TRUE(WaitUntil([&] { return stream->Answer().has_value(); }));
+  EXPECT_EQ(Ask("/agent"), 4711);
+  stream->Cancel();
+}
+
+TEST_F(HttpStreamTest, DoesNotWaitForAnAnswerForever) {
+  const auto stream = HttpStream::Open(Address("/silent"), u"test", buffer, std::chrono::milliseconds(300));
+  EXPECT_TRUE(WaitUntil([&] { return stream->Over(); }));
+  EXPECT_EQ(stream->Failure(), PlaybackFailure::kNoAnswer);
+  EXPECT_EQ(stream->Status(), 0);
 }
 
 TEST_F(HttpStreamTest, WithoutAnAddressIsOverAtOnce) {

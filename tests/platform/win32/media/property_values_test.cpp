@@ -6,11 +6,13 @@
 #include <oleauto.h>
 #include <propidl.h>
 
+#include <cstring>
 #include <string>
 #include <vector>
 
 #include "platform/values/portable_property_values.h"
 #include "platform/win32/media/property_variant.h"
+#include "ports/interface_call.h"
 
 namespace platform::win32 {
 namespace {
@@ -56,10 +58,21 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(PropertyVariants, APayloadOfAnotherTypeIsRefused) {
   PROPVARIANT system;
   PropVariantInit(&system);
-  EXPECT_FALSE(MakeVariant({PropertyType::kInt32, Text(u"1")}, system));
-  EXPECT_FALSE(MakeVariant({PropertyType::kString, std::int64_t{1}}, system));
-  EXPECT_FALSE(MakeVariant({PropertyType::kEmpty, std::uint64_t{1}}, system));
-  EXPECT_EQ(system.vt, VT_EMPTY);
+  const std::vector<PropertyValue> refused = {
+      {PropertyType::kInt32, {}},
+      {PropertyType::kString, std::int64_t{1}},
+      {PropertyType::kInt64, std::uint64_t{1}},
+      {PropertyType::kInt32, 0.5},
+      {PropertyType::kAnsiString, Text(u"1")},
+      {PropertyType::kWideString, std::string("1")},
+      {PropertyType::kString, List{u"1"}},
+      {PropertyType::kBlob, Guid{1, 2, 3, {}}},
+  };
+  const PROPVARIANT empty = system;
+  for (const PropertyValue& value : refused) {
+    EXPECT_FALSE(MakeVariant(value, system)) << value.payload.index();
+    EXPECT_EQ(std::memcmp(&system, &empty, sizeof empty), 0) << value.payload.index();
+  }
 }
 
 TEST(PropertyVariants, ATypeThatIsNotKnownWritesNothing) {
@@ -151,6 +164,12 @@ TEST_F(Win32Values, APayloadOfAnotherTypeIsNotConverted) {
   const PropertyValue wrong{PropertyType::kInt32, Text(u"1")};
   EXPECT_EQ(values.PropVariantChangeType(target, wrong, 0, PropertyType::kString), DISP_E_TYPEMISMATCH);
   EXPECT_EQ(target.type, PropertyType::kInt32);
+}
+
+TEST_F(Win32Values, AValueIsNotConvertedIntoItself) {
+  PropertyValue value = Whole(PropertyType::kInt32, 5);
+  EXPECT_EQ(values.PropVariantChangeType(value, value, 0, PropertyType::kString), kEInvalidArg);
+  EXPECT_EQ(value.type, PropertyType::kInt32);
 }
 
 TEST_F(Win32Values, AClearedValueIsEmpty) {

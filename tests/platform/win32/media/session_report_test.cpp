@@ -206,6 +206,24 @@ TEST_F(SessionReport, OfAnOlderItemIsNoNewsOfALaterOne) {
   reader->sources[1]->Shutdown();
 }
 
+HRESULT WINAPI MakeNoResolver(::IMFSourceResolver**) { return E_OUTOFMEMORY; }
+
+TEST_F(SessionReport, OfALostStationIsForgottenWhenNothingCanBeOpenedNext) {
+  PlayUntilItIsHeard();
+  EXPECT_TRUE(Report(sessions.At(0), MEError, kMfENetRead));
+  EXPECT_EQ(media->Status().state, PlaybackState::kReconnecting);
+  reader->EndAll();
+  {
+    const ReplacedFunction<decltype(::MFCreateSourceResolver)> make(L"mfplat.dll", "MFCreateSourceResolver",
+                                                                    &MakeNoResolver);
+    InterfaceHandle resolver = InterfaceHandle::kNone;
+    EXPECT_EQ(media->MFCreateSourceResolver(resolver), E_OUTOFMEMORY);
+  }
+  EXPECT_EQ(media->Status().state, PlaybackState::kFailed);
+  EXPECT_EQ(media->Status().failure, PlaybackFailure::kOther);
+  EXPECT_TRUE(Disconnected());
+}
+
 /// The session of a lost station that was opened again has not started yet.
 struct RenewedSession : SessionReport {
   void SetUp() override {

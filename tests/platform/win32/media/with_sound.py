@@ -32,6 +32,7 @@ and besides
   /noise          what is no sound, as "audio/mpeg"
   /forget         forgets what was asked for
   /count?/path    how often /path was asked for
+  /agent          who asked for sound last
   /open           how many connections to the sound are open
   /loudness       root mean square of the last 300 ms, 0 to 32767
   /quietest       the lowest of each 50 ms of the last 5 s
@@ -119,6 +120,7 @@ class Station:
     def __init__(self, sound, certificate, stranger):
         self.sound = sound
         self.asked = collections.Counter()
+        self.agent = ""
         self.open = 0
         self.lock = threading.Lock()
         self.port = self.listen(lambda connection: connection)
@@ -150,7 +152,10 @@ class Station:
                     if not data:
                         return
                     request += data
-                self.answer(connection, request.split()[1].decode())
+                target = request.split()[1].decode()
+                if target in SHOWS:
+                    self.agent = request.decode("latin-1").partition("User-Agent: ")[2].partition("\r\n")[0]
+                self.answer(connection, target)
         except OSError:
             pass
 
@@ -175,6 +180,7 @@ class Station:
             "/loudness": lambda: (str(int(self.sound.loudness())), "text/plain"),
             "/quietest": lambda: (str(int(self.sound.quietest())), "text/plain"),
             "/open": lambda: (str(self.open), "text/plain"),
+            "/agent": lambda: (self.agent, "text/plain"),
             "/portal": lambda: ("<html>Anmeldung</html>", "text/html"),
             "/page": lambda: ("<html>Kein Ton</html>", "text/html"),
             "/list": lambda: ("#EXTM3U\nhttp://127.0.0.1/stream\n", "audio/x-mpegurl"),
