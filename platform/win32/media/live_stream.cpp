@@ -173,7 +173,6 @@ bool LiveStream::Connect(Lock& lock) {
     // Reads that waited are answered in it.
     lock.unlock();
     buffer_->Finish();
-    lock.lock();
     return false;
   }
   NoteEnd(*connection, sound_since);

@@ -194,9 +194,9 @@ TEST_F(ByteStream, IsCountedByWhoeverAsksForIt) {
     EXPECT_EQ(stream->AddRef(), 3u);
     EXPECT_EQ(stream->Release(), 2u);
   }
-  ComPointer<::IUnknown> other;
-  EXPECT_EQ(stream->QueryInterface(__uuidof(::IMFMediaSource), other.ReceiveAny()), E_NOINTERFACE);
-  EXPECT_FALSE(other);
+  void* other = this;
+  EXPECT_EQ(stream->QueryInterface(__uuidof(::IMFMediaSource), &other), E_NOINTERFACE);
+  EXPECT_EQ(other, nullptr);
 }
 
 TEST(AsyncCallback, IsCountedByWhoeverAsksForIt) {

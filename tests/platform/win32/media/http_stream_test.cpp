@@ -70,6 +70,13 @@ TEST_F(HttpStreamTest, EndsWithTheReadsOfItsBuffer) {
   EXPECT_TRUE(Disconnected());
 }
 
+TEST_F(HttpStreamTest, KnowsItsTypeInSmallLettersWithoutParameters) {
+  const auto stream = Open("/shouted");
+  ASSERT_TRUE(WaitUntil([&] { return stream->Answer().has_value(); }));
+  EXPECT_EQ(stream->Answer()->content_type, "audio/x-any");
+  stream->Cancel();
+}
+
 TEST_F(HttpStreamTest, SaysWhoAsks) {
   const auto stream = HttpStream::Open(Address("/stream"), u"4711/1.0", buffer);
   ASSERT_TRUE(WaitUntil([&] { return stream->Answer().has_value(); }));

@@ -26,7 +26,7 @@ struct LiveStreamStates : StationRig {
     stream.reset();
     StationRig::TearDown();
   }
-  /// A fifth of a second of sound, and the rest once /go was asked for.
+  /// Six tenths of a second of sound, and the rest once /go was asked for.
   void OpenShort() {
     static_cast<void>(Ask("/trickles"));
     Open("/trickles");
@@ -78,6 +78,18 @@ TEST_F(LiveStreamStates, StartedOnceMoreGoesOnBuffering) {
   EXPECT_EQ(stream->Status().state, PlaybackState::kBuffering);
 }
 
+TEST_F(LiveStreamStates, DoesNotRunDryWhilePaused) {
+  OpenShort();
+  ReadOn();
+  stream->Playing();
+  stream->Paused();
+  // Longer than its sound.
+  const auto end = std::chrono::steady_clock::now() + 700ms;
+  while (std::chrono::steady_clock::now() < end) ASSERT_EQ(stream->Status().state, PlaybackState::kPlaying);
+  stream->Playing();
+  EXPECT_TRUE(Is(PlaybackState::kBuffering));
+}
+
 TEST_F(LiveStreamStates, BeginsAnewAfterItWasEnded) {
   OpenShort();
   ReadOn();
@@ -90,7 +102,7 @@ TEST_F(LiveStreamStates, BeginsAnewAfterItWasEnded) {
   stream->ResumeReads();
   EXPECT_EQ(stream->Status().state, PlaybackState::kPlaying);
   EXPECT_TRUE(WasAskedFor("/trickles", 3));
-  EXPECT_TRUE(WaitUntil([this] { return stream->Buffer()->Look().bytes_ahead > 8000; }));
+  EXPECT_TRUE(WaitUntil([this] { return stream->Buffer()->Look().bytes_ahead > 24'000; }));
 }
 
 TEST_F(LiveStreamStates, WhilePausedItIsNotConnectedAgain) {
@@ -103,6 +115,16 @@ TEST_F(LiveStreamStates, WhilePausedItIsNotConnectedAgain) {
   const auto end = std::chrono::steady_clock::now() + live::ReconnectSchedule::kOften * 3 / 2;
   while (std::chrono::steady_clock::now() < end) ASSERT_EQ(Ask("/count?/cut"), times);
   stream->Playing();
+  EXPECT_TRUE(WasAskedFor("/cut", times + 1));
+}
+
+TEST_F(LiveStreamStates, ThatWasLostIsConnectedWhenItIsWantedAgain) {
+  Open("/cut");
+  stream->Paused();
+  ASSERT_TRUE(WaitUntil([this] { return stream->Failure() == PlaybackFailure::kConnectionLost; }));
+  const int times = Ask("/count?/cut");
+  stream->EndReads();
+  stream->ResumeReads();
   EXPECT_TRUE(WasAskedFor("/cut", times + 1));
 }
 
@@ -137,11 +159,18 @@ TEST_F(LiveStreamStates, SaysWhenItAsksAgain) {
   }));
 }
 
+TEST_F(LiveStreamStates, DuringAnAttemptTheNextIsNotWaitedFor) {
+  Open("/fades", LiveStreamOptions::First::kIsOneOfMany);
+  ASSERT_TRUE(WasAskedFor("/fades", 2));
+  EXPECT_EQ(stream->Status().http_status, 404);
+  EXPECT_EQ(stream->Status().seconds_to_next_try, 0);
+}
+
 TEST_F(LiveStreamStates, AnswersItsReadsInTheEnd) {
   OpenShort();
   std::promise<std::size_t> answered;
   const auto buffer = stream->Buffer();
-  buffer->Read(8000, std::as_writable_bytes(std::span(piece)),
+  buffer->Read(24'000, std::as_writable_bytes(std::span(piece)),
                [&answered](std::size_t count) { answered.set_value(count); });
   stream.reset();
   auto answer = answered.get_future();

@@ -12,6 +12,7 @@
 
 #include "ports/media_interfaces.h"
 #include "tests/platform/win32/media/call_rig.h"
+#include "tests/platform/win32/media/replaced_function.h"
 
 namespace platform::win32 {
 namespace {
@@ -48,6 +49,30 @@ HRESULT STDMETHODCALLTYPE NoteNulls(SlotObject* self, const void* first, const v
   self->calls.emplace_back(first == nullptr ? "null" : "something");
   self->calls.emplace_back(second == nullptr ? "null" : "something");
   return S_OK;
+}
+
+std::vector<VARTYPE> told_types;
+
+HRESULT WINAPI NoteTypes(void*, ULONG_PTR, CALLCONV, VARTYPE, UINT count, VARTYPE* types, VARIANTARG** values,
+                         VARIANT* answer) {
+  told_types.assign(types, types + count);
+  for (UINT at = 0; at < count; ++at) EXPECT_EQ(values[at]->vt, types[at]);
+  answer->lVal = S_OK;
+  return S_OK;
+}
+
+// Wine does without them.
+TEST_F(ArgumentsOfCalls, HaveTheTypesThatTheSystemIsTold) {
+  using Types = std::vector<VARTYPE>;
+  const ReplacedFunction<decltype(::DispCallFunc)> call(L"oleaut32.dll", "DispCallFunc", &NoteTypes);
+  const auto volume = Enter(object, Interface::kSimpleAudioVolume);
+  EXPECT_EQ(Call(volume, IMFSimpleAudioVolume::SetMasterVolume, {0.25f}), kSOk);
+  EXPECT_EQ(told_types, Types{VT_R4});
+  const auto its_clock = Enter(other, Interface::kClock);
+  std::int64_t played = 0;
+  std::int64_t system = 0;
+  EXPECT_EQ(Call(its_clock, IMFClock::GetCorrelatedTime, {std::int32_t{0}, &played, &system}), kSOk);
+  EXPECT_EQ(told_types, (Types{VT_I4, VT_I8, VT_I8}));
 }
 
 TEST_F(ArgumentsOfCalls, AFloatGoesByValue) {

@@ -15,6 +15,8 @@ It serves, each in the tempo of its sound after a burst of two seconds:
   /icy            the same after a status line "ICY 200 OK"
   /titles         the same with blocks of titles
   /mislabelled    the same as "text/html"
+  /shouted        the same with its type in capitals, and a parameter
+  /hesitates      the same after half a second with 500 bytes only
   /unburst        the same without a burst
   /usual          the same at 128 kbit/s
   /cut            only the burst, each time
@@ -23,11 +25,12 @@ It serves, each in the tempo of its sound after a burst of two seconds:
   /portal         the same with an HTML page in place of 404
   /listed         the same with a list of segments, called a text
   /noisy          the same with what is no sound
-  /trickles       the same with 8 KB of sound, and the rest once /go was asked for
+  /trickles       the same with 24 KB of sound, and the rest once /go was asked for
 and besides
   /whole          the first two seconds of the loop as a file with a length
   /moved          a redirect to /stream
   /silent         accepts, and says nothing
+  /fades          the same after it has answered 404 once
   /page, /list    an HTML page, a list of addresses
   /noise          what is no sound, as "audio/mpeg"
   /forget         forgets what was asked for
@@ -83,6 +86,7 @@ class Show:
     titles: bool = False
     loop: bytes = LOOP
     pace: int = BYTES_PER_SECOND
+    hesitates: bool = False
     burst: int = BURST
     ends_after: int = 0  # bytes; 0 is never
     waits_for: str = ""  # after the burst
@@ -93,6 +97,8 @@ SHOWS = {
     "/icy": Show(status=b"ICY 200 OK"),
     "/titles": Show(titles=True),
     "/mislabelled": Show(kind="text/html"),
+    "/hesitates": Show(kind="text/html", hesitates=True),
+    "/shouted": Show(kind="AUDIO/X-ANY; charset=utf-8"),
     "/unburst": Show(burst=0),
     "/usual": Show(loop=USUAL_LOOP, pace=16_000, burst=0),
     "/cut": Show(ends_after=BURST),
@@ -165,7 +171,7 @@ class Station:
         if target == "/forget":
             self.asked = collections.Counter({"/go": self.asked["/go"]})
         self.asked[target] += 1
-        if target == "/silent":
+        if target == "/silent" or (target == "/fades" and self.asked[target] > 1):
             connection.recv(1)
             return None
         leaves = target in LEAVING
@@ -173,7 +179,7 @@ class Station:
         if target in SHOWS and not away:
             return self.play(connection, SHOWS["/stream" if leaves and self.asked["/return"] else target])
         if target == "/trickles":
-            return self.play(connection, Show(burst=8000, waits_for="/go"))
+            return self.play(connection, Show(burst=24_000, waits_for="/go"))
         if target == "/moved":
             return self.head(connection, b"HTTP/1.0 302 Found", ["Location: /stream", "Content-Length: 0"])
         answers = {
@@ -215,6 +221,10 @@ class Station:
             while show.waits_for and sent >= show.burst and self.asked[show.waits_for] == before:
                 time.sleep(0.02)
             piece = loop[place:place + INTERVAL]
+            if show.hesitates and sent == 0:
+                connection.sendall(piece[:500])
+                piece = piece[500:]
+                time.sleep(0.5)
             place, sent = (place + INTERVAL) % len(show.loop), sent + INTERVAL
             title = b"StreamTitle='Probe';".ljust(32, b"\0")
             connection.sendall(piece + (b"\x02" + title if show.titles else b""))
