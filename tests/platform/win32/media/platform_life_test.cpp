@@ -4,15 +4,19 @@
 #include <gtest/gtest.h>
 #include <mfapi.h>
 #include <mfidl.h>
+#include <objbase.h>
 
 #include <bit>
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "platform/win32/media/media_library.h"
 #include "ports/media_interfaces.h"
+#include "tests/platform/win32/media/made_sessions.h"
 #include "tests/platform/win32/media/player_rig.h"
 #include "tests/platform/win32/media/replaced_function.h"
 
@@ -70,6 +74,42 @@ TEST_F(MadeSession, IsShutDownWhenItsHandleIsDroppedBefore) {
   EXPECT_EQ(GetClock(), kSOk);
   EXPECT_EQ(Call(session, platform::IUnknown::Release), kSOk);
   EXPECT_EQ(GetClock(), kShutDown);
+}
+
+HRESULT STDMETHODCALLTYPE DoNotClose(::IMFMediaSession*) { return S_OK; }
+
+/// One that says that it closes, and does not.
+struct StuckSession : MadeSession {
+  void SetUp() override {
+    options.close_limit = std::chrono::milliseconds(10);
+    media = std::make_unique<Win32Media>(loop, options);
+    MadeSession::SetUp();
+    close.emplace(sessions.At(0), 12, &DoNotClose);
+  }
+  MadeSessions sessions;
+  std::optional<ReplacedFunction<decltype(DoNotClose)>> close;
+};
+
+TEST_F(StuckSession, IsInUseUntilItHasClosed) {
+  EXPECT_EQ(Call(session, platform::IMFMediaSession::Close), kSOk);
+  EXPECT_EQ(log.back(), "The media session does not close.");
+  EXPECT_EQ(Call(session, platform::IMFMediaSession::Shutdown), kSOk);
+  EXPECT_EQ(media->MFShutdown(), kSOk);
+  EXPECT_EQ(log.back(), "The media platform stays open, because a session does not close.");
+  EXPECT_EQ(GetClock(), kSOk);
+  close.reset();
+  EXPECT_EQ(sessions.At(0).Close(), S_OK);
+}
+
+TEST(ApartmentOfTheThread, IsLeftWithTheAdapter) {
+  HRESULT other_kind = E_FAIL;
+  std::thread([&other_kind] {
+    test_support::FakeMessageLoop loop;
+    std::make_unique<Win32Media>(loop).reset();
+    other_kind = CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    if (SUCCEEDED(other_kind)) CoUninitialize();
+  }).join();
+  EXPECT_EQ(other_kind, S_OK);
 }
 
 }  // namespace

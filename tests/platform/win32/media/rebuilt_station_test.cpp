@@ -229,6 +229,17 @@ TEST_F(RebuiltStation, ThatNeverStartsIsGivenUpAndNotStartedByItsCaller) {
   EXPECT_EQ(Ask("/count?/stream"), Renewal::kMostRefusals);
 }
 
+HRESULT WINAPI MakeNoneForOpening(::IMFSourceResolver**) { return E_OUTOFMEMORY; }
+
+TEST_F(RebuiltStation, ThatCannotBeOpenedIsGivenUpAndDisconnected) {
+  const ReplacedFunction<decltype(::MFCreateSourceResolver)> resolvers(
+      L"mfplat.dll", "MFCreateSourceResolver", &MakeNoneForOpening);
+  Lose();
+  EXPECT_TRUE(StepsUntil([this] { return notes->Status().state == PlaybackState::kFailed; }));
+  EXPECT_EQ(Ask("/count?/stream"), Renewal::kMostRefusals);
+  EXPECT_TRUE(Disconnected());
+}
+
 TEST_F(RebuiltStation, WhoseStartFailsWithTheNetworkIsNotGivenUp) {
   built.session.result = kMfENetRead;
   Lose();

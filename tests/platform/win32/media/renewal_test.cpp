@@ -12,6 +12,7 @@
 #include <string>
 #include <thread>
 
+#include "platform/live/reconnect_schedule.h"
 #include "platform/win32/media/byte_stream.h"
 #include "platform/win32/media/http_stream.h"
 #include "ports/media_interfaces.h"
@@ -125,6 +126,10 @@ TEST_F(LostBySystem, IsGivenUpWhenItsAddressIsAListNow) {
   player->PauseMedia();
   EXPECT_TRUE(ClockIs(ClockState::kStopped));
   EXPECT_FALSE(player->PlayMedia());
+  const int times = Ask("/count?/listed");
+  // Longer than the pause before an attempt.
+  const auto end = std::chrono::steady_clock::now() + live::ReconnectSchedule::kOften * 3 / 2;
+  while (std::chrono::steady_clock::now() < end) ASSERT_EQ(Ask("/count?/listed"), times);
 }
 
 TEST_F(LostBySystem, IsGivenUpWhenItSendsNoSoundAgainAndAgain) {

@@ -37,6 +37,16 @@ TEST_F(ProgramEnd, MayComeBeforeTheStart) {
   End();
 }
 
+// The framework is in use elsewhere, too, so it stays.
+TEST_F(ProgramEnd, OfTheFrameworksUseEndsTheStationsReads) {
+  player->MediaFileFromUrl(Address("/stream"));
+  ASSERT_TRUE(player->IsMediaReady());
+  ASSERT_EQ(Ask("/open"), 1);
+  ASSERT_EQ(media->MFStartup(1, 0), kSOk);
+  EXPECT_EQ(media->MFShutdown(), kSOk);
+  EXPECT_TRUE(Disconnected());
+}
+
 TEST_F(ProgramEnd, MayComeAtOnceAfterTheStart) {
   Play("/stream");
   End();

@@ -232,6 +232,11 @@ TEST_F(StreamBufferTest, KnowsHowMuchSoundWasReadAndHowMuchIsLeft) {
   Asked half(frame.size());
   Ask(half, 0);
   EXPECT_EQ(buffer.Look().given, milliseconds(0)) << "known for whole pieces only";
+  Append(frame);
+  Asked more(2 * frame.size());
+  Ask(more, frame.size());
+  EXPECT_EQ(buffer.Look().given, milliseconds(72));
+  EXPECT_EQ(buffer.Look().ahead, milliseconds(0));
 }
 
 TEST_F(StreamBufferTest, AFinishedStreamGivesItsRest) {

@@ -15,6 +15,7 @@
 #include "platform/win32/media/media_library.h"
 #include "ports/media_interfaces.h"
 #include "tests/platform/win32/media/player_rig.h"
+#include "tests/platform/win32/media/replaced_function.h"
 #include "tests/platform/win32/media/slot_object.h"
 #include "tests/platform/win32/media/wave_file.h"
 #include "tests/support/temp_folder.h"
@@ -106,16 +107,24 @@ TEST_F(MediaOfTheSystem, OpensNothingWithoutAPlaceForIt) {
   EXPECT_EQ(media->Status().state, PlaybackState::kStopped);
 }
 
+std::string debugging_messages;
+
+void WINAPI NoteDebuggingMessage(const char* message) { debugging_messages += message; }
+
 // Nobody has asked for the lines.
-TEST_F(MediaOfTheSystem, WritesItsLogToTheStandardErrorStream) {
+TEST_F(MediaOfTheSystem, WritesItsLogToTheStandardErrorStreamAndTheDebugger) {
+  const ReplacedFunction<decltype(::OutputDebugStringA)> output(L"kernel32.dll", "OutputDebugStringA",
+                                                                &NoteDebuggingMessage);
   Win32MediaOptions silent = options;
   silent.log = nullptr;
   constexpr std::int32_t kNoVersion = 0x7FFFFFFF;
   testing::internal::CaptureStderr();
   Win32Media writing(loop, silent);
   EXPECT_EQ(writing.MFStartup(kNoVersion, 0), kSOk);
-  EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "sound: The system refuses version 2147483647 of its media platform; using its own.\n");
+  const std::string line =
+      "sound: The system refuses version 2147483647 of its media platform; using its own.\n";
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), line);
+  EXPECT_EQ(debugging_messages, line);
   EXPECT_EQ(writing.MFShutdown(), kSOk);
 }
 
