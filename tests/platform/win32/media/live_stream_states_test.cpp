@@ -139,6 +139,13 @@ TEST_F(LiveStreamStates, ALossIsForgottenOnceThereIsSoundAgain) {
   EXPECT_EQ(status.failure, PlaybackFailure::kNone);
 }
 
+// It did so before, and brought sound.
+TEST_F(LiveStreamStates, ThatCallsItsSoundATextIsNoPageWhenItReturns) {
+  Open("/mistaken");
+  EXPECT_TRUE(WasAskedFor("/mistaken", 3));
+  EXPECT_EQ(stream->Failure(), PlaybackFailure::kConnectionLost);
+}
+
 TEST_F(LiveStreamStates, AttemptsHaveAPauseBetweenThem) {
   const auto begun = std::chrono::steady_clock::now();
   Open("/fehlt", LiveStreamOptions::First::kIsOneOfMany);

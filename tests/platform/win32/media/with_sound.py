@@ -20,6 +20,7 @@ It serves, each in the tempo of its sound after a burst of two seconds:
   /unburst        the same without a burst
   /usual          the same at 128 kbit/s
   /cut            only the burst, each time
+  /mistaken       the same as "text/html"
   /stalls         the burst, and the rest once /go was asked for
   /returns        the burst once, then 404 until /return was asked for
   /portal         the same with an HTML page in place of 404
@@ -102,6 +103,7 @@ SHOWS = {
     "/unburst": Show(burst=0),
     "/usual": Show(loop=USUAL_LOOP, pace=16_000, burst=0),
     "/cut": Show(ends_after=BURST),
+    "/mistaken": Show(kind="text/html", ends_after=BURST),
     "/stalls": Show(waits_for="/go"),
     "/returns": Show(ends_after=BURST),
     "/portal": Show(ends_after=BURST),
