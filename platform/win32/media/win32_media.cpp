@@ -238,7 +238,6 @@ void Win32Media::Impl::Watch(std::shared_ptr<SessionWatch> session) {
   watch = std::move(session);
   watched = notes->Latest();
   closing = false;
-  stall.Reset();
 }
 
 void Win32Media::Impl::ForgetItem() {

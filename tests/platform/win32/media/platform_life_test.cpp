@@ -93,9 +93,9 @@ struct StuckSession : MadeSession {
 TEST_F(StuckSession, IsInUseUntilItHasClosed) {
   EXPECT_EQ(Call(session, platform::IMFMediaSession::Close), kSOk);
   EXPECT_EQ(log.back(), "The media session does not close.");
-  EXPECT_EQ(Call(session, platform::IMFMediaSession::Shutdown), kSOk);
   EXPECT_EQ(media->MFShutdown(), kSOk);
   EXPECT_EQ(log.back(), "The media platform stays open, because a session does not close.");
+  EXPECT_EQ(Call(session, platform::IMFMediaSession::Shutdown), kSOk);
   EXPECT_EQ(GetClock(), kSOk);
   close.reset();
   EXPECT_EQ(sessions.At(0).Close(), S_OK);

@@ -208,11 +208,23 @@ TEST_F(SessionReport, OfAnOlderItemIsNoNewsOfALaterOne) {
 
 HRESULT WINAPI MakeNoResolver(::IMFSourceResolver**) { return E_OUTOFMEMORY; }
 
-TEST_F(SessionReport, OfALostStationIsForgottenWhenNothingCanBeOpenedNext) {
-  PlayUntilItIsHeard();
-  EXPECT_TRUE(Report(sessions.At(0), MEError, kMfENetRead));
-  EXPECT_EQ(media->Status().state, PlaybackState::kReconnecting);
-  reader->EndAll();
+struct ForgottenStation : SessionReport {
+  /// Only the adapter's reader has a connection then.
+  void Lose() {
+    PlayUntilItIsHeard();
+    EXPECT_TRUE(Report(sessions.At(0), MEError, kMfENetRead));
+    EXPECT_EQ(media->Status().state, PlaybackState::kReconnecting);
+    EXPECT_TRUE(ClockIs(ClockState::kRunning));
+    reader->EndAll();
+  }
+  void ExpectNothingOfIt() {
+    EXPECT_FALSE(ClockIs(ClockState::kRunning));
+    EXPECT_TRUE(Disconnected());
+  }
+};
+
+TEST_F(ForgottenStation, IsNotReadWhenNothingCanBeOpenedNext) {
+  Lose();
   {
     const ReplacedFunction<decltype(::MFCreateSourceResolver)> make(L"mfplat.dll", "MFCreateSourceResolver",
                                                                     &MakeNoResolver);
@@ -221,7 +233,30 @@ TEST_F(SessionReport, OfALostStationIsForgottenWhenNothingCanBeOpenedNext) {
   }
   EXPECT_EQ(media->Status().state, PlaybackState::kFailed);
   EXPECT_EQ(media->Status().failure, PlaybackFailure::kOther);
-  EXPECT_TRUE(Disconnected());
+  ExpectNothingOfIt();
+}
+
+TEST_F(ForgottenStation, IsNotReadForAnotherSession) {
+  Lose();
+  InterfaceHandle session = InterfaceHandle::kNone;
+  ASSERT_EQ(media->MFCreateMediaSession(session), kSOk);
+  ExpectNothingOfIt();
+  const auto& release = platform::IUnknown::Release;
+  EXPECT_EQ(media->DispCallFunc(session, release.interface_id, release.slot, {}), kSOk);
+}
+
+TEST_F(ForgottenStation, IsNotReadForAnotherItem) {
+  InterfaceHandle resolver = InterfaceHandle::kNone;
+  ASSERT_EQ(media->MFCreateSourceResolver(resolver), kSOk);
+  Lose();
+  const Text address = u" ";
+  std::int32_t type = 0;
+  InterfaceHandle object = InterfaceHandle::kNone;
+  const std::vector<Argument> list = {&address, kMfResolutionMediaSource, InterfaceHandle::kNone, &type,
+                                      &object};
+  const auto& open = IMFSourceResolver::CreateObjectFromURL;
+  EXPECT_EQ(media->DispCallFunc(resolver, open.interface_id, open.slot, list), kEInvalidArg);
+  ExpectNothingOfIt();
 }
 
 /// The session of a lost station that was opened again has not started yet.
