@@ -142,8 +142,8 @@ TEST_F(Station, ThatWasStoppedIsConnectedAgainByStart) {
   EXPECT_TRUE(Disconnected());
   EXPECT_EQ(media->Status().state, PlaybackState::kStopped);
   ASSERT_TRUE(player->PlayMedia());
+  EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
   EXPECT_TRUE(Heard());
-  EXPECT_EQ(media->Status().state, PlaybackState::kPlaying);
 }
 
 TEST_F(Station, ThatIsPausedContinues) {
