@@ -12,6 +12,8 @@
 namespace platform::win32 {
 namespace {
 
+constexpr std::chrono::milliseconds kLook{5};
+
 void ShutDown(const ComView& object) {
   if (object.interface_id == Interface::kMediaSource) {
     static_cast<::IMFMediaSource*>(object.object.Get())->Shutdown();
@@ -20,44 +22,76 @@ void ShutDown(const ComView& object) {
   }
 }
 
+void MoveTo(std::vector<ComView>& all, std::vector<ComView>& some) {
+  std::move(some.begin(), some.end(), std::back_inserter(all));
+  some.clear();
+}
+
 }  // namespace
 
 ShutdownQueue::Closing& ShutdownQueue::Of(const std::shared_ptr<SessionWatch>& session) {
   const auto found = std::find_if(closing_.begin(), closing_.end(),
                                   [&session](const Closing& closing) { return closing.session == session; });
-  return found != closing_.end() ? *found : closing_.emplace_back(Closing{session, {}});
+  return found != closing_.end() ? *found : closing_.emplace_back(Closing{session, Clock::now()});
 }
 
 void ShutdownQueue::Add(const std::shared_ptr<SessionWatch>& session) { Of(session); }
 
 void ShutdownQueue::Add(const std::shared_ptr<SessionWatch>& session, const ComView& object) {
-  Of(session).objects.push_back(object);
+  Closing& closing = Of(session);
+  (object.interface_id == Interface::kMediaSource ? closing.sources : closing.sessions).push_back(object);
+}
+
+void ShutdownQueue::Add(const std::shared_ptr<SessionWatch>& session, std::function<void()> end_reads) {
+  Of(session).end_reads = std::move(end_reads);
 }
 
 void ShutdownQueue::Step(Clock::time_point now) {
-  const auto rests = [now](const Closing& closing) {
-    const auto closed = closing.session->ClosedAt();
-    return closed && now - *closed >= kRest;
-  };
-  const auto first = std::stable_partition(closing_.begin(), closing_.end(),
-                                           [&](const auto& closing) { return !rests(closing); });
-  std::vector<Closing> resting(std::make_move_iterator(first), std::make_move_iterator(closing_.end()));
-  closing_.erase(first, closing_.end());
-  for (const Closing& closing : resting) {
-    for (const ComView& object : closing.objects) ShutDown(object);
+  EndReads(now);
+  for (const ComView& source : TakeSources(now)) ShutDown(source);
+  for (const ComView& session : TakeSessions(now)) ShutDown(session);
+}
+
+void ShutdownQueue::EndReads(Clock::time_point now) {
+  for (Closing& closing : closing_) {
+    const bool due = closing.session->ClosedAt() || now - closing.added >= kReadsEnd;
+    if (!due || !closing.end_reads) continue;
+    std::exchange(closing.end_reads, nullptr)();
+    closing.rests_from = now;
   }
+}
+
+std::vector<ComView> ShutdownQueue::TakeSessions(Clock::time_point now) {
+  std::vector<ComView> sessions;
+  for (Closing& closing : closing_) {
+    const auto closed = closing.session->ClosedAt();
+    if (!closed || closing.sessions.empty() || now - std::max(*closed, closing.rests_from) < kRest) continue;
+    MoveTo(sessions, closing.sessions);
+    closing.rests_from = now;
+  }
+  return sessions;
+}
+
+std::vector<ComView> ShutdownQueue::TakeSources(Clock::time_point now) {
+  std::vector<ComView> sources;
+  std::erase_if(closing_, [&](Closing& closing) {
+    const auto closed = closing.session->ClosedAt();
+    if (!closed || !closing.sessions.empty() || now - std::max(*closed, closing.rests_from) < kRest)
+      return false;
+    MoveTo(sources, closing.sources);
+    return true;
+  });
+  return sources;
 }
 
 bool ShutdownQueue::Finish(std::chrono::milliseconds limit) {
   const auto until = Clock::now() + limit;
-  Clock::time_point latest{};
-  for (const Closing& closing : closing_) {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(until - Clock::now());
-    closing.session->WaitClosed(std::max(left, std::chrono::milliseconds::zero()));
-    latest = std::max(latest, closing.session->ClosedAt().value_or(latest));
+  const auto rests = [](const Closing& closing) { return closing.session->ClosedAt().has_value(); };
+  for (auto now = Clock::now(); !closing_.empty(); now = Clock::now()) {
+    Step(now);
+    if (now >= until && std::none_of(closing_.begin(), closing_.end(), rests)) break;
+    std::this_thread::sleep_for(kLook);
   }
-  while (Clock::now() < latest + kRest) std::this_thread::sleep_until(latest + kRest);
-  Step(latest + kRest);
   return closing_.empty();
 }
 

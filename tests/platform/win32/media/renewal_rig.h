@@ -126,7 +126,8 @@ struct RenewalRig {
   /// The session of that watch has closed, and come to rest.
   void Close(SessionWatch& watch) {
     watch.Closed();
-    shutdowns.Step(ShutdownQueue::Clock::now() + ShutdownQueue::kRest);
+    const auto closed = ShutdownQueue::Clock::now();
+    for (int rests = 0; rests <= 2; ++rests) shutdowns.Step(closed + rests * ShutdownQueue::kRest);
   }
   template <typename... Arguments>
   std::optional<HResult> Answer(const Operation<Arguments...>& operation,

@@ -66,11 +66,16 @@ TEST_F(ClosingSession, IsShutDownOnceItHasRestedForAMoment) {
   EXPECT_EQ(notes.order, "");
   queue.Step(*watch->ClosedAt() + ShutdownQueue::kRest - 1ns);
   EXPECT_EQ(notes.order, "");
-  queue.Step(*watch->ClosedAt() + ShutdownQueue::kRest);
-  EXPECT_EQ(notes.order, "source session ");
+  const auto rested = *watch->ClosedAt() + ShutdownQueue::kRest;
+  queue.Step(rested);
+  EXPECT_EQ(notes.order, "session ");
+  queue.Step(rested + ShutdownQueue::kRest - 1ns);
+  EXPECT_EQ(notes.order, "session ");
+  queue.Step(rested + ShutdownQueue::kRest);
+  EXPECT_EQ(notes.order, "session source ");
   EXPECT_EQ(source.references + session.references, 0);
   queue.Step(*watch->ClosedAt() + 1h);
-  EXPECT_EQ(notes.order, "source session ");
+  EXPECT_EQ(notes.order, "session source ");
 }
 
 TEST_F(ClosingSession, IsShutDownOnTheThreadThatAsks) {
@@ -78,7 +83,7 @@ TEST_F(ClosingSession, IsShutDownOnTheThreadThatAsks) {
   std::thread([this] { watch->Closed(); }).join();
   EXPECT_EQ(notes.order, "");
   EXPECT_TRUE(queue.Finish(0ms));
-  EXPECT_EQ(notes.order, "source session ");
+  EXPECT_EQ(notes.order, "session source ");
   EXPECT_EQ(notes.thread, std::this_thread::get_id());
 }
 
@@ -86,7 +91,7 @@ TEST_F(ClosingSession, IsWaitedForAtTheEnd) {
   AddBoth();
   auto closing = std::async(std::launch::async, [this] { watch->Closed(); });
   EXPECT_TRUE(queue.Finish(30s));
-  EXPECT_EQ(notes.order, "source session ");
+  EXPECT_EQ(notes.order, "session source ");
   EXPECT_GE(ShutdownQueue::Clock::now(), *watch->ClosedAt() + ShutdownQueue::kRest);
   closing.get();
 }
@@ -102,6 +107,53 @@ TEST_F(ClosingSession, IsWaitedForWithoutAnyObject) {
   EXPECT_FALSE(queue.Finish(1ms));
   watch->Closed();
   EXPECT_TRUE(queue.Finish(0ms));
+}
+
+/// The same with reads that end.
+struct ReadingSession : ClosingSession {
+  ReadingSession() {
+    AddBoth();
+    queue.Add(watch, [this] { notes.order += "reads "; });
+    added = ShutdownQueue::Clock::now();
+  }
+  ShutdownQueue::Clock::time_point added;
+};
+
+// A source that waits for a server does not stop, so its session does not close.
+TEST_F(ReadingSession, ReadsOnUntilItHasClosedOrCannot) {
+  queue.Step(added);
+  EXPECT_EQ(notes.order, "");
+  queue.Step(added + ShutdownQueue::kReadsEnd);
+  EXPECT_EQ(notes.order, "reads ");
+  queue.Step(added + 1h);
+  EXPECT_EQ(notes.order, "reads ");
+  watch->Closed();
+  queue.Step(added + 1h + ShutdownQueue::kRest);
+  EXPECT_EQ(notes.order, "reads session ");
+}
+
+TEST_F(ReadingSession, RestsFromTheEndOfItsReads) {
+  watch->Closed();
+  const auto late = *watch->ClosedAt() + ShutdownQueue::kRest;
+  queue.Step(late);
+  EXPECT_EQ(notes.order, "reads ");
+  queue.Step(late + ShutdownQueue::kRest - 1ns);
+  EXPECT_EQ(notes.order, "reads ");
+  queue.Step(late + ShutdownQueue::kRest);
+  EXPECT_EQ(notes.order, "reads session ");
+  queue.Step(late + 2 * ShutdownQueue::kRest);
+  EXPECT_EQ(notes.order, "reads session source ");
+}
+
+TEST_F(ReadingSession, IsFinishedInTheSameOrder) {
+  watch->Closed();
+  EXPECT_TRUE(queue.Finish(0ms));
+  EXPECT_EQ(notes.order, "reads session source ");
+}
+
+TEST_F(ReadingSession, IsNotShutDownAtTheEndWhenItDoesNotClose) {
+  EXPECT_FALSE(queue.Finish(ShutdownQueue::kReadsEnd));
+  EXPECT_EQ(notes.order, "reads ");
 }
 
 TEST_F(ClosingSession, LeavesOthersAlone) {
@@ -121,7 +173,7 @@ TEST_F(ClosingSession, IsShutDownAtTheEndBesideOneThatStaysOpen) {
   AddBoth();
   watch->Closed();
   EXPECT_FALSE(queue.Finish(1ms));
-  EXPECT_EQ(notes.order, "source session ");
+  EXPECT_EQ(notes.order, "session source ");
 }
 
 TEST(ShutdownQueue, ThatIsEmptyWaitsForNothing) {
