@@ -5,6 +5,7 @@
 #include <mfidl.h>
 
 #include <thread>
+#include <utility>
 
 #include "platform/win32/base/wide.h"
 #include "platform/win32/media/byte_stream.h"
@@ -142,6 +143,11 @@ void MediaOpener::EndReads() {
 
 void MediaOpener::ResumeReads() {
   if (live_) live_->ResumeReads();
+}
+
+std::function<void()> MediaOpener::LeaveReads() {
+  if (!live_) return nullptr;
+  return [left = std::shared_ptr<LiveStream>(std::move(live_))] { left->EndReads(); };
 }
 
 void MediaOpener::Playing() {

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 #include "platform/win32/media/live_stream.h"
@@ -60,6 +61,8 @@ class MediaOpener {
   /// Ends reads that wait for a server, before what waits for them is ended.
   void EndReads();
   void ResumeReads();
+  /// What it reads continues without it until the result, which may be empty, is called or dropped.
+  std::function<void()> LeaveReads();
   /// The session was started, or paused.
   void Playing();
   void Paused();

@@ -10,6 +10,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/win32/media/default_device.h"
 #include "platform/win32/media/media_library.h"
 #include "platform/win32/media/media_results.h"
 #include "platform/win32/media/operation_shapes.h"
@@ -53,15 +54,44 @@ void Renewal::Forget() {
   sound_is_due_ = false;
   volume_.reset();
   mute_.reset();
+  device_wait_ = {};
 }
 
-void Renewal::Begin(const std::shared_ptr<SessionWatch>& lost, PlaybackState state) {
-  options_.log("The system has lost a station, which is read by the program from now on.");
+void Renewal::Begin(const std::shared_ptr<SessionWatch>& lost, PlaybackState state, Loss loss) {
+  options_.log(loss == Loss::kDevice
+                   ? "A station has lost its sound device."
+                   : "The system has lost a station, which is read by the program from now on.");
+  loss_ = loss;
+  if (loss == Loss::kDevice) device_wait_.Lost(Clock::now());
+  // What the system has read may have been a list all along.
+  const bool read_well = loss == Loss::kDevice && opener_.IsLiveOfTheSystem();
+  list_means_ = read_well ? kMfEAudioPlaybackDeviceInvalidated : kMfENetRead;
   RememberSound();
+  sound_is_due_ = false;
   CloseLost(lost);
-  refusals_ = 0;
   if (state == PlaybackState::kPaused) return Park(Phase::kParked, ClockState::kPaused);
   if (state != PlaybackState::kPlaying) return Park(Phase::kParked, ClockState::kStopped);
+  Continue();
+}
+
+void Renewal::Continue() { loss_ == Loss::kDevice ? AwaitDevice() : ConnectAnew(); }
+
+void Renewal::AwaitDevice() {
+  phase_ = Phase::kNoDevice;
+  clock_state_ = ClockState::kRunning;
+  since_.Run(Clock::now());
+}
+
+void Renewal::LookForDevice() {
+  if (!device_wait_.IsDue(Clock::now())) return;
+  if (!DefaultDeviceTakesSound()) return device_wait_.FoundNone(Clock::now());
+  if (!device_wait_.Found(Clock::now())) return;
+  options_.log("There is a sound device again.");
+  ConnectAnew();
+}
+
+void Renewal::ConnectAnew() {
+  refusals_ = 0;
   schedule_.Reset();
   schedule_.Lose(Clock::now(), std::nullopt);
   Connect();
@@ -69,7 +99,6 @@ void Renewal::Begin(const std::shared_ptr<SessionWatch>& lost, PlaybackState sta
 
 void Renewal::StartFailed(const std::shared_ptr<SessionWatch>& started, HResult result) {
   sound_is_due_ = false;
-  opener_.EndReads();
   CloseLost(started);
   Refused(result);
 }
@@ -101,12 +130,12 @@ void Renewal::RememberSound() {
 }
 
 void Renewal::CloseLost(const std::shared_ptr<SessionWatch>& lost) {
-  shutdowns_.Add(lost);
   for (const Interface seen_as : {Interface::kMediaSource, Interface::kMediaSession}) {
     const ComView view{table_.Seen(seen_as), seen_as};
     if (view.object) shutdowns_.Add(lost, view);
   }
   if (const auto session = table_.Seen(Interface::kMediaSession)) SeenAs<::IMFMediaSession>(session)->Close();
+  shutdowns_.Add(lost, opener_.LeaveReads());
 }
 
 void Renewal::Connect() {
@@ -130,6 +159,7 @@ void Renewal::Park(Phase phase, ClockState state) {
 std::shared_ptr<SessionWatch> Renewal::Step() {
   if (sound_is_due_) RestoreSound();
   if (phase_ == Phase::kStarting) LookAtClock();
+  if (phase_ == Phase::kNoDevice) LookForDevice();
   if (phase_ == Phase::kWaiting && Clock::now() >= schedule_.NextAttempt()) Connect();
   if (phase_ == Phase::kConnecting) LookAtConnection();
   return phase_ == Phase::kOpening ? EndOpening() : nullptr;
@@ -142,7 +172,7 @@ void Renewal::LookAtConnection() {
   // that gets a reader of its own.
   const bool list = opener_.IsList();
   opener_.EndReads();
-  if (list) return Fail(kMfENetRead);
+  if (list) return Fail(list_means_);
   WaitForNext(PlaybackFailure::kWebPage);
 }
 
@@ -179,6 +209,7 @@ std::shared_ptr<SessionWatch> Renewal::Play(OpenedObject opened) {
   std::shared_ptr<SessionWatch> watch;
   if (result == kSOk) {
     watch = WatchSession(*built.session.Get());
+    device_wait_.Started(Clock::now());
     PROPVARIANT from_here;
     PropVariantInit(&from_here);
     result = built.session->Start(&GUID_NULL, &from_here);
@@ -201,14 +232,18 @@ std::shared_ptr<SessionWatch> Renewal::Play(OpenedObject opened) {
   return watch;
 }
 
-// A station that answers data which is no sound is left alone in the end; the network may return at any time.
+// A station that answers data which is no sound is left alone in the end; the network may return at any time,
+// and so may a device.
 void Renewal::Refused(HResult result) {
   opener_.EndReads();
   opening_.reset();
-  const PlaybackFailure failure = FailureOf(result);
-  const bool counts = !IsNetworkFailure(result);
-  if (IsDeviceFailure(result) || (counts && ++refusals_ >= kMostRefusals)) return Fail(result);
-  WaitForNext(failure);
+  if (IsDeviceFailure(result)) {
+    loss_ = Loss::kDevice;
+    device_wait_.Lost(Clock::now());
+    return AwaitDevice();
+  }
+  if (!IsNetworkFailure(result) && ++refusals_ >= kMostRefusals) return Fail(result);
+  WaitForNext(FailureOf(result));
 }
 
 void Renewal::WaitForNext(PlaybackFailure failure) {
@@ -295,10 +330,8 @@ std::optional<HResult> Renewal::AnswerSession(std::int32_t slot) {
   if (slot == Start.slot) {
     if (closed) return kEFail;
     if (phase_ == Phase::kParked) {
-      refusals_ = 0;
-      schedule_.Reset();
-      schedule_.Lose(Clock::now(), std::nullopt);
-      Connect();
+      device_wait_ = {};
+      Continue();
     }
     notes_.Started(item);
   } else if (slot == Pause.slot) {
@@ -338,6 +371,10 @@ PlaybackStatus Renewal::Refine(const PlaybackStatus& status) const {
   const bool lost = IsOn() && status.state == PlaybackState::kPlaying;
   if (!lost) return opener_.Refine(status);
   PlaybackStatus refined = status;
+  if (phase_ == Phase::kNoDevice) {
+    refined.state = PlaybackState::kNoDevice;
+    return refined;
+  }
   if (phase_ == Phase::kWaiting) {
     const auto left = std::chrono::ceil<std::chrono::seconds>(schedule_.NextAttempt() - Clock::now());
     refined.failure = failure_;

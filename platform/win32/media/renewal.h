@@ -1,6 +1,6 @@
 #pragma once
-// Continues a station that the system's own reader has lost: with the adapter's reader and a session of its
-// own, behind the handles of the old ones. Not the reader's connections (media/live_stream.h).
+// Continues a station that the system's own reader, or its device, has lost: with the adapter's reader and a
+// session of its own, behind the handles of the old ones. Not the reader's connections (media/live_stream.h).
 
 #include <chrono>
 #include <cstdint>
@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "platform/live/reconnect_schedule.h"
+#include "platform/win32/media/device_wait.h"
 #include "platform/win32/media/handle_table.h"
 #include "platform/win32/media/media_opener.h"
 #include "platform/win32/media/opening.h"
@@ -35,21 +36,23 @@ struct RenewalOptions {
 /// and Stop, Pause, Start and the volume have the effect that they have on a session that plays.
 ///
 /// A station is asked again and again, as the reader asks one that it has lost itself. It is given up when
-/// its address brings a list of segments, when its data was refused several times, or without a device.
+/// its address brings a list of segments, or when its data was refused several times. Without a device it is
+/// not connected until there is one.
 class Renewal {
  public:
   using Clock = std::chrono::steady_clock;
   /// Data is refused so often before a station is given up.
   static constexpr int kMostRefusals = 3;
+  enum class Loss : std::uint8_t { kStation, kDevice };
 
   Renewal(HandleTable& table, MediaOpener& opener, PlaybackNotes& notes, ShutdownQueue& shutdowns,
           RenewalOptions options)
       : table_(table), opener_(opener), notes_(notes), shutdowns_(shutdowns), options_(std::move(options)) {}
 
-  /// The session that the handles are of has lost its station, while it played or, which leaves it alone
-  /// until the next Start, was paused or stopped. It is closed, and it and its source are shut down when that
-  /// is done.
-  void Begin(const std::shared_ptr<SessionWatch>& lost, PlaybackState state);
+  /// The session that the handles are of has lost its station, or its device, while it played or, which
+  /// leaves it alone until the next Start, was paused or stopped. It is closed, and it and its source are
+  /// shut down when that is done.
+  void Begin(const std::shared_ptr<SessionWatch>& lost, PlaybackState state, Loss loss);
   /// Does what is due. The new session, once, when it was started.
   std::shared_ptr<SessionWatch> Step();
   /// The new session's clock does not run yet.
@@ -74,6 +77,7 @@ class Renewal {
   enum class Phase : std::uint8_t {
     kNone,        ///< nothing is lost, or all is done
     kParked,      ///< stopped or paused: nothing happens before Start
+    kNoDevice,    ///< nothing takes the sound; nothing is connected either
     kConnecting,  ///< the reader has nothing yet
     kOpening,     ///< the system looks at what the reader has
     kWaiting,     ///< for the next attempt, after what came was no sound
@@ -83,6 +87,10 @@ class Renewal {
   [[nodiscard]] bool IsOn() const { return phase_ != Phase::kNone; }
   void RememberSound();
   void CloseLost(const std::shared_ptr<SessionWatch>& lost);
+  void Continue();
+  void AwaitDevice();
+  void LookForDevice();
+  void ConnectAnew();
   void Connect();
   void Park(Phase phase, ClockState state);
   void LookAtConnection();
@@ -107,6 +115,9 @@ class Renewal {
   ShutdownQueue& shutdowns_;
   const RenewalOptions options_;
   Phase phase_ = Phase::kNone;
+  Loss loss_ = Loss::kStation;   ///< the latest one
+  HResult list_means_ = kEFail;  ///< why a station is given up whose address brings a list
+  DeviceWait device_wait_;
   std::optional<BegunOpening> opening_;
   Clock::time_point opening_ends_{};
   Clock::time_point start_ends_{};

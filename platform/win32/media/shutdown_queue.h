@@ -29,9 +29,9 @@ class ShutdownQueue {
   void Add(const std::shared_ptr<SessionWatch>& session);
   /// The same, and `object`, the session or its source, is to be shut down then.
   void Add(const std::shared_ptr<SessionWatch>& session, const ComView& object);
-  /// The same, and `end_reads` ends the reads of its source, once: when the session has closed, or has not in
-  /// that time. In Wine 8.0 a session whose sound ends while commands wait for each other takes one of them
-  /// twice, which ends the program, or says that it has closed when it has not.
+  /// The same, and `end_reads`, which may be empty, ends the reads of its source, once: when the session has
+  /// closed, or has not in kReadsEnd. In Wine 8.0 a session whose sound ends while it starts or stops and is
+  /// to close next may not report that it has closed, or do so too early.
   void Add(const std::shared_ptr<SessionWatch>& session, std::function<void()> end_reads);
   /// Does what is due.
   void Step(Clock::time_point now);

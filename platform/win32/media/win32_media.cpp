@@ -78,7 +78,7 @@ struct Win32Media::Impl {
   std::optional<HResult> Open(InterfaceHandle resolver, std::span<const Argument> arguments);
   void TakeNews();
   void Watch(std::shared_ptr<SessionWatch> session);
-  [[nodiscard]] bool IsRenewable(const SessionWatch::News& news) const;
+  [[nodiscard]] std::optional<Renewal::Loss> LossOf(const SessionWatch::News& news) const;
   [[nodiscard]] bool StationPlays() const;
   bool StationStalls();
   void KeepClock(std::int32_t slot, std::span<const Argument> arguments);
@@ -257,8 +257,8 @@ void Win32Media::Impl::TakeNews() {
   if (renewal.IsStarting()) {
     renewal.StartFailed(std::exchange(watch, nullptr),
                         news.broken.value_or(late ? kMfENetTimeout : kMfENetRead));
-  } else if (IsRenewable(news)) {
-    renewal.Begin(std::exchange(watch, nullptr), notes->Status().state);
+  } else if (const auto loss = LossOf(news)) {
+    renewal.Begin(std::exchange(watch, nullptr), notes->Status().state, *loss);
   } else if (news.broken) {
     // Nobody is there to hear the station that is read for it.
     opener.EndReads();
@@ -269,14 +269,17 @@ void Win32Media::Impl::TakeNews() {
   }
 }
 
-// A device or a decoder that fails would fail again. What else a station's session may report is not known
-// enough to leave the station silent for it: what is read by the adapter is not renewed here a second time.
-bool Win32Media::Impl::IsRenewable(const SessionWatch::News& news) const {
+// A decoder that fails would fail again. What else a station's session may report is not known enough to
+// leave the station silent for it: what is read by the adapter is renewed here only for a device.
+std::optional<Renewal::Loss> Win32Media::Impl::LossOf(const SessionWatch::News& news) const {
   const PlaybackState state = notes->Status().state;
   const bool started =
       state == PlaybackState::kPlaying || state == PlaybackState::kPaused || state == PlaybackState::kStopped;
+  if (!started || !(opener.IsLive() || opener.IsLiveOfTheSystem())) return std::nullopt;
   const HResult cause = news.broken.value_or(kSOk);
-  return started && opener.IsLiveOfTheSystem() && !IsDeviceFailure(cause) && !IsDecoderFailure(cause);
+  if (IsDeviceFailure(cause)) return Renewal::Loss::kDevice;
+  const bool lost = opener.IsLiveOfTheSystem() && !IsDecoderFailure(cause);
+  return lost ? std::optional(Renewal::Loss::kStation) : std::nullopt;
 }
 
 bool Win32Media::Impl::StationPlays() const {

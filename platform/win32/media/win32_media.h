@@ -44,7 +44,7 @@ struct Win32MediaOptions {
 ///
 /// An http address is first given to the system's resolver. What that does not open is read by the adapter,
 /// which connects again when the connection is lost, and played by the system from there. So is a station
-/// that the system opens and then loses.
+/// that the system opens and then loses. A station whose device is lost waits for another.
 class Win32Media : public MediaFramework, public InterfaceCalls, public PlaybackMonitor {
  public:
   explicit Win32Media(MessageLoop& loop, const Win32MediaOptions& options = {});

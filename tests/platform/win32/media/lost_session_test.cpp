@@ -264,6 +264,44 @@ TEST_F(LostSession, ASecondLossCountsItsRefusalsAnew) {
   EXPECT_EQ(Status().state, PlaybackState::kReconnecting);
 }
 
+TEST_F(LostSession, WithoutADeviceIsClosedAndNotConnectedWhileItsClockRuns) {
+  Lose(PlaybackState::kPlaying, Renewal::Loss::kDevice);
+  EXPECT_EQ(old.session.calls, (Calls{"close"}));
+  EXPECT_FALSE(opener->IsLive());
+  EXPECT_EQ(Status().state, PlaybackState::kNoDevice);
+  EXPECT_EQ(Status().failure, PlaybackFailure::kNone);
+  EXPECT_EQ(State(), ClockState::kRunning);
+  EXPECT_TRUE(PlayerRig::WaitUntil([this] { return Position() > 0; }));
+}
+
+TEST_F(LostSession, WithoutADeviceMayBeStoppedAndStarted) {
+  Lose(PlaybackState::kPlaying, Renewal::Loss::kDevice);
+  EXPECT_EQ(Stop(), kSOk);
+  EXPECT_EQ(Status().state, PlaybackState::kStopped);
+  EXPECT_EQ(State(), ClockState::kStopped);
+  EXPECT_EQ(renewal->Step(), nullptr);
+  EXPECT_EQ(Status().state, PlaybackState::kStopped);
+  EXPECT_EQ(Start(), kSOk);
+  EXPECT_EQ(Status().state, PlaybackState::kNoDevice);
+  EXPECT_FALSE(opener->IsLive());
+}
+
+TEST_F(LostSession, WithoutADeviceStaysPausedUntilStart) {
+  notes->Paused(notes->Latest());
+  Lose(PlaybackState::kPaused, Renewal::Loss::kDevice);
+  EXPECT_EQ(renewal->Step(), nullptr);
+  EXPECT_EQ(Status().state, PlaybackState::kPaused);
+  EXPECT_EQ(State(), ClockState::kPaused);
+  EXPECT_EQ(Start(), kSOk);
+  EXPECT_EQ(Status().state, PlaybackState::kNoDevice);
+}
+
+TEST_F(LostSession, WhoseDeviceIsGoneWhenItStartsWaitsForIt) {
+  Lose();
+  Refuse(2 * Renewal::kMostRefusals, kAudioDeviceInvalidated);
+  EXPECT_EQ(Status().state, PlaybackState::kNoDevice);
+}
+
 TEST_F(LostSession, ClosesASessionThatDidNotStart) {
   Lose();
   old.session.calls.clear();

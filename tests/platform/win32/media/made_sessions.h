@@ -8,6 +8,7 @@
 #include <mfidl.h>
 
 #include <cstddef>
+#include <functional>
 #include <vector>
 
 #include "platform/win32/base/com_pointer.h"
@@ -26,6 +27,8 @@ class MadeSessions {
   [[nodiscard]] ::IMFMediaSession& At(std::size_t index) const { return *made_.at(index).Get(); }
   [[nodiscard]] ::IMFMediaSession& Latest() const { return *made_.back().Get(); }
   void Forget() { made_.clear(); }
+  /// What each is given to before it is used.
+  std::function<void(::IMFMediaSession&)> on_made;
 
  private:
   static HRESULT WINAPI Make(::IMFAttributes* attributes, ::IMFMediaSession** made) {
@@ -33,6 +36,7 @@ class MadeSessions {
     if (result != S_OK) return result;
     (*made)->AddRef();
     current_->made_.emplace_back(*made);
+    if (current_->on_made) current_->on_made(**made);
     return result;
   }
 

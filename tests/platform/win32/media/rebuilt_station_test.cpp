@@ -199,9 +199,22 @@ TEST_F(RebuiltStation, ThatIsLostBeforeItHasItsVolumeKeepsWhatWasSetLast) {
   ASSERT_TRUE(Starts());
   Answer(IMFSimpleAudioVolume::SetMasterVolume, {0.5F});
   Answer(IMFSimpleAudioVolume::SetMute, {std::int32_t{0}});
-  renewal->Begin(watch, PlaybackState::kPlaying);
+  renewal->Begin(watch, PlaybackState::kPlaying, Renewal::Loss::kStation);
   EXPECT_EQ(Volume(), 0.5F);
   EXPECT_EQ(Mute(), 0);
+}
+
+// A session that is still closing may not come to the end of its sound.
+TEST_F(RebuiltStation, WithoutADeviceIsReadUntilItsSessionHasClosed) {
+  Lose();
+  ASSERT_TRUE(Starts());
+  EXPECT_TRUE(opener->IsLive());
+  EXPECT_TRUE(WaitUntil([this] { return Ask("/open") == 1; }));
+  renewal->Begin(watch, PlaybackState::kPlaying, Renewal::Loss::kDevice);
+  EXPECT_FALSE(opener->IsLive()) << "what is read now is no longer the item's";
+  EXPECT_EQ(Ask("/open"), 1);
+  Close(*watch);
+  EXPECT_TRUE(Disconnected());
 }
 
 TEST_F(RebuiltStation, ThatDoesNotStartIsAskedAgain) {

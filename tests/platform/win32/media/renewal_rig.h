@@ -122,7 +122,9 @@ struct RenewalRig {
   RenewalRig(const RenewalRig&) = delete;
   RenewalRig& operator=(const RenewalRig&) = delete;
 
-  void Lose(PlaybackState state = PlaybackState::kPlaying) { renewal->Begin(lost, state); }
+  void Lose(PlaybackState state = PlaybackState::kPlaying, Renewal::Loss loss = Renewal::Loss::kStation) {
+    renewal->Begin(lost, state, loss);
+  }
   /// The session of that watch has closed, and come to rest.
   void Close(SessionWatch& watch) {
     watch.Closed();

@@ -15,7 +15,9 @@
 #include "platform/live/reconnect_schedule.h"
 #include "platform/win32/media/byte_stream.h"
 #include "platform/win32/media/http_stream.h"
+#include "platform/win32/media/media_results.h"
 #include "ports/media_interfaces.h"
+#include "tests/platform/win32/media/made_sessions.h"
 #include "tests/platform/win32/media/station_rig.h"
 
 namespace platform::win32 {
@@ -132,6 +134,36 @@ TEST_F(LostBySystem, IsGivenUpWhenItsAddressIsAListNow) {
     std::this_thread::sleep_for(live::ReconnectSchedule::kOften * 3 / 2);
     return Ask("/count?/listed") == times;
   }));
+}
+
+/// The next report of a session that its device is gone, which it is not.
+struct WithoutDevice : LostBySystem {
+  void TearDown() override {
+    sessions.Forget();
+    LostBySystem::TearDown();
+  }
+  void Lose() const {
+    ASSERT_EQ(sessions.Latest().QueueEvent(MEError, GUID{}, kAudioDeviceInvalidated, nullptr), S_OK);
+  }
+  MadeSessions sessions;
+};
+
+TEST_F(WithoutDevice, AStationOfTheSystemIsReadByTheProgramAfterwards) {
+  Play("/stream");
+  EXPECT_TRUE(Heard());
+  Lose();
+  EXPECT_TRUE(Becomes(PlaybackState::kNoDevice));
+  EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
+  EXPECT_TRUE(Heard());
+  EXPECT_EQ(Ask("/count?/stream"), 2);
+}
+
+// As a list of segments does, which the system alone can follow.
+TEST_F(WithoutDevice, AStationOfTheSystemThatIsAListEnds) {
+  Play("/listed");
+  Lose();
+  EXPECT_TRUE(Becomes(PlaybackState::kFailed));
+  EXPECT_EQ(media->Status().failure, PlaybackFailure::kNoSoundDevice);
 }
 
 TEST_F(LostBySystem, IsGivenUpWhenItSendsNoSoundAgainAndAgain) {

@@ -34,6 +34,7 @@ and besides
   /fades          the same after it has answered 404 once
   /page, /list    an HTML page, a list of addresses
   /noise          what is no sound, as "audio/mpeg"
+  /unplug, /plug  takes the only sound device away, and makes one again
   /forget         forgets what was asked for
   /count?/path    how often /path was asked for
   /agent          who asked for sound last
@@ -76,6 +77,7 @@ LOOP = dense_loop()
 BYTES_PER_SECOND = 40_000
 BURST = 2 * BYTES_PER_SECOND
 INTERVAL = 4000
+DEVICE = ["module-null-sink", "sink_name=ci", "rate=48000", "norewinds=1"]
 
 
 @dataclasses.dataclass
@@ -184,6 +186,9 @@ class Station:
             return self.play(connection, Show(burst=24_000, waits_for="/go"))
         if target == "/moved":
             return self.head(connection, b"HTTP/1.0 302 Found", ["Location: /stream", "Content-Length: 0"])
+        if target in ("/unplug", "/plug"):
+            self.sound.unplug() if target == "/unplug" else self.sound.plug()
+            return self.give(connection, "0")
         answers = {
             "/loudness": lambda: (str(int(self.sound.loudness())), "text/plain"),
             "/quietest": lambda: (str(int(self.sound.quietest())), "text/plain"),
@@ -254,7 +259,7 @@ class Sound:
         self.address = f"unix:{folder}/native"
         self.server = subprocess.Popen(
             ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
-             "--load=module-null-sink sink_name=ci rate=48000 norewinds=1",
+             f"--load={' '.join(DEVICE)}",
              f"--load=module-native-protocol-unix auth-anonymous=1 socket={folder}/native"],
             env=self.environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.environment["PULSE_SERVER"] = self.address
@@ -263,15 +268,35 @@ class Sound:
             if time.monotonic() > limit:
                 raise SystemExit("the sound server does not answer")
             time.sleep(0.05)
+        self.plugged = True
+        self.blocks = collections.deque(maxlen=500)
+        self.record()
+
+    def record(self):
         self.recorder = subprocess.Popen(
             ["parec", "--device=ci.monitor", "--rate=8000", "--channels=1", "--format=s16le", "--latency-msec=20"],
-            env=self.environment, stdout=subprocess.PIPE)
-        self.blocks = collections.deque(maxlen=500)
-        threading.Thread(target=self.listen, daemon=True).start()
+            env=self.environment, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        threading.Thread(target=self.listen, args=(self.recorder.stdout,), daemon=True).start()
 
-    def listen(self):
-        while block := self.recorder.stdout.read(160):
+    def listen(self, recorded):
+        while len(block := recorded.read(160)) == 160:
             self.blocks.append((time.monotonic(), array.array("h", block)))
+
+    def unplug(self):
+        if self.plugged:
+            self.control("unload-module", "module-null-sink")
+            self.recorder.terminate()  # it mostly ends with its device
+            self.recorder.wait()
+            self.plugged = False
+
+    def plug(self):
+        if not self.plugged:
+            self.control("load-module", *DEVICE)
+            self.plugged = True
+            self.record()
+
+    def control(self, *command):
+        subprocess.run(["pactl", *command], env=self.environment, check=True, capture_output=True)
 
     def loudness(self):
         late = time.monotonic() - 0.35
