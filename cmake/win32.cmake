@@ -24,4 +24,4 @@ funkhaus_win32_room(system LINKS win32_base disk LIBRARIES ole32 shell32 shlwapi
 funkhaus_win32_room(internet LINKS win32_base http LIBRARIES wininet normaliz ole32 oleaut32 uuid)
 funkhaus_win32_room(media LINKS win32_base win32_internet http live LIBRARIES mfuuid propsys wininet ole32 oleaut32 uuid)
 funkhaus_win32_room(ui LINKS win32_base front controls forms
-                    LIBRARIES comctl32 comdlg32 uxtheme gdi32 gdiplus oleacc windowscodecs shlwapi shell32 ole32 oleaut32 uuid)
+                    LIBRARIES comctl32 comdlg32 dwmapi uxtheme gdi32 gdiplus oleacc windowscodecs shlwapi shell32 ole32 oleaut32 uuid)

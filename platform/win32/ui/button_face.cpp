@@ -43,11 +43,41 @@ int ThemeState(HWND window) {
   return is_default ? PBS_DEFAULTED : PBS_NORMAL;
 }
 
-Color InkOf(const CommandButton& button, HWND window, HTHEME theme) {
-  COLORREF text = ::GetSysColor(::IsWindowEnabled(window) != 0 ? COLOR_BTNTEXT : COLOR_GRAYTEXT);
-  if (theme != nullptr) ::GetThemeColor(theme, BP_PUSHBUTTON, ThemeState(window), TMT_TEXTCOLOR, &text);
+PartState StateOfPart(HWND window) {
+  switch (ThemeState(window)) {
+    case PBS_DISABLED:
+      return PartState::kDisabled;
+    case PBS_PRESSED:
+      return PartState::kPressed;
+    case PBS_HOT:
+      return PartState::kPointedAt;
+    default:
+      return PartState::kUsual;
+  }
+}
+
+/// In the dark the face is the program's own; the system's theme has none for it.
+Ink InkOf(const CommandButton& button, HWND window, HTHEME theme) {
+  Ink ink{::GetSysColor(COLOR_BTNFACE),
+          ::GetSysColor(::IsWindowEnabled(window) != 0 ? COLOR_BTNTEXT : COLOR_GRAYTEXT)};
+  if (ShownBrightness() == Brightness::kDark) {
+    const Face face = FaceOf(StateOfPart(window));
+    ink = {face.ground, face.text};
+  } else if (theme != nullptr) {
+    COLORREF text = ink.text;
+    ::GetThemeColor(theme, BP_PUSHBUTTON, ThemeState(window), TMT_TEXTCOLOR, &text);
+    ink.text = text;
+  }
   const bool warns = button.Role() == controls::ButtonRole::kDeleting && IsPointedAt(window);
-  return warns ? WarningColor(::GetSysColor(COLOR_BTNFACE), text, UsersContrast()) : text;
+  if (warns) ink.text = WarningColor(ink.ground, ink.text, UsersContrast());
+  return ink;
+}
+
+void PaintDarkGround(HWND window, HDC context, const RECT& all) {
+  // Its corners are those of the window, so nothing of the parent is seen.
+  const Face face = FaceOf(StateOfPart(window));
+  FillArea(context, all, face.ground);
+  FrameArea(context, all, ThemeState(window) == PBS_DEFAULTED ? ShownColor(COLOR_HOTLIGHT) : face.frame);
 }
 
 void PaintThemedGround(HWND window, HDC context, RECT all, HTHEME theme) {
@@ -89,7 +119,7 @@ void PaintFocus(HWND window, HDC context, RECT area, int inset) {
   const bool shown = (::SendMessageW(window, WM_QUERYUISTATE, 0, 0) & UISF_HIDEFOCUS) == 0;
   if (::GetFocus() != window || !shown) return;
   ::InflateRect(&area, -inset, -inset);
-  ::DrawFocusRect(context, &area);
+  DrawFocus(context, area);
 }
 
 }  // namespace
@@ -112,9 +142,12 @@ bool ShowsWholeCaption(const CommandButton& button, HWND window, const Scale& sc
 void PaintButton(const CommandButton& button, HWND window, HDC context, const Scale& scale) {
   RECT all{};
   ::GetClientRect(window, &all);
-  HTHEME theme = ::OpenThemeData(window, L"BUTTON");
-  const Color ink = InkOf(button, window, theme);
-  if (theme != nullptr) {
+  const bool dark = ShownBrightness() == Brightness::kDark;
+  HTHEME theme = dark ? nullptr : ::OpenThemeData(window, L"BUTTON");
+  const Color ink = InkOf(button, window, theme).text;
+  if (dark) {
+    PaintDarkGround(window, context, all);
+  } else if (theme != nullptr) {
     PaintThemedGround(window, context, all, theme);
     ::CloseThemeData(theme);
   } else {
@@ -128,11 +161,11 @@ void PaintFlatButton(const CommandButton& button, HWND window, HDC context, cons
   RECT all{};
   ::GetClientRect(window, &all);
   const bool pressed = (StateOf(window) & BST_PUSHED) != 0;
-  ::FillRect(context, &all, ::GetSysColorBrush(pressed ? COLOR_BTNFACE : COLOR_WINDOW));
+  ::FillRect(context, &all, ShownBrush(pressed ? COLOR_BTNFACE : COLOR_WINDOW));
   const int ink = ::IsWindowEnabled(window) == 0 ? COLOR_GRAYTEXT
                   : pressed                      ? COLOR_BTNTEXT
                                                  : COLOR_WINDOWTEXT;
-  PaintContents(button, context, all, scale, ::GetSysColor(ink));
+  PaintContents(button, context, all, scale, ShownColor(ink));
   PaintFocus(window, context, all, 0);
 }
 

@@ -3,6 +3,7 @@
 #include "platform/win32/base/windows_api.h"
 
 #include "platform/win32/ui/button_face.h"
+#include "platform/win32/ui/dark_parts.h"
 #include "platform/win32/ui/shown_text.h"
 
 namespace platform::win32 {
@@ -16,6 +17,13 @@ std::uint32_t StyleOf(const controls::Label& label) {
 std::uint32_t StyleOf(const controls::CommandButton& button, DefaultButton is_default) {
   if (button.Look() == controls::ButtonLook::kFlat) return BS_OWNERDRAW | BS_NOTIFY;
   return BS_NOTIFY | (is_default == DefaultButton::kYes ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON);
+}
+
+/// Where a button is to be painted in the system's place; null for every other notice.
+HDC PaintedInto(const tagNMHDR& notice) {
+  if (notice.code != static_cast<UINT>(NM_CUSTOMDRAW)) return nullptr;
+  const auto& step = reinterpret_cast<const NMCUSTOMDRAW&>(notice);
+  return step.dwDrawStage == CDDS_PREPAINT ? step.hdc : nullptr;
 }
 
 }  // namespace
@@ -65,10 +73,9 @@ void CommandButtonBinding::ContextWanted(int /*left*/, int /*top*/) {
 }
 
 std::intptr_t CommandButtonBinding::Notice(tagNMHDR& notice) {
-  if (notice.code != static_cast<UINT>(NM_CUSTOMDRAW)) return CDRF_DODEFAULT;
-  const auto& step = reinterpret_cast<const NMCUSTOMDRAW&>(notice);
-  if (step.dwDrawStage != CDDS_PREPAINT) return CDRF_DODEFAULT;
-  PaintButton(button_, Handle(), step.hdc, GetScale());
+  HDC const context = PaintedInto(notice);
+  if (context == nullptr) return CDRF_DODEFAULT;
+  PaintButton(button_, Handle(), context, GetScale());
   return CDRF_SKIPDEFAULT;
 }
 
@@ -96,6 +103,13 @@ void CheckBoxBinding::Notice(unsigned int code) {
   if (code != BN_CLICKED) return;
   const bool checked = ::SendMessageW(Handle(), BM_GETCHECK, 0, 0) == BST_CHECKED;
   TakeUsersChoice(checked ? controls::CheckValue::kChecked : controls::CheckValue::kUnchecked);
+}
+
+std::intptr_t CheckBoxBinding::Notice(tagNMHDR& notice) {
+  HDC const context = PaintedInto(notice);
+  if (context == nullptr || ShownBrightness() == Brightness::kLight) return CDRF_DODEFAULT;
+  PaintCheckBox(Handle(), context, box_.Caption(), GetScale());
+  return CDRF_SKIPDEFAULT;
 }
 
 void CheckBoxBinding::TakeUsersChoice(controls::CheckValue value) {

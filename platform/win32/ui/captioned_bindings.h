@@ -45,6 +45,8 @@ class CheckBoxBinding final : public ControlBinding {
   CheckBoxBinding(controls::CheckBox& box, HWND parent, const Surroundings& around);
 
   void Notice(unsigned int code) override;
+  /// In the dark it is painted by dark_parts.h.
+  std::intptr_t Notice(tagNMHDR& notice) override;
 
  private:
   void Follow();

@@ -49,6 +49,8 @@ class ControlBinding : public Reflected {
 
   /// Applies font, place and tooltip again; to be called when the scale has changed.
   virtual void FollowScale();
+  /// To be called when the colours may have changed; what is only painted is painted again anyway.
+  virtual void FollowColors() {}
 
  protected:
   ControlBinding(controls::Control& control, HWND parent, const Surroundings& around, const NativeKind& kind,

@@ -228,4 +228,8 @@ void ControlSet::FollowScale() {
   for (const TextBesidePicture& pair : pairs_) Flow(pair);
 }
 
+void ControlSet::FollowColors() {
+  for (const auto& [control, binding] : bindings_) binding->FollowColors();
+}
+
 }  // namespace platform::win32

@@ -40,6 +40,8 @@ class ControlSet {
 
   /// Applies all places again; to be called when the scale has changed.
   void FollowScale();
+  /// To be called when the colours may have changed.
+  void FollowColors();
 
  private:
   // One for each kind of control; null for one that is not to be seen.

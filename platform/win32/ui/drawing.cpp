@@ -15,6 +15,7 @@
 #include <span>
 
 #include "platform/front/glyph_shapes.h"
+#include "platform/win32/ui/dark_mode.h"
 
 namespace platform::win32 {
 namespace {
@@ -110,6 +111,25 @@ Color ToSystem(const front::Rgb& color) { return RGB(color.red, color.green, col
 
 front::Rgb FromSystem(Color color) { return {GetRValue(color), GetGValue(color), GetBValue(color)}; }
 
+void FillArea(HDC context, const tagRECT& area, Color color) {
+  ::SetDCBrushColor(context, color);
+  ::FillRect(context, &area, static_cast<HBRUSH>(::GetStockObject(DC_BRUSH)));
+}
+
+void FrameArea(HDC context, const tagRECT& area, Color color) {
+  ::SetDCBrushColor(context, color);
+  ::FrameRect(context, &area, static_cast<HBRUSH>(::GetStockObject(DC_BRUSH)));
+}
+
+void DrawFocus(HDC context, const tagRECT& area) {
+  if (ShownBrightness() == Brightness::kDark) {
+    // The context's colours are inverted too, and those of a light text would leave nothing to be seen.
+    ::SetTextColor(context, RGB(0, 0, 0));
+    ::SetBkColor(context, RGB(255, 255, 255));
+  }
+  ::DrawFocusRect(context, &area);
+}
+
 void DrawGlyph(HDC context, controls::Glyph glyph, const PixelPlace& area, Color color) {
   if (glyph == controls::Glyph::kNone || !CanDraw()) return;
   const Square square = LargestIn(area);
@@ -148,6 +168,25 @@ void DrawMark(HDC context, controls::RowMark mark, const PixelPlace& icon, Color
   } else {
     for (const float across : {4.6F, 8.0F, 11.4F}) shape.Disc(across, 8, 1.25F);
   }
+}
+
+void DrawArrow(HDC context, Pointing pointing, const PixelPlace& area, Color color) {
+  if (!CanDraw()) return;
+  const Square square = LargestIn(area);
+  const float base = pointing == Pointing::kUp ? 10.2F : 5.8F;
+  const float tip = pointing == Pointing::kUp ? 5.8F : 10.2F;
+  const std::array<PointF, 3> corners = {PointF(4, base), PointF(12, base), PointF(8, tip)};
+  Shape(context, square.left, square.top, square.side, color).Fill(corners);
+}
+
+void DrawTick(HDC context, const PixelPlace& area, Color color) {
+  if (!CanDraw()) return;
+  const Square square = LargestIn(area);
+  front::GlyphPart tick;
+  tick.kind = front::GlyphPart::Kind::kLine;
+  tick.points = {{3.4, 8.2}, {6.6, 11.4}, {12.8, 4.8}};
+  tick.width = 2.0;
+  Shape(context, square.left, square.top, square.side, color).Draw(tick);
 }
 
 void DrawPicture(HDC context, const Pixels& picture, const PixelPlace& area) {

@@ -3,6 +3,7 @@
 #include "platform/win32/base/windows_api.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/win32/base/wide.h"
 #include "platform/win32/ui/busy_pointer.h"
@@ -55,6 +56,8 @@ FormWindow::FormWindow(controls::Form& form, const app::Inventory& inventory, HW
       footer_(Footer(inventory)) {
   // Public reference: the documentation of RegisterShellHookWindow.
   shell_message_ = ::RegisterWindowMessageW(L"SHELLHOOK");
+  FollowWantedBrightness();
+  FollowColors();
   set_ = std::make_unique<ControlSet>(inventory, Handle(),
                                       Surroundings{scale_, loop_, tool_tips_, tab_stops_}, icons);
   keys_ = std::make_unique<FormKeys>(inventory, Handle(), *set_, loop_);
@@ -215,6 +218,7 @@ std::optional<std::intptr_t> FormWindow::OnMessage(const Message& message) {
       ::EnumChildWindows(Handle(), PassOnColorChange, 0);
       [[fallthrough]];
     case WM_THEMECHANGED:
+      FollowWantedBrightness();
       scale_.Set(::GetDpiForWindow(Handle()));
       Refresh();
       return std::nullopt;
@@ -262,21 +266,32 @@ void FormWindow::FollowResolution(unsigned int dots, std::intptr_t place) {
 }
 
 void FormWindow::FollowSettings() {
+  FollowWantedBrightness();
   const bool new_scale = scale_.Set(::GetDpiForWindow(Handle()));
-  if (new_scale || UsersColors() != colors_) Refresh();
+  const bool new_colors = UsersColors() != colors_;
+  // Other system colours are reported, and passed on; a brightness is not.
+  if (new_colors) ::EnumChildWindows(Handle(), PassOnColorChange, 0);
+  if (new_scale || new_colors) Refresh();
 }
 
 void FormWindow::Refresh() {
   // Messages of this kind come while the window is being made, too.
   if (!set_) return;
-  colors_ = UsersColors();
   tool_tips_.FollowScale();
   set_->FollowScale();
+  FollowColors();
   scale_.ReleaseFormerFonts();
   RECT area{};
   ::GetClientRect(Handle(), &area);
   if (::IsIconic(Handle()) == 0) TakeSize(static_cast<int>(area.right), static_cast<int>(area.bottom));
   ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+}
+
+void FormWindow::FollowColors() {
+  colors_ = UsersColors();
+  if (std::exchange(title_bar_, ShownBrightness()) != ShownBrightness()) ColorTitleBar(Handle());
+  tool_tips_.FollowColors();
+  if (set_) set_->FollowColors();
 }
 
 void FormWindow::AskToClose() {

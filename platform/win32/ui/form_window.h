@@ -64,6 +64,7 @@ class FormWindow final : public Window {
   /// The user has changed something; often it is nothing that is shown here.
   void FollowSettings();
   void Refresh();
+  void FollowColors();
   void TakeFocus() const;
   void AskToClose();
   void EndSession();
@@ -84,7 +85,8 @@ class FormWindow final : public Window {
   const controls::Control* footer_ = nullptr;
   std::unique_ptr<ControlSet> set_;
   std::unique_ptr<FormKeys> keys_;
-  SystemColors colors_ = UsersColors();
+  SystemColors colors_;
+  Brightness title_bar_ = Brightness::kLight;
   MediaKeyPressed media_key_pressed_;
   unsigned int shell_message_ = 0;
   bool following_ = false;

@@ -9,9 +9,28 @@
 
 #include "platform/front/shown_place.h"
 #include "platform/win32/base/wide.h"
+#include "platform/win32/ui/palette.h"
 #include "platform/win32/ui/shown_text.h"
 
 namespace platform::win32 {
+namespace {
+
+/// By the system's theme where there is one, except in the dark, for which it has none.
+void PaintBorder(HWND window, HDC context, RECT border) {
+  if (ShownBrightness() == Brightness::kDark) {
+    ::FrameRect(context, &border, ShownBrush(COLOR_BTNSHADOW));
+    return;
+  }
+  HTHEME theme = ::OpenThemeData(window, L"BUTTON");
+  if (theme == nullptr) {
+    ::DrawEdge(context, &border, EDGE_ETCHED, BF_RECT);
+    return;
+  }
+  ::DrawThemeBackground(theme, context, BP_GROUPBOX, GBS_NORMAL, &border, nullptr);
+  ::CloseThemeData(theme);
+}
+
+}  // namespace
 
 using controls::FrameLook;
 
@@ -38,7 +57,7 @@ void FrameWindow::Paint() const {
   if (frame_.Look() == FrameLook::kPanel) {
     RECT all{};
     ::GetClientRect(window, &all);
-    ::FrameRect(context, &all, ::GetSysColorBrush(COLOR_BTNSHADOW));
+    ::FrameRect(context, &all, ShownBrush(COLOR_BTNSHADOW));
   }
   ::EndPaint(window, &paint);
 }
@@ -57,16 +76,10 @@ void FrameWindow::PaintTitled(HDC context) const {
   ::SaveDC(context);
   ::ExcludeClipRect(context, text.left - gap, text.top, text.right + gap, text.bottom);
   RECT border{all.left, all.top + size.cy / 2, all.right, all.bottom};
-  HTHEME theme = ::OpenThemeData(window, L"BUTTON");
-  if (theme != nullptr) {
-    ::DrawThemeBackground(theme, context, BP_GROUPBOX, GBS_NORMAL, &border, nullptr);
-    ::CloseThemeData(theme);
-  } else {
-    ::DrawEdge(context, &border, EDGE_ETCHED, BF_RECT);
-  }
+  PaintBorder(window, context, border);
   ::RestoreDC(context, -1);
   ::SetBkMode(context, TRANSPARENT);
-  ::SetTextColor(context, ::GetSysColor(COLOR_BTNTEXT));
+  ::SetTextColor(context, ShownColor(COLOR_BTNTEXT));
   ::DrawTextW(context, WideData(title), static_cast<int>(title.size()), &text,
               DT_SINGLELINE | DT_NOPREFIX | DT_NOCLIP);
   ::SelectObject(context, before);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/win32/base/wide.h"
+#include "platform/win32/ui/dark_parts.h"
 #include "platform/win32/ui/shown_text.h"
 
 namespace platform::win32 {
@@ -39,6 +40,8 @@ LRESULT CALLBACK ListGestures(HWND window, UINT message, WPARAM w, LPARAM l, UIN
       binding.RestTimerTicked();
       return 0;
     case WM_NOTIFY: {
+      const auto painted = binding.PaintHeader(*reinterpret_cast<const NMHDR*>(l));
+      if (painted) return *painted;
       const LRESULT handled = ::DefSubclassProc(window, message, w, l);
       binding.FollowHeader(*reinterpret_cast<const NMHDR*>(l));
       return handled;
@@ -47,6 +50,12 @@ LRESULT CALLBACK ListGestures(HWND window, UINT message, WPARAM w, LPARAM l, UIN
       const LRESULT handled = ::DefSubclassProc(window, message, w, l);
       binding.FitColumns();
       return handled;
+    }
+    case WM_NCPAINT: {
+      // The scroll bars remain the system's.
+      const LRESULT painted = ::DefSubclassProc(window, message, w, l);
+      if (ShownBrightness() == Brightness::kDark) PaintEdge(window);
+      return painted;
     }
     case WM_PAINT: {
       binding.PrepareHint();
@@ -79,8 +88,8 @@ ListBinding::ListBinding(controls::ListView& list, HWND parent, const Surroundin
     : ControlBinding(list, parent, around, {WC_LISTVIEWW, kListStyle, WS_EX_CLIENTEDGE}, ForKeyboard::kYes),
       list_(list),
       painter_(list, icons, around.scale),
-      columns_(list, Handle(), around.scale, around.loop,
-               [this](int column) { return WidthNeeded(column); }) {
+      columns_(list, Handle(), around.scale, around.loop, [this](int column) { return WidthNeeded(column); }),
+      theme_(Handle(), ThemeWhenDark::Kind::kDarkScrollBars) {
   constexpr LPARAM kExtended = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
   ::SendMessageW(Handle(), LVM_SETEXTENDEDLISTVIEWSTYLE, 0, kExtended);
   EndTooltipsOfTheSystem();
@@ -101,6 +110,7 @@ ListBinding::ListBinding(controls::ListView& list, HWND parent, const Surroundin
       ::SendMessageW(Handle(), LVM_ENSUREVISIBLE, *position, FALSE);
   });
   FollowRowHeight();
+  if (ShownBrightness() == Brightness::kDark) FollowColors();
   FollowControl();
   FollowRows(true);
   Follow();
@@ -171,8 +181,15 @@ void ListBinding::FollowScale() {
   painter_.FollowScale();
   FollowRowHeight();
   columns_.Fit();
+}
+
+void ListBinding::FollowColors() {
+  theme_.Follow();
+  const auto ground = static_cast<LPARAM>(ShownColor(COLOR_WINDOW));
   // The ground below the rows, which the system chose when the list was made.
-  ::SendMessageW(Handle(), LVM_SETBKCOLOR, 0, static_cast<LPARAM>(::GetSysColor(COLOR_WINDOW)));
+  ::SendMessageW(Handle(), LVM_SETBKCOLOR, 0, ground);
+  ::SendMessageW(Handle(), LVM_SETTEXTBKCOLOR, 0, ground);
+  ::SendMessageW(Handle(), LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(ShownColor(COLOR_WINDOWTEXT)));
 }
 
 void ListBinding::FollowSorting() {

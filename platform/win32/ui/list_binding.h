@@ -10,6 +10,7 @@
 #include "controls/row_command.h"
 #include "platform/win32/ui/column_fit.h"
 #include "platform/win32/ui/control_binding.h"
+#include "platform/win32/ui/dark_controls.h"
 #include "platform/win32/ui/icons.h"
 #include "platform/win32/ui/row_painter.h"
 
@@ -43,6 +44,7 @@ class ListBinding final : public ControlBinding {
   std::intptr_t Notice(tagNMHDR& notice) override;
   void ContextWanted(int left, int top) override;
   void FollowScale() override;
+  void FollowColors() override;
 
   // For the window's procedure.
   static constexpr std::uintptr_t kRestTimer = 0x46524553;
@@ -54,6 +56,8 @@ class ListBinding final : public ControlBinding {
   void PrepareHint() const;
   void PaintHint() const;
   void FollowHeader(const tagNMHDR& notice) { columns_.FollowHeader(notice); }
+  /// In the dark; nothing for every other notice.
+  [[nodiscard]] std::optional<std::intptr_t> PaintHeader(const tagNMHDR& notice) const;
   void FocusChanged() const;
   void FitColumns() { columns_.Fit(); }
   [[nodiscard]] bool ShowsHint() const { return list_.Count() == 0 && !list_.EmptyText().empty(); }
@@ -100,6 +104,7 @@ class ListBinding final : public ControlBinding {
   controls::ListView& list_;
   RowPainter painter_;
   ColumnFit columns_;
+  ThemeWhenDark theme_;
   _IMAGELIST* row_height_ = nullptr;  // the system takes it from the images
   std::vector<Text> shown_captions_;
   std::uint32_t shown_images_ = 0;

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/win32/base/wide.h"
+#include "platform/win32/ui/dark_parts.h"
 #include "platform/win32/ui/list_binding.h"
 #include "platform/win32/ui/shown_text.h"
 #include "platform/win32/ui/text_drawing.h"
@@ -88,6 +89,28 @@ std::intptr_t ListBinding::Paint(const tagNMLVCUSTOMDRAW& step) {
   return CDRF_SKIPDEFAULT;
 }
 
+std::optional<std::intptr_t> ListBinding::PaintHeader(const tagNMHDR& notice) const {
+  const auto header = reinterpret_cast<HWND>(::SendMessageW(Handle(), LVM_GETHEADER, 0, 0));
+  const bool paints = notice.hwndFrom == header && notice.code == static_cast<UINT>(NM_CUSTOMDRAW);
+  if (!paints || ShownBrightness() == Brightness::kLight) return std::nullopt;
+  const auto& step = reinterpret_cast<const NMCUSTOMDRAW&>(notice);
+  if (step.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW | CDRF_NOTIFYPOSTPAINT;
+  if (step.dwDrawStage == CDDS_POSTPAINT) PaintHeaderRest(header, step.hdc);
+  if (step.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
+  const auto column = static_cast<int>(step.dwItemSpec);
+  const bool up = list_.GetSortDirection() == controls::SortDirection::kAscending;
+  const SortedBy sorted = column != list_.SortColumn() ? SortedBy::kNot
+                          : up                         ? SortedBy::kUpwards
+                                                       : SortedBy::kDownwards;
+  const PartState state = (step.uItemState & CDIS_SELECTED) != 0 ? PartState::kPressed
+                          : (step.uItemState & CDIS_HOT) != 0    ? PartState::kPointedAt
+                                                                 : PartState::kUsual;
+  const auto index = static_cast<std::size_t>(column);
+  const Text caption = index < shown_captions_.size() ? shown_captions_[index] : Text();
+  PaintHeaderItem(step.hdc, step.rc, caption, sorted, state, GetScale());
+  return CDRF_SKIPDEFAULT;
+}
+
 /// The system redraws what it would have painted itself, which is less than the whole row.
 void ListBinding::RedrawRow(int row) const {
   RECT area{};
@@ -104,6 +127,7 @@ void ListBinding::RedrawRow(int row) const {
 }
 
 void ListBinding::FocusChanged() const {
+  if (ShownBrightness() == Brightness::kDark) PaintEdge(Handle());
   const auto shown = ShownRow();
   if (shown) RedrawRow(*shown);
 }
@@ -181,7 +205,7 @@ void ListBinding::PaintHint() const {
   ::DrawTextW(context, WideData(text), static_cast<int>(text.size()), &needed, kFormat | DT_CALCRECT);
   room.top += std::max(0L, (room.bottom - room.top - (needed.bottom - needed.top)) / 2);
   ::SetBkMode(context, TRANSPARENT);
-  ::SetTextColor(context, ::GetSysColor(COLOR_WINDOWTEXT));
+  ::SetTextColor(context, ShownColor(COLOR_WINDOWTEXT));
   ::DrawTextW(context, WideData(text), static_cast<int>(text.size()), &room, kFormat);
   ::SelectObject(context, before);
   ::ReleaseDC(Handle(), context);

@@ -1,16 +1,19 @@
 #pragma once
-// The colours of what the program paints itself, made from the system's. Not where they are painted.
+// The colours of what the program paints itself, made from the system's, and those while it is dark. Not
+// where they are painted.
 
 #include <vector>
 
+#include "platform/win32/base/handles.h"
+#include "platform/win32/ui/dark_mode.h"
 #include "platform/win32/ui/drawing.h"
 
 namespace platform::win32 {
 
-/// With high contrast all colours are the user's own, unmixed: each function then gives one of them.
-enum class Contrast { kUsual, kHigh };
-/// What the user has asked the system for.
-[[nodiscard]] Contrast UsersContrast();
+/// A colour by the system's number for it (COLOR_...): the system's own, or the program's while it is dark.
+[[nodiscard]] Color ShownColor(int number);
+/// A brush of it, which is not to be deleted.
+[[nodiscard]] HBRUSH ShownBrush(int number);
 
 /// All that the user has chosen, to be compared with an earlier choice.
 using SystemColors = std::vector<Color>;
@@ -33,5 +36,14 @@ struct Ink {
 };
 enum class SelectionOf { kListWithKeyboard, kListWithoutKeyboard };
 [[nodiscard]] Ink SelectionInk(SelectionOf list, Contrast contrast);
+
+/// What is pressed with the mouse, where the program paints it instead of the system's theme.
+enum class PartState { kUsual, kPointedAt, kPressed, kDisabled };
+struct Face {
+  Color ground;
+  Color frame;
+  Color text;
+};
+[[nodiscard]] Face FaceOf(PartState state);
 
 }  // namespace platform::win32

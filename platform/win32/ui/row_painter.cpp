@@ -43,8 +43,8 @@ Ink RowPainter::InkOf(const RowLook& look) {
         look.list_has_keyboard ? SelectionOf::kListWithKeyboard : SelectionOf::kListWithoutKeyboard,
         contrast);
   }
-  const Color ground = ::GetSysColor(COLOR_WINDOW);
-  const Color text = ::GetSysColor(COLOR_WINDOWTEXT);
+  const Color ground = ShownColor(COLOR_WINDOW);
+  const Color text = ShownColor(COLOR_WINDOWTEXT);
   return {look.striped ? StripeColor(ground, text, contrast) : ground, text};
 }
 
@@ -64,8 +64,7 @@ void RowPainter::Paint(HDC context, const controls::ListRow& row, const RowLook&
   const Ink ink = InkOf(look);
   const PixelPlace& area = look.area;
   const RECT all{area.left, area.top, area.left + area.width, area.top + area.height};
-  ::SetDCBrushColor(context, ink.ground);
-  ::FillRect(context, &all, static_cast<HBRUSH>(::GetStockObject(DC_BRUSH)));
+  FillArea(context, all, ink.ground);
   const SelectedFont font(context, scale_.Get(FontOf(row)));
   ::SetBkMode(context, TRANSPARENT);
   ::SetTextColor(context, ink.text);
@@ -76,7 +75,7 @@ void RowPainter::Paint(HDC context, const controls::ListRow& row, const RowLook&
     PaintCell(context, row, column, cell, ink.text);
     cell.left += cell.width;
   }
-  if (look.framed) ::DrawFocusRect(context, &all);
+  if (look.framed) DrawFocus(context, all);
 }
 
 int RowPainter::CellWidth(HDC context, const controls::ListRow& row, std::size_t column) const {
@@ -105,7 +104,7 @@ void RowPainter::PaintIcon(HDC context, const controls::ListRow& row, const RowL
   } else {
     DrawImage(context, images, row.icon, place);
   }
-  DrawMark(context, row.mark, place, ::GetSysColor(COLOR_WINDOW), ::GetSysColor(COLOR_WINDOWTEXT));
+  DrawMark(context, row.mark, place, ShownColor(COLOR_WINDOW), ShownColor(COLOR_WINDOWTEXT));
   ::RestoreDC(context, -1);
 }
 

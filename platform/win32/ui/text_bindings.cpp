@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/win32/base/wide.h"
+#include "platform/win32/ui/dark_parts.h"
 #include "platform/win32/ui/shown_text.h"
 
 namespace platform::win32 {
@@ -14,7 +15,6 @@ constexpr int kShownWithoutScrolling = 20;
 // At 100 %.
 constexpr int kFieldHeight = 24;
 constexpr int kRoomAroundText = 8;
-constexpr UINT_PTR kCentering = 3;
 
 int FieldHeight(const Scale& scale) {
   return std::max(scale.Scaled(kFieldHeight), scale.FontHeight() + scale.Scaled(kRoomAroundText));
@@ -25,57 +25,6 @@ PixelPlace InTheMiddle(const PixelPlace& place, int height) {
   return {place.left, place.top + (place.height - fitting) / 2, place.width, fitting};
 }
 
-/// The strips above and below the text, which belong to the field's border.
-void FillStrips(HWND field) {
-  RECT inner{};
-  ::GetClientRect(field, &inner);
-  RECT outer{};
-  ::GetWindowRect(field, &outer);
-  ::MapWindowPoints(field, nullptr, reinterpret_cast<POINT*>(&inner), 2);
-  ::OffsetRect(&inner, -outer.left, -outer.top);
-  const int edge = static_cast<int>(inner.left);
-  const int height = static_cast<int>(outer.bottom - outer.top);
-  const int ground = ::IsWindowEnabled(field) != 0 ? COLOR_WINDOW : COLOR_BTNFACE;
-  HDC context = ::GetWindowDC(field);
-  const RECT above{inner.left, edge, inner.right, inner.top};
-  const RECT below{inner.left, inner.bottom, inner.right, height - edge};
-  ::FillRect(context, &above, ::GetSysColorBrush(ground));
-  ::FillRect(context, &below, ::GetSysColorBrush(ground));
-  ::ReleaseDC(field, context);
-}
-
-/// The system shows a field's text at its upper edge: so its inside is made as high as the text.
-LRESULT CALLBACK CenteredText(HWND field, UINT message, WPARAM w, LPARAM l, UINT_PTR /*id*/,
-                              DWORD_PTR scale) {
-  const LRESULT handled = ::DefSubclassProc(field, message, w, l);
-  switch (message) {
-    case WM_NCCALCSIZE: {
-      // The first rectangle, in either of the message's forms.
-      RECT& inner = *reinterpret_cast<RECT*>(l);
-      const int surplus = static_cast<int>(inner.bottom - inner.top) -
-                          reinterpret_cast<const Scale*>(scale)->FontHeight() - 2;
-      if (surplus < 2) return handled;
-      inner.top += surplus / 2;
-      inner.bottom -= surplus - surplus / 2;
-      return handled;
-    }
-    case WM_NCPAINT:
-    case WM_ENABLE:
-      FillStrips(field);
-      return handled;
-    case WM_NCHITTEST:
-      return handled == HTNOWHERE || handled == HTBORDER ? HTCLIENT : handled;
-    default:
-      return handled;
-  }
-}
-
-/// Has the inside of a field calculated again.
-void FollowInside(HWND field) {
-  ::SetWindowPos(field, nullptr, 0, 0, 0, 0,
-                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
-}
-
 }  // namespace
 
 EditBinding::EditBinding(controls::TextControl& box, HWND parent, const Surroundings& around,
@@ -83,19 +32,19 @@ EditBinding::EditBinding(controls::TextControl& box, HWND parent, const Surround
     : ControlBinding(box, parent, around, {L"EDIT", ES_AUTOHSCROLL | more_style, WS_EX_CLIENTEDGE},
                      ForKeyboard::kYes),
       box_(box),
-      typed_(box) {
+      typed_(box),
+      look_(Handle(), around.scale) {
   ::SendMessageW(Handle(), EM_SETLIMITTEXT, 0, 0);
-  ::SetWindowSubclass(Handle(), CenteredText, kCentering, reinterpret_cast<DWORD_PTR>(&around.scale));
   subscriptions_ += box.Changed.Subscribe([this] { Follow(); });
   Follow();
 }
 
-EditBinding::~EditBinding() { ::RemoveWindowSubclass(Handle(), CenteredText, kCentering); }
-
 void EditBinding::FollowScale() {
   ControlBinding::FollowScale();
-  FollowInside(Handle());
+  look_.FollowScale();
 }
+
+void EditBinding::FollowColors() { look_.FollowColors(); }
 
 PixelPlace EditBinding::Fitted(const PixelPlace& place) const {
   return InTheMiddle(place, FieldHeight(GetScale()));
@@ -128,13 +77,17 @@ UpDownBinding::UpDownBinding(controls::UpDownTextBox& box, HWND parent, const Su
           ::CreateWindowExW(0, UPDOWN_CLASSW, L"",
                             WS_CHILD | WS_CLIPSIBLINGS | UDS_SETBUDDYINT | UDS_ARROWKEYS | UDS_NOTHOUSANDS, 0,
                             0, 0, 0, parent, nullptr, ::GetModuleHandleW(nullptr), nullptr)) {
+  painted_.emplace(arrows_, [this](HDC context) { PaintArrows(arrows_, context); });
   ::SendMessageW(arrows_, UDM_SETRANGE32, controls::UpDownTextBox::kMinimum,
                  controls::UpDownTextBox::kMaximum);
   ::SendMessageW(arrows_, UDM_SETBUDDY, reinterpret_cast<WPARAM>(Handle()), 0);
   FollowControl();
 }
 
-UpDownBinding::~UpDownBinding() { ::DestroyWindow(arrows_); }
+UpDownBinding::~UpDownBinding() {
+  painted_.reset();
+  ::DestroyWindow(arrows_);
+}
 
 int UpDownBinding::ArrowsWidth() const {
   return ::GetSystemMetricsForDpi(SM_CXVSCROLL, GetScale().DotsPerInch());
@@ -161,14 +114,16 @@ ComboBoxBinding::ComboBoxBinding(controls::ComboBox& box, HWND parent, const Sur
     : ControlBinding(box, parent, around, {L"COMBOBOX", CBS_DROPDOWN | CBS_AUTOHSCROLL | WS_VSCROLL},
                      ForKeyboard::kYes),
       box_(box),
-      typed_(box) {
+      typed_(box),
+      painted_(Handle(), [this](HDC context) { PaintComboBox(Handle(), context); }) {
   ::SendMessageW(Handle(), CB_SETMINVISIBLE, kShownWithoutScrolling, 0);
   subscriptions_ += box.Changed.Subscribe([this] { Follow(); });
   COMBOBOXINFO parts{};
   parts.cbSize = sizeof parts;
   ::GetComboBoxInfo(Handle(), &parts);
-  field_ = parts.hwndItem;
-  ::SetWindowSubclass(field_, CenteredText, kCentering, reinterpret_cast<DWORD_PTR>(&around.scale));
+  look_.emplace(parts.hwndItem, around.scale);
+  scroll_bar_.emplace(parts.hwndList, ThemeWhenDark::Kind::kDarkScrollBars);
+  scroll_bar_->Follow();
   FollowFieldHeight();
   FollowControl();
   Follow();
@@ -185,8 +140,6 @@ PixelPlace ComboBoxBinding::Fitted(const PixelPlace& place) const {
   return fitted;
 }
 
-ComboBoxBinding::~ComboBoxBinding() { ::RemoveWindowSubclass(field_, CenteredText, kCentering); }
-
 void ComboBoxBinding::FollowFieldHeight() const {
   constexpr auto kField = static_cast<WPARAM>(-1);
   RECT field{};
@@ -194,7 +147,7 @@ void ComboBoxBinding::FollowFieldHeight() const {
   const auto text = static_cast<int>(::SendMessageW(Handle(), CB_GETITEMHEIGHT, kField, 0));
   const int border = static_cast<int>(field.bottom - field.top) - text;
   ::SendMessageW(Handle(), CB_SETITEMHEIGHT, kField, FieldHeight(GetScale()) - border);
-  FollowInside(field_);
+  look_->FollowScale();
 }
 
 void ComboBoxBinding::FollowScale() {
@@ -204,11 +157,24 @@ void ComboBoxBinding::FollowScale() {
   FollowControl();
 }
 
+void ComboBoxBinding::FollowColors() {
+  look_->FollowColors();
+  scroll_bar_->Follow();
+}
+
 void ComboBoxBinding::Notice(unsigned int code) {
+  FollowUse(code);
   if (following_) return;
   if (code == CBN_EDITCHANGE) TakeTyping();
   const bool open = ::SendMessageW(Handle(), CB_GETDROPPEDSTATE, 0, 0) != 0;
   if (code == CBN_SELENDOK || (code == CBN_SELCHANGE && !open)) TakeUsersChoice();
+}
+
+/// What the system does not paint by itself when the box is painted in its place.
+void ComboBoxBinding::FollowUse(unsigned int code) const {
+  const bool shown =
+      code == CBN_SETFOCUS || code == CBN_KILLFOCUS || code == CBN_DROPDOWN || code == CBN_CLOSEUP;
+  if (shown && ShownBrightness() == Brightness::kDark) ::InvalidateRect(Handle(), nullptr, FALSE);
 }
 
 void ComboBoxBinding::TakeTyping() {

@@ -38,7 +38,7 @@ PixelPlace AreaOf(const tagDRAWITEMSTRUCT& place) {
 }
 
 Color NameColor() {
-  return FadedColor(::GetSysColor(COLOR_WINDOW), ::GetSysColor(COLOR_WINDOWTEXT), UsersContrast());
+  return FadedColor(ShownColor(COLOR_WINDOW), ShownColor(COLOR_WINDOWTEXT), UsersContrast());
 }
 
 }  // namespace
@@ -229,12 +229,12 @@ void StatusStripBinding::Draw(const tagDRAWITEMSTRUCT& place) {
   RECT area = place.rcItem;
   const PaintBuffer buffer(place.hDC, AreaOf(place));
   HDC const context = buffer.Get();
-  ::FillRect(context, &area, ::GetSysColorBrush(COLOR_BTNFACE));
+  ::FillRect(context, &area, ShownBrush(COLOR_BTNFACE));
   const RECT line{area.left, area.top, area.right, area.top + 1};
-  ::FillRect(context, &line, ::GetSysColorBrush(COLOR_BTNSHADOW));
+  ::FillRect(context, &line, ShownBrush(COLOR_BTNSHADOW));
   const SelectedFont font(context, GetScale().Get(Scale::Font::kPlain));
   ::SetBkMode(context, TRANSPARENT);
-  ::SetTextColor(context, ::GetSysColor(COLOR_BTNTEXT));
+  ::SetTextColor(context, ShownColor(COLOR_BTNTEXT));
   // As far from the window's edge as the panels above.
   const int height = static_cast<int>(area.bottom - area.top);
   const int margin = Margin(height);

@@ -3,6 +3,7 @@
 #include "platform/win32/base/windows_api.h"
 
 #include "platform/win32/base/wide.h"
+#include "platform/win32/ui/palette.h"
 #include "platform/win32/ui/text_drawing.h"
 
 namespace platform::win32 {
@@ -25,8 +26,10 @@ ToolTips::ToolTips(HWND window, const Scale& scale)
       tips_(::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
                               WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT, CW_USEDEFAULT,
                               CW_USEDEFAULT, CW_USEDEFAULT, window, nullptr, ::GetModuleHandleW(nullptr),
-                              nullptr)) {
+                              nullptr)),
+      theme_(tips_, ThemeWhenDark::Kind::kNone) {
   FollowScale();
+  FollowColors();
 }
 
 ToolTips::~ToolTips() { ::DestroyWindow(tips_); }
@@ -37,6 +40,13 @@ void ToolTips::FollowScale() {
   ::SendMessageW(tips_, TTM_SETMAXTIPWIDTH, 0, scale_.Scaled(kWidestLine));
   // The words of a text are broken for the font.
   for (const auto& [control, text] : texts_) Give(control, text, TTM_UPDATETIPTEXTW);
+}
+
+void ToolTips::FollowColors() {
+  // With its theme the system's tooltip has the theme's colours whatever it is given.
+  if (!theme_.Follow()) return;
+  ::SendMessageW(tips_, TTM_SETTIPBKCOLOR, ShownColor(COLOR_INFOBK), 0);
+  ::SendMessageW(tips_, TTM_SETTIPTEXTCOLOR, ShownColor(COLOR_INFOTEXT), 0);
 }
 
 /// The system wraps texts at their blanks only, and puts what has none on one line, wider than the screen.

@@ -4,6 +4,7 @@
 #include <map>
 
 #include "platform/win32/base/handles.h"
+#include "platform/win32/ui/dark_controls.h"
 #include "platform/win32/ui/scale.h"
 #include "ports/text.h"
 
@@ -22,6 +23,8 @@ class ToolTips {
   void Show(HWND control, const Text& text);
   /// To be called when the scale has changed.
   void FollowScale();
+  /// To be called when the colours may have changed.
+  void FollowColors();
   /// What a control shows now.
   [[nodiscard]] Text Of(HWND control) const;
 
@@ -34,6 +37,7 @@ class ToolTips {
 
   const Scale& scale_;
   HWND tips_ = nullptr;
+  ThemeWhenDark theme_;
   std::map<HWND, Text> texts_;
 };
 

@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
+#include "platform/win32/ui/dark_parts.h"
 #include "platform/win32/ui/palette.h"
 
 namespace platform::win32 {
@@ -23,11 +25,6 @@ LRESULT CALLBACK PaintedBar(HWND window, UINT message, WPARAM w, LPARAM l, UINT_
     return 0;
   }
   return ::DefSubclassProc(window, message, w, l);
-}
-
-void FillWith(HDC context, const RECT& area, COLORREF color) {
-  ::SetDCBrushColor(context, color);
-  ::FillRect(context, &area, static_cast<HBRUSH>(::GetStockObject(DC_BRUSH)));
 }
 
 }  // namespace
@@ -66,7 +63,7 @@ void ProgressBarBinding::Paint() const {
   HDC context = ::BeginPaint(Handle(), &paint);
   RECT all{};
   ::GetClientRect(Handle(), &all);
-  ::FrameRect(context, &all, ::GetSysColorBrush(COLOR_BTNSHADOW));
+  ::FrameRect(context, &all, ShownBrush(COLOR_BTNSHADOW));
   const RECT inside{all.left + 1, all.top + 1, all.right - 1, all.bottom - 1};
   struct Zone {
     double from;
@@ -77,10 +74,10 @@ void ProgressBarBinding::Paint() const {
   const Contrast contrast = UsersContrast();
   const auto fill = [&](int from, int to, COLORREF color) {
     if (to > from)
-      FillWith(context, {inside.left, inside.bottom - to, inside.right, inside.bottom - from}, color);
+      FillArea(context, {inside.left, inside.bottom - to, inside.right, inside.bottom - from}, color);
   };
   int top = HeightOf(Level());
-  fill(top, static_cast<int>(inside.bottom - inside.top), ::GetSysColor(COLOR_WINDOW));
+  fill(top, static_cast<int>(inside.bottom - inside.top), ShownColor(COLOR_WINDOW));
   for (const Zone& zone : zones) {
     const int from = std::min(HeightOf(zone.from), top);
     fill(from, top, ColorOf(zone.loudness, contrast));
@@ -113,6 +110,21 @@ void ScrollBarBinding::FollowScale() {
   ControlBinding::FollowScale();
   // By now the handle has its new size.
   FollowControl();
+}
+
+void ScrollBarBinding::FollowColors() {
+  // The system keeps a picture of the slider, which it makes again for another theme.
+  if (std::exchange(shown_, ShownBrightness()) != ShownBrightness())
+    ::SendMessageW(Handle(), WM_THEMECHANGED, 0, 0);
+}
+
+std::intptr_t ScrollBarBinding::Notice(tagNMHDR& notice) {
+  const bool paints = notice.code == static_cast<UINT>(NM_CUSTOMDRAW);
+  if (!paints || ShownBrightness() == Brightness::kLight) return CDRF_DODEFAULT;
+  const auto& step = reinterpret_cast<const NMCUSTOMDRAW&>(notice);
+  if (step.dwDrawStage != CDDS_PREPAINT) return CDRF_DODEFAULT;
+  PaintSlider(Handle(), step.hdc);
+  return CDRF_SKIPDEFAULT;
 }
 
 void ScrollBarBinding::Follow() {
@@ -161,7 +173,7 @@ ImageBinding::ImageBinding(controls::Image& image, HWND parent, const Surroundin
 
 void ImageBinding::Draw(const tagDRAWITEMSTRUCT& place) {
   const RECT& area = place.rcItem;
-  ::FillRect(place.hDC, &area, ::GetSysColorBrush(COLOR_WINDOW));
+  ::FillRect(place.hDC, &area, ShownBrush(COLOR_WINDOW));
   const Pixels* picture = icons_.Picture(PictureHandle{image_.Picture()});
   if (picture == nullptr) return;
   DrawPicture(place.hDC, *picture, {area.left, area.top, area.right - area.left, area.bottom - area.top});

@@ -3,6 +3,7 @@
 
 #include "controls/value_controls.h"
 #include "platform/win32/ui/control_binding.h"
+#include "platform/win32/ui/dark_mode.h"
 #include "platform/win32/ui/icons.h"
 
 namespace platform::win32 {
@@ -32,7 +33,10 @@ class ScrollBarBinding final : public ControlBinding {
   ScrollBarBinding(controls::ScrollBar& bar, HWND parent, const Surroundings& around);
 
   void Scrolled(unsigned int code) override;
+  /// In the dark it is painted by dark_parts.h.
+  std::intptr_t Notice(tagNMHDR& notice) override;
   void FollowScale() override;
+  void FollowColors() override;
 
  protected:
   [[nodiscard]] PixelPlace Fitted(const PixelPlace& place) const override;
@@ -43,6 +47,7 @@ class ScrollBarBinding final : public ControlBinding {
   controls::ScrollBar& bar_;
   int values_to_come_ = 0;
   bool dragging_ = false;
+  Brightness shown_ = ShownBrightness();
 };
 
 class ImageBinding final : public ControlBinding {

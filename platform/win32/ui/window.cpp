@@ -3,6 +3,7 @@
 #include "platform/win32/base/windows_api.h"
 
 #include "platform/win32/base/wide.h"
+#include "platform/win32/ui/palette.h"
 
 namespace platform::win32 {
 namespace {
@@ -68,15 +69,23 @@ std::optional<std::intptr_t> Window::Receive(const Message& message) {
     case WM_ERASEBKGND: {
       RECT all{};
       ::GetClientRect(handle_, &all);
-      ::FillRect(reinterpret_cast<HDC>(message.w), &all, ::GetSysColorBrush(Ground()));
+      ::FillRect(reinterpret_cast<HDC>(message.w), &all, ShownBrush(Ground()));
       return 1;
     }
     case WM_CTLCOLORSTATIC:
     case WM_CTLCOLORBTN: {
       HDC context = reinterpret_cast<HDC>(message.w);
-      ::SetTextColor(context, ::GetSysColor(Ground() == COLOR_WINDOW ? COLOR_WINDOWTEXT : COLOR_BTNTEXT));
-      ::SetBkColor(context, ::GetSysColor(Ground()));
-      return reinterpret_cast<std::intptr_t>(::GetSysColorBrush(Ground()));
+      ::SetTextColor(context, ShownColor(Ground() == COLOR_WINDOW ? COLOR_WINDOWTEXT : COLOR_BTNTEXT));
+      ::SetBkColor(context, ShownColor(Ground()));
+      return reinterpret_cast<std::intptr_t>(ShownBrush(Ground()));
+    }
+    // Of a field and of the list that a combo box opens.
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORLISTBOX: {
+      HDC context = reinterpret_cast<HDC>(message.w);
+      ::SetTextColor(context, ShownColor(COLOR_WINDOWTEXT));
+      ::SetBkColor(context, ShownColor(COLOR_WINDOW));
+      return reinterpret_cast<std::intptr_t>(ShownBrush(COLOR_WINDOW));
     }
     default:
       return std::nullopt;

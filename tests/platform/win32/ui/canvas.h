@@ -35,6 +35,8 @@ class Canvas {
   Canvas& operator=(const Canvas&) = delete;
 
   [[nodiscard]] HDC Context() const { return context_; }
+  [[nodiscard]] int Width() const { return width_; }
+  [[nodiscard]] int Height() const { return height_; }
   [[nodiscard]] COLORREF At(int x, int y) const {
     ::GdiFlush();
     const std::uint32_t pixel = pixels_[y * width_ + x];

@@ -1,0 +1,62 @@
+#include "platform/win32/ui/dark_controls.h"
+
+#include "platform/win32/base/windows_api.h"
+
+#include <uxtheme.h>
+
+#include <utility>
+
+namespace platform::win32 {
+namespace {
+
+constexpr UINT_PTR kPaintedWhenDark = 4;
+
+LRESULT CALLBACK PaintedInTheDark(HWND control, UINT message, WPARAM w, LPARAM l, UINT_PTR /*id*/,
+                                  DWORD_PTR reference) {
+  const auto& painted = *reinterpret_cast<const PaintedWhenDark*>(reference);
+  if (ShownBrightness() == Brightness::kLight) return ::DefSubclassProc(control, message, w, l);
+  switch (message) {
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_PAINT:
+      painted.Paint();
+      return 0;
+    case WM_PRINTCLIENT:
+      painted.Paint(reinterpret_cast<HDC>(w));
+      return 0;
+    default:
+      return ::DefSubclassProc(control, message, w, l);
+  }
+}
+
+}  // namespace
+
+bool ThemeWhenDark::Follow() {
+  const Brightness before = std::exchange(shown_, ShownBrightness());
+  if (before == shown_) return false;
+  if (shown_ == Brightness::kLight) {
+    ::SetWindowTheme(control_, nullptr, nullptr);
+  } else if (kind_ == Kind::kDarkScrollBars) {
+    ::SetWindowTheme(control_, L"DarkMode_Explorer", nullptr);
+  } else {
+    // Public reference: the documentation of SetWindowTheme.
+    ::SetWindowTheme(control_, L" ", L" ");
+  }
+  return true;
+}
+
+PaintedWhenDark::PaintedWhenDark(HWND control, Painter painter)
+    : control_(control), painter_(std::move(painter)) {
+  ::SetWindowSubclass(control_, PaintedInTheDark, kPaintedWhenDark, reinterpret_cast<DWORD_PTR>(this));
+}
+
+PaintedWhenDark::~PaintedWhenDark() { ::RemoveWindowSubclass(control_, PaintedInTheDark, kPaintedWhenDark); }
+
+void PaintedWhenDark::Paint() const {
+  PAINTSTRUCT paint{};
+  HDC context = ::BeginPaint(control_, &paint);
+  painter_(context);
+  ::EndPaint(control_, &paint);
+}
+
+}  // namespace platform::win32

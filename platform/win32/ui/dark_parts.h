@@ -1,0 +1,31 @@
+#pragma once
+// How parts of the system's controls look where the program paints them because it is dark. Not when that is,
+// nor whole rows and buttons (row_painter.h, button_face.h).
+
+#include "platform/win32/base/handles.h"
+#include "platform/win32/ui/drawing.h"
+#include "platform/win32/ui/palette.h"
+#include "platform/win32/ui/scale.h"
+#include "ports/text.h"
+
+namespace platform::win32 {
+
+/// The edge of two pixels that the system gives a field or a list (WS_EX_CLIENTEDGE), outside of its inside;
+/// of another colour while the control has the keyboard.
+void PaintEdge(HWND control);
+
+void PaintCheckBox(HWND box, HDC context, const Text& caption, const Scale& scale);
+/// A slider that lies.
+void PaintSlider(HWND slider, HDC context);
+/// Without the field inside it, which is a window of its own.
+void PaintComboBox(HWND box, HDC context);
+/// The two arrows behind a field.
+void PaintArrows(HWND arrows, HDC context);
+
+enum class SortedBy { kNot, kUpwards, kDownwards };
+void PaintHeaderItem(HDC context, const tagRECT& area, const Text& caption, SortedBy sorted, PartState state,
+                     const Scale& scale);
+/// Behind the last of its items.
+void PaintHeaderRest(HWND header, HDC context);
+
+}  // namespace platform::win32
