@@ -5,6 +5,8 @@
 
 #include "platform/win32/base/windows_api.h"
 
+#include <uxtheme.h>
+
 #include <array>
 #include <vector>
 
@@ -76,10 +78,16 @@ TEST_F(Win32TextBindingsTest, GroundAroundAFieldsTextIsThatOfTheField) {
   Open();
   // The system's font leaves room around it in a larger field only.
   SetResolution(192);
+  // A theme may paint there, too.
+  ::SetWindowTheme(Of(field), L" ", L" ");
   const auto seen = [this](int from_edge) {
-    ::UpdateWindow(Of(field));
     HDC const context = ::GetWindowDC(Of(field));
     const int height = static_cast<int>(PlaceOf(Of(field)).bottom - PlaceOf(Of(field)).top);
+    const RECT strip{2, 2, 100, height - 2};
+    HBRUSH const red = ::CreateSolidBrush(RGB(255, 0, 0));
+    ::FillRect(context, &strip, red);
+    ::DeleteObject(red);
+    ::SendMessageW(Of(field), WM_NCPAINT, 1, 0);
     const COLORREF color = ::GetPixel(context, 20, from_edge < 0 ? height + from_edge : from_edge);
     ::ReleaseDC(Of(field), context);
     return color;

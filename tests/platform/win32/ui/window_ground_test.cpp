@@ -66,6 +66,7 @@ TEST_F(Win32WindowGroundTest, TitledFrameHasItsTitleInAGapOfItsBorder) {
     EXPECT_GE(painted.Count(side, is_line), 1) << side.left << ", " << side.top;
   EXPECT_EQ(TextOf(Of(frame)), u"MMMM");
   ::SetWindowTheme(Of(frame), L" ", L" ");
+  ::InvalidateRect(Of(frame), nullptr, TRUE);
   EXPECT_GE(Seen(Of(frame)).Count({100, 3, 101, 14}, is_line), 1) << "without a theme";
   frame.SetCaption(u"Genre");
   EXPECT_EQ(TextOf(Of(frame)), u"Genre");
