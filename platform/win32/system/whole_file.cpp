@@ -93,10 +93,13 @@ bool ReadToEnd(HANDLE file, std::size_t limit, std::string& bytes) {
   return true;
 }
 
-/// What the new file gets from the old one besides its rights.
+/// What the new file gets from the old one besides its rights. What its folder has given it stays.
 void KeepAttributes(HANDLE file, DWORD attributes) {
-  FILE_BASIC_INFO info{};
-  info.FileAttributes = (attributes & kKeptAttributes) | FILE_ATTRIBUTE_ARCHIVE;
+  FILE_BASIC_INFO made{};
+  if ((attributes & kKeptAttributes) == 0) return;
+  if (::GetFileInformationByHandleEx(file, FileBasicInfo, &made, sizeof made) == 0) return;
+  FILE_BASIC_INFO info{};  // times that are 0 are left alone
+  info.FileAttributes = made.FileAttributes | (attributes & kKeptAttributes);
   ::SetFileInformationByHandle(file, FileBasicInfo, &info, sizeof info);
 }
 
