@@ -171,6 +171,8 @@ Completion LibraryRequest::ReadBytes(std::size_t wanted, std::string& piece) {
   const BOOL done =
       ::InternetReadFile(request_, state_->piece.data(), static_cast<DWORD>(wanted), &state_->count);
   const std::uint32_t error = Await(Operation::kRead, done);
+  // Until it reports its end, the library may still be writing into both.
+  if (error != ERROR_SUCCESS) return {error, done != FALSE, 0};
   piece.assign(state_->piece.data(), std::min<std::size_t>(state_->count, wanted));
   return {error, done != FALSE, piece.size()};
 }
