@@ -7,12 +7,11 @@
 #include <algorithm>
 #include <atomic>
 #include <optional>
-#include <system_error>
-#include <thread>
 #include <utility>
 
 #include "platform/http/answer_header.h"
 #include "platform/http/live_answer.h"
+#include "platform/win32/base/detached_thread.h"
 
 namespace platform::win32 {
 namespace {
@@ -62,17 +61,11 @@ void KeepMessagesGoing() {
 std::shared_ptr<RequestObject> RequestObject::Start(const Text& class_name) {
   auto object = std::make_shared<RequestObject>();
   if (object->wake_ == nullptr) return nullptr;
-  if (++object_threads <= kMostThreads) {
-    try {
-      std::thread([object, class_name] {
-        object->Serve(class_name);
-        --object_threads;
-      }).detach();
-      return object;
-    } catch (const std::system_error&) {
-      // The system has no more of them.
-    }
-  }
+  const bool started = ++object_threads <= kMostThreads && StartDetached([object, class_name] {
+    object->Serve(class_name);
+    --object_threads;
+  });
+  if (started) return object;
   --object_threads;
   return nullptr;
 }

@@ -7,12 +7,11 @@
 #include <algorithm>
 #include <atomic>
 #include <optional>
-#include <system_error>
-#include <thread>
 #include <utility>
 #include <vector>
 
 #include "platform/http/address.h"
+#include "platform/win32/base/detached_thread.h"
 #include "platform/win32/internet/library_request.h"
 #include "platform/win32/internet/request_texts.h"
 #include "platform/win32/internet/stray_header.h"
@@ -153,19 +152,12 @@ void AllowManyConnections() {
 void StartRequestThread(const http::ExchangeOptions& options, std::shared_ptr<Reading> reading) {
   static const bool once = [] { return AllowManyConnections(), true; }();
   static_cast<void>(once);
-  std::shared_ptr<void> place = TakePlace();
-  if (place) {
-    try {
-      std::thread([options, reading, place = std::move(place)] {
-        const Outcome outcome = Request(options, reading, place).Run();
-        reading->End(outcome.failure, outcome.error);
-      }).detach();
-      return;
-    } catch (const std::system_error&) {
-      // The system has no more of them.
-    }
-  }
-  reading->End(InternetFailure::kOther);
+  const std::shared_ptr<void> place = TakePlace();
+  const bool started = place && StartDetached([options, reading, place] {
+                         const Outcome outcome = Request(options, reading, place).Run();
+                         reading->End(outcome.failure, outcome.error);
+                       });
+  if (!started) reading->End(InternetFailure::kOther);
 }
 
 }  // namespace platform::win32

@@ -8,12 +8,11 @@
 #include <cctype>
 #include <cstdlib>
 #include <span>
-#include <system_error>
-#include <thread>
 #include <utility>
 #include <vector>
 
 #include "platform/http/address.h"
+#include "platform/win32/base/detached_thread.h"
 #include "platform/win32/internet/request_texts.h"
 #include "platform/win32/internet/web_exchange.h"
 #include "platform/win32/media/icy_filter.h"
@@ -82,13 +81,9 @@ std::shared_ptr<HttpStream> HttpStream::Open(const Text& address, const Text& us
                                              std::chrono::milliseconds answer_limit) {
   auto stream = std::make_shared<HttpStream>();
   stream->buffer_ = std::move(buffer);
-  try {
-    std::thread([stream, address, user_agent, answer_limit] {
-      stream->Run(address, user_agent, answer_limit);
-    }).detach();
-  } catch (const std::system_error&) {
-    stream->End(PlaybackFailure::kOther, 0);
-  }
+  const bool started = StartDetached(
+      [stream, address, user_agent, answer_limit] { stream->Run(address, user_agent, answer_limit); });
+  if (!started) stream->End(PlaybackFailure::kOther, 0);
   return stream;
 }
 
