@@ -4,6 +4,8 @@
 
 #include <dwmapi.h>
 
+#include <utility>
+
 namespace platform::win32 {
 namespace {
 
@@ -61,6 +63,6 @@ Contrast UsersContrast() { return Asked().WantedContrast(); }
 
 void ColorTitleBar(HWND window) { Asked().ColorTitleBar(window, shown); }
 
-void ReplaceSystemMode(const SystemMode* mode) { asked = mode; }
+const SystemMode* ReplaceSystemMode(const SystemMode* mode) { return std::exchange(asked, mode); }
 
 }  // namespace platform::win32

@@ -29,13 +29,15 @@ class SystemMode {
 
 /// What all windows of the program are. With high contrast never dark: the user's own colours come first.
 [[nodiscard]] Brightness ShownBrightness();
-/// Asks the system again; to be called before a window is filled, and when the system reports other settings.
+/// Asks the system again; to be called before the first window is filled, and when the system reports other
+/// settings. Windows that are open follow only a report.
 void FollowWantedBrightness();
 /// What the user has asked the system for.
 [[nodiscard]] Contrast UsersContrast();
 void ColorTitleBar(HWND window);
 
-/// From now on this one is asked, which outlives its use; null: the system again. For tests.
-void ReplaceSystemMode(const SystemMode* mode);
+/// From now on this one is asked, which outlives its use; null: the system again. Returns what was asked
+/// before, null for the system. For tests.
+const SystemMode* ReplaceSystemMode(const SystemMode* mode);
 
 }  // namespace platform::win32

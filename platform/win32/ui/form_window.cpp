@@ -56,7 +56,8 @@ FormWindow::FormWindow(controls::Form& form, const app::Inventory& inventory, HW
       footer_(Footer(inventory)) {
   // Public reference: the documentation of RegisterShellHookWindow.
   shell_message_ = ::RegisterWindowMessageW(L"SHELLHOOK");
-  FollowWantedBrightness();
+  // A dialog is like its owner, which would not follow.
+  if (owner == nullptr) FollowWantedBrightness();
   FollowColors();
   set_ = std::make_unique<ControlSet>(inventory, Handle(),
                                       Surroundings{scale_, loop_, tool_tips_, tab_stops_}, icons);

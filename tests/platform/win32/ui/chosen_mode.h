@@ -11,16 +11,16 @@
 
 namespace platform::win32 {
 
-/// While it lives the system's settings are not asked.
+/// While it lives the system's settings are not asked; then what was chosen before is chosen again.
 class ChosenMode final : public SystemMode {
  public:
   explicit ChosenMode(Brightness brightness, Contrast high = Contrast::kUsual)
       : wanted(brightness), contrast(high) {
-    ReplaceSystemMode(this);
+    before_ = ReplaceSystemMode(this);
     FollowWantedBrightness();
   }
   ~ChosenMode() override {
-    ReplaceSystemMode(nullptr);
+    ReplaceSystemMode(before_);
     FollowWantedBrightness();
   }
   ChosenMode(const ChosenMode&) = delete;
@@ -39,6 +39,9 @@ class ChosenMode final : public SystemMode {
   Brightness wanted;
   Contrast contrast;
   mutable std::map<HWND, Brightness> title_bars;
+
+ private:
+  const SystemMode* before_ = nullptr;
 };
 
 /// The size of a window with its edge.

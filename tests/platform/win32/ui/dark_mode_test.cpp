@@ -4,6 +4,7 @@
 
 #include "platform/win32/base/windows_api.h"
 
+#include <dwmapi.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -12,8 +13,14 @@
 #include "app/forms/form2.h"
 #include "platform/win32/ui/dialogs.h"
 #include "platform/win32/ui/palette.h"
+#include "tests/platform/win32/replaced_import.h"
 #include "tests/platform/win32/ui/chosen_mode.h"
 #include "tests/platform/win32/ui/rig.h"
+
+// Where this program finds the system's function.
+extern "C" {
+extern decltype(&DwmSetWindowAttribute) __imp_DwmSetWindowAttribute;
+}
 
 namespace platform::win32 {
 namespace {
@@ -61,6 +68,8 @@ TEST(Win32DarkModeTest, UsersSettingIsReadAndWhereItIsMissingProgramsAreLight) {
 
 TEST(Win32DarkModeTest, SettingDecidesForTheProgramAndIsAskedOnlyWhenItIsReported) {
   const OwnRegistry registry;
+  const SystemMode system;
+  const SystemMode* const before = ReplaceSystemMode(&system);
   registry.Set(L"AppsUseLightTheme", 0);
   EXPECT_EQ(ShownBrightness(), Brightness::kLight);
   FollowWantedBrightness();
@@ -68,6 +77,7 @@ TEST(Win32DarkModeTest, SettingDecidesForTheProgramAndIsAskedOnlyWhenItIsReporte
   registry.Set(L"AppsUseLightTheme", 1);
   FollowWantedBrightness();
   EXPECT_EQ(ShownBrightness(), Brightness::kLight);
+  ReplaceSystemMode(before);
 }
 
 TEST(Win32DarkModeTest, WithHighContrastNothingIsDark) {
@@ -147,7 +157,7 @@ TEST_F(Win32DarkPaletteTest, WhatIsNoTextStandsOutToo) {
   }
 }
 
-TEST_F(Win32DarkPaletteTest, SelectionStripesAndButtonsCanBeTold) {
+TEST_F(Win32DarkPaletteTest, SelectionStripesAndButtonsCanBeToldApart) {
   const Ink selected = SelectionInk(SelectionOf::kListWithKeyboard, Contrast::kUsual);
   const Ink pale = SelectionInk(SelectionOf::kListWithoutKeyboard, Contrast::kUsual);
   EXPECT_GT(Between(stripe, field), 1.05);
@@ -187,6 +197,7 @@ class Win32DarkWindowTest : public Win32WindowTest {
   controls::Label label;
   controls::CommandButton button;
   controls::ListView list;
+  const SystemMode system;
 };
 
 TEST_F(Win32DarkWindowTest, OpensDarkWithADarkTitleBar) {
@@ -203,17 +214,67 @@ LRESULT CALLBACK WatchActivity(HWND top, UINT message, WPARAM w, LPARAM l, UINT_
   return ::DefSubclassProc(top, message, w, l);
 }
 
+struct TitleBarColor {
+  HWND window;
+  DWORD attribute;
+  BOOL dark;
+  bool operator==(const TitleBarColor&) const = default;
+};
+std::vector<TitleBarColor> colored;
+HRESULT coloring_result = S_OK;
+HRESULT WINAPI ColorAsAsked(HWND window, DWORD attribute, LPCVOID value, DWORD size) {
+  if (size == sizeof(BOOL)) colored.push_back({window, attribute, *static_cast<const BOOL*>(value)});
+  return coloring_result;
+}
+
+/// While it lives: what the system is asked for, which succeeds, and what the window is sent for it.
+class TitleBarRequests {
+ public:
+  explicit TitleBarRequests(HWND window) : window_(window) {
+    colored.clear();
+    coloring_result = S_OK;
+    activity.clear();
+    ::SetWindowSubclass(window_, WatchActivity, 9, 0);
+  }
+  ~TitleBarRequests() { ::RemoveWindowSubclass(window_, WatchActivity, 9); }
+  TitleBarRequests(const TitleBarRequests&) = delete;
+  TitleBarRequests& operator=(const TitleBarRequests&) = delete;
+
+ private:
+  HWND window_;
+  const test_support::ReplacedImport<decltype(&DwmSetWindowAttribute)> function_{__imp_DwmSetWindowAttribute,
+                                                                                 &ColorAsAsked};
+};
+
 TEST_F(Win32DarkWindowTest, TitleBarIsPaintedAgainAndStaysThatOfAnActiveWindow) {
   Open();
   ::SetActiveWindow(window->Handle());
-  ::SetWindowSubclass(window->Handle(), WatchActivity, 9, 0);
-  activity.clear();
-  const SystemMode system;
+  const TitleBarRequests requests(window->Handle());
   system.ColorTitleBar(window->Handle(), Brightness::kDark);
   system.ColorTitleBar(window->Handle(), Brightness::kLight);
-  ::RemoveWindowSubclass(window->Handle(), WatchActivity, 9);
+  EXPECT_EQ(colored, (std::vector{TitleBarColor{window->Handle(), 20, TRUE},
+                                  TitleBarColor{window->Handle(), 20, FALSE}}));
   EXPECT_EQ(::GetActiveWindow(), window->Handle());
-  for (std::size_t index = 0; index < activity.size(); ++index) EXPECT_EQ(activity[index], index % 2);
+  EXPECT_EQ(activity, (std::vector<WPARAM>{FALSE, TRUE, FALSE, TRUE}));
+}
+
+TEST_F(Win32DarkWindowTest, TitleBarOfASystemThatKnowsNoDarkOnesIsLeftAsItIs) {
+  Open();
+  ::SetActiveWindow(window->Handle());
+  const TitleBarRequests requests(window->Handle());
+  coloring_result = E_INVALIDARG;
+  system.ColorTitleBar(window->Handle(), Brightness::kDark);
+  EXPECT_EQ(colored.size(), 1U);
+  EXPECT_TRUE(activity.empty());
+}
+
+TEST_F(Win32DarkWindowTest, TitleBarThatIsNotYetSeenIsNotPaintedAgain) {
+  Open();
+  ::ShowWindow(window->Handle(), SW_HIDE);
+  const TitleBarRequests requests(window->Handle());
+  system.ColorTitleBar(window->Handle(), Brightness::kDark);
+  EXPECT_EQ(colored.size(), 1U);
+  EXPECT_TRUE(activity.empty());
 }
 
 TEST_F(Win32DarkWindowTest, LightTitleBarIsLeftToTheSystem) {
@@ -322,6 +383,26 @@ TEST_F(Win32DarkWindowTest, DialogAndItsOwnerFollowTogether) {
   RunNewStationDialog(form2, window->Handle(), icons, loop);
   EXPECT_TRUE(dark);
   EXPECT_EQ(mode.title_bars[window->Handle()], Brightness::kDark);
+}
+
+TEST_F(Win32DarkWindowTest, DialogIsLikeItsOwnerThatWasNotYetToldOfAnotherChoice) {
+  ChosenMode mode(Brightness::kLight);
+  Open();
+  app::Form2 form2;
+  bool light = false;
+  const Once look(
+      *this, [this] { return OpenDialog() != nullptr; },
+      [&] {
+        const Picture picture(OpenDialog());
+        light = !IsAllDark() && picture.At(12, picture.Height() - 12) == ::GetSysColor(COLOR_BTNFACE);
+        form2.form.Close();
+      });
+  mode.wanted = Brightness::kDark;
+  RunNewStationDialog(form2, window->Handle(), icons, loop);
+  EXPECT_TRUE(light);
+  EXPECT_TRUE(mode.title_bars.empty());
+  mode.Choose(Brightness::kDark, window->Handle());
+  EXPECT_TRUE(IsAllDark()) << "the report still comes";
 }
 
 }  // namespace

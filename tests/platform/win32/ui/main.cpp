@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <ole2.h>
 
+#include "tests/platform/win32/ui/chosen_mode.h"
+
 namespace {
 
 /// Wine confines the pointer, as for a maximised window, by a window of its desktop's process, which it names
@@ -17,6 +19,8 @@ int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   ForgetWinesPointerWindow();
   ::OleInitialize(nullptr);
+  // What the user of the machine has chosen decides nothing.
+  const platform::win32::ChosenMode light(platform::win32::Brightness::kLight);
   const int result = RUN_ALL_TESTS();
   ::OleUninitialize();
   return result;
