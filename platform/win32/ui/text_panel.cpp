@@ -155,8 +155,12 @@ void TextPanelBinding::Fit() {
     const SelectedFont font(context.Get(), GetScale().Get(FontOf(label_)));
     shows_all_ = LayOut(context.Get(), Paint::kNo);
   }
-  if (label_.ToolTip().empty()) Around().tool_tips.Show(Handle(), shows_all_ ? Text() : TextOf(Handle()));
+  Around().tool_tips.Show(Handle(), Tip());
   ::InvalidateRect(Handle(), nullptr, TRUE);
+}
+
+Text TextPanelBinding::Tip() const {
+  return label_.ToolTip().empty() && !shows_all_ ? TextOf(Handle()) : ControlBinding::Tip();
 }
 
 bool TextPanelBinding::LayOut(HDC context, Paint paint) const {

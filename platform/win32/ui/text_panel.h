@@ -25,6 +25,7 @@ class TextPanelBinding final : public ControlBinding {
 
  protected:
   void FollowWindow() override;
+  [[nodiscard]] Text Tip() const override;
 
  private:
   void Follow();

@@ -44,7 +44,7 @@ void ToolTips::FollowScale() {
 
 void ToolTips::FollowColors() {
   // With its theme the system's tooltip has the theme's colours whatever it is given.
-  if (!theme_.Follow()) return;
+  theme_.Follow();
   ::SendMessageW(tips_, TTM_SETTIPBKCOLOR, ShownColor(COLOR_INFOBK), 0);
   ::SendMessageW(tips_, TTM_SETTIPTEXTCOLOR, ShownColor(COLOR_INFOTEXT), 0);
 }

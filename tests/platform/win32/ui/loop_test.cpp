@@ -329,8 +329,14 @@ TEST_F(Win32LoopTest, TimerThatIsOnAlreadyTicksAndStopsWhenItIsToldTo) {
   inventory = {{"timer", &timer}};
   Open();
   EXPECT_TRUE(Until([&] { return ticks == 1; }));
-  ::Sleep(30);
-  loop.ProcessPendingMessages();
+  // Of two timers the system reports first the one that is due first.
+  controls::Timer later;
+  bool passed = false;
+  const auto pass = later.Ticked.Subscribe([&] { passed = true; });
+  const TimerBinding binding(later, window->Handle(), loop);
+  later.SetInterval(50);
+  later.SetEnabled(true);
+  EXPECT_TRUE(Until([&] { return passed; }));
   EXPECT_EQ(ticks, 1);
 }
 

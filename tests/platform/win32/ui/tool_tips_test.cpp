@@ -107,5 +107,47 @@ TEST_F(Win32ToolTipsTest, AreShownByTheMouseOverTheirControl) {
   EXPECT_EQ(tool.uFlags & (TTF_IDISHWND | TTF_SUBCLASS), static_cast<UINT>(TTF_IDISHWND | TTF_SUBCLASS));
 }
 
+int closed_tips = 0;
+LRESULT CALLBACK CountClosing(HWND tips, UINT message, WPARAM w, LPARAM l, UINT_PTR /*id*/,
+                              DWORD_PTR /*unused*/) {
+  if (message == TTM_POP || message == TTM_DELTOOLW) ++closed_tips;
+  return ::DefSubclassProc(tips, message, w, l);
+}
+
+class Win32CutTextTipTest : public Win32ToolTipsTest {
+ protected:
+  void SetUp() override {
+    label.SetLook(controls::LabelLook::kText);
+    label.SetCaption(text);
+    label.Move({0, 0, 1500, 300});
+    inventory = {{"label", &label}, {"button", &button, nullptr, {.hint = u"Ein Hinweis"}}};
+    Open();
+  }
+  const Text text = u"Ein Text, der so lang ist, dass er in seinem Platz nicht ganz zu sehen ist";
+  controls::Label label;
+};
+
+TEST_F(Win32CutTextTipTest, TipThatIsReadStaysWhileSomethingElseOfItsLabelChanges) {
+  ASSERT_EQ(window->HintOf(label), text);
+  ::SetWindowSubclass(Tips(), CountClosing, 9, 0);
+  closed_tips = 0;
+  label.SetEnabled(false);
+  label.SetEnabled(true);
+  label.Move({0, 300, 1500, 300});
+  EXPECT_EQ(closed_tips, 0);
+  EXPECT_EQ(window->HintOf(label), text);
+  label.SetCaption(u"Kurz");
+  EXPECT_GT(closed_tips, 0);
+  EXPECT_EQ(window->HintOf(label), u"");
+  ::RemoveWindowSubclass(Tips(), CountClosing, 9);
+}
+
+TEST_F(Win32CutTextTipTest, LabelsOwnTipComesFirst) {
+  label.SetToolTip(u"Mehr dazu");
+  EXPECT_EQ(window->HintOf(label), u"Mehr dazu");
+  label.SetToolTip(u"");
+  EXPECT_EQ(window->HintOf(label), text);
+}
+
 }  // namespace
 }  // namespace platform::win32
