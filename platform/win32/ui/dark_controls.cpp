@@ -3,6 +3,7 @@
 #include "platform/win32/base/windows_api.h"
 
 #include <uxtheme.h>
+#include <windowsx.h>
 
 #include <utility>
 
@@ -10,6 +11,7 @@ namespace platform::win32 {
 namespace {
 
 constexpr UINT_PTR kPaintedWhenDark = 4;
+constexpr UINT_PTR kPointedPart = 5;
 
 LRESULT CALLBACK PaintedInTheDark(HWND control, UINT message, WPARAM w, LPARAM l, UINT_PTR /*id*/,
                                   DWORD_PTR reference) {
@@ -27,6 +29,18 @@ LRESULT CALLBACK PaintedInTheDark(HWND control, UINT message, WPARAM w, LPARAM l
     default:
       return ::DefSubclassProc(control, message, w, l);
   }
+}
+
+LRESULT CALLBACK FollowPointer(HWND control, UINT message, WPARAM w, LPARAM l, UINT_PTR /*id*/,
+                               DWORD_PTR reference) {
+  auto& pointed = *reinterpret_cast<PointedPart*>(reference);
+  if (message == WM_MOUSEMOVE || message == WM_LBUTTONDOWN)
+    pointed.PointerMoved({GET_X_LPARAM(l), GET_Y_LPARAM(l)});
+  if (message == WM_MOUSELEAVE) pointed.PointerLeft();
+  const LRESULT handled = ::DefSubclassProc(control, message, w, l);
+  // Whether a part is pressed depends on them.
+  if (message == WM_LBUTTONDOWN || message == WM_CAPTURECHANGED) pointed.PaintAgain();
+  return handled;
 }
 
 }  // namespace
@@ -57,6 +71,29 @@ void PaintedWhenDark::Paint() const {
   HDC context = ::BeginPaint(control_, &paint);
   painter_(context);
   ::EndPaint(control_, &paint);
+}
+
+PointedPart::PointedPart(HWND control, PartAt part_at) : control_(control), part_at_(std::move(part_at)) {
+  ::SetWindowSubclass(control_, FollowPointer, kPointedPart, reinterpret_cast<DWORD_PTR>(this));
+}
+
+PointedPart::~PointedPart() { ::RemoveWindowSubclass(control_, FollowPointer, kPointedPart); }
+
+void PointedPart::PointerMoved(const tagPOINT& pointer) {
+  TRACKMOUSEEVENT leaving{};
+  leaving.cbSize = sizeof leaving;
+  leaving.dwFlags = TME_LEAVE;
+  leaving.hwndTrack = control_;
+  if (shown_ == 0) ::TrackMouseEvent(&leaving);
+  Show(part_at_(pointer));
+}
+
+void PointedPart::Show(int part) {
+  if (std::exchange(shown_, part) != part) PaintAgain();
+}
+
+void PointedPart::PaintAgain() const {
+  if (ShownBrightness() == Brightness::kDark) ::InvalidateRect(control_, nullptr, FALSE);
 }
 
 }  // namespace platform::win32

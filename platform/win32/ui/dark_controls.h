@@ -7,6 +7,8 @@
 #include "platform/win32/base/handles.h"
 #include "platform/win32/ui/dark_mode.h"
 
+struct tagPOINT;
+
 namespace platform::win32 {
 
 /// The theme of a control while the program is dark; while it is light the control has the system's.
@@ -43,6 +45,33 @@ class PaintedWhenDark {
  private:
   HWND control_;
   Painter painter_;
+};
+
+/// While the program is dark: has a control painted again when the pointer comes to one of its parts or
+/// leaves it, and when a part may have been pressed or released. It ends before the control.
+class PointedPart {
+ public:
+  /// Which of the control's parts is at a place inside it; 0 for none that looks different.
+  using PartAt = std::function<int(const tagPOINT&)>;
+  PointedPart(HWND control, PartAt part_at);
+  ~PointedPart();
+  PointedPart(const PointedPart&) = delete;
+  PointedPart& operator=(const PointedPart&) = delete;
+
+  /// The part that the pointer is on.
+  [[nodiscard]] int Get() const { return shown_; }
+
+  /// For the control's procedure.
+  void PointerMoved(const tagPOINT& pointer);
+  void PointerLeft() { Show(0); }
+  void PaintAgain() const;
+
+ private:
+  void Show(int part);
+
+  HWND control_;
+  PartAt part_at_;
+  int shown_ = 0;
 };
 
 }  // namespace platform::win32

@@ -44,14 +44,45 @@ PartState ButtonState(HWND button) {
   return (state & BST_HOT) != 0 ? PartState::kPointedAt : PartState::kUsual;
 }
 
-/// Of a part of a control that holds the mouse while a button is down on it.
-PartState StateByMouse(HWND control, const RECT& part) {
-  if (::IsWindowEnabled(control) == 0) return PartState::kDisabled;
-  POINT pointer{};
-  ::GetCursorPos(&pointer);
-  ::ScreenToClient(control, &pointer);
-  const bool inside = ::PtInRect(&part, pointer) != 0;
-  return inside && ::GetCapture() == control ? PartState::kPressed : PartState::kUsual;
+RECT HandleOf(HWND slider) {
+  RECT handle{};
+  ::SendMessageW(slider, TBM_GETTHUMBRECT, 0, reinterpret_cast<LPARAM>(&handle));
+  return handle;
+}
+
+/// A slider that is dragged keeps the mouse, wherever the pointer is.
+PartState StateOfHandle(HWND slider, int pointed) {
+  if (::IsWindowEnabled(slider) == 0) return PartState::kDisabled;
+  if (::GetCapture() == slider) return PartState::kPressed;
+  return pointed != 0 ? PartState::kPointedAt : PartState::kUsual;
+}
+
+/// An arrow is pressed only while the pointer is on it.
+PartState StateOfArrow(HWND arrows, int arrow, int pointed) {
+  if (::IsWindowEnabled(arrows) == 0) return PartState::kDisabled;
+  if (arrow != pointed) return PartState::kUsual;
+  return ::GetCapture() == arrows ? PartState::kPressed : PartState::kPointedAt;
+}
+
+COMBOBOXINFO ComboBoxPartsOf(HWND box) {
+  COMBOBOXINFO parts{};
+  parts.cbSize = sizeof parts;
+  ::GetComboBoxInfo(box, &parts);
+  return parts;
+}
+
+PartState StateOfButton(HWND box, int pointed) {
+  if (::IsWindowEnabled(box) == 0) return PartState::kDisabled;
+  if (::SendMessageW(box, CB_GETDROPPEDSTATE, 0, 0) != 0) return PartState::kPressed;
+  return pointed != 0 ? PartState::kPointedAt : PartState::kUsual;
+}
+
+/// Where the field is now, which paints itself.
+RECT FieldIn(HWND box, HWND field) {
+  RECT place{};
+  ::GetWindowRect(field, &place);
+  ::MapWindowPoints(nullptr, box, reinterpret_cast<POINT*>(&place), 2);
+  return place;
 }
 
 void PaintFace(HDC context, const RECT& area, const Face& face) {
@@ -95,34 +126,34 @@ void PaintCheckBox(HWND box, HDC context, const Text& caption, const Scale& scal
   DrawFocus(context, {left - 2, above, left + width + 2, static_cast<int>(all.bottom) - above});
 }
 
-void PaintSlider(HWND slider, HDC context) {
+int SliderPartAt(HWND slider, const tagPOINT& place) {
+  const RECT handle = HandleOf(slider);
+  return ::PtInRect(&handle, place) != 0 ? 1 : 0;
+}
+
+void PaintSlider(HWND slider, HDC context, int pointed) {
   const RECT all = InsideOf(slider);
   FillLikeParent(slider, context, all);
   RECT channel{};
   ::SendMessageW(slider, TBM_GETCHANNELRECT, 0, reinterpret_cast<LPARAM>(&channel));
   PaintFace(context, channel, {ShownColor(COLOR_WINDOW), ShownColor(COLOR_WINDOWFRAME), 0});
-  RECT handle{};
-  ::SendMessageW(slider, TBM_GETTHUMBRECT, 0, reinterpret_cast<LPARAM>(&handle));
-  const PartState state = StateByMouse(slider, all);
-  const int color = state == PartState::kDisabled  ? COLOR_GRAYTEXT
-                    : state == PartState::kPressed ? COLOR_WINDOWTEXT
-                                                   : COLOR_HOTLIGHT;
-  FillArea(context, handle, ShownColor(color));
+  FillArea(context, HandleOf(slider), HandleColor(StateOfHandle(slider, pointed)));
   if (ShowsFocus(slider)) DrawFocus(context, all);
 }
 
-void PaintComboBox(HWND box, HDC context) {
-  COMBOBOXINFO parts{};
-  parts.cbSize = sizeof parts;
-  ::GetComboBoxInfo(box, &parts);
+int ComboBoxPartAt(HWND box, const tagPOINT& place) {
+  return place.x >= ComboBoxPartsOf(box).rcButton.left ? 1 : 0;
+}
+
+void PaintComboBox(HWND box, HDC context, int pointed) {
+  const COMBOBOXINFO parts = ComboBoxPartsOf(box);
   const RECT all = InsideOf(box);
   const bool enabled = ::IsWindowEnabled(box) != 0;
   const bool used = ::GetFocus() == box || ::GetFocus() == parts.hwndItem;
-  const bool open = ::SendMessageW(box, CB_GETDROPPEDSTATE, 0, 0) != 0;
-  const PartState state = !enabled ? PartState::kDisabled : open ? PartState::kPressed : PartState::kUsual;
+  const PartState state = StateOfButton(box, pointed);
   ::SaveDC(context);
   if (parts.hwndItem != nullptr && parts.hwndItem != box) {
-    const RECT& field = parts.rcItem;
+    const RECT field = FieldIn(box, parts.hwndItem);
     ::ExcludeClipRect(context, field.left, field.top, field.right, field.bottom);
   }
   FillArea(context, all, ShownColor(enabled ? COLOR_WINDOW : COLOR_BTNFACE));
@@ -138,14 +169,20 @@ void PaintComboBox(HWND box, HDC context) {
   ::RestoreDC(context, -1);
 }
 
-void PaintArrows(HWND arrows, HDC context) {
+int ArrowAt(HWND arrows, const tagPOINT& place) {
+  const RECT all = InsideOf(arrows);
+  if (::PtInRect(&all, place) == 0) return 0;
+  return place.y < all.bottom / 2 ? 1 : 2;
+}
+
+void PaintArrows(HWND arrows, HDC context, int pointed) {
   const RECT all = InsideOf(arrows);
   FillLikeParent(arrows, context, all);
   const LONG middle = all.bottom / 2;
   for (const Pointing pointing : {Pointing::kUp, Pointing::kDown}) {
     const bool upper = pointing == Pointing::kUp;
     const RECT half{all.left, upper ? all.top : middle, all.right, upper ? middle + 1 : all.bottom};
-    const Face face = FaceOf(StateByMouse(arrows, half));
+    const Face face = FaceOf(StateOfArrow(arrows, upper ? 1 : 2, pointed));
     PaintFace(context, half, face);
     DrawArrow(context, pointing, AsPlace(half), face.text);
   }

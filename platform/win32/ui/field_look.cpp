@@ -2,6 +2,8 @@
 
 #include "platform/win32/base/windows_api.h"
 
+#include <windowsx.h>
+
 #include "platform/win32/base/wide.h"
 #include "platform/win32/ui/dark_parts.h"
 #include "platform/win32/ui/palette.h"
@@ -25,13 +27,21 @@ LRESULT CALLBACK CenteredText(HWND field, UINT message, WPARAM w, LPARAM l, UINT
                               DWORD_PTR reference) {
   const auto& look = *reinterpret_cast<const FieldLook*>(reference);
   const bool dark = ShownBrightness() == Brightness::kDark;
-  if (dark && message == WM_PAINT && ::IsWindowEnabled(field) == 0) {
+  const bool dark_disabled = dark && ::IsWindowEnabled(field) == 0;
+  if (dark_disabled && message == WM_PAINT) {
     look.PaintDisabled();
+    return 0;
+  }
+  if (dark_disabled && message == WM_PRINTCLIENT) {
+    look.PaintDisabled(reinterpret_cast<HDC>(w));
     return 0;
   }
   // There is nothing around a field of one line but its edge.
   const bool own_edge = dark && message == WM_NCPAINT;
   const LRESULT handled = own_edge ? 0 : ::DefSubclassProc(field, message, w, l);
+  // The system paints what these change at once, without asking for it.
+  const bool painted = message == WM_SETTEXT || message == EM_SETSEL || message == WM_KILLFOCUS;
+  if (dark_disabled && painted) ::InvalidateRect(field, nullptr, FALSE);
   switch (message) {
     case WM_NCCALCSIZE:
       // The first rectangle, in either of the message's forms.
@@ -99,18 +109,27 @@ void FieldLook::FillStrips() const {
 
 void FieldLook::PaintDisabled() const {
   PAINTSTRUCT paint{};
-  HDC context = ::BeginPaint(field_, &paint);
+  PaintDisabled(::BeginPaint(field_, &paint));
+  ::EndPaint(field_, &paint);
+}
+
+void FieldLook::PaintDisabled(HDC context) const {
   RECT all{};
   ::GetClientRect(field_, &all);
   ::FillRect(context, &all, ShownBrush(GroundOf(field_)));
   RECT room{};
   ::SendMessageW(field_, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&room));
+  const Text text = TextOf(field_);
+  if (text.empty()) return;
+  ::SaveDC(context);
+  ::IntersectClipRect(context, room.left, room.top, room.right, room.bottom);
+  // A long text may have been scrolled: then its beginning is left of the field.
+  room.left = GET_X_LPARAM(::SendMessageW(field_, EM_POSFROMCHAR, 0, 0));
   const SelectedFont font(context, scale_.Get(Scale::Font::kPlain));
   ::SetBkMode(context, TRANSPARENT);
   ::SetTextColor(context, ShownColor(COLOR_GRAYTEXT));
-  const Text text = TextOf(field_);
   ::DrawTextW(context, WideData(text), static_cast<int>(text.size()), &room, DT_SINGLELINE | DT_NOPREFIX);
-  ::EndPaint(field_, &paint);
+  ::RestoreDC(context, -1);
 }
 
 }  // namespace platform::win32

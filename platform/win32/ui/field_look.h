@@ -25,6 +25,7 @@ class FieldLook {
   [[nodiscard]] const Scale& GetScale() const { return scale_; }
   void PaintOutside() const;
   void PaintDisabled() const;
+  void PaintDisabled(HDC context) const;
 
  private:
   [[nodiscard]] bool HasEdge() const;

@@ -16,6 +16,8 @@ constexpr double kFaded = 0.35;
 constexpr double kPaleSelection = 0.3;
 /// Between two dark colours less of a difference is seen.
 constexpr double kPaleSelectionInTheDark = 0.55;
+/// How far a handle's colour is from its usual one towards that of one that is dragged.
+constexpr double kHandlePointedAt = 0.5;
 /// What usual texts have in the dark, where thin letters are harder to read (WCAG 2.1, criterion 1.4.6).
 constexpr double kContrastInTheDark = 7.0;
 constexpr front::Rgb kWarningOnLight{0xd0, 0x20, 0x20};
@@ -141,6 +143,22 @@ Face FaceOf(PartState state) {
       break;
   }
   return {ground(0.09), ShownColor(COLOR_WINDOWFRAME), text};
+}
+
+Color HandleColor(PartState state) {
+  const Color usual = ShownColor(COLOR_HOTLIGHT);
+  const Color pressed = ShownColor(COLOR_WINDOWTEXT);
+  switch (state) {
+    case PartState::kPointedAt:
+      return ToSystem(front::Mixed(FromSystem(usual), FromSystem(pressed), kHandlePointedAt));
+    case PartState::kPressed:
+      return pressed;
+    case PartState::kDisabled:
+      return ShownColor(COLOR_GRAYTEXT);
+    case PartState::kUsual:
+      break;
+  }
+  return usual;
 }
 
 }  // namespace platform::win32

@@ -45,5 +45,7 @@ struct Face {
   Color text;
 };
 [[nodiscard]] Face FaceOf(PartState state);
+/// Of what is dragged.
+[[nodiscard]] Color HandleColor(PartState state);
 
 }  // namespace platform::win32

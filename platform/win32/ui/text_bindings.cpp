@@ -77,7 +77,8 @@ UpDownBinding::UpDownBinding(controls::UpDownTextBox& box, HWND parent, const Su
           ::CreateWindowExW(0, UPDOWN_CLASSW, L"",
                             WS_CHILD | WS_CLIPSIBLINGS | UDS_SETBUDDYINT | UDS_ARROWKEYS | UDS_NOTHOUSANDS, 0,
                             0, 0, 0, parent, nullptr, ::GetModuleHandleW(nullptr), nullptr)) {
-  painted_.emplace(arrows_, [this](HDC context) { PaintArrows(arrows_, context); });
+  pointed_.emplace(arrows_, [this](const tagPOINT& pointer) { return ArrowAt(arrows_, pointer); });
+  painted_.emplace(arrows_, [this](HDC context) { PaintArrows(arrows_, context, pointed_->Get()); });
   ::SendMessageW(arrows_, UDM_SETRANGE32, controls::UpDownTextBox::kMinimum,
                  controls::UpDownTextBox::kMaximum);
   ::SendMessageW(arrows_, UDM_SETBUDDY, reinterpret_cast<WPARAM>(Handle()), 0);
@@ -86,6 +87,7 @@ UpDownBinding::UpDownBinding(controls::UpDownTextBox& box, HWND parent, const Su
 
 UpDownBinding::~UpDownBinding() {
   painted_.reset();
+  pointed_.reset();
   ::DestroyWindow(arrows_);
 }
 
@@ -115,7 +117,8 @@ ComboBoxBinding::ComboBoxBinding(controls::ComboBox& box, HWND parent, const Sur
                      ForKeyboard::kYes),
       box_(box),
       typed_(box),
-      painted_(Handle(), [this](HDC context) { PaintComboBox(Handle(), context); }) {
+      pointed_(Handle(), [this](const tagPOINT& pointer) { return ComboBoxPartAt(Handle(), pointer); }),
+      painted_(Handle(), [this](HDC context) { PaintComboBox(Handle(), context, pointed_.Get()); }) {
   ::SendMessageW(Handle(), CB_SETMINVISIBLE, kShownWithoutScrolling, 0);
   subscriptions_ += box.Changed.Subscribe([this] { Follow(); });
   COMBOBOXINFO parts{};
@@ -159,7 +162,12 @@ void ComboBoxBinding::FollowScale() {
 
 void ComboBoxBinding::FollowColors() {
   look_->FollowColors();
-  scroll_bar_->Follow();
+  if (!scroll_bar_->Follow()) return;
+  // An open list is no part of the window, and is not painted again with it.
+  COMBOBOXINFO parts{};
+  parts.cbSize = sizeof parts;
+  ::GetComboBoxInfo(Handle(), &parts);
+  ::RedrawWindow(parts.hwndList, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
 }
 
 void ComboBoxBinding::Notice(unsigned int code) {

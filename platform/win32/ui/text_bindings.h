@@ -52,6 +52,7 @@ class UpDownBinding final : public EditBinding {
  private:
   [[nodiscard]] int ArrowsWidth() const;
   HWND arrows_ = nullptr;
+  std::optional<PointedPart> pointed_;
   std::optional<PaintedWhenDark> painted_;
 };
 
@@ -77,6 +78,7 @@ class ComboBoxBinding final : public ControlBinding {
 
   controls::ComboBox& box_;
   front::TypedText typed_;
+  PointedPart pointed_;
   PaintedWhenDark painted_;
   // The system's own windows: the field inside the box, and the list that opens.
   std::optional<FieldLook> look_;

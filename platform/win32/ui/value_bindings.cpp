@@ -89,7 +89,8 @@ void ProgressBarBinding::Paint() const {
 ScrollBarBinding::ScrollBarBinding(controls::ScrollBar& bar, HWND parent, const Surroundings& around)
     : ControlBinding(bar, parent, around, {TRACKBAR_CLASSW, TBS_HORZ | TBS_BOTH | TBS_NOTICKS},
                      ForKeyboard::kYes),
-      bar_(bar) {
+      bar_(bar),
+      pointed_(Handle(), [this](const tagPOINT& pointer) { return SliderPartAt(Handle(), pointer); }) {
   subscriptions_ += bar.Changed.Subscribe([this] { Follow(); });
   FollowControl();
   Follow();
@@ -122,9 +123,18 @@ std::intptr_t ScrollBarBinding::Notice(tagNMHDR& notice) {
   const bool paints = notice.code == static_cast<UINT>(NM_CUSTOMDRAW);
   if (!paints || ShownBrightness() == Brightness::kLight) return CDRF_DODEFAULT;
   const auto& step = reinterpret_cast<const NMCUSTOMDRAW&>(notice);
-  if (step.dwDrawStage != CDDS_PREPAINT) return CDRF_DODEFAULT;
-  PaintSlider(Handle(), step.hdc);
-  return CDRF_SKIPDEFAULT;
+  switch (step.dwDrawStage) {
+    case CDDS_PREPAINT:
+      return CDRF_NOTIFYITEMDRAW | CDRF_NOTIFYPOSTPAINT;
+    case CDDS_ITEMPREPAINT:
+      // By the system's documentation a slider's parts can be left out, but not the whole of it.
+      return CDRF_SKIPDEFAULT;
+    case CDDS_POSTPAINT:
+      PaintSlider(Handle(), step.hdc, pointed_.Get());
+      return CDRF_DODEFAULT;
+    default:
+      return CDRF_DODEFAULT;
+  }
 }
 
 void ScrollBarBinding::Follow() {

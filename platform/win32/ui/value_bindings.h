@@ -3,6 +3,7 @@
 
 #include "controls/value_controls.h"
 #include "platform/win32/ui/control_binding.h"
+#include "platform/win32/ui/dark_controls.h"
 #include "platform/win32/ui/dark_mode.h"
 #include "platform/win32/ui/icons.h"
 
@@ -48,6 +49,7 @@ class ScrollBarBinding final : public ControlBinding {
   int values_to_come_ = 0;
   bool dragging_ = false;
   Brightness shown_ = ShownBrightness();
+  PointedPart pointed_;
 };
 
 class ImageBinding final : public ControlBinding {

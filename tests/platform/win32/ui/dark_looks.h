@@ -24,6 +24,12 @@ class Win32DarkLooksTest : public Win32WindowTest {
     Open();
     ::SetFocus(nullptr);
     loop.ProcessPendingMessages();
+    // The pointer may still have been reported where it was in the window of the test before.
+    ::EnumChildWindows(window->Handle(), EndPointing, 0);
+  }
+  static BOOL CALLBACK EndPointing(HWND control, LPARAM /*unused*/) {
+    ::SendMessageW(control, WM_MOUSELEAVE, 0, 0);
+    return TRUE;
   }
   /// A letter is light, and most of what is around it is not.
   static void ExpectLightOnDark(const Picture& picture, const std::string& what) {

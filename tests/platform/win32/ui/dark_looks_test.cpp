@@ -188,7 +188,7 @@ TEST_F(Win32DarkLooksTest, ComboBoxAndItsListAreDark) {
   const Picture list(parts.hwndList);
   EXPECT_GT(list.Count(Is(COLOR_WINDOW)), list.Width() * list.Height() / 3);
   EXPECT_GT(list.Count(Is(COLOR_WINDOWTEXT)), 20) << "the entries that are not selected";
-  EXPECT_EQ(list.Count([](COLORREF one) { return one == RGB(0, 0, 0); }) < list.Width() * 5, true);
+  EXPECT_LT(list.Count([](COLORREF one) { return one == RGB(0, 0, 0); }), list.Width() * 5);
   ::SendMessageW(Of(combo), CB_SHOWDROPDOWN, FALSE, 0);
   ::SetFocus(nullptr);
   ::UpdateWindow(Of(combo));
@@ -299,6 +299,29 @@ TEST_F(Win32DarkLooksTest, TooltipsHaveColoursThatNoThemeReplaces) {
   mode.Choose(Brightness::kLight, window->Handle());
   EXPECT_EQ(ground(), ::GetSysColor(COLOR_INFOBK));
   EXPECT_EQ(text(), ::GetSysColor(COLOR_INFOTEXT));
+}
+
+TEST_F(Win32DarkLooksTest, TooltipThatWasThereBeforeHasTheColoursThatAreShownNow) {
+  controls::CommandButton button;
+  button.SetToolTip(u"Ein Hinweis");
+  mode.wanted = Brightness::kLight;
+  FollowWantedBrightness();
+  Show({{"button", &button}});
+  HWND const tips = OwnTips(window->Handle());
+  const auto expect_shown = [tips] {
+    EXPECT_EQ(static_cast<Color>(::SendMessageW(tips, TTM_GETTIPBKCOLOR, 0, 0)), ShownColor(COLOR_INFOBK));
+    EXPECT_EQ(static_cast<Color>(::SendMessageW(tips, TTM_GETTIPTEXTCOLOR, 0, 0)),
+              ShownColor(COLOR_INFOTEXT));
+  };
+  for (const Brightness brightness : {Brightness::kDark, Brightness::kLight}) {
+    mode.Choose(brightness, window->Handle());
+    expect_shown();
+    // Other colours of the same brightness, as from one contrast theme to another.
+    ::SendMessageW(tips, TTM_SETTIPBKCOLOR, RGB(1, 2, 3), 0);
+    ::SendMessageW(tips, TTM_SETTIPTEXTCOLOR, RGB(4, 5, 6), 0);
+    ::SendMessageW(window->Handle(), WM_SYSCOLORCHANGE, 0, 0);
+    expect_shown();
+  }
 }
 
 TEST_F(Win32DarkLooksTest, ControlsHaveTheSystemsThemeAgainWhenItIsLight) {
