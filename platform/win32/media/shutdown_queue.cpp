@@ -39,6 +39,8 @@ void ShutdownQueue::Add(const std::shared_ptr<SessionWatch>& session) { Of(sessi
 
 void ShutdownQueue::Add(const std::shared_ptr<SessionWatch>& session, const ComView& object) {
   Closing& closing = Of(session);
+  // The other of the two may be added next, and the session comes first.
+  closing.rests_from = Clock::now();
   (object.interface_id == Interface::kMediaSource ? closing.sources : closing.sessions).push_back(object);
 }
 

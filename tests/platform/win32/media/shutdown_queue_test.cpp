@@ -78,6 +78,25 @@ TEST_F(ClosingSession, IsShutDownOnceItHasRestedForAMoment) {
   EXPECT_EQ(notes.order, "session source ");
 }
 
+// The caller shuts the source down first, and what it does before it shuts the session down may be a step.
+TEST_F(ClosingSession, IsShutDownBeforeItsSourceHoweverLateTheyAreAdded) {
+  queue.Add(watch);
+  watch->Closed();
+  const auto late = *watch->ClosedAt() + 1h;
+  queue.Step(late);
+  auto before = ShutdownQueue::Clock::now();
+  for (; before < *watch->ClosedAt() + ShutdownQueue::kRest; before = ShutdownQueue::Clock::now())
+    std::this_thread::sleep_for(1ms);
+  queue.Add(watch, {ComPointer<::IUnknown>(source.Reference()), Interface::kMediaSource});
+  queue.Step(before);
+  EXPECT_EQ(notes.order, "");
+  queue.Add(watch, {ComPointer<::IUnknown>(session.Reference()), Interface::kMediaSession});
+  queue.Step(before);
+  EXPECT_EQ(notes.order, "");
+  EXPECT_TRUE(queue.Finish(0ms));
+  EXPECT_EQ(notes.order, "session source ");
+}
+
 TEST_F(ClosingSession, IsShutDownOnTheThreadThatAsks) {
   AddBoth();
   std::thread([this] { watch->Closed(); }).join();
