@@ -105,7 +105,8 @@ bool SessionWatch::WaitClosed(std::chrono::milliseconds limit) {
 
 void SessionWatch::Broken(HResult result) {
   const Lock lock(mutex_);
-  if (!news_.broken) news_.broken = result;
+  const bool tells_more = news_.broken && IsDeviceFailure(result) && !IsDeviceFailure(*news_.broken);
+  if (!news_.broken || tells_more) news_.broken = result;
 }
 
 void SessionWatch::Buffering(bool waits) {

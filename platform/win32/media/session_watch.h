@@ -30,7 +30,8 @@ class SessionWatch {
   /// False when it does not close in that time.
   bool WaitClosed(std::chrono::milliseconds limit);
 
-  // What the session reports.
+  // What the session reports. The first failure is the cause, but a lost device before any other: a renderer
+  // that ends may report something general first.
   void Broken(HResult result);
   void Ended();
   void Closed();

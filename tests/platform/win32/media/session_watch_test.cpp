@@ -34,6 +34,18 @@ TEST(SessionWatch, TheFirstFailureIsTheCause) {
   EXPECT_EQ(watch.Take().broken, kEFail);
 }
 
+// A renderer that ends may report something general first, or last.
+TEST(SessionWatch, ALostDeviceIsTheCauseInAnyOrder) {
+  SessionWatch watch;
+  watch.Broken(kEFail);
+  watch.Broken(kAudioDeviceInvalidated);
+  watch.Broken(kMfEAudioPlaybackDeviceInvalidated);
+  EXPECT_EQ(watch.Take().broken, kAudioDeviceInvalidated);
+  watch.Broken(kAudioDeviceInvalidated);
+  watch.Broken(kEFail);
+  EXPECT_EQ(watch.Take().broken, kAudioDeviceInvalidated);
+}
+
 TEST(SessionWatch, KnowsWhenItClosed) {
   SessionWatch watch;
   EXPECT_FALSE(watch.ClosedAt());
