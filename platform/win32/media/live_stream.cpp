@@ -106,6 +106,24 @@ void LiveStream::EndReads() {
   buffer_->EndReads();
 }
 
+void LiveStream::EndReadsIn(std::chrono::milliseconds time) {
+  {
+    const Lock lock(mutex_);
+    reads_end_at_ = Clock::now() + time;
+  }
+  changed_.notify_all();
+}
+
+void LiveStream::EndReadsWhenDue(Lock& lock) {
+  if (!reads_end_at_ || Clock::now() < *reads_end_at_) return;
+  reads_end_at_.reset();
+  ended_ = true;
+  // Reads that waited are answered in it.
+  lock.unlock();
+  buffer_->EndReads();
+  lock.lock();
+}
+
 void LiveStream::ResumeReads() {
   {
     const Lock lock(mutex_);
@@ -138,8 +156,12 @@ bool LiveStream::MayTry() const {
 }
 
 void LiveStream::WaitForTurn(Lock& lock) {
-  if (ended_ || paused_) {
+  if (ended_ || (paused_ && !reads_end_at_)) {
     changed_.wait(lock);
+    return;
+  }
+  if (paused_) {
+    changed_.wait_until(lock, *reads_end_at_);
     return;
   }
   changed_.wait_until(lock, std::min(schedule_.NextAttempt(), Clock::now() + kLook));
@@ -149,6 +171,8 @@ void LiveStream::WaitForTurn(Lock& lock) {
 void LiveStream::Supervise() {
   Lock lock(mutex_);
   while (!stopping_) {
+    EndReadsWhenDue(lock);
+    if (stopping_) return;
     if (!MayTry()) {
       WaitForTurn(lock);
     } else if (!Connect(lock)) {
@@ -193,6 +217,7 @@ void LiveStream::NoteEnd(const HttpStream& connection, std::optional<Clock::time
 
 void LiveStream::Follow(const HttpStream& connection, Lock& lock) {
   while (!stopping_ && !ended_ && !page_) {
+    EndReadsWhenDue(lock);
     const bool over = connection.Over();
     if (!connected_at_ && connection.Answer()) Judge(connection);
     WatchSound(lock);

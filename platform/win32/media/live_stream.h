@@ -55,6 +55,8 @@ class LiveStream {
   [[nodiscard]] const std::shared_ptr<StreamBuffer>& Buffer() const { return buffer_; }
   /// Disconnects; every read is answered with nothing.
   void EndReads();
+  /// EndReads in that time, also when nobody asks any more.
+  void EndReadsIn(std::chrono::milliseconds time);
   /// After EndReads: connects again and begins at position 0.
   void ResumeReads();
   /// The player was started, or paused: then it is not connected again.
@@ -73,6 +75,7 @@ class LiveStream {
   void NoteEnd(const HttpStream& connection, std::optional<Clock::time_point> sound_since);
   [[nodiscard]] bool MayTry() const;
   void WaitForTurn(Lock& lock);
+  void EndReadsWhenDue(Lock& lock);
 
   const Text address_;
   const LiveStreamOptions options_;
@@ -89,6 +92,7 @@ class LiveStream {
   bool sound_called_text_ = false;
   bool ended_ = false;  ///< nobody reads any more, until ResumeReads
   bool paused_ = false;
+  std::optional<Clock::time_point> reads_end_at_;
   bool stopping_ = false;
   std::optional<Clock::time_point> connected_at_;  ///< of a connection that has brought sound
   live::ReconnectSchedule schedule_;

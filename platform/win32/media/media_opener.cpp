@@ -11,6 +11,7 @@
 #include "platform/win32/media/byte_stream.h"
 #include "platform/win32/media/media_address.h"
 #include "platform/win32/media/media_results.h"
+#include "platform/win32/media/shutdown_queue.h"
 
 namespace platform::win32 {
 namespace {
@@ -147,6 +148,7 @@ void MediaOpener::ResumeReads() {
 
 std::function<void()> MediaOpener::LeaveReads() {
   if (!live_) return nullptr;
+  live_->EndReadsIn(ShutdownQueue::kReadsEnd);
   return [left = std::shared_ptr<LiveStream>(std::move(live_))] { left->EndReads(); };
 }
 

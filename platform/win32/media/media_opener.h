@@ -61,7 +61,8 @@ class MediaOpener {
   /// Ends reads that wait for a server, before what waits for them is ended.
   void EndReads();
   void ResumeReads();
-  /// What it reads continues without it until the result, which may be empty, is called or dropped.
+  /// What it reads continues without it until the result, which may be empty, is called or dropped, but no
+  /// longer than ShutdownQueue::kReadsEnd.
   std::function<void()> LeaveReads();
   /// The session was started, or paused.
   void Playing();

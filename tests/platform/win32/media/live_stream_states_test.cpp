@@ -8,6 +8,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <thread>
 
 #include "platform/live/reconnect_schedule.h"
 #include "platform/win32/media/live_stream.h"
@@ -85,7 +86,10 @@ TEST_F(LiveStreamStates, DoesNotRunDryWhilePaused) {
   stream->Paused();
   // Longer than its sound.
   const auto end = std::chrono::steady_clock::now() + 700ms;
-  while (std::chrono::steady_clock::now() < end) ASSERT_EQ(stream->Status().state, PlaybackState::kPlaying);
+  while (std::chrono::steady_clock::now() < end) {
+    ASSERT_EQ(stream->Status().state, PlaybackState::kPlaying);
+    std::this_thread::sleep_for(10ms);
+  }
   stream->Playing();
   EXPECT_TRUE(Is(PlaybackState::kBuffering));
 }
@@ -171,6 +175,33 @@ TEST_F(LiveStreamStates, DuringAnAttemptTheNextIsNotWaitedFor) {
   ASSERT_TRUE(WasAskedFor("/fades", 2));
   EXPECT_EQ(stream->Status().http_status, 404);
   EXPECT_EQ(stream->Status().seconds_to_next_try, 0);
+}
+
+// Nobody asks it for anything then.
+TEST_F(LiveStreamStates, EndsItsReadsByItself) {
+  Open("/stream");
+  ASSERT_TRUE(WaitUntil([this] { return stream->Decided(); }));
+  std::promise<std::size_t> answered;
+  stream->Buffer()->Read(10'000'000, std::as_writable_bytes(std::span(piece)),
+                         [&answered](std::size_t count) { answered.set_value(count); });
+  stream->EndReadsIn(1ms);
+  auto answer = answered.get_future();
+  ASSERT_EQ(answer.wait_for(30s), std::future_status::ready);
+  EXPECT_EQ(answer.get(), 0u);
+  EXPECT_TRUE(Disconnected());
+}
+
+TEST_F(LiveStreamStates, EndsItsReadsByItselfWhilePaused) {
+  Open("/cut");
+  stream->Paused();
+  ASSERT_TRUE(WaitUntil([this] { return stream->Failure() == PlaybackFailure::kConnectionLost; }));
+  std::promise<std::size_t> answered;
+  stream->Buffer()->Read(10'000'000, std::as_writable_bytes(std::span(piece)),
+                         [&answered](std::size_t count) { answered.set_value(count); });
+  stream->EndReadsIn(1ms);
+  auto answer = answered.get_future();
+  ASSERT_EQ(answer.wait_for(30s), std::future_status::ready);
+  EXPECT_EQ(answer.get(), 0u);
 }
 
 TEST_F(LiveStreamStates, AnswersItsReadsInTheEnd) {
