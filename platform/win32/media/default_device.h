@@ -4,7 +4,7 @@
 namespace platform::win32 {
 
 /// Asks for the default device and opens it for a moment, without playing: a system may name a device that is
-/// gone. The caller's thread has initialised COM.
+/// gone. May take seconds. The caller's thread has initialised COM.
 bool DefaultDeviceTakesSound();
 
 }  // namespace platform::win32

@@ -1,5 +1,7 @@
 #include "platform/win32/media/device_wait.h"
 
+#include <algorithm>
+
 namespace platform::win32 {
 
 void DeviceWait::Started(Clock::time_point now) { steady_from_ = now + kSteady; }
@@ -15,8 +17,9 @@ void DeviceWait::FoundNone(Clock::time_point now) {
 }
 
 bool DeviceWait::Found(Clock::time_point now) {
-  next_look_ = now + kLook;
-  return now >= next_try_;
+  const bool may_try = now >= next_try_;
+  next_look_ = may_try ? now + kLook : std::min(now + kRareLook, next_try_);
+  return may_try;
 }
 
 }  // namespace platform::win32

@@ -7,11 +7,13 @@
 namespace platform::win32 {
 
 /// A second after each look. A device that takes sound, loses it again soon and is there all the while is
-/// most likely a driver that fails: every attempt with it connects to the station, so they are rare.
+/// most likely a driver that fails: every attempt with it connects to the station, so they are rare, and so
+/// are the looks at it, which open it.
 class DeviceWait {
  public:
   using Clock = std::chrono::steady_clock;
   static constexpr Clock::duration kLook = std::chrono::seconds(1);
+  static constexpr Clock::duration kRareLook = std::chrono::seconds(10);
   static constexpr Clock::duration kRareTry = std::chrono::seconds(30);
   /// Whoever has played for this long has a device that works.
   static constexpr Clock::duration kSteady = std::chrono::seconds(10);

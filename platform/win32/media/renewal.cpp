@@ -10,7 +10,6 @@
 #include <string>
 #include <utility>
 
-#include "platform/win32/media/default_device.h"
 #include "platform/win32/media/media_library.h"
 #include "platform/win32/media/media_results.h"
 #include "platform/win32/media/operation_shapes.h"
@@ -78,13 +77,17 @@ void Renewal::Continue() { loss_ == Loss::kDevice ? AwaitDevice() : ConnectAnew(
 
 void Renewal::AwaitDevice() {
   phase_ = Phase::kNoDevice;
+  // It was about another time.
+  device_search_.Forget();
   clock_state_ = ClockState::kRunning;
   since_.Run(Clock::now());
 }
 
 void Renewal::LookForDevice() {
-  if (!device_wait_.IsDue(Clock::now())) return;
-  if (!DefaultDeviceTakesSound()) return device_wait_.FoundNone(Clock::now());
+  const std::optional<bool> found = device_search_.Take();
+  if (!found && device_wait_.IsDue(Clock::now())) device_search_.Begin();
+  if (!found) return;
+  if (!*found) return device_wait_.FoundNone(Clock::now());
   if (!device_wait_.Found(Clock::now())) return;
   options_.log("There is a sound device again.");
   ConnectAnew();

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "platform/live/reconnect_schedule.h"
+#include "platform/win32/media/device_search.h"
 #include "platform/win32/media/device_wait.h"
 #include "platform/win32/media/handle_table.h"
 #include "platform/win32/media/media_opener.h"
@@ -30,6 +31,7 @@ struct RenewalOptions {
   std::chrono::milliseconds deadline;
   /// Receives a line for each step.
   std::function<void(const std::string&)> log;
+  DeviceSearch::Look look_for_device;
 };
 
 /// All members belong to the user-interface thread and do not wait. Meanwhile the clock runs for the caller,
@@ -118,6 +120,7 @@ class Renewal {
   Loss loss_ = Loss::kStation;   ///< the latest one
   HResult list_means_ = kEFail;  ///< why a station is given up whose address brings a list
   DeviceWait device_wait_;
+  DeviceSearch device_search_{options_.look_for_device};
   std::optional<BegunOpening> opening_;
   Clock::time_point opening_ends_{};
   Clock::time_point start_ends_{};

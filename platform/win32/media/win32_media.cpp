@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "platform/win32/media/com_calls.h"
+#include "platform/win32/media/default_device.h"
 #include "platform/win32/media/handle_table.h"
 #include "platform/win32/media/media_library.h"
 #include "platform/win32/media/media_opener.h"
@@ -51,6 +52,10 @@ void WriteLog(const std::string& line) {
   const std::string written = "sound: " + line + "\n";
   std::fputs(written.c_str(), stderr);
   OutputDebugStringA(written.c_str());
+}
+
+DeviceSearch::Look LookOf(const Win32MediaOptions& options) {
+  return options.look_for_device ? options.look_for_device : &DefaultDeviceTakesSound;
 }
 
 template <typename... Arguments>
@@ -93,9 +98,11 @@ struct Win32Media::Impl {
   HandleTable table;
   ComCalls calls{table};
   ShutdownQueue shutdowns;
-  Renewal renewal{table, opener, *notes, shutdowns, {options.open_deadline, [this](const std::string& line) {
-                                                       Log(line);
-                                                     }}};
+  Renewal renewal{table,
+                  opener,
+                  *notes,
+                  shutdowns,
+                  {options.open_deadline, [this](const std::string& line) { Log(line); }, LookOf(options)}};
   std::set<InterfaceHandle> running;  ///< sessions that were not shut down
   std::map<std::uint32_t, ComPointer<::IStream>> streams;
   std::uint32_t last_stream = 0;

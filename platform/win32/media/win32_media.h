@@ -34,6 +34,8 @@ struct Win32MediaOptions {
   Text user_agent = u"Funkhausplayer";
   /// What opens an address first; none is the system's resolver.
   std::shared_ptr<AddressReader> reader = nullptr;
+  /// Whether a device takes sound; called on another thread, and may take long. Empty asks the system.
+  std::function<bool()> look_for_device;
   /// Receives one line per event worth knowing; empty writes to the standard error stream and to whoever
   /// listens to the system's debugging messages. Called on the user-interface thread.
   std::function<void(const std::string&)> log;

@@ -38,6 +38,20 @@ TEST(DeviceWait, TriesADeviceRarelyThatFailsSoonAndIsThereAllTheWhile) {
   EXPECT_TRUE(wait.Found(kStart + 39999ms));
 }
 
+TEST(DeviceWait, LooksRarelyAtADeviceThatIsNotToBeTriedYet) {
+  DeviceWait wait;
+  wait.Started(kStart);
+  wait.Lost(kStart + 5s);
+  EXPECT_TRUE(wait.IsDue(kStart + 6s));
+  EXPECT_FALSE(wait.Found(kStart + 6s));
+  EXPECT_FALSE(wait.IsDue(kStart + 15999ms));
+  EXPECT_TRUE(wait.IsDue(kStart + 16s));
+  EXPECT_FALSE(wait.Found(kStart + 26s));
+  EXPECT_FALSE(wait.IsDue(kStart + 34999ms));
+  EXPECT_TRUE(wait.IsDue(kStart + 35s));
+  EXPECT_TRUE(wait.Found(kStart + 35s));
+}
+
 TEST(DeviceWait, TriesADeviceThatWasAwayAsSoonAsItIsBack) {
   DeviceWait wait;
   wait.Started(kStart);

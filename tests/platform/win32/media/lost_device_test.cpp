@@ -5,12 +5,15 @@
 #include <gtest/gtest.h>
 #include <mfidl.h>
 
+#include <atomic>
 #include <chrono>
 #include <functional>
+#include <future>
 #include <thread>
 #include <utility>
 
 #include "platform/win32/media/default_device.h"
+#include "platform/win32/media/device_wait.h"
 #include "platform/win32/media/media_results.h"
 #include "ports/media_interfaces.h"
 #include "tests/platform/win32/media/made_sessions.h"
@@ -237,10 +240,59 @@ TEST_F(LostDevice, IsTriedAtOnceByAStart) {
   fails_at_once = false;
   player->StopMedia();
   ASSERT_TRUE(player->PlayMedia());
-  static_cast<void>(media->Status());
-  EXPECT_EQ(media->Status().state, PlaybackState::kReconnecting);
+  const auto started = DeviceWait::Clock::now();
   EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
+  // It would come by itself later.
+  EXPECT_LT(DeviceWait::Clock::now() - started, DeviceWait::kRareTry / 2);
   EXPECT_TRUE(HeardAgain());
+}
+
+/// The system does not answer whether there is a device, until the test has ended.
+struct DeviceThatIsAskedFor : LostDevice {
+  void SetUp() override {
+    options.look_for_device = [this] {
+      ++looks;
+      answer.wait();
+      ++answered;
+      return true;
+    };
+    LostDevice::SetUp();
+    Play("/stream");
+    Report(MEError, kAudioDeviceInvalidated);
+    ASSERT_TRUE(WaitPolling([this] { return looks == 1; }));
+  }
+  void TearDown() override {
+    if (answered == 0) give.set_value();
+    EXPECT_TRUE(WaitUntil([this] { return answered == looks; }));
+    LostDevice::TearDown();
+  }
+  std::promise<void> give;
+  const std::shared_future<void> answer = give.get_future().share();
+  std::atomic<int> looks = 0;
+  std::atomic<int> answered = 0;
+};
+
+TEST_F(DeviceThatIsAskedFor, IsAskedForOnceAtATime) {
+  StaysWithoutDevice(2);
+  EXPECT_EQ(looks, 1);
+}
+
+TEST_F(DeviceThatIsAskedFor, KeepsNoStopWaiting) {
+  player->StopMedia();
+  EXPECT_EQ(media->Status().state, PlaybackState::kStopped);
+  give.set_value();
+  EXPECT_TRUE(WaitUntil([this] { return answered == 1; }));
+  EXPECT_EQ(media->Status().state, PlaybackState::kStopped);
+  EXPECT_EQ(sessions.Count(), 1u);
+  EXPECT_TRUE(Disconnected());
+  ASSERT_TRUE(player->PlayMedia());
+  EXPECT_TRUE(Becomes(PlaybackState::kPlaying));
+  EXPECT_EQ(looks, 2);
+}
+
+TEST_F(DeviceThatIsAskedFor, KeepsNoEndWaiting) {
+  EndPlayer();
+  EXPECT_EQ(answered, 0);
 }
 
 TEST_F(LostDevice, MayBeReplacedByAnotherItemMeanwhile) {

@@ -180,7 +180,8 @@ struct RenewalRig {
   MediaOpenerOptions opener_options{std::chrono::seconds(10), {std::chrono::seconds(15), u"test"}, nullptr};
   std::optional<MediaOpener> opener{std::in_place, message_loop, opener_options, notes};
   RenewalOptions renewal_options{std::chrono::seconds(10),
-                                 [this](const std::string& line) { steps.push_back(line); }};
+                                 [this](const std::string& line) { steps.push_back(line); },
+                                 [] { return false; }};
   std::optional<Renewal> renewal{std::in_place, table, *opener, *notes, shutdowns, renewal_options};
 };
 
