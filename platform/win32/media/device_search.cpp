@@ -4,24 +4,20 @@
 
 #include <objbase.h>
 
-#include <system_error>
-#include <thread>
+#include "platform/win32/base/detached_thread.h"
 
 namespace platform::win32 {
 
 void DeviceSearch::Begin() {
   if (state_) return;
   const auto state = std::make_shared<State>();
-  try {
-    std::thread([state, look = look_] {
-      const bool mine = SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED));
-      const bool found = look();
-      if (mine) CoUninitialize();
-      state->stage = found ? Stage::kFound : Stage::kFoundNone;
-    }).detach();
-  } catch (const std::system_error&) {
-    state->stage = Stage::kFoundNone;
-  }
+  const bool started = StartDetached([state, look = look_] {
+    const bool mine = SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED));
+    const bool found = look();
+    if (mine) CoUninitialize();
+    state->stage = found ? Stage::kFound : Stage::kFoundNone;
+  });
+  if (!started) state->stage = Stage::kFoundNone;
   state_ = state;
   unwanted_ = false;
 }
