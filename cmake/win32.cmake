@@ -17,7 +17,7 @@ target_compile_options(funkhaus_options INTERFACE -Wno-restrict)
 
 funkhaus_win32_room(base)
 # Windows 10, and operations whose texts are UTF-16 throughout.
-target_compile_definitions(funkhaus_win32_base INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN
+target_compile_definitions(funkhaus_win32_base PUBLIC UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN
                            _WIN32_WINNT=0x0A00 WINVER=0x0A00)
 funkhaus_win32_room(text LINKS win32_base LIBRARIES shlwapi)
 funkhaus_win32_room(system LINKS win32_base disk LIBRARIES ole32 shell32 shlwapi)
